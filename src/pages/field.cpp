@@ -58,7 +58,8 @@ int DecodeCode(const Field& field, std::span<const std::uint8_t> reply, std::siz
   return field.wire == Wire::kUInt16 ? BytesToUInt16(reply, start) : BytesToInt16(reply, start);
 }
 
-std::optional<std::vector<std::uint8_t>> EncodeText(const Field& field, int unit_flag, const std::string& text) {
+std::optional<std::vector<std::uint8_t>> EncodeText(const Field& field, int unit_flag,
+                                                    const std::string& text) {
   const std::optional<double> number = ParseNumber(text);
   if (!number) return std::nullopt;
   if (field.wire == Wire::kDouble) return Bytes(DoubleToBytes(*number));
@@ -67,7 +68,8 @@ std::optional<std::vector<std::uint8_t>> EncodeText(const Field& field, int unit
     const auto scaled = ScaledInt32(*number, decimals);
     return scaled ? std::optional(Bytes(Int32ToBytes(*scaled))) : std::nullopt;
   }
-  const auto scaled = field.wire == Wire::kUInt16 ? ScaledUInt16(*number, decimals) : ScaledInt16(*number, decimals);
+  const auto scaled =
+      field.wire == Wire::kUInt16 ? ScaledUInt16(*number, decimals) : ScaledInt16(*number, decimals);
   return scaled ? std::optional(Bytes(Int16ToBytes(*scaled))) : std::nullopt;
 }
 

@@ -43,10 +43,10 @@ struct Field {
   Wire wire = Wire::kInt16;
   Decimals decimals = {};
   ShowAs show = ShowAs::kDecimals;
-  int digits = 0;               // for ShowAs::kDigits
-  int caption = 0;              // text id of the parameter's name, used in messages
+  int digits = 0;                // for ShowAs::kDigits
+  int caption = 0;               // text id of the parameter's name, used in messages
   std::uint8_t function = 0x03;  // reading function
-  bool by_channel = true;       // the channel's base is added to the address
+  bool by_channel = true;        // the channel's base is added to the address
   bool read_only = false;
 
   Label* unit = nullptr;  // shows the unit between brackets
@@ -66,11 +66,13 @@ struct Field {
 };
 
 // The text that the entry shows for the value at `start` of a reply.
-std::string DecodeText(const Field& field, int unit_flag, std::span<const std::uint8_t> reply, std::size_t start);
+std::string DecodeText(const Field& field, int unit_flag, std::span<const std::uint8_t> reply,
+                       std::size_t start);
 // The code at `start` of a reply.
 int DecodeCode(const Field& field, std::span<const std::uint8_t> reply, std::size_t start);
 // The register bytes of a typed text, or nothing when the text is no number or does not fit the register.
-std::optional<std::vector<std::uint8_t>> EncodeText(const Field& field, int unit_flag, const std::string& text);
+std::optional<std::vector<std::uint8_t>> EncodeText(const Field& field, int unit_flag,
+                                                    const std::string& text);
 std::vector<std::uint8_t> EncodeCode(int code);
 
 // What a tooltip says of a parameter: register and value type.

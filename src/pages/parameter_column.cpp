@@ -50,14 +50,13 @@ int AskChannelConfig(App& app, Form& page) {
 }
 
 ParameterColumn::ParameterColumn(App& app, Form& page, ColumnParts parts)
-    : app_(app), page_(page), parts_(parts) {
+    : app_(app), page_(page), parts_(parts) {}
+
+void ParameterColumn::SetFields(std::vector<Field> fields) {
   parts_.read.on_click = [this] { ReadParameter_Click(); };
   parts_.set.on_click = [this] { SetParameter_Click(); };
   parts_.save.on_click = [this] { SaveParameter_Click(); };
   parts_.all.on_click = [this] { chkCheck_Click(); };
-}
-
-void ParameterColumn::SetFields(std::vector<Field> fields) {
   fields_ = std::move(fields);
   for (const Field& field : fields_) {
     Tie(field);
@@ -96,8 +95,16 @@ bool ParameterColumn::IsAnyTicked() const {
 
 void ParameterColumn::chkCheck_Click() { All_OnOff(parts_.all.Value()); }
 
+std::vector<CheckBox*> ParameterColumn::Boxes() {
+  std::vector<CheckBox*> boxes;
+  for (const Field& field : fields_) {
+    if (boxes.empty() || boxes.back() != field.box) boxes.push_back(field.box);
+  }
+  return boxes;
+}
+
 void ParameterColumn::All_OnOff(int value) {
-  for (const Field& field : fields_) field.box->SetValue(value == 1 ? 1 : 0);
+  for (CheckBox* box : Boxes()) box->SetValue(value == 1 ? 1 : 0);
   if (value == 1) {
     Text_Box_Enable();
   } else {
@@ -140,14 +147,16 @@ void ParameterColumn::ControlsToSlots() {
   for (std::size_t i = 0; i < fields_.size(); ++i) {
     const Field& field = fields_[i];
     if (slots_[i] != kNoSlot) {
-      app_.slots[slots_[i]] =
-          field.text != nullptr ? std::string(Trim(field.text->Text())) : std::to_string(field.list->ListIndex());
+      app_.slots[slots_[i]] = field.text != nullptr ? std::string(Trim(field.text->Text()))
+                                                    : std::to_string(field.list->ListIndex());
     }
     if (unit_slots_[i] != kNoSlot) app_.slots[unit_slots_[i]] = Trim(field.unit->Caption());
   }
 }
 
-void ParameterColumn::SetUnitCaption(const Field& field) { field.unit->SetCaption(InBrackets(UnitText(field))); }
+void ParameterColumn::SetUnitCaption(const Field& field) {
+  field.unit->SetCaption(InBrackets(UnitText(field)));
+}
 
 void ParameterColumn::ApplyUnitCaptions() {
   for (std::size_t i = 0; i < fields_.size(); ++i) {
@@ -190,10 +199,6 @@ void ParameterColumn::FieldWasRead(const Field&, int) {}
 
 std::string ParameterColumn::FailureName(const Field& field) { return app_.Text(field.caption); }
 
-std::uint16_t ParameterColumn::AddressOf(const Field& field) {
-  return static_cast<std::uint16_t>(field.address + (field.by_channel ? ChannelBase() : 0));
-}
-
 // --- the exchanges -------------------------------------------------------------------------------------
 
 bool ParameterColumn::MayStart() {
@@ -215,22 +220,15 @@ void ParameterColumn::End(const std::string& text) {
   app_.Status(text);
 }
 
-bool ParameterColumn::OpenThePort() {
-  bool open = false;
-  OpenPort(app_, PortNumber(app_), app_.state.CommSettings, open);
-  return open;
-}
-
 void ParameterColumn::PortFailed() {
   app_.Show(app_.Text(3950), MessageIcon::kStop);
-  const std::string& reason = app_.state.PortFaultReason;
-  End(app_.Text(3950) + (reason.empty() ? "" : " " + reason));
+  End(CommunicationErrorText(app_));
 }
 
 void ParameterColumn::ReadParameter_Click() {
   if (!MayStart()) return;
   if (!ReadAfterSet) Begin(parts_.read_started);
-  if (!OpenThePort()) {
+  if (!OpenPort(app_)) {
     PortFailed();
     return;
   }
@@ -240,15 +238,14 @@ void ParameterColumn::ReadParameter_Click() {
   End(app_.Text(parts_.read_completed) + " " + app_.state.LastErrorText);
 }
 
-bool ParameterColumn::Exchange(std::uint8_t function, std::uint16_t start, int registers,
-                               std::vector<std::uint8_t>& reply) {
-  Frame8 request = ReadRequest(StationNumber(app_), function, start, registers);
-  reply.assign(static_cast<std::size_t>(2 * registers + 5), 0);
-  return SendReceive(app_, request, 7, reply, 2 * registers + 4, 0);
+bool ParameterColumn::Exchange(int function, int start, int registers, Frame& reply) {
+  Frame request = ReadRequest(StationNumber(app_), function, start, registers);
+  reply = ReplyFor(request);
+  return SendReceive(app_, request, reply);
 }
 
-bool ParameterColumn::ReadBlock(std::uint8_t function, std::uint16_t start, int registers) {
-  std::vector<std::uint8_t> reply;
+bool ParameterColumn::ReadBlock(int function, int start, int registers) {
+  Frame reply;
   if (!Exchange(function, start, registers, reply)) return false;
   for (const Field& field : fields_) {
     const int offset = AddressOf(field) - start;
@@ -258,7 +255,7 @@ bool ParameterColumn::ReadBlock(std::uint8_t function, std::uint16_t start, int 
   return true;
 }
 
-void ParameterColumn::ShowValue(const Field& field, const std::vector<std::uint8_t>& reply, std::size_t at) {
+void ParameterColumn::ShowValue(const Field& field, const Frame& reply, std::size_t at) {
   int code = 0;
   if (field.unit != nullptr) LearnUnit(field);
   if (field.list != nullptr) {
@@ -277,7 +274,7 @@ void ParameterColumn::ShowValue(const Field& field, const std::vector<std::uint8
 void ParameterColumn::SetParameter_Click() {
   if (!MayStart()) return;
   Begin(parts_.set_started);
-  if (!OpenThePort()) {
+  if (!OpenPort(app_)) {
     PortFailed();
     return;
   }
@@ -317,15 +314,13 @@ ParameterColumn::Outcome ParameterColumn::WriteField(const Field& field) {
   return WriteRegisters(AddressOf(field), *data, FailureName(field));
 }
 
-ParameterColumn::Outcome ParameterColumn::WriteRegisters(std::uint16_t address,
-                                                         const std::vector<std::uint8_t>& data,
+ParameterColumn::Outcome ParameterColumn::WriteRegisters(int address, const std::vector<std::uint8_t>& data,
                                                          const std::string& name) {
-  std::vector<std::uint8_t> request = WriteRegistersRequest(StationNumber(app_), address, data);
-  std::vector<std::uint8_t> reply(8);
-  const int last = static_cast<int>(request.size()) - 1;
-  const bool good = SendReceive(app_, request, last, reply, 7, 0) &&
-                    EchoWordEqual(reply, static_cast<int>(data.size() / 2));
-  if (good) return Outcome::kGoOn;
+  Frame request = WriteRegistersRequest(StationNumber(app_), address, data);
+  Frame reply = ReplyFor(request);
+  if (SendReceive(app_, request, reply) && EchoWordEqual(reply, static_cast<int>(data.size() / 2))) {
+    return Outcome::kGoOn;
+  }
   const bool go_on = app_.AskOkCancel(name + " " + app_.Text(3930) + "\n" + app_.Text(4170));
   return go_on ? Outcome::kGoOn : Outcome::kCancelled;
 }

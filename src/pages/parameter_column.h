@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "link/modbus.h"
 #include "pages/field.h"
 
 namespace vlt {
@@ -70,7 +71,9 @@ class ParameterColumn {
   virtual bool AnythingSelected() { return IsAnyTicked(); }
   // False shows "Please choose CH correctly." and ends the command.
   virtual bool ChannelIsChosen() { return true; }
-  virtual std::uint16_t ChannelBase() { return 0; }
+  virtual int ChannelBase() { return 0; }
+  // The boxes in the order in which All_OnOff ticks them; by default that of the fields.
+  virtual std::vector<CheckBox*> Boxes();
   // The exchanges of a read, in order.
   virtual void ReadBlocks() = 0;
   // The writes of a set, in order; by default the write order.
@@ -87,27 +90,28 @@ class ParameterColumn {
 
   // For ReadBlocks: one exchange; on success every ticked field that lies in the block shows its value.
   // `start` is the first register itself, channel base included. False when the exchange failed.
-  bool ReadBlock(std::uint8_t function, std::uint16_t start, int registers);
+  bool ReadBlock(int function, int start, int registers);
   // The same without fields; on success `reply` holds the whole frame, data from byte 3.
-  bool Exchange(std::uint8_t function, std::uint16_t start, int registers, std::vector<std::uint8_t>& reply);
+  bool Exchange(int function, int start, int registers, Frame& reply);
   // For WriteFields: writes a ticked field that has a value.
   Outcome WriteField(const Field& field);
   // One write of registers with function 10H; on failure the operator is asked whether to go on.
-  Outcome WriteRegisters(std::uint16_t address, const std::vector<std::uint8_t>& data, const std::string& name);
-  std::uint16_t AddressOf(const Field& field);
+  Outcome WriteRegisters(int address, const std::vector<std::uint8_t>& data, const std::string& name);
+  int AddressOf(const Field& field) { return field.address + (field.by_channel ? ChannelBase() : 0); }
   // True until the first call with this mark in the running read; a read asks each unit at most once.
   bool FirstInThisRead(int mark) { return read_marks_.insert(mark).second; }
+  // Frame of an operation: lock, hourglass and a status line; the same back; and the end when the port can't
+  // be opened.
+  void Begin(int text_id);
+  void End(const std::string& text);
+  void PortFailed();
   bool IsAnyTicked() const;
   void SetUnitCaption(const Field& field);
 
  private:
   void Tie(const Field& field);
-  void ShowValue(const Field& field, const std::vector<std::uint8_t>& reply, std::size_t at);
+  void ShowValue(const Field& field, const Frame& reply, std::size_t at);
   bool MayStart();
-  void Begin(int text_id);
-  void End(const std::string& text);
-  void PortFailed();
-  bool OpenThePort();
 
   App& app_;
   Form& page_;
