@@ -14,7 +14,7 @@ namespace vlt {
 struct CodeContext {
   int lang_offset = 0;
   int unit_flag = 0;
-  std::string_view model_code;
+  std::string_view model_code = {};
   int operation_mode = 0;
 };
 

@@ -16,8 +16,8 @@ std::vector<std::string> BuildTempUnitNames(int lang_offset);       // 3
 // Length, velocity, viscosity, voltage: "mm", "m/s", "E-6m2/s", "Vpp" or "inch", "ft/s", "E-6ft2/s", "Vpp".
 std::array<std::string, 4> BuildBaseUnitNames(int flag);
 
-// Velocity, length, temperature, angle. style 0 writes the degree signs, any other style spells them in
-// letters. unit 0 is metric, any other English.
+// Velocity, length, temperature, angle. unit 0 metric, 1 English; style 0 writes the degree signs, 1 spells
+// them in letters. Any other pair gives the English units in letters.
 std::array<std::string, 4> SubGetUnitForm10(int unit, int style);
 
 }  // namespace vlt
