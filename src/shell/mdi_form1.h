@@ -70,7 +70,7 @@ class MDIForm1 : public Form, public MainFrame {
   void C09_DENPAN_FrmInit();   // Form11
   void C10_RAS_FrmInit();      // Form8
   void C11_MENTE_FrmInit();    // Form7
-  void ShowPvForm();           // Form12 has no initialiser of this kind: it is shown at once
+  void ShowPvForm();           // Form12, which has no initialiser of this kind
 
   void ComPort_Click();
   void calcSensorSpacing_Click();
@@ -108,6 +108,18 @@ class MDIForm1 : public Form, public MainFrame {
   SerialPort& objMSComm;
 
  private:
+  // False, with a line in status panel 1, for a window that this version does not have.
+  bool IsAvailable(const char* window, const std::string& caption);
+  void ShowTool(const char* window, const std::string& caption);
+  void ClosePage(const PageButton& row);
+  void UnloadOthers();
+  // Asks for a parameter file into dialog_file_; false when the operator cancels.
+  bool AskParameterFile(bool to_save);
+  // False, with the reason in status panel 1, when the file could not be written.
+  bool WriteParameterFile(const std::string& path);
+  bool SaveAtClosing();
+  void SaveLoaderFile();
+
   App& app_;
   // The name that the file dialog held last, as long as the program runs.
   std::string dialog_file_;
