@@ -1,0 +1,34 @@
+// Time as the logic sees it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace vlt {
+
+// A moment on the wall: what the operator's clock shows.
+struct LocalTime {
+  int year = 0;
+  int month = 0;        // 1 to 12
+  int day = 0;          // 1 to 31
+  int weekday = 0;      // 0 Sunday to 6 Saturday
+  int hour = 0;         // 0 to 23
+  int minute = 0;       // 0 to 59
+  int second = 0;       // 0 to 59
+  int millisecond = 0;  // 0 to 999
+};
+
+// "yyyy/mm/dd hh:mm:ss", the form of status lines and records.
+std::string DateTimeText(const LocalTime& time);
+// "yyyymmddhhmmss", the form of time stamps in file names.
+std::string StampText(const LocalTime& time);
+
+class Clock {
+ public:
+  virtual ~Clock() = default;
+  // Milliseconds since an arbitrary moment; never goes back, resolution 1 ms.
+  virtual std::int64_t NowMs() = 0;
+  virtual LocalTime Now() = 0;
+};
+
+}  // namespace vlt

@@ -1,0 +1,41 @@
+// Files as the logic needs them: read whole, replaced whole, or grown by one line.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vlt {
+
+// Why a file operation failed. Every value but kGood has left the files as they were.
+enum class FileError {
+  kGood,
+  kMissing,       // no such file or folder
+  kNoPermission,  // reading or writing is not allowed
+  kNotAFile,      // the path is a folder or a device
+  kFull,          // no space is left
+  kTooLarge,      // larger than what a settings file can sensibly be (8 MiB)
+  kOther,
+};
+
+class FileSystem {
+ public:
+  virtual ~FileSystem() = default;
+
+  // Reads the whole file into `content`.
+  virtual FileError Read(const std::string& path, std::string& content) = 0;
+
+  // Steps of replacing a file whole; WriteWhole() of files/ puts them together. `path` is created or
+  // emptied, filled, flushed to the disk and closed.
+  virtual FileError Create(const std::string& path, std::string_view content) = 0;
+  // Moves `from` over `to` in one step: at every moment `to` is the old or the new file.
+  virtual FileError Rename(const std::string& from, const std::string& to) = 0;
+  virtual FileError Remove(const std::string& path) = 0;
+
+  // Adds `content` at the end of the file in one write, creating it when missing, and hands it to the
+  // system before returning.
+  virtual FileError Append(const std::string& path, std::string_view content) = 0;
+
+  virtual bool Exists(const std::string& path) = 0;
+};
+
+}  // namespace vlt

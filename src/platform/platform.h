@@ -1,0 +1,23 @@
+// Everything the logic takes from the machine, in one place. The desktop fills it with Qt, the tests with
+// virtual time and memory.
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/event_queue.h"
+#include "platform/file_system.h"
+#include "platform/process.h"
+#include "platform/serial_port.h"
+
+namespace vlt {
+
+struct Platform {
+  Clock& clock;
+  EventQueue& events;
+  SerialPort& port;
+  Dialogs& dialogs;
+  FileSystem& files;
+  Process& process;
+};
+
+}  // namespace vlt

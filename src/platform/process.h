@@ -1,0 +1,33 @@
+// The process and where it lives.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vlt {
+
+// A serial device that the machine has now.
+struct PortInfo {
+  std::string device;   // "/dev/ttyUSB0", "COM3"
+  std::string product;  // the adapter's product name, may be empty
+};
+
+class Process {
+ public:
+  virtual ~Process() = default;
+  // The folder that holds VLT.ini, without a trailing separator.
+  virtual std::string ProgramFolder() = 0;
+  // '/' or '\\': what stands between a folder and a file name here.
+  virtual char Separator() = 0;
+  // False when another instance of the program runs from the same folder. A guard that a crashed instance
+  // left behind does not count.
+  virtual bool BecomeOnlyInstance() = 0;
+  // The user's locale as a number; the firmware tool reads it.
+  virtual int LocaleId() = 0;
+  // The 8.3 form of a path where the system has one, else the path itself.
+  virtual std::string ShortPath(const std::string& path) = 0;
+  // Serial devices present now.
+  virtual std::vector<PortInfo> Ports() = 0;
+};
+
+}  // namespace vlt
