@@ -38,7 +38,7 @@ class Course {
   const Motion& motion() const { return motion_; }
 
  private:
-  double At(double seconds) const;
+  double At(double fraction) const;  // velocity at a fraction of the period
   double Covered(const std::vector<double>& sums, Micros at) const;
 
   Motion motion_;

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string_view>
 
+#include "sim/acoustics.h"
 #include "sim/live.h"
 #include "sim/memory.h"
 #include "sim/registers.h"
@@ -102,51 +103,82 @@ class Meter {
   struct Totals {
     double plus = 0, minus = 0, heating = 0, cooling = 0;  // m3, m3, MJ, MJ
   };
-  struct Flow;  // one channel's state at one moment
+  struct Flow {
+    double velocity = 0;  // m/s
+    double volume = 0;    // m3/s
+  };
+  struct Temperatures {
+    double supply = 0, back = 0;  // degC
+  };
+  // A register whose writing makes the meter do something, and what.
+  struct Command;
 
-  Bytes ReadWords(int function, std::span<const std::uint8_t> request, Micros now);
+  Bytes ReadWords(std::span<const std::uint8_t> request, Micros now);
   Bytes WriteOne(std::span<const std::uint8_t> request, Micros now, const Quirks& quirks);
   Bytes WriteMany(std::span<const std::uint8_t> request, Micros now, const Quirks& quirks);
-  // 0, or the exception code.
+  // These give 0, or the code of an exception.
+  int CheckRange(const Memory& memory, std::uint32_t address, std::uint32_t size) const;
+  int CheckLimits(std::uint32_t address, std::span<const std::uint8_t> data) const;
   int Write(std::uint32_t address, std::span<const std::uint8_t> data, Micros now, const Quirks& quirks);
-  Bytes StartCapture(int kind, Micros now, const Quirks& quirks);
+
+  void OnUnitSystem(Micros now, const Quirks& quirks);
+  void OnSpecification(Micros now, const Quirks& quirks);
+  void OnStore(Micros now, const Quirks& quirks);
+  void OnInitialise(Micros now, const Quirks& quirks);
+  void OnTest(Micros now, const Quirks& quirks);
+  void OnTestEnd(Micros now, const Quirks& quirks);
+  void OnCapture(Micros now, const Quirks& quirks);
+  void OnOutputCheck(Micros now, const Quirks& quirks);
+  template <int channel>
+  void OnZero(Micros now, const Quirks& quirks);
+  template <int channel>
+  void OnTotalMode(Micros now, const Quirks& quirks);
 
   void Advance(Micros now);
-  void Initialise(int specification);
-  void AfterWrite(std::uint32_t address, std::uint32_t size, const Memory& before, Micros now,
-                  const Quirks& quirks);
-  void ConvertUnits();
-  void EndTest();
+  void Initialise();
+  void UseEnglishFactory();
   void ClearCommands();
+  void BuildCourse(int channel);
+  static std::uint32_t DistanceOf(int channel);
+  int MeasuredChannels() const { return IsSingle() ? 1 : 2; }
+  bool IsSingle() const { return IsSingleChannel(config_.specification); }
+  bool IsEnglish() const { return holding_.memory.Word(0x0100) == 1; }
 
+  void MapInput();
   void RefreshInput(Micros now);
   void PutMeasured(int channel, Micros now);
   void PutHeat(int channel, Micros now);
   void PutCondition(int channel, Micros now);
-  void PutIdentity();
+  SoundPath PathOf(int channel) const;
   Flow FlowOf(int channel, Micros now) const;
+  double FlowPercent(int channel, const Flow& flow) const;
+  Temperatures TemperaturesAt(std::optional<Micros> now) const;
+  bool CountsCooling() const;
   Totals TotalsOf(int channel, Micros now) const;
-  double Pinned(int channel, Quantity quantity, double value) const;
+  Totals Counted(int channel, Micros now) const;
   void SettleTotals(Micros now);
+  double Pinned(int channel, Quantity quantity, double value) const;
 
   MeterConfig config_;
   Holding holding_;
   Memory stored_;
   Memory input_;
+  int process_units_ = 0;  // unit system that the process settings are held in
 
-  std::array<Course, 2> courses_;
-  std::array<double, 2> zero_offset_{};  // m/s taken off since the zero was set
-  std::array<Totals, kChannels> totals_{};
+  std::vector<Course> courses_;             // CH1 and CH2
+  std::array<double, 2> zero_offset_{};     // m/s taken off since the zero was set
+  std::array<Totals, kChannels> totals_{};  // as they stood at totals_since_
   Micros totals_since_ = 0;
   std::array<std::map<Quantity, double>, kChannels> pinned_;
   std::array<std::vector<RasPhase>, kChannels> schedules_;
 
-  Micros silent_until_;
-  Micros store_done_;
+  Micros silent_until_ = std::numeric_limits<Micros>::min();
+  Micros store_done_ = std::numeric_limits<Micros>::min();
   std::optional<Memory> storing_;  // taken at the request, kept at its end
   std::optional<Micros> capture_ready_;
-  unsigned captures_ = 0;
+  std::uint32_t captures_ = 0;
   std::optional<Micros> test_since_;
+  bool output_checked_ = false;
 };
 
 }  // namespace sim
