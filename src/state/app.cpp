@@ -1,0 +1,40 @@
+#include "state/app.h"
+
+#include "resources/string_table.h"
+
+namespace vlt {
+
+App::App(Platform& machine) : platform(machine), windows(machine) {}
+
+std::string App::Text(int id) const { return LookupText(id + state.LangOffset); }
+
+CodeContext App::Codes() const {
+  return {state.LangOffset, state.UnitFlag, state.ModelCode, state.OperationMode};
+}
+
+std::string App::Stamped(const std::string& text) { return DateTimeText(platform.clock.Now()) + " " + text; }
+
+void App::Status(const std::string& text) {
+  if (frame != nullptr) frame->Status().SetPanel(1, Stamped(text));
+}
+
+void App::Show(const std::string& text, MessageIcon icon) {
+  platform.dialogs.Ask({.text = text, .title = kProductTitle, .buttons = MessageButtons::kOk, .icon = icon});
+}
+
+bool App::AskOkCancel(const std::string& text) {
+  return platform.dialogs.Ask({.text = text,
+                               .title = kProductTitle,
+                               .buttons = MessageButtons::kOkCancel,
+                               .icon = MessageIcon::kQuestion}) == MessageAnswer::kOk;
+}
+
+bool App::AskYesNo(const std::string& text, MessageIcon icon) {
+  return platform.dialogs.Ask({.text = text,
+                               .title = kProductTitle,
+                               .buttons = MessageButtons::kYesNo,
+                               .icon = icon,
+                               .second_is_default = true}) == MessageAnswer::kYes;
+}
+
+}  // namespace vlt

@@ -1,0 +1,26 @@
+// What lower code needs of the main window.
+#pragma once
+
+#include <string_view>
+
+#include "window/control.h"
+
+namespace vlt {
+
+class Form;
+
+class MainFrame {
+ public:
+  virtual ~MainFrame() = default;
+  virtual Form& Window() = 0;
+  // ComPort, Parameter, calcSensorSpacing and versionInfo, all together.
+  virtual void enableMenubar() = 0;
+  virtual void disableMenubar() = 0;
+  virtual StatusBar& Status() = 0;
+  virtual PushButton& ExitButton() = 0;
+  virtual Timer& OneShotTimer() = 0;
+  // Gives the navigation button of the page ("Form10") the idle colour.
+  virtual void SetPageButtonIdle(std::string_view page) = 0;
+};
+
+}  // namespace vlt

@@ -1,0 +1,101 @@
+// All that outlives one handler: plain named variables, one instance a process, read and written directly.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vlt {
+
+inline constexpr int kChannels = 3;  // CH1, CH2 and the computed CH3
+
+// Booleans kept as numbers are -1 for true and 0 for false, and are only compared against 0.
+struct SharedState {
+  // Program and language.
+  int LangOffset = 0;                 // 0 Japanese, 5000 English; added to every text id
+  int LangFlag = 0;                   // program's language: 0 Japanese, above 0 English
+  int SystemLangFlag = 0;             // language of the meter's own display, 0 to 4
+  int UnitFlag = 0;                   // 0 metric, 1 English
+  int RangeUnitTrack = 0;             // the UnitFlag that the range page last filled its lists for
+  int TotalUnitTrack = 0;             // the same for the total page
+  std::string UserInfo = "Standard";  // "Standard", "Service" or "Factory"
+  std::string ModelCode;              // hardware variant of the installation: "M627", "T305" or "K410"
+  std::string PageFont;
+  // Full path of the settings file in use (LoaderIniPath where files are compared): program folder,
+  // separator, file name; with two separators when the file does not name it.
+  std::string IniFilePath;
+  std::string IniShortPath;  // its short form (LoaderIniShortPath); written once, read by nobody
+
+  // Serial link.
+  std::string PortNo = "00";  // n of COMn; 0 cannot be opened
+  std::string Speed = "9600";
+  std::string Parity = "O";
+  std::string StopBits = "1";
+  std::string CommSettings;  // speed, parity letter, 8, stop bits, joined by commas
+  std::string TransMethod = "RS232C";
+  std::string StationNo = "00";
+  int RetryNo = 3;
+  int CharGapMs = 0;  // silence between two frames, computed when the port opens
+  bool PortIsOpen = false;
+  std::string LastErrorText;    // why the last transfer failed; cleared by every SendReceive
+  std::string PortFaultReason;  // why the port could not be opened, for the status line
+  // Request and reply of the device queries, shared by all of them.
+  std::array<std::uint8_t, 8> MemTxFrame{};
+  std::array<std::uint8_t, 7> MemRxFrame{};
+
+  // Interface.
+  bool UiLocked = false;
+  int StopRequest = 0;  // 1 asks a long operation to stop
+  int PvRunning = 0;    // a live read of Form11 or Form12 is on
+  bool AppRunning = false;
+  bool TimerExpired = false;
+  int ChoiceResult = 0;  // frmMssg: 0 pending, 1 the firmware tool ran, 2 go on
+  int WaitCancel = 0;    // frmWait: 1 after its Cancel button
+
+  // Device facts. The settings file keeps the units of the last session; in its tables these are
+  // RangeKindCache, RangeUnitCache, TotalUnitCache, OperationModeCache, TemperatureUnitCache (TempUnit),
+  // TemperatureRangeUnitCache (HeatFlowUnit) and TemperatureTotalUnitCache (HeatTotalUnit).
+  int SpecClass = 0;      // 0 full model, 1 single-channel model, -1 no answer
+  int PathMode = 0;       // 0 one path, 1 two paths, 2 two pipes
+  int OperationMode = 0;  // register 003EH
+  std::array<int, kChannels> RangeKind{};
+  std::array<int, kChannels> RangeUnit{};
+  std::array<int, kChannels> TotalUnit{};
+  int HeatFlowUnit = 0;
+  int HeatTotalUnit = 0;
+  int TempUnit = 0;  // TemperatureUnit on the energy tab
+  std::vector<std::string> FlowUnitNames;
+  std::vector<std::string> TotalUnitNames;
+  std::vector<std::string> HeatFlowUnitNames;
+  std::vector<std::string> HeatTotalUnitNames;
+  std::vector<std::string> TempUnitNames;
+  std::vector<std::string> BaseUnitNames;  // length, velocity, viscosity, voltage
+
+  // Channel or output that a page shows; persists between openings.
+  int ProcessChannel = 0;
+  int RangeChannel = 0;
+  int TotalChannel = 0;
+  int OutputIndex = 0;
+  int DetailChannel = 0;
+
+  // Trend chart.
+  int TrendChannelIndex = 0;
+  int TrendQuantityIndex = 0;
+  std::string TrendYScaleMax;
+  std::string TrendYScaleMin;
+  std::string TrendXScaleCycle;
+  std::string TrendXScalePoint;
+
+  // Folders, and the values of section VERIFICATION, which are held and not used.
+  std::string MeasureDir;
+  std::string PvCsvDir;
+  std::string VerificationDir;
+  std::string VerificationFile;
+  int VerificationNumber = 0;
+  int VerificationLogo = 0;
+
+  int LocaleId = 0;  // the user's locale; the firmware tool reads it
+};
+
+}  // namespace vlt

@@ -1,0 +1,19 @@
+#include "values/input_check.h"
+
+namespace vlt {
+
+int IsNumericText(std::string_view text, int length) {
+  if (length < 1) return 1;
+  if (length == 1 && (text == "," || text == "." || text == "-")) return -1;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    const bool first = i == 0;
+    const bool digit = c >= '0' && c <= '9';
+    const bool sign = c == '+' || c == '-';
+    const bool mark = c == '.' || c == ',';
+    if (!(digit || (sign && first) || (mark && !first))) return -1;
+  }
+  return 0;
+}
+
+}  // namespace vlt

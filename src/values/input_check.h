@@ -1,0 +1,13 @@
+// The first test of a typed number, character by character.
+#pragma once
+
+#include <string_view>
+
+namespace vlt {
+
+// 1 for an empty text (length below 1), 0 for an acceptable number, -1 otherwise. length counts characters
+// (code points), as CharCount gives them. A sign is taken at the first place only, a point or comma only
+// behind it; a text with two points passes, and ParseNumber then decides.
+int IsNumericText(std::string_view text, int length);
+
+}  // namespace vlt

@@ -1,0 +1,49 @@
+// The one place where numbers become texts and texts numbers. "." is the decimal sign under every locale. A
+// number that is not finite reads "NaN", "INF" or "-INF"; minus zero reads as zero.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vlt {
+
+// Without the blanks and tabs at both ends.
+std::string_view Trim(std::string_view text);
+
+// A double with at most 15 significant digits, a single with at most 7, no trailing zeros. Plain decimal text
+// from 1E-9 up to below 1E15, outside of that "1.5E+20", "2E-10".
+std::string GeneralText(double value);
+std::string SingleText(float value);
+
+// The value that the 15-digit text of a double denotes: what is left when its binary noise is gone.
+double WithoutNoise(double value);
+
+// A typed number: sign in front, digits, one point, blanks around it, an exponent. Commas are ignored where
+// they part the integer digits in groups of three ("1,234.5"); anywhere else ("12,5") the text is no number,
+// lest a decimal comma write ten times the value. Nothing for all other texts ("", "+", "1.2.3", "nan",
+// "inf") and for numbers that a double can't hold.
+std::optional<double> ParseNumber(std::string_view text);
+
+// The formats "0", "0.0", "0.00" and so on: a fixed number of decimals (0 or more), at least one integer
+// digit, half of the last place away from zero, judged on the 15-digit text.
+std::string FixedText(double value, int decimals);
+
+// The formats "#,##0.00" and the like: as FixedText, with a comma between groups of three integer digits.
+std::string GroupedText(double value, int decimals);
+
+// The format "0000": at least width digits, a minus in front of them.
+std::string ZeroPadded(int value, int width);
+
+// Characters of the integer part of value as decimal text, its minus sign counted: 0.5 gives 1, -12.7
+// gives 3.
+int IntDigitCount(double value);
+
+// The display rule of the floating fields: with n characters in the integer part, value is cut to
+// significant - n decimals and shown as plain decimal text.
+std::string DigitsText(double value, int significant);
+
+// To the nearest integer, halves to the even one.
+double RoundHalfEven(double value);
+
+}  // namespace vlt

@@ -1,0 +1,371 @@
+#include "window/control.h"
+
+#include <stdexcept>
+
+#include "window/form.h"
+
+namespace vlt {
+namespace {
+
+// The first `count` characters of UTF-8 text.
+std::string FirstCharacters(const std::string& text, int count) {
+  std::size_t at = 0;
+  for (int seen = 0; at < text.size(); ++at) {
+    const bool starts_character = (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80;
+    if (starts_character && seen++ == count) break;
+  }
+  return text.substr(0, at);
+}
+
+}  // namespace
+
+Control::Control(Form& form, ControlKind kind, std::string name, int index)
+    : form_(form), kind_(kind), name_(std::move(name)), index_(index) {
+  form_.controls_.push_back(this);
+}
+
+Control::~Control() { std::erase(form_.controls_, this); }
+
+std::string Control::FullName() const {
+  return index_ == kNoIndex ? name_ : name_ + "(" + std::to_string(index_) + ")";
+}
+
+void Control::SetEnabled(bool enabled) {
+  if (enabled_ == enabled) return;
+  enabled_ = enabled;
+  Changed();
+}
+
+void Control::SetVisible(bool visible) {
+  if (visible_ == visible) return;
+  visible_ = visible;
+  Changed();
+}
+
+void Control::SetCaption(const std::string& caption) {
+  if (caption_ == caption) return;
+  caption_ = caption;
+  Changed();
+}
+
+void Control::SetFont(const Font& font) {
+  if (font_ == font) return;
+  font_ = font;
+  Changed();
+}
+
+void Control::SetHint(const std::string& hint) {
+  if (hint_ == hint) return;
+  hint_ = hint;
+  Changed();
+}
+
+void Control::Changed() {
+  if (observer_) observer_();
+}
+
+bool Control::Gesture(const std::function<void()>& handler) {
+  if (!enabled_ || !visible_) return false;
+  form_.List().Run(handler);
+  return true;
+}
+
+void Control::Call(const std::function<void()>& handler) {
+  if (handler) handler();
+}
+
+CheckBox::CheckBox(Form& form, std::string name, int index)
+    : Control(form, ControlKind::kCheckBox, std::move(name), index) {}
+
+void CheckBox::SetValue(int value) {
+  if (value_ == value) return;
+  value_ = value;
+  Changed();
+  Call(on_click);
+}
+
+bool CheckBox::Tick() {
+  return Gesture([this] { SetValue(1); });
+}
+
+bool CheckBox::Untick() {
+  return Gesture([this] { SetValue(0); });
+}
+
+OptionButton::OptionButton(Form& form, std::string name, int index, std::string group)
+    : Control(form, ControlKind::kOptionButton, name, index), group_(group.empty() ? name : group) {}
+
+void OptionButton::ClearOthers() {
+  for (Control* control : Owner().Controls()) {
+    if (control == this || control->Kind() != ControlKind::kOptionButton) continue;
+    auto* other = static_cast<OptionButton*>(control);
+    if (other->group_ == group_ && other->value_) other->SetValue(false);
+  }
+}
+
+void OptionButton::SetValue(bool value) {
+  if (value_ == value) return;
+  value_ = value;
+  if (value) ClearOthers();
+  Changed();
+  if (value) Call(on_click);
+}
+
+bool OptionButton::Choose() {
+  return Gesture([this] {
+    if (value_) {
+      Call(on_click);
+    } else {
+      SetValue(true);
+    }
+  });
+}
+
+TextBox::TextBox(Form& form, std::string name, int index)
+    : Control(form, ControlKind::kTextBox, std::move(name), index) {}
+
+void TextBox::SetText(const std::string& text) {
+  if (text_ == text) return;
+  text_ = text;
+  Changed();
+  Call(on_change);
+}
+
+void TextBox::SetMaxLength(int characters) {
+  if (max_length_ == characters) return;
+  max_length_ = characters;
+  Changed();
+}
+
+void TextBox::SetLocked(bool locked) {
+  if (locked_ == locked) return;
+  locked_ = locked;
+  Changed();
+}
+
+void TextBox::SelectAll() {
+  ++select_all_count_;
+  Changed();
+}
+
+void TextBox::SetFocus() { Owner().SetFocus(*this); }
+
+bool TextBox::Type(const std::string& text) {
+  if (locked_) return false;
+  return Gesture([this, &text] { SetText(max_length_ > 0 ? FirstCharacters(text, max_length_) : text); });
+}
+
+bool TextBox::LoseFocus() {
+  return Gesture([this] { Call(on_lost_focus); });
+}
+
+ComboBox::ComboBox(Form& form, std::string name, int index)
+    : Control(form, ControlKind::kComboBox, std::move(name), index) {}
+
+void ComboBox::AddItem(const std::string& text) {
+  items_.push_back(text);
+  Changed();
+}
+
+void ComboBox::RemoveItem(int index) {
+  items_.erase(items_.begin() + index);
+  if (index == list_index_) {
+    list_index_ = -1;
+  } else if (index < list_index_) {
+    --list_index_;
+  }
+  Changed();
+}
+
+void ComboBox::Clear() {
+  items_.clear();
+  list_index_ = -1;
+  Changed();
+}
+
+void ComboBox::SetItems(const std::vector<std::string>& items) {
+  items_ = items;
+  list_index_ = -1;
+  Changed();
+}
+
+void ComboBox::SetListIndex(int list_index) {
+  if (list_index < 0 || list_index >= Count()) list_index = -1;
+  if (list_index == list_index_) return;
+  list_index_ = list_index;
+  Changed();
+  Call(on_click);
+}
+
+std::string ComboBox::Text() const {
+  return list_index_ < 0 ? std::string() : items_[static_cast<std::size_t>(list_index_)];
+}
+
+bool ComboBox::Choose(int list_index) {
+  if (list_index < 0 || list_index >= Count()) return false;
+  return Gesture([this, list_index] {
+    if (list_index == list_index_) {
+      Call(on_click);
+    } else {
+      SetListIndex(list_index);
+    }
+  });
+}
+
+Label::Label(Form& form, std::string name, int index)
+    : Control(form, ControlKind::kLabel, std::move(name), index) {}
+
+FrameBox::FrameBox(Form& form, std::string name, int index)
+    : Control(form, ControlKind::kFrame, std::move(name), index) {}
+
+Picture::Picture(Form& form, std::string name, std::string art)
+    : Control(form, ControlKind::kPicture, std::move(name)), art_(std::move(art)) {}
+
+PushButton::PushButton(Form& form, std::string name, int index)
+    : Control(form, ControlKind::kPushButton, std::move(name), index) {}
+
+void PushButton::SetBackColour(unsigned bgr) {
+  if (back_colour_ == bgr) return;
+  back_colour_ = bgr;
+  Changed();
+}
+
+bool PushButton::Press() {
+  return Gesture([this] { Call(on_click); });
+}
+
+MenuItem::MenuItem(Form& form, std::string name, MenuItem* parent)
+    : Control(form, ControlKind::kMenuItem, std::move(name)), parent_(parent) {}
+
+bool MenuItem::Press() {
+  if (parent_ != nullptr && !parent_->Enabled()) return false;
+  return Gesture([this] { Call(on_click); });
+}
+
+Timer::Timer(Form& form, std::string name) : Control(form, ControlKind::kTimer, std::move(name)) {}
+
+Timer::~Timer() {
+  if (timer_id_ != 0) Owner().Machine().events.StopTimer(timer_id_);
+}
+
+void Timer::SetInterval(int ms) {
+  if (interval_ms_ == ms) return;
+  interval_ms_ = ms;
+  Restart();
+}
+
+void Timer::SetRunning(bool running) {
+  if (running_ == running) return;
+  running_ = running;
+  Restart();
+}
+
+void Timer::Restart() {
+  EventQueue& events = Owner().Machine().events;
+  if (timer_id_ != 0) events.StopTimer(timer_id_);
+  timer_id_ = 0;
+  if (!running_ || interval_ms_ <= 0) return;
+  timer_id_ = events.StartTimer(interval_ms_, [this] { Owner().List().Run([this] { Call(on_timer); }); });
+}
+
+StatusBar::StatusBar(Form& form, std::string name, int panels)
+    : Control(form, ControlKind::kStatusBar, std::move(name)), panels_(static_cast<std::size_t>(panels)) {}
+
+const std::string& StatusBar::Panel(int number) const {
+  return panels_.at(static_cast<std::size_t>(number - 1));
+}
+
+void StatusBar::SetPanel(int number, const std::string& text) {
+  std::string& panel = panels_.at(static_cast<std::size_t>(number - 1));
+  if (panel == text) return;
+  panel = text;
+  Changed();
+}
+
+ProgressBar::ProgressBar(Form& form, std::string name)
+    : Control(form, ControlKind::kProgressBar, std::move(name)) {}
+
+void ProgressBar::SetMax(int max) {
+  max_ = max;
+  Changed();
+}
+
+void ProgressBar::SetValue(int value) {
+  if (value_ == value) return;
+  value_ = value;
+  Changed();
+}
+
+TabControl::TabControl(Form& form, std::string name, int tabs)
+    : Control(form, ControlKind::kTab, std::move(name)), tabs_(static_cast<std::size_t>(tabs)) {}
+
+void TabControl::SetTab(int tab) {
+  if (tab_ == tab) return;
+  tab_ = tab;
+  Changed();
+  Call(on_click);
+}
+
+void TabControl::SetTabCaption(int tab, const std::string& caption) {
+  tabs_.at(static_cast<std::size_t>(tab)).caption = caption;
+  Changed();
+}
+
+void TabControl::SetTabEnabled(int tab, bool enabled) {
+  tabs_.at(static_cast<std::size_t>(tab)).enabled = enabled;
+  Changed();
+}
+
+bool TabControl::Select(int tab) {
+  if (tab < 0 || tab >= Count() || !TabEnabled(tab)) return false;
+  return Gesture([this, tab] { SetTab(tab); });
+}
+
+UpDown::UpDown(Form& form, std::string name) : Control(form, ControlKind::kUpDown, std::move(name)) {}
+
+bool UpDown::Up() {
+  return Gesture([this] { Call(on_up); });
+}
+
+bool UpDown::Down() {
+  return Gesture([this] { Call(on_down); });
+}
+
+Grid::Grid(Form& form, std::string name, int rows, int columns)
+    : Control(form, ControlKind::kGrid, std::move(name)),
+      rows_(rows),
+      widths_(static_cast<std::size_t>(columns)),
+      cells_(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns)) {}
+
+std::size_t Grid::At(int row, int column) const {
+  if (row < 0 || row >= rows_ || column < 0 || column >= Columns()) throw std::out_of_range("grid cell");
+  return static_cast<std::size_t>(row) * widths_.size() + static_cast<std::size_t>(column);
+}
+
+const std::string& Grid::Cell(int row, int column) const { return cells_[At(row, column)]; }
+
+void Grid::SetCell(int row, int column, const std::string& text) {
+  std::string& cell = cells_[At(row, column)];
+  if (cell == text) return;
+  cell = text;
+  Changed();
+}
+
+void Grid::SetColumnWidth(int column, int width) {
+  widths_.at(static_cast<std::size_t>(column)) = width;
+  Changed();
+}
+
+void Grid::SetSize(int width, int height) {
+  width_ = width;
+  height_ = height;
+  Changed();
+}
+
+std::vector<int> Indexes(int count) {
+  std::vector<int> indexes;
+  for (int i = 0; i < count; ++i) indexes.push_back(i);
+  return indexes;
+}
+
+}  // namespace vlt

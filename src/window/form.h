@@ -1,0 +1,149 @@
+// A window as the logic sees it, and the list of the windows that exist.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/platform.h"
+#include "window/control.h"
+
+namespace vlt {
+
+class Windows;
+
+// How a window lies on the screen.
+enum class FormPlace {
+  kPage,    // inside the main window, maximised
+  kFrame,   // the main window
+  kWindow,  // a window of its own above the main window
+  kOnTop,   // a window of its own above all windows
+};
+
+class Form {
+ public:
+  Form(Windows& windows, std::string name, FormPlace place);
+  virtual ~Form();
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+
+  const std::string& Name() const { return name_; }
+  FormPlace Place() const { return place_; }
+  Windows& List() const { return windows_; }
+  Platform& Machine() const;
+
+  const std::vector<Control*>& Controls() const { return controls_; }
+  // By full name ("Label2(7)"), or null.
+  Control* Find(std::string_view full_name) const;
+
+  const std::string& Caption() const { return caption_; }
+  void SetCaption(const std::string& caption);
+  bool Visible() const { return visible_; }
+  // The Close item of the window's system menu.
+  bool HasCloseCommand() const { return close_command_; }
+  void SetCloseCommand(bool there);
+
+  // Makes it visible, brings it to the front and runs Form_Activate.
+  void Show();
+  // Makes it invisible; its controls keep what they hold.
+  void Hide();
+  // The last control that asked for the focus, or null, and a count that rises with each request.
+  Control* Focused() const { return focused_; }
+  int FocusCount() const { return focus_count_; }
+  void SetFocus(Control& control);
+
+  // Told after each change of caption, visibility, close command, focus, or front.
+  void Observe(std::function<void()> observer) { observer_ = std::move(observer); }
+
+  // Life of a window. Load runs once before the first use; Unload may refuse by setting `cancel` to -1.
+  virtual void Form_Load() {}
+  virtual void Form_Activate() {}
+  virtual void Form_Deactivate() {}
+  virtual void Form_Unload(int& cancel) { (void)cancel; }
+
+  // What a page offers to the parameter file: slots to controls, controls to slots. Windows that hold no
+  // parameters do nothing.
+  virtual void SetteiHannei() {}
+  virtual void Taihi() {}
+
+ private:
+  friend class Control;
+  friend class Windows;
+  void Changed();
+
+  Windows& windows_;
+  std::string name_;
+  FormPlace place_;
+  std::string caption_;
+  std::vector<Control*> controls_;
+  bool visible_ = false;
+  bool close_command_ = true;
+  Control* focused_ = nullptr;
+  int focus_count_ = 0;
+  std::function<void()> observer_;
+};
+
+// What the screen shows while an operation runs.
+inline constexpr int kNormalPointer = 0;
+inline constexpr int kHourglassPointer = 11;
+
+// Every window is a singleton, created at its first use and gone when it is unloaded. A window that is
+// unloaded while one of its handlers still runs is kept alive until the outermost handler has returned.
+class Windows {
+ public:
+  using Factory = std::function<std::unique_ptr<Form>()>;
+  // Told when a window comes and goes (desktop: makes and drops the widgets).
+  struct Observer {
+    std::function<void(Form&)> loaded;
+    std::function<void(Form&)> unloaded;
+    std::function<void()> pointer_changed;
+  };
+
+  explicit Windows(Platform& platform) : platform_(platform) {}
+  ~Windows();
+
+  Platform& Machine() const { return platform_; }
+  void Register(const std::string& name, Factory factory);
+  bool IsRegistered(const std::string& name) const { return factories_.contains(name); }
+  std::vector<std::string> RegisteredNames() const;
+  void SetObserver(Observer observer) { observer_ = std::move(observer); }
+
+  // The window of this name, created and loaded when it does not exist yet. An unregistered name is a
+  // programming error and throws std::out_of_range.
+  Form& Load(const std::string& name);
+  // The window if it exists, or null.
+  Form* Find(std::string_view name) const;
+  // False when the window refused. Unloading what does not exist is true.
+  bool Unload(const std::string& name);
+  // The windows that exist, in order of their creation. A copy: windows may come and go while it is walked.
+  std::vector<Form*> Open() const;
+  // True while `form`, taken from Open() earlier, still exists.
+  bool Exists(const Form* form) const;
+  // Visible pages, the topmost last.
+  std::vector<Form*> VisiblePages() const;
+
+  int MousePointer() const { return pointer_; }
+  void SetMousePointer(int pointer);
+
+  // Every event enters the logic through here.
+  void Run(const std::function<void()>& handler);
+
+ private:
+  friend class Form;
+  void BringToFront(Form& form);
+  void Bury(std::size_t at);
+
+  Platform& platform_;
+  std::map<std::string, Factory> factories_;
+  std::vector<std::unique_ptr<Form>> forms_;
+  std::vector<Form*> front_order_;
+  std::vector<std::unique_ptr<Form>> unloaded_;
+  Observer observer_;
+  int pointer_ = kNormalPointer;
+  int depth_ = 0;
+};
+
+}  // namespace vlt
