@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <ctime>
 #include <string>
 #include <vector>
@@ -35,6 +36,14 @@ TEST_F(EventQueueTest, GivesWayToTheMomentWithoutBurningTheProcessor) {
   const double used_ms = 1000.0 * static_cast<double>(std::clock() - used_before) / CLOCKS_PER_SEC;
   EXPECT_LT(rounds, 20) << "sleeps instead of asking again and again";
   EXPECT_LT(used_ms, 60) << "of 200 ms waited";
+}
+
+TEST_F(EventQueueTest, ComesBackWhenSomethingHappenedNotOnlyAtTheMoment) {
+  bool happened = false;
+  queue.Post([&] { happened = true; });
+  const std::int64_t start = clock.NowMs();
+  while (!happened) queue.GiveWay(start + 5000);
+  EXPECT_LT(clock.NowMs(), start + 4000);
 }
 
 TEST_F(EventQueueTest, AMomentInThePastRunsWhatIsPending) {

@@ -74,6 +74,7 @@ TEST(StdFileSystem, SaysWhyAndTouchesNothing) {
   Put(scratch.Path("good"), "kept");
   Put(scratch.Path("locked"), "kept");
   Put(scratch.Path("secret"), "kept");
+  std::filesystem::permissions(scratch.Path("good"), std::filesystem::perms(0666));
   std::filesystem::permissions(scratch.Path("locked"), std::filesystem::perms(0444));
   std::filesystem::permissions(scratch.Path("secret"), std::filesystem::perms(0000));
   std::filesystem::create_directory(scratch.Path("shut"));
