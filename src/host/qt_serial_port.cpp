@@ -11,8 +11,8 @@ namespace {
 
 constexpr std::array kParities{QSerialPort::NoParity, QSerialPort::EvenParity, QSerialPort::OddParity};
 
-// Why opening failed. Qt has one word for a device that isn't allowed and one that is taken, and takes what is
-// no serial device at all for one that refuses its settings.
+// Why opening failed. Qt has one word for a device that isn't allowed and one that is taken, and takes what
+// is no serial device at all for one that refuses its settings.
 PortFaultCode OpenFault(QSerialPort::SerialPortError error, const std::string& device) {
   const PortFaultCode refused = WhyRefused(device);
   switch (error) {

@@ -5,25 +5,24 @@
 #include <map>
 #include <optional>
 
-#include "host/qt_event_queue.h"
+#include "support/virtual_platform.h"
 
 namespace vlt {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
+using test::FromHex;
 
 // Station 1 is asked for the word at 0148H, the meter's specification.
-const Bytes kQuestion{0x01, 0x03, 0x01, 0x48, 0x00, 0x01, 0x04, 0x20};
-constexpr int kAnswerLength = 7;
+constexpr const char* kQuestion = "01 03 01 48 00 01 05 E0";
+constexpr const char* kAnswerOfSingle = "01 03 02 00 B6 39 F2";
 
 class PortSwitchTest : public testing::Test {
  protected:
-  // Asks and waits for the answer's length, at most `ms`.
-  Bytes Ask(const Bytes& question, int ms = 5000) {
-    port.DiscardInput();
-    port.Write(question);
-    const std::int64_t end = clock.NowMs() + ms;
-    while (port.BytesIn() < kAnswerLength && clock.NowMs() < end) queue.GiveWay(end);
+  // Asks and gives way until the line has been at rest for long.
+  Bytes Ask(std::string_view question) {
+    port.Write(FromHex(question));
+    time.RunFor(200);
     Bytes answer;
     while (port.BytesIn() > 0) answer.push_back(port.TakeByte());
     return answer;
@@ -38,60 +37,73 @@ class PortSwitchTest : public testing::Test {
     return std::nullopt;
   }
 
-  std::map<int, std::string> devices{{1, "simulator model=single"},
-                                     {2, "/dev/veltrano3-none"},
-                                     {3, "simulator speed=19200"},
-                                     {4, "simulator model=strange"},
-                                     {5, "simulators"},
-                                     {6, "simulator parity=E"}};
-  QtClock clock;
-  QtEventQueue queue{clock};
-  PortSwitch port{clock, queue, [this](int number) { return devices[number]; }};
+  std::map<int, std::string> devices{
+      {1, "simulator model=single"},  {2, "/dev/veltrano3-none"}, {3, "simulator speed=19200"},
+      {4, "simulator model=strange"}, {5, "simulators"},          {6, "simulator parity=E"}};
+  test::VirtualTime time;
+  PortSwitch port{time, time, [this](int number) { return devices[number]; }};
 };
 
-TEST_F(PortSwitchTest, TheSimulatedMeterAnswersAtTheSpeedOfTheLine) {
-  port.Open(1, "38400,O,8,1");
-  const std::int64_t start = clock.NowMs();
-  const Bytes answer = Ask(kQuestion);
-  ASSERT_EQ(answer.size(), static_cast<std::size_t>(kAnswerLength));
-  EXPECT_EQ((Bytes{answer.begin(), answer.begin() + 5}), (Bytes{0x01, 0x03, 0x02, 0x00, 182}));
-  // 15 characters of 11 bits, and the giving way ends with the last of them.
-  EXPECT_GE(clock.NowMs(), start + 4);
-  EXPECT_LT(clock.NowMs(), start + 2000);
-}
-
-TEST_F(PortSwitchTest, TheFrameIsOutWhenTheLineHasCarriedIt) {
-  port.Open(1, "9600,O,8,1");
-  port.Write(kQuestion);
-  EXPECT_EQ(port.BytesOut(), 8);
-  const std::int64_t start = clock.NowMs();
-  while (port.BytesOut() > 0 && clock.NowMs() < start + 5000) queue.GiveWay(start + 5000);
-  EXPECT_GE(clock.NowMs(), start + 8);  // 9.2 ms, less the millisecond that had begun
-  EXPECT_LT(clock.NowMs(), start + 4000);
-  EXPECT_EQ(port.BytesIn(), 0);
+TEST_F(PortSwitchTest, BytesMoveAtTheSpeedThatThePortWasOpenedWith) {
+  struct Case {
+    const char* settings;
+    std::int64_t out_ms;  // 8 characters of 11 bits, to the next whole millisecond
+  };
+  for (const Case& c : {Case{"9600,O,8,1", 10}, Case{"38400,O,8,1", 3}}) {
+    SCOPED_TRACE(c.settings);
+    port.Open(1, c.settings);
+    const std::int64_t start = time.NowMs();
+    port.Write(FromHex(kQuestion));
+    EXPECT_EQ(port.BytesOut(), 8);
+    while (port.BytesOut() > 0) time.GiveWay(start + 1000);
+    EXPECT_EQ(time.NowMs(), start + c.out_ms) << "giving way wakes with the line's bytes";
+    EXPECT_EQ(port.BytesIn(), 0);
+    while (port.BytesIn() < 7) time.GiveWay(start + 1000);
+    EXPECT_LT(time.NowMs(), start + 60);
+    Bytes answer;
+    while (port.BytesIn() > 0) answer.push_back(port.TakeByte());
+    EXPECT_EQ(answer, FromHex(kAnswerOfSingle));
+    EXPECT_TRUE(time.RunUntilIdle(1000)) << "a line at rest wakes nobody";
+  }
 }
 
 TEST_F(PortSwitchTest, AMeterKeepsWhatWasWrittenWhileThePortIsClosed) {
-  // The outer diameter of CH1 becomes 0.0001 of its unit more or less: the value itself doesn't matter.
-  const Bytes read{0x01, 0x03, 0x01, 0x04, 0x00, 0x01, 0xC4, 0x37};
-  const Bytes write{0x01, 0x06, 0x01, 0x04, 0x00, 0x07, 0x88, 0x35};
   port.Open(1, "38400,O,8,1");
-  ASSERT_EQ(Ask(write, 200).size(), 8U);
-  port.Open(1, "38400,E,8,1");
-  const Bytes answer = Ask(read);
-  ASSERT_GE(answer.size(), 5U);
-  EXPECT_EQ(answer[4], 7);
+  EXPECT_EQ(Ask("01 06 01 04 00 07 88 35").size(), 8U);  // its identification number becomes 7
+  port.Open(1, "9600,E,8,1");
+  EXPECT_EQ(Ask("01 03 01 04 00 01 C4 37").at(4), 7);
 }
 
 TEST_F(PortSwitchTest, AMeterOfAnotherSpeedOrParityHearsGarbage) {
-  port.Open(3, "19200,O,8,1");
-  EXPECT_EQ(Ask(kQuestion).size(), 7U);
-  port.Open(3, "9600,O,8,1");
-  EXPECT_TRUE(Ask(kQuestion, 60).empty());
-  port.Open(6, "38400,O,8,1");
-  EXPECT_TRUE(Ask(kQuestion, 60).empty());
-  port.Open(6, "38400,E,8,1");
-  EXPECT_EQ(Ask(kQuestion).size(), 7U);
+  struct Case {
+    int number;
+    const char* settings;
+    bool answers;
+  };
+  for (const Case& c :
+       {Case{3, "19200,O,8,1", true}, Case{3, "9600,O,8,1", false}, Case{6, "38400,O,8,1", false},
+        Case{6, "38400,E,8,1", true}, Case{6, "9600,E,8,2", true}, Case{6, "9600,E,7,1", false}}) {
+    port.Open(c.number, c.settings);
+    EXPECT_EQ(!Ask(kQuestion).empty(), c.answers) << c.number << " " << c.settings;
+  }
+}
+
+TEST_F(PortSwitchTest, WhatComesWhileThePortIsClosedOrIsDiscardedIsLost) {
+  port.Open(1, "9600,O,8,1");
+  port.Write(FromHex(kQuestion));
+  time.RunFor(12);  // the question is out
+  port.Close();
+  time.RunFor(100);
+  port.Open(1, "9600,O,8,1");
+  EXPECT_EQ(port.BytesIn(), 0);
+  port.Write(FromHex(kQuestion));
+  port.DiscardOutput();
+  time.RunFor(100);
+  EXPECT_EQ(port.BytesIn(), 0) << "the meter never saw it whole";
+  port.Write(FromHex(kQuestion));
+  time.RunFor(100);
+  port.DiscardInput();
+  EXPECT_EQ(port.BytesIn(), 0);
 }
 
 TEST_F(PortSwitchTest, FaultsSayWhichDevice) {
@@ -117,26 +129,25 @@ TEST_F(PortSwitchTest, FaultsSayWhichDevice) {
 }
 
 TEST(SimulatedPort, TheUnpluggedLineClosesThePortAndSaysSo) {
-  QtClock clock;
-  QtEventQueue queue(clock);
+  test::VirtualTime time;
   sim::LineShelf shelf;
-  sim::SimulatedPort port(clock, queue, [&](int) { return shelf.Find("simulator", 0); });
+  sim::SimulatedPort port(time, time, [&](int) { return shelf.Find("simulator", 0); });
   port.Open(1, "9600,O,8,1");
   sim::Line* line = port.OpenLine();
-  port.Write(kQuestion);
-  line->Unplug(clock.NowMs() * 1000);
-  EXPECT_THROW(port.BytesIn(), PortFault);
-  EXPECT_FALSE(port.IsOpen());
+  port.Write(FromHex(kQuestion));
+  line->Unplug(time.NowMs() * 1000);
   for (int attempt = 0; attempt < 2; ++attempt) {
     try {
-      port.Write(kQuestion);
+      port.BytesIn();
       ADD_FAILURE() << "the line is gone";
     } catch (const PortFault& fault) {
       EXPECT_EQ(fault.Code(), PortFaultCode::kRemoved);
+      EXPECT_EQ(fault.Device(), "simulator");
     }
+    EXPECT_FALSE(port.IsOpen());
   }
   EXPECT_THROW(port.Open(1, "9600,O,8,1"), PortFault);
-  line->Plug(clock.NowMs() * 1000);
+  line->Plug(time.NowMs() * 1000);
   port.Open(1, "9600,O,8,1");
   EXPECT_EQ(port.BytesIn(), 0);
 }
