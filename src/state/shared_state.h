@@ -13,12 +13,12 @@ inline constexpr int kChannels = 3;  // CH1, CH2 and the computed CH3
 // Booleans kept as numbers are -1 for true and 0 for false, and are only compared against 0.
 struct SharedState {
   // Program and language.
-  int LangOffset = 0;      // 0 Japanese, 5000 English; added to every text id
-  int LangFlag = 0;        // program's language: 0 Japanese, above 0 English
-  int SystemLangFlag = 0;  // language of the meter's own display, 0 to 4
-  int UnitFlag = 0;        // 0 metric, 1 English
-  int RangeUnitTrack = 0;  // the UnitFlag that the range page last filled its lists for
-  int TotalUnitTrack = 0;  // the same for the total page
+  int LangOffset = 0;                 // 0 Japanese, 5000 English; added to every text id
+  int LangFlag = 0;                   // program's language: 0 Japanese, above 0 English
+  int SystemLangFlag = 0;             // language of the meter's own display, 0 to 4
+  int UnitFlag = 0;                   // 0 metric, 1 English
+  int RangeUnitTrack = 0;             // the UnitFlag that the range page last filled its lists for
+  int TotalUnitTrack = 0;             // the same for the total page
   std::string UserInfo = "Standard";  // "Standard", "Service" or "Factory"
   std::string ModelCode;              // hardware variant of the installation: "M627", "T305" or "K410"
   std::string PageFont;
@@ -40,6 +40,9 @@ struct SharedState {
   bool PortIsOpen = false;
   std::string LastErrorText;    // why the last transfer failed; cleared by every SendReceive
   std::string PortFaultReason;  // why the port could not be opened, for the status line
+  // Request and reply of the device queries, shared by all of them.
+  std::array<std::uint8_t, 8> MemTxFrame{};
+  std::array<std::uint8_t, 7> MemRxFrame{};
 
   // Interface.
   bool UiLocked = false;

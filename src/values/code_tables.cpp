@@ -17,11 +17,11 @@ constexpr int kFlowUnits = 7;
 constexpr int kTotalUnits = 11;
 constexpr int kSendCounts = 24;
 constexpr int kPlainNumber = 35;
-// Ours: the halves of those that have no number of their own.
-constexpr int kSensorModelsM627 = 601;
-constexpr int kSensorModelsOther = 602;
-constexpr int kSendCountsNormal = 2400;
-constexpr int kSendCountsHighSpeed = 2401;
+// The halves of those that have no number of their own; below 1, so that no caller reaches them directly.
+constexpr int kSensorModelsM627 = -1;
+constexpr int kSensorModelsOther = -2;
+constexpr int kSendCountsNormal = -3;
+constexpr int kSendCountsHighSpeed = -4;
 
 // A table of string ids, closed by 0 when it is not full. A negative id carries an apostrophe in CodeToText.
 struct IdTable {
@@ -146,8 +146,9 @@ auto FindTable(const Tables& tables, int number) {
 }
 
 std::vector<std::string> Texts(const CodeContext& context, int table, bool apostrophes) {
-  const int number = ResolveTable(context, table);
   std::vector<std::string> texts;
+  if (table < 1) return texts;
+  const int number = ResolveTable(context, table);
   if (const LiteralTable* literals = FindTable(kLiteralTables, number)) {
     texts.assign(literals->texts.begin(), literals->texts.end());
   }

@@ -1,0 +1,25 @@
+#include "pages/pages.h"
+
+#include <memory>
+
+#include "pages/form10.h"
+#include "pages/form4.h"
+#include "pages/form5.h"
+
+namespace vlt {
+namespace {
+
+template <class Page>
+void Register(App& app, const char* name) {
+  app.windows.Register(name, [&app] { return std::make_unique<Page>(app); });
+}
+
+}  // namespace
+
+void RegisterPages(App& app) {
+  Register<Form10>(app, "Form10");
+  Register<Form4>(app, "Form4");
+  Register<Form5>(app, "Form5");
+}
+
+}  // namespace vlt

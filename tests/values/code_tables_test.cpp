@@ -1,0 +1,99 @@
+#include "values/code_tables.h"
+
+#include <gtest/gtest.h>
+
+#include "values/text.h"
+#include "values/unit_names.h"
+
+namespace vlt {
+namespace {
+
+constexpr CodeContext kEnglish{.lang_offset = 5000};
+
+TEST(CodeTables, EveryTableHasItsLengthInBothLanguages) {
+  const std::pair<int, std::size_t> lengths[] = {
+      {1, 13}, {2, 8},  {3, 18},  {4, 4},  {5, 4},  {6, 12}, {7, 18},  {8, 4},   {9, 5},   {10, 3},  {11, 8},
+      {12, 7}, {13, 2}, {14, 20}, {15, 3}, {16, 2}, {17, 3}, {18, 16}, {19, 7},  {20, 5},  {21, 2},  {22, 2},
+      {23, 8}, {24, 7}, {25, 3},  {26, 4}, {27, 2}, {28, 2}, {29, 2},  {30, 17}, {31, 18}, {32, 18}, {33, 8},
+      {34, 9}, {35, 0}, {40, 3},  {41, 4}, {42, 6}, {43, 3}, {60, 3},  {61, 7},  {62, 7},  {63, 3},  {64, 2},
+      {65, 3}, {66, 2}, {67, 2},  {68, 2}, {69, 2}, {0, 0},  {36, 0},  {44, 0},  {70, 0},  {-1, 0},  {-4, 0},
+  };
+  for (const auto& [table, length] : lengths) {
+    EXPECT_EQ(CodeTexts(kEnglish, table).size(), length) << "table " << table;
+    EXPECT_EQ(CodeTexts({}, table).size(), length) << "table " << table;
+  }
+}
+
+TEST(CodeTables, CodesOutsideOfATableHaveNoText) {
+  EXPECT_EQ(CodeToText(kEnglish, 1, 12), "PIPE S.V.");
+  EXPECT_EQ(CodeToText(kEnglish, 1, 13), "");
+  EXPECT_EQ(CodeToText(kEnglish, 1, -1), "");
+  EXPECT_EQ(CodeToText(kEnglish, 99, 0), "");
+  EXPECT_EQ(CodeToText(kEnglish, 35, 7), "0007");
+  EXPECT_EQ(CodeToText(kEnglish, 35, 12345), "12345");
+  EXPECT_EQ(CodeToText({}, 1, 0), "炭素鋼");
+}
+
+TEST(CodeTables, SignedItemsCarryAnApostropheInReportsButNotInLists) {
+  const std::vector<std::string> output = CodeTexts(kEnglish, 14);
+  EXPECT_EQ(output[0], "NOT USED");
+  EXPECT_EQ(output[1], "'+TOTAL PULSE");
+  EXPECT_EQ(output[2], "'-TOTAL PULSE");
+  EXPECT_EQ(output[6], "TOTAL SWITCH ");
+  EXPECT_EQ(output[9], "-:FLOW DIRECTION");
+  EXPECT_EQ(ListTexts(kEnglish, 14)[1], "+TOTAL PULSE");
+  EXPECT_EQ(ListTexts(kEnglish, 14).size(), 20U);
+  EXPECT_EQ(CodeToText(kEnglish, 18, 2), "FLOW RATE(%)");
+  EXPECT_EQ(CodeToText(kEnglish, 18, 3), "'+TOTAL(ACTUAL)");
+  EXPECT_EQ(CodeToText(kEnglish, 18, 6), "'-TOTAL PULSE");
+  EXPECT_EQ(CodeToText(kEnglish, 18, 7), "H:TOTAL(THERMAL)");
+  EXPECT_EQ(CodeToText(kEnglish, 30, 7), "RAS INFO.");
+  EXPECT_EQ(CodeToText(kEnglish, 30, 16), "TEMP DIFFERENCE");
+  for (const std::string& text : ListTexts({}, 18)) EXPECT_NE(text.front(), '\'');
+}
+
+TEST(CodeTables, ContextDecidesUnitsModelsAndCounts) {
+  EXPECT_EQ(CodeToText({.unit_flag = 0}, 7, 1), "L/min");
+  EXPECT_EQ(CodeToText({.unit_flag = -1}, 7, 1), "gal/min");
+  EXPECT_EQ(CodeToText({.unit_flag = 0}, 11, 8), "");
+  EXPECT_EQ(CodeToText({.unit_flag = 1}, 11, 8), "ACRf");
+  EXPECT_EQ(CodeToText({.model_code = "M627"}, 6, 2), "WT-11");
+  EXPECT_EQ(CodeToText({.model_code = "K410"}, 6, 11), "WT-30");
+  EXPECT_EQ(CodeToText({}, 6, 1), "RESERVE");
+  EXPECT_EQ(CodeToText({.operation_mode = 1}, 24, 0), "4");
+  EXPECT_EQ(CodeToText({.operation_mode = 0}, 24, 0), "");
+  EXPECT_EQ(CodeToText({.operation_mode = 0}, 24, 1), "8");
+  EXPECT_EQ(ListTexts({.operation_mode = 0}, 24).front(), "8");
+  EXPECT_EQ(ListTexts({.operation_mode = 0}, 24).size(), ListTexts({.operation_mode = 1}, 24).size());
+}
+
+TEST(Alarms, CountFromTheLeftOfTheWord) {
+  EXPECT_EQ(AlarmText(5000, 0), "E1:DEVICE ERROR 1");
+  EXPECT_EQ(AlarmText(5000, 10), "E1:DEVICE ERROR 4");
+  EXPECT_EQ(AlarmText(5000, 15), "E4:TEMPERATURE ERROR");
+  for (const int none : {-1, 11, 12, 13, 16}) EXPECT_EQ(AlarmText(0, none), "") << none;
+  const auto rows = AlarmRows(5000);
+  EXPECT_EQ(rows[9], "E1:DEVICE ERROR 3");
+  EXPECT_EQ(rows[12], "RESERVE");
+  EXPECT_EQ(rows[14], "E4:RANGE OVER");
+}
+
+TEST(UnitNames, FollowTheUnitSystem) {
+  EXPECT_EQ(BuildFlowUnitNames(0)[8], "m3/h");
+  EXPECT_EQ(BuildFlowUnitNames(1)[8], "ft3/h");
+  EXPECT_EQ(BuildTotalUnitNames(0).size(), 8U);
+  EXPECT_EQ(BuildTotalUnitNames(1).back(), "ACRf");
+  EXPECT_EQ(BuildHeatFlowUnitNames(5000)[5], "kWh");
+  EXPECT_EQ(BuildHeatTotalUnitNames(0)[5], "kW");
+  EXPECT_EQ(BuildTempUnitNames(5000)[0], "degC");
+  EXPECT_EQ(BuildBaseUnitNames(0)[2], "E-6m2/s");
+  EXPECT_EQ(BuildBaseUnitNames(1)[1], "ft/s");
+  using Four = std::array<std::string, 4>;
+  EXPECT_EQ(SubGetUnitForm10(0, 0), (Four{"m/s", "mm", "℃", "°"}));
+  EXPECT_EQ(SubGetUnitForm10(1, 0), (Four{"ft/s", "inch", "°F", "°"}));
+  EXPECT_EQ(SubGetUnitForm10(0, 1)[2], "degC");
+  EXPECT_EQ(SubGetUnitForm10(0, 2)[2], "degF");
+}
+
+}  // namespace
+}  // namespace vlt
