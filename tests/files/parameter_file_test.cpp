@@ -7,12 +7,12 @@
 
 #include "files/file_report.h"
 #include "files/whole_file.h"
-#include "tests/files/machine.h"
+#include "support/test_app.h"
 
 namespace vlt {
 namespace {
 
-using test::Machine;
+using test::TestApp;
 
 constexpr const char* kPath = "/data/pump.ini";
 
@@ -32,8 +32,9 @@ void Fill(App& app) {
   app.slots.At("STATUS", "H_TOTAL_SW_Unit") = "m³";
   for (int i = 0; i < 5; ++i) app.state.*kNumbers[i] = i + 1;
   app.state.PortNo = "3";
+  app.state.StationNo = "00";
   app.state.UserInfo = "Factory";
-  app.state.IniFilePath = "/opt/tool/VLT.ini";
+  app.state.IniFilePath = "/app/VLT.ini";
   BuildCommSettings(app.state);
 }
 
@@ -44,23 +45,23 @@ std::vector<std::string> Slots(const App& app) {
 }
 
 TEST(ParameterFile, NewFileIsTheGoldenOne) {
-  Machine machine;
+  TestApp machine;
   Fill(machine.app);
   ASSERT_EQ(SaveParameterFile(machine.app, kPath), FileError::kGood);
   std::ifstream golden(TEST_DATA "/filled.ini", std::ios::binary);
   ASSERT_TRUE(golden);
   const std::string expected{std::istreambuf_iterator<char>(golden), {}};
-  EXPECT_EQ(machine.files.content[kPath], expected);
-  EXPECT_EQ(machine.files.content.size(), 1U);  // there was nothing to keep
+  EXPECT_EQ(machine.platform.files.files[kPath], expected);
+  EXPECT_EQ(machine.platform.files.files.size(), 1U);  // there was nothing to keep
 }
 
 TEST(ParameterFile, ComesBackButForWhatIsOnlyWritten) {
-  Machine machine;
+  TestApp machine;
   Fill(machine.app);
   machine.app.slots.At("TOTAL", "TOTAL_PULSE_WIDTH1_Unit") = "ms";
   SaveParameterFile(machine.app, kPath);
-  Machine other;
-  other.files.content = machine.files.content;
+  TestApp other;
+  other.platform.files.files = machine.platform.files.files;
   other.app.state.LangFlag = 1;
   const LoadResult result = OpenParameterFile(other.app, kPath);
   EXPECT_EQ(result.file, FileError::kGood);
@@ -81,13 +82,13 @@ TEST(ParameterFile, ComesBackButForWhatIsOnlyWritten) {
 
 TEST(ParameterFile, MissingKeysGiveTheirDefaultsEmptyOnesNothing) {
   for (const bool empty : {false, true}) {
-    Machine machine;
+    TestApp machine;
     Fill(machine.app);
     ProfileFile profile;
     if (empty) {
       for (const SlotRow& row : SlotRows()) profile.SetString(row.section, row.key, "");
     }
-    machine.files.content[kPath] = profile.Text();
+    machine.platform.files.files[kPath] = profile.Text();
     EXPECT_TRUE(LoadParameterFile(machine.app, kPath).Converted());
     int zeros = 0;
     int texts = 0;
@@ -106,11 +107,11 @@ TEST(ParameterFile, AChannelBeyond16BitsEndsTheLoading) {
   const std::pair<std::string, int> rows[] = {
       {"x", 0}, {"-1", -1}, {"32767", 32767}, {"32768", 2}, {"9e9", 9}};
   for (const auto& [text, channel] : rows) {
-    Machine machine;
+    TestApp machine;
     Fill(machine.app);
-    machine.files.content[kPath] = "[RANGE]\nCHANNEL=" + text +
-                                   "\n[PROCESS SETTING]\nVISCOSITY_Data=before\n[TOTAL]\n"
-                                   "TOTAL_MODE_Data=behind\n";
+    machine.platform.files.files[kPath] = "[RANGE]\nCHANNEL=" + text +
+                                          "\n[PROCESS SETTING]\nVISCOSITY_Data=before\n[TOTAL]\n"
+                                          "TOTAL_MODE_Data=behind\n";
     const bool ended = text == "32768";
     EXPECT_EQ(LoadParameterFile(machine.app, kPath).stopped_at, ended ? "RANGE/CHANNEL" : "") << text;
     EXPECT_EQ(machine.app.state.RangeChannel, channel) << text;
@@ -121,10 +122,10 @@ TEST(ParameterFile, AChannelBeyond16BitsEndsTheLoading) {
 
 TEST(ParameterFile, WhatCannotBeReadChangesNothing) {
   for (const FileError error : {FileError::kMissing, FileError::kNoPermission, FileError::kNotAFile}) {
-    Machine machine;
+    TestApp machine;
     Fill(machine.app);
     const std::vector<std::string> before = Slots(machine.app);
-    if (error != FileError::kMissing) machine.files.refused[kPath] = error;
+    if (error != FileError::kMissing) machine.platform.files.FailPath(kPath, error);
     EXPECT_EQ(OpenParameterFile(machine.app, kPath).file, error);
     EXPECT_EQ(LoadParameterFile(machine.app, kPath).file, error);
     EXPECT_EQ(Slots(machine.app), before);
@@ -135,13 +136,13 @@ TEST(ParameterFile, WhatCannotBeReadChangesNothing) {
 
 TEST(ParameterFile, OpeningChangesNoOpenPort) {
   for (const bool open : {false, true}) {
-    Machine machine;
+    TestApp machine;
     Fill(machine.app);
     machine.app.state.PortIsOpen = open;
-    machine.files.content[kPath] = "[COMM]\nSPEED=38400\nPORT=abc\n";
+    machine.platform.files.files[kPath] = "[COMM]\nSPEED=38400\nPORT=abc\n";
     EXPECT_TRUE(OpenParameterFile(machine.app, kPath).Converted());
     EXPECT_EQ(machine.app.state.PortNo, "3");
-    machine.files.content[kPath] = "[COMM]\nSPEED=38400\n";
+    machine.platform.files.files[kPath] = "[COMM]\nSPEED=38400\n";
     OpenParameterFile(machine.app, kPath);
     EXPECT_EQ(machine.app.state.Speed, "38400");
     EXPECT_EQ(machine.app.state.CommSettings, open ? "9600,O,8,1" : "38400,O,8,1");
@@ -150,29 +151,29 @@ TEST(ParameterFile, OpeningChangesNoOpenPort) {
 
 TEST(ParameterFile, SavingKeepsForeignKeysAndTheFormerFile) {
   const std::string former = "; pump 2\n[SYSTEM]\nUNIT_FLAG=1\nNOTE=ours\n[SITE]\nNAME=北\n";
-  Machine machine;
+  TestApp machine;
   Fill(machine.app);
-  machine.files.content[kPath] = former;
+  machine.platform.files.files[kPath] = former;
   EXPECT_EQ(SaveParameterFile(machine.app, kPath), FileError::kGood);
-  EXPECT_TRUE(machine.files.content[kPath].starts_with(
+  EXPECT_TRUE(machine.platform.files.files[kPath].starts_with(
       "; pump "
       "2\n[SYSTEM]\nUNIT_FLAG=0\nNOTE=ours\nSYSTEM_LANG_FLAG=0\nUSER_INFO=Factory\nINI_FILENAME=VLT.ini\n"
       "[SITE]\nNAME=北\n[COMM]\n"));
-  EXPECT_EQ(machine.files.content[BackupPath(kPath)], former);
-  EXPECT_EQ(machine.files.steps, 4);  // file and backup: each written and moved once
-  machine.files.fail_at = 5;
+  EXPECT_EQ(machine.platform.files.files[BackupPath(kPath)], former);
+  EXPECT_EQ(machine.platform.files.changes.size(), 4U);  // file and backup: each written and moved once
+  machine.platform.files.FailChange(1, FileError::kFull);
   machine.app.slots[0] = "changed";
-  const auto before = machine.files.content;
+  const auto before = machine.platform.files.files;
   EXPECT_EQ(SaveParameterFile(machine.app, kPath), FileError::kFull);
-  EXPECT_EQ(machine.files.content, before);
+  EXPECT_EQ(machine.platform.files.files, before);
 }
 
 TEST(ParameterFile, TheLoaderFileIsKnownByItsExactText) {
-  Machine machine;
-  machine.app.state.IniFilePath = "/opt/tool//VLT.ini";
-  EXPECT_TRUE(IsLoaderFile(machine.app, "/opt/tool//VLT.ini"));
-  EXPECT_FALSE(IsLoaderFile(machine.app, "/opt/tool/VLT.ini"));
-  EXPECT_FALSE(IsLoaderFile(machine.app, "/opt/tool//vlt.ini"));
+  TestApp machine;
+  machine.app.state.IniFilePath = "/app//VLT.ini";
+  EXPECT_TRUE(IsLoaderFile(machine.app, "/app//VLT.ini"));
+  EXPECT_FALSE(IsLoaderFile(machine.app, "/app/VLT.ini"));
+  EXPECT_FALSE(IsLoaderFile(machine.app, "/app//vlt.ini"));
 }
 
 // A page that notes what happens to it.
@@ -190,7 +191,7 @@ class NotingPage : public Form {
 };
 
 TEST(PagesAndSlots, SavesPagesInOrderAndRefreshesOpenOnes) {
-  Machine machine;
+  TestApp machine;
   std::string log;
   Windows& windows = machine.app.windows;
   for (const std::string name : {"Form11", "Form12", "Form9", "Form3", "Form10"}) {
@@ -208,48 +209,26 @@ TEST(PagesAndSlots, SavesPagesInOrderAndRefreshesOpenOnes) {
   EXPECT_FALSE(windows.Find("Form11")->Visible());
   windows.Load("Form3");
   log.clear();
-  machine.files.content[kPath] = "";
+  machine.platform.files.files[kPath] = "";
   OpenParameterFile(machine.app, kPath);
   EXPECT_EQ(log, "apply Form11,apply Form3,");
 }
 
-class BarOnly : public MainFrame {
- public:
-  explicit BarOnly(Windows& windows)
-      : form_(windows, "MDIForm1", FormPlace::kFrame), bar_(form_, "StatusBar1", 3) {}
-  Form& Window() override { return form_; }
-  void enableMenubar() override {}
-  void disableMenubar() override {}
-  StatusBar& Status() override { return bar_; }
-  PushButton& ExitButton() override { throw FileError::kOther; }
-  Timer& OneShotTimer() override { throw FileError::kOther; }
-  void SetPageButtonIdle(std::string_view) override {}
-
- private:
-  Form form_;
-  StatusBar bar_;
-};
-
 TEST(FileReport, NamesTheFileAndTheReason) {
-  Machine machine;
-  ReportSaved(machine.app, kPath);  // without a main window there is nobody to tell
-  BarOnly frame(machine.app.windows);
-  machine.app.frame = &frame;
-  machine.app.state.LangOffset = 5000;
+  TestApp machine;
   const std::pair<FileError, std::pair<std::string, std::string>> rows[] = {
       {FileError::kMissing, {"there is no such file", "the folder does not exist"}},
       {FileError::kFull, {"the disk is full", "the disk is full"}},
       {FileError::kTooLarge, {"the file is too large", "the file is too large"}},
   };
-  const std::string stamp = "2026/11/24 10:00:00 ";
   for (const auto& [error, reasons] : rows) {
     ReportNotRead(machine.app, "C:\\data\\100%1.ini", error);
-    EXPECT_EQ(frame.Status().Panel(1), stamp + "100%1.ini could not be read: " + reasons.first);
+    EXPECT_EQ(machine.StatusText(), "100%1.ini could not be read: " + reasons.first);
     ReportNotWritten(machine.app, kPath, error);
-    EXPECT_EQ(frame.Status().Panel(1), stamp + "pump.ini could not be written: " + reasons.second);
+    EXPECT_EQ(machine.StatusText(), "pump.ini could not be written: " + reasons.second);
   }
   ReportOpened(machine.app, kPath);
-  EXPECT_EQ(frame.Status().Panel(1), stamp + "Opened pump.ini");
+  EXPECT_EQ(machine.StatusText(), "Opened pump.ini");
 }
 
 }  // namespace

@@ -4,14 +4,14 @@
 
 #include "files/append_line.h"
 #include "files/whole_file.h"
-#include "tests/files/machine.h"
+#include "support/memory_file_system.h"
 
 namespace vlt {
 namespace {
 
 using namespace std::string_literals;
 using test::Killed;
-using test::MemoryFiles;
+using test::MemoryFileSystem;
 
 std::string Repeated(const std::string& text, int times) {
   std::string all;
@@ -126,40 +126,40 @@ TEST(ProfileFile, HandlesAHundredThousandLines) {
 
 TEST(ProfileFile, IsNotTouchedWhenItCannotBeRead) {
   for (const FileError error : {FileError::kNoPermission, FileError::kNotAFile, FileError::kTooLarge}) {
-    MemoryFiles files;
-    files.refused["/x.ini"] = error;
+    MemoryFileSystem files;
+    files.FailPath("/x.ini", error);
     ProfileFile profile("[S]\nK=1\n");
     EXPECT_EQ(ReadProfile(files, "/x.ini", profile), error);
     EXPECT_EQ(profile.Text(), "");
     EXPECT_EQ(ChangeProfile(files, "/x.ini", true, [](ProfileFile& p) { p.SetString("S", "K", "2"); }),
               error);
-    EXPECT_EQ(files.steps, 0);
+    EXPECT_EQ(files.changes.size(), 0U);
   }
 }
 
 TEST(ProfileFile, PathMayEndInBlanks) {
-  MemoryFiles files;
+  MemoryFileSystem files;
   EXPECT_EQ(ChangeProfile(files, "/a b.ini ", false, [](ProfileFile& p) { p.SetString("S", "K", "1"); }),
             FileError::kGood);
   ProfileFile profile;
   EXPECT_EQ(ReadProfile(files, "/a b.ini  ", profile), FileError::kGood);
-  EXPECT_EQ(files.content, (std::map<std::string, std::string>{{"/a b.ini", "[S]\r\nK=1\r\n"}}));
+  EXPECT_EQ(files.files, (std::map<std::string, std::string>{{"/a b.ini", "[S]\r\nK=1\r\n"}}));
 }
 
 TEST(WholeFile, OldOrNewFileStandsWhereverTheProgramIsKilled) {
   int kills = 0;
   for (int step = 1;; ++step) {
-    MemoryFiles files;
-    files.content["/p.ini"] = "the old file";
-    files.kill_at = step;
+    MemoryFileSystem files;
+    files.files["/p.ini"] = "the old file";
+    files.KillAtChange(step);
     try {
       EXPECT_EQ(WriteWhole(files, "/p.ini", "the new file", true), FileError::kGood);
       break;
     } catch (const Killed&) {
       ++kills;
-      EXPECT_EQ(files.content["/p.ini"], "the old file") << step;
+      EXPECT_EQ(files.files["/p.ini"], "the old file") << step;
       if (files.Exists("/p.ini.bak")) {
-        EXPECT_EQ(files.content["/p.ini.bak"], "the old file") << step;
+        EXPECT_EQ(files.files["/p.ini.bak"], "the old file") << step;
       }
     }
   }
@@ -169,30 +169,30 @@ TEST(WholeFile, OldOrNewFileStandsWhereverTheProgramIsKilled) {
 TEST(WholeFile, FailureAtAnyStepLeavesTheOldFileAndNoTemporary) {
   for (const bool keep : {false, true}) {
     for (int step = 1; step <= (keep ? 4 : 2); ++step) {
-      MemoryFiles files;
-      files.content = {{"/p.ini", "old"}, {"/p.ini.bak", "older"}};
-      files.fail_at = step;
+      MemoryFileSystem files;
+      files.files = {{"/p.ini", "old"}, {"/p.ini.bak", "older"}};
+      files.FailChange(step, FileError::kFull);
       EXPECT_EQ(WriteWhole(files, "/p.ini", "new", keep), FileError::kFull) << step;
-      EXPECT_EQ(files.content.size(), 2U) << step;
-      EXPECT_EQ(files.content["/p.ini"], "old") << step;
-      EXPECT_EQ(files.content["/p.ini.bak"], step == 4 ? "old" : "older") << step;
+      EXPECT_EQ(files.files.size(), 2U) << step;
+      EXPECT_EQ(files.files["/p.ini"], "old") << step;
+      EXPECT_EQ(files.files["/p.ini.bak"], step == 4 ? "old" : "older") << step;
     }
   }
 }
 
 TEST(WholeFile, KeepsTheFormerFile) {
-  MemoryFiles files;
+  MemoryFileSystem files;
   for (const char* content : {"1", "2", "2", "3", "3"}) WriteWhole(files, "/p.ini", content, true);
-  EXPECT_EQ(files.content, (std::map<std::string, std::string>{{"/p.ini", "3"}, {"/p.ini.bak", "2"}}));
+  EXPECT_EQ(files.files, (std::map<std::string, std::string>{{"/p.ini", "3"}, {"/p.ini.bak", "2"}}));
 }
 
 TEST(AppendLine, IsOneWriteWhoseFailureIsTold) {
-  MemoryFiles files;
+  MemoryFileSystem files;
   EXPECT_EQ(AppendLine(files, "/log.csv", "a,1"), FileError::kGood);
-  files.fail_at = 2;
+  files.FailChange(1, FileError::kFull);
   EXPECT_EQ(AppendLine(files, "/log.csv", "b,2"), FileError::kFull);
   EXPECT_EQ(AppendLine(files, "/log.csv", "c,3"), FileError::kGood);
-  EXPECT_EQ(files.content["/log.csv"], "a,1\r\nc,3\r\n");
+  EXPECT_EQ(files.files["/log.csv"], "a,1\r\nc,3\r\n");
 }
 
 }  // namespace

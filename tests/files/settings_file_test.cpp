@@ -4,15 +4,15 @@
 
 #include <sstream>
 
-#include "tests/files/machine.h"
+#include "support/test_app.h"
 
 namespace vlt {
 namespace {
 
 using namespace std::string_literals;
-using test::Machine;
+using test::TestApp;
 
-constexpr const char* kPath = "/opt/tool/VLT.ini";
+constexpr const char* kPath = "/app/VLT.ini";
 
 using Texts = std::vector<std::string>;
 
@@ -39,7 +39,7 @@ Texts Settings(const SharedState& s) {
 // A state that differs from every default.
 void Disturb(SharedState& s) {
   for (std::string* text :
-       {&s.Speed, &s.Parity, &s.StopBits, &s.TransMethod, &s.StationNo, &s.UserInfo, &s.ModelCode,
+       {&s.PortNo, &s.Speed, &s.Parity, &s.StopBits, &s.TransMethod, &s.StationNo, &s.UserInfo, &s.ModelCode,
         &s.MeasureDir, &s.PvCsvDir, &s.IniFilePath, &s.VerificationDir, &s.VerificationFile}) {
     *text = "x";
   }
@@ -47,16 +47,17 @@ void Disturb(SharedState& s) {
 }
 
 const Texts kDefaults =
-    Split("0|9600|O|1|RS232C|00|3|0|0|0|Standard||c:\\|c:\\|/opt/tool//VLT.ini|c:\\|Verification.xls|0|0");
+    Split("0|9600|O|1|RS232C|00|3|0|0|0|Standard||c:\\|c:\\|/app//VLT.ini|c:\\|Verification.xls|0|0");
 
 TEST(LoadSettings, WithoutAReadableFileEveryKeyHasItsDefault) {
   const std::pair<FileError, std::string> rows[] = {
       {FileError::kMissing, ""}, {FileError::kNotAFile, ""}, {FileError::kNoPermission, ""},
       {FileError::kGood, ""},    {FileError::kTooLarge, ""}, {FileError::kGood, "\0\xFF=\r[COMM\n"s}};
   for (const auto& [error, content] : rows) {
-    Machine machine;
-    if (error == FileError::kGood) machine.files.content[kPath] = content;
-    if (error != FileError::kGood && error != FileError::kMissing) machine.files.refused[kPath] = error;
+    TestApp machine;
+    if (error == FileError::kGood) machine.platform.files.files[kPath] = content;
+    if (error != FileError::kGood && error != FileError::kMissing)
+      machine.platform.files.FailPath(kPath, error);
     Disturb(machine.app.state);
     const LoadResult result = LoadSettings(machine.app, BootstrapPath(machine.app), 0);
     EXPECT_EQ(result.file, error);
@@ -66,15 +67,15 @@ TEST(LoadSettings, WithoutAReadableFileEveryKeyHasItsDefault) {
 }
 
 TEST(LoadSettings, EmptyValuesHaveFallbacksOfTheirOwn) {
-  Machine machine;
-  machine.files.content[kPath] =
+  TestApp machine;
+  machine.platform.files.files[kPath] =
       "[COMM]\nPORT=\nSPEED=\nPARITY=\"\"\nSTOP_BIT=\nTRANS_METHOD=\nSTATION_NO=\nRETRY_NO=\n"
       "[SYSTEM]\nUNIT_FLAG=\nSYSTEM_LANG_FLAG=\nLANG_FLAG=\nUSER_INFO=\nVR=\nINI_FILENAME=\n"
       "[CSVDIR]\nMEASURE_DIR=\nPV_DIR=\n[VERIFICATION]\nDEF_DIR=\nDEF_FILE_XLS=\nDEF_VER_NO=\nLOGO_FLG=\n";
   Disturb(machine.app.state);
   EXPECT_TRUE(LoadSettings(machine.app, kPath, 0).Converted());
   Texts expected = kDefaults;
-  expected[14] = "/opt/tool/VLT.ini";
+  expected[14] = "/app/VLT.ini";
   expected[15] = expected[16] = "";
   EXPECT_EQ(Settings(machine.app.state), expected);
 }
@@ -87,9 +88,9 @@ TEST(LoadSettings, TakesEachKey) {
   } rows[] = {
       {"COMM", "PORT=03", 0, "3", ""},
       {"COMM", "PORT=10", 0, "10", ""},
-      {"COMM", "PORT=11", 0, "", ""},
-      {"COMM", "PORT=99999", 0, "", ""},
-      {"COMM", "PORT=COM3", 0, "", "COMM/PORT"},
+      {"COMM", "PORT=11", 0, "x", ""},
+      {"COMM", "PORT=99999", 0, "x", ""},
+      {"COMM", "PORT=COM3", 0, "x", "COMM/PORT"},
       {"COMM", "RETRY_NO=5 times", 6, "5", ""},
       {"COMM", "RETRY_NO=none", 6, "0", ""},
       {"COMM", "RETRY_NO=32768", 6, "7", "COMM/RETRY_NO"},
@@ -99,16 +100,16 @@ TEST(LoadSettings, TakesEachKey) {
       {"SYSTEM", "USER_INFO=Factory", 10, "Factory", ""},
       {"SYSTEM", "USER_INFO=service", 10, "Standard", ""},
       {"SYSTEM", "VR=m627 ", 11, "m627", ""},
-      {"SYSTEM", "INI_FILENAME=other.ini", 14, "/opt/tool/other.ini", ""},
-      {"SYSTEM", "INI_FILENAME=\\VLT.ini", 14, "/opt/tool//VLT.ini", ""},
+      {"SYSTEM", "INI_FILENAME=other.ini", 14, "/app/other.ini", ""},
+      {"SYSTEM", "INI_FILENAME=\\VLT.ini", 14, "/app//VLT.ini", ""},
       {"VERIFICATION", "DEF_FILE_XLS=v", 16, "v.xls", ""},
       {"VERIFICATION", "DEF_VER_NO=-12", 17, "-12", ""},
       {"VERIFICATION", "DEF_VER_NO=1.2.3", 17, "7", "VERIFICATION/DEF_VER_NO"},
       {"VERIFICATION", "LOGO_FLG=40000", 18, "7", "VERIFICATION/LOGO_FLG"},
   };
   for (const auto& row : rows) {
-    Machine machine;
-    machine.files.content[kPath] = '[' + row.section + "]\n" + row.line + '\n';
+    TestApp machine;
+    machine.platform.files.files[kPath] = '[' + row.section + "]\n" + row.line + '\n';
     Disturb(machine.app.state);
     const LoadResult result = LoadSettings(machine.app, kPath, 0);
     EXPECT_EQ(Settings(machine.app.state)[row.at], row.expected) << row.line;
@@ -123,58 +124,62 @@ TEST(LoadSettings, TakesEachKey) {
 }
 
 TEST(LoadSettings, LeavesTheLanguageWhenTold) {
-  Machine machine('\\');
+  TestApp machine;
+  machine.platform.process.separator = '\\';
+  machine.platform.process.folder = "C:\\Tool";
   EXPECT_EQ(BootstrapPath(machine.app), "C:\\Tool\\VLT.ini ");
-  machine.files.content[CommPath(machine.app)] = "[SYSTEM]\nLANG_FLAG=1\nUNIT_FLAG=1\n";
+  machine.platform.files.files[CommPath(machine.app)] = "[SYSTEM]\nLANG_FLAG=2\nUNIT_FLAG=1\n";
   LoadSettings(machine.app, BootstrapPath(machine.app), 1);
-  EXPECT_EQ(machine.app.state.LangFlag, 0);
+  EXPECT_EQ(machine.app.state.LangFlag, 1);
   EXPECT_EQ(machine.app.state.UnitFlag, 1);
   EXPECT_EQ(machine.app.state.IniFilePath, "C:\\Tool\\\\VLT.ini");
 }
 
 TEST(SettingsFile, SavesSystemAndLinkInOrderAndKeepsTheRest) {
-  Machine machine;
-  machine.files.content[kPath] = "; site 7\n[SYSTEM]\nVR=M627\nLANG_FLAG=1\n\n[PORTS]\nCOM3=/dev/ttyUSB0\n";
+  TestApp machine;
+  machine.platform.files.files[kPath] =
+      "; site 7\n[SYSTEM]\nVR=M627\nLANG_FLAG=1\n\n[PORTS]\nCOM3=/dev/ttyUSB0\n";
   SharedState& state = machine.app.state;
   LoadSettings(machine.app, BootstrapPath(machine.app), 0);
-  EXPECT_EQ(state.IniFilePath, "/opt/tool//VLT.ini");
+  EXPECT_EQ(state.IniFilePath, "/app//VLT.ini");
   state.PortNo = "3";
   state.Speed = "38400";
   state.StationNo = "07";
   BuildCommSettings(state);
-  machine.files.content["/opt/tool//VLT.ini"] = machine.files.content[kPath];
+  machine.platform.files.files["/app//VLT.ini"] = machine.platform.files.files[kPath];
   EXPECT_EQ(SaveSystemSettings(machine.app, state.IniFilePath), FileError::kGood);
-  EXPECT_EQ(machine.files.content["/opt/tool//VLT.ini"],
+  EXPECT_EQ(machine.platform.files.files["/app//VLT.ini"],
             "; site 7\n[SYSTEM]\nVR=M627\nLANG_FLAG=1\nUNIT_FLAG=0\nSYSTEM_LANG_FLAG=0\nUSER_INFO=Standard\n"
             "INI_FILENAME=VLT.ini\n\n[PORTS]\nCOM3=/dev/"
             "ttyUSB0\n[COMM]\nPORT=3\nSETTINGS=38400,O,8,1\nSPEED=38400\n"
             "PARITY=O\nSTOP_BIT=1\nTRANS_METHOD=RS232C\nSTATION_NO=07\nRETRY_NO=3\n");
-  EXPECT_EQ(machine.files.steps, 2);  // one write, one move
+  EXPECT_EQ(machine.platform.files.changes.size(), 2U);  // one write, one move
 }
 
 TEST(SettingsFile, AFailedSaveIsToldAndLeavesTheFile) {
-  using Save = FileError (*)(Machine&);
+  using Save = FileError (*)(TestApp&);
   const Save saves[] = {
-      [](Machine& m) { return SaveCommSettings(m.app, kPath); },
-      [](Machine& m) { return SaveSystemSettings(m.app, kPath); },
-      [](Machine& m) { return SaveUnitCache(m.app, kPath); },
-      [](Machine& m) { return SavePortNo(m.app); },
-      [](Machine& m) { return SetPvCsvDir(m.app, "/logs"); },
-      [](Machine& m) { return SetPortDevice(m.app, 1, "/dev/ttyS0"); },
+      [](TestApp& m) { return SaveCommSettings(m.app, kPath); },
+      [](TestApp& m) { return SaveSystemSettings(m.app, kPath); },
+      [](TestApp& m) { return SaveUnitCache(m.app, kPath); },
+      [](TestApp& m) { return SavePortNo(m.app); },
+      [](TestApp& m) { return SetPvCsvDir(m.app, "/logs"); },
+      [](TestApp& m) { return SetPortDevice(m.app, 1, "/dev/ttyS0"); },
   };
   for (const Save save : saves) {
     for (const int step : {1, 2}) {
-      Machine machine;
-      machine.files.content[kPath] = "[SYSTEM]\nVR=M627\n";
-      machine.files.fail_at = step;
+      TestApp machine;
+      machine.platform.files.files[kPath] = "[SYSTEM]\nVR=M627\n";
+      machine.platform.files.FailChange(step, FileError::kFull);
       EXPECT_EQ(save(machine), FileError::kFull);
-      EXPECT_EQ(machine.files.content, (std::map<std::string, std::string>{{kPath, "[SYSTEM]\nVR=M627\n"}}));
+      EXPECT_EQ(machine.platform.files.files,
+                (std::map<std::string, std::string>{{kPath, "[SYSTEM]\nVR=M627\n"}}));
     }
   }
 }
 
 TEST(UnitCache, ChannelTwoComesBackAsChannelThree) {
-  Machine machine;
+  TestApp machine;
   SharedState& state = machine.app.state;
   state.RangeKind = {1, 2, 3};
   state.RangeUnit = {4, 5, 6};
@@ -187,14 +192,14 @@ TEST(UnitCache, ChannelTwoComesBackAsChannelThree) {
   state.TrendXScalePoint = "600";
   EXPECT_EQ(SaveUnitCache(machine.app, kPath), FileError::kGood);
   EXPECT_EQ(
-      machine.files.content[kPath],
+      machine.platform.files.files[kPath],
       "[RANGE]\r\nRANGE_KIND_Data=1\r\nRANGE_KIND_Data2=2\r\nRANGE_KIND_Data3=3\r\nRANGE_UNIT_Data=4\r\n"
       "RANGE_UNIT_Data2=5\r\nRANGE_UNIT_Data3=6\r\nOPERATION_MODE_Data=10\r\n[TOTAL]\r\nTOTAL_UNIT_Data=7\r\n"
       "TOTAL_UNIT_Data2=8\r\nTOTAL_UNIT_Data3=9\r\n[TEMPERATURE]\r\nTEMPERATURE_UNIT_Data=11\r\n"
       "RANGE_UNIT_Data=12\r\nTOTAL_UNIT_Data=13\r\n[MEASURE]\r\nY-SCALE MAX=1.5\r\nY-SCALE MIN=\r\n"
       "X-SCALE CYCLE=\r\nX-SCALE POINT=600\r\n");
-  Machine other;
-  other.files.content = machine.files.content;
+  TestApp other;
+  other.platform.files.files = machine.platform.files.files;
   EXPECT_TRUE(LoadUnitCache(other.app, kPath).Converted());
   const SharedState& back = other.app.state;
   EXPECT_EQ(back.RangeKind, (std::array{1, 0, 2}));
@@ -208,9 +213,9 @@ TEST(UnitCache, ChannelTwoComesBackAsChannelThree) {
 
 TEST(UnitCache, StopsAtAValueThatIsNoUnitCode) {
   for (const std::string bad : {"m3", "32768", "-32769", "1,5", "+"}) {
-    Machine machine;
+    TestApp machine;
     machine.app.state.RangeUnit = {7, 7, 7};
-    machine.files.content[kPath] =
+    machine.platform.files.files[kPath] =
         "[RANGE]\nRANGE_KIND_Data=-32768\nRANGE_KIND_Data2=\nRANGE_UNIT_Data1=" + bad +
         "\nRANGE_UNIT_Data2=2\n[MEASURE]\nY-SCALE MAX=9\n";
     EXPECT_EQ(LoadUnitCache(machine.app, kPath).stopped_at, "RANGE/RANGE_UNIT_Data1") << bad;
@@ -221,9 +226,9 @@ TEST(UnitCache, StopsAtAValueThatIsNoUnitCode) {
 }
 
 TEST(CsvFolders, TheMeasurePageReadsOneKeyAndStoresTheOther) {
-  Machine machine;
+  TestApp machine;
   EXPECT_EQ(GetMeasureCsvDir(machine.app), "c:\\");
-  machine.files.content[kPath] = "[CSVDIR]\nMEASURE_DIR=/by/hand\nPV_DIR=\n";
+  machine.platform.files.files[kPath] = "[CSVDIR]\nMEASURE_DIR=/by/hand\nPV_DIR=\n";
   EXPECT_EQ(GetPvCsvDir(machine.app), "c:\\");
   EXPECT_EQ(SetMeasureCsvDir(machine.app, "/logs/a.csv"), FileError::kGood);
   EXPECT_EQ(machine.app.state.PvCsvDir, "/logs/a.csv");
@@ -232,14 +237,14 @@ TEST(CsvFolders, TheMeasurePageReadsOneKeyAndStoresTheOther) {
 }
 
 TEST(PortNames, StandInTheBootstrapFile) {
-  Machine machine;
+  TestApp machine;
   EXPECT_EQ(GetPortDevice(machine.app, 4), "");
   SetPortDevice(machine.app, 10, "simulator");
   machine.app.state.PortNo = "10";
   SavePortNo(machine.app);
   EXPECT_EQ(GetPortDevice(machine.app, 10), "simulator");
   EXPECT_EQ(GetPortDevice(machine.app, 1), "");
-  EXPECT_EQ(machine.files.content[kPath], "[PORTS]\r\nCOM10=simulator\r\n[COMM]\r\nPORT=10\r\n");
+  EXPECT_EQ(machine.platform.files.files[kPath], "[PORTS]\r\nCOM10=simulator\r\n[COMM]\r\nPORT=10\r\n");
 }
 
 }  // namespace
