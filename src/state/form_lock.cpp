@@ -39,7 +39,8 @@ void SetCloseCommandByLock(Form& window, int enable) {
 // A timer of this name is on, on a form that exists.
 bool TimerRuns(const Form& form, std::string_view name) {
   Control* control = form.Find(name);
-  return control != nullptr && control->Kind() == ControlKind::kTimer && static_cast<Timer*>(control)->Running();
+  return control != nullptr && control->Kind() == ControlKind::kTimer &&
+         static_cast<Timer*>(control)->Running();
 }
 
 }  // namespace
@@ -84,7 +85,8 @@ bool IsAnyChecked(const Form& form) {
     }
     if (control->Kind() != ControlKind::kOptionButton) return false;
     return static_cast<const OptionButton*>(control)->Value() &&
-           std::find(std::begin(kChoiceOptions), std::end(kChoiceOptions), control->Name()) == std::end(kChoiceOptions);
+           std::find(std::begin(kChoiceOptions), std::end(kChoiceOptions), control->Name()) ==
+               std::end(kChoiceOptions);
   });
 }
 

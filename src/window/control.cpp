@@ -215,7 +215,7 @@ bool ComboBox::Choose(int list_index) {
 Label::Label(Form& form, std::string name, int index)
     : Control(form, ControlKind::kLabel, std::move(name), index) {}
 
-Frame::Frame(Form& form, std::string name, int index)
+FrameBox::FrameBox(Form& form, std::string name, int index)
     : Control(form, ControlKind::kFrame, std::move(name), index) {}
 
 Picture::Picture(Form& form, std::string name, std::string art)

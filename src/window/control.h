@@ -187,9 +187,9 @@ class Label : public Control {
   Label(Form& form, std::string name, int index = kNoIndex);
 };
 
-class Frame : public Control {
+class FrameBox : public Control {
  public:
-  Frame(Form& form, std::string name, int index = kNoIndex);
+  FrameBox(Form& form, std::string name, int index = kNoIndex);
 };
 
 // Artwork by name; the desktop finds the picture.

@@ -12,8 +12,8 @@ Form::~Form() = default;
 Platform& Form::Machine() const { return windows_.Machine(); }
 
 Control* Form::Find(std::string_view full_name) const {
-  const auto found =
-      std::find_if(controls_.begin(), controls_.end(), [&](Control* c) { return c->FullName() == full_name; });
+  const auto found = std::find_if(controls_.begin(), controls_.end(),
+                                  [&](Control* c) { return c->FullName() == full_name; });
   return found == controls_.end() ? nullptr : *found;
 }
 
@@ -77,7 +77,8 @@ Form& Windows::Load(const std::string& name) {
 }
 
 Form* Windows::Find(std::string_view name) const {
-  const auto found = std::find_if(forms_.begin(), forms_.end(), [&](const auto& f) { return f->Name() == name; });
+  const auto found =
+      std::find_if(forms_.begin(), forms_.end(), [&](const auto& f) { return f->Name() == name; });
   return found == forms_.end() ? nullptr : found->get();
 }
 

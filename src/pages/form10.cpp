@@ -1,0 +1,280 @@
+#include "pages/form10.h"
+
+#include "link/device_queries.h"
+#include "link/modbus.h"
+#include "link/port.h"
+#include "resources/text_ids.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kSecondChannelBase = 0x1388;
+constexpr int kProcessBlock = 0x00D0;  // 18 registers, function 03
+constexpr int kSpacingBlock = 0x0080;  // 3 registers, function 04
+constexpr int kZeroAdjust = 0x0140;
+constexpr int kTwoPipes = 3;  // of GetChannelConfig
+
+// The last entry of a material or fluid list is "own value": it unlocks the sound velocity.
+constexpr int kOwnPipe = 12;
+constexpr int kOwnFluid = 17;
+constexpr int kOwnLining = 7;
+constexpr int kNoLining = 0;
+
+constexpr Decimals kLengthDecimals{2, 4};
+constexpr Decimals kSpacingDecimals{2, 3};  // the meter gives the spacing one place less in inches
+
+}  // namespace
+
+Form10::Form10(App& app)
+    : ParameterPage(
+          app, "Form10",
+          {chkCheck, ReadParameter, SetParameter, SaveParameter, "PROCESS SETTING", 3991, 4001, 4011, 4021}) {
+  SetFields(Table());
+  SetWriteOrder({&OUTER_DIAMETERText, &PIPE_MATERIALCombo, &TRANS_FREQUENCYText, &WALL_THICKNESSText,
+                 &LINING_MATERIALCombo, &LINING_S_VText, &LINING_THICKNESSText, &KIND_OF_FLUIDCombo,
+                 &FLUID_S_VText, &VISCOSITYText, &SENSOR_MOUNTCombo, &SENSOR_TYPECombo});
+  PIPE_MATERIALCombo.on_click = [this] { PIPE_MATERIALCombo_Click(); };
+  KIND_OF_FLUIDCombo.on_click = [this] { KIND_OF_FLUIDCombo_Click(); };
+  LINING_MATERIALCombo.on_click = [this] { LINING_MATERIALCombo_Click(); };
+  ChannelSelect.ForEach([this](OptionButton& option) {
+    option.on_click = [this, &option] { ChannelSelect_Click(option.Index()); };
+  });
+  CmdBtnClear.on_click = [this] { AdjustZero(0, 3962); };
+  CmdBtnAdjust.on_click = [this] { AdjustZero(1, 3963); };
+}
+
+std::vector<Field> Form10::Table() {
+  // In address order, which is the order of reading: a list comes before the field that it unlocks.
+  return {
+      {.box = &SENSOR_TYPE,
+       .list = &SENSOR_TYPECombo,
+       .address = 0x00D0,
+       .caption = 800,
+       .key = "SENSOR_TYPE_Data"},
+      {.box = &OUTER_DIAMETER,
+       .text = &OUTER_DIAMETERText,
+       .address = 0x00D2,
+       .wire = Wire::kInt32,
+       .decimals = kLengthDecimals,
+       .caption = 1240,
+       .unit = &Label8(0),
+       .unit_kind = UnitKind::kLength,
+       .key = "OUTER_DIAMETER_Data",
+       .unit_key = "OUTER_DIAMETER_Unit"},
+      {.box = &PIPE_MATERIAL,
+       .list = &PIPE_MATERIALCombo,
+       .address = 0x00D6,
+       .caption = 2060,
+       .key = "PIPE_MATERIAL_Data"},
+      {.box = &TRANS_FREQUENCY,
+       .text = &TRANS_FREQUENCYText,
+       .address = 0x00D8,
+       .caption = 2050,
+       .unit = &Label12(0),
+       .unit_kind = UnitKind::kVelocity,
+       .key = "PIPE_S_V_Data",
+       .unit_key = "PIPE_S_V_Unit"},
+      {.box = &WALL_THICKNESS,
+       .text = &WALL_THICKNESSText,
+       .address = 0x00DA,
+       .wire = Wire::kInt32,
+       .decimals = kLengthDecimals,
+       .caption = 2880,
+       .unit = &Label8(1),
+       .unit_kind = UnitKind::kLength,
+       .key = "WALL_THICKNESS_Data",
+       .unit_key = "WALL_THICKNESS_Unit"},
+      {.box = &LINING_MATERIAL,
+       .list = &LINING_MATERIALCombo,
+       .address = 0x00DE,
+       .caption = 1120,
+       .key = "LINING_MATERIAL_Data"},
+      {.box = &LINING_S_V,
+       .text = &LINING_S_VText,
+       .address = 0x00E0,
+       .caption = 1100,
+       .unit = &Label1(0),
+       .unit_kind = UnitKind::kVelocity,
+       .key = "LINING_S_V_Data",
+       .unit_key = "LINING_S_V_Unit"},
+      {.box = &LINING_THICKNESS,
+       .text = &LINING_THICKNESSText,
+       .address = 0x00E2,
+       .wire = Wire::kInt32,
+       .decimals = kLengthDecimals,
+       .caption = 1110,
+       .unit = &Label2(0),
+       .unit_kind = UnitKind::kLength,
+       .key = "LINING_THICKNESS_Data",
+       .unit_key = "LINING_THICKNESS_Unit"},
+      {.box = &KIND_OF_FLUID,
+       .list = &KIND_OF_FLUIDCombo,
+       .address = 0x00E6,
+       .caption = 2210,
+       .key = "KIND_OF_FLUID_Data"},
+      {.box = &FLUID_S_V,
+       .text = &FLUID_S_VText,
+       .address = 0x00E8,
+       .caption = 2200,
+       .unit = &Label1(1),
+       .unit_kind = UnitKind::kVelocity,
+       .key = "FLUID_S_V_Data",
+       .unit_key = "FLUID_S_V_Unit"},
+      {.box = &VISCOSITY,
+       .text = &VISCOSITYText,
+       .address = 0x00EA,
+       .wire = Wire::kDouble,
+       .show = ShowAs::kDigits,
+       .digits = 7,
+       .caption = 2020,
+       .unit = &Label3(0),
+       .unit_kind = UnitKind::kViscosity,
+       .key = "VISCOSITY_Data",
+       .unit_key = "VISCOSITY_Unit"},
+      {.box = &SENSOR_MOUNT,
+       .list = &SENSOR_MOUNTCombo,
+       .address = 0x00F2,
+       .caption = 790,
+       .key = "SENSOR_MOUNT_Data"},
+      {.box = &SENSOR_SPACINGCheck,
+       .text = &SENSOR_SPACINGText,
+       .address = 0x0080,
+       .wire = Wire::kInt32,
+       .decimals = kSpacingDecimals,
+       .caption = 1380,
+       .function = 0x04,
+       .read_only = true,
+       .unit = &Label5(0),
+       .unit_kind = UnitKind::kLength,
+       .key = "SENSOR_SPACING_Data",
+       .unit_key = "SENSOR_SPACING_Unit"},
+      {.box = &SENSOR_SPACINGCheck,
+       .text = &SENSOR_SPACING2Text,
+       .address = 0x0084,
+       .wire = Wire::kUInt16,
+       .caption = 1380,
+       .function = 0x04,
+       .read_only = true,
+       .key = "SENSOR_SPACING2_Data"},
+  };
+}
+
+void Form10::BuildLists() {
+  const CodeContext codes = app().Codes();
+  FillList(PIPE_MATERIALCombo, ListTexts(codes, 1));
+  FillList(LINING_MATERIALCombo, ListTexts(codes, 2));
+  FillList(KIND_OF_FLUIDCombo, ListTexts(codes, 3));
+  // The page offers the two mounts that every sensor pair allows.
+  FillList(SENSOR_MOUNTCombo, {app().Text(3140), app().Text(3150)});
+  FillList(SENSOR_TYPECombo, ListTexts(codes, 6));
+}
+
+void Form10::Form_Load() {
+  SetParameter2.SetTab(0);
+  ParameterPage::Form_Load();
+  ChannelSelect(app().state.ProcessChannel == 1 ? 1 : 0).SetValue(true);
+  // With nothing selected the dependent parameters rest as their lists say.
+  PIPE_MATERIALCombo_Click();
+  KIND_OF_FLUIDCombo_Click();
+  LINING_MATERIALCombo_Click();
+}
+
+void Form10::Form_Activate() {
+  ParameterPage::Form_Activate();
+  ChannelSelect(app().state.ProcessChannel == 1 ? 1 : 0).SetValue(true);
+  const int config = AskChannelConfig(app(), *this);
+  ChannelSelect(0).SetEnabled(true);
+  ChannelSelect(1).SetEnabled(config == kTwoPipes);
+  SetParameter2.SetTabEnabled(1, app().state.PathMode != 2 && app().state.SpecClass != 1);
+}
+
+void Form10::EnableCommands(bool enabled) {
+  ParameterPage::EnableCommands(enabled);
+  CmdBtnClear.SetEnabled(enabled);
+  CmdBtnAdjust.SetEnabled(enabled);
+}
+
+void Form10::C01_SECHI_FrmInit() {
+  SetCaption(app().Text(1640));
+  SetParameter2.SetTabCaption(0, app().Text(559));
+  SetParameter2.SetTabCaption(1, app().Text(553));
+  SetCaptions({{&lblChannel, 179},
+               {&ChannelSelect(0), 182},
+               {&ChannelSelect(1), 183},
+               {&FrameZero, 760},
+               {&CmdBtnClear, 3880},
+               {&CmdBtnAdjust, 1911},
+               {&ReadParameter, 2030},
+               {&SetParameter, 1650},
+               {&SaveParameter, 2140},
+               {&chkCheck, text::kSelectAll}});
+  for (const Field& field : Fields()) field.box->SetCaption(app().Text(field.caption));
+  BuildBaseUnitNames(app());
+  ShowUnits();
+  SetMaxLengths();
+}
+
+void Form10::SetMaxLengths() {
+  struct Row {
+    TextBox* text;
+    int metric;
+    int english;
+  };
+  for (const Row& row :
+       {Row{&OUTER_DIAMETERText, 7, 8}, Row{&TRANS_FREQUENCYText, 4, 5}, Row{&WALL_THICKNESSText, 6, 6},
+        Row{&FLUID_S_VText, 4, 4}, Row{&LINING_S_VText, 4, 5}, Row{&LINING_THICKNESSText, 6, 6},
+        Row{&VISCOSITYText, 20, 20}}) {
+    row.text->SetMaxLength(app().state.UnitFlag == 0 ? row.metric : row.english);
+  }
+}
+
+void Form10::Taihi_Form10() { ControlsToSlots(); }
+
+bool Form10::Check_On() { return SENSOR_SPACINGCheck.Ticked() || IsAnyTicked(); }
+
+std::vector<CheckBox*> Form10::Boxes() {
+  return {&SENSOR_SPACINGCheck, &OUTER_DIAMETER, &PIPE_MATERIAL,   &TRANS_FREQUENCY, &WALL_THICKNESS,
+          &KIND_OF_FLUID,       &FLUID_S_V,      &LINING_MATERIAL, &LINING_S_V,      &LINING_THICKNESS,
+          &VISCOSITY,           &SENSOR_MOUNT,   &SENSOR_TYPE};
+}
+
+bool Form10::ChannelIsChosen() { return ChannelSelect(app().state.ProcessChannel == 1 ? 1 : 0).Enabled(); }
+
+int Form10::ChannelBase() { return app().state.ProcessChannel == 1 ? kSecondChannelBase : 0; }
+
+void Form10::ReadBlocks() {
+  ReadBlock(0x03, kProcessBlock + ChannelBase(), 18);
+  ReadBlock(0x04, kSpacingBlock + ChannelBase(), 3);
+}
+
+void Form10::ChannelSelect_Click(int index) { app().state.ProcessChannel = index; }
+
+void Form10::PIPE_MATERIALCombo_Click() {
+  Depend(TRANS_FREQUENCY, TRANS_FREQUENCYText, PIPE_MATERIALCombo.ListIndex() == kOwnPipe);
+}
+
+void Form10::KIND_OF_FLUIDCombo_Click() {
+  Depend(FLUID_S_V, FLUID_S_VText, KIND_OF_FLUIDCombo.ListIndex() == kOwnFluid);
+}
+
+void Form10::LINING_MATERIALCombo_Click() {
+  Depend(LINING_THICKNESS, LINING_THICKNESSText, LINING_MATERIALCombo.ListIndex() != kNoLining);
+  Depend(LINING_S_V, LINING_S_VText, LINING_MATERIALCombo.ListIndex() == kOwnLining);
+}
+
+void Form10::AdjustZero(int value, int question) {
+  Frame request = WriteRegisterRequest(StationNumber(app()), kZeroAdjust + ChannelBase(), value);
+  if (!app().AskOkCancel(app().Text(question))) return;
+  Begin(3991);
+  if (!OpenPort(app())) {
+    PortFailed();
+    return;
+  }
+  Frame reply = ReplyFor(request);
+  const bool done = SendReceive(app(), request, reply) && EchoWordEqual(reply, value);
+  app().Show(app().Text(760) + "  " + app().Text(done ? 4141 : 4140),
+             done ? MessageIcon::kInformation : MessageIcon::kStop);
+  End(app().Text(4001) + " " + app().state.LastErrorText);
+}
+
+}  // namespace vlt
