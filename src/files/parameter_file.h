@@ -17,12 +17,13 @@ bool IsLoaderFile(const App& app, const std::string& path);
 // survive, and the file that stood there is kept as BackupPath.
 FileError SaveParameterFile(App& app, const std::string& path);
 
-// Reads the slots. When the file can't be read (a missing one too) nothing changes. A channel or output number
-// beyond 16 bits ends the loading; the keys before it are stored.
+// Reads the slots. When the file can't be read (a missing one too) nothing changes. A channel or output
+// number beyond 16 bits ends the loading; the keys before it are stored.
 LoadResult LoadParameterFile(App& app, const std::string& path);
 
 // Opens a parameter file: settings (the program's language stays), slots, open pages, all from one reading.
-// When the file can't be read nothing changes. An open port goes on as it is.
+// When the file can't be read nothing changes. An open port goes on as it is, and
+// CommSettings with it.
 LoadResult OpenParameterFile(App& app, const std::string& path);
 
 // Every page's controls into the slots: loads each page, runs its Taihi and unloads it; Form9 and Form11 are

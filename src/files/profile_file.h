@@ -19,8 +19,8 @@ inline constexpr std::size_t kProfileValueChars = 254;
 
 // A profile file in memory. Section and key names match without regard to the case of a to z; blanks and tabs
 // around names and values do not belong to them; of several sections or keys of one name the first counts.
-// Everything that is not asked for or written stays byte for byte: comments (lines that begin with ";"), other
-// lines, unknown keys, line ends, a UTF-8 byte-order mark, NUL bytes.
+// Everything that is not asked for or written stays byte for byte: comments (lines that begin with ";"),
+// other lines, unknown keys, line ends, a UTF-8 byte-order mark, NUL bytes.
 class ProfileFile {
  public:
   explicit ProfileFile(std::string_view content = {});

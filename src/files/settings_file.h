@@ -1,6 +1,6 @@
-// The program's own settings: VLT.ini beside the program (the bootstrap file) and the loader initial file that
-// its key INI_FILENAME names, mostly the same file. A failed write harms nothing; it is returned so that the
-// caller can tell the operator (files/file_report.h).
+// The program's own settings: VLT.ini beside the program (the bootstrap file) and the loader initial file
+// that its key INI_FILENAME names, mostly the same file. A failed write harms nothing; it is returned so that
+// the caller can tell the operator (files/file_report.h).
 #pragma once
 
 #include <string>
@@ -23,8 +23,8 @@ struct LoadResult {
 
 // Program folder, separator, "VLT.ini".
 std::string CommPath(App& app);
-// The same with one blank behind it: the file system ignores it, but as a text it never equals the path of the
-// loader initial file.
+// The same with one blank behind it: the file system ignores it, but as a text it never equals the path of
+// the loader initial file.
 std::string BootstrapPath(App& app);
 // What stands behind the last "\" or "/".
 std::string LastComponent(const std::string& path);
