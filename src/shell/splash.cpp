@@ -93,8 +93,8 @@ bool SplashForm::ChooseProgram() {
 void SplashForm::IdentifyMeter() {
   // The port object belongs to the main window, which shows why a port could not be opened.
   MainWindow(app_);
-  Frame request = ReadRequest(StationNumber(app_), 3, kUnitSystemRegister, 2);
-  Frame reply = ReplyFor(request);
+  auto request = ReadRequest(StationNumber(app_), 3, kUnitSystemRegister, 2);
+  auto reply = ReplyFor(request);
   if (!OpenPort(app_) || !SendReceive(app_, request, reply)) {
     app_.Show(app_.Text(4280), MessageIcon::kInformation);
     if (!app_.state.PortFaultReason.empty()) app_.Status(app_.Text(4280) + " " + app_.state.PortFaultReason);
