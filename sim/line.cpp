@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace sim {
 
@@ -54,8 +55,8 @@ void Line::Reply::Spoil(const ArmedFault& fault) {
       {Fault::Late, [](Reply& reply, int ms) { reply.delay = ms * Micros{1000}; }},
       {Fault::OneByte, [](Reply& reply, int) { reply.bytes.resize(1); }},
       {Fault::Short,
-       [](Reply& reply, int bytes) {
-         const auto left = static_cast<int>(reply.bytes.size()) - bytes;
+       [](Reply& reply, int missing) {
+         const auto left = static_cast<int>(reply.bytes.size()) - missing;
          reply.bytes.resize(std::clamp<int>(left, 2, static_cast<int>(reply.bytes.size())));
        }},
       {Fault::Crc, [](Reply& reply, int) { reply.bytes.back() ^= 0x55; }},
@@ -80,7 +81,7 @@ void Line::Reply::Spoil(const ArmedFault& fault) {
          reply.bytes.insert(reply.bytes.end(), noise.begin(), noise.end());
        }},
       {Fault::Trickle, [](Reply& reply, int ms) { reply.pause = ms * Micros{1000}; }},
-      {Fault::Unplug, [](Reply& reply, int bytes) { reply.unplug_after = bytes; }},
+      {Fault::Unplug, [](Reply& reply, int through) { reply.unplug_after = through; }},
       {Fault::WrongEcho,
        [](Reply& reply, int) {
          if (reply.bytes.size() != 8 || (reply.bytes[1] != 6 && reply.bytes[1] != 16)) return;

@@ -18,7 +18,6 @@ struct Scenario {
   std::vector<int> stations{1};
   char parity = 'N';  // N, E, O; the simulated line itself carries 11 bits a character always
   int stop_bits = 1;
-  bool alarms = false;
   std::vector<std::string> actions;  // words for ApplyAction, in order
 };
 
