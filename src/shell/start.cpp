@@ -2,6 +2,7 @@
 
 #include "files/settings_file.h"
 #include "link/port.h"
+#include "pages/pages.h"
 #include "shell/frm_about.h"
 #include "shell/frm_mssg.h"
 #include "shell/frm_wait.h"
@@ -44,7 +45,10 @@ void RegisterShellWindows(App& app) {
   }
 }
 
-void RegisterAllWindows(App& app) { RegisterShellWindows(app); }
+void RegisterAllWindows(App& app) {
+  RegisterShellWindows(app);
+  RegisterPages(app);
+}
 
 StartResult StartUp(App& app) {
   SharedState& state = app.state;
