@@ -37,6 +37,10 @@ inline constexpr int kFileFault = 3231;
 // %1 how many, %2 the file's name, %3 the reason.
 inline constexpr int kRecordsLost = 3232;
 
+// More reasons.
+inline constexpr int kFileTooLarge = 3233;
+inline constexpr int kFileOtherFault = 3234;
+
 // The chart's menu.
 inline constexpr int kChartFollow = 3240;
 inline constexpr int kChartExport = 3241;
