@@ -13,9 +13,9 @@ constexpr FaultInfo kFaults[] = {
      "next "
      "request"},
     {Fault::Late, "late", "milliseconds", 300, "the answer starts so much later",
-     "take it while its waits last; after that count the attempt as failed and not take the stray answer for "
-     "that "
-     "of the next request"},
+     "take it while its waits last; after that count the attempt as failed and throw away what comes in "
+     "before the next "
+     "request"},
     {Fault::OneByte, "one-byte", "", 0, "the first byte of the answer, then silence",
      "fail the attempt without a cause of its own; when all attempts end so, report an application error"},
     {Fault::Short, "short", "bytes that are missing", 3, "the end of the answer is missing",

@@ -42,7 +42,7 @@ struct Meter::Command {
   void (Meter::*run)(Micros now, const Quirks& quirks);
 };
 
-Meter::Meter(const MeterConfig& config) : config_(config) {
+Meter::Meter(const MeterConfig& config) : config_(config), totals_since_(config.started) {
   for (int channel = 0; channel < 2; ++channel) {
     courses_.emplace_back(config_.motions[channel]);
   }

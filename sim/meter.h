@@ -54,8 +54,9 @@ struct MeterConfig {
   Micros store_time = 120'000;             // from the store request to idle
   Micros capture_time = 120'000;           // from the capture command to ready
   Micros restart_time =
-      2'000'000;      // silence after a power cycle, a memory initialisation or a new specification
-  unsigned seed = 1;  // noise on captured waves
+      2'000'000;       // silence after a power cycle, a memory initialisation or a new specification
+  unsigned seed = 1;   // noise on captured waves
+  Micros started = 0;  // when the meter was switched on: totals count from here
   std::array<Motion, 2> motions{{{Wave::Sine, 1.2, 0.3, 60}, {Wave::Sine, 1.0, 0.2, 45}}};
 };
 
@@ -168,7 +169,7 @@ class Meter {
   std::vector<Course> courses_;             // CH1 and CH2
   std::array<double, 2> zero_offset_{};     // m/s taken off since the zero was set
   std::array<Totals, kChannels> totals_{};  // as they stood at totals_since_
-  Micros totals_since_ = 0;
+  Micros totals_since_;
   std::array<std::map<Quantity, double>, kChannels> pinned_;
   std::array<std::vector<RasPhase>, kChannels> schedules_;
 

@@ -319,7 +319,9 @@ std::string ApplyWords(Scenario& scenario, std::string_view text) {
 
 std::unique_ptr<Line> Build(const Scenario& scenario, Micros now, std::string& error) {
   auto line = std::make_unique<Line>(scenario.line);
-  for (int station : scenario.stations) line->AddStation(station, scenario.meter);
+  MeterConfig meter = scenario.meter;
+  meter.started = now;
+  for (int station : scenario.stations) line->AddStation(station, meter);
   for (const std::string& action : scenario.actions) {
     error = ApplyAction(*line, action, now);
     if (!error.empty()) return nullptr;

@@ -13,21 +13,21 @@
 
 namespace vlt {
 
-using Frame = std::vector<std::uint8_t>;
+using Bytes = std::vector<std::uint8_t>;
 
 // How an attempt is paced and how often it is repeated.
 enum SendMode {
-  kOrdinary = 0,   // ordinary reads and writes
-  kStore = 1,      // the store register: one attempt whatever RetryNo says
-  kLongBlock = 2,  // the long block of measured values: waits longer at 9600 baud
-  kStations = 3,   // several stations on one line: one long attempt, a pause behind a good one
-  kUnitQuery = 4,  // unit system and per-channel units: one long attempt
+  kModeOrdinary = 0,   // ordinary reads and writes
+  kModeStore = 1,      // the store register: one attempt whatever RetryNo says
+  kModeLongBlock = 2,  // the long block of measured values: waits longer at 9600 baud
+  kModeStations = 3,   // several stations on one line: one long attempt, a pause behind a good one
+  kModeUnitQuery = 4,  // unit system and per-channel units: one long attempt
 };
 
 // Sends tx[0..txLast] after writing its check into the last two bytes, and fills rx[0..rxLast] with the
 // reply. txLast and rxLast are last indexes: 7 for a request of 8 bytes. `mode` is a SendMode; any other
-// number counts as kOrdinary. True for a whole reply with the asked function and a good check; the station
-// byte is not compared, and a register value is not judged.
+// number counts as kModeOrdinary. True for a whole reply with the asked function and a good check; the
+// station byte is not compared, and a register value is not judged.
 //
 // On false LastErrorText says why and rx holds whatever arrived. On true LastErrorText may still hold what
 // was wrong with an earlier attempt.
@@ -35,7 +35,7 @@ bool SendReceive(App& app, std::span<std::uint8_t> tx, int txLast, std::span<std
                  int mode);
 
 // The same for frames that are sized exactly.
-bool SendReceive(App& app, Frame& tx, Frame& rx, int mode = kOrdinary);
+bool SendReceive(App& app, Bytes& tx, Bytes& rx, int mode = kModeOrdinary);
 
 // Frame check over frame[0..count-1]: CRC-16 with the reflected polynomial A001H, started at FFFFH. The low
 // byte is sent first.
@@ -56,12 +56,12 @@ int StationNumber(const App& app);
 // Requests with room for their check. `function` is 3 (holding registers) or 4 (input registers); `address`
 // counts bytes, `count` 16-bit words. Of `value` the low 16 bits are sent. `data` holds whole words, high
 // byte first.
-Frame ReadRequest(int station, int function, int address, int count);
-Frame WriteRegisterRequest(int station, int address, int value);
-Frame WriteRegistersRequest(int station, int address, std::span<const std::uint8_t> data);
+Bytes ReadRequest(int station, int function, int address, int count);
+Bytes WriteRegisterRequest(int station, int address, int value);
+Bytes WriteRegistersRequest(int station, int address, std::span<const std::uint8_t> data);
 
 // A frame of zeros of the size that the reply to `request` has: 2n + 5 bytes for a read of n words (its data
 // begin at index 3), 8 for a write.
-Frame ReplyFor(std::span<const std::uint8_t> request);
+Bytes ReplyFor(std::span<const std::uint8_t> request);
 
 }  // namespace vlt

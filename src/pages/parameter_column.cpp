@@ -20,12 +20,6 @@ constexpr std::size_t kDataStart = 3;  // of a read reply
 
 std::string InBrackets(const std::string& unit) { return "[" + unit + "]"; }
 
-// An index as the slots hold it; a text that is none selects nothing.
-int IndexOf(const std::string& slot) {
-  const auto number = ParseNumber(slot);
-  return number && *number >= 0 && *number < 1000 ? static_cast<int>(*number) : -1;
-}
-
 }  // namespace
 
 void CheckNumber(App& app, TextBox& box) {
@@ -67,7 +61,6 @@ void ParameterColumn::SetFields(std::vector<Field> fields) {
 
 void ParameterColumn::Tie(const Field& field) {
   CheckBox& box = *field.box;
-  Control& entry = field.Entry();
   if (field.text != nullptr) {
     TextBox& text = *field.text;
     text.SetLocked(field.read_only);
@@ -75,10 +68,10 @@ void ParameterColumn::Tie(const Field& field) {
   }
   // A box may lead several entries; each of them follows it.
   const auto before = box.on_click;
-  box.on_click = [this, before, &box, &entry, text = field.text] {
+  box.on_click = [this, before, &field] {
     if (before) before();
-    entry.SetEnabled(box.Enabled() && box.Ticked());
-    if (entry.Enabled() && text != nullptr) CheckNumber(app_, *text);
+    field.SetEntryEnabled(field.Ticked());
+    if (field.Ticked() && field.text != nullptr) CheckNumber(app_, *field.text);
   };
 }
 
@@ -113,18 +106,21 @@ void ParameterColumn::All_OnOff(int value) {
 }
 
 void ParameterColumn::Text_Box_Enable() {
-  for (const Field& field : fields_) field.Entry().SetEnabled(field.box->Enabled());
+  for (const Field& field : fields_) field.SetEntryEnabled(field.box->Enabled());
 }
 
 void ParameterColumn::Text_Box_Able() {
-  for (const Field& field : fields_) field.Entry().SetEnabled(false);
+  for (const Field& field : fields_) field.SetEntryEnabled(false);
 }
 
 void ParameterColumn::ClearControls() {
   for (const Field& field : fields_) {
-    if (field.text != nullptr) field.text->SetText("");
-    if (field.list != nullptr) field.list->SetListIndex(-1);
-    field.Entry().SetEnabled(false);
+    if (field.text != nullptr) {
+      field.text->SetText("");
+    } else {
+      field.Select(-1);
+    }
+    field.SetEntryEnabled(false);
   }
   parts_.all.SetValue(0);
   All_OnOff(0);
@@ -133,24 +129,15 @@ void ParameterColumn::ClearControls() {
 void ParameterColumn::SlotsToControls() {
   for (std::size_t i = 0; i < fields_.size(); ++i) {
     if (slots_[i] == kNoSlot) continue;
-    const std::string& slot = app_.slots[slots_[i]];
-    if (fields_[i].text != nullptr) {
-      fields_[i].text->SetText(slot);
-    } else {
-      fields_[i].list->SetListIndex(IndexOf(slot));
-    }
+    ShowSlot(fields_[i], app_.slots[slots_[i]]);
   }
   ApplyUnitCaptions();
 }
 
 void ParameterColumn::ControlsToSlots() {
   for (std::size_t i = 0; i < fields_.size(); ++i) {
-    const Field& field = fields_[i];
-    if (slots_[i] != kNoSlot) {
-      app_.slots[slots_[i]] = field.text != nullptr ? std::string(Trim(field.text->Text()))
-                                                    : std::to_string(field.list->ListIndex());
-    }
-    if (unit_slots_[i] != kNoSlot) app_.slots[unit_slots_[i]] = Trim(field.unit->Caption());
+    if (slots_[i] != kNoSlot) app_.slots[slots_[i]] = SlotText(fields_[i]);
+    if (unit_slots_[i] != kNoSlot) app_.slots[unit_slots_[i]] = Trim(fields_[i].unit->Caption());
   }
 }
 
@@ -258,11 +245,11 @@ bool ParameterColumn::ReadBlock(int function, int start, int registers) {
 void ParameterColumn::ShowValue(const Field& field, const Frame& reply, std::size_t at) {
   int code = 0;
   if (field.unit != nullptr) LearnUnit(field);
-  if (field.list != nullptr) {
-    code = DecodeCode(field, reply, at);
-    field.list->SetListIndex(field.index_of_code ? field.index_of_code(code) : code);
-  } else {
+  if (field.text != nullptr) {
     field.text->SetText(DecodeText(field, app_.state.UnitFlag, reply, at));
+  } else {
+    code = DecodeCode(field, reply, at);
+    field.Select(field.index_of_code ? field.index_of_code(code) : code);
   }
   if (field.unit != nullptr) {
     SetUnitCaption(field);
@@ -291,8 +278,10 @@ void ParameterColumn::SetParameter_Click() {
   End(app_.Text(parts_.set_completed) + " " + app_.state.LastErrorText);
 }
 
-ParameterColumn::Outcome ParameterColumn::WriteFields() {
-  for (const Control* entry : write_order_) {
+ParameterColumn::Outcome ParameterColumn::WriteFields() { return WriteInOrder(write_order_); }
+
+ParameterColumn::Outcome ParameterColumn::WriteInOrder(const std::vector<const Control*>& entries) {
+  for (const Control* entry : entries) {
     const Outcome outcome = WriteField(FieldOf(*entry));
     if (outcome != Outcome::kGoOn) return outcome;
   }
@@ -301,8 +290,8 @@ ParameterColumn::Outcome ParameterColumn::WriteFields() {
 
 ParameterColumn::Outcome ParameterColumn::WriteField(const Field& field) {
   if (!field.Ticked()) return Outcome::kGoOn;
-  if (field.list != nullptr) {
-    const int index = field.list->ListIndex();
+  if (field.text == nullptr) {
+    const int index = field.Selected();
     if (index < 0) return Outcome::kGoOn;
     const int code = field.code_of_index ? field.code_of_index(index) : index;
     return WriteRegisters(AddressOf(field), EncodeCode(code), FailureName(field));
