@@ -47,7 +47,7 @@ constexpr Query kPathMode{Common(0x03E8), kModeOrdinary, kModeOrdinary};
 bool Ask(App& app, int station, int address, int mode, int& value) {
   auto& tx = app.state.MemTxFrame;
   auto& rx = app.state.MemRxFrame;
-  const Bytes request = ReadRequest(station, kReadHolding, address, 1);
+  const Frame request = ReadRequest(station, kReadHolding, address, 1);
   std::copy(request.begin(), request.end(), tx.begin());
   if (!SendReceive(app, tx, static_cast<int>(tx.size()) - 1, rx, static_cast<int>(rx.size()) - 1, mode)) {
     return false;

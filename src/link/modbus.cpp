@@ -180,7 +180,7 @@ bool SendReceive(App& app, std::span<std::uint8_t> tx, int txLast, std::span<std
   }
 }
 
-bool SendReceive(App& app, Bytes& tx, Bytes& rx, int mode) {
+bool SendReceive(App& app, Frame& tx, Frame& rx, int mode) {
   return SendReceive(app, tx, static_cast<int>(tx.size()) - 1, rx, static_cast<int>(rx.size()) - 1, mode);
 }
 
@@ -225,25 +225,25 @@ std::uint8_t Low(int value) { return static_cast<std::uint8_t>(value); }
 
 }  // namespace
 
-Bytes ReadRequest(int station, int function, int address, int count) {
+Frame ReadRequest(int station, int function, int address, int count) {
   return {Low(station), Low(function), High(address), Low(address), High(count), Low(count), 0, 0};
 }
 
-Bytes WriteRegisterRequest(int station, int address, int value) {
+Frame WriteRegisterRequest(int station, int address, int value) {
   return {Low(station), 0x06, High(address), Low(address), High(value), Low(value), 0, 0};
 }
 
-Bytes WriteRegistersRequest(int station, int address, std::span<const std::uint8_t> data) {
+Frame WriteRegistersRequest(int station, int address, std::span<const std::uint8_t> data) {
   const int count = static_cast<int>(data.size()) / 2;
-  Bytes frame = {Low(station), 0x10, High(address), Low(address), High(count), Low(count), Low(count * 2)};
+  Frame frame = {Low(station), 0x10, High(address), Low(address), High(count), Low(count), Low(count * 2)};
   frame.insert(frame.end(), data.begin(), data.end());
   frame.insert(frame.end(), 2, 0);
   return frame;
 }
 
-Bytes ReplyFor(std::span<const std::uint8_t> request) {
+Frame ReplyFor(std::span<const std::uint8_t> request) {
   const bool read = request[1] == 0x03 || request[1] == 0x04;
-  return Bytes(read ? static_cast<std::size_t>(BytesToUInt16(request[4], request[5])) * 2 + 5 : 8);
+  return Frame(read ? static_cast<std::size_t>(BytesToUInt16(request[4], request[5])) * 2 + 5 : 8);
 }
 
 }  // namespace vlt

@@ -13,7 +13,7 @@
 
 namespace vlt {
 
-using Bytes = std::vector<std::uint8_t>;
+using Frame = std::vector<std::uint8_t>;
 
 // How an attempt is paced and how often it is repeated.
 enum SendMode {
@@ -35,7 +35,7 @@ bool SendReceive(App& app, std::span<std::uint8_t> tx, int txLast, std::span<std
                  int mode);
 
 // The same for frames that are sized exactly.
-bool SendReceive(App& app, Bytes& tx, Bytes& rx, int mode = kModeOrdinary);
+bool SendReceive(App& app, Frame& tx, Frame& rx, int mode = kModeOrdinary);
 
 // Frame check over frame[0..count-1]: CRC-16 with the reflected polynomial A001H, started at FFFFH. The low
 // byte is sent first.
@@ -56,12 +56,12 @@ int StationNumber(const App& app);
 // Requests with room for their check. `function` is 3 (holding registers) or 4 (input registers); `address`
 // counts bytes, `count` 16-bit words. Of `value` the low 16 bits are sent. `data` holds whole words, high
 // byte first.
-Bytes ReadRequest(int station, int function, int address, int count);
-Bytes WriteRegisterRequest(int station, int address, int value);
-Bytes WriteRegistersRequest(int station, int address, std::span<const std::uint8_t> data);
+Frame ReadRequest(int station, int function, int address, int count);
+Frame WriteRegisterRequest(int station, int address, int value);
+Frame WriteRegistersRequest(int station, int address, std::span<const std::uint8_t> data);
 
 // A frame of zeros of the size that the reply to `request` has: 2n + 5 bytes for a read of n words (its data
 // begin at index 3), 8 for a write.
-Bytes ReplyFor(std::span<const std::uint8_t> request);
+Frame ReplyFor(std::span<const std::uint8_t> request);
 
 }  // namespace vlt

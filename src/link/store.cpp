@@ -47,15 +47,15 @@ bool SaveToDevice(App& app) {
 }
 
 bool ReadSaveStatus(App& app) {
-  Bytes request = ReadRequest(StationNumber(app), 3, kStoreRegister, 1);
-  Bytes reply = ReplyFor(request);
+  Frame request = ReadRequest(StationNumber(app), 3, kStoreRegister, 1);
+  Frame reply = ReplyFor(request);
   return SendReceive(app, request, reply, kModeStore) && BytesToInt16(reply[3], reply[4]) == kIdle;
 }
 
 bool WriteSaveRequest(App& app) {
   if (!OpenOrTell(app, MessageIcon::kNone)) return false;
-  Bytes request = WriteRegisterRequest(StationNumber(app), kStoreRegister, kRequest);
-  Bytes reply = ReplyFor(request);
+  Frame request = WriteRegisterRequest(StationNumber(app), kStoreRegister, kRequest);
+  Frame reply = ReplyFor(request);
   return SendReceive(app, request, reply, kModeStore) && EchoWordEqual(reply, kRequest);
 }
 

@@ -49,6 +49,7 @@ struct Field {
   int caption = 0;               // text id of the parameter's name, used in messages
   std::uint8_t function = 0x03;  // reading function
   bool by_channel = true;        // the channel's base is added to the address
+  int group = 0;                 // for a page whose rows lie in several places
   bool read_only = false;
 
   Label* unit = nullptr;  // shows the unit between brackets

@@ -3,6 +3,8 @@
 #include <memory>
 
 #include "pages/form10.h"
+#include "pages/form4.h"
+#include "pages/form5.h"
 
 namespace vlt {
 namespace {
@@ -14,6 +16,10 @@ void Register(App& app, const char* name) {
 
 }  // namespace
 
-void RegisterPages(App& app) { Register<Form10>(app, "Form10"); }
+void RegisterPages(App& app) {
+  Register<Form10>(app, "Form10");
+  Register<Form4>(app, "Form4");
+  Register<Form5>(app, "Form5");
+}
 
 }  // namespace vlt

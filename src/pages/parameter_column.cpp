@@ -237,7 +237,7 @@ bool ParameterColumn::ReadBlock(int function, int start, int registers) {
   for (const Field& field : fields_) {
     const int offset = AddressOf(field) - start;
     if (field.function != function || offset < 0 || offset + 2 * field.Words() > 2 * registers) continue;
-    if (field.Ticked()) ShowValue(field, reply, kDataStart + static_cast<std::size_t>(offset));
+    if (FieldTakesPart(field)) ShowValue(field, reply, kDataStart + static_cast<std::size_t>(offset));
   }
   return true;
 }

@@ -83,6 +83,8 @@ class ParameterColumn {
   virtual void LearnUnit(const Field& field);
   // The unit of a field, without brackets.
   virtual std::string UnitText(const Field& field);
+  // Whether a field of a block takes the device's value; by default when it is ticked and enabled.
+  virtual bool FieldTakesPart(const Field& field) { return field.Ticked(); }
   // A ticked field has taken the device's value; `code` is that of a list or of options.
   virtual void FieldWasRead(const Field& field, int code);
   // The name of a field in the failure box.
