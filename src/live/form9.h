@@ -169,6 +169,7 @@ class Form9 : public PageForm {
   bool CanStart();
   bool OpenForRun();
   void LockForRun();
+  void RestartTimer();
   void AskUnits();
   void AskChannelMode();
   void FinishStop();

@@ -80,8 +80,8 @@ void Form9::Start_Click() {
   CycleCount = 0;
   CycleSeconds = static_cast<int>(RoundHalfEven(ParseNumber(Cycle.Text()).value_or(1)));
   CycleTimer.SetInterval(kTickMs);
-  CycleTimer.SetRunning(false);
   CycleTimer.SetRunning(true);
+  RestartTimer();
 }
 
 void Form9::LockForRun() {
@@ -193,6 +193,14 @@ void Form9::ShowState(int text_id, bool with_error) {
   StatusBar2.SetPanel(1, app().Stamped(text));
 }
 
+// The count of seconds begins again when a cycle has returned: its period is the cycle's seconds plus what the
+// exchanges took.
+void Form9::RestartTimer() {
+  if (!CycleTimer.Running()) return;
+  CycleTimer.SetRunning(false);
+  CycleTimer.SetRunning(true);
+}
+
 void Form9::CycleTimer_Timer() {
   if (busy_) return;
   if (Running == 1) {
@@ -200,6 +208,7 @@ void Form9::CycleTimer_Timer() {
     const Busy busy(*this);
     AcquireOnce();
     CycleCount = 0;
+    RestartTimer();
     return;
   }
   CycleTimer.SetRunning(false);
