@@ -117,9 +117,9 @@ constexpr SettingRow kSettings[] = {
     {"VERIFICATION", "LOGO_FLG", "0", "0", TakeNumberText<&SharedState::VerificationLogo>},
 };
 
-// A cached unit code. The numbers behind the keys of channels 2 and 3 differ between writing and reading:
-// what was saved for channel 2 comes back for channel 3, and channel 2 has no key that anything writes. Files
-// in the field depend on it.
+// A cached unit code (RANGE_KIND, RANGE_UNIT and TOTAL_UNIT have one per channel). The numbers behind the
+// keys of channels 2 and 3 differ between writing and reading: what was saved for channel 2 comes back for
+// channel 3, and channel 2 has no key that anything writes. Files in the field depend on it.
 struct UnitRow {
   const char* section;
   const char* written;

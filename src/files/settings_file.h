@@ -48,7 +48,7 @@ void BuildCommSettings(SharedState& state);
 
 // Section COMM.
 FileError SaveCommSettings(App& app, const std::string& path);
-// Key PORT of section COMM in the bootstrap file.
+// Key PORT of section COMM in the bootstrap file (frmMaint_COMM changes nothing else).
 FileError SavePortNo(App& app);
 // The keys of section SYSTEM that the program keeps, and section COMM.
 FileError SaveSystemSettings(App& app, const std::string& path);

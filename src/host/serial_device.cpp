@@ -34,7 +34,8 @@ PortFaultCode WhyRefused(const std::string& device) {
   if (::stat(device.c_str(), &info) != 0)
     return errno == EACCES ? PortFaultCode::kNoPermission : PortFaultCode::kMissing;
   if (!S_ISCHR(info.st_mode)) return PortFaultCode::kMissing;
-  if (::faccessat(AT_FDCWD, device.c_str(), R_OK | W_OK, AT_EACCESS) != 0) return PortFaultCode::kNoPermission;
+  if (::faccessat(AT_FDCWD, device.c_str(), R_OK | W_OK, AT_EACCESS) != 0)
+    return PortFaultCode::kNoPermission;
   return PortFaultCode::kBusy;
 }
 

@@ -39,15 +39,17 @@ TEST(QtProcess, ACrashedInstanceDoesNotStopTheNext) {
 }
 
 TEST(QtProcess, AFolderThatTakesNoFileIsGuardedToo) {
-  const Scratch runtime;
-  ::setenv("XDG_RUNTIME_DIR", runtime.Folder().c_str(), 1);
   const Scratch here;
   const Scratch other;
   for (const Scratch* scratch : {&here, &other})
     std::filesystem::permissions(scratch->Folder(), std::filesystem::perms(0555));
   const WithoutRights nobody;
+  const Scratch runtime;
+  std::filesystem::permissions(runtime.Folder(), std::filesystem::perms(0700));
+  ::setenv("XDG_RUNTIME_DIR", runtime.Folder().c_str(), 1);
   QtProcess first(here.Folder());
   EXPECT_TRUE(first.BecomeOnlyInstance());
+  EXPECT_FALSE(std::filesystem::is_empty(runtime.Folder()));
   EXPECT_FALSE(QtProcess(here.Folder()).BecomeOnlyInstance());
   EXPECT_TRUE(QtProcess(other.Folder()).BecomeOnlyInstance());
 }
