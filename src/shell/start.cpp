@@ -3,6 +3,7 @@
 #include "files/settings_file.h"
 #include "link/port.h"
 #include "live/live.h"
+#include "live/live.h"
 #include "pages/pages.h"
 #include "shell/frm_about.h"
 #include "shell/frm_mssg.h"
@@ -49,6 +50,7 @@ void RegisterShellWindows(App& app) {
 void RegisterAllWindows(App& app) {
   RegisterShellWindows(app);
   RegisterPages(app);
+  RegisterLiveWindows(app);
   RegisterLiveWindows(app);
 }
 
