@@ -3,7 +3,6 @@
 #include "files/settings_file.h"
 #include "link/port.h"
 #include "live/live.h"
-#include "live/live.h"
 #include "pages/pages.h"
 #include "shell/frm_about.h"
 #include "shell/frm_mssg.h"
