@@ -3,6 +3,8 @@
 #include <memory>
 
 #include "pages/form10.h"
+#include "pages/form2.h"
+#include "pages/form3.h"
 
 namespace vlt {
 namespace {
@@ -14,6 +16,10 @@ void Register(App& app, const char* name) {
 
 }  // namespace
 
-void RegisterPages(App& app) { Register<Form10>(app, "Form10"); }
+void RegisterPages(App& app) {
+  Register<Form10>(app, "Form10");
+  Register<Form2>(app, "Form2");
+  Register<Form3>(app, "Form3");
+}
 
 }  // namespace vlt
