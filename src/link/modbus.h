@@ -17,17 +17,17 @@ using Frame = std::vector<std::uint8_t>;
 
 // How an attempt is paced and how often it is repeated.
 enum SendMode {
-  kOrdinary = 0,   // ordinary reads and writes
-  kStore = 1,      // the store register: one attempt whatever RetryNo says
-  kLongBlock = 2,  // the long block of measured values: waits longer at 9600 baud
-  kStations = 3,   // several stations on one line: one long attempt, a pause behind a good one
-  kUnitQuery = 4,  // unit system and per-channel units: one long attempt
+  kModeOrdinary = 0,   // ordinary reads and writes
+  kModeStore = 1,      // the store register: one attempt whatever RetryNo says
+  kModeLongBlock = 2,  // the long block of measured values: waits longer at 9600 baud
+  kModeStations = 3,   // several stations on one line: one long attempt, a pause behind a good one
+  kModeUnitQuery = 4,  // unit system and per-channel units: one long attempt
 };
 
 // Sends tx[0..txLast] after writing its check into the last two bytes, and fills rx[0..rxLast] with the
 // reply. txLast and rxLast are last indexes: 7 for a request of 8 bytes. `mode` is a SendMode; any other
-// number counts as kOrdinary. True for a whole reply with the asked function and a good check; the station
-// byte is not compared, and a register value is not judged.
+// number counts as kModeOrdinary. True for a whole reply with the asked function and a good check; the
+// station byte is not compared, and a register value is not judged.
 //
 // On false LastErrorText says why and rx holds whatever arrived. On true LastErrorText may still hold what
 // was wrong with an earlier attempt.
@@ -35,7 +35,7 @@ bool SendReceive(App& app, std::span<std::uint8_t> tx, int txLast, std::span<std
                  int mode);
 
 // The same for frames that are sized exactly.
-bool SendReceive(App& app, Frame& tx, Frame& rx, int mode = kOrdinary);
+bool SendReceive(App& app, Frame& tx, Frame& rx, int mode = kModeOrdinary);
 
 // Frame check over frame[0..count-1]: CRC-16 with the reflected polynomial A001H, started at FFFFH. The low
 // byte is sent first.

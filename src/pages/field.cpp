@@ -1,5 +1,6 @@
 #include "pages/field.h"
 
+#include <algorithm>
 #include <array>
 
 #include "resources/string_table.h"
@@ -43,7 +44,61 @@ std::string Hex4(unsigned address) {
   return hex;
 }
 
+// An index as the slots hold it; a text that is none selects nothing.
+int IndexOfSlot(const std::string& slot) {
+  const auto number = ParseNumber(slot);
+  return number && *number >= 0 && *number < 1000 ? static_cast<int>(*number) : -1;
+}
+
 }  // namespace
+
+Control& Field::Entry() const {
+  if (text != nullptr) return *text;
+  if (list != nullptr) return *list;
+  return *options[0];
+}
+
+int Field::Selected() const {
+  if (list != nullptr) return list->ListIndex();
+  if (options[0]->Value()) return 0;
+  return options[1]->Value() ? 1 : -1;
+}
+
+void Field::Select(int index) const {
+  if (list != nullptr) {
+    list->SetListIndex(index);
+    return;
+  }
+  for (int i = 0; i < 2; ++i) options[static_cast<std::size_t>(i)]->SetValue(i == index);
+}
+
+void Field::SetEntryEnabled(bool enabled) const {
+  if (text == nullptr && list == nullptr) {
+    for (OptionButton* option : options) option->SetEnabled(enabled);
+  } else {
+    Entry().SetEnabled(enabled);
+  }
+}
+
+std::string SlotText(const Field& field) {
+  if (field.text != nullptr) return std::string(Trim(field.text->Text()));
+  if (field.text_of_list) return std::string(Trim(field.list->Text()));
+  const int selected = field.Selected();
+  if (selected < 0 && field.list == nullptr) return field.no_option;
+  return std::to_string(selected);
+}
+
+void ShowSlot(const Field& field, const std::string& slot) {
+  if (field.text != nullptr) {
+    field.text->SetText(slot);
+  } else if (field.text_of_list) {
+    const std::vector<std::string>& items = field.list->Items();
+    const auto at = std::find(items.begin(), items.end(), slot);
+    field.list->SetListIndex(at == items.end() ? -1 : static_cast<int>(at - items.begin()));
+  } else {
+    field.Select(IndexOfSlot(slot));
+  }
+}
 
 std::string DecodeText(const Field& field, int unit_flag, std::span<const std::uint8_t> reply,
                        std::size_t start) {

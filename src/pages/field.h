@@ -2,6 +2,7 @@
 // walking its rows.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -47,9 +48,10 @@ enum class UnitKind {
 
 struct Field {
   CheckBox* box = nullptr;
-  // The entry control: a text box for a number, a list for a code.
+  // The entry: a text box for a number, a list for a code, or two options for a code of 0 or 1.
   TextBox* text = nullptr;
   ComboBox* list = nullptr;
+  std::array<OptionButton*, 2> options = {};
 
   std::uint16_t address = 0;  // register of CH1; a byte address
   Wire wire = Wire::kInt16;
@@ -59,6 +61,7 @@ struct Field {
   int caption = 0;               // text id of the parameter's name, used in messages
   std::uint8_t function = 0x03;  // reading function
   bool by_channel = true;        // the channel's base is added to the address
+  int group = 0;                 // for a page whose rows lie in several places
   bool read_only = false;
 
   Label* unit = nullptr;  // shows the unit between brackets
@@ -66,12 +69,19 @@ struct Field {
 
   const char* key = nullptr;       // of the parameter file
   const char* unit_key = nullptr;  // of the unit caption
+  bool text_of_list = false;       // the file keeps the text of the list's entry instead of its index
+  const char* no_option = "-1";    // what the file keeps while neither option is set
 
   // For lists whose entries are not the codes in order; both empty when they are.
   std::function<int(int)> code_of_index = nullptr;
   std::function<int(int)> index_of_code = nullptr;
 
-  Control& Entry() const { return text != nullptr ? static_cast<Control&>(*text) : *list; }
+  Control& Entry() const;
+  // The selected entry of the list or the set option, or -1. Not for numbers.
+  int Selected() const;
+  // Selects an entry or sets an option; an index that there is not selects nothing.
+  void Select(int index) const;
+  void SetEntryEnabled(bool enabled) const;
   bool Ticked() const { return box->Enabled() && box->Ticked(); }
   // Registers of 16 bits that the value takes.
   int Words() const { return wire == Wire::kDouble ? 4 : wire == Wire::kInt32 ? 2 : 1; }
@@ -86,6 +96,10 @@ int DecodeCode(const Field& field, std::span<const std::uint8_t> reply, std::siz
 std::optional<std::vector<std::uint8_t>> EncodeText(const Field& field, int unit_flag,
                                                     const std::string& text);
 std::vector<std::uint8_t> EncodeCode(int code);
+
+// What the parameter file keeps of the entry, and back.
+std::string SlotText(const Field& field);
+void ShowSlot(const Field& field, const std::string& slot);
 
 // What a tooltip says of a parameter: register and value type.
 std::string FieldHint(const App& app, const Field& field);

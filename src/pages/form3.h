@@ -48,7 +48,7 @@ class Form3 : public ChannelPage {
   void BuildLists() override;
   void FillUnits() override { SubGetUnitForm3(); }
   // A totalizer that runs locks the boxes of its set-up; a read shows those that are ticked all the same.
-  bool IsRead(const Field& field) override { return field.box->Ticked(); }
+  bool FieldTakesPart(const Field& field) override { return field.box->Ticked(); }
   void LearnUnit(const Field& field) override;
   std::string UnitText(const Field& field) override;
   void FieldWasRead(const Field& field, int code) override;

@@ -5,6 +5,8 @@
 #include "pages/form10.h"
 #include "pages/form2.h"
 #include "pages/form3.h"
+#include "pages/form4.h"
+#include "pages/form5.h"
 
 namespace vlt {
 namespace {
@@ -20,6 +22,8 @@ void RegisterPages(App& app) {
   Register<Form10>(app, "Form10");
   Register<Form2>(app, "Form2");
   Register<Form3>(app, "Form3");
+  Register<Form4>(app, "Form4");
+  Register<Form5>(app, "Form5");
 }
 
 }  // namespace vlt

@@ -20,12 +20,6 @@ constexpr std::size_t kDataStart = 3;  // of a read reply
 
 std::string InBrackets(const std::string& unit) { return "[" + unit + "]"; }
 
-// An index as the slots hold it; a text that is none selects nothing.
-int IndexOf(const std::string& slot) {
-  const auto number = ParseNumber(slot);
-  return number && *number >= 0 && *number < 1000 ? static_cast<int>(*number) : -1;
-}
-
 }  // namespace
 
 void CheckNumber(App& app, TextBox& box) {
@@ -72,7 +66,6 @@ void ParameterColumn::SetFields(std::vector<Field> fields) {
 
 void ParameterColumn::Tie(const Field& field) {
   CheckBox& box = *field.box;
-  Control& entry = field.Entry();
   if (field.text != nullptr) {
     TextBox& text = *field.text;
     text.SetLocked(field.read_only);
@@ -80,10 +73,10 @@ void ParameterColumn::Tie(const Field& field) {
   }
   // A box may lead several entries; each of them follows it.
   const auto before = box.on_click;
-  box.on_click = [this, before, &box, &entry, text = field.text] {
+  box.on_click = [this, before, &field] {
     if (before) before();
-    entry.SetEnabled(box.Enabled() && box.Ticked());
-    if (entry.Enabled() && text != nullptr) CheckNumber(app_, *text);
+    field.SetEntryEnabled(field.Ticked());
+    if (field.Ticked() && field.text != nullptr) CheckNumber(app_, *field.text);
   };
 }
 
@@ -118,18 +111,21 @@ void ParameterColumn::All_OnOff(int value) {
 }
 
 void ParameterColumn::Text_Box_Enable() {
-  for (const Field& field : fields_) field.Entry().SetEnabled(field.box->Enabled());
+  for (const Field& field : fields_) field.SetEntryEnabled(field.box->Enabled());
 }
 
 void ParameterColumn::Text_Box_Able() {
-  for (const Field& field : fields_) field.Entry().SetEnabled(false);
+  for (const Field& field : fields_) field.SetEntryEnabled(false);
 }
 
 void ParameterColumn::ClearControls() {
   for (const Field& field : fields_) {
-    if (field.text != nullptr) field.text->SetText("");
-    if (field.list != nullptr) field.list->SetListIndex(-1);
-    field.Entry().SetEnabled(false);
+    if (field.text != nullptr) {
+      field.text->SetText("");
+    } else {
+      field.Select(-1);
+    }
+    field.SetEntryEnabled(false);
   }
   parts_.all.SetValue(0);
   All_OnOff(0);
@@ -143,22 +139,13 @@ void ParameterColumn::SlotsToControls() {
 }
 
 void ParameterColumn::RestoreEntry(const Field& field) {
-  const std::string& slot = app_.slots.At(parts_.section, field.key);
-  if (field.text != nullptr) {
-    field.text->SetText(slot);
-  } else {
-    field.list->SetListIndex(IndexOf(slot));
-  }
+  ShowSlot(field, app_.slots.At(parts_.section, field.key));
 }
 
 void ParameterColumn::ControlsToSlots() {
   for (std::size_t i = 0; i < fields_.size(); ++i) {
-    const Field& field = fields_[i];
-    if (slots_[i] != kNoSlot) {
-      app_.slots[slots_[i]] = field.text != nullptr ? std::string(Trim(field.text->Text()))
-                                                    : std::to_string(field.list->ListIndex());
-    }
-    if (unit_slots_[i] != kNoSlot) app_.slots[unit_slots_[i]] = Trim(field.unit->Caption());
+    if (slots_[i] != kNoSlot) app_.slots[slots_[i]] = SlotText(fields_[i]);
+    if (unit_slots_[i] != kNoSlot) app_.slots[unit_slots_[i]] = Trim(fields_[i].unit->Caption());
   }
 }
 
@@ -275,18 +262,18 @@ void ParameterColumn::ShowBlock(int function, int start, int registers, const Fr
   for (const Field& field : fields_) {
     const int offset = AddressOf(field) - start;
     if (field.function != function || offset < 0 || offset + 2 * field.Words() > 2 * registers) continue;
-    if (IsRead(field)) ShowValue(field, reply, kDataStart + static_cast<std::size_t>(offset));
+    if (FieldTakesPart(field)) ShowValue(field, reply, kDataStart + static_cast<std::size_t>(offset));
   }
 }
 
 void ParameterColumn::ShowValue(const Field& field, const Frame& reply, std::size_t at) {
   int code = 0;
   if (field.unit != nullptr) LearnUnit(field);
-  if (field.list != nullptr) {
-    code = DecodeCode(field, reply, at);
-    field.list->SetListIndex(field.index_of_code ? field.index_of_code(code) : code);
-  } else {
+  if (field.text != nullptr) {
     field.text->SetText(DecodeText(field, app_.state.UnitFlag, reply, at));
+  } else {
+    code = DecodeCode(field, reply, at);
+    field.Select(field.index_of_code ? field.index_of_code(code) : code);
   }
   if (field.unit != nullptr) {
     SetUnitCaption(field);
@@ -315,8 +302,10 @@ void ParameterColumn::SetParameter_Click() {
   End(app_.Text(parts_.set_completed) + " " + app_.state.LastErrorText);
 }
 
-ParameterColumn::Outcome ParameterColumn::WriteFields() {
-  for (const Control* entry : write_order_) {
+ParameterColumn::Outcome ParameterColumn::WriteFields() { return WriteInOrder(write_order_); }
+
+ParameterColumn::Outcome ParameterColumn::WriteInOrder(const std::vector<const Control*>& entries) {
+  for (const Control* entry : entries) {
     const Outcome outcome = WriteField(FieldOf(*entry));
     if (outcome != Outcome::kGoOn) return outcome;
   }
@@ -325,8 +314,8 @@ ParameterColumn::Outcome ParameterColumn::WriteFields() {
 
 ParameterColumn::Outcome ParameterColumn::WriteField(const Field& field) {
   if (!field.Ticked()) return Outcome::kGoOn;
-  if (field.list != nullptr) {
-    const int index = field.list->ListIndex();
+  if (field.text == nullptr) {
+    const int index = field.Selected();
     if (index < 0) return Outcome::kGoOn;
     const int code = field.code_of_index ? field.code_of_index(index) : index;
     return WriteRegisters(AddressOf(field), EncodeCode(code), FailureName(field));

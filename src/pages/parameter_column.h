@@ -82,11 +82,11 @@ class ParameterColumn {
   // Runs before the value of a field that carries a unit is decoded; by default asks for the unit system once
   // a read.
   virtual void LearnUnit(const Field& field);
-  // Whether a read shows the field's value.
-  virtual bool IsRead(const Field& field) { return field.Ticked(); }
   // The unit of a field, without brackets.
   virtual std::string UnitText(const Field& field);
-  // A ticked field has taken the device's value.
+  // Whether a field of a block takes the device's value; by default when it is ticked and enabled.
+  virtual bool FieldTakesPart(const Field& field) { return field.Ticked(); }
+  // A ticked field has taken the device's value; `code` is that of a list or of options.
   virtual void FieldWasRead(const Field& field, int code);
   // The name of a field in the failure box.
   virtual std::string FailureName(const Field& field);
@@ -100,9 +100,12 @@ class ParameterColumn {
   bool Exchange(int function, int start, int registers, Frame& reply);
   // For WriteFields: writes a ticked field that has a value.
   Outcome WriteField(const Field& field);
+  // The same for several, up to the first that does not let the command go on.
+  Outcome WriteInOrder(const std::vector<const Control*>& entries);
   // One write of registers with function 10H; on failure the operator is asked whether to go on.
   Outcome WriteRegisters(int address, const std::vector<std::uint8_t>& data, const std::string& name);
-  int AddressOf(const Field& field) { return field.address + (field.by_channel ? ChannelBase() : 0); }
+  // The register of a field for the channel or output that the page shows.
+  virtual int AddressOf(const Field& field) { return field.address + (field.by_channel ? ChannelBase() : 0); }
   // True until the first call with this mark in the running read; a read asks each unit at most once.
   bool FirstInThisRead(int mark) { return read_marks_.insert(mark).second; }
   // Frame of an operation: lock, hourglass and a status line; the same back; and the end when the port can't

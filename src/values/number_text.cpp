@@ -1,5 +1,6 @@
 #include "values/number_text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>

@@ -1,0 +1,120 @@
+// A serial line with one or more simulated meters on it, as its master sees it: bytes go in at a moment,
+// bytes come out when the line has carried them. No threads, no clock, no input or output of its own: the
+// caller says what time it is, and moments must not go backwards.
+//
+// In process:                                  On a real port:
+//   line.Transmit(request, now);                 line.Receive(bytes that arrived, now);
+//   line.Outgoing(now)   still in the sender     write(line.Take(now));
+//   line.Take(now)       what has come in        sleep until line.NextEvent() or new bytes
+//   sleep until line.NextEvent()
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "sim/faults.h"
+#include "sim/meter.h"
+
+namespace sim {
+
+struct LineConfig {
+  int baud = 9600;
+  bool paced = true;          // false: bytes take no time on the line
+  Micros turnaround = 5'000;  // from the last byte of a request to the start of the answer
+};
+
+struct TimedByte {
+  Micros at = 0;  // when its last bit is over
+  std::uint8_t byte = 0;
+};
+
+struct LogEntry {
+  enum class Kind { Request, Reply, Dropped };
+  Kind kind = Kind::Request;
+  Micros at = 0;  // a request's end, a reply's start
+  Bytes bytes;
+  std::string note;  // fault that struck, or why it was dropped; empty for an ordinary exchange
+};
+
+class Line {
+ public:
+  using LogSink = std::function<void(const LogEntry&)>;
+
+  explicit Line(const LineConfig& config = {});
+
+  // Puts a meter on the line; a number from 1 to 247 that is taken already is replaced.
+  Meter& AddStation(int number, const MeterConfig& config);
+  Meter* Station(int number);  // null when no meter has this number
+  std::vector<int> Stations() const;
+
+  // Bytes that reach the meters at `now`. A request ends when the length that its function asks for is there
+  // and its check fits, or after 3.5 characters of silence; what is no whole frame by then is dropped without
+  // an answer.
+  void Receive(std::span<const std::uint8_t> bytes, Micros now);
+
+  // Bytes that the master hands to its sender at `now`; they reach the meters at the pace of the line.
+  void Transmit(std::span<const std::uint8_t> bytes, Micros now);
+  std::size_t Outgoing(Micros now);  // of those, how many have not left yet
+  void DiscardOutgoing(Micros now);
+
+  // Bytes that have reached the master by `now` and were not taken before.
+  Bytes Take(Micros now);
+
+  // The next moment at which something happens without anybody's doing: a byte reaches the master, a byte has
+  // left the sender, a silence ends a frame, the plug comes out. Nothing when the line is at rest.
+  std::optional<Micros> NextEvent() const;
+
+  // Replies that were written onto the line and not yet taken, in order, those of the future included.
+  const std::deque<TimedByte>& Pending() const { return incoming_; }
+
+  // The plug. While it is out nothing gets through in either direction and what was on its way is lost; bytes
+  // that had arrived can still be taken.
+  bool IsPlugged(Micros now);
+  void Unplug(Micros now);
+  void Plug(Micros now);
+
+  FaultBoard& faults() { return faults_; }
+  LineConfig& config() { return config_; }
+
+  // The last exchanges, oldest first. A sink gets each entry as it happens.
+  const std::deque<LogEntry>& Log() const { return log_; }
+  void ClearLog() { log_.clear(); }
+  void SetLogLimit(std::size_t entries) { log_limit_ = entries; }
+  void SetLogSink(LogSink sink) { sink_ = std::move(sink); }
+
+ private:
+  struct Reply;
+
+  void Advance(Micros now);
+  void Accept(std::uint8_t byte, Micros at);
+  void EndOfSilence(Micros at);
+  void Handle(Micros at);
+  Bytes Ask(const Bytes& frame, Micros at, const std::optional<ArmedFault>& fault);
+  void Schedule(const Reply& reply, Micros at, const std::string& note);
+  void Note(LogEntry::Kind kind, Micros at, Bytes bytes, std::string note);
+  Micros CharTime(std::size_t characters) const;
+  Micros Silence() const;
+
+  LineConfig config_;
+  std::map<int, std::unique_ptr<Meter>> stations_;
+  FaultBoard faults_;
+
+  std::deque<TimedByte> outgoing_;  // master to meters
+  std::deque<TimedByte> incoming_;  // meters to master
+  Micros sender_free_ = 0;          // when the master's sender has nothing left
+  Micros reply_free_ = 0;           // when the last reply is over
+  Bytes frame_;                     // request being received
+  Micros frame_last_ = 0;           // its last byte
+  Micros now_ = 0;                  // how far time was told
+  std::optional<Micros> unplugged_;
+
+  std::deque<LogEntry> log_;
+  std::size_t log_limit_ = 10'000;
+  LogSink sink_;
+};
+
+}  // namespace sim

@@ -1,0 +1,36 @@
+// One port for both kinds of device: Open() chooses by what the COM number stands for.
+#pragma once
+
+#include "host/qt_serial_port.h"
+#include "platform/clock.h"
+#include "platform/event_queue.h"
+#include "sim/simulated_port.h"
+
+namespace vlt {
+
+class PortSwitch : public SerialPort {
+ public:
+  PortSwitch(Clock& clock, EventQueue& events, DeviceOf device_of);
+
+  void Open(int number, const std::string& settings) override;
+  void Close() override { chosen_->Close(); }
+  bool IsOpen() const override { return chosen_->IsOpen(); }
+  void DiscardInput() override { chosen_->DiscardInput(); }
+  void DiscardOutput() override { chosen_->DiscardOutput(); }
+  void Write(std::span<const std::uint8_t> bytes) override { chosen_->Write(bytes); }
+  int BytesOut() override { return chosen_->BytesOut(); }
+  int BytesIn() override { return chosen_->BytesIn(); }
+  std::uint8_t TakeByte() override { return chosen_->TakeByte(); }
+  void SetRts(bool on) override { chosen_->SetRts(on); }
+  void SetDtr(bool on) override { chosen_->SetDtr(on); }
+
+ private:
+  DeviceOf device_of_;
+  Clock& clock_;
+  sim::LineShelf shelf_;
+  QtSerialPort real_;
+  sim::SimulatedPort simulated_;
+  SerialPort* chosen_ = &real_;
+};
+
+}  // namespace vlt

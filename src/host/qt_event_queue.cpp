@@ -1,0 +1,77 @@
+#include "host/qt_event_queue.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+#include <chrono>
+#include <thread>
+#include <utility>
+
+namespace vlt {
+
+using std::chrono::milliseconds;
+using std::chrono::nanoseconds;
+
+struct QtEventQueue::Timer {
+  QTimer* timer = nullptr;  // the context's child
+  std::function<void()> tick;
+  bool running = false;
+};
+
+QtEventQueue::QtEventQueue(const QtClock& clock) : clock_(clock) {}
+
+QtEventQueue::~QtEventQueue() = default;
+
+void QtEventQueue::GiveWay(std::int64_t until_ms) {
+  QCoreApplication::processEvents(QEventLoop::AllEvents);
+  const nanoseconds left = milliseconds(until_ms) - clock_.Elapsed();
+  if (left <= nanoseconds::zero()) return;
+  if (left < milliseconds(1)) {
+    // Qt's timers know whole milliseconds. Waiting out the rest here keeps every wait exact, and one that
+    // follows begins on a whole millisecond.
+    std::this_thread::sleep_for(left);
+    return;
+  }
+  QTimer alarm;  // one for each call: a handler that runs meanwhile may give way itself
+  alarm.setTimerType(Qt::PreciseTimer);
+  alarm.setSingleShot(true);
+  alarm.start(std::chrono::duration_cast<milliseconds>(left));
+  QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+}
+
+void QtEventQueue::Sleep(int ms) { std::this_thread::sleep_for(milliseconds(ms)); }
+
+EventQueue::TimerId QtEventQueue::StartTimer(int interval_ms, std::function<void()> tick) {
+  auto timer = std::make_shared<Timer>();
+  timer->timer = new QTimer(&context_);
+  timer->tick = std::move(tick);
+  timer->timer->setTimerType(Qt::PreciseTimer);
+  QObject::connect(timer->timer, &QTimer::timeout, &context_, [timer] {
+    if (timer->running) return;
+    timer->running = true;
+    timer->tick();
+    timer->running = false;
+  });
+  timer->timer->start(interval_ms);
+  timers_[++last_id_] = std::move(timer);
+  return last_id_;
+}
+
+void QtEventQueue::StopTimer(TimerId id) {
+  const auto found = timers_.find(id);
+  if (found == timers_.end()) return;
+  found->second->timer->stop();
+  found->second->timer->deleteLater();  // this may be its own tick
+  timers_.erase(found);
+}
+
+void QtEventQueue::Post(std::function<void()> task) {
+  QMetaObject::invokeMethod(&context_, std::move(task), Qt::QueuedConnection);
+}
+
+void QtEventQueue::EndProcess() {
+  ending_ = true;
+  // Not quit(): with windows that one asks each of them first, and any may refuse.
+  QCoreApplication::exit(0);
+}
+
+}  // namespace vlt

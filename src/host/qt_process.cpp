@@ -1,0 +1,118 @@
+#include "host/qt_process.h"
+
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+#include <QSerialPortInfo>
+#include <QStandardPaths>
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <QLocale>
+#include <array>
+#include <string_view>
+#endif
+
+namespace vlt {
+namespace {
+
+const QString kLockName = QStringLiteral("veltrano3.lock");
+
+std::string Absolute(const std::string& folder) {
+  const QString path =
+      folder.empty() ? QCoreApplication::applicationDirPath() : QString::fromStdString(folder);
+  std::string text = QDir::toNativeSeparators(QDir::cleanPath(QDir(path).absolutePath())).toStdString();
+  if (text.back() == QDir::separator().toLatin1()) text.pop_back();  // only a root folder keeps its own
+  return text;
+}
+
+// One file a program folder, by whatever way the folder is reached.
+QString FallbackLock(const QString& folder) {
+  const QString real = QFileInfo(folder + QLatin1Char('/')).canonicalFilePath();
+  const QByteArray print = QCryptographicHash::hash(real.toUtf8(), QCryptographicHash::Sha1).toHex().left(16);
+  QString place = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+  if (place.isEmpty()) place = QDir::tempPath();
+  return place + QStringLiteral("/veltrano3-") + QString::fromLatin1(print) + QStringLiteral(".lock");
+}
+
+std::unique_ptr<QLockFile> LockAt(const QString& path) {
+  auto lock = std::make_unique<QLockFile>(path);
+  lock->setStaleLockTime(0);  // age says nothing: only a process that is gone frees its lock
+  lock->tryLock(0);
+  return lock;
+}
+
+}  // namespace
+
+QtProcess::QtProcess(const std::string& folder) : folder_(Absolute(folder)) {}
+
+char QtProcess::Separator() { return QDir::separator().toLatin1(); }
+
+bool QtProcess::BecomeOnlyInstance() {
+  if (guard_ && guard_->isLocked()) return true;
+  const QString folder = QString::fromStdString(folder_);
+  guard_ = LockAt(folder + QLatin1Char('/') + kLockName);
+  if (guard_->isLocked()) return true;
+  if (guard_->error() == QLockFile::LockFailedError) return false;
+  guard_ = LockAt(FallbackLock(folder));
+  // Where no guard can be kept at all, working without one beats not working.
+  return guard_->error() != QLockFile::LockFailedError;
+}
+
+#ifdef _WIN32
+
+int QtProcess::LocaleId() { return static_cast<int>(GetUserDefaultLCID()); }
+
+std::string QtProcess::ShortPath(const std::string& path) {
+  const std::wstring wide = QString::fromStdString(path).toStdWString();
+  std::wstring text(wide.size() + MAX_PATH, L'\0');
+  const DWORD size = GetShortPathNameW(wide.c_str(), text.data(), static_cast<DWORD>(text.size()));
+  if (size == 0 || size >= text.size()) return path;
+  return QString::fromWCharArray(text.data(), static_cast<int>(size)).toStdString();
+}
+
+#else
+
+// Language identifiers as [MS-LCID] lists them, for the languages that a meter or the program speaks, and
+// those of their neighbours. English of the United States stands for the rest.
+int QtProcess::LocaleId() {
+  struct Row {
+    std::string_view name;
+    int id;
+  };
+  static constexpr int kEnglish = 0x0409;
+  static constexpr std::array<Row, 20> kRows{{
+      {"ja", 0x0411},    {"en", kEnglish},  {"en_GB", 0x0809}, {"de", 0x0407},    {"de_AT", 0x0C07},
+      {"de_CH", 0x0807}, {"fr", 0x040C},    {"fr_BE", 0x080C}, {"fr_CA", 0x0C0C}, {"fr_CH", 0x100C},
+      {"es", 0x0C0A},    {"es_MX", 0x080A}, {"it", 0x0410},    {"nl", 0x0413},    {"pt", 0x0816},
+      {"pt_BR", 0x0416}, {"ko", 0x0412},    {"zh", 0x0804},    {"zh_TW", 0x0404}, {"ru", 0x0419},
+  }};
+  const std::string name = QLocale::system().name().toStdString();
+  const std::string_view language = std::string_view(name).substr(0, name.find('_'));
+  int id = kEnglish;
+  for (const Row& row : kRows) {
+    if (row.name == name) return row.id;
+    if (row.name == language) id = row.id;
+  }
+  return id;
+}
+
+std::string QtProcess::ShortPath(const std::string& path) { return path; }
+
+#endif
+
+std::vector<PortInfo> QtProcess::Ports() {
+  std::vector<PortInfo> ports;
+  for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts()) {
+#ifdef _WIN32
+    const QString device = info.portName();
+#else
+    const QString device = info.systemLocation();
+#endif
+    ports.push_back({device.toStdString(), info.description().toStdString()});
+  }
+  return ports;
+}
+
+}  // namespace vlt

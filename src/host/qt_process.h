@@ -1,0 +1,31 @@
+// The process by Qt.
+#pragma once
+
+#include <QLockFile>
+#include <memory>
+
+#include "platform/process.h"
+
+namespace vlt {
+
+class QtProcess : public Process {
+ public:
+  // `folder` is the program folder; an empty text means the folder of the executable. Needs a
+  // QCoreApplication then.
+  explicit QtProcess(const std::string& folder = "");
+
+  std::string ProgramFolder() override { return folder_; }
+  char Separator() override;
+  // The guard is a lock file in the program folder, or, where that can't be written, one in the user's
+  // run-time folder that carries the program folder's fingerprint. It is held until the process ends.
+  bool BecomeOnlyInstance() override;
+  int LocaleId() override;
+  std::string ShortPath(const std::string& path) override;
+  std::vector<PortInfo> Ports() override;
+
+ private:
+  std::string folder_;
+  std::unique_ptr<QLockFile> guard_;
+};
+
+}  // namespace vlt

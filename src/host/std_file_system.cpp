@@ -1,0 +1,235 @@
+#include "host/std_file_system.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#else
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace vlt {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kLargest = std::size_t{8} * 1024 * 1024;
+
+// Paths of the product are UTF-8 everywhere.
+fs::path PathOf(const std::string& text) { return fs::path(std::u8string(text.begin(), text.end())); }
+
+FileError ErrorOf(const std::error_code& code) {
+  struct Row {
+    std::errc code;
+    FileError error;
+  };
+  static constexpr std::array<Row, 12> kRows{{
+      {std::errc::no_such_file_or_directory, FileError::kMissing},
+      {std::errc::not_a_directory, FileError::kMissing},
+      {std::errc::permission_denied, FileError::kNoPermission},
+      {std::errc::operation_not_permitted, FileError::kNoPermission},
+      {std::errc::read_only_file_system, FileError::kNoPermission},
+      {std::errc::text_file_busy, FileError::kNoPermission},
+      {std::errc::is_a_directory, FileError::kNotAFile},
+      {std::errc::no_such_device_or_address, FileError::kNotAFile},  // a pipe that nobody reads
+      {std::errc::no_such_device, FileError::kNotAFile},
+      {std::errc::no_space_on_device, FileError::kFull},
+      {std::errc::file_too_large, FileError::kFull},  // the limit of the file system or of the user
+      {std::errc::filename_too_long, FileError::kMissing},
+  }};
+  for (const Row& row : kRows)
+    if (code == row.code) return row.error;
+#ifdef EDQUOT
+  if (code.value() == EDQUOT) return FileError::kFull;
+#endif
+  return FileError::kOther;
+}
+
+FileError LastError() { return ErrorOf({errno, std::generic_category()}); }
+
+// An open file with the few calls that both families of systems have, by their own names.
+class Handle {
+ public:
+#ifdef _WIN32
+  static constexpr int kRead = _O_RDONLY | _O_BINARY;
+  static constexpr int kWrite = _O_WRONLY | _O_BINARY | _O_CREAT | _O_TRUNC;
+  static constexpr int kAppend = _O_WRONLY | _O_BINARY | _O_CREAT | _O_APPEND;
+  Handle(const fs::path& path, int flags) : fd_(_wopen(path.c_str(), flags, _S_IREAD | _S_IWRITE)) {}
+  bool Flush() { return _commit(fd_) == 0; }
+  bool Cut(std::uintmax_t size) { return _chsize_s(fd_, static_cast<long long>(size)) == 0; }
+  std::ptrdiff_t Get(char* to, std::size_t size) { return _read(fd_, to, static_cast<unsigned>(size)); }
+  std::ptrdiff_t Put(const char* from, std::size_t size) {
+    return _write(fd_, from, static_cast<unsigned>(size));
+  }
+  bool Close() { return _close(std::exchange(fd_, -1)) == 0; }
+#else
+  // Without waiting: a pipe would hold the program up until somebody opens its other end.
+  static constexpr int kRead = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
+  static constexpr int kWrite = O_WRONLY | O_CLOEXEC | O_NONBLOCK | O_CREAT | O_TRUNC;
+  static constexpr int kAppend = O_WRONLY | O_CLOEXEC | O_NONBLOCK | O_CREAT | O_APPEND;
+  Handle(const fs::path& path, int flags) : fd_(::open(path.c_str(), flags, 0666)) {}
+  bool Flush() const { return ::fsync(fd_) == 0; }
+  bool Cut(std::uintmax_t size) const { return ::ftruncate(fd_, static_cast<off_t>(size)) == 0; }
+  std::ptrdiff_t Get(char* to, std::size_t size) const { return ::read(fd_, to, size); }
+  std::ptrdiff_t Put(const char* from, std::size_t size) const { return ::write(fd_, from, size); }
+  bool Close() { return ::close(std::exchange(fd_, -1)) == 0; }
+#endif
+  ~Handle() {
+    if (IsOpen()) Close();
+  }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+  bool IsOpen() const { return fd_ >= 0; }
+
+ private:
+  int fd_;
+};
+
+// kGood for an ordinary file or for nothing at all; the second value tells whether it is there.
+struct Found {
+  FileError error = FileError::kGood;
+  bool exists = false;
+  std::uintmax_t size = 0;
+};
+
+Found Look(const fs::path& path) {
+  std::error_code code;
+  const fs::file_status status = fs::status(path, code);
+  if (status.type() == fs::file_type::not_found) return {};
+  if (status.type() == fs::file_type::none) return {ErrorOf(code)};
+  if (status.type() != fs::file_type::regular) return {FileError::kNotAFile, true};
+  return {FileError::kGood, true, fs::file_size(path, code)};
+}
+
+FileError Fill(Handle& file, std::string_view content) {
+  while (!content.empty()) {
+    const std::ptrdiff_t done = file.Put(content.data(), content.size());
+    if (done < 0 && errno == EINTR) continue;
+    if (done < 0) return LastError();
+    if (done == 0) return FileError::kFull;
+    content.remove_prefix(static_cast<std::size_t>(done));
+  }
+  return file.Flush() && file.Close() ? FileError::kGood : LastError();
+}
+
+// Makes a change of names in a folder last over a power cut. Where folders can't be opened it is up to the
+// system.
+void FlushFolder(const fs::path& file) {
+#ifndef _WIN32
+  Handle folder(file.has_parent_path() ? file.parent_path() : fs::path("."), O_RDONLY | O_CLOEXEC);
+  if (folder.IsOpen()) folder.Flush();
+#else
+  static_cast<void>(file);
+#endif
+}
+
+bool IsWritable(const fs::path& path) {
+#ifdef _WIN32
+  return _waccess(path.c_str(), 2) == 0;
+#else
+  return ::access(path.c_str(), W_OK) == 0;
+#endif
+}
+
+}  // namespace
+
+FileError StdFileSystem::Read(const std::string& path, std::string& content) {
+  const fs::path file = PathOf(path);
+  const Found found = Look(file);
+  if (found.error != FileError::kGood) return found.error;
+  if (!found.exists) return FileError::kMissing;
+  if (found.size > kLargest) return FileError::kTooLarge;
+  Handle handle(file, Handle::kRead);
+  if (!handle.IsOpen()) return LastError();
+  std::string read;
+  std::array<char, 65536> piece{};
+  for (;;) {
+    const std::ptrdiff_t got = handle.Get(piece.data(), piece.size());
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return LastError();
+    if (got == 0) break;
+    read.append(piece.data(), static_cast<std::size_t>(got));
+    if (read.size() > kLargest) return FileError::kTooLarge;  // it has grown since
+  }
+  content = std::move(read);
+  return FileError::kGood;
+}
+
+FileError StdFileSystem::Create(const std::string& path, std::string_view content) {
+  const fs::path file = PathOf(path);
+  const Found found = Look(file);
+  if (found.error != FileError::kGood) return found.error;
+  Handle handle(file, Handle::kWrite);
+  if (!handle.IsOpen()) return LastError();
+  const FileError error = Fill(handle, content);
+  if (error != FileError::kGood && !found.exists) {
+    if (handle.IsOpen()) handle.Close();
+    std::error_code ignored;
+    fs::remove(file, ignored);
+  }
+  return error;
+}
+
+FileError StdFileSystem::Rename(const std::string& from, const std::string& to) {
+  const fs::path source = PathOf(from);
+  const fs::path target = PathOf(to);
+  const Found old = Look(target);
+  if (old.error != FileError::kGood) return old.error;
+  std::error_code code;
+  if (old.exists) {
+    if (!IsWritable(target)) return FileError::kNoPermission;
+    // Rights that can't be carried over are no reason to lose the content.
+    fs::permissions(source, fs::status(target, code).permissions(), code);
+  }
+  fs::rename(source, target, code);
+  if (code) return ErrorOf(code);
+  FlushFolder(target);
+  return FileError::kGood;
+}
+
+FileError StdFileSystem::Remove(const std::string& path) {
+  const fs::path file = PathOf(path);
+  const Found found = Look(file);
+  if (found.error != FileError::kGood) return found.error;
+  if (!found.exists) return FileError::kMissing;
+  std::error_code code;
+  fs::remove(file, code);
+  return code ? ErrorOf(code) : FileError::kGood;
+}
+
+FileError StdFileSystem::Append(const std::string& path, std::string_view content) {
+  const fs::path file = PathOf(path);
+  const Found found = Look(file);
+  if (found.error != FileError::kGood) return found.error;
+  Handle handle(file, Handle::kAppend);
+  if (!handle.IsOpen()) return LastError();
+  std::ptrdiff_t done = -1;
+  do {
+    done = handle.Put(content.data(), content.size());
+  } while (done < 0 && errno == EINTR);
+  if (done == static_cast<std::ptrdiff_t>(content.size())) return FileError::kGood;
+  const FileError error = done < 0 ? LastError() : FileError::kFull;
+  if (done > 0) handle.Cut(found.size);  // half a line is worse than none
+  if (!found.exists) {
+    handle.Close();
+    std::error_code ignored;
+    fs::remove(file, ignored);
+  }
+  return error;
+}
+
+bool StdFileSystem::Exists(const std::string& path) {
+  std::error_code code;
+  return fs::exists(PathOf(path), code);
+}
+
+}  // namespace vlt

@@ -1,0 +1,20 @@
+// Files by the standard library and POSIX.
+#pragma once
+
+#include "platform/file_system.h"
+
+namespace vlt {
+
+class StdFileSystem : public FileSystem {
+ public:
+  FileError Read(const std::string& path, std::string& content) override;
+  // A file that can't be filled is removed again when it was new.
+  FileError Create(const std::string& path, std::string_view content) override;
+  // The new file gets the old one's access rights; an old file that may not be written is not replaced.
+  FileError Rename(const std::string& from, const std::string& to) override;
+  FileError Remove(const std::string& path) override;
+  FileError Append(const std::string& path, std::string_view content) override;
+  bool Exists(const std::string& path) override;
+};
+
+}  // namespace vlt

@@ -1,0 +1,192 @@
+#include "link/device_queries.h"
+
+#include <array>
+
+#include "link/modbus.h"
+#include "values/codecs.h"
+#include "values/unit_names.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kNoAnswer = -1;
+constexpr int kForeignRequest = -2;
+constexpr int kReadHolding = 3;
+constexpr int kTotalUnitWithoutMetric = 8;
+constexpr int kMetricText = 2260;
+constexpr int kEnglishText = 2270;
+
+// One register of one word: where it lies for each channel (a common one has the same address thrice), how a
+// query of our own station is paced and how one of another station, and where the value is kept.
+struct Query {
+  std::array<int, kChannels> address;
+  int mode;
+  int mode_at;
+  int SharedState::*common = nullptr;
+  std::array<int, kChannels> SharedState::*channel = nullptr;
+};
+
+constexpr std::array<int, kChannels> Common(int address) { return {address, address, address}; }
+
+constexpr Query kUnitFlag{Common(0x0100), kModeUnitQuery, kModeUnitQuery, &SharedState::UnitFlag};
+constexpr Query kUnitSystem{Common(0x0100), kModeOrdinary, kModeOrdinary, &SharedState::UnitFlag};
+constexpr Query kOperationMode{Common(0x003E), kModeOrdinary, kModeOrdinary, &SharedState::OperationMode};
+constexpr Query kHeatFlowUnit{Common(0x04B6), kModeOrdinary, kModeOrdinary, &SharedState::HeatFlowUnit};
+constexpr Query kHeatTotalUnit{Common(0x04B8), kModeOrdinary, kModeOrdinary, &SharedState::HeatTotalUnit};
+constexpr Query kTempUnit{Common(0x04B4), kModeOrdinary, kModeOrdinary, &SharedState::TempUnit};
+constexpr Query kRangeKind{
+    {0x0002, 0x138A, 0x1B5A}, kModeOrdinary, kModeOrdinary, nullptr, &SharedState::RangeKind};
+constexpr Query kRangeUnit{
+    {0x0004, 0x138C, 0x1B5C}, kModeOrdinary, kModeUnitQuery, nullptr, &SharedState::RangeUnit};
+constexpr Query kTotalUnit{
+    {0x0040, 0x13C8, 0x1B98}, kModeOrdinary, kModeUnitQuery, nullptr, &SharedState::TotalUnit};
+constexpr Query kSpec{Common(0x0148), kModeOrdinary, kModeOrdinary};
+constexpr Query kPathMode{Common(0x03E8), kModeOrdinary, kModeOrdinary};
+
+// The signed word, or nothing in `value` and false.
+bool Ask(App& app, int station, int address, int mode, int& value) {
+  auto& tx = app.state.MemTxFrame;
+  auto& rx = app.state.MemRxFrame;
+  const Frame request = ReadRequest(station, kReadHolding, address, 1);
+  std::copy(request.begin(), request.end(), tx.begin());
+  if (!SendReceive(app, tx, static_cast<int>(tx.size()) - 1, rx, static_cast<int>(rx.size()) - 1, mode)) {
+    return false;
+  }
+  value = BytesToInt16(rx[3], rx[4]);
+  return true;
+}
+
+int AskAt(App& app, const Query& query, int station, int ch = 0) {
+  int value = kNoAnswer;
+  Ask(app, station, query.address.at(static_cast<std::size_t>(ch)), query.mode_at, value);
+  return value;
+}
+
+int AskOwn(App& app, const Query& query, int ch = 0) {
+  const auto channel = static_cast<std::size_t>(ch);
+  int value = kNoAnswer;
+  if (!Ask(app, StationNumber(app), query.address.at(channel), query.mode, value)) return kNoAnswer;
+  if (&query == &kTotalUnit && app.state.UnitFlag == 0 && value == kTotalUnitWithoutMetric) value = 0;
+  if (query.common != nullptr) app.state.*query.common = value;
+  if (query.channel != nullptr) (app.state.*query.channel).at(channel) = value;
+  return value;
+}
+
+int AskUnitSystem(App& app, const Query& query) {
+  const int value = AskOwn(app, query);
+  if (value != kNoAnswer && app.frame != nullptr) {
+    app.frame->Status().SetPanel(3, app.Text(value == 0 ? kMetricText : kEnglishText));
+  }
+  return value;
+}
+
+struct Slot {
+  const char* section;
+  const char* key;
+};
+
+template <std::size_t N>
+void Clear(App& app, const Slot (&slots)[N]) {
+  for (const Slot& slot : slots) app.slots.At(slot.section, slot.key).clear();
+}
+
+constexpr Slot kProcessCache[] = {
+    {"PROCESS SETTING", "SENSOR_SPACING_Unit"}, {"PROCESS SETTING", "OUTER_DIAMETER_Unit"},
+    {"PROCESS SETTING", "PIPE_S_V_Unit"},       {"PROCESS SETTING", "WALL_THICKNESS_Unit"},
+    {"PROCESS SETTING", "LINING_S_V_Unit"},     {"PROCESS SETTING", "LINING_THICKNESS_Unit"},
+    {"PROCESS SETTING", "FLUID_S_V_Unit"},      {"PROCESS SETTING", "VISCOSITY_Unit"},
+};
+constexpr Slot kFlowCache[] = {
+    {"RANGE", "FULL_SCALE1_Unit"},         {"RANGE", "FULL_SCALE2_Unit"}, {"RANGE", "RATE_LIMIT_Unit"},
+    {"RANGE", "LOW_FLOW_OUTPUT_CUT_Unit"}, {"RANGE", "ZERO_Unit"},        {"STATUS", "DO_FLOW_SW_HIGH_Unit"},
+    {"STATUS", "DO_FLOW_SW_LOW_Unit"},
+};
+constexpr Slot kTotalCache[] = {
+    {"TOTAL", "TOTAL_RATE_Unit"},
+    {"TOTAL", "F_TOTAL_PRESET_Unit"},
+    {"STATUS", "DO_TOTAL_SW_Unit"},
+};
+constexpr Slot kHeatFlowCache[] = {
+    {"RANGE", "H_FULL_SCALE1_Unit"},
+    {"RANGE", "H_FULL_SCALE2_Unit"},
+    {"STATUS", "H_FLOW_SW_HIGH_Unit"},
+    {"STATUS", "H_FLOW_SW_LOW_Unit"},
+};
+constexpr Slot kHeatTotalCache[] = {
+    {"TOTAL", "H_TOTAL_RATE_Unit"},
+    {"TOTAL", "H_TOTAL_PRESET_Unit"},
+    {"STATUS", "H_TOTAL_SW_Unit"},
+};
+constexpr Slot kTempCache[] = {
+    {"HEAT SETTING", "SWITCHTEMP_Unit"},       {"HEAT SETTING", "HYSTERESIS_Unit"},
+    {"HEAT SETTING", "CONFIGSUPPLYTEMP_Unit"}, {"HEAT SETTING", "CONFIGRETURNTEMP_Unit"},
+    {"HEAT SETTING", "SUPPLYTEMPZERO_Unit"},   {"HEAT SETTING", "RETURNTEMPZERO_Unit"},
+};
+
+}  // namespace
+
+int GetUnitFlag(App& app) { return AskUnitSystem(app, kUnitFlag); }
+int ReadUnitSystem(App& app) { return AskUnitSystem(app, kUnitSystem); }
+int GetRangeKind(App& app, int ch) { return AskOwn(app, kRangeKind, ch); }
+int GetRangeUnit(App& app, int ch) { return AskOwn(app, kRangeUnit, ch); }
+int GetTotalUnit(App& app, int ch) { return AskOwn(app, kTotalUnit, ch); }
+int GetOperationMode(App& app) { return AskOwn(app, kOperationMode); }
+int GetHeatFlowUnit(App& app) { return AskOwn(app, kHeatFlowUnit); }
+int GetHeatTotalUnit(App& app) { return AskOwn(app, kHeatTotalUnit); }
+int GetTempUnit(App& app) { return AskOwn(app, kTempUnit); }
+
+int GetUnitFlagAt(App& app, int station) { return AskAt(app, kUnitFlag, station); }
+int GetRangeUnitAt(App& app, int station, int ch) { return AskAt(app, kRangeUnit, station, ch); }
+int GetTotalUnitAt(App& app, int station, int ch) { return AskAt(app, kTotalUnit, station, ch); }
+int GetHeatFlowUnitAt(App& app, int station) { return AskAt(app, kHeatFlowUnit, station); }
+int GetHeatTotalUnitAt(App& app, int station) { return AskAt(app, kHeatTotalUnit, station); }
+int GetTempUnitAt(App& app, int station) { return AskAt(app, kTempUnit, station); }
+
+int GetSpecClass(App& app) {
+  // Specification numbers below 182 and those a multiple of 100 above 81 are full models.
+  constexpr int kBase = 81;
+  constexpr int kStep = 100;
+  int spec = 0;
+  if (!Ask(app, StationNumber(app), kSpec.address[0], kSpec.mode, spec)) return kNoAnswer;
+  const int x = spec - kBase;
+  return x > kStep && x % kStep != 0 ? 1 : 0;
+}
+
+int GetPathMode(App& app) {
+  const int value = AskOwn(app, kPathMode);
+  if (value == kNoAnswer) return kNoAnswer;
+  const auto& sent = app.state.MemTxFrame;
+  const bool own = sent[1] == kReadHolding && BytesToUInt16(sent[2], sent[3]) == kPathMode.address[0];
+  return own ? value : kForeignRequest;
+}
+
+int GetChannelConfig(App& app) {
+  app.state.SpecClass = GetSpecClass(app);
+  if (app.state.SpecClass != 0) return app.state.SpecClass == 1 ? 1 : -1;
+  app.state.PathMode = GetPathMode(app);
+  const int paths = app.state.PathMode;
+  return paths >= 0 && paths <= 2 ? paths + 1 : -1;
+}
+
+void BuildFlowUnitNames(App& app) { app.state.FlowUnitNames = BuildFlowUnitNames(app.state.UnitFlag); }
+void BuildTotalUnitNames(App& app) { app.state.TotalUnitNames = BuildTotalUnitNames(app.state.UnitFlag); }
+void BuildHeatFlowUnitNames(App& app) {
+  app.state.HeatFlowUnitNames = BuildHeatFlowUnitNames(app.state.LangOffset);
+}
+void BuildHeatTotalUnitNames(App& app) {
+  app.state.HeatTotalUnitNames = BuildHeatTotalUnitNames(app.state.LangOffset);
+}
+void BuildTempUnitNames(App& app) { app.state.TempUnitNames = BuildTempUnitNames(app.state.LangOffset); }
+void BuildBaseUnitNames(App& app) {
+  const auto names = BuildBaseUnitNames(app.state.UnitFlag);
+  app.state.BaseUnitNames.assign(names.begin(), names.end());
+}
+
+void ClearProcessCache(App& app) { Clear(app, kProcessCache); }
+void ClearFlowCache(App& app) { Clear(app, kFlowCache); }
+void ClearTotalCache(App& app) { Clear(app, kTotalCache); }
+void ClearHeatFlowCache(App& app) { Clear(app, kHeatFlowCache); }
+void ClearHeatTotalCache(App& app) { Clear(app, kHeatTotalCache); }
+void ClearTempCache(App& app) { Clear(app, kTempCache); }
+
+}  // namespace vlt

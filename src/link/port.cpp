@@ -1,0 +1,126 @@
+#include "link/port.h"
+
+#include <charconv>
+
+#include "resources/string_table.h"
+#include "resources/text_ids.h"
+#include "values/number_text.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kCommunicationError = 3950;
+constexpr int kRestMs = 200;
+constexpr double kGapBits = 48;
+
+int NumberIn(const std::string& text) {
+  int number = 0;
+  std::from_chars(text.data(), text.data() + text.size(), number);
+  return number;
+}
+
+int ReasonId(PortFaultCode code, int port) {
+  switch (code) {
+    case PortFaultCode::kMissing:
+      return port == 0 ? text::kPortNotChosen : text::kPortMissing;
+    case PortFaultCode::kNoPermission:
+      return text::kPortNotAllowed;
+    case PortFaultCode::kBusy:
+      return text::kPortBusy;
+    case PortFaultCode::kSettings:
+      return text::kPortBadSettings;
+    case PortFaultCode::kRemoved:
+      return text::kPortRemoved;
+    default:
+      return text::kPortFault;
+  }
+}
+
+// A COM number that stands for no device reads "COM3", without empty brackets behind it.
+std::string Reason(const App& app, const PortFault& fault, int port, const std::string& settings) {
+  const bool about_settings = fault.Code() == PortFaultCode::kSettings;
+  std::string reason = FormatText(app.Text(ReasonId(fault.Code(), port)),
+                                  {"COM" + std::to_string(port), fault.Device(),
+                                   about_settings ? settings : std::to_string(fault.Number())});
+  const std::string empty = " ()";
+  if (const std::size_t at = reason.find(empty); at != std::string::npos) reason.erase(at, empty.size());
+  return reason;
+}
+
+void Configure(SerialPort& port, int number, const std::string& settings) {
+  port.Open(number, settings);
+  port.SetRts(false);
+  port.SetDtr(false);
+}
+
+// Runs one operation; false when it raised a fault.
+template <class Operation>
+bool Try(Operation&& operation) {
+  try {
+    operation();
+    return true;
+  } catch (const PortFault&) {
+    return false;
+  }
+}
+
+}  // namespace
+
+void OpenPort(App& app, int port, const std::string& settings, bool& result) {
+  SerialPort& device = app.platform.port;
+  result = device.IsOpen();
+  if (result) return;
+  app.state.CharGapMs = CalcCharGap(app);
+  app.state.PortFaultReason.clear();
+  try {
+    Configure(device, port, settings);
+    result = true;
+  } catch (const PortFault& fault) {
+    app.state.PortFaultReason = Reason(app, fault, port, settings);
+    Try([&] { device.Close(); });
+  }
+  app.state.PortIsOpen = result;
+}
+
+bool OpenPort(App& app) {
+  bool result = false;
+  OpenPort(app, PortNumber(app), app.state.CommSettings, result);
+  return result;
+}
+
+void ClosePort(App& app, bool& result) {
+  StopTimer(app);
+  SerialPort& device = app.platform.port;
+  app.state.PortIsOpen = device.IsOpen();
+  result = true;
+  if (app.state.PortIsOpen) {
+    result = Try([&] { device.SetRts(false); });
+    result = Try([&] { device.Close(); }) && result;
+    if (result) app.state.PortIsOpen = false;
+  }
+  app.platform.events.Sleep(kRestMs);
+}
+
+void ClearInBuff(App& app, bool& result) {
+  result = Try([&] { app.platform.port.DiscardInput(); });
+}
+
+int CalcCharGap(const App& app) {
+  const int speed = NumberIn(app.state.Speed);
+  const double exact = kGapBits / ((speed > 0 ? speed : 9600) / 1000.0);
+  const double rounded = RoundHalfEven(exact);
+  return static_cast<int>(rounded) + (exact == rounded ? 0 : 1);
+}
+
+void StopTimer(App& app) {
+  if (app.frame != nullptr) app.frame->OneShotTimer().SetRunning(false);
+}
+
+int PortNumber(const App& app) { return NumberIn(app.state.PortNo); }
+
+std::string CommunicationErrorText(const App& app) {
+  const std::string& reason = app.state.PortFaultReason;
+  return app.Text(kCommunicationError) + (reason.empty() ? "" : " " + reason);
+}
+
+}  // namespace vlt

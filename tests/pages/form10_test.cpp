@@ -1,0 +1,288 @@
+#include "pages/form10.h"
+
+#include "page_fixture.h"
+
+namespace vlt::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+Form10& Open(PageTest& page) { return page.Open<Form10>("Form10"); }
+
+// A full set of values whose every field is enabled: own pipe, own fluid, own lining.
+void FillAll(Form10& page) {
+  page.chkCheck.Tick();
+  page.PIPE_MATERIALCombo.Choose(12);
+  page.KIND_OF_FLUIDCombo.Choose(17);
+  page.LINING_MATERIALCombo.Choose(7);
+  page.OUTER_DIAMETERText.Type("123.456");
+  page.TRANS_FREQUENCYText.Type("3206");
+  page.WALL_THICKNESSText.Type("4.5");
+  page.LINING_S_VText.Type("2505");
+  page.LINING_THICKNESSText.Type("1.15");
+  page.FLUID_S_VText.Type("1480.9");
+  page.VISCOSITYText.Type("1.0038");
+  page.SENSOR_MOUNTCombo.Choose(1);
+  page.SENSOR_TYPECombo.Choose(4);
+}
+
+TEST(Form10, FullSetWritesTwelveParametersInOrderAndReadsBack) {
+  PageTest test({"one path, metric", kFull, 0, 0});
+  Form10& page = Open(test);
+  FillAll(page);
+  ASSERT_EQ(page.FLUID_S_VText.Text(), "1480") << "the field takes four characters in metric units";
+  page.SetParameter.Press();
+
+  const Texts expected = {
+      "10 00 D2 00 02 04 00 00 30 39",              // 123.456 mm is cut to 123.45
+      "10 00 D6 00 01 02 00 0C",                    // own pipe velocity
+      "10 00 D8 00 01 02 0C 86",                    //
+      "10 00 DA 00 02 04 00 00 01 C2",              //
+      "10 00 DE 00 01 02 00 07",                    //
+      "10 00 E0 00 01 02 09 C9",                    //
+      "10 00 E2 00 02 04 00 00 00 73",              // 1.15 is 115, not 114
+      "10 00 E6 00 01 02 00 11",                    //
+      "10 00 E8 00 01 02 05 C8",                    //
+      "10 00 EA 00 04 08 3F F0 0F 90 96 BB 98 C8",  // a double as typed
+      "10 00 F2 00 01 02 00 01",                    //
+      "10 00 D0 00 01 02 00 04",                    // the sensor type goes last
+      "03 00 D0 00 12",                             //
+      "03 01 00 00 01",                             // units, once, before the first value that has one
+      "04 00 80 00 03",                             //
+  };
+  EXPECT_EQ(test.Requests(), expected);
+  EXPECT_EQ(page.OUTER_DIAMETERText.Text(), "123.45");
+  EXPECT_EQ(page.VISCOSITYText.Text(), "1.0038");
+  EXPECT_FALSE(page.SENSOR_SPACINGText.Text().empty());
+  EXPECT_EQ(test.test.StatusText(), "Setting of process setting was completed ");
+  EXPECT_FALSE(test.app().state.UiLocked);
+  EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer);
+}
+
+TEST(Form10, SecondPipeMovesEveryRegister) {
+  PageTest test({"two pipes, English", kFull, 2, 1});
+  Form10& page = Open(test);
+  page.ChannelSelect(1).Choose();
+  page.OUTER_DIAMETER.Tick();
+  page.SENSOR_SPACINGCheck.Tick();
+  page.OUTER_DIAMETERText.Type("2.3815");
+  page.SetParameter.Press();
+  EXPECT_EQ(test.Requests(),
+            (Texts{"10 14 5A 00 02 04 00 00 5D 07", "03 14 58 00 12", "03 01 00 00 01", "04 14 08 00 03"}));
+  EXPECT_EQ(page.OUTER_DIAMETERText.Text(), "2.3815") << "four places in inches";
+  EXPECT_EQ(page.Label8(0).Caption(), "[inch]");
+  const std::string& spacing = page.SENSOR_SPACINGText.Text();
+  EXPECT_EQ(spacing.size() - spacing.find('.') - 1, 3u) << spacing << ": three places";
+}
+
+TEST(Form10, ChannelFollowsTheShapeOfTheMeter) {
+  struct Case {
+    Shape shape;
+    bool second_channel;
+    bool energy_tab;
+  };
+  for (const Case& c :
+       {Case{{"single", kSingle, 0, 0}, false, false}, Case{{"one path", kFull, 0, 0}, false, true},
+        Case{{"two paths", kFull, 1, 0}, false, true}, Case{{"two pipes", kFull, 2, 0}, true, false}}) {
+    SCOPED_TRACE(c.shape.name);
+    PageTest test(c.shape);
+    test.app().state.ProcessChannel = 1;  // left there by an earlier session
+    Form10& page = Open(test);
+    EXPECT_EQ(page.ChannelSelect(1).Enabled(), c.second_channel);
+    EXPECT_EQ(page.SetParameter2.TabEnabled(1), c.energy_tab);
+    page.OUTER_DIAMETER.Tick();
+    if (c.second_channel) continue;
+    test.dialogs().Answer(MessageAnswer::kOk);
+    page.ReadParameter.Press();
+    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Please choose CH correctly."});
+    EXPECT_EQ(test.Requests(), Texts{});
+    page.ChannelSelect(0).Choose();
+    page.ReadParameter.Press();
+    EXPECT_EQ(test.Requests().size(), 3u);
+  }
+}
+
+TEST(Form10, ListsSwitchTheirDependentFields) {
+  PageTest test;
+  Form10& page = Open(test);
+  page.chkCheck.Tick();
+  struct Case {
+    ComboBox* list;
+    CheckBox* box;
+    TextBox* text;
+    std::vector<int> enabling;
+  };
+  const std::vector<Case> cases = {
+      {&page.PIPE_MATERIALCombo, &page.TRANS_FREQUENCY, &page.TRANS_FREQUENCYText, {12}},
+      {&page.KIND_OF_FLUIDCombo, &page.FLUID_S_V, &page.FLUID_S_VText, {17}},
+      {&page.LINING_MATERIALCombo, &page.LINING_THICKNESS, &page.LINING_THICKNESSText, {1, 2, 3, 4, 5, 6, 7}},
+      {&page.LINING_MATERIALCombo, &page.LINING_S_V, &page.LINING_S_VText, {7}},
+  };
+  for (const Case& c : cases) {
+    for (int i = 0; i < c.list->Count(); ++i) {
+      c.list->Choose(i);
+      const bool enabled = std::find(c.enabling.begin(), c.enabling.end(), i) != c.enabling.end();
+      EXPECT_EQ(c.box->Enabled(), enabled) << c.box->Name() << " at " << i;
+      EXPECT_EQ(c.text->Enabled(), enabled) << c.text->Name() << " at " << i;
+      EXPECT_TRUE(c.box->Ticked()) << "the tick stays";
+    }
+  }
+  // A ticked box that its list has disabled is not written.
+  page.chkCheck.Untick();
+  page.PIPE_MATERIALCombo.SetListIndex(3);
+  page.TRANS_FREQUENCY.SetValue(1);
+  page.TRANS_FREQUENCYText.SetText("1500");
+  page.SetParameter.Press();
+  EXPECT_EQ(test.Requests(), Texts{});
+}
+
+TEST(Form10, NothingSelectedIsSilentAndReadLeavesOthersAlone) {
+  PageTest test({"one path", kFull, 0, 0});
+  Form10& page = Open(test);
+  page.ReadParameter.Press();
+  page.SetParameter.Press();
+  EXPECT_EQ(test.Requests(), Texts{});
+  // Saving does not ask what is ticked.
+  page.SaveParameter.Press();
+  EXPECT_EQ(test.Requests().size(), 3u);
+  EXPECT_EQ(test.test.StatusText(), "Preservation was completed ");
+
+  page.WALL_THICKNESSText.SetText("9.99");
+  page.SENSOR_SPACINGCheck.Tick();
+  page.ReadParameter.Press();
+  EXPECT_EQ(test.Requests(), (Texts{"03 00 D0 00 12", "04 00 80 00 03", "03 01 00 00 01"}));
+  EXPECT_EQ(page.WALL_THICKNESSText.Text(), "9.99");
+}
+
+TEST(Form10, BadNumbersAreHeldAtTheFieldOrEndTheSet) {
+  PageTest test({"one path", kFull, 0, 0});
+  Form10& page = Open(test);
+  page.OUTER_DIAMETER.Tick();
+  page.OUTER_DIAMETERText.Type("12a");
+  test.dialogs().Answer(MessageAnswer::kOk);
+  page.OUTER_DIAMETERText.LoseFocus();
+  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Any data other than a number is not allowed"});
+  EXPECT_EQ(page.Focused(), &page.OUTER_DIAMETERText);
+  EXPECT_EQ(page.OUTER_DIAMETERText.SelectAllCount(), 1);
+  EXPECT_EQ(page.OUTER_DIAMETERText.Text(), "12a");
+
+  // Each passes the character test and is no number, or none that the register holds.
+  for (const char* text : {"1.2.3", "+", "9999999"}) {
+    SCOPED_TRACE(text);
+    page.WALL_THICKNESS.Untick();
+    page.OUTER_DIAMETERText.Type(text);
+    if (std::string(text) == "9999999") {
+      page.OUTER_DIAMETER.Untick();
+      page.KIND_OF_FLUIDCombo.SetListIndex(17);
+      page.FLUID_S_V.Tick();
+      page.FLUID_S_VText.SetText(text);
+    }
+    page.SetParameter.Press();
+    EXPECT_EQ(test.Requests(), Texts{});
+    EXPECT_EQ(test.test.StatusText(), "\nAn error has occurred.");
+    EXPECT_FALSE(test.app().state.UiLocked);
+    EXPECT_EQ(page.OUTER_DIAMETERText.Text(), text) << "nothing typed is lost";
+  }
+}
+
+TEST(Form10, FailedWriteAsksAndCancelEndsWithoutReadBack) {
+  PageTest test({"one path", kFull, 0, 0});
+  Form10& page = Open(test);
+  page.OUTER_DIAMETER.Tick();
+  page.SENSOR_MOUNT.Tick();
+  page.OUTER_DIAMETERText.Type("60.5");
+  page.SENSOR_MOUNTCombo.Choose(0);
+  for (const bool go_on : {false, true}) {
+    test.test.platform.Arm("exception=2@00D2H*4");
+    test.dialogs().Answer(go_on ? MessageAnswer::kOk : MessageAnswer::kCancel);
+    page.SetParameter.Press();
+    EXPECT_EQ(test.dialogs().TakeTexts(),
+              Texts{"OUTER DIAMETER :Data has not been set up\nDoes it continue?"});
+    const Texts requests = test.Requests();
+    EXPECT_EQ(requests.size(), go_on ? 8u : 4u) << "four attempts, then the next field and the read-back";
+    EXPECT_FALSE(test.app().state.UiLocked);
+    if (!go_on) {
+      EXPECT_EQ(test.test.StatusText(), "Setting of process setting was completed [ADDRESS ERROR(02H)]");
+      EXPECT_EQ(page.OUTER_DIAMETERText.Text(), "60.5");
+    }
+  }
+}
+
+TEST(Form10, SilentMeterLeavesTheFieldsAndAMissingPortIsTold) {
+  PageTest test({"one path", kFull, 0, 0});
+  Form10& page = Open(test);
+  page.OUTER_DIAMETER.Tick();
+  page.OUTER_DIAMETERText.Type("60.5");
+  test.test.platform.Arm("silence*ever");
+  page.ReadParameter.Press();
+  EXPECT_EQ(page.OUTER_DIAMETERText.Text(), "60.5");
+  EXPECT_EQ(test.test.StatusText(), "Reading of process setting was completed [NO RESPONSE ERROR]");
+
+  bool closed = false;
+  ClosePort(test.app(), closed);
+  test.app().state.PortNo = "7";
+  for (PushButton* button : {&page.ReadParameter, &page.SetParameter}) {
+    test.dialogs().Answer(MessageAnswer::kOk);
+    button->Press();
+    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"The error occurred at the time of communication"});
+    EXPECT_EQ(test.test.StatusText().find("The error occurred at the time of communication"), 0u);
+    EXPECT_FALSE(test.app().state.UiLocked);
+    EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer);
+  }
+}
+
+TEST(Form10, ZeroAdjustmentAsksFirstAndChecksTheEcho) {
+  PageTest test;
+  Form10& page = Open(test);
+  test.dialogs().Answer(MessageAnswer::kCancel);
+  page.CmdBtnClear.Press();
+  EXPECT_EQ(test.Requests(), Texts{});
+  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"ZERO AJUSTMENT :  Is clearing executed?"});
+
+  page.ChannelSelect(1).Choose();
+  test.dialogs().Answer(MessageAnswer::kOk);
+  test.dialogs().Answer(MessageAnswer::kOk);
+  page.CmdBtnAdjust.Press();
+  EXPECT_EQ(test.Requests(), Texts{"06 14 C8 00 01"});
+  EXPECT_EQ(test.dialogs().TakeTexts(),
+            (Texts{"ZERO AJUSTMENT :  Is set zero executed?", "ZERO ADJUSTMENT  A setup was completed"}));
+
+  test.test.platform.Arm("wrong-echo@14C8H");
+  test.dialogs().Answer(MessageAnswer::kOk);
+  test.dialogs().Answer(MessageAnswer::kOk);
+  page.CmdBtnAdjust.Press();
+  EXPECT_EQ(test.dialogs().TakeTexts().back(), "ZERO ADJUSTMENT  A setup was not completed");
+  EXPECT_EQ(test.test.StatusText(), "Setting of process setting was completed ");
+}
+
+TEST(Form10, StaysOpenDuringAnExchangeAndKeepsItsFieldsInTheSlots) {
+  PageTest test({"one path", kFull, 0, 0});
+  Form10& page = Open(test);
+  FillAll(page);
+  bool refused = false;
+  test.test.Time().After(60, [&] {
+    refused = !test.app().windows.Unload("Form10");
+    EXPECT_FALSE(page.ReadParameter.Enabled());
+    EXPECT_FALSE(page.chkCheck.Enabled());
+    EXPECT_TRUE(page.OUTER_DIAMETERText.Enabled()) << "text fields stay usable";
+  });
+  page.ReadParameter.Press();
+  EXPECT_TRUE(refused);
+
+  page.OUTER_DIAMETERText.Type(" 77.70");
+  ASSERT_TRUE(test.app().windows.Unload("Form10"));
+  EXPECT_EQ(test.app().slots.At("PROCESS SETTING", "OUTER_DIAMETER_Data"), "77.70");
+  EXPECT_EQ(test.app().slots.At("PROCESS SETTING", "OUTER_DIAMETER_Unit"), "[mm]");
+  test.app().slots.At("PROCESS SETTING", "WALL_THICKNESS_Unit") = "0";
+  test.app().slots.At("PROCESS SETTING", "LINING_THICKNESS_Unit") = "[furlong]";
+  test.app().slots.At("PROCESS SETTING", "SENSOR_TYPE_Data") = "99";
+  Form10& again = Open(test);
+  EXPECT_EQ(again.OUTER_DIAMETERText.Text(), "77.70");
+  EXPECT_EQ(again.Label8(1).Caption(), "[mm]");
+  EXPECT_EQ(again.Label2(0).Caption(), "[furlong]");
+  EXPECT_EQ(again.SENSOR_TYPECombo.ListIndex(), -1);
+  EXPECT_FALSE(again.OUTER_DIAMETER.Ticked());
+}
+
+}  // namespace
+}  // namespace vlt::test

@@ -1,0 +1,71 @@
+// A page opened on a simulated meter, as the main window opens it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "link/port.h"
+#include "pages/page.h"
+#include "pages/pages.h"
+#include "support/test_app.h"
+
+namespace vlt::test {
+
+// The shapes of meter that decide what a page offers.
+struct Shape {
+  const char* name;
+  int specification;
+  int path_mode;
+  int unit_system;
+};
+
+inline constexpr int kFull = 81;
+inline constexpr int kSingle = 182;
+
+class PageTest {
+ public:
+  explicit PageTest(const Shape& shape = {"two pipes", kFull, 2, 0}, int lang_offset = 5000)
+      : test({.meter = Config(shape), .lang_offset = lang_offset}) {
+    RegisterPages(test.app);
+    test.app.state.UnitFlag = shape.unit_system;
+    EXPECT_TRUE(OpenPort(test.app));
+  }
+
+  template <class Page>
+  Page& Open(const char* name) {
+    auto& page = static_cast<Page&>(test.app.windows.Load(name));
+    page.FrmInit();
+    page.Show();
+    test.platform.TakeRequests();
+    return page;
+  }
+
+  // Requests since the last call without station, frame check and the queries of model and path mode that
+  // open a page: "03 00 D0 00 12".
+  std::vector<std::string> Requests() {
+    std::vector<std::string> requests;
+    for (const std::string& frame : test.platform.TakeRequests()) {
+      requests.push_back(frame.substr(3, frame.size() - 9));
+    }
+    return requests;
+  }
+
+  App& app() { return test.app; }
+  sim::Meter& meter() { return test.platform.Meter(); }
+  ScriptedDialogs& dialogs() { return test.platform.dialogs; }
+
+  TestApp test;
+
+ private:
+  static sim::MeterConfig Config(const Shape& shape) {
+    sim::MeterConfig config;
+    config.specification = shape.specification;
+    config.path_mode = shape.path_mode;
+    config.unit_system = shape.unit_system;
+    return config;
+  }
+};
+
+}  // namespace vlt::test

@@ -1,0 +1,25 @@
+// A process whose facts the test sets.
+#pragma once
+
+#include "platform/process.h"
+
+namespace vlt::test {
+
+class FakeProcess : public Process {
+ public:
+  std::string ProgramFolder() override { return folder; }
+  char Separator() override { return separator; }
+  bool BecomeOnlyInstance() override { return only_instance; }
+  int LocaleId() override { return locale_id; }
+  std::string ShortPath(const std::string& path) override { return short_path.empty() ? path : short_path; }
+  std::vector<PortInfo> Ports() override { return ports; }
+
+  std::string folder = "/app";
+  char separator = '/';
+  bool only_instance = true;
+  int locale_id = 1033;
+  std::string short_path;  // empty: the path itself
+  std::vector<PortInfo> ports;
+};
+
+}  // namespace vlt::test

@@ -1,0 +1,65 @@
+#include "support/memory_file_system.h"
+
+namespace vlt::test {
+namespace {
+
+std::string_view Half(std::string_view content) { return content.substr(0, content.size() / 2); }
+
+}  // namespace
+
+FileError MemoryFileSystem::Begin(const std::string& change, const std::string& path, bool& killed) {
+  changes.push_back(change);
+  killed = kill_ != 0 && --kill_ == 0;
+  const bool fails = fail_.first != 0 && --fail_.first == 0;
+  if (fails) return fail_.second;
+  if (const auto bad = bad_paths_.find(path); bad != bad_paths_.end()) return bad->second;
+  return folders.contains(path) ? FileError::kNotAFile : FileError::kGood;
+}
+
+FileError MemoryFileSystem::Read(const std::string& path, std::string& content) {
+  if (const auto bad = bad_paths_.find(path); bad != bad_paths_.end()) return bad->second;
+  if (folders.contains(path)) return FileError::kNotAFile;
+  const auto file = files.find(path);
+  if (file == files.end()) return FileError::kMissing;
+  content = file->second;
+  return FileError::kGood;
+}
+
+FileError MemoryFileSystem::Create(const std::string& path, std::string_view content) {
+  bool killed = false;
+  const FileError error = Begin("create " + path, path, killed);
+  if (error != FileError::kGood) return error;
+  files[path] = killed ? Half(content) : content;
+  if (killed) throw Killed{};
+  return FileError::kGood;
+}
+
+FileError MemoryFileSystem::Rename(const std::string& from, const std::string& to) {
+  bool killed = false;
+  const FileError error = Begin("rename " + from + " " + to, to, killed);
+  if (error != FileError::kGood) return error;
+  if (killed) throw Killed{};
+  auto file = files.extract(from);
+  if (file.empty()) return FileError::kMissing;
+  files[to] = std::move(file.mapped());
+  return FileError::kGood;
+}
+
+FileError MemoryFileSystem::Remove(const std::string& path) {
+  bool killed = false;
+  const FileError error = Begin("remove " + path, path, killed);
+  if (error != FileError::kGood) return error;
+  if (killed) throw Killed{};
+  return files.erase(path) == 0 ? FileError::kMissing : FileError::kGood;
+}
+
+FileError MemoryFileSystem::Append(const std::string& path, std::string_view content) {
+  bool killed = false;
+  const FileError error = Begin("append " + path, path, killed);
+  if (error != FileError::kGood) return error;
+  files[path] += killed ? Half(content) : content;
+  if (killed) throw Killed{};
+  return FileError::kGood;
+}
+
+}  // namespace vlt::test
