@@ -59,10 +59,14 @@ void ChannelPage::Form_Activate() {
 
 bool ChannelPage::UnitsAreStale() const { return app().state.*traits_.unit_track != app().state.UnitFlag; }
 
-void ChannelPage::RefillUnits() {
-  const int index = UNIT_SYSTEMCombo.ListIndex();
+void ChannelPage::LoadUnits() {
   FillUnits();
   app().state.*traits_.unit_track = app().state.UnitFlag;
+}
+
+void ChannelPage::RefillUnits() {
+  const int index = UNIT_SYSTEMCombo.ListIndex();
+  LoadUnits();
   if (index >= 0) {
     UNIT_SYSTEMCombo.SetListIndex(index);
   } else {

@@ -60,6 +60,8 @@ class ChannelPage : public ParameterPage {
 
   // Fills UNIT_SYSTEMCombo for the unit system in force.
   virtual void FillUnits() = 0;
+  // The same, remembering for which it was.
+  void LoadUnits();
   // Fills it anew. The choice stays where the new list has it; what the old list could not hold comes from
   // its slot.
   void RefillUnits();

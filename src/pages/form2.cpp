@@ -213,7 +213,7 @@ void Form2::BuildLists() {
   const CodeContext codes = app().Codes();
   FillList(OUTPUT_BURNOUTCombo, ListTexts(codes, 9));
   FillList(TypeCheckCombo, ListTexts(codes, 8));
-  FillUnits();
+  LoadUnits();
   FillKinds(false);
 }
 

@@ -116,7 +116,7 @@ void Form3::BuildLists() {
   FillList(MODECombo, ListTexts(codes, 10));
   FillList(OUTPUT_BURNOUTCombo, ListTexts(codes, 13));
   FillList(PULSE_WIDTH_1Combo, ListTexts(codes, 12));
-  SubGetUnitForm3();
+  LoadUnits();
 }
 
 void Form3::SubGetUnitForm3() {
