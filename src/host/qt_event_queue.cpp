@@ -22,19 +22,19 @@ QtEventQueue::QtEventQueue(const QtClock& clock) : clock_(clock) {}
 QtEventQueue::~QtEventQueue() = default;
 
 void QtEventQueue::GiveWay(std::int64_t until_ms) {
-  QCoreApplication::processEvents(QEventLoop::AllEvents);
   const nanoseconds left = milliseconds(until_ms) - clock_.Elapsed();
-  if (left <= nanoseconds::zero()) return;
   if (left < milliseconds(1)) {
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
     // Qt's timers know whole milliseconds. Waiting out the rest here keeps every wait exact, and one that
     // follows begins on a whole millisecond.
-    std::this_thread::sleep_for(left);
+    std::this_thread::sleep_for(milliseconds(until_ms) - clock_.Elapsed());
     return;
   }
   QTimer alarm;  // one for each call: a handler that runs meanwhile may give way itself
   alarm.setTimerType(Qt::PreciseTimer);
   alarm.setSingleShot(true);
   alarm.start(std::chrono::duration_cast<milliseconds>(left));
+  // Returns without sleeping when something was pending: it may be what the caller waits for.
   QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 

@@ -11,19 +11,21 @@ namespace {
 
 constexpr std::array kParities{QSerialPort::NoParity, QSerialPort::EvenParity, QSerialPort::OddParity};
 
-// Why opening failed. Qt has one word for a device that isn't allowed and one that is taken.
+// Why opening failed. Qt has one word for a device that isn't allowed and one that is taken, and takes what
+// is no serial device at all for one that refuses its settings.
 PortFaultCode OpenFault(QSerialPort::SerialPortError error, const std::string& device) {
+  const PortFaultCode refused = WhyRefused(device);
   switch (error) {
     case QSerialPort::DeviceNotFoundError:
+    case QSerialPort::ResourceError:  // a device file of the system without a device behind it
       return PortFaultCode::kMissing;
-    case QSerialPort::UnsupportedOperationError:
-      return PortFaultCode::kSettings;
     case QSerialPort::PermissionError:
     case QSerialPort::OpenError:
-      return WhyRefused(device);
+      return refused;
+    case QSerialPort::UnsupportedOperationError:
+      return refused == PortFaultCode::kMissing ? refused : PortFaultCode::kSettings;
     default:
-      return WhyRefused(device) == PortFaultCode::kMissing ? PortFaultCode::kMissing
-                                                           : PortFaultCode::kUnknown;
+      return refused == PortFaultCode::kMissing ? refused : PortFaultCode::kUnknown;
   }
 }
 

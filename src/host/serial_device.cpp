@@ -15,6 +15,7 @@ bool IsHungUp(int /*descriptor*/) { return false; }
 
 #else
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
@@ -33,7 +34,8 @@ PortFaultCode WhyRefused(const std::string& device) {
   if (::stat(device.c_str(), &info) != 0)
     return errno == EACCES ? PortFaultCode::kNoPermission : PortFaultCode::kMissing;
   if (!S_ISCHR(info.st_mode)) return PortFaultCode::kMissing;
-  if (::access(device.c_str(), R_OK | W_OK) != 0) return PortFaultCode::kNoPermission;
+  if (::faccessat(AT_FDCWD, device.c_str(), R_OK | W_OK, AT_EACCESS) != 0)
+    return PortFaultCode::kNoPermission;
   return PortFaultCode::kBusy;
 }
 

@@ -136,7 +136,7 @@ bool IsWritable(const fs::path& path) {
 #ifdef _WIN32
   return _waccess(path.c_str(), 2) == 0;
 #else
-  return ::access(path.c_str(), W_OK) == 0;
+  return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
 #endif
 }
 
