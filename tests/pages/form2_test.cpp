@@ -7,11 +7,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr Shape kOnePath{"one path, metric", kFull, 0, 0};
-constexpr Shape kTwoPaths{"two paths, English", kFull, 1, 1};
-constexpr Shape kTwoPipes{"two pipes, metric", kFull, 2, 0};
-constexpr Shape kSingleModel{"single channel", kSingle, 0, 0};
-
 Form2& Open(PageTest& page) { return page.Open<Form2>("Form2"); }
 
 Form2& OpenChannel(PageTest& test, int channel) {

@@ -24,6 +24,11 @@ struct Shape {
 inline constexpr int kFull = 81;
 inline constexpr int kSingle = 182;
 
+inline constexpr Shape kOnePath{"one path, metric", kFull, 0, 0};
+inline constexpr Shape kTwoPaths{"two paths, English", kFull, 1, 1};
+inline constexpr Shape kTwoPipes{"two pipes, metric", kFull, 2, 0};
+inline constexpr Shape kSingleModel{"single channel", kSingle, 0, 0};
+
 // Requests whose addresses lie so much higher: those of another channel.
 inline std::vector<std::string> Moved(std::vector<std::string> requests, int base) {
   for (std::string& request : requests) {
