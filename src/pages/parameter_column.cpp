@@ -20,6 +20,15 @@ constexpr std::size_t kDataStart = 3;  // of a read reply
 
 std::string InBrackets(const std::string& unit) { return "[" + unit + "]"; }
 
+// During a run the interface is locked already, and an exchange would run into that of the run.
+bool IsLineTaken(App& app) { return app.state.UiLocked || !IsMonitorIdle(app); }
+
+// What GetChannelConfig last found.
+int KnownChannelConfig(const SharedState& state) {
+  if (state.SpecClass != 0) return state.SpecClass == 1 ? 1 : -1;
+  return state.PathMode >= 0 && state.PathMode <= 2 ? state.PathMode + 1 : -1;
+}
+
 }  // namespace
 
 void CheckNumber(App& app, TextBox& box) {
@@ -35,6 +44,7 @@ void Depend(CheckBox& box, Control& entry, bool on) {
 }
 
 void AskUnderLock(App& app, Form& page, const std::function<void()>& ask) {
+  if (IsLineTaken(app)) return;
   FormLock(app, page, 0);
   app.windows.SetMousePointer(kHourglassPointer);
   if (OpenPort(app)) ask();
@@ -43,6 +53,7 @@ void AskUnderLock(App& app, Form& page, const std::function<void()>& ask) {
 }
 
 int AskChannelConfig(App& app, Form& page) {
+  if (IsLineTaken(app)) return KnownChannelConfig(app.state);
   int config = -1;
   AskUnderLock(app, page, [&] { config = GetChannelConfig(app); });
   return config;

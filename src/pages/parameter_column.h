@@ -145,10 +145,12 @@ void CheckNumber(App& app, TextBox& box);
 void Depend(CheckBox& box, Control& entry, bool on);
 
 // Runs queries of the meter under the lock of `page` with the hourglass, on an open port. Without a port
-// nothing is asked, and no message tells so: whoever opens a page may want no meter.
+// nothing is asked, and no message tells so: whoever opens a page may want no meter. Nor is anything asked
+// while a live read runs.
 void AskUnderLock(App& app, Form& page, const std::function<void()>& ask);
 
-// GetChannelConfig in this way; the result is its result, or -1 without a port.
+// GetChannelConfig in this way; the result is its result, or -1 without a port. While a live read runs it is
+// what the meter last told.
 int AskChannelConfig(App& app, Form& page);
 
 }  // namespace vlt
