@@ -15,8 +15,9 @@ inline constexpr int kPortNotChosen = 3205;
 inline constexpr int kPortNotSerial = 3206;
 inline constexpr int kPortFault = 3207;
 
-// The firmware tool.
+// What this version does not have. %1 the caption of the button or menu that opens it.
 inline constexpr int kFirmwareToolMissing = 3210;
+inline constexpr int kPageMissing = 3211;
 
 // Files. %1 the file's name, %2 one of the reasons below.
 inline constexpr int kFileNotRead = 3220;
@@ -36,6 +37,10 @@ inline constexpr int kFileFault = 3231;
 
 // %1 how many, %2 the file's name, %3 the reason.
 inline constexpr int kRecordsLost = 3232;
+
+// More reasons.
+inline constexpr int kFileTooLarge = 3233;
+inline constexpr int kFileOtherFault = 3234;
 
 // The chart's menu.
 inline constexpr int kChartFollow = 3240;

@@ -28,7 +28,7 @@ struct SharedState {
   std::string IniShortPath;  // its short form (LoaderIniShortPath); written once, read by nobody
 
   // Serial link.
-  std::string PortNo = "00";  // n of COMn; 0 cannot be opened
+  std::string PortNo;  // n of COMn; 0 cannot be opened; empty until a file gives one
   std::string Speed = "9600";
   std::string Parity = "O";
   std::string StopBits = "1";

@@ -1,0 +1,73 @@
+#include "desktop/art.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include "desktop/qt_text.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kSignSize = 28;
+constexpr int kSignScale = 3;  // drawn finer than a screen shows it, so that dense screens stay crisp
+constexpr QRgb kSignColour = 0xFFFFC98A;
+
+// Two transducers on a pipe and the sound path between them, on a field of 28 by 28.
+QPainterPath SensorSign() {
+  QPainterPath path;
+  path.moveTo(1, 10);
+  path.lineTo(27, 10);
+  path.moveTo(1, 24);
+  path.lineTo(27, 24);
+  path.addRoundedRect(3, 4, 7, 6, 1, 1);
+  path.addRoundedRect(18, 4, 7, 6, 1, 1);
+  path.moveTo(8, 10);
+  path.lineTo(14, 24);
+  path.lineTo(20, 10);
+  return path;
+}
+
+// A thermometer beside a rising wave.
+QPainterPath HeatSign() {
+  QPainterPath path;
+  path.moveTo(6, 16);
+  path.lineTo(6, 5);
+  path.arcTo(6, 2, 6, 6, 180, -180);
+  path.lineTo(12, 16);
+  path.arcTo(4, 15, 10, 10, 55, -290);
+  path.moveTo(9, 9);
+  path.lineTo(9, 18);
+  for (int x : {18, 23}) {
+    path.moveTo(x, 24);
+    path.cubicTo(x - 5, 18, x + 5, 12, x, 5);
+  }
+  return path;
+}
+
+QPixmap Sign(const QPainterPath& path) {
+  QPixmap pixmap(kSignSize * kSignScale, kSignSize * kSignScale);
+  pixmap.setDevicePixelRatio(kSignScale);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(QColor(kSignColour), 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPath(path);
+  return pixmap;
+}
+
+}  // namespace
+
+QIcon ApplicationIcon() {
+  QIcon icon;
+  for (int size : {16, 24, 32, 48, 64, 128, 256}) icon.addFile(QString(":/art/icon_%1.png").arg(size));
+  return icon;
+}
+
+QPixmap Artwork(const std::string& name) {
+  if (name == "logo") return ApplicationIcon().pixmap(48, 48);
+  if (name == "sensor") return Sign(SensorSign());
+  if (name == "heat") return Sign(HeatSign());
+  return QPixmap(":/art/" + ToQt(name) + ".png");
+}
+
+}  // namespace vlt

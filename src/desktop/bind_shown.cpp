@@ -1,0 +1,79 @@
+// What is shown and not operated: labels, frames, pictures, progress bars.
+#include <QGroupBox>
+#include <QLabel>
+#include <QProgressBar>
+
+#include "desktop/art.h"
+#include "desktop/binding_kinds.h"
+#include "desktop/qt_text.h"
+
+namespace vlt {
+namespace {
+
+class LabelBinding : public Binding {
+ public:
+  LabelBinding(Control& label, BindContext& context, QWidget* parent)
+      : Binding(label, context, new QLabel(parent)) {
+    View()->setTextFormat(Qt::PlainText);
+  }
+
+ private:
+  QLabel* View() const { return static_cast<QLabel*>(Widget()); }
+  void PushState() override { View()->setText(PlainCaption(Bound().Caption())); }
+};
+
+class FrameBinding : public Binding {
+ public:
+  FrameBinding(Control& frame, BindContext& context, QWidget* parent)
+      : Binding(frame, context, new QGroupBox(parent)) {}
+
+ private:
+  void PushState() override {
+    static_cast<QGroupBox*>(Widget())->setTitle(WidgetCaption(Bound().Caption()));
+  }
+};
+
+class PictureBinding : public Binding {
+ public:
+  PictureBinding(Picture& picture, BindContext& context, QWidget* parent)
+      : Binding(picture, context, new QLabel(parent)) {
+    static_cast<QLabel*>(Widget())->setPixmap(Artwork(picture.Art()));
+  }
+
+ private:
+  void PushState() override {}
+};
+
+class ProgressBinding : public Binding {
+ public:
+  ProgressBinding(ProgressBar& bar, BindContext& context, QWidget* parent)
+      : Binding(bar, context, new QProgressBar(parent)), bar_(bar) {}
+
+ private:
+  void PushState() override {
+    auto* view = static_cast<QProgressBar*>(Widget());
+    view->setRange(0, bar_.Max());
+    view->setValue(bar_.Value());
+  }
+  ProgressBar& bar_;
+};
+
+}  // namespace
+
+std::unique_ptr<Binding> BindLabel(Control& control, BindContext& context, QWidget* parent) {
+  return std::make_unique<LabelBinding>(control, context, parent);
+}
+
+std::unique_ptr<Binding> BindFrameBox(Control& control, BindContext& context, QWidget* parent) {
+  return std::make_unique<FrameBinding>(control, context, parent);
+}
+
+std::unique_ptr<Binding> BindPicture(Control& control, BindContext& context, QWidget* parent) {
+  return std::make_unique<PictureBinding>(static_cast<Picture&>(control), context, parent);
+}
+
+std::unique_ptr<Binding> BindProgressBar(Control& control, BindContext& context, QWidget* parent) {
+  return std::make_unique<ProgressBinding>(static_cast<ProgressBar&>(control), context, parent);
+}
+
+}  // namespace vlt

@@ -1,0 +1,138 @@
+// Grids and status bars.
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QResizeEvent>
+#include <QTableWidget>
+#include <vector>
+
+#include "desktop/binding_kinds.h"
+#include "desktop/qt_text.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kUnitsPerPixel = 15;  // of a grid's widths
+constexpr int kPanelMargin = 6;
+
+// Row 0 of the control is the head of the table.
+class GridBinding : public Binding {
+ public:
+  GridBinding(Grid& grid, BindContext& context, QWidget* parent)
+      : Binding(grid, context, new QTableWidget(grid.Rows() - 1, grid.Columns(), parent)), grid_(grid) {
+    View()->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    View()->setSelectionMode(QAbstractItemView::ContiguousSelection);
+    View()->setAlternatingRowColors(true);
+    View()->verticalHeader()->hide();
+    View()->horizontalHeader()->setStretchLastSection(true);
+    for (int column = 0; column < grid.Columns(); ++column) {
+      View()->setHorizontalHeaderItem(column, new QTableWidgetItem);
+      for (int row = 1; row < grid.Rows(); ++row) View()->setItem(row - 1, column, new QTableWidgetItem);
+    }
+  }
+
+ private:
+  QTableWidget* View() const { return static_cast<QTableWidget*>(Widget()); }
+
+  static void SetText(QTableWidgetItem* item, const std::string& text) {
+    const QString shown = ToQt(text);
+    if (item->text() != shown) item->setText(shown);
+  }
+
+  void PushState() override {
+    for (int column = 0; column < grid_.Columns(); ++column) {
+      SetText(View()->horizontalHeaderItem(column), grid_.Cell(0, column));
+      for (int row = 1; row < grid_.Rows(); ++row) {
+        SetText(View()->item(row - 1, column), grid_.Cell(row, column));
+      }
+      const int width = grid_.ColumnWidth(column);
+      View()->setColumnHidden(column, width == 0);
+      if (width > 0) View()->setColumnWidth(column, width / kUnitsPerPixel);
+    }
+  }
+  Grid& grid_;
+};
+
+// One panel: a text that gives way to dots when it has no room, and then shows whole in a tooltip.
+class Panel : public QLabel {
+ public:
+  using QLabel::QLabel;
+  void SetText(const QString& text) {
+    text_ = text;
+    Elide();
+  }
+  QString FullText() const { return text_; }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QLabel::resizeEvent(event);
+    Elide();
+  }
+
+ private:
+  void Elide() {
+    const QString line = QString(text_).replace('\n', ' ');
+    const QString shown = fontMetrics().elidedText(line, Qt::ElideRight, contentsRect().width());
+    setText(shown);
+    setToolTip(shown == line ? QString() : text_);
+  }
+  QString text_;
+};
+
+class StatusBarBinding : public Binding {
+ public:
+  StatusBarBinding(StatusBar& bar, BindContext& context, QWidget* parent)
+      : Binding(bar, context, new QWidget(parent)), bar_(bar) {
+    auto* layout = new QHBoxLayout(Widget());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    for (int number = 1; number <= bar.PanelCount(); ++number) AddPanel(layout, number);
+  }
+
+ private:
+  void AddPanel(QHBoxLayout* layout, int number) {
+    auto* panel = new Panel(Widget());
+    panel->setObjectName(QString("panel%1").arg(number));
+    panel->setTextFormat(Qt::PlainText);
+    panel->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    panel->setContentsMargins(kPanelMargin, 1, kPanelMargin, 1);
+    if (number == 1) {
+      // Its text must never widen the window.
+      panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    } else {
+      panel->setAlignment(Qt::AlignCenter);
+    }
+    layout->addWidget(panel, number == 1 ? 1 : 0);
+    panels_.push_back(panel);
+  }
+
+  void PushState() override {
+    for (std::size_t i = 0; i < panels_.size(); ++i) {
+      const QString text = ToQt(bar_.Panel(static_cast<int>(i) + 1));
+      if (i > 0) FitPanel(*panels_[i], text);
+      if (panels_[i]->FullText() != text) panels_[i]->SetText(text);
+    }
+  }
+
+  // The short panels never shrink, so that the bar stands still.
+  void FitPanel(Panel& panel, const QString& text) {
+    const int margins = 2 * (kPanelMargin + panel.frameWidth()) + 2;
+    panel.setMinimumWidth(
+        qMax(panel.minimumWidth(), panel.fontMetrics().horizontalAdvance(text) + margins));
+  }
+
+  StatusBar& bar_;
+  std::vector<Panel*> panels_;
+};
+
+}  // namespace
+
+std::unique_ptr<Binding> BindGrid(Control& control, BindContext& context, QWidget* parent) {
+  return std::make_unique<GridBinding>(static_cast<Grid&>(control), context, parent);
+}
+
+std::unique_ptr<Binding> BindStatusBar(Control& control, BindContext& context, QWidget* parent) {
+  return std::make_unique<StatusBarBinding>(static_cast<StatusBar&>(control), context, parent);
+}
+
+}  // namespace vlt

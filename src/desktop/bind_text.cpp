@@ -1,0 +1,82 @@
+// Text fields.
+#include <QFocusEvent>
+#include <QLineEdit>
+#include <functional>
+
+#include "desktop/binding_kinds.h"
+#include "desktop/qt_text.h"
+#include "window/form.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kNoLimit = 32767;  // what Qt calls no limit
+
+// Tells when it has lost the focus, after it has done its own part: a mark that is set then stays.
+class Entry : public QLineEdit {
+ public:
+  using QLineEdit::QLineEdit;
+  std::function<void(Qt::FocusReason)> left;
+
+ protected:
+  void focusOutEvent(QFocusEvent* event) override {
+    QLineEdit::focusOutEvent(event);
+    if (left) left(event->reason());
+  }
+};
+
+class TextBoxBinding : public Binding {
+ public:
+  TextBoxBinding(TextBox& box, BindContext& context, QWidget* parent)
+      : Binding(box, context, new Entry(parent)), box_(box), marks_(box.SelectAllCount()) {
+    connect(View(), &QLineEdit::textEdited, this,
+            [this](const QString& text) { Gesture([&] { box_.Type(FromQt(text)); }); });
+    connect(View(), &QLineEdit::returnPressed, this, [this] { Check(); });
+    View()->left = [this](Qt::FocusReason reason) {
+      if (!Detached()) Context().gate.FieldLeft(reason, [this] { return Check(); });
+    };
+  }
+  ~TextBoxBinding() override {
+    if (Widget() != nullptr) View()->left = nullptr;
+  }
+
+ private:
+  Entry* View() const { return static_cast<Entry*>(Widget()); }
+
+  // True when the field may be left.
+  bool Check() {
+    const Form& form = box_.Owner();
+    const int asked_before = form.FocusCount();
+    bool kept = false;
+    Gesture([&] {
+      // The window may go while the check runs, but not before the gesture has ended.
+      form.List().Run([&] {
+        box_.LoseFocus();
+        kept = form.FocusCount() != asked_before;
+      });
+    });
+    Context().refresh.Flush();
+    return !kept;
+  }
+
+  void PushState() override {
+    View()->setMaxLength(box_.MaxLength() > 0 ? box_.MaxLength() : kNoLimit);
+    View()->setReadOnly(box_.Locked());
+    const QString text = ToQt(box_.Text());
+    if (View()->text() != text) View()->setText(text);
+    if (marks_ == box_.SelectAllCount()) return;
+    marks_ = box_.SelectAllCount();
+    View()->selectAll();
+  }
+
+  TextBox& box_;
+  int marks_;  // requests to mark the text that are done
+};
+
+}  // namespace
+
+std::unique_ptr<Binding> BindTextBox(Control& control, BindContext& context, QWidget* parent) {
+  return std::make_unique<TextBoxBinding>(static_cast<TextBox&>(control), context, parent);
+}
+
+}  // namespace vlt

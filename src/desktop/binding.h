@@ -1,0 +1,68 @@
+// A binding ties one control to one widget: what the control holds is pushed into the widget, what a person
+// does with the widget becomes a gesture on the control. Neither knows the other.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+#include <memory>
+
+#include "desktop/input_gate.h"
+#include "desktop/refresh_queue.h"
+#include "window/control.h"
+
+namespace vlt {
+
+struct BindContext {
+  RefreshQueue& refresh;
+  InputGate& gate;
+};
+
+class Binding : public QObject, public Refreshable {
+ public:
+  ~Binding() override;
+
+  QWidget* Widget() const { return widget_; }
+  const Control& Bound() const { return control_; }
+  // Letter that presses the button together with Alt; null for none. Only buttons have one.
+  virtual void SetMnemonic(QChar) {}
+  // What a tooltip tells behind the control's own hint: the keys that press it.
+  void SetKeys(const QString& keys);
+  // The control is about to go: no gesture and no refresh reaches it any more.
+  void Detach();
+
+  void Refresh() override;
+  // Told when the widget needs another room than before.
+  std::function<void()> on_size_change;
+
+ protected:
+  Binding(Control& control, BindContext& context, QWidget* widget);
+  virtual void PushState() = 0;
+  void MarkForRefresh();
+
+  // Runs a gesture; the widget then shows what the control holds, whether it took the gesture or not.
+  template <class F>
+  void Gesture(F&& gesture) {
+    if (detached_) return;
+    context_.gate.Run(gesture);
+    MarkForRefresh();
+  }
+  BindContext& Context() const { return context_; }
+  bool Detached() const { return detached_; }
+
+ private:
+  void PushCommon();
+
+  Control& control_;
+  BindContext& context_;
+  QPointer<QWidget> widget_;
+  QString keys_;
+  bool detached_ = false;
+};
+
+// The binding for the kind of `control`, its widget a child of `parent`. Null for kinds without a widget of
+// their own (timers, menu items).
+std::unique_ptr<Binding> Bind(Control& control, BindContext& context, QWidget* parent);
+
+}  // namespace vlt

@@ -1,0 +1,286 @@
+#include "desktop/builder.h"
+
+#include <QFrame>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "desktop/qt_text.h"
+#include "window/form.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kMargin = 10;
+constexpr int kGap = 8;
+constexpr int kRowGap = 5;
+constexpr int kEntryWidth = 130;
+constexpr int kUnitWidth = 58;
+constexpr int kButtonWidth = 96;
+constexpr int kNavigationWidth = 168;
+constexpr int kNavigationHeight = 38;
+constexpr int kColumnWidth = 620;  // wider columns would tear captions and entries apart
+constexpr std::string_view kStretch = ">";
+
+QVBoxLayout* NewFlow(QWidget* parent, int margin) {
+  auto* flow = new QVBoxLayout(parent);
+  flow->setContentsMargins(margin, margin, margin, margin);
+  flow->setSpacing(kGap);
+  return flow;
+}
+
+bool IsPlacedByBuilder(const Control& control) {
+  return control.Kind() != ControlKind::kTimer && control.Kind() != ControlKind::kMenuItem;
+}
+
+}  // namespace
+
+void AlignColumns(const AlignedGrids& grids) {
+  std::vector<int> widths;
+  for (QGridLayout* grid : grids) {
+    for (int i = 0; i < grid->count(); ++i) {
+      int row = 0, column = 0, rows = 0, columns = 0;
+      grid->getItemPosition(i, &row, &column, &rows, &columns);
+      if (columns != 1) continue;
+      if (static_cast<int>(widths.size()) <= column) widths.resize(static_cast<std::size_t>(column) + 1);
+      int& width = widths[static_cast<std::size_t>(column)];
+      width = std::max(width, grid->itemAt(i)->sizeHint().width());
+    }
+  }
+  for (QGridLayout* grid : grids) {
+    for (std::size_t column = 0; column < widths.size(); ++column) {
+      grid->setColumnMinimumWidth(static_cast<int>(column), widths[column]);
+    }
+  }
+}
+
+Builder::Builder(Form& form, BindContext& context, std::function<QString(int)> text)
+    : form_(form), context_(context), text_(std::move(text)) {}
+
+BuiltWindow Builder::Build(std::span<const LayoutItem> items, QWidget* root) {
+  open_.push_back({LayoutKind::kColumn, root, NewFlow(root, kMargin)});
+  Top().aligned = NewAlignment();
+  for (const LayoutItem& item : items) Add(item);
+  AddUnplaced();
+  return std::move(built_);
+}
+
+void Builder::Add(const LayoutItem& item) {
+  if (item.kind != LayoutKind::kRow) Top().grid = nullptr;
+  switch (item.kind) {
+    case LayoutKind::kColumns: return OpenColumns();
+    case LayoutKind::kColumn: return OpenColumn();
+    case LayoutKind::kGroup: return OpenGroup(item);
+    case LayoutKind::kTabs: return OpenTabs(item);
+    case LayoutKind::kTab: return OpenTab();
+    case LayoutKind::kEnd: return Close();
+    case LayoutKind::kRow: return AddRow(item);
+    case LayoutKind::kStrip: return AddStrip(item);
+    case LayoutKind::kWide: return AddWide(item);
+    case LayoutKind::kSpace: return AddSpace();
+    case LayoutKind::kNavigation: return AddNavigation(item);
+    case LayoutKind::kPageArea: return AddPageArea();
+    case LayoutKind::kBackdrop: return SetBackdrop(item);
+  }
+}
+
+std::size_t Builder::NewAlignment() {
+  built_.aligned.emplace_back();
+  return built_.aligned.size() - 1;
+}
+
+void Builder::OpenColumns() {
+  Open next{LayoutKind::kColumns, Top().parent};
+  next.columns = new QHBoxLayout;
+  next.columns->setSpacing(kGap);
+  Top().flow->addLayout(next.columns);
+  open_.push_back(next);
+}
+
+void Builder::OpenColumn() {
+  if (Top().kind == LayoutKind::kColumn) CloseColumn();
+  Open next{LayoutKind::kColumn};
+  next.parent = new QWidget(Top().parent);
+  next.parent->setMaximumWidth(kColumnWidth);
+  next.flow = NewFlow(next.parent, 0);
+  next.aligned = NewAlignment();
+  Top().columns->addWidget(next.parent, 1);
+  open_.push_back(next);
+}
+
+void Builder::OpenGroup(const LayoutItem& item) {
+  QWidget* box = item.text_id != 0 ? new QGroupBox(text_(item.text_id), Top().parent) : Make(item.names[0]);
+  if (box == nullptr) box = new QGroupBox(Top().parent);
+  Open next{LayoutKind::kGroup, box, NewFlow(box, kGap)};
+  next.aligned = Top().aligned;
+  Top().flow->addWidget(box);
+  open_.push_back(next);
+}
+
+void Builder::OpenTabs(const LayoutItem& item) {
+  Open next{LayoutKind::kTabs, Top().parent};
+  next.tabs = Make(item.names[0]);
+  if (next.tabs == nullptr) next.tabs = new QTabWidget(Top().parent);
+  Top().flow->addWidget(next.tabs, 1);
+  open_.push_back(next);
+}
+
+void Builder::OpenTab() {
+  if (Top().kind == LayoutKind::kTab) open_.pop_back();
+  auto* tabs = static_cast<QTabWidget*>(Top().tabs);
+  QWidget* page = tabs->widget(Top().next_tab++);
+  Open next{LayoutKind::kTab, page, NewFlow(page, kMargin)};
+  next.aligned = NewAlignment();
+  open_.push_back(next);
+}
+
+void Builder::Close() {
+  const LayoutKind closed = Top().kind;
+  // Columns and tabs end together with the last of them.
+  if (closed == LayoutKind::kColumn) {
+    CloseColumn();
+    Top().columns->addStretch();
+  } else if (closed == LayoutKind::kTab) {
+    open_.pop_back();
+  }
+  open_.pop_back();
+}
+
+void Builder::CloseColumn() {
+  if (!Top().filled) Top().flow->addStretch(1);
+  open_.pop_back();
+}
+
+void Builder::AddSpace() {
+  Top().flow->addStretch(1);
+  Top().filled = true;
+}
+
+QWidget* Builder::Make(std::string_view name, ControlKind* kind) {
+  Control* control = form_.Find(name);
+  std::unique_ptr<Binding> binding;
+  if (control != nullptr) binding = Bind(*control, context_, Top().parent);
+  if (binding == nullptr) {
+    built_.unknown.emplace_back(name);
+    return nullptr;
+  }
+  if (kind != nullptr) *kind = control->Kind();
+  QWidget* widget = binding->Widget();
+  built_.bindings.push_back(std::move(binding));
+  return widget;
+}
+
+void Builder::AddRow(const LayoutItem& item) {
+  if (Top().grid == nullptr) {
+    Top().grid = new QGridLayout;
+    Top().grid->setHorizontalSpacing(kGap);
+    Top().grid->setVerticalSpacing(kRowGap);
+    Top().flow->addLayout(Top().grid);
+    built_.aligned[Top().aligned].push_back(Top().grid);
+  }
+  QGridLayout* grid = Top().grid;
+  const int row = grid->rowCount();
+  const auto last = std::find_if(item.names.rbegin(), item.names.rend(), [](auto n) { return !n.empty(); });
+  const auto count = item.names.rend() - last;
+  for (int column = 0; column < count; ++column) {
+    ControlKind kind{};
+    const std::string_view name = item.names[static_cast<std::size_t>(column)];
+    if (name.empty()) continue;
+    if (QWidget* widget = Make(name, &kind)) Place(widget, kind, grid, row, column, column + 1 == count);
+  }
+}
+
+void Builder::Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column, bool last) {
+  if (kind == ControlKind::kComboBox) {
+    // A list has no unit and takes that room too.
+    widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    widget->setMinimumWidth(kEntryWidth);
+    grid->addWidget(widget, row, column, 1, last ? -1 : 1);
+    return;
+  }
+  if (kind == ControlKind::kTextBox) {
+    static_cast<QLineEdit*>(widget)->setAlignment(Qt::AlignRight);
+    widget->setMinimumWidth(kEntryWidth);
+  }
+  if (column > 1 && kind == ControlKind::kLabel) widget->setMinimumWidth(kUnitWidth);
+  grid->addWidget(widget, row, column);
+  if (column == 1) grid->setColumnStretch(column, 1);
+}
+
+void Builder::AddStrip(const LayoutItem& item) {
+  auto* strip = new QHBoxLayout;
+  strip->setSpacing(kGap);
+  Top().flow->addLayout(strip);
+  for (const std::string_view name : item.names) {
+    if (name.empty()) continue;
+    if (name == kStretch) {
+      strip->addStretch(1);
+      continue;
+    }
+    ControlKind kind{};
+    QWidget* widget = Make(name, &kind);
+    if (widget == nullptr) continue;
+    if (kind == ControlKind::kPushButton) widget->setMinimumWidth(kButtonWidth);
+    strip->addWidget(widget);
+  }
+}
+
+void Builder::AddWide(const LayoutItem& item) {
+  if (QWidget* widget = Make(item.names[0])) Top().flow->addWidget(widget, 1);
+  Top().filled = true;
+}
+
+void Builder::AddNavigation(const LayoutItem& item) {
+  Top().parent->setFixedWidth(kNavigationWidth);
+  Top().filled = true;
+  QVBoxLayout* flow = Top().flow;
+  flow->setSpacing(kRowGap);
+  for (const std::string_view name : item.names) {
+    if (name.empty()) continue;
+    if (name == kStretch) {
+      flow->addStretch(1);
+    } else if (QWidget* button = Make(name)) {
+      button->setMinimumHeight(kNavigationHeight);
+      flow->addWidget(button);
+    }
+  }
+}
+
+void Builder::AddPageArea() {
+  built_.page_area = new QStackedWidget(Top().parent);
+  Top().parent->setMaximumWidth(QWIDGETSIZE_MAX);
+  Top().flow->addWidget(built_.page_area, 1);
+  Top().filled = true;
+}
+
+void Builder::SetBackdrop(const LayoutItem& item) {
+  auto* picture = static_cast<QLabel*>(Make(item.names[0]));
+  if (picture == nullptr) return;
+  const QPixmap pixmap = picture->pixmap();
+  Top().parent->setFixedSize(pixmap.deviceIndependentSize().toSize());
+  picture->setGeometry(QRect(QPoint(), Top().parent->size()));
+  picture->lower();
+  Top().flow->addStretch(1);
+}
+
+void Builder::AddUnplaced() {
+  while (open_.size() > 1) open_.pop_back();
+  Top().grid = nullptr;
+  for (const Control* control : form_.Controls()) {
+    if (!IsPlacedByBuilder(*control)) continue;
+    const bool placed = std::any_of(built_.bindings.begin(), built_.bindings.end(),
+                                    [&](const auto& binding) { return &binding->Bound() == control; });
+    if (placed) continue;
+    const std::string name = control->FullName();
+    built_.unplaced.push_back(name);
+    AddRow(layout::Row(std::string_view(name)));
+  }
+}
+
+}  // namespace vlt

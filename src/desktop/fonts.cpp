@@ -1,0 +1,59 @@
+#include "desktop/fonts.h"
+
+#include <QFontDatabase>
+#include <QHash>
+#include <QStringList>
+
+#include "desktop/qt_text.h"
+
+namespace vlt {
+namespace {
+
+constexpr double kBaseSize = 9.5;
+constexpr int kLargestCaption = 12;  // sizes up to here are captions
+
+// Fonts with Japanese characters and latin ones that go with them, best first.
+constexpr const char* kJapaneseFonts[] = {"Noto Sans CJK JP", "Noto Sans JP", "Yu Gothic UI", "Meiryo UI",
+                                          "MS UI Gothic",     "VL PGothic",   "TakaoPGothic", "IPAPGothic",
+                                          "IPAGothic"};
+
+QString FirstInstalledJapanese() {
+  const QStringList installed = QFontDatabase::families();
+  for (const char* name : kJapaneseFonts) {
+    if (installed.contains(QLatin1String(name))) return QLatin1String(name);
+  }
+  const QStringList able = QFontDatabase::families(QFontDatabase::Japanese);
+  return able.isEmpty() ? QString() : able.first();
+}
+
+// The family named, else one for its script, with a font for Japanese characters behind it.
+QStringList Families(const QString& name) {
+  static const QString japanese = FirstInstalledJapanese();
+  static const QString general = QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
+  QStringList families;
+  const bool wants_japanese = !name.isEmpty() && name.at(0).unicode() > 0xFF;
+  if (!name.isEmpty() && QFontDatabase::hasFamily(name)) families << name;
+  if (wants_japanese && !japanese.isEmpty()) families << japanese;
+  families << general;
+  if (!japanese.isEmpty()) families << japanese;
+  families.removeDuplicates();
+  return families;
+}
+
+}  // namespace
+
+QFont DesktopFont(const Font& font) {
+  static QHash<QString, QStringList> known;
+  const QString name = ToQt(font.name);
+  auto found = known.find(name);
+  if (found == known.end()) found = known.insert(name, Families(name));
+  QFont result;
+  result.setFamilies(*found);
+  result.setPointSizeF(font.size <= kLargestCaption ? kBaseSize : font.size);
+  result.setBold(font.bold);
+  return result;
+}
+
+QFont BaseFont() { return DesktopFont(Font{}); }
+
+}  // namespace vlt

@@ -1,0 +1,85 @@
+// Where the controls of a window lie: one table a window, read by one builder.
+//
+// A table is read from top to bottom and fills a flow that runs downwards. Containers (columns, groups, tabs)
+// open a flow of their own and end with End(). Names are full names of controls ("Label8(0)"). Tab order
+// follows the table.
+#pragma once
+
+#include <array>
+#include <span>
+#include <string_view>
+
+namespace vlt {
+
+enum class LayoutKind : unsigned char {
+  kColumns,      // flows side by side; each begins with kColumn, kEnd ends them all
+  kColumn,       //
+  kGroup,        // a box with a title: of a frame control, or a text id
+  kTabs,         // pages of a tab control; each begins with kTab, kEnd ends them all
+  kTab,          //
+  kEnd,          //
+  kRow,          // cells of a grid: caption or tick, entry, unit, ...; an empty name leaves a cell free
+  kStrip,        // one beside the other; ">" takes the room that is left
+  kWide,         // one control that takes the whole width and the height that is left
+  kSpace,        // takes the height that is left
+  kNavigation,   // the frame's column of page buttons; ">" as in a strip
+  kPageArea,     // the frame's place for pages
+  kBackdrop,     // a picture behind the whole window, which gets its size; the flow lies at its bottom
+};
+
+inline constexpr std::size_t kLayoutNames = 14;
+
+struct LayoutItem {
+  LayoutKind kind;
+  std::array<std::string_view, kLayoutNames> names{};
+  int text_id = 0;
+};
+
+template <class... Names>
+constexpr LayoutItem MakeItem(LayoutKind kind, Names... names) {
+  static_assert(sizeof...(names) <= kLayoutNames);
+  return {kind, {std::string_view(names)...}};
+}
+
+namespace layout {
+
+constexpr LayoutItem Columns() { return {LayoutKind::kColumns}; }
+constexpr LayoutItem Column() { return {LayoutKind::kColumn}; }
+constexpr LayoutItem Group(const char* frame) { return MakeItem(LayoutKind::kGroup, frame); }
+constexpr LayoutItem TitledGroup(int text_id) { return {LayoutKind::kGroup, {}, text_id}; }
+constexpr LayoutItem Tabs(const char* control) { return MakeItem(LayoutKind::kTabs, control); }
+constexpr LayoutItem Tab() { return {LayoutKind::kTab}; }
+constexpr LayoutItem End() { return {LayoutKind::kEnd}; }
+template <class... Names>
+constexpr LayoutItem Row(Names... names) {
+  return MakeItem(LayoutKind::kRow, names...);
+}
+template <class... Names>
+constexpr LayoutItem Strip(Names... names) {
+  return MakeItem(LayoutKind::kStrip, names...);
+}
+constexpr LayoutItem Wide(const char* control) { return MakeItem(LayoutKind::kWide, control); }
+constexpr LayoutItem Space() { return {LayoutKind::kSpace}; }
+template <class... Names>
+constexpr LayoutItem Navigation(Names... names) {
+  return MakeItem(LayoutKind::kNavigation, names...);
+}
+constexpr LayoutItem PageArea() { return {LayoutKind::kPageArea}; }
+constexpr LayoutItem Backdrop(const char* picture) { return MakeItem(LayoutKind::kBackdrop, picture); }
+
+}  // namespace layout
+
+enum class WindowStyle : unsigned char { kPage, kFrame, kDialog, kSplash };
+
+struct WindowLayout {
+  const char* form;
+  WindowStyle style;
+  std::span<const LayoutItem> items;
+  const char* accept = "";  // button that the enter key presses
+  const char* cancel = "";  // button that the escape key presses
+};
+
+// The table of a form, or null.
+const WindowLayout* FindLayout(std::string_view form);
+
+}  // namespace vlt

@@ -1,0 +1,20 @@
+#include "desktop/layouts/layouts.h"
+
+namespace vlt {
+namespace {
+
+constexpr const WindowLayout* kLayouts[] = {
+    &kMDIForm1Layout, &kSplashLayout,   &kSplashT305Layout, &kSplashK410Layout,
+    &kFrmMssgLayout,  &kFrmAboutLayout, &kFrmWaitLayout,    &kForm10Layout,
+};
+
+}  // namespace
+
+const WindowLayout* FindLayout(std::string_view form) {
+  for (const WindowLayout* layout : kLayouts) {
+    if (layout->form == form) return layout;
+  }
+  return nullptr;
+}
+
+}  // namespace vlt

@@ -1,0 +1,17 @@
+// The layout tables, one file a window. A new window adds its table here and in layouts.cpp.
+#pragma once
+
+#include "desktop/layout.h"
+
+namespace vlt {
+
+extern const WindowLayout kMDIForm1Layout;
+extern const WindowLayout kSplashLayout;
+extern const WindowLayout kSplashT305Layout;
+extern const WindowLayout kSplashK410Layout;
+extern const WindowLayout kFrmMssgLayout;
+extern const WindowLayout kFrmAboutLayout;
+extern const WindowLayout kFrmWaitLayout;
+extern const WindowLayout kForm10Layout;
+
+}  // namespace vlt

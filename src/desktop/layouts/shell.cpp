@@ -1,0 +1,58 @@
+// The windows of the frame: main window, splash windows, choice, about, wait.
+#include "desktop/layouts/layouts.h"
+
+namespace vlt {
+namespace {
+
+using namespace layout;
+
+constexpr LayoutItem kMainWindow[] = {
+    Columns(),
+    Column(),
+    Navigation("Command1", "Command2", "Command3", "Command5", "Command4", "Command6", "Command7", "Command9",
+               "Command10", "Command11", "Command14", ">", "Command13"),
+    Column(),
+    PageArea(),
+    End(),
+    Strip("StatusBar1"),
+};
+
+constexpr LayoutItem kSplash[] = {
+    Backdrop("Image1"),
+    Strip("Image2", "lblProductName", ">", "Image3", "Image4", "lblVersion"),
+    Strip("lblWarning"),
+};
+
+constexpr LayoutItem kSplashOfThree[] = {
+    Backdrop("Image1"),
+    Strip("Image2", "lblProductName", ">", "Image3", "lblVersion"),
+    Strip("lblWarning"),
+};
+
+constexpr LayoutItem kChoice[] = {
+    Strip("cmdDown", "cmdLoader"),
+};
+
+constexpr LayoutItem kAbout[] = {
+    Strip("lblTitle"),
+    Strip("lblVersion"),
+    Strip(">", "cmdOK"),
+};
+
+constexpr LayoutItem kWait[] = {
+    Strip("lblMssg"),
+    Strip("pbWait"),
+    Strip(">", "cmdCan"),
+};
+
+}  // namespace
+
+constinit const WindowLayout kMDIForm1Layout{"MDIForm1", WindowStyle::kFrame, kMainWindow};
+constinit const WindowLayout kSplashLayout{"frmSplash", WindowStyle::kSplash, kSplash};
+constinit const WindowLayout kSplashT305Layout{"frmSplash_T305", WindowStyle::kSplash, kSplashOfThree};
+constinit const WindowLayout kSplashK410Layout{"frmSplash_K410", WindowStyle::kSplash, kSplashOfThree};
+constinit const WindowLayout kFrmMssgLayout{"frmMssg", WindowStyle::kDialog, kChoice};
+constinit const WindowLayout kFrmAboutLayout{"frmAbout", WindowStyle::kDialog, kAbout, "cmdOK", "cmdOK"};
+constinit const WindowLayout kFrmWaitLayout{"frmWait", WindowStyle::kDialog, kWait, "", "cmdCan"};
+
+}  // namespace vlt

@@ -1,0 +1,16 @@
+// What the operator is told about a file, in status panel 1: its name and the reason.
+#pragma once
+
+#include <string>
+
+#include "platform/file_system.h"
+#include "state/app.h"
+
+namespace vlt {
+
+void ReportOpened(App& app, const std::string& path);
+void ReportSaved(App& app, const std::string& path);
+void ReportNotRead(App& app, const std::string& path, FileError error);
+void ReportNotWritten(App& app, const std::string& path, FileError error);
+
+}  // namespace vlt

@@ -1,0 +1,38 @@
+// The parameter file: the saved picture of what the pages show, with the link settings and the user level.
+// Values reach the meter only through the pages.
+#pragma once
+
+#include <string>
+
+#include "files/settings_file.h"
+#include "platform/file_system.h"
+#include "state/app.h"
+
+namespace vlt {
+
+// True for the exact text of LoaderIniPath: that file is no parameter file and is never written as one.
+bool IsLoaderFile(const App& app, const std::string& path);
+
+// Writes the application settings and all slots into one file, whole; keys and sections that are not ours
+// survive, and the file that stood there is kept as BackupPath.
+FileError SaveParameterFile(App& app, const std::string& path);
+
+// Reads the slots. When the file can't be read (a missing one too) nothing changes. A channel or output
+// number beyond 16 bits ends the loading; the keys before it are stored.
+LoadResult LoadParameterFile(App& app, const std::string& path);
+
+// Opens a parameter file: settings (the program's language stays), slots, open pages, all from one reading.
+// When the file can't be read nothing changes. An open port goes on as it is, and
+// CommSettings with it.
+LoadResult OpenParameterFile(App& app, const std::string& path);
+
+// Every page's controls into the slots: loads each page, runs its Taihi and unloads it; Form9 and Form11 are
+// only hidden.
+void SavePagesToSlots(App& app);
+// The same by its other name.
+inline void SaveAllPages(App& app) { SavePagesToSlots(app); }
+
+// The slots into the controls of the pages that are open.
+void RefreshOpenPages(App& app);
+
+}  // namespace vlt

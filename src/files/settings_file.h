@@ -1,0 +1,70 @@
+// The program's own settings: VLT.ini beside the program (the bootstrap file) and the loader initial file
+// that its key INI_FILENAME names, mostly the same file. A failed write harms nothing; it is returned so that
+// the caller can tell the operator (files/file_report.h).
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "files/profile_file.h"
+#include "platform/file_system.h"
+#include "state/app.h"
+
+namespace vlt {
+
+// How a reader ended.
+struct LoadResult {
+  FileError file = FileError::kGood;
+  // "SECTION/KEY" of the value that is no number of its kind. The reader stops there and keeps what it has
+  // stored before. Empty: all keys were read.
+  std::string stopped_at;
+  bool Converted() const { return stopped_at.empty(); }
+};
+
+// Program folder, separator, "VLT.ini".
+std::string CommPath(App& app);
+// The same with one blank behind it: the file system ignores it, but as a text it never equals the path of
+// the loader initial file.
+std::string BootstrapPath(App& app);
+// What stands behind the last "\" or "/".
+std::string LastComponent(const std::string& path);
+
+// The text up to its first NUL, or `absent` when the length that was read is below 1.
+std::string ProfileValueOrDefault(std::string_view buffer, std::string_view absent, std::size_t length);
+// The same by its other name.
+inline std::string IniValueOrDefault(std::string_view buffer, std::string_view absent, std::size_t length) {
+  return ProfileValueOrDefault(buffer, absent, length);
+}
+
+// Sections COMM, SYSTEM, CSVDIR and VERIFICATION into the shared state. Key LANG_FLAG is left alone when
+// skipLangFlag is 1. Without the file, or when it can't be read, all keys take their defaults.
+LoadResult LoadSettings(App& app, const std::string& path, int skipLangFlag);
+LoadResult LoadSettings(App& app, const ProfileFile& profile, int skipLangFlag);
+// Sections RANGE, TOTAL, TEMPERATURE and MEASURE: the units of the last session and the chart's scales.
+LoadResult LoadUnitCache(App& app, const std::string& path);
+
+// CommSettings from speed, parity and stop bits. The port in use does not change by it.
+void BuildCommSettings(SharedState& state);
+
+// Section COMM.
+FileError SaveCommSettings(App& app, const std::string& path);
+// Key PORT of section COMM in the bootstrap file (frmMaint_COMM changes nothing else).
+FileError SavePortNo(App& app);
+// The keys of section SYSTEM that the program keeps, and section COMM.
+FileError SaveSystemSettings(App& app, const std::string& path);
+void PutSystemSettings(const SharedState& state, ProfileFile& profile);
+FileError SaveUnitCache(App& app, const std::string& path);
+
+// Folders of the CSV logs, always in the bootstrap file. The measure page reads MEASURE_DIR and stores its
+// choice under PV_DIR: MEASURE_DIR is set by hand only. The setters also store PvCsvDir.
+std::string GetMeasureCsvDir(App& app);
+std::string GetPvCsvDir(App& app);
+FileError SetMeasureCsvDir(App& app, const std::string& folder);
+FileError SetPvCsvDir(App& app, const std::string& folder);
+
+// The device that COM number `number` stands for by section PORTS of the bootstrap file ("COM3" names
+// "/dev/ttyUSB0"), or empty.
+std::string GetPortDevice(App& app, int number);
+FileError SetPortDevice(App& app, int number, const std::string& device);
+
+}  // namespace vlt

@@ -1,0 +1,22 @@
+#include "shell/frm_about.h"
+
+#include "resources/text_ids.h"
+#include "shell/splash.h"
+#include "shell/version.h"
+
+namespace vlt {
+
+frmAbout::frmAbout(App& app) : Form(app.windows, "frmAbout", FormPlace::kWindow), app_(app) {
+  cmdOK.on_click = [this] { cmdOK_Click(); };
+}
+
+void frmAbout::Form_Load() {
+  SetCaption(app_.Text(900));
+  lblTitle.SetCaption(app_.Text(4641));
+  lblVersion.SetCaption(VersionText(VersionSuffix(app_.state)));
+  cmdOK.SetCaption(app_.Text(text::kOk));
+}
+
+void frmAbout::cmdOK_Click() { List().Unload(Name()); }
+
+}  // namespace vlt

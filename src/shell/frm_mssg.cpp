@@ -1,0 +1,56 @@
+#include "shell/frm_mssg.h"
+
+#include <string>
+
+#include "resources/text_ids.h"
+#include "shell/splash.h"
+
+namespace vlt {
+namespace {
+
+constexpr const char* kFirmwareWindow = "frmMaint_MAIN";
+constexpr int kEnglishOffset = 5000;
+constexpr int kLookAgainMs = 1000;  // a wait for a window looks again at least so often
+
+}  // namespace
+
+frmMssg::frmMssg(App& app) : Form(app.windows, "frmMssg", FormPlace::kOnTop), app_(app) {
+  cmdDown.on_click = [this] { cmdDown_Click(); };
+  cmdLoader.on_click = [this] { cmdLoader_Click(); };
+}
+
+void frmMssg::Form_Load() {
+  app_.state.LangOffset = app_.state.LangFlag > 0 ? kEnglishOffset : 0;
+  SetCaption(app_.Text(4420));
+  cmdDown.SetCaption(app_.Text(1090));
+  cmdLoader.SetCaption(app_.Text(4410));
+  // The splash waits for one of the two buttons, so closing the window is no answer.
+  SetCloseCommand(false);
+}
+
+void frmMssg::cmdDown_Click() {
+  Windows& windows = List();
+  if (!windows.IsRegistered(kFirmwareWindow)) {
+    app_.Show(app_.Text(text::kFirmwareToolMissing), MessageIcon::kInformation);
+    return;
+  }
+  const SplashVariant* variant = FindSplashVariant(app_.state.ModelCode);
+  Form* splash = variant != nullptr ? windows.Find(variant->form) : nullptr;
+  if (splash != nullptr) splash->Hide();
+  windows.Unload(Name());
+  windows.Load(kFirmwareWindow).Show();
+  // The tool is at its end when its window is gone.
+  while (windows.Find(kFirmwareWindow) != nullptr) {
+    app_.platform.events.GiveWay(app_.platform.clock.NowMs() + kLookAgainMs);
+  }
+  if (splash != nullptr && windows.Exists(splash)) splash->Show();
+  app_.Show(app_.Text(4370), MessageIcon::kInformation);
+  app_.state.ChoiceResult = 1;
+}
+
+void frmMssg::cmdLoader_Click() {
+  app_.state.ChoiceResult = 2;
+  List().Unload(Name());
+}
+
+}  // namespace vlt

@@ -1,0 +1,25 @@
+// The choice between the firmware tool and the main program, shown at user level Service and Factory.
+#pragma once
+
+#include "state/app.h"
+
+namespace vlt {
+
+class frmMssg : public Form {
+ public:
+  explicit frmMssg(App& app);
+
+  void Form_Load() override;
+  // Runs the firmware tool to its end and sets ChoiceResult to 1. Without the tool it says so and stays.
+  void cmdDown_Click();
+  // Goes on to the main program: ChoiceResult 2.
+  void cmdLoader_Click();
+
+  PushButton cmdDown{*this, "cmdDown"};
+  PushButton cmdLoader{*this, "cmdLoader"};
+
+ private:
+  App& app_;
+};
+
+}  // namespace vlt

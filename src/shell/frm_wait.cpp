@@ -1,0 +1,18 @@
+#include "shell/frm_wait.h"
+
+#include "resources/text_ids.h"
+
+namespace vlt {
+
+frmWait::frmWait(App& app) : Form(app.windows, "frmWait", FormPlace::kWindow), app_(app) {
+  cmdCan.on_click = [this] { cmdCan_Click(); };
+}
+
+void frmWait::Form_Load() {
+  SetCaption(app_.Text(1344));
+  cmdCan.SetCaption(app_.Text(text::kCancel));
+}
+
+void frmWait::cmdCan_Click() { app_.state.WaitCancel = 1; }
+
+}  // namespace vlt

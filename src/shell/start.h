@@ -1,0 +1,26 @@
+// From the start of the process to the splash, and the end of all windows.
+#pragma once
+
+#include "state/app.h"
+
+namespace vlt {
+
+// Makes the windows of this folder known: MDIForm1, the splash windows, frmMssg, frmAbout, frmWait.
+void RegisterShellWindows(App& app);
+// Those and the pages.
+void RegisterAllWindows(App& app);
+
+enum class StartResult {
+  kEnded,       // the process was asked to end
+  kSplashRuns,  // a splash window is shown; its timer carries on
+};
+
+// The start routine. All windows must be registered. Ends the process silently when another instance runs,
+// and with a message box when the settings name no known hardware variant; a missing settings file is such
+// a case. The serial port is not touched.
+StartResult StartUp(App& app);
+
+// Unloads every window of the list, then closes the port and keeps the result of that in PortIsOpen.
+void CloseAllForms(App& app);
+
+}  // namespace vlt
