@@ -1,5 +1,6 @@
 #include "sim/live.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -17,11 +18,21 @@ constexpr std::array<std::pair<std::string_view, Wave>, 4> kWaves{{
     {"sine", Wave::Sine},
 }};
 
-// Whole periods before `at`, and the part of the running one as a fraction from 0 to 1.
-std::pair<double, double> Split(double period_s, Micros at) {
-  const double periods = static_cast<double>(at) / (period_s * 1e6);
-  const double whole = std::floor(periods);
-  return {whole, periods - whole};
+struct Place {
+  Micros period;
+  Micros periods;  // whole ones that are over
+  Micros into;     // how far the running one is
+};
+
+// In whole microseconds, so that an edge lies where it was put, however many periods have gone.
+Place PlaceOf(double period_s, Micros at) {
+  const Micros period = std::max<Micros>(std::llround(period_s * 1e6), 1);
+  const Micros periods = (at >= 0 ? at : at - period + 1) / period;
+  return {period, periods, at - periods * period};
+}
+
+double Fraction(const Place& place) {
+  return static_cast<double>(place.into) / static_cast<double>(place.period);
 }
 
 }  // namespace
@@ -50,19 +61,20 @@ double Course::At(double fraction) const {
   return motion_.base;
 }
 
-double Course::Velocity(Micros at) const { return At(Split(motion_.period_s, at).second); }
+double Course::Velocity(Micros at) const { return At(Fraction(PlaceOf(motion_.period_s, at))); }
 
 double Course::Covered(const std::vector<double>& sums, Micros at) const {
-  const auto [whole, fraction] = Split(motion_.period_s, at);
-  const double place = fraction * kCells;
-  const int cell = std::min(static_cast<int>(place), kCells - 1);
-  return whole * sums[kCells] + sums[cell] + (sums[cell + 1] - sums[cell]) * (place - cell);
+  const Place place = PlaceOf(motion_.period_s, at);
+  const double cells = Fraction(place) * kCells;
+  const int cell = static_cast<int>(cells);
+  const double before = static_cast<double>(place.periods) * sums[kCells] + sums[cell];
+  return before + (sums[cell + 1] - sums[cell]) * (cells - cell);
 }
 
 std::uint16_t ScheduledRas(const std::vector<RasPhase>& schedule, Micros at) {
   std::uint16_t word = 0;
   for (const RasPhase& phase : schedule) {
-    const double seconds = Split(phase.period_s, at).second * phase.period_s;
+    const double seconds = static_cast<double>(PlaceOf(phase.period_s, at).into) / 1e6;
     if (seconds >= phase.from_s && seconds < phase.to_s) word |= phase.bits;
   }
   return word;

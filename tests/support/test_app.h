@@ -30,7 +30,7 @@ class TestFrame : public Form, public MainFrame {
 
 struct TestOptions {
   PortKind port = PortKind::kSimulated;
-  sim::MeterConfig meter;
+  sim::MeterConfig meter = {};
   int lang_offset = 5000;  // 0 is Japanese
   bool frame = true;       // false: the test brings its own MDIForm1
 };
@@ -39,7 +39,7 @@ class TestApp {
  public:
   explicit TestApp(const TestOptions& options = {});
 
-  TestFrame& Frame() { return *static_cast<TestFrame*>(app.frame); }
+  TestFrame& MainWindow() { return *static_cast<TestFrame*>(app.frame); }
   // Panel 1 of the status line without its date and time; empty when nothing is there.
   std::string StatusText();
   VirtualTime& Time() { return platform.time; }

@@ -1,0 +1,255 @@
+// The exchange on a simulated meter: for every fault of the line and every mode the result, the text, the
+// number of requests and the time from call to return. All on 9600 baud unless told: a request of 8 bytes is
+// on its way for 9.2 ms, and the drain looks every 4 ms, so it ends at 12 ms.
+#include <gtest/gtest.h>
+
+#include "link/modbus.h"
+#include "link/port.h"
+#include "support/test_app.h"
+
+namespace vlt {
+namespace {
+
+using test::TestApp;
+
+constexpr const char* kGood = "";
+constexpr const char* kNoResponse = "[NO RESPONSE ERROR]";
+constexpr const char* kCrc = "[CRC ERROR]";
+
+struct Outcome {
+  bool result;
+  std::string text;
+  int requests;
+  std::int64_t ms;
+  bool operator==(const Outcome&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Outcome& o) {
+  return out << (o.result ? "true " : "false ") << o.text << " " << o.requests << " requests, " << o.ms
+             << " ms";
+}
+
+struct Setting {
+  int mode = 0;
+  int retry = 3;
+  const char* speed = "9600";
+};
+
+void Open(TestApp& t, const char* speed) {
+  t.app.state.Speed = speed;
+  t.app.state.CommSettings = std::string(speed) + ",O,8,1";
+  ASSERT_TRUE(OpenPort(t.app));
+}
+
+// Unit system and language: two words, a reply of 9 bytes, whole after 24.5 ms.
+Outcome ReadTwoWords(TestApp& t, const Setting& setting) {
+  t.app.state.RetryNo = setting.retry;
+  Frame request = ReadRequest(1, 3, 0x0100, 2);
+  Frame reply = ReplyFor(request);
+  const std::int64_t start = t.Time().NowMs();
+  const bool result = SendReceive(t.app, request, reply, setting.mode);
+  return {result, t.app.state.LastErrorText, static_cast<int>(t.platform.TakeRequests().size()),
+          t.Time().NowMs() - start};
+}
+
+Outcome Try(const Setting& setting, std::string_view fault) {
+  TestApp t;
+  Open(t, setting.speed);
+  if (!fault.empty()) t.platform.Arm(fault);
+  return ReadTwoWords(t, setting);
+}
+
+struct FaultCase {
+  const char* fault;
+  Outcome by_mode[5];
+};
+
+// Parts of the times, in ms. A wait of n lasts n + 1.
+constexpr int kDrain = 12;
+constexpr int kFirst = 25, kFirstLong = 481, kFirstStations = 155;
+constexpr int kGap = 6;         // silence of 5 ms
+constexpr int kAnyPoll = 6;     // for the first byte, up to 10 times, 0 and 2 in the modes 3 and 4
+constexpr int kWholePoll = 11;  // for the whole reply, up to 11 times, 1 and 3 in the modes 3 and 4
+constexpr int kRest = 201;      // behind a good exchange of mode 3
+
+constexpr int kGood0 = kDrain + kFirst + kGap, kGood2 = kDrain + kFirstLong + kGap;
+constexpr int kGood4 = kDrain + kFirstStations + kGap, kGood3 = kGood4 + kRest;
+constexpr int kPart0 = kGood0 + 11 * kWholePoll, kPart2 = kGood2 + 11 * kWholePoll;
+constexpr int kPart3 = kGood4 + kWholePoll, kPart4 = kGood4 + 3 * kWholePoll;
+constexpr int kNone0 = kPart0 + 10 * kAnyPoll, kNone2 = kPart2 + 10 * kAnyPoll;
+constexpr int kNone3 = kPart3, kNone4 = kPart4 + 2 * kAnyPoll;
+
+const FaultCase kFaultCases[] = {
+    {"",
+     {{true, kGood, 1, kGood0},
+      {true, kGood, 1, kGood0},
+      {true, kGood, 1, kGood2},
+      {true, kGood, 1, kGood3},
+      {true, kGood, 1, kGood4}}},
+    {"silence*ever",
+     {{false, kNoResponse, 4, 4 * kNone0},
+      {false, kNoResponse, 1, kNone0},
+      {false, kNoResponse, 4, 4 * kNone2},
+      {false, kNoResponse, 1, kNone3},
+      {false, kNoResponse, 1, kNone4}}},
+    // The late reply to the first request is there 324.5 ms after the start, in the second attempt's polls
+    // for the whole reply (321 + 11); in mode 2 it is still in time.
+    {"late=300",
+     {{true, kNoResponse, 2, 332 + kGap},
+      {false, kNoResponse, 1, kNone0},
+      {true, kGood, 1, kGood2},
+      {false, kNoResponse, 1, kNone3},
+      {false, kNoResponse, 1, kNone4}}},
+    {"one-byte*ever",
+     {{false, "[APPLICATION ERROR]", 4, 4 * kPart0},
+      {false, "[APPLICATION ERROR]", 1, kPart0},
+      {false, "[APPLICATION ERROR]", 4, 4 * kPart2},
+      {false, "[APPLICATION ERROR]", 1, kPart3},
+      {false, "[APPLICATION ERROR]", 1, kPart4}}},
+    {"short=3*ever",
+     {{false, kCrc, 4, 4 * kPart0},
+      {false, kCrc, 1, kPart0},
+      {false, kCrc, 4, 4 * kPart2},
+      {false, kCrc, 1, kPart3},
+      {false, kCrc, 1, kPart4}}},
+    {"crc*ever",
+     {{false, kCrc, 4, 4 * kGood0},
+      {false, kCrc, 1, kGood0},
+      {false, kCrc, 4, 4 * kGood2},
+      {false, kCrc, 1, kGood4},
+      {false, kCrc, 1, kGood4}}},
+    {"crc",
+     {{true, kCrc, 2, 2 * kGood0},
+      {false, kCrc, 1, kGood0},
+      {true, kCrc, 2, 2 * kGood2},
+      {false, kCrc, 1, kGood4},
+      {false, kCrc, 1, kGood4}}},
+    // The byte behind the function is the reply's byte count, 4, which is no known exception.
+    {"function=17*ever",
+     {{false, "[UNKNOWN FUNCTION CODE ERROR]", 4, 4 * kGood0},
+      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood0},
+      {false, "[UNKNOWN FUNCTION CODE ERROR]", 4, 4 * kGood2},
+      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4},
+      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4}}},
+    // An exception is shorter than the reply that was asked for, so all polls pass.
+    {"exception=2*ever",
+     {{false, "[ADDRESS ERROR(02H)]", 4, 4 * kPart0},
+      {false, "[ADDRESS ERROR(02H)]", 1, kPart0},
+      {false, "[ADDRESS ERROR(02H)]", 4, 4 * kPart2},
+      {false, "[ADDRESS ERROR(02H)]", 1, kPart3},
+      {false, "[ADDRESS ERROR(02H)]", 1, kPart4}}},
+    {"station",
+     {{true, kGood, 1, kGood0},
+      {true, kGood, 1, kGood0},
+      {true, kGood, 1, kGood2},
+      {true, kGood, 1, kGood3},
+      {true, kGood, 1, kGood4}}},
+    {"noise=3*ever",
+     {{false, "[UNKNOWN FUNCTION CODE ERROR]", 4, 4 * kGood0},
+      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood0},
+      {false, "[UNKNOWN FUNCTION CODE ERROR]", 4, 4 * kGood2},
+      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4},
+      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4}}},
+    {"extra=3",
+     {{true, kGood, 1, kGood0},
+      {true, kGood, 1, kGood0},
+      {true, kGood, 1, kGood2},
+      {true, kGood, 1, kGood3},
+      {true, kGood, 1, kGood4}}},
+    // The ninth byte is there after 69.5 ms: three polls.
+    {"trickle=5",
+     {{true, kGood, 1, kGood0 + 3 * kWholePoll},
+      {true, kGood, 1, kGood0 + 3 * kWholePoll},
+      {true, kGood, 1, kGood2},
+      {true, kGood, 1, kGood3},
+      {true, kGood, 1, kGood4}}},
+    // The first look behind the first wait finds the port gone, and no wait follows.
+    {"unplug=3",
+     {{false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirst},
+      {false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirst},
+      {false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirstLong},
+      {false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirstStations},
+      {false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirstStations}}},
+};
+
+TEST(Exchange, EveryFaultEndsAsItsModePaces) {
+  for (const FaultCase& c : kFaultCases) {
+    for (int mode = 0; mode < 5; ++mode) {
+      EXPECT_EQ(Try({.mode = mode}, c.fault), c.by_mode[mode]) << c.fault << " in mode " << mode;
+    }
+  }
+}
+
+TEST(Exchange, PacesByTheSpeedOfTheLine) {
+  const struct {
+    Setting setting;
+    const char* fault;
+    Outcome outcome;
+  } cases[] = {
+      {{.speed = "19200"}, "", {true, kGood, 1, 8 + 25 + 4}},
+      {{.speed = "38400"}, "", {true, kGood, 1, 4 + 25 + 3}},
+      {{.mode = 2, .speed = "19200"}, "", {true, kGood, 1, 8 + 25 + 4}},
+      {{.mode = 3, .speed = "38400"}, "", {true, kGood, 1, 4 + 155 + 3 + 201}},
+      {{.speed = "38400"}, "silence*ever", {false, kNoResponse, 4, 4 * (4 + 25 + 60 + 121 + 3)}},
+      {{.mode = 7}, "", {true, kGood, 1, kGood0}},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Try(c.setting, c.fault), c.outcome) << c.setting.speed << " in mode " << c.setting.mode;
+  }
+}
+
+TEST(Exchange, RetryNoLimitsTheCounterNotTheAttempts) {
+  const struct {
+    int retry;
+    int attempts[5];
+  } cases[] = {{0, {1, 1, 1, 1, 1}}, {3, {4, 1, 4, 1, 1}}, {4, {5, 1, 5, 1, 1}}, {5, {6, 1, 6, 2, 2}}};
+  constexpr int kNone[] = {kNone0, kNone0, kNone2, kNone3, kNone4};
+  for (const auto& c : cases) {
+    for (int mode = 0; mode < 5; ++mode) {
+      const int attempts = c.attempts[mode];
+      EXPECT_EQ(Try({.mode = mode, .retry = c.retry}, "silence*ever"),
+                (Outcome{false, kNoResponse, attempts, attempts * kNone[mode]}))
+          << c.retry << " retries in mode " << mode;
+    }
+  }
+  // The rest behind a good exchange of mode 3 is for the first attempt only.
+  EXPECT_EQ(Try({.mode = 3, .retry = 5}, "silence"), (Outcome{true, kNoResponse, 2, kNone3 + kGood4}));
+}
+
+TEST(Exchange, ExceptionsAreNamedByTheirCode) {
+  const std::pair<const char*, const char*> cases[] = {{"exception=1", "[FUNCTON CODE ERROR(01H)]"},
+                                                       {"exception=2", "[ADDRESS ERROR(02H)]"},
+                                                       {"exception=3", "[REGISTER COUNT ERROR(03H)]"},
+                                                       {"exception=4", "[UNKNOWN FUNCTION CODE ERROR]"}};
+  for (const auto& [fault, text] : cases) EXPECT_EQ(Try({.retry = 0}, fault).text, text);
+}
+
+TEST(Exchange, AnUnpluggedPortOpensAgainOnceItIsBack) {
+  TestApp t;
+  Open(t, "9600");
+  t.platform.Arm("unplug=3");
+  EXPECT_FALSE(ReadTwoWords(t, {}).result);
+  EXPECT_FALSE(t.app.state.PortIsOpen);
+  EXPECT_FALSE(t.app.platform.port.IsOpen());
+  EXPECT_FALSE(OpenPort(t.app));
+  t.platform.line.Plug(t.Time().NowMs() * 1000);
+  EXPECT_TRUE(OpenPort(t.app));
+  EXPECT_EQ(ReadTwoWords(t, {}), (Outcome{true, kGood, 1, kGood0}));
+}
+
+TEST(Exchange, AWriteThatTellsAnotherCountIsAGoodReplyWithABadEcho) {
+  TestApp t;
+  Open(t, "9600");
+  const std::uint8_t value[] = {0x00, 0x01};
+  for (const bool wrong : {false, true}) {
+    if (wrong) t.platform.Arm("wrong-echo");
+    Frame request = WriteRegistersRequest(1, 0x0004, value);
+    Frame reply = ReplyFor(request);
+    EXPECT_TRUE(SendReceive(t.app, request, reply));
+    EXPECT_EQ(EchoWordEqual(reply, 1), !wrong);
+  }
+  EXPECT_EQ(t.platform.TakeRequests().front(), "01 10 00 04 00 01 02 00 01 66 14");
+}
+
+}  // namespace
+}  // namespace vlt

@@ -1,0 +1,214 @@
+#include "pages/form4.h"
+
+#include "page_fixture.h"
+
+namespace vlt::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+Form4& Open(PageTest& page) { return page.Open<Form4>("Form4"); }
+
+// Where the registers of an output lie; "" where a shape has none.
+struct Output {
+  const char* channel;
+  const char* function;
+  const char* flow_direction;
+  const char* flow_high;
+  const char* flow_low;
+  const char* total;
+  const char* action;
+  const char* thermal_direction;
+  const char* thermal_high;
+  const char* thermal_low;
+  const char* thermal_total;
+};
+
+const Output kOutputs[] = {
+    {"04 A8", "00 5A", "00 5E", "00 60", "00 68", "00 70", "00 78", "04 30", "04 32", "04 3A", "04 42"},
+    {"04 AA", "00 7A", "00 7E", "00 80", "00 88", "00 90", "00 98", "04 4A", "04 4C", "04 54", "04 5C"},
+    {"04 AC", "00 9A", "00 9E", "00 A0", "00 A8", "00 B0", "00 B8", "04 64", "04 66", "04 6E", "04 76"},
+    {"04 AE", "04 10", "04 14", "04 16", "04 1E", "04 26", "04 2E", "04 7E", "04 80", "04 88", "04 90"},
+};
+
+std::string Word(const char* address, const char* value) {
+  return std::string("10 ") + address + " 00 01 02 " + value;
+}
+// 2.5 as a double.
+std::string Double(const char* address) {
+  return std::string("10 ") + address + " 00 04 08 40 04 00 00 00 00 00 00";
+}
+
+TEST(Form4, EachFunctionWritesItsOwnRegistersOnEveryOutput) {
+  PageTest test({"two paths", kFull, 1, 0});
+  Form4& page = Open(test);
+  page.SELECT_Check.Tick();
+  page.MODE_DO_1.Tick();
+  for (int output = 0; output < 4; ++output) {
+    SCOPED_TRACE(output);
+    const Output& at = kOutputs[output];
+    page.DigitalOutputSelect(output).Choose();
+    page.CH_Combo.Choose(1);
+    page.MODE_DO_1Combo.Choose(1);
+    const auto set = [&](int function) {
+      page.OUTPUT_DO_1Combo.Choose(function);
+      test.Requests();
+      page.SetParameter.Press();
+      Texts writes;
+      for (const std::string& request : test.Requests()) {
+        if (request.starts_with("10")) writes.push_back(request);
+      }
+      EXPECT_EQ(writes.at(0), Word(at.channel, "00 01"));
+      EXPECT_EQ(writes.back(), Word(at.action, "00 01"));
+      return Texts(writes.begin() + 1, writes.end() - 1);
+    };
+    EXPECT_EQ(set(3), Texts{Word(at.function, "00 03")});
+    page.OUTPUT_DO_1Combo.Choose(5);
+    page.optDO1FlowSWHigh.Choose();
+    page.DO1_RyuryoText(0).Type("2.5");
+    EXPECT_EQ(set(5),
+              (Texts{Word(at.function, "00 05"), Word(at.flow_direction, "00 00"), Double(at.flow_high)}));
+    page.optDO1FlowSWLow.Choose();
+    EXPECT_FALSE(page.DO1_RyuryoText(0).Enabled());
+    page.DO1_RyuryoText(1).Type("2.5");
+    EXPECT_EQ(set(5),
+              (Texts{Word(at.function, "00 05"), Word(at.flow_direction, "00 01"), Double(at.flow_low)}));
+    page.DO1_SekisanText.SetText("2.5");
+    EXPECT_EQ(set(6), (Texts{Word(at.function, "00 06"), Double(at.total)}));
+    page.OUTPUT_DO_1Combo.Choose(13);
+    page.optFLOW_SWITCH_T_LOW.Choose();
+    page.H_RyuryoText(1).Type("2.5");
+    EXPECT_EQ(set(13), (Texts{Word(at.function, "00 0D"), Word(at.thermal_direction, "00 01"),
+                              Double(at.thermal_low)}));
+    page.optFLOW_SWITCH_T_HIGH.Choose();
+    page.H_RyuryoText(0).Type("");
+    EXPECT_EQ(set(13), (Texts{Word(at.function, "00 0D"), Word(at.thermal_direction, "00 00")}));
+    page.H_TOTALText.SetText("2.5");
+    EXPECT_EQ(set(14), (Texts{Word(at.function, "00 0E"), Double(at.thermal_total)}));
+  }
+}
+
+TEST(Form4, ReadsByTheShapeOfTheMeter) {
+  struct Case {
+    Shape shape;
+    int output;
+    Texts expected;
+  };
+  const Texts units = {"03 00 02 00 01", "03 00 04 00 01", "03 00 40 00 01"};
+  const Texts heat = {"03 04 B6 00 01", "03 04 B8 00 01"};
+  const auto join = [](std::initializer_list<Texts> parts) {
+    Texts all;
+    for (const Texts& part : parts) all.insert(all.end(), part.begin(), part.end());
+    return all;
+  };
+  const Case cases[] = {
+      {{"single", kSingle, 0, 0}, 0, join({{"03 00 5A 00 20"}, units})},
+      {{"one path", kFull, 0, 0},
+       0,
+       join({{"03 04 A8 00 04", "03 00 5A 00 30"}, units, heat, {"03 04 30 00 34"}})},
+      {{"two pipes", kFull, 2, 1},
+       3,
+       join({{"03 04 A8 00 04", "03 04 10 00 10"}, units, heat, {"03 04 30 00 34"}})},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.shape.name);
+    PageTest test(c.shape);
+    Form4& page = Open(test);
+    EXPECT_EQ(page.DigitalOutputSelect(3).Enabled(), c.shape.specification == kFull);
+    page.DigitalOutputSelect(c.output).Choose();
+    for (int channel = 0; channel < 4; ++channel) {
+      if (c.shape.specification == kFull) test.meter().holding().PutWord(0x04A8 + 2 * channel, 0);
+    }
+    page.SELECT_Check.Tick();
+    test.Requests();
+    page.ReadParameter.Press();
+    EXPECT_EQ(test.Requests(), c.expected);
+    EXPECT_GE(page.OUTPUT_DO_1Combo.ListIndex(), 0);
+    EXPECT_GE(page.MODE_DO_1Combo.ListIndex(), 0);
+  }
+}
+
+TEST(Form4, ReadShowsThePartOfTheOutputAndLeavesTheOtherDirection) {
+  PageTest test({"one path", kFull, 0, 1});
+  Form4& page = Open(test);
+  auto& memory = test.meter().holding();
+  memory.PutWord(0x007A, 5);
+  memory.PutWord(0x007E, 1);
+  memory.PutDouble(0x0088, 12.3456789012);
+  memory.PutWord(0x0002, 0);  // velocity
+  memory.PutWord(0x04AA, 0);
+  page.DigitalOutputSelect(1).Choose();
+  page.SELECT_Check.Tick();
+  page.DO1_RyuryoText(0).SetText("kept");
+  page.ReadParameter.Press();
+  EXPECT_TRUE(page.optDO1FlowSWLow.Value());
+  EXPECT_EQ(page.DO1_RyuryoText(1).Text(), "12.345678");
+  EXPECT_EQ(page.DO1_RyuryoText(0).Text(), "kept");
+  EXPECT_TRUE(page.DO1_RyuryoText(1).Enabled());
+  EXPECT_EQ(page.LabelRyuryoUnit(1).Caption(), "[ft/s]");
+}
+
+TEST(Form4, FunctionsOfferedFollowShapeAndOutput) {
+  struct Case {
+    Shape shape;
+    int counts[4];
+  };
+  for (const Case& c : {Case{{"two paths", kFull, 1, 0}, {19, 20, 19, 19}},
+                        Case{{"two pipes", kFull, 2, 0}, {10, 10, 10, 10}},
+                        Case{{"single", kSingle, 0, 0}, {10, 10, 10, 10}}}) {
+    SCOPED_TRACE(c.shape.name);
+    PageTest test(c.shape);
+    Form4& page = Open(test);
+    for (int output = 0; output < 4; ++output) {
+      page.DigitalOutputSelect(output).Choose();
+      if (!page.DigitalOutputSelect(output).Value()) continue;  // not there on this meter
+      EXPECT_EQ(page.OUTPUT_DO_1Combo.Count(), c.counts[output]);
+    }
+  }
+  PageTest test({"two paths", kFull, 1, 0});
+  Form4& page = Open(test);
+  page.SELECT_Check.Tick();
+  page.OUTPUT_DO_1Combo.Choose(14);
+  test.app().state.PathMode = 2;
+  test.meter().holding().PutWord(0x03E8, 2);
+  page.Show();
+  EXPECT_EQ(page.OUTPUT_DO_1Combo.ListIndex(), -1) << "what is not offered any more is not selected";
+}
+
+TEST(Form4, DetailsFollowTheFunctionAndTheTick) {
+  PageTest test({"two paths", kFull, 1, 0});
+  Form4& page = Open(test);
+  page.SELECT_Check.Tick();
+  for (int i = 0; i < page.OUTPUT_DO_1Combo.Count(); ++i) {
+    page.OUTPUT_DO_1Combo.Choose(i);
+    EXPECT_EQ(page.DO1_AlarmCombo.Enabled(), i == 4) << i;
+    EXPECT_EQ(page.optDO1FlowSWHigh.Enabled(), i == 5) << i;
+    EXPECT_FALSE(page.DO1_RyuryoText(0).Enabled()) << "no option is set";
+    EXPECT_EQ(page.DO1_SekisanText.Enabled(), i == 6) << i;
+    EXPECT_EQ(page.optFLOW_SWITCH_T_LOW.Enabled(), i == 13) << i;
+    EXPECT_EQ(page.H_TOTALText.Enabled(), i == 14) << i;
+  }
+  page.SELECT_Check.Untick();
+  EXPECT_FALSE(page.H_TOTALText.Enabled());
+  EXPECT_FALSE(page.OUTPUT_DO_1Combo.Enabled());
+  EXPECT_FALSE(page.CH_Combo.Enabled());
+}
+
+TEST(Form4, FailureNamesTheFunction) {
+  PageTest test({"one path", kFull, 0, 0});
+  Form4& page = Open(test);
+  page.SELECT_Check.Tick();
+  page.OUTPUT_DO_1Combo.Choose(6);
+  page.DO1_SekisanText.Type("1");
+  test.test.platform.Arm("silence@005AH*4");
+  test.test.platform.Arm("silence@0070H*4");
+  test.dialogs().Answer(MessageAnswer::kOk);
+  test.dialogs().Answer(MessageAnswer::kCancel);
+  page.SetParameter.Press();
+  EXPECT_EQ(test.dialogs().TakeTexts(),
+            (Texts{"OUT :Data has not been set up\nDoes it continue?",
+                   "TOTAL SWITCH  :Data has not been set up\nDoes it continue?"}));
+}
+
+}  // namespace
+}  // namespace vlt::test

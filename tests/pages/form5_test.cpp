@@ -1,0 +1,157 @@
+#include "pages/form5.h"
+
+#include "page_fixture.h"
+
+namespace vlt::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+Form5& Open(PageTest& page) { return page.Open<Form5>("Form5"); }
+
+const Shape kShapes[] = {{"single", kSingle, 0, 0},
+                         {"one path", kFull, 0, 0},
+                         {"two paths", kFull, 1, 1},
+                         {"two pipes", kFull, 2, 0}};
+
+TEST(Form5, ReadAsksChannelsOnlyOfAFullModel) {
+  for (const Shape& shape : kShapes) {
+    SCOPED_TRACE(shape.name);
+    PageTest test(shape);
+    Form5& page = Open(test);
+    page.chkCheck.Tick();
+    page.ReadParameter.Press();
+    Texts expected = {"03 00 C0 00 06"};
+    if (shape.specification == kFull) expected.push_back("03 04 B0 00 02");
+    EXPECT_EQ(test.Requests(), expected);
+    EXPECT_EQ(page.CHCombo1.Enabled(), shape.specification == kFull);
+    EXPECT_GE(page.Selection1Combo.ListIndex(), 0);
+    EXPECT_EQ(test.test.StatusText(), "Reading of display was completed ");
+  }
+}
+
+TEST(Form5, WritesBothRowsAndTheBacklightInOrder) {
+  PageTest test;
+  Form5& page = Open(test);
+  page.chkCheck.Tick();
+  page.CHCombo1.Choose(2);  // CH3 of two pipes: the list begins with FLOW RATE, which is code 1
+  ASSERT_EQ(page.Selection1Combo.Items().front(), "FLOW RATE");
+  ASSERT_EQ(page.Selection1Combo.Count(), 6);
+  page.Selection1Combo.Choose(0);
+  page.Flow_Unit1Combo.Choose(3);
+  page.CHCombo2.Choose(0);
+  page.Selection2Combo.Choose(0);  // VELOCITY: has no decimal point of its own
+  page.optLCD(1).Choose();
+  page.cmbLCD_Time.Choose(15);
+  page.SetParameter.Press();
+  EXPECT_EQ(test.Requests(),
+            (Texts{"10 04 B0 00 01 02 00 02", "10 00 C0 00 01 02 00 01", "10 00 C2 00 01 02 00 03",
+                   "10 04 B2 00 01 02 00 00", "10 00 C4 00 01 02 00 00", "10 00 C8 00 02 04 00 01 00 0F",
+                   "03 00 C0 00 06", "03 04 B0 00 02"}));
+  EXPECT_EQ(page.Selection1Combo.Text(), "FLOW RATE");
+  EXPECT_EQ(page.cmbLCD_Time.ListIndex(), 15);
+}
+
+TEST(Form5, BacklightWritesOnlyWhatIsWhole) {
+  PageTest test({"one path", kFull, 0, 0});
+  Form5& page = Open(test);
+  page.LCD_Check.Tick();
+  page.SetParameter.Press();
+  EXPECT_EQ(test.Requests().front(), "03 00 C0 00 06") << "neither option: only the read-back";
+  page.optLCD(1).Choose();
+  page.cmbLCD_Time.SetListIndex(-1);
+  page.SetParameter.Press();
+  EXPECT_EQ(test.Requests().front(), "03 00 C0 00 06") << "no time: only the read-back";
+  page.optLCD(0).Choose();
+  EXPECT_FALSE(page.cmbLCD_Time.Enabled());
+  page.SetParameter.Press();
+  EXPECT_EQ(test.Requests().front(), "10 00 C8 00 01 02 00 00");
+  page.LCD_Check.Untick();
+  EXPECT_FALSE(page.optLCD(0).Enabled());
+
+  test.meter().holding().PutWord(0x00C8, 7);
+  test.meter().holding().PutWord(0x00CA, 250);
+  page.LCD_Check.Tick();
+  page.ReadParameter.Press();
+  EXPECT_FALSE(page.optLCD(0).Value() || page.optLCD(1).Value());
+  EXPECT_EQ(page.cmbLCD_Time.ListIndex(), -1);
+}
+
+TEST(Form5, SelectionListFollowsTheChannelAndKeepsTheItem) {
+  struct Case {
+    Shape shape;
+    int channel;
+    int first;
+    int count;
+  };
+  const Case cases[] = {{kShapes[0], -1, 0, 7}, {kShapes[1], 0, 0, 16}, {kShapes[2], 2, 0, 16},
+                        {kShapes[3], 0, 0, 7},  {kShapes[3], 1, 0, 7},  {kShapes[3], 2, 1, 6}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.shape.name) + " channel " + std::to_string(c.channel));
+    PageTest test(c.shape);
+    Form5& page = Open(test);
+    page.Selection1.Tick();
+    if (c.channel >= 0) page.CHCombo1.Choose(c.channel);
+    ASSERT_EQ(page.Selection1Combo.Count(), c.count);
+    page.Flow_Unit1.SetValue(1);  // a tick stays on a disabled box
+    for (int i = 0; i < c.count; ++i) {
+      page.Selection1Combo.Choose(i);
+      EXPECT_EQ(page.Flow_Unit1.Enabled(), i + c.first == 1) << i;
+      EXPECT_EQ(page.Flow_Unit1Combo.Enabled(), i + c.first == 1) << i;
+    }
+  }
+
+  PageTest test;
+  Form5& page = Open(test);
+  page.Selection1.Tick();
+  page.CHCombo1.Choose(0);
+  page.Selection1Combo.Choose(5);  // -TOTAL(ACTUAL)
+  page.CHCombo1.Choose(2);
+  EXPECT_EQ(page.Selection1Combo.Text(), "-TOTAL(ACTUAL)");
+  page.CHCombo1.Choose(0);
+  EXPECT_EQ(page.Selection1Combo.ListIndex(), 5);
+  page.Selection1Combo.Choose(0);  // VELOCITY is not there on CH3
+  page.CHCombo1.Choose(2);
+  EXPECT_EQ(page.Selection1Combo.ListIndex(), 0);
+  // What the meter reports on CH3 outside the list selects nothing.
+  test.meter().holding().PutWord(0x04B0, 2);
+  test.meter().holding().PutWord(0x00C0, 0);
+  page.ReadParameter.Press();
+  EXPECT_EQ(page.Selection1Combo.ListIndex(), -1);
+}
+
+TEST(Form5, FailureNamesTheRow) {
+  PageTest test({"one path", kFull, 0, 0});
+  Form5& page = Open(test);
+  page.Selection2.Tick();
+  page.CHCombo2.Choose(0);
+  page.Selection2Combo.Choose(1);
+  page.Flow_Unit2.Tick();
+  page.Flow_Unit2Combo.Choose(0);
+  test.test.platform.Arm("exception=3@00C6H*4");
+  test.dialogs().Answer(MessageAnswer::kCancel);
+  page.SetParameter.Press();
+  EXPECT_EQ(test.dialogs().TakeTexts(),
+            Texts{"DISPLAY 2 DECIMAL POINT :Data has not been set up\nDoes it continue?"});
+}
+
+TEST(Form5, SlotsKeepTheChannelAsTextAndTheBacklightAsDigit) {
+  PageTest test;
+  Form5& page = Open(test);
+  page.chkCheck.Tick();
+  page.CHCombo1.Choose(2);
+  page.Selection1Combo.Choose(0);
+  page.optLCD(1).Choose();
+  ASSERT_TRUE(test.app().windows.Unload("Form5"));
+  EXPECT_EQ(test.app().slots.At("DISPLAY", "DISPLAY1_SELECT_CH"), "CH3");
+  EXPECT_EQ(test.app().slots.At("DISPLAY", "DISPLAY2_SELECT_CH"), "");
+  EXPECT_EQ(test.app().slots.At("DISPLAY", "LCD_BACKLIGHT_MODE"), "1");
+  EXPECT_EQ(test.app().slots.At("DISPLAY", "LCD_BACKLIGHT_TIME"), "-1");
+  Form5& again = Open(test);
+  EXPECT_EQ(again.CHCombo1.Text(), "CH3");
+  EXPECT_EQ(again.Selection1Combo.Text(), "FLOW RATE");
+  EXPECT_TRUE(again.optLCD(1).Value());
+}
+
+}  // namespace
+}  // namespace vlt::test
