@@ -265,6 +265,10 @@ void Builder::AddNavigation(const LayoutItem& item) {
 void Builder::AddPageArea() {
   built_.page_area = new QStackedWidget(Top().parent);
   Top().parent->setMaximumWidth(QWIDGETSIZE_MAX);
+  built_.page_title = new QLabel(Top().parent);
+  built_.page_title->setObjectName("pageTitle");
+  built_.page_title->setTextFormat(Qt::PlainText);
+  Top().flow->addWidget(built_.page_title);
   Top().flow->addWidget(built_.page_area, 1);
   Top().filled = true;
 }

@@ -11,6 +11,7 @@ namespace vlt {
 namespace {
 
 constexpr double kBaseSize = 9.5;
+constexpr double kHeadingSize = 12;
 constexpr double kTitleSize = 17;
 constexpr int kLargestCaption = 12;  // sizes up to here are captions
 
@@ -68,6 +69,13 @@ QFont DesktopFont(const Font& font) {
 
 QFont TitleFont(QFont font) {
   font.setPointSizeF(kTitleSize);
+  font.setBold(true);
+  return font;
+}
+
+QFont HeadingFont() {
+  QFont font = BaseFont();
+  font.setPointSizeF(kHeadingSize);
   font.setBold(true);
   return font;
 }
