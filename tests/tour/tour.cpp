@@ -1,5 +1,6 @@
 #include "tour/tour.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QMainWindow>
@@ -67,8 +68,7 @@ void Tour::ClickAndAnswer(const std::string& form, const std::string& button, co
 void Tour::Picture(const std::string& form, const std::string& name) {
   QWidget& window = *hands_.Window(form).window();
   if (auto* frame = qobject_cast<QMainWindow*>(&window)) frame->resize(kScreen);
-  // Lets the layout settle.
-  WaitFor([] { return false; }, 30);
+  QCoreApplication::processEvents();  // the layout settles
   Keep(window, ToQt(name));
 }
 
