@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QTimer>
 #include <cstdio>
 #include <vector>
 
@@ -18,7 +19,8 @@ using vlt::test::Tour;
 
 std::vector<Step> AllSteps() {
   std::vector<Step> all;
-  for (const auto steps : {vlt::test::StartSteps(), vlt::test::ProcessSteps(), vlt::test::EndSteps()}) {
+  for (const auto steps : {vlt::test::StartSteps(), vlt::test::ProcessSteps(), vlt::test::PageSteps(),
+                           vlt::test::EndSteps()}) {
     all.insert(all.end(), steps.begin(), steps.end());
   }
   return all;
@@ -65,7 +67,11 @@ int main(int argc, char** argv) {
   QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   vlt::DressApplication();
   for (int lang_flag : {1, 0}) {
-    if (!Walk(lang_flag, options.value(dir), pictures)) return 1;
+    // Inside the application's loop, which the program's end ends.
+    QTimer::singleShot(0, &application, [&, lang_flag] {
+      QApplication::exit(Walk(lang_flag, options.value(dir), pictures) ? 0 : 1);
+    });
+    if (QApplication::exec() != 0) return 1;
   }
   std::printf("pictures in %s\n", vlt::FromQt(pictures).c_str());
   return 0;
