@@ -20,7 +20,7 @@ namespace {
 constexpr int kMargin = 10;
 constexpr int kGap = 8;
 constexpr int kRowGap = 5;
-constexpr int kEntryWidth = 130;
+constexpr int kEntryWidth = 100;
 constexpr int kNarrowEntryWidth = 72;  // in rows with an entry for each channel
 constexpr int kSimpleRow = 3;          // cells of a row with one entry
 constexpr int kUnitWidth = 58;
@@ -53,7 +53,7 @@ void AlignColumns(const AlignedGrids& grids) {
       if (columns != 1) continue;
       if (static_cast<int>(widths.size()) <= column) widths.resize(static_cast<std::size_t>(column) + 1);
       int& width = widths[static_cast<std::size_t>(column)];
-      width = std::max(width, grid->itemAt(i)->sizeHint().width());
+      width = std::max(width, grid->itemAt(i)->minimumSize().width());
     }
   }
   for (QGridLayout* grid : grids) {
