@@ -35,6 +35,11 @@ void Depend(CheckBox& box, Control& entry, bool on) {
 }
 
 int AskChannelConfig(App& app, Form& page) {
+  // While another operation holds the meter, what it said last counts.
+  if (app.state.UiLocked) {
+    if (app.state.SpecClass != 0) return app.state.SpecClass == 1 ? 1 : -1;
+    return app.state.PathMode + 1;
+  }
   FormLock(app, page, 0);
   app.windows.SetMousePointer(kHourglassPointer);
   const int config = GetChannelConfig(app);

@@ -135,7 +135,8 @@ void CheckNumber(App& app, TextBox& box);
 // Switches a dependent parameter: its box, and its entry while the box is ticked.
 void Depend(CheckBox& box, Control& entry, bool on);
 
-// Runs GetChannelConfig under the lock of `page` with the hourglass; the result is its result.
+// Runs GetChannelConfig under the lock of `page` with the hourglass; the result is its result. While the
+// interface is locked already (a run is on), nothing is asked and the facts of the last query are taken.
 int AskChannelConfig(App& app, Form& page);
 
 }  // namespace vlt

@@ -227,8 +227,7 @@ TEST(MeasureCycle, MeasuresAMeterThatComesBackWithoutANewStart) {
 class Interrupted {
  public:
   Interrupted() : test({.meter = {.specification = 182}, .frame = false}) {
-    RegisterShellWindows(app());
-    RegisterLiveWindows(app());
+    RegisterAllWindows(app());
     app().windows.Load("MDIForm1");
     test.app.windows.Run([&] { MainWindow(app()).Command7.Press(); });
     test.app.state.RetryNo = 0;
@@ -278,7 +277,7 @@ class Interrupted {
 constexpr std::int64_t kStartAndTwoCyclesMs = 3600;
 
 TEST(MeasureInterrupted, StopWaitsForTheRunningExchanges) {
-  for (std::int64_t at = 0; at < kStartAndTwoCyclesMs && !::testing::Test::HasFailure(); at += 5) {
+  for (std::int64_t at = 0; at < kStartAndTwoCyclesMs && !::testing::Test::HasFailure(); at += 7) {
     SCOPED_TRACE(at);
     Interrupted t;
     t.Run(at, [&](Interrupted& i) {
@@ -291,7 +290,7 @@ TEST(MeasureInterrupted, StopWaitsForTheRunningExchanges) {
 }
 
 TEST(MeasureInterrupted, UnloadLetsTheRunningExchangesEndAndReleasesTheProgram) {
-  for (std::int64_t at = 0; at < kStartAndTwoCyclesMs && !::testing::Test::HasFailure(); at += 5) {
+  for (std::int64_t at = 0; at < kStartAndTwoCyclesMs && !::testing::Test::HasFailure(); at += 7) {
     SCOPED_TRACE(at);
     Interrupted t;
     t.Run(at, [&](Interrupted& i) {
@@ -326,6 +325,21 @@ TEST(MeasureInterrupted, TheMainWindowStaysOpenUntilTheRunIsStopped) {
     t.test.Time().RunFor(3000);
     t.CheckLine();
     EXPECT_FALSE(t.app().state.UiLocked);
+  }
+}
+
+// Pages may be opened beside a run; none of them may take the meter or give the lock away.
+TEST(MeasureInterrupted, PagesOpenedMeanwhileLeaveTheMeterAlone) {
+  const auto buttons = MDIForm1::PageButtons();
+  for (std::size_t i = 0; i < buttons.size(); ++i) {
+    SCOPED_TRACE(buttons[i].page);
+    Interrupted t;
+    t.Run(3010, [&](Interrupted& run) {
+      (MainWindow(run.app()).*buttons[i].button).Press();
+      EXPECT_TRUE(run.app().state.UiLocked);
+    });
+    EXPECT_EQ(t.page()->Running, 1);
+    t.CheckLine();
   }
 }
 
