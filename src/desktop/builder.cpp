@@ -115,8 +115,8 @@ void Builder::OpenColumn() {
 }
 
 void Builder::OpenGroup(const LayoutItem& item) {
-  QWidget* box = item.text_id != 0 ? new QGroupBox(text_(item.text_id), Top().parent) : Make(item.names[0]);
-  if (box == nullptr) box = new QGroupBox(Top().parent);
+  QWidget* box = item.names[0].empty() ? nullptr : Make(item.names[0]);
+  if (box == nullptr) box = new QGroupBox(item.text_id != 0 ? text_(item.text_id) : QString(), Top().parent);
   Open next{LayoutKind::kGroup, box, NewFlow(box, kGap)};
   next.aligned = Top().aligned;
   Top().flow->addWidget(box);

@@ -202,7 +202,8 @@ void FormView::Place(QWidget& window) {
   }
   // What its controls hold decides how large it is.
   context_.bind.refresh.Flush();
-  window.layout()->setSizeConstraint(QLayout::SetFixedSize);
+  const bool splash = window.windowFlags().testFlag(Qt::FramelessWindowHint);
+  if (!splash) window.layout()->setSizeConstraint(QLayout::SetFixedSize);
   window.adjustSize();
   const QWidget* frame = context_.frame();
   PutInTheMiddle(window, frame);

@@ -14,7 +14,7 @@ namespace vlt {
 enum class LayoutKind : unsigned char {
   kColumns,      // flows side by side; each begins with kColumn, kEnd ends them all
   kColumn,       //
-  kGroup,        // a box with a title: of a frame control, or a text id
+  kGroup,        // a box with a title: of a frame control, or a text id, or none
   kTabs,         // pages of a tab control; each begins with kTab, kEnd ends them all
   kTab,          //
   kEnd,          //
@@ -47,6 +47,7 @@ constexpr LayoutItem Columns() { return {LayoutKind::kColumns}; }
 constexpr LayoutItem Column() { return {LayoutKind::kColumn}; }
 constexpr LayoutItem Group(const char* frame) { return MakeItem(LayoutKind::kGroup, frame); }
 constexpr LayoutItem TitledGroup(int text_id) { return {LayoutKind::kGroup, {}, text_id}; }
+constexpr LayoutItem Box() { return {LayoutKind::kGroup}; }
 constexpr LayoutItem Tabs(const char* control) { return MakeItem(LayoutKind::kTabs, control); }
 constexpr LayoutItem Tab() { return {LayoutKind::kTab}; }
 constexpr LayoutItem End() { return {LayoutKind::kEnd}; }

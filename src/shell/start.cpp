@@ -50,6 +50,7 @@ void RegisterAllWindows(App& app) {
   RegisterShellWindows(app);
   RegisterPages(app);
   RegisterLiveWindows(app);
+  RegisterLiveWindows(app);
 }
 
 StartResult StartUp(App& app) {
