@@ -21,7 +21,7 @@ constexpr Maker kMakers[] = {
     {ControlKind::kFrame, BindFrameBox},          {ControlKind::kStatusBar, BindStatusBar},
     {ControlKind::kProgressBar, BindProgressBar}, {ControlKind::kTab, BindTabControl},
     {ControlKind::kUpDown, BindUpDown},           {ControlKind::kGrid, BindGrid},
-    {ControlKind::kPicture, BindPicture},
+    {ControlKind::kChart, BindChart},             {ControlKind::kPicture, BindPicture},
 };
 
 // A widget that was never hidden is left for its parent to show.

@@ -20,8 +20,10 @@ namespace {
 constexpr int kMargin = 10;
 constexpr int kGap = 8;
 constexpr int kRowGap = 5;
+constexpr int kCellGap = 4;
 constexpr int kEntryWidth = 130;
 constexpr int kUnitWidth = 58;
+constexpr int kCellWidth = 84;
 constexpr int kButtonWidth = 96;
 constexpr int kNavigationWidth = 168;
 constexpr int kNavigationHeight = 38;
@@ -72,21 +74,37 @@ BuiltWindow Builder::Build(std::span<const LayoutItem> items, QWidget* root) {
 }
 
 void Builder::Add(const LayoutItem& item) {
-  if (item.kind != LayoutKind::kRow) Top().grid = nullptr;
+  if (item.kind != LayoutKind::kRow && item.kind != LayoutKind::kCells) Top().grid = nullptr;
   switch (item.kind) {
-    case LayoutKind::kColumns: return OpenColumns();
-    case LayoutKind::kColumn: return OpenColumn();
-    case LayoutKind::kGroup: return OpenGroup(item);
-    case LayoutKind::kTabs: return OpenTabs(item);
-    case LayoutKind::kTab: return OpenTab();
-    case LayoutKind::kEnd: return Close();
-    case LayoutKind::kRow: return AddRow(item);
-    case LayoutKind::kStrip: return AddStrip(item);
-    case LayoutKind::kWide: return AddWide(item);
-    case LayoutKind::kSpace: return AddSpace();
-    case LayoutKind::kNavigation: return AddNavigation(item);
-    case LayoutKind::kPageArea: return AddPageArea();
-    case LayoutKind::kBackdrop: return SetBackdrop(item);
+    case LayoutKind::kColumns:
+      return OpenColumns();
+    case LayoutKind::kColumn:
+      return OpenColumn(1);
+    case LayoutKind::kSide:
+      return OpenColumn(0);
+    case LayoutKind::kGroup:
+      return OpenGroup(item);
+    case LayoutKind::kTabs:
+      return OpenTabs(item);
+    case LayoutKind::kTab:
+      return OpenTab();
+    case LayoutKind::kEnd:
+      return Close();
+    case LayoutKind::kRow:
+    case LayoutKind::kCells:
+      return AddRow(item);
+    case LayoutKind::kStrip:
+      return AddStrip(item);
+    case LayoutKind::kWide:
+      return AddWide(item);
+    case LayoutKind::kSpace:
+      return AddSpace();
+    case LayoutKind::kNavigation:
+      return AddNavigation(item);
+    case LayoutKind::kPageArea:
+      return AddPageArea();
+    case LayoutKind::kBackdrop:
+      return SetBackdrop(item);
   }
 }
 
@@ -103,14 +121,14 @@ void Builder::OpenColumns() {
   open_.push_back(next);
 }
 
-void Builder::OpenColumn() {
+void Builder::OpenColumn(int stretch) {
   if (Top().kind == LayoutKind::kColumn) CloseColumn();
   Open next{LayoutKind::kColumn};
   next.parent = new QWidget(Top().parent);
   next.parent->setMaximumWidth(kColumnWidth);
   next.flow = NewFlow(next.parent, 0);
   next.aligned = NewAlignment();
-  Top().columns->addWidget(next.parent, 1);
+  Top().columns->addWidget(next.parent, stretch);
   open_.push_back(next);
 }
 
@@ -192,7 +210,13 @@ void Builder::AddRow(const LayoutItem& item) {
     ControlKind kind{};
     const std::string_view name = item.names[static_cast<std::size_t>(column)];
     if (name.empty()) continue;
-    if (QWidget* widget = Make(name, &kind)) Place(widget, kind, grid, row, column, column + 1 == count);
+    QWidget* widget = Make(name, &kind);
+    if (widget == nullptr) continue;
+    if (item.kind == LayoutKind::kCells) {
+      PlaceCell(widget, kind, grid, row, column);
+    } else {
+      Place(widget, kind, grid, row, column, column + 1 == count);
+    }
   }
 }
 
@@ -211,6 +235,16 @@ void Builder::Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int ro
   if (column > 1 && kind == ControlKind::kLabel) widget->setMinimumWidth(kUnitWidth);
   grid->addWidget(widget, row, column);
   if (column == 1) grid->setColumnStretch(column, 1);
+}
+
+void Builder::PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column) {
+  grid->setHorizontalSpacing(kCellGap);
+  grid->addWidget(widget, row, column);
+  if (kind != ControlKind::kTextBox) return;
+  static_cast<QLineEdit*>(widget)->setAlignment(Qt::AlignRight);
+  widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  widget->setMinimumWidth(kCellWidth);
+  grid->setColumnStretch(column, 1);
 }
 
 void Builder::AddStrip(const LayoutItem& item) {
@@ -233,6 +267,11 @@ void Builder::AddStrip(const LayoutItem& item) {
 
 void Builder::AddWide(const LayoutItem& item) {
   if (QWidget* widget = Make(item.names[0])) Top().flow->addWidget(widget, 1);
+  if (Top().kind == LayoutKind::kColumn && open_.size() > 2) {
+    // The columns around it take the room that is left.
+    Top().parent->setMaximumWidth(QWIDGETSIZE_MAX);
+    open_[open_.size() - 3].flow->setStretchFactor(open_[open_.size() - 2].columns, 1);
+  }
   Top().filled = true;
 }
 

@@ -33,7 +33,7 @@ QWidget* MakeEmptyPage(QWidget* parent) {
 
 Desktop::Desktop(Windows& windows, Texts texts, Layouts layouts)
     : windows_(windows),
-      context_{{refresh_, gate_},
+      context_{{refresh_, gate_, texts},
                std::move(layouts),
                std::move(texts),
                [this](const std::string& form) { Close(form); },

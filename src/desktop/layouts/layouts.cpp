@@ -5,7 +5,8 @@ namespace {
 
 constexpr const WindowLayout* kLayouts[] = {
     &kMDIForm1Layout, &kSplashLayout,   &kSplashT305Layout, &kSplashK410Layout,
-    &kFrmMssgLayout,  &kFrmAboutLayout, &kFrmWaitLayout,    &kForm4Layout, &kForm5Layout, &kForm10Layout,
+    &kFrmMssgLayout,  &kFrmAboutLayout, &kFrmWaitLayout,    &kForm4Layout,
+    &kForm5Layout,    &kForm8Layout,    &kForm9Layout,      &kForm10Layout,
 };
 
 }  // namespace

@@ -15,5 +15,7 @@ extern const WindowLayout kFrmWaitLayout;
 extern const WindowLayout kForm4Layout;
 extern const WindowLayout kForm5Layout;
 extern const WindowLayout kForm10Layout;
+extern const WindowLayout kForm8Layout;
+extern const WindowLayout kForm9Layout;
 
 }  // namespace vlt
