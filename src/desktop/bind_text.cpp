@@ -34,11 +34,10 @@ class TextBoxBinding : public Binding {
  public:
   TextBoxBinding(TextBox& box, BindContext& context, QWidget* parent)
       : Binding(box, context, new Entry(parent)), box_(box), marks_(box.SelectAllCount()) {
-    connect(View(), &QLineEdit::textEdited, this,
-            [this](const QString& text) {
-              marked_ = false;
-              Gesture([&] { box_.Type(FromQt(text)); });
-            });
+    connect(View(), &QLineEdit::textEdited, this, [this](const QString& text) {
+      marked_ = false;
+      Gesture([&] { box_.Type(FromQt(text)); });
+    });
     connect(View(), &QLineEdit::returnPressed, this, [this] { Check(); });
     View()->entered = [this](Qt::FocusReason reason) { MarkAgain(reason); };
     View()->left = [this](Qt::FocusReason reason) {

@@ -61,7 +61,7 @@ class Builder {
 
   void Add(const LayoutItem& item);
   void OpenColumns();
-  void OpenColumn();
+  void OpenColumn(int stretch);
   void OpenGroup(const LayoutItem& item);
   void OpenTabs(const LayoutItem& item);
   void OpenTab();
@@ -80,6 +80,7 @@ class Builder {
   QWidget* Make(std::string_view name, ControlKind* kind = nullptr);
   void Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column, bool last);
   Open& Top() { return open_.back(); }
+  void PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column);
   std::size_t NewAlignment();
 
   Form& form_;

@@ -25,15 +25,19 @@ constexpr int kSmallestDialog = 280;
 WindowStyle StyleOf(const Form& form, const WindowLayout* layout) {
   if (layout != nullptr) return layout->style;
   switch (form.Place()) {
-    case FormPlace::kPage: return WindowStyle::kPage;
-    case FormPlace::kFrame: return WindowStyle::kFrame;
-    default: return WindowStyle::kDialog;
+    case FormPlace::kPage:
+      return WindowStyle::kPage;
+    case FormPlace::kFrame:
+      return WindowStyle::kFrame;
+    default:
+      return WindowStyle::kDialog;
   }
 }
 
 void PutInTheMiddle(QWidget& window, const QWidget* over) {
-  const QRect place = over != nullptr && over->isVisible() ? over->frameGeometry()
-                                                           : QGuiApplication::primaryScreen()->availableGeometry();
+  const QRect place = over != nullptr && over->isVisible()
+                          ? over->frameGeometry()
+                          : QGuiApplication::primaryScreen()->availableGeometry();
   QRect frame = window.frameGeometry();
   frame.moveCenter(place.center());
   window.move(frame.topLeft());

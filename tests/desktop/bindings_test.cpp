@@ -79,8 +79,8 @@ TEST_F(BindingTest, GesturesReachTheControls) {
   EXPECT_EQ(bench->tabs.Tab(), 1);
   QTest::mouseClick(Widget<QWidget>("updown").findChild<QToolButton*>("up"), Qt::LeftButton);
   QTest::mouseClick(Widget<QWidget>("updown").findChild<QToolButton*>("down"), Qt::LeftButton);
-  EXPECT_EQ(bench->log, (Log{"check", "option", "text 7", "text 7.", "text 7.5", "combo blue", "button", "tab",
-                             "up", "down"}));
+  EXPECT_EQ(bench->log, (Log{"check", "option", "text 7", "text 7.", "text 7.5", "combo blue", "button",
+                             "tab", "up", "down"}));
 }
 
 TEST_F(BindingTest, ControlsShowOnTheWidgets) {

@@ -60,12 +60,11 @@ TEST_P(MessageBoxTest, Answers) {
   EXPECT_EQ(answer, GetParam().answer);
 }
 
-INSTANTIATE_TEST_SUITE_P(Boxes, MessageBoxTest, testing::ValuesIn(kBoxes),
-                         [](const auto& tested) {
-                           std::string name = tested.param.name;
-                           std::replace(name.begin(), name.end(), ' ', '_');
-                           return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Boxes, MessageBoxTest, testing::ValuesIn(kBoxes), [](const auto& tested) {
+  std::string name = tested.param.name;
+  std::replace(name.begin(), name.end(), ' ', '_');
+  return name;
+});
 
 TEST(FileDialogs, OpenSaveAndCancel) {
   QTemporaryDir folder;

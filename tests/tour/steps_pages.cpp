@@ -40,7 +40,7 @@ void Measure(Tour& tour) {
 
 constexpr Step kSteps[] = {
     {"range is read", Range},     {"total is read", Total}, {"status is read", Status},
-    {"display is read", Display}, {"RAS is read", Ras},   {"measure opens", Measure},
+    {"display is read", Display}, {"RAS is read", Ras},     {"measure opens", Measure},
 };
 
 }  // namespace

@@ -22,8 +22,9 @@ class Screen {
       : host(FromQt(folder.path()), {}),
         machine(host.With(dialogs)),
         windows(machine),
-        desktop(windows, [](int id) { return QString("text %1").arg(id); },
-                [this](std::string_view form) { return Layout(form); }),
+        desktop(
+            windows, [](int id) { return QString("text %1").arg(id); },
+            [this](std::string_view form) { return Layout(form); }),
         hands(desktop) {}
 
   ~Screen() {
