@@ -13,6 +13,7 @@ namespace vlt {
 namespace {
 
 constexpr int kUnitsPerPixel = 15;  // of a grid's widths
+constexpr int kNarrowColumn = 1200;  // a mark or a digit, not a text
 constexpr int kPanelMargin = 6;  // between the frame of a panel and its text
 
 // Row 0 of the control is the head of the table.
@@ -48,7 +49,13 @@ class GridBinding : public Binding {
       const int width = grid_.ColumnWidth(column);
       View()->setColumnHidden(column, width == 0);
       if (width > 0) View()->setColumnWidth(column, width / kUnitsPerPixel);
+      AlignColumn(column, width < kNarrowColumn ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);
     }
+  }
+
+  void AlignColumn(int column, Qt::Alignment alignment) {
+    View()->horizontalHeaderItem(column)->setTextAlignment(alignment);
+    for (int row = 0; row < View()->rowCount(); ++row) View()->item(row, column)->setTextAlignment(alignment);
   }
   Grid& grid_;
 };

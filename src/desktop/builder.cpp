@@ -22,6 +22,8 @@ constexpr int kGap = 8;
 constexpr int kRowGap = 5;
 constexpr int kCellGap = 4;
 constexpr int kEntryWidth = 130;
+constexpr int kNarrowEntryWidth = 72;  // in rows with an entry for each channel
+constexpr int kSimpleRow = 3;          // cells of a row with one entry
 constexpr int kUnitWidth = 58;
 constexpr int kCellWidth = 84;
 constexpr int kButtonWidth = 96;
@@ -29,6 +31,7 @@ constexpr int kNavigationWidth = 168;
 constexpr int kNavigationHeight = 38;
 constexpr int kColumnWidth = 620;  // wider columns would tear captions and entries apart
 constexpr std::string_view kStretch = ">";
+constexpr char kTitleMark = '*';
 
 QVBoxLayout* NewFlow(QWidget* parent, int margin) {
   auto* flow = new QVBoxLayout(parent);
@@ -214,9 +217,12 @@ void Builder::AddRow(const LayoutItem& item) {
     if (widget == nullptr) continue;
     if (item.kind == LayoutKind::kCells) {
       PlaceCell(widget, kind, grid, row, column);
-    } else {
-      Place(widget, kind, grid, row, column, column + 1 == count);
+      continue;
     }
+    if (kind == ControlKind::kTextBox) {
+      widget->setMinimumWidth(count > kSimpleRow ? kNarrowEntryWidth : kEntryWidth);
+    }
+    Place(widget, kind, grid, row, column, column + 1 == count);
   }
 }
 
@@ -225,16 +231,16 @@ void Builder::Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int ro
     // A list has no unit and takes that room too.
     widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     widget->setMinimumWidth(kEntryWidth);
+    grid->setColumnStretch(column, 1);
     grid->addWidget(widget, row, column, 1, last ? -1 : 1);
     return;
   }
   if (kind == ControlKind::kTextBox) {
     static_cast<QLineEdit*>(widget)->setAlignment(Qt::AlignRight);
-    widget->setMinimumWidth(kEntryWidth);
+    grid->setColumnStretch(column, 1);
   }
   if (column > 1 && kind == ControlKind::kLabel) widget->setMinimumWidth(kUnitWidth);
   grid->addWidget(widget, row, column);
-  if (column == 1) grid->setColumnStretch(column, 1);
 }
 
 void Builder::PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column) {
@@ -258,8 +264,10 @@ void Builder::AddStrip(const LayoutItem& item) {
       continue;
     }
     ControlKind kind{};
-    QWidget* widget = Make(name, &kind);
+    const bool title = name.front() == kTitleMark;
+    QWidget* widget = Make(title ? name.substr(1) : name, &kind);
     if (widget == nullptr) continue;
+    if (title) built_.bindings.back()->MakeTitle();
     if (kind == ControlKind::kPushButton) widget->setMinimumWidth(kButtonWidth);
     strip->addWidget(widget);
   }
@@ -294,6 +302,10 @@ void Builder::AddNavigation(const LayoutItem& item) {
 void Builder::AddPageArea() {
   built_.page_area = new QStackedWidget(Top().parent);
   Top().parent->setMaximumWidth(QWIDGETSIZE_MAX);
+  built_.page_title = new QLabel(Top().parent);
+  built_.page_title->setObjectName("pageTitle");
+  built_.page_title->setTextFormat(Qt::PlainText);
+  Top().flow->addWidget(built_.page_title);
   Top().flow->addWidget(built_.page_area, 1);
   Top().filled = true;
 }

@@ -13,6 +13,7 @@
 
 class QGridLayout;
 class QHBoxLayout;
+class QLabel;
 class QStackedWidget;
 class QVBoxLayout;
 
@@ -28,6 +29,7 @@ struct BuiltWindow {
   std::vector<std::unique_ptr<Binding>> bindings;
   std::vector<AlignedGrids> aligned;
   QStackedWidget* page_area = nullptr;  // of kPageArea
+  QLabel* page_title = nullptr;         // above it
   std::vector<std::string> unknown;     // names of the table that no control has
   std::vector<std::string> unplaced;    // controls that the table does not name; they lie at the end
 };

@@ -6,6 +6,7 @@
 #include <QStackedWidget>
 
 #include "desktop/art.h"
+#include "desktop/fonts.h"
 #include "desktop/qt_text.h"
 
 namespace vlt {
@@ -125,7 +126,11 @@ void Desktop::ArrangePages() {
     top = view.Root();
   }
   area->setCurrentWidget(top);
-  if (top != area->widget(0)) title += " - [" + top->windowTitle() + "]";
+  const QString page = top == area->widget(0) ? QString() : top->windowTitle();
+  if (!page.isEmpty()) title += " - [" + page + "]";
+  frame->PageTitle()->setFont(HeadingFont());
+  frame->PageTitle()->setText(page);
+  frame->PageTitle()->setVisible(!page.isEmpty());
   frame->Root()->setWindowTitle(title);
 }
 

@@ -11,6 +11,8 @@ namespace vlt {
 namespace {
 
 constexpr double kBaseSize = 9.5;
+constexpr double kHeadingSize = 12;
+constexpr double kTitleSize = 17;
 constexpr int kLargestCaption = 12;  // sizes up to here are captions
 
 // Fonts with Japanese characters and latin ones that go with them, best first.
@@ -63,6 +65,19 @@ QFont DesktopFont(const Font& font) {
   result.setPointSizeF(font.size <= kLargestCaption ? kBaseSize : font.size);
   result.setBold(font.bold);
   return result;
+}
+
+QFont TitleFont(QFont font) {
+  font.setPointSizeF(kTitleSize);
+  font.setBold(true);
+  return font;
+}
+
+QFont HeadingFont() {
+  QFont font = BaseFont();
+  font.setPointSizeF(kHeadingSize);
+  font.setBold(true);
+  return font;
 }
 
 QFont BaseFont() { return DesktopFont(Font{}); }

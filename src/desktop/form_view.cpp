@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
+#include <QTabWidget>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -19,6 +20,7 @@ namespace {
 
 constexpr QSize kFrameSize(1280, 800);
 constexpr QSize kSmallestFrame(900, 560);
+constexpr int kSmallestDialog = 280;
 
 WindowStyle StyleOf(const Form& form, const WindowLayout* layout) {
   if (layout != nullptr) return layout->style;
@@ -77,6 +79,7 @@ void FormView::Build() {
   MakeRoot(StyleOf(form_, layout));
   Builder builder(form_, context_.bind, context_.text);
   built_ = builder.Build(layout != nullptr ? layout->items : std::span<const LayoutItem>(), content_);
+  if (IsPage()) FramePage();
   for (const auto& binding : built_.bindings) {
     binding->on_size_change = [this] {
       arranged_ = false;
@@ -109,6 +112,7 @@ void FormView::MakeRoot(WindowStyle style) {
     case WindowStyle::kDialog:
       content_->setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                                Qt::WindowCloseButtonHint);
+      content_->setMinimumWidth(kSmallestDialog);
       root_ = content_;
       break;
     case WindowStyle::kSplash:
@@ -122,6 +126,15 @@ void FormView::MakeRoot(WindowStyle style) {
   auto* bar = new QMenuBar(root_);
   menu_ = std::make_unique<MenuView>(form_, context_.bind, bar);
   if (auto* window = qobject_cast<QMainWindow*>(root_.data())) window->setMenuBar(bar);
+}
+
+// Every page lies in a frame: that of its tabs, else one of its own.
+void FormView::FramePage() {
+  if (content_->findChild<QTabWidget*>(QString(), Qt::FindDirectChildrenOnly) != nullptr) {
+    content_->layout()->setContentsMargins(0, 0, 0, 0);
+  } else if (auto* scroll = qobject_cast<QScrollArea*>(root_.data())) {
+    scroll->setFrameShape(QFrame::StyledPanel);
+  }
 }
 
 void FormView::AddShortCuts(const WindowLayout* layout) {

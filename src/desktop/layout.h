@@ -21,7 +21,7 @@ enum class LayoutKind : unsigned char {
   kEnd,         //
   kRow,         // cells of a grid: caption or tick, entry, unit, ...; an empty name leaves a cell free
   kCells,       // a row of a table of values: entries as narrow as the window asks, all of them equal
-  kStrip,       // one beside the other; ">" takes the room that is left
+  kStrip,       // one beside the other; ">" takes the room that is left, "*name" is a title
   kWide,        // one control that takes the whole width and the height that is left
   kSpace,       // takes the height that is left
   kNavigation,  // the frame's column of page buttons; ">" as in a strip

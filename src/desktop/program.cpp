@@ -1,6 +1,8 @@
 #include "desktop/program.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QStyleFactory>
 
 #include "desktop/art.h"
@@ -28,7 +30,15 @@ Program::Program(const std::string& folder)
   RegisterAllWindows(app_);
 }
 
-bool Program::Start() { return StartUp(app_) == StartResult::kSplashRuns && !IsEnding(); }
+bool Program::Start() {
+  const bool runs = StartUp(app_) == StartResult::kSplashRuns && !IsEnding();
+  // The words of Qt's own dialogs, where the system has them.
+  const QLocale locale(app_.state.LangFlag == 0 ? QLocale::Japanese : QLocale::English);
+  if (qt_words_.load(locale, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QCoreApplication::installTranslator(&qt_words_);
+  }
+  return runs;
+}
 
 int Program::Run() { return QApplication::exec(); }
 

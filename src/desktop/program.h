@@ -1,6 +1,7 @@
 // The whole program, ready to start: the machine by Qt, the logic, and the screen that shows it.
 #pragma once
 
+#include <QTranslator>
 #include <string>
 
 #include "desktop/desktop.h"
@@ -28,6 +29,7 @@ class Program {
   bool IsEnding() const { return host_.events.IsEnding(); }
 
  private:
+  QTranslator qt_words_;
   QtDialogs dialogs_;
   Host host_;
   Platform platform_;

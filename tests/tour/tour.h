@@ -58,6 +58,7 @@ struct Step {
 // Steps by area; the tour walks them in this order.
 std::span<const Step> StartSteps();
 std::span<const Step> ProcessSteps();
+std::span<const Step> PageSteps();
 std::span<const Step> EndSteps();
 
 }  // namespace vlt::test

@@ -19,7 +19,8 @@ using vlt::test::Tour;
 
 std::vector<Step> AllSteps() {
   std::vector<Step> all;
-  for (const auto steps : {vlt::test::StartSteps(), vlt::test::ProcessSteps(), vlt::test::EndSteps()}) {
+  for (const auto steps : {vlt::test::StartSteps(), vlt::test::ProcessSteps(), vlt::test::PageSteps(),
+                           vlt::test::EndSteps()}) {
     all.insert(all.end(), steps.begin(), steps.end());
   }
   return all;
