@@ -13,7 +13,7 @@ namespace vlt {
 namespace {
 
 constexpr int kUnitsPerPixel = 15;  // of a grid's widths
-constexpr int kPanelMargin = 6;
+constexpr int kPanelMargin = 6;  // between the frame of a panel and its text
 
 // Row 0 of the control is the head of the table.
 class GridBinding : public Binding {
@@ -72,7 +72,7 @@ class Panel : public QLabel {
  private:
   void Elide() {
     const QString line = QString(text_).replace('\n', ' ');
-    const QString shown = fontMetrics().elidedText(line, Qt::ElideRight, contentsRect().width());
+    const QString shown = fontMetrics().elidedText(line, Qt::ElideRight, contentsRect().width() - 2 * kPanelMargin);
     setText(shown);
     setToolTip(shown == line ? QString() : text_);
   }
@@ -95,7 +95,8 @@ class StatusBarBinding : public Binding {
     panel->setObjectName(QString("panel%1").arg(number));
     panel->setTextFormat(Qt::PlainText);
     panel->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    panel->setContentsMargins(kPanelMargin, 1, kPanelMargin, 1);
+    panel->setMargin(kPanelMargin / 2);
+    panel->setIndent(kPanelMargin / 2);
     if (number == 1) {
       // Its text must never widen the window.
       panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);

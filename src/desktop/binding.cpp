@@ -60,6 +60,11 @@ void Binding::SetKeys(const QString& keys) {
   MarkForRefresh();
 }
 
+void Binding::MakeTitle() {
+  title_ = true;
+  MarkForRefresh();
+}
+
 void Binding::Refresh() {
   if (detached_ || widget_ == nullptr) return;
   const QSize before = widget_->sizeHint();
@@ -71,7 +76,8 @@ void Binding::Refresh() {
 }
 
 void Binding::PushCommon() {
-  const QFont font = DesktopFont(control_.GetFont());
+  QFont font = DesktopFont(control_.GetFont());
+  if (title_) font = TitleFont(font);
   if (widget_->font() != font) widget_->setFont(font);
   widget_->setEnabled(control_.Enabled());
   ShowOrHide(*widget_, control_.Visible());

@@ -29,6 +29,8 @@ class Binding : public QObject, public Refreshable {
   virtual void SetMnemonic(QChar) {}
   // What a tooltip tells behind the control's own hint: the keys that press it.
   void SetKeys(const QString& keys);
+  // Shows it in larger letters.
+  void MakeTitle();
   // The control is about to go: no gesture and no refresh reaches it any more.
   void Detach();
 
@@ -58,6 +60,7 @@ class Binding : public QObject, public Refreshable {
   BindContext& context_;
   QPointer<QWidget> widget_;
   QString keys_;
+  bool title_ = false;
   bool detached_ = false;
 };
 

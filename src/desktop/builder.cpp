@@ -21,12 +21,15 @@ constexpr int kMargin = 10;
 constexpr int kGap = 8;
 constexpr int kRowGap = 5;
 constexpr int kEntryWidth = 130;
+constexpr int kNarrowEntryWidth = 72;  // in rows with an entry for each channel
+constexpr int kSimpleRow = 3;          // cells of a row with one entry
 constexpr int kUnitWidth = 58;
 constexpr int kButtonWidth = 96;
 constexpr int kNavigationWidth = 168;
 constexpr int kNavigationHeight = 38;
 constexpr int kColumnWidth = 620;  // wider columns would tear captions and entries apart
 constexpr std::string_view kStretch = ">";
+constexpr char kTitleMark = '*';
 
 QVBoxLayout* NewFlow(QWidget* parent, int margin) {
   auto* flow = new QVBoxLayout(parent);
@@ -115,8 +118,8 @@ void Builder::OpenColumn() {
 }
 
 void Builder::OpenGroup(const LayoutItem& item) {
-  QWidget* box = item.text_id != 0 ? new QGroupBox(text_(item.text_id), Top().parent) : Make(item.names[0]);
-  if (box == nullptr) box = new QGroupBox(Top().parent);
+  QWidget* box = item.names[0].empty() ? nullptr : Make(item.names[0]);
+  if (box == nullptr) box = new QGroupBox(item.text_id != 0 ? text_(item.text_id) : QString(), Top().parent);
   Open next{LayoutKind::kGroup, box, NewFlow(box, kGap)};
   next.aligned = Top().aligned;
   Top().flow->addWidget(box);
@@ -192,7 +195,12 @@ void Builder::AddRow(const LayoutItem& item) {
     ControlKind kind{};
     const std::string_view name = item.names[static_cast<std::size_t>(column)];
     if (name.empty()) continue;
-    if (QWidget* widget = Make(name, &kind)) Place(widget, kind, grid, row, column, column + 1 == count);
+    QWidget* widget = Make(name, &kind);
+    if (widget == nullptr) continue;
+    if (kind == ControlKind::kTextBox) {
+      widget->setMinimumWidth(count > kSimpleRow ? kNarrowEntryWidth : kEntryWidth);
+    }
+    Place(widget, kind, grid, row, column, column + 1 == count);
   }
 }
 
@@ -201,16 +209,16 @@ void Builder::Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int ro
     // A list has no unit and takes that room too.
     widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     widget->setMinimumWidth(kEntryWidth);
+    grid->setColumnStretch(column, 1);
     grid->addWidget(widget, row, column, 1, last ? -1 : 1);
     return;
   }
   if (kind == ControlKind::kTextBox) {
     static_cast<QLineEdit*>(widget)->setAlignment(Qt::AlignRight);
-    widget->setMinimumWidth(kEntryWidth);
+    grid->setColumnStretch(column, 1);
   }
   if (column > 1 && kind == ControlKind::kLabel) widget->setMinimumWidth(kUnitWidth);
   grid->addWidget(widget, row, column);
-  if (column == 1) grid->setColumnStretch(column, 1);
 }
 
 void Builder::AddStrip(const LayoutItem& item) {
@@ -224,8 +232,10 @@ void Builder::AddStrip(const LayoutItem& item) {
       continue;
     }
     ControlKind kind{};
-    QWidget* widget = Make(name, &kind);
+    const bool title = name.front() == kTitleMark;
+    QWidget* widget = Make(title ? name.substr(1) : name, &kind);
     if (widget == nullptr) continue;
+    if (title) built_.bindings.back()->MakeTitle();
     if (kind == ControlKind::kPushButton) widget->setMinimumWidth(kButtonWidth);
     strip->addWidget(widget);
   }

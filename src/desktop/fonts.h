@@ -12,6 +12,9 @@ namespace vlt {
 // falls back to a font that has Japanese characters, half-width ones too.
 QFont DesktopFont(const Font& font);
 
+// The same in the size of a title.
+QFont TitleFont(QFont font);
+
 // The application's font: the size that captions share.
 QFont BaseFont();
 

@@ -19,6 +19,7 @@ namespace {
 
 constexpr QSize kFrameSize(1280, 800);
 constexpr QSize kSmallestFrame(900, 560);
+constexpr int kSmallestDialog = 280;
 
 WindowStyle StyleOf(const Form& form, const WindowLayout* layout) {
   if (layout != nullptr) return layout->style;
@@ -77,6 +78,8 @@ void FormView::Build() {
   MakeRoot(StyleOf(form_, layout));
   Builder builder(form_, context_.bind, context_.text);
   built_ = builder.Build(layout != nullptr ? layout->items : std::span<const LayoutItem>(), content_);
+  // The frame has left a margin around its pages already.
+  if (IsPage()) content_->layout()->setContentsMargins(0, 0, 0, 0);
   for (const auto& binding : built_.bindings) {
     binding->on_size_change = [this] {
       arranged_ = false;
@@ -109,6 +112,7 @@ void FormView::MakeRoot(WindowStyle style) {
     case WindowStyle::kDialog:
       content_->setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                                Qt::WindowCloseButtonHint);
+      content_->setMinimumWidth(kSmallestDialog);
       root_ = content_;
       break;
     case WindowStyle::kSplash:
@@ -202,7 +206,8 @@ void FormView::Place(QWidget& window) {
   }
   // What its controls hold decides how large it is.
   context_.bind.refresh.Flush();
-  window.layout()->setSizeConstraint(QLayout::SetFixedSize);
+  const bool splash = window.windowFlags().testFlag(Qt::FramelessWindowHint);
+  if (!splash) window.layout()->setSizeConstraint(QLayout::SetFixedSize);
   window.adjustSize();
   const QWidget* frame = context_.frame();
   PutInTheMiddle(window, frame);

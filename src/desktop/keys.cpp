@@ -36,7 +36,7 @@ QChar Take(QChar letter, QSet<QChar>& taken) {
 // The first usable letter; only word starts when `starts` is set.
 QChar FirstUsable(const QString& text, bool starts, const QSet<QChar>& taken) {
   for (qsizetype i = 0; i < text.size(); ++i) {
-    const bool start = i == 0 || text.at(i - 1).isSpace();
+    const bool start = i == 0 || text.at(i - 1).isSpace() || (text.at(i).isUpper() && text.at(i - 1).isLower());
     if ((start || !starts) && Usable(text.at(i), taken)) return text.at(i);
   }
   return {};
@@ -52,12 +52,11 @@ QKeySequence ShortCutOf(std::string_view form, std::string_view control) {
 }
 
 QChar ChooseMnemonic(const QString& caption, std::string_view control, QSet<QChar>& taken) {
-  for (bool starts : {true, false}) {
-    const QChar letter = FirstUsable(caption, starts, taken);
-    if (!letter.isNull()) return Take(letter, taken);
-  }
-  for (const QChar letter : ToQt(control)) {
-    if (letter.isUpper() && Usable(letter, taken)) return Take(letter, taken);
+  for (const QString& text : {caption, ToQt(control)}) {
+    for (bool starts : {true, false}) {
+      const QChar letter = FirstUsable(text, starts, taken);
+      if (!letter.isNull()) return Take(letter, taken);
+    }
   }
   return {};
 }

@@ -13,7 +13,7 @@ namespace vlt {
 QKeySequence ShortCutOf(std::string_view form, std::string_view control);
 
 // A letter for a caption that is not in `taken`: of the caption, word starts first, else (a caption without
-// latin letters) a capital of the control's name. It is added to `taken`. Null when all are taken.
+// latin letters) of the control's name. It is added to `taken`. Null when all are taken.
 QChar ChooseMnemonic(const QString& caption, std::string_view control, QSet<QChar>& taken);
 
 }  // namespace vlt

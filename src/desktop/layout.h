@@ -14,12 +14,12 @@ namespace vlt {
 enum class LayoutKind : unsigned char {
   kColumns,      // flows side by side; each begins with kColumn, kEnd ends them all
   kColumn,       //
-  kGroup,        // a box with a title: of a frame control, or a text id
+  kGroup,        // a box with a title: of a frame control, or a text id, or none
   kTabs,         // pages of a tab control; each begins with kTab, kEnd ends them all
   kTab,          //
   kEnd,          //
   kRow,          // cells of a grid: caption or tick, entry, unit, ...; an empty name leaves a cell free
-  kStrip,        // one beside the other; ">" takes the room that is left
+  kStrip,        // one beside the other; ">" takes the room that is left, "*name" is a title
   kWide,         // one control that takes the whole width and the height that is left
   kSpace,        // takes the height that is left
   kNavigation,   // the frame's column of page buttons; ">" as in a strip
@@ -47,6 +47,7 @@ constexpr LayoutItem Columns() { return {LayoutKind::kColumns}; }
 constexpr LayoutItem Column() { return {LayoutKind::kColumn}; }
 constexpr LayoutItem Group(const char* frame) { return MakeItem(LayoutKind::kGroup, frame); }
 constexpr LayoutItem TitledGroup(int text_id) { return {LayoutKind::kGroup, {}, text_id}; }
+constexpr LayoutItem Box() { return {LayoutKind::kGroup}; }
 constexpr LayoutItem Tabs(const char* control) { return MakeItem(LayoutKind::kTabs, control); }
 constexpr LayoutItem Tab() { return {LayoutKind::kTab}; }
 constexpr LayoutItem End() { return {LayoutKind::kEnd}; }

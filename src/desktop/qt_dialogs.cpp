@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QStringList>
 
 #include "desktop/qt_text.h"
@@ -105,8 +106,10 @@ std::optional<std::string> QtDialogs::AskFile(const FileQuestion& question, bool
   dialog.setOption(QFileDialog::DontConfirmOverwrite, !question.ask_before_overwrite);
   dialog.setNameFilters(QtFilter(question.filter).split(";;", Qt::SkipEmptyParts));
   dialog.setDefaultSuffix(DefaultSuffix(question.filter));
-  const QString folder = question.folder.empty() ? last_folder_ : ToQt(question.folder);
-  if (!folder.isEmpty()) dialog.setDirectory(folder);
+  if (last_folder_.isEmpty()) {
+    last_folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  }
+  dialog.setDirectory(question.folder.empty() ? last_folder_ : ToQt(question.folder));
   if (!question.name.empty()) dialog.selectFile(ToQt(question.name));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   const QString path = dialog.selectedFiles().first();

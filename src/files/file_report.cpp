@@ -24,11 +24,15 @@ constexpr Reason kReasons[] = {
     {FileError::kOther, text::kFileOtherFault, text::kFileOtherFault},
 };
 
-void ReportFailure(App& app, int id, const std::string& path, FileError error, int Reason::*text) {
+std::string ReasonText(const App& app, FileError error, int Reason::*text) {
   const auto* reason = std::find_if(std::begin(kReasons), std::end(kReasons),
                                     [&](const Reason& r) { return r.error == error; });
-  if (reason == std::end(kReasons)) return;
-  app.Status(FormatText(app.Text(id), {LastComponent(path), app.Text(reason->*text)}));
+  return reason == std::end(kReasons) ? "" : app.Text(reason->*text);
+}
+
+void ReportFailure(App& app, int id, const std::string& path, FileError error, int Reason::*text) {
+  const std::string reason = ReasonText(app, error, text);
+  if (!reason.empty()) app.Status(FormatText(app.Text(id), {LastComponent(path), reason}));
 }
 
 }  // namespace
@@ -47,6 +51,10 @@ void ReportNotRead(App& app, const std::string& path, FileError error) {
 
 void ReportNotWritten(App& app, const std::string& path, FileError error) {
   ReportFailure(app, text::kFileNotWritten, path, error, &Reason::writing);
+}
+
+std::string NotWrittenReason(const App& app, FileError error) {
+  return ReasonText(app, error, &Reason::writing);
 }
 
 }  // namespace vlt

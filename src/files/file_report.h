@@ -13,4 +13,7 @@ void ReportSaved(App& app, const std::string& path);
 void ReportNotRead(App& app, const std::string& path, FileError error);
 void ReportNotWritten(App& app, const std::string& path, FileError error);
 
+// Why a file could not be written, for the middle of a sentence; empty for kGood.
+std::string NotWrittenReason(const App& app, FileError error);
+
 }  // namespace vlt

@@ -31,8 +31,20 @@ struct Decimals {
   int In(int unit_flag) const { return unit_flag == 0 ? metric : english; }
 };
 
-// Which unit a value carries. The first four are the entries of BaseUnitNames.
-enum class UnitKind { kLength, kVelocity, kViscosity, kVoltage, kNone, kOwn };
+// Which unit a value carries. The first four are the entries of BaseUnitNames; the next four are known to the
+// pages that show them (see unit_text.h).
+enum class UnitKind {
+  kLength,
+  kVelocity,
+  kViscosity,
+  kVoltage,
+  kFlow,
+  kTotal,
+  kHeatFlow,
+  kHeatTotal,
+  kNone,
+  kOwn
+};
 
 struct Field {
   CheckBox* box = nullptr;

@@ -172,7 +172,7 @@ void Form10::BuildLists() {
 void Form10::Form_Load() {
   SetParameter2.SetTab(0);
   ParameterPage::Form_Load();
-  ChannelSelect(app().state.ProcessChannel == 1 ? 1 : 0).SetValue(true);
+  ChannelSelect(Channel()).SetValue(true);
   // With nothing selected the dependent parameters rest as their lists say.
   PIPE_MATERIALCombo_Click();
   KIND_OF_FLUIDCombo_Click();
@@ -180,12 +180,13 @@ void Form10::Form_Load() {
 }
 
 void Form10::Form_Activate() {
-  ParameterPage::Form_Activate();
-  ChannelSelect(app().state.ProcessChannel == 1 ? 1 : 0).SetValue(true);
+  ChannelSelect(Channel()).SetValue(true);
   const int config = AskChannelConfig(app(), *this);
   ChannelSelect(0).SetEnabled(true);
   ChannelSelect(1).SetEnabled(config == kTwoPipes);
   SetParameter2.SetTabEnabled(1, app().state.PathMode != 2 && app().state.SpecClass != 1);
+  // Behind the lock, which releases every button.
+  ParameterPage::Form_Activate();
 }
 
 void Form10::EnableCommands(bool enabled) {
@@ -238,16 +239,25 @@ std::vector<CheckBox*> Form10::Boxes() {
           &VISCOSITY,           &SENSOR_MOUNT,   &SENSOR_TYPE};
 }
 
-bool Form10::ChannelIsChosen() { return ChannelSelect(app().state.ProcessChannel == 1 ? 1 : 0).Enabled(); }
+bool Form10::ChannelIsChosen() { return ChannelSelect(Channel()).Enabled(); }
 
-int Form10::ChannelBase() { return app().state.ProcessChannel == 1 ? kSecondChannelBase : 0; }
+int Form10::Channel() const { return app().state.ProcessChannel == 1 ? 1 : 0; }
+
+int Form10::ChannelBase() { return Channel() == 1 ? kSecondChannelBase : 0; }
 
 void Form10::ReadBlocks() {
   ReadBlock(0x03, kProcessBlock + ChannelBase(), 18);
   ReadBlock(0x04, kSpacingBlock + ChannelBase(), 3);
 }
 
-void Form10::ChannelSelect_Click(int index) { app().state.ProcessChannel = index; }
+void Form10::ChannelSelect_Click(int index) {
+  if (!app().state.UiLocked) {
+    app().state.ProcessChannel = index;
+  } else {
+    // A running exchange goes on with the channel that it began with.
+    ChannelSelect(Channel()).SetValue(true);
+  }
+}
 
 void Form10::PIPE_MATERIALCombo_Click() {
   Depend(TRANS_FREQUENCY, TRANS_FREQUENCYText, PIPE_MATERIALCombo.ListIndex() == kOwnPipe);

@@ -73,6 +73,7 @@ class Form10 : public ParameterPage {
   bool Check_On();
   bool AnythingSelected() override { return Check_On(); }
   bool ChannelIsChosen() override;
+  int Channel() const;
   int ChannelBase() override;
   std::vector<CheckBox*> Boxes() override;
   void ReadBlocks() override;

@@ -183,13 +183,13 @@ void Form4::SetteiHannei() {
 }
 
 void Form4::Form_Activate() {
-  ParameterPage::Form_Activate();
   channel_config_ = AskChannelConfig(app(), *this);
   const bool single = app().state.SpecClass == 1;
   DigitalOutputSelect(2).SetEnabled(!single);
   DigitalOutputSelect(kLastOutput).SetEnabled(!single);
   FillOutputList();
   SELECT_Check_Click();
+  ParameterPage::Form_Activate();
 }
 
 void Form4::C05_STATUS_FrmInit() {
@@ -231,6 +231,11 @@ void Form4::Text_Box_Able() {
 }
 
 void Form4::DigitalOutputSelect_Click(int index) {
+  if (app().state.UiLocked) {
+    // A running exchange goes on with the output that it began with.
+    DigitalOutputSelect(app().state.OutputIndex).SetValue(true);
+    return;
+  }
   app().state.OutputIndex = index;
   SELECT_Check.SetCaption(DigitalOutputSelect(index).Caption());
   FillOutputList();

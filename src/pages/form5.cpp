@@ -102,10 +102,10 @@ void Form5::Form_Load() {
 }
 
 void Form5::Form_Activate() {
-  ParameterPage::Form_Activate();
   channel_config_ = AskChannelConfig(app(), *this);
   EnableChannels();
   for (Row& row : rows_) RebuildSelection(row);
+  ParameterPage::Form_Activate();
 }
 
 void Form5::Text_Box_Enable() {

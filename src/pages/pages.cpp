@@ -3,6 +3,8 @@
 #include <memory>
 
 #include "pages/form10.h"
+#include "pages/form2.h"
+#include "pages/form3.h"
 #include "pages/form4.h"
 #include "pages/form5.h"
 
@@ -18,6 +20,8 @@ void Register(App& app, const char* name) {
 
 void RegisterPages(App& app) {
   Register<Form10>(app, "Form10");
+  Register<Form2>(app, "Form2");
+  Register<Form3>(app, "Form3");
   Register<Form4>(app, "Form4");
   Register<Form5>(app, "Form5");
 }

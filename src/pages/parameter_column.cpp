@@ -20,6 +20,15 @@ constexpr std::size_t kDataStart = 3;  // of a read reply
 
 std::string InBrackets(const std::string& unit) { return "[" + unit + "]"; }
 
+// During a run the interface is locked already, and an exchange would run into that of the run.
+bool IsLineTaken(App& app) { return app.state.UiLocked || !IsMonitorIdle(app); }
+
+// What GetChannelConfig last found.
+int KnownChannelConfig(const SharedState& state) {
+  if (state.SpecClass != 0) return state.SpecClass == 1 ? 1 : -1;
+  return state.PathMode >= 0 && state.PathMode <= 2 ? state.PathMode + 1 : -1;
+}
+
 }  // namespace
 
 void CheckNumber(App& app, TextBox& box) {
@@ -34,12 +43,19 @@ void Depend(CheckBox& box, Control& entry, bool on) {
   entry.SetEnabled(on && box.Ticked());
 }
 
-int AskChannelConfig(App& app, Form& page) {
+void AskUnderLock(App& app, Form& page, const std::function<void()>& ask) {
+  if (IsLineTaken(app)) return;
   FormLock(app, page, 0);
   app.windows.SetMousePointer(kHourglassPointer);
-  const int config = GetChannelConfig(app);
+  if (OpenPort(app)) ask();
   app.windows.SetMousePointer(kNormalPointer);
   FormLock(app, page, 1);
+}
+
+int AskChannelConfig(App& app, Form& page) {
+  if (IsLineTaken(app)) return KnownChannelConfig(app.state);
+  int config = -1;
+  AskUnderLock(app, page, [&] { config = GetChannelConfig(app); });
   return config;
 }
 
@@ -128,10 +144,13 @@ void ParameterColumn::ClearControls() {
 
 void ParameterColumn::SlotsToControls() {
   for (std::size_t i = 0; i < fields_.size(); ++i) {
-    if (slots_[i] == kNoSlot) continue;
-    ShowSlot(fields_[i], app_.slots[slots_[i]]);
+    if (slots_[i] != kNoSlot) RestoreEntry(fields_[i]);
   }
   ApplyUnitCaptions();
+}
+
+void ParameterColumn::RestoreEntry(const Field& field) {
+  ShowSlot(field, app_.slots.At(parts_.section, field.key));
 }
 
 void ParameterColumn::ControlsToSlots() {
@@ -143,6 +162,18 @@ void ParameterColumn::ControlsToSlots() {
 
 void ParameterColumn::SetUnitCaption(const Field& field) {
   field.unit->SetCaption(InBrackets(UnitText(field)));
+}
+
+void ParameterColumn::ShowUnitsOf(UnitKind kind) {
+  for (const Field& field : fields_) {
+    if (field.unit != nullptr && field.unit_kind == kind) SetUnitCaption(field);
+  }
+}
+
+void ParameterColumn::ForgetUnitCaptions() {
+  for (const std::size_t slot : unit_slots_) {
+    if (slot != kNoSlot) app_.slots[slot].clear();
+  }
 }
 
 void ParameterColumn::ApplyUnitCaptions() {
@@ -234,12 +265,16 @@ bool ParameterColumn::Exchange(int function, int start, int registers, Frame& re
 bool ParameterColumn::ReadBlock(int function, int start, int registers) {
   Frame reply;
   if (!Exchange(function, start, registers, reply)) return false;
+  ShowBlock(function, start, registers, reply);
+  return true;
+}
+
+void ParameterColumn::ShowBlock(int function, int start, int registers, const Frame& reply) {
   for (const Field& field : fields_) {
     const int offset = AddressOf(field) - start;
     if (field.function != function || offset < 0 || offset + 2 * field.Words() > 2 * registers) continue;
     if (FieldTakesPart(field)) ShowValue(field, reply, kDataStart + static_cast<std::size_t>(offset));
   }
-  return true;
 }
 
 void ParameterColumn::ShowValue(const Field& field, const Frame& reply, std::size_t at) {

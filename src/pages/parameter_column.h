@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -93,7 +94,9 @@ class ParameterColumn {
   // For ReadBlocks: one exchange; on success every ticked field that lies in the block shows its value.
   // `start` is the first register itself, channel base included. False when the exchange failed.
   bool ReadBlock(int function, int start, int registers);
-  // The same without fields; on success `reply` holds the whole frame, data from byte 3.
+  // Its two halves, for a page that asks something else in between.
+  void ShowBlock(int function, int start, int registers, const Frame& reply);
+  // An exchange without fields; on success `reply` holds the whole frame, data from byte 3.
   bool Exchange(int function, int start, int registers, Frame& reply);
   // For WriteFields: writes a ticked field that has a value.
   Outcome WriteField(const Field& field);
@@ -112,6 +115,12 @@ class ParameterColumn {
   void PortFailed();
   bool IsAnyTicked() const;
   void SetUnitCaption(const Field& field);
+  // The unit in force beside every field that carries this kind of unit.
+  void ShowUnitsOf(UnitKind kind);
+  // What was kept for the unit captions does not hold any more.
+  void ForgetUnitCaptions();
+  // Slot to entry, for one field that has a key.
+  void RestoreEntry(const Field& field);
 
  private:
   void Tie(const Field& field);
@@ -135,7 +144,13 @@ void CheckNumber(App& app, TextBox& box);
 // Switches a dependent parameter: its box, and its entry while the box is ticked.
 void Depend(CheckBox& box, Control& entry, bool on);
 
-// Runs GetChannelConfig under the lock of `page` with the hourglass; the result is its result.
+// Runs queries of the meter under the lock of `page` with the hourglass, on an open port. Without a port
+// nothing is asked, and no message tells so: whoever opens a page may want no meter. Nor is anything asked
+// while a live read runs.
+void AskUnderLock(App& app, Form& page, const std::function<void()>& ask);
+
+// GetChannelConfig in this way; the result is its result, or -1 without a port. While a live read runs it is
+// what the meter last told.
 int AskChannelConfig(App& app, Form& page);
 
 }  // namespace vlt

@@ -2,6 +2,7 @@
 
 #include "files/settings_file.h"
 #include "link/port.h"
+#include "live/live.h"
 #include "pages/pages.h"
 #include "shell/frm_about.h"
 #include "shell/frm_mssg.h"
@@ -48,6 +49,8 @@ void RegisterShellWindows(App& app) {
 void RegisterAllWindows(App& app) {
   RegisterShellWindows(app);
   RegisterPages(app);
+  RegisterLiveWindows(app);
+  RegisterLiveWindows(app);
 }
 
 StartResult StartUp(App& app) {

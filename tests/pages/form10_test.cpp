@@ -255,6 +255,20 @@ TEST(Form10, ZeroAdjustmentAsksFirstAndChecksTheEcho) {
   EXPECT_EQ(test.test.StatusText(), "Setting of process setting was completed ");
 }
 
+TEST(Form10, OpensDuringALiveRunWithoutTouchingTheLine) {
+  PageTest test;
+  Form10& page = Open(test);
+  page.ChannelSelect(1).Choose();
+  test.app().state.UiLocked = true;
+  page.Show();
+  EXPECT_EQ(test.Requests(), Texts{});
+  EXPECT_TRUE(test.app().state.UiLocked);
+  EXPECT_FALSE(page.ReadParameter.Enabled() || page.SaveParameter.Enabled() || page.CmdBtnClear.Enabled());
+  EXPECT_TRUE(page.ChannelSelect(1).Enabled()) << "what was last known stands";
+  page.ChannelSelect(0).Choose();
+  EXPECT_EQ(test.app().state.ProcessChannel, 1) << "the run keeps its channel";
+}
+
 TEST(Form10, StaysOpenDuringAnExchangeAndKeepsItsFieldsInTheSlots) {
   PageTest test({"one path", kFull, 0, 0});
   Form10& page = Open(test);

@@ -24,6 +24,22 @@ struct Shape {
 inline constexpr int kFull = 81;
 inline constexpr int kSingle = 182;
 
+inline constexpr Shape kOnePath{"one path, metric", kFull, 0, 0};
+inline constexpr Shape kTwoPaths{"two paths, English", kFull, 1, 1};
+inline constexpr Shape kTwoPipes{"two pipes, metric", kFull, 2, 0};
+inline constexpr Shape kSingleModel{"single channel", kSingle, 0, 0};
+
+// Requests whose addresses lie so much higher: those of another channel.
+inline std::vector<std::string> Moved(std::vector<std::string> requests, int base) {
+  for (std::string& request : requests) {
+    const int address = std::stoi(request.substr(3, 2) + request.substr(6, 2), nullptr, 16) + base;
+    const std::uint8_t bytes[] = {static_cast<std::uint8_t>(address >> 8),
+                                  static_cast<std::uint8_t>(address)};
+    request.replace(3, 5, Hex(bytes));
+  }
+  return requests;
+}
+
 class PageTest {
  public:
   explicit PageTest(const Shape& shape = {"two pipes", kFull, 2, 0}, int lang_offset = 5000)

@@ -12,6 +12,12 @@ extern const WindowLayout kSplashK410Layout;
 extern const WindowLayout kFrmMssgLayout;
 extern const WindowLayout kFrmAboutLayout;
 extern const WindowLayout kFrmWaitLayout;
+extern const WindowLayout kForm2Layout;
+extern const WindowLayout kForm3Layout;
+extern const WindowLayout kForm4Layout;
+extern const WindowLayout kForm5Layout;
+extern const WindowLayout kForm8Layout;
+extern const WindowLayout kForm9Layout;
 extern const WindowLayout kForm10Layout;
 
 }  // namespace vlt

@@ -19,13 +19,13 @@ constexpr LayoutItem kMainWindow[] = {
 
 constexpr LayoutItem kSplash[] = {
     Backdrop("Image1"),
-    Strip("Image2", "lblProductName", ">", "Image3", "Image4", "lblVersion"),
+    Strip("Image2", "*lblProductName", ">", "Image3", "Image4", "lblVersion"),
     Strip("lblWarning"),
 };
 
 constexpr LayoutItem kSplashOfThree[] = {
     Backdrop("Image1"),
-    Strip("Image2", "lblProductName", ">", "Image3", "lblVersion"),
+    Strip("Image2", "*lblProductName", ">", "Image3", "lblVersion"),
     Strip("lblWarning"),
 };
 
@@ -34,7 +34,7 @@ constexpr LayoutItem kChoice[] = {
 };
 
 constexpr LayoutItem kAbout[] = {
-    Strip("lblTitle"),
+    Strip("*lblTitle"),
     Strip("lblVersion"),
     Strip(">", "cmdOK"),
 };

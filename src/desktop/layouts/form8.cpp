@@ -1,0 +1,19 @@
+// RAS: the alarm bits of each channel.
+#include "desktop/layouts/layouts.h"
+
+namespace vlt {
+namespace {
+
+using namespace layout;
+
+constexpr LayoutItem kItems[] = {
+    Strip("LabelRAS", ">"),
+    Wide("MSFlexGrid1"),
+    Strip(">", "RASReadParameter"),
+};
+
+}  // namespace
+
+constinit const WindowLayout kForm8Layout{"Form8", WindowStyle::kPage, kItems};
+
+}  // namespace vlt

@@ -1,0 +1,23 @@
+// veltrano3 [--dir FOLDER]: the program with windows.
+#include <QApplication>
+#include <QCommandLineParser>
+
+#include "desktop/program.h"
+#include "desktop/qt_text.h"
+#include "shell/version.h"
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("veltrano3");
+  QApplication::setApplicationVersion(vlt::ToQt(vlt::VersionText("")).section(' ', 1));
+  QCommandLineParser options;
+  const QCommandLineOption folder("dir", "Folder that holds VLT.ini; default: the program's own.", "FOLDER");
+  options.addOption(folder);
+  options.addHelpOption();
+  options.addVersionOption();
+  options.process(application);
+
+  vlt::DressApplication();
+  vlt::Program program(vlt::FromQt(options.value(folder)));
+  return program.Start() ? program.Run() : 0;
+}

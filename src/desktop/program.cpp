@@ -1,0 +1,45 @@
+#include "desktop/program.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QStyleFactory>
+
+#include "desktop/art.h"
+#include "desktop/fonts.h"
+#include "desktop/qt_text.h"
+#include "files/settings_file.h"
+#include "shell/start.h"
+
+namespace vlt {
+
+void DressApplication() {
+  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  QApplication::setFont(BaseFont());
+  QApplication::setWindowIcon(ApplicationIcon());
+  // The logic decides when the program ends; between two of its windows there may be none.
+  QApplication::setQuitOnLastWindowClosed(false);
+}
+
+Program::Program(const std::string& folder)
+    : host_(folder, [this](int number) { return GetPortDevice(app_, number); }),
+      platform_(host_.With(dialogs_)),
+      app_(platform_),
+      desktop_(app_.windows, [this](int id) { return ToQt(app_.Text(id)); }) {
+  dialogs_.SetTexts([this](int id) { return ToQt(app_.Text(id)); });
+  RegisterAllWindows(app_);
+}
+
+bool Program::Start() {
+  const bool runs = StartUp(app_) == StartResult::kSplashRuns && !IsEnding();
+  // The words of Qt's own dialogs, where the system has them.
+  const QLocale locale(app_.state.LangFlag == 0 ? QLocale::Japanese : QLocale::English);
+  if (qt_words_.load(locale, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QCoreApplication::installTranslator(&qt_words_);
+  }
+  return runs;
+}
+
+int Program::Run() { return QApplication::exec(); }
+
+}  // namespace vlt

@@ -1,0 +1,62 @@
+#include "files/csv_log.h"
+
+#include <algorithm>
+#include <chrono>
+
+#include "files/whole_file.h"
+#include "values/number_text.h"
+
+namespace vlt {
+namespace {
+
+constexpr std::size_t kStampLength = 14;
+constexpr std::string_view kExtension = ".csv";
+
+std::string_view UpToFirstPoint(std::string_view path) { return path.substr(0, path.find('.')); }
+
+// The next second on the calendar.
+LocalTime NextSecond(const LocalTime& time) {
+  using namespace std::chrono;
+  const year_month_day date{year(time.year), month(static_cast<unsigned>(time.month)),
+                            day(static_cast<unsigned>(time.day))};
+  const auto moment = sys_days(date) + hours(time.hour) + minutes(time.minute) + seconds(time.second + 1);
+  const auto midnight = floor<days>(moment);
+  const year_month_day next(midnight);
+  const hh_mm_ss clock(moment - midnight);
+  LocalTime result = time;
+  result.year = static_cast<int>(next.year());
+  result.month = static_cast<int>(static_cast<unsigned>(next.month()));
+  result.day = static_cast<int>(static_cast<unsigned>(next.day()));
+  result.hour = static_cast<int>(clock.hours().count());
+  result.minute = static_cast<int>(clock.minutes().count());
+  result.second = static_cast<int>(clock.seconds().count());
+  return result;
+}
+
+}  // namespace
+
+std::string StampedCsvPath(std::string_view chosen, const LocalTime& now) {
+  return std::string(UpToFirstPoint(Trim(chosen))) + "_" + StampText(now) + std::string(kExtension);
+}
+
+std::string RestampedCsvPath(FileSystem& files, std::string_view path, const LocalTime& now) {
+  std::string_view base = UpToFirstPoint(path);
+  base.remove_suffix(std::min(base.size(), kStampLength));
+  LocalTime stamp = now;
+  for (;;) {
+    std::string fresh = std::string(base) + StampText(stamp) + std::string(kExtension);
+    if (!files.Exists(CleanPath(fresh))) return fresh;
+    stamp = NextSecond(stamp);
+  }
+}
+
+FileError AppendCsv(FileSystem& files, const std::string& path,
+                    std::initializer_list<std::string_view> lines) {
+  const std::string clean = CleanPath(path);
+  std::string content;
+  if (!files.Exists(clean)) content = kByteOrderMark;
+  for (const std::string_view line : lines) content.append(line).append("\r\n");
+  return files.Append(clean, content);
+}
+
+}  // namespace vlt

@@ -1,0 +1,160 @@
+#include "live/form8.h"
+
+#include <array>
+#include <bitset>
+#include <cmath>
+
+#include "link/device_queries.h"
+#include "link/modbus.h"
+#include "link/port.h"
+#include "state/form_lock.h"
+#include "values/code_tables.h"
+#include "values/codecs.h"
+#include "values/number_text.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kInputRegisters = 4;
+constexpr std::array<int, kChannels> kRasWord = {0x0024, 0x13AC, 0x2540};
+constexpr int kOneChannel = 1;  // of GetChannelConfig
+constexpr int kTwoPaths = 2;
+constexpr int kTwoPipes = 3;
+
+constexpr int kAlarms = 16;
+constexpr int kNameColumn = 3;
+constexpr int kHeadTexts[] = {182, 183, 184, 4920};
+
+// In the page's logical units.
+constexpr int kChannelWidth = 800;
+constexpr int kNameWidth = 4000;
+constexpr int kGridWidth = 6635;
+constexpr int kNarrowGridWidth = 5035;
+constexpr int kGridHeight = 6500;
+
+constexpr int kTickMs = 1000;
+constexpr int kLongestWait = 2;  // ticks
+
+constexpr int kReadStarted = 4018;
+constexpr int kReadCompleted = 4028;
+constexpr int kPortFailed = 3950;
+
+}  // namespace
+
+Form8::Form8(App& app) : PageForm(app, "Form8") {
+  RASReadParameter.on_click = [this] { RASReadParameter_Click(); };
+  tmWait.on_timer = [this] { tmWait_Timer(); };
+  tmWait.SetInterval(kTickMs);
+}
+
+void Form8::C10_RAS_FrmInit() {
+  SetCaption(app().Text(1360));
+  LabelRAS.SetCaption(app().Text(460));
+  RASReadParameter.SetCaption(app().Text(2030));
+  for (int column = 0; column < MSFlexGrid1.Columns(); ++column) {
+    MSFlexGrid1.SetCell(0, column, app().Text(kHeadTexts[column]));
+  }
+  const auto names = AlarmRows(app().state.LangOffset);
+  for (int row = 1; row <= kAlarms; ++row) {
+    MSFlexGrid1.SetCell(row, kNameColumn, names[static_cast<std::size_t>(row - 1)]);
+  }
+  for (Control* control : Controls()) control->SetFont({app().state.PageFont, 12, false});
+}
+
+void Form8::Form_Load() {
+  SetGeometry(false);
+  C10_RAS_FrmInit();
+}
+
+void Form8::Form_Activate() {
+  const bool idle = !app().state.UiLocked && IsMonitorIdle(app());
+  RASReadParameter.SetEnabled(idle && !app().state.UiLocked);
+}
+
+void Form8::Form_Deactivate() {
+  Hide();
+  if (app().frame != nullptr) app().frame->SetPageButtonIdle(Name());
+}
+
+void Form8::Form_Unload(int& cancel) {
+  if (app().state.UiLocked) {
+    cancel = -1;
+    return;
+  }
+  if (app().frame != nullptr) app().frame->SetPageButtonIdle(Name());
+}
+
+void Form8::RASReadParameter_Click() {
+  FormLock(app(), *this, 0);
+  app().windows.SetMousePointer(kHourglassPointer);
+  app().Status(app().Text(kReadStarted));
+  if (!OpenPort(app())) {
+    app().Show(app().Text(kPortFailed));
+    End(CommunicationErrorText(app()));
+    return;
+  }
+  const int mode = GetChannelConfig(app());
+  ReadColumn(0);
+  if (mode == kOneChannel) SetGeometry(true);
+  if (mode == kTwoPaths || mode == kTwoPipes) {
+    SetGeometry(false);
+    ReadColumn(1);
+    ReadColumn(2);
+  }
+  End(app().Text(kReadCompleted) + " " + app().state.LastErrorText);
+}
+
+void Form8::End(const std::string& text) {
+  FormLock(app(), *this, 1);
+  app().windows.SetMousePointer(kNormalPointer);
+  app().Status(text);
+}
+
+void Form8::ReadColumn(int ch) {
+  Frame request =
+      ReadRequest(StationNumber(app()), kInputRegisters, kRasWord.at(static_cast<std::size_t>(ch)), 1);
+  Frame reply = ReplyFor(request);
+  if (!SendReceive(app(), request, reply)) return;
+  const std::bitset<kAlarms> word(static_cast<unsigned>(BytesToUInt16(reply, 3)));
+  for (int row = 1; row <= kAlarms; ++row) {
+    MSFlexGrid1.SetCell(row, ch, word[static_cast<std::size_t>(kAlarms - row)] ? "1" : "0");
+  }
+}
+
+void Form8::SetGeometry(bool one_channel) {
+  MSFlexGrid1.SetColumnWidth(0, kChannelWidth);
+  MSFlexGrid1.SetColumnWidth(1, one_channel ? 0 : kChannelWidth);
+  MSFlexGrid1.SetColumnWidth(2, one_channel ? 0 : kChannelWidth);
+  MSFlexGrid1.SetColumnWidth(kNameColumn, kNameWidth);
+  MSFlexGrid1.SetSize(one_channel ? kNarrowGridWidth : kGridWidth, kGridHeight);
+}
+
+void Form8::Chg20Bit(std::optional<std::string_view> value, std::string& text, int& ok) {
+  constexpr std::size_t kBits = 20;
+  constexpr double kModulus = 1 << kBits;
+  ok = 0;
+  const std::optional<double> number = value ? ParseNumber(*value) : std::nullopt;
+  if (!number) return;
+  double low = std::fmod(RoundHalfEven(*number), kModulus);
+  if (low < 0) low += kModulus;
+  const std::bitset<kBits> bits(static_cast<unsigned>(low));
+  text.clear();
+  for (std::size_t i = 0; i < kBits; ++i) text += bits[i] ? '1' : '0';
+  ok = -1;
+}
+
+void Form8::GetNowDate(NowDate& record) {
+  const LocalTime now = app().platform.clock.Now();
+  const auto word = [](int value) { return static_cast<std::int16_t>(value); };
+  record = {word(now.year), word(now.month),  word(now.day),
+            word(now.hour), word(now.minute), word(now.second)};
+}
+
+void Form8::tmWait_Timer() {
+  if (++wait_ticks_ <= kLongestWait) return;
+  wait_ticks_ = 0;
+  tmWait.SetRunning(false);
+  app().state.StopRequest = 1;
+}
+
+}  // namespace vlt

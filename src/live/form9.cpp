@@ -1,0 +1,244 @@
+#include "live/form9.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "link/port.h"
+#include "live/form9_busy.h"
+#include "state/form_lock.h"
+#include "values/input_check.h"
+#include "values/number_text.h"
+#include "values/text.h"
+
+namespace vlt {
+namespace {
+
+constexpr const char* kDefaultMax = "1000";
+constexpr const char* kDefaultMin = "-1000";
+constexpr const char* kDefaultCycle = "1";
+constexpr const char* kDefaultPoints = "50";
+
+constexpr double kLowest = -2147483648.0;
+constexpr double kHighest = 2147483647.0;
+constexpr double kLongestCycle = 3600;
+
+constexpr int kNotANumber = 3920;
+constexpr int kOutOfRange = 4480;
+constexpr int kChannelNames[] = {182, 183, 184};
+// Flow rate, velocity, flow rate in %.
+constexpr int kQuantityNames[] = {2220, 2180, 2221};
+
+}  // namespace
+
+// A scale entry: its limits, what it holds at first, where it is kept between openings.
+struct Form9::Scale {
+  TextBox& box;
+  double low;
+  double high;
+  const char* fallback;
+  std::string SharedState::*kept;
+};
+
+std::vector<Form9::Scale> Form9::Scales() {
+  return {
+      {Max, kLowest, kHighest, kDefaultMax, &SharedState::TrendYScaleMax},
+      {Min, kLowest, kHighest, kDefaultMin, &SharedState::TrendYScaleMin},
+      {Cycle, 1, kLongestCycle, kDefaultCycle, &SharedState::TrendXScaleCycle},
+      {PointText, 1, kHighest, kDefaultPoints, &SharedState::TrendXScalePoint},
+  };
+}
+
+Form9::Form9(App& app) : PageForm(app, "Form9") {
+  Start.on_click = [this] { Start_Click(); };
+  Stop.on_click = [this] { Stop_Click(); };
+  SaveCSV.on_click = [this] { SaveCSV_Click(); };
+  CycleTimer.on_timer = [this] { CycleTimer_Timer(); };
+  CH_Combo.on_click = [this] { CH_Combo_Click(); };
+  Flow_Combo.on_click = [this] { Flow_Combo_Click(); };
+  for (const Scale& scale : Scales()) {
+    scale.box.on_lost_focus = [this, scale] { CheckScale(scale); };
+  }
+  for (const auto fields : {MeasuredFields(), HeatFields()}) {
+    for (const MeasureField& field : fields)
+      (this->*field.box).ForEach([](TextBox& b) { b.SetLocked(true); });
+  }
+}
+
+void Form9::C07_KEISOKU_FrmInit() {
+  const struct {
+    Control& control;
+    int text_id;
+  } rows[] = {
+      {Start, 1230},
+      {Stop, 1970},
+      {SaveCSV, 180},
+      {lblChannelSelect, 179},
+      {lblFlowSelect, 2350},
+      {Frame6, 680},
+      {Frame5, 510},
+      {lblMax, 1370},
+      {lblMin, 1350},
+      {Frame4, 500},
+      {lblCycle, 1450},
+      {lblCycleUnit, 100},
+      {lblPoint, 1990},
+      {Frame1, 1510},
+      {Frame2, 450},
+      {lblRyusoku, 2180},
+      {lblRyuryo, 2220},
+      {lblRyuryoPer, 2221},
+      {lblPlusSekisan, 2360},
+      {lblPlusSekisanPulse, 2380},
+      {lblMinusSekisan, 2370},
+      {lblMinusSekisanPulse, 2390},
+      {lblTHERMAL_FLOW, 2391},
+      {lblTHERMAL_FLOWPer, 2392},
+      {lblTEMP_DIFFERENCE, 2393},
+      {lblH_TOTAL, 2394},
+      {lblHTotalPulse, 2395},
+      {lblCTotal, 2396},
+      {lblCTotalPulse, 2397},
+      {lblSUPPLY_TEMP, 2398},
+      {lblRETURN_TEMP, 2399},
+      {lblHPerUnit, 10},
+  };
+  SetCaption(app().Text(1310));
+  for (const auto& row : rows) row.control.SetCaption(app().Text(row.text_id));
+  lblRyuryoPerUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(10)); });
+  lblPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(130)); });
+  lblHPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(130)); });
+  const ControlArray<Label>* names[] = {&lblCh1, &lblCh2, &lblCh3};
+  for (std::size_t ch = 0; ch < std::size(names); ++ch) {
+    names[ch]->ForEach([&](Label& label) { label.SetCaption(app().Text(kChannelNames[ch])); });
+  }
+  for (Control* control : Controls()) control->SetFont({app().state.PageFont, 12, false});
+}
+
+void Form9::Form_Load() {
+  for (const Scale& scale : Scales()) scale.box.SetText(scale.fallback);
+  C07_KEISOKU_FrmInit();
+  SetRunButtons(0);
+  RestoreMeasureScales();
+  Chart2D1.SetYTitle("[   ]");
+  PrepareTrend();
+  FillChannelList();
+}
+
+void Form9::Form_Activate() {
+  // Looking at the other pages gives way, so a run may have begun meanwhile.
+  const bool idle = !app().state.UiLocked && IsMonitorIdle(app()) && !app().state.UiLocked && !busy_;
+  Start.SetEnabled(idle);
+  SaveCSV.SetEnabled(idle);
+  if (!idle || leaving_) return;
+  const Busy busy(*this);
+  OpenPort(app());
+  AskChannelMode();
+  FillChannelList();
+}
+
+void Form9::Form_Deactivate() {
+  if (app().frame != nullptr) app().frame->SetPageButtonIdle(Name());
+}
+
+void Form9::Form_Unload(int&) {
+  leaving_ = true;
+  for (Control* control :
+       std::initializer_list<Control*>{&Start, &SaveCSV, &Frame6, &CH_Combo, &Flow_Combo}) {
+    control->SetEnabled(true);
+  }
+  CycleTimer.SetRunning(false);
+  Text_Box_Enable();
+  Stop_Click();
+  if (IsMonitorIdle(app())) app().state.StopRequest = 1;
+  Taihi_Form9();
+  if (app().frame == nullptr) return;
+  app().frame->Status().SetPanel(1, "");
+  app().frame->SetPageButtonIdle(Name());
+}
+
+void Form9::Taihi_Form9() {
+  for (const Scale& scale : Scales()) app().state.*scale.kept = Trim(scale.box.Text());
+}
+
+void Form9::RestoreMeasureScales() {
+  for (const Scale& scale : Scales()) {
+    const std::string& kept = app().state.*scale.kept;
+    if (!kept.empty()) scale.box.SetText(kept);
+  }
+}
+
+void Form9::SetRunButtons(int state) {
+  if (state < 0 || state > 3) return;
+  const bool running = state == 2;
+  Start.SetEnabled(!running);
+  SaveCSV.SetEnabled(!running);
+  Stop.SetEnabled(running);
+}
+
+void Form9::Text_Box_Enable() {
+  for (const Scale& scale : Scales()) scale.box.SetEnabled(true);
+}
+
+void Form9::Text_Box_Able() {
+  for (const Scale& scale : Scales()) scale.box.SetEnabled(false);
+}
+
+bool Form9::CheckScale(const Scale& scale) {
+  const std::string& text = scale.box.Text();
+  const bool numeric = IsNumericText(text, static_cast<int>(CharCount(text))) == 0;
+  const std::optional<double> value = numeric ? ParseNumber(text) : std::nullopt;
+  if (value && *value >= scale.low && *value <= scale.high) return true;
+  scale.box.SelectAll();
+  app().Show(app().Text(value ? kOutOfRange : kNotANumber), value ? MessageIcon::kStop : MessageIcon::kNone);
+  scale.box.SetFocus();
+  return false;
+}
+
+bool Form9::CheckScales() {
+  for (const Scale& scale : Scales()) {
+    if (!CheckScale(scale)) return false;
+  }
+  return true;
+}
+
+double Form9::ScaleValue(const TextBox& box, const char* fallback) const {
+  return ParseNumber(box.Text()).value_or(ParseNumber(fallback).value_or(0));
+}
+
+void Form9::PrepareTrend() {
+  const double points = std::trunc(ScaleValue(PointText, kDefaultPoints));
+  trend.Start(static_cast<std::int64_t>(std::clamp(points, 1.0, kHighest)), ScaleValue(Min, kDefaultMin),
+              ScaleValue(Max, kDefaultMax));
+}
+
+int Form9::ChosenChannel() const { return std::max(CH_Combo.ListIndex(), 0); }
+
+bool Form9::IsShortList() const { return HasNoVelocity(ChosenChannel()); }
+
+void Form9::FillChannelList() {
+  const bool single = ChannelMode == 1;
+  const int kept = app().state.TrendChannelIndex;
+  CH_Combo.Clear();
+  for (const int id : kChannelNames) {
+    if (CH_Combo.Count() == 0 || !single) CH_Combo.AddItem(app().Text(id));
+  }
+  CH_Combo.SetListIndex(single || kept < 0 || kept >= kChannels ? 0 : kept);
+}
+
+void Form9::FillQuantityList() {
+  const int kept = app().state.TrendQuantityIndex;
+  Flow_Combo.Clear();
+  for (const int id : kQuantityNames) {
+    if (id != kQuantityNames[1] || !IsShortList()) Flow_Combo.AddItem(app().Text(id));
+  }
+  Flow_Combo.SetListIndex(kept < 0 || kept >= Flow_Combo.Count() ? 0 : kept);
+}
+
+void Form9::CH_Combo_Click() {
+  app().state.TrendChannelIndex = ChosenChannel();
+  FillQuantityList();
+}
+
+void Form9::Flow_Combo_Click() { app().state.TrendQuantityIndex = std::max(Flow_Combo.ListIndex(), 0); }
+
+}  // namespace vlt

@@ -1,0 +1,15 @@
+#include "live/live.h"
+
+#include <memory>
+
+#include "live/form8.h"
+#include "live/form9.h"
+
+namespace vlt {
+
+void RegisterLiveWindows(App& app) {
+  app.windows.Register("Form8", [&app] { return std::make_unique<Form8>(app); });
+  app.windows.Register("Form9", [&app] { return std::make_unique<Form9>(app); });
+}
+
+}  // namespace vlt

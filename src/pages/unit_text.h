@@ -1,0 +1,18 @@
+// The unit that a value carries by what the meter has told of itself, without brackets. Each brings its unit
+// list of the shared state up to date first. A code that the list does not have gives an empty text.
+#pragma once
+
+#include <string>
+
+#include "state/app.h"
+
+namespace vlt {
+
+// Of the measured value of channel 0 to 2: a velocity or a flow, as its kind says.
+std::string RangeUnitText(App& app, int channel);
+// Of the totalizer of channel 0 to 2.
+std::string TotalUnitText(App& app, int channel);
+std::string HeatFlowUnitText(App& app);
+std::string HeatTotalUnitText(App& app);
+
+}  // namespace vlt

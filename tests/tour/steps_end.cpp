@@ -1,0 +1,29 @@
+// Closing the program.
+#include <QDir>
+#include <QFileInfo>
+
+#include "desktop/qt_text.h"
+#include "tour/tour.h"
+
+namespace vlt::test {
+namespace {
+
+// The window's own close command, and the question whether to keep the settings.
+void Close(Tour& tour) {
+  const QString file = QDir(ToQt(tour.Running().Logic().platform.process.ProgramFolder())).filePath("pipe.ini");
+  tour.Boxes().Lay(tour.Text(4500), true);
+  tour.Boxes().LayFile(FromQt(file));
+  tour.Operator().Window("MDIForm1").close();
+  tour.ExpectSoon("the program's end", [&] { return tour.Running().IsEnding(); });
+  if (!QFileInfo::exists(file)) throw Trouble("the settings were not saved");
+}
+
+constexpr Step kSteps[] = {
+    {"closes with the question about the settings", Close},
+};
+
+}  // namespace
+
+std::span<const Step> EndSteps() { return kSteps; }
+
+}  // namespace vlt::test

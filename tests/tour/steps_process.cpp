@@ -1,0 +1,92 @@
+// Process setting: read the pipe, change it, set it, save it, adjust the zero.
+#include <array>
+
+
+#include "tour/tour.h"
+
+namespace vlt::test {
+namespace {
+
+constexpr const char* kPage = "Form10";
+constexpr const char* kDiameter = "OUTER_DIAMETERText";
+constexpr std::array kPipe = {"OUTER_DIAMETER", "PIPE_MATERIAL", "WALL_THICKNESS", "SENSOR_SPACINGCheck"};
+
+void Open(Tour& tour) {
+  tour.Operator().Click("MDIForm1", "Command1");
+  tour.ExpectSoon("the page's buttons", [&] { return tour.Operator().Enabled(kPage, "ReadParameter"); });
+  tour.Picture("MDIForm1", "process");
+}
+
+void Read(Tour& tour) {
+  Hands& hands = tour.Operator();
+  for (const char* box : kPipe) hands.Tick(kPage, box);
+  hands.Click(kPage, "ReadParameter");
+  tour.ExpectStatus(4021);
+  for (const char* field : {kDiameter, "PIPE_MATERIALCombo", "WALL_THICKNESSText", "SENSOR_SPACINGText"}) {
+    if (hands.Text(kPage, field).empty()) throw Trouble(std::string("not read: ") + field);
+  }
+  tour.Picture("MDIForm1", "process_read");
+}
+
+void Mistype(Tour& tour) {
+  Hands& hands = tour.Operator();
+  hands.Type(kPage, kDiameter, "6o");
+  tour.ClickAndAnswer(kPage, "SetParameter", tour.Text(3920), true);
+  tour.Expect("mistyped text", hands.Text(kPage, kDiameter), "6o");
+  if (tour.Running().Logic().state.UiLocked) throw Trouble("the press went on after the box");
+}
+
+void Set(Tour& tour) {
+  Hands& hands = tour.Operator();
+  const std::string spacing = hands.Text(kPage, "SENSOR_SPACINGText");
+  hands.Type(kPage, kDiameter, "114.3");
+  hands.Click(kPage, "SetParameter");
+  tour.ExpectStatus(4001);
+  tour.Expect("the meter's diameter", hands.Text(kPage, kDiameter), "114.30");
+  if (hands.Text(kPage, "SENSOR_SPACINGText") == spacing) throw Trouble("the spacing does not follow");
+  hands.Type(kPage, kDiameter, "1");
+  hands.Click(kPage, "ReadParameter");
+  tour.Expect("the diameter read again", hands.Text(kPage, kDiameter), "114.30");
+  tour.Picture("MDIForm1", "process_set");
+}
+
+void Save(Tour& tour) {
+  tour.Operator().Click(kPage, "SaveParameter");
+  tour.ExpectStatus(4040);
+}
+
+void Zero(Tour& tour) {
+  tour.Boxes().Lay(tour.Text(3963), true);
+  tour.Boxes().Lay(tour.Text(760) + "  " + tour.Text(4141), true);
+  tour.Operator().Click(kPage, "CmdBtnAdjust");
+  tour.ExpectStatus(4001);
+  tour.Boxes().Lay(tour.Text(3962), true);
+  tour.Boxes().Lay(tour.Text(760) + "  " + tour.Text(4141), true);
+  tour.Operator().Click(kPage, "CmdBtnClear");
+  tour.ExpectStatus(4001);
+  tour.ClickAndAnswer(kPage, "CmdBtnClear", tour.Text(3962), false);
+}
+
+void HideAndShow(Tour& tour) {
+  Hands& hands = tour.Operator();
+  hands.Click("MDIForm1", "Command1");
+  hands.Click("MDIForm1", "Command1");
+  tour.ExpectSoon("the page again", [&] { return hands.Enabled(kPage, "ReadParameter"); });
+  tour.Expect("diameter after hiding", hands.Text(kPage, kDiameter), "114.30");
+}
+
+constexpr Step kSteps[] = {
+    {"process setting opens", Open},
+    {"the pipe is read", Read},
+    {"a mistyped number keeps the focus", Mistype},
+    {"the outer diameter is set", Set},
+    {"saved into the meter", Save},
+    {"zero set and cleared", Zero},
+    {"the page is hidden and shown", HideAndShow},
+};
+
+}  // namespace
+
+std::span<const Step> ProcessSteps() { return kSteps; }
+
+}  // namespace vlt::test

@@ -1,0 +1,50 @@
+// From the splash to the main window.
+#include "tour/tour.h"
+
+namespace vlt::test {
+namespace {
+
+// The splash works in one handler from its first text to the main window, so it is watched meanwhile.
+void Splash(Tour& tour) {
+  tour.Meanwhile().When(
+      [&tour] {
+        const FormView* splash = tour.Running().Screen().View("frmSplash");
+        return splash != nullptr && splash->Root() != nullptr &&
+               tour.Operator().Text("frmSplash", "lblWarning") == "Loader Running...";
+      },
+      [&tour] { tour.Picture("frmSplash", "splash"); });
+  if (!tour.Running().Start()) throw Trouble("the program does not start");
+  tour.ExpectSoon("the splash", [&tour] { return tour.Meanwhile().AllDone(); });
+}
+
+void MainWindowOpens(Tour& tour) {
+  tour.ExpectSoon("the main window", [&] {
+    const Form* frame = tour.Running().Logic().windows.Find("MDIForm1");
+    return frame != nullptr && frame->Visible();
+  });
+  Hands& hands = tour.Operator();
+  tour.Expect("meter's language", hands.Panel("MDIForm1", "StatusBar1", 2), tour.Text(3890));
+  tour.Expect("unit system", hands.Panel("MDIForm1", "StatusBar1", 3), tour.Text(2260));
+  tour.Picture("MDIForm1", "main");
+}
+
+void About(Tour& tour) {
+  Hands& hands = tour.Operator();
+  hands.Menu("MDIForm1", "versionInfo");
+  tour.Picture("frmAbout", "about");
+  hands.Click("frmAbout", "cmdOK");
+  tour.ExpectSoon("the end of the about window",
+                  [&] { return tour.Running().Logic().windows.Find("frmAbout") == nullptr; });
+}
+
+constexpr Step kSteps[] = {
+    {"splash identifies the meter", Splash},
+    {"main window opens", MainWindowOpens},
+    {"about", About},
+};
+
+}  // namespace
+
+std::span<const Step> StartSteps() { return kSteps; }
+
+}  // namespace vlt::test

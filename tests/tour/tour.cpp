@@ -1,0 +1,80 @@
+#include "tour/tour.h"
+
+#include <QDir>
+#include <QFile>
+#include <QMainWindow>
+#include <QPixmap>
+#include <QRegularExpression>
+
+#include "desktop/qt_text.h"
+
+namespace vlt::test {
+namespace {
+
+constexpr QSize kScreen(1280, 800);
+
+constexpr const char* kOwnSettings =
+    "[SYSTEM]\nVR=M627\nLANG_FLAG=1\n"
+    "[COMM]\nPORT=10\nSPEED=38400\nPARITY=O\nSTOP_BIT=1\nTRANS_METHOD=RS232C\nSTATION_NO=01\nRETRY_NO=3\n"
+    "[PORTS]\nCOM10=simulator\n";
+
+QString Language(int lang_flag) { return lang_flag == 0 ? "ja" : "en"; }
+
+}  // namespace
+
+Tour::Tour(int lang_flag, const QString& folder, const QString& pictures)
+    : pictures_(pictures),
+      lang_flag_(lang_flag),
+      program_((WriteSettings(lang_flag, folder), std::make_unique<Program>(FromQt(folder_.path())))),
+      hands_(program_->Screen()) {
+  boxes_.on_box = [this](QWidget& box) { Keep(box, QString("box_%1").arg(++boxes_seen_, 2, 10, QChar('0'))); };
+}
+
+void Tour::WriteSettings(int lang_flag, const QString& from) const {
+  QString settings(kOwnSettings);
+  QFile given(QDir(from).filePath("VLT.ini"));
+  if (!from.isEmpty()) {
+    if (!given.open(QIODevice::ReadOnly)) throw Trouble("no VLT.ini in " + FromQt(from));
+    settings = QString::fromUtf8(given.readAll());
+  }
+  settings.replace(QRegularExpression("LANG_FLAG *=.*"), QString("LANG_FLAG=%1").arg(lang_flag));
+  QFile file(QDir(folder_.path()).filePath("VLT.ini"));
+  if (!file.open(QIODevice::WriteOnly)) throw Trouble("the settings can't be written");
+  file.write(settings.toUtf8());
+}
+
+std::string Tour::Text(int id) const { return program_->Logic().Text(id); }
+
+void Tour::Expect(const std::string& what, const std::string& is, const std::string& should_be) {
+  if (is != should_be) throw Trouble(what + ": \"" + is + "\" instead of \"" + should_be + "\"");
+}
+
+void Tour::ExpectSoon(const std::string& what, const std::function<bool()>& condition) {
+  if (!WaitFor(condition, 15000)) throw Trouble("waited in vain: " + what);
+}
+
+void Tour::ExpectStatus(int id) {
+  const std::string text = Text(id);
+  const std::string panel = FromQt(ToQt(hands_.Panel("MDIForm1", "StatusBar1", 1)).trimmed());
+  if (!panel.ends_with(text)) throw Trouble("status \"" + panel + "\" instead of \"" + text + "\"");
+}
+
+void Tour::ClickAndAnswer(const std::string& form, const std::string& button, const std::string& text, bool first) {
+  boxes_.Lay(text, first);
+  hands_.Click(form, button);
+}
+
+void Tour::Picture(const std::string& form, const std::string& name) {
+  QWidget& window = *hands_.Window(form).window();
+  if (auto* frame = qobject_cast<QMainWindow*>(&window)) frame->resize(kScreen);
+  // Lets the layout settle.
+  WaitFor([] { return false; }, 30);
+  Keep(window, ToQt(name));
+}
+
+void Tour::Keep(QWidget& window, const QString& name) {
+  const QString path = QDir(pictures_).filePath(name + "_" + Language(lang_flag_) + ".png");
+  if (!window.grab().save(path)) throw Trouble("can't write " + FromQt(path));
+}
+
+}  // namespace vlt::test

@@ -1,0 +1,78 @@
+// veltrano3-tour [--out FOLDER] [--dir FOLDER]: walks through the program as an operator would, on the meter
+// simulated in process, once in each language, and keeps a picture of every window.
+//
+// Exit status 0, or 1 with a message on the first thing that is not as it should be.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QTimer>
+#include <cstdio>
+#include <vector>
+
+#include "desktop/qt_text.h"
+#include "tour/tour.h"
+
+namespace {
+
+using vlt::test::Step;
+using vlt::test::Tour;
+
+std::vector<Step> AllSteps() {
+  std::vector<Step> all;
+  for (const auto steps : {vlt::test::StartSteps(), vlt::test::ProcessSteps(), vlt::test::PageSteps(),
+                           vlt::test::EndSteps()}) {
+    all.insert(all.end(), steps.begin(), steps.end());
+  }
+  return all;
+}
+
+// False, with a message, at the first trouble.
+bool Walk(int lang_flag, const QString& folder, const QString& pictures) {
+  const char* language = lang_flag == 0 ? "ja" : "en";
+  const char* at = "start";
+  try {
+    Tour tour(lang_flag, folder, pictures);
+    for (const Step& step : AllSteps()) {
+      at = step.name;
+      step.walk(tour);
+      if (!tour.Boxes().trouble.empty()) throw vlt::test::Trouble(tour.Boxes().trouble.front());
+      if (!tour.Boxes().AllGiven()) throw vlt::test::Trouble("a box that was expected did not come");
+      std::printf("%s  %s\n", language, step.name);
+    }
+    return true;
+  } catch (const std::exception& trouble) {
+    std::fprintf(stderr, "%s  %s: %s\n", language, at, trouble.what());
+    return false;
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("veltrano3-tour");
+  QCommandLineParser options;
+  const QCommandLineOption out("out", "Folder for the pictures; default: tour, below the current one.", "FOLDER",
+                               "tour");
+  const QCommandLineOption dir("dir", "Folder with the VLT.ini to start from; default: the tour's own.",
+                               "FOLDER");
+  options.addOptions({out, dir});
+  options.addHelpOption();
+  options.process(application);
+  const QString pictures = QDir(options.value(out)).absolutePath();
+  if (!QDir().mkpath(pictures)) {
+    std::fprintf(stderr, "can't make %s\n", vlt::FromQt(pictures).c_str());
+    return 1;
+  }
+  QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+  vlt::DressApplication();
+  for (int lang_flag : {1, 0}) {
+    // Inside the application's loop, which the program's end ends.
+    QTimer::singleShot(0, &application, [&, lang_flag] {
+      QApplication::exit(Walk(lang_flag, options.value(dir), pictures) ? 0 : 1);
+    });
+    if (QApplication::exec() != 0) return 1;
+  }
+  std::printf("pictures in %s\n", vlt::FromQt(pictures).c_str());
+  return 0;
+}
