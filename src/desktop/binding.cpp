@@ -15,12 +15,19 @@ struct Maker {
 };
 
 constexpr Maker kMakers[] = {
-    {ControlKind::kCheckBox, BindCheckBox},       {ControlKind::kOptionButton, BindOptionButton},
-    {ControlKind::kTextBox, BindTextBox},         {ControlKind::kComboBox, BindComboBox},
-    {ControlKind::kLabel, BindLabel},             {ControlKind::kPushButton, BindPushButton},
-    {ControlKind::kFrame, BindFrameBox},          {ControlKind::kStatusBar, BindStatusBar},
-    {ControlKind::kProgressBar, BindProgressBar}, {ControlKind::kTab, BindTabControl},
-    {ControlKind::kUpDown, BindUpDown},           {ControlKind::kGrid, BindGrid},
+    {ControlKind::kCheckBox, BindCheckBox},
+    {ControlKind::kOptionButton, BindOptionButton},
+    {ControlKind::kTextBox, BindTextBox},
+    {ControlKind::kComboBox, BindComboBox},
+    {ControlKind::kLabel, BindLabel},
+    {ControlKind::kPushButton, BindPushButton},
+    {ControlKind::kFrame, BindFrameBox},
+    {ControlKind::kStatusBar, BindStatusBar},
+    {ControlKind::kProgressBar, BindProgressBar},
+    {ControlKind::kTab, BindTabControl},
+    {ControlKind::kUpDown, BindUpDown},
+    {ControlKind::kGrid, BindGrid},
+    {ControlKind::kChart, BindChart},
     {ControlKind::kPicture, BindPicture},
 };
 

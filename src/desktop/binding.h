@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QString>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "desktop/input_gate.h"
@@ -17,6 +18,8 @@ namespace vlt {
 struct BindContext {
   RefreshQueue& refresh;
   InputGate& gate;
+  // The text of an id in the language in force, for words that no control carries.
+  std::function<QString(int id)> text = {};
 };
 
 class Binding : public QObject, public Refreshable {

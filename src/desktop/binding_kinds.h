@@ -19,6 +19,7 @@ std::unique_ptr<Binding> BindProgressBar(Control& control, BindContext& context,
 std::unique_ptr<Binding> BindTabControl(Control& control, BindContext& context, QWidget* parent);
 std::unique_ptr<Binding> BindUpDown(Control& control, BindContext& context, QWidget* parent);
 std::unique_ptr<Binding> BindGrid(Control& control, BindContext& context, QWidget* parent);
+std::unique_ptr<Binding> BindChart(Control& control, BindContext& context, QWidget* parent);
 std::unique_ptr<Binding> BindPicture(Control& control, BindContext& context, QWidget* parent);
 
 }  // namespace vlt

@@ -20,10 +20,10 @@ namespace {
 constexpr int kMargin = 10;
 constexpr int kGap = 8;
 constexpr int kRowGap = 5;
-constexpr int kEntryWidth = 130;
-constexpr int kNarrowEntryWidth = 72;  // in rows with an entry for each channel
-constexpr int kSimpleRow = 3;          // cells of a row with one entry
+constexpr int kCellGap = 4;
+constexpr int kEntryWidth = 100;
 constexpr int kUnitWidth = 58;
+constexpr int kCellWidth = 84;
 constexpr int kButtonWidth = 96;
 constexpr int kNavigationWidth = 168;
 constexpr int kNavigationHeight = 38;
@@ -53,7 +53,7 @@ void AlignColumns(const AlignedGrids& grids) {
       if (columns != 1) continue;
       if (static_cast<int>(widths.size()) <= column) widths.resize(static_cast<std::size_t>(column) + 1);
       int& width = widths[static_cast<std::size_t>(column)];
-      width = std::max(width, grid->itemAt(i)->sizeHint().width());
+      width = std::max(width, grid->itemAt(i)->minimumSize().width());
     }
   }
   for (QGridLayout* grid : grids) {
@@ -75,21 +75,37 @@ BuiltWindow Builder::Build(std::span<const LayoutItem> items, QWidget* root) {
 }
 
 void Builder::Add(const LayoutItem& item) {
-  if (item.kind != LayoutKind::kRow) Top().grid = nullptr;
+  if (item.kind != LayoutKind::kRow && item.kind != LayoutKind::kCells) Top().grid = nullptr;
   switch (item.kind) {
-    case LayoutKind::kColumns: return OpenColumns();
-    case LayoutKind::kColumn: return OpenColumn();
-    case LayoutKind::kGroup: return OpenGroup(item);
-    case LayoutKind::kTabs: return OpenTabs(item);
-    case LayoutKind::kTab: return OpenTab();
-    case LayoutKind::kEnd: return Close();
-    case LayoutKind::kRow: return AddRow(item);
-    case LayoutKind::kStrip: return AddStrip(item);
-    case LayoutKind::kWide: return AddWide(item);
-    case LayoutKind::kSpace: return AddSpace();
-    case LayoutKind::kNavigation: return AddNavigation(item);
-    case LayoutKind::kPageArea: return AddPageArea();
-    case LayoutKind::kBackdrop: return SetBackdrop(item);
+    case LayoutKind::kColumns:
+      return OpenColumns();
+    case LayoutKind::kColumn:
+      return OpenColumn(1);
+    case LayoutKind::kSide:
+      return OpenColumn(0);
+    case LayoutKind::kGroup:
+      return OpenGroup(item);
+    case LayoutKind::kTabs:
+      return OpenTabs(item);
+    case LayoutKind::kTab:
+      return OpenTab();
+    case LayoutKind::kEnd:
+      return Close();
+    case LayoutKind::kRow:
+    case LayoutKind::kCells:
+      return AddRow(item);
+    case LayoutKind::kStrip:
+      return AddStrip(item);
+    case LayoutKind::kWide:
+      return AddWide(item);
+    case LayoutKind::kSpace:
+      return AddSpace();
+    case LayoutKind::kNavigation:
+      return AddNavigation(item);
+    case LayoutKind::kPageArea:
+      return AddPageArea();
+    case LayoutKind::kBackdrop:
+      return SetBackdrop(item);
   }
 }
 
@@ -106,14 +122,14 @@ void Builder::OpenColumns() {
   open_.push_back(next);
 }
 
-void Builder::OpenColumn() {
+void Builder::OpenColumn(int stretch) {
   if (Top().kind == LayoutKind::kColumn) CloseColumn();
   Open next{LayoutKind::kColumn};
   next.parent = new QWidget(Top().parent);
   next.parent->setMaximumWidth(kColumnWidth);
   next.flow = NewFlow(next.parent, 0);
   next.aligned = NewAlignment();
-  Top().columns->addWidget(next.parent, 1);
+  Top().columns->addWidget(next.parent, stretch);
   open_.push_back(next);
 }
 
@@ -197,10 +213,11 @@ void Builder::AddRow(const LayoutItem& item) {
     if (name.empty()) continue;
     QWidget* widget = Make(name, &kind);
     if (widget == nullptr) continue;
-    if (kind == ControlKind::kTextBox) {
-      widget->setMinimumWidth(count > kSimpleRow ? kNarrowEntryWidth : kEntryWidth);
+    if (item.kind == LayoutKind::kCells) {
+      PlaceCell(widget, kind, grid, row, column);
+    } else {
+      Place(widget, kind, grid, row, column, column + 1 == count);
     }
-    Place(widget, kind, grid, row, column, column + 1 == count);
   }
 }
 
@@ -215,10 +232,21 @@ void Builder::Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int ro
   }
   if (kind == ControlKind::kTextBox) {
     static_cast<QLineEdit*>(widget)->setAlignment(Qt::AlignRight);
+    widget->setMinimumWidth(kEntryWidth);
     grid->setColumnStretch(column, 1);
   }
   if (column > 1 && kind == ControlKind::kLabel) widget->setMinimumWidth(kUnitWidth);
   grid->addWidget(widget, row, column);
+}
+
+void Builder::PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column) {
+  grid->setHorizontalSpacing(kCellGap);
+  grid->addWidget(widget, row, column);
+  if (kind != ControlKind::kTextBox) return;
+  static_cast<QLineEdit*>(widget)->setAlignment(Qt::AlignRight);
+  widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  widget->setMinimumWidth(kCellWidth);
+  grid->setColumnStretch(column, 1);
 }
 
 void Builder::AddStrip(const LayoutItem& item) {
@@ -243,6 +271,11 @@ void Builder::AddStrip(const LayoutItem& item) {
 
 void Builder::AddWide(const LayoutItem& item) {
   if (QWidget* widget = Make(item.names[0])) Top().flow->addWidget(widget, 1);
+  if (Top().kind == LayoutKind::kColumn && open_.size() > 2) {
+    // The columns around it take the room that is left.
+    Top().parent->setMaximumWidth(QWIDGETSIZE_MAX);
+    open_[open_.size() - 3].flow->setStretchFactor(open_[open_.size() - 2].columns, 1);
+  }
   Top().filled = true;
 }
 
@@ -265,6 +298,10 @@ void Builder::AddNavigation(const LayoutItem& item) {
 void Builder::AddPageArea() {
   built_.page_area = new QStackedWidget(Top().parent);
   Top().parent->setMaximumWidth(QWIDGETSIZE_MAX);
+  built_.page_title = new QLabel(Top().parent);
+  built_.page_title->setObjectName("pageTitle");
+  built_.page_title->setTextFormat(Qt::PlainText);
+  Top().flow->addWidget(built_.page_title);
   Top().flow->addWidget(built_.page_area, 1);
   Top().filled = true;
 }

@@ -13,6 +13,7 @@
 
 class QGridLayout;
 class QHBoxLayout;
+class QLabel;
 class QStackedWidget;
 class QVBoxLayout;
 
@@ -28,6 +29,7 @@ struct BuiltWindow {
   std::vector<std::unique_ptr<Binding>> bindings;
   std::vector<AlignedGrids> aligned;
   QStackedWidget* page_area = nullptr;  // of kPageArea
+  QLabel* page_title = nullptr;         // above it
   std::vector<std::string> unknown;     // names of the table that no control has
   std::vector<std::string> unplaced;    // controls that the table does not name; they lie at the end
 };
@@ -59,7 +61,7 @@ class Builder {
 
   void Add(const LayoutItem& item);
   void OpenColumns();
-  void OpenColumn();
+  void OpenColumn(int stretch);
   void OpenGroup(const LayoutItem& item);
   void OpenTabs(const LayoutItem& item);
   void OpenTab();
@@ -78,6 +80,7 @@ class Builder {
   QWidget* Make(std::string_view name, ControlKind* kind = nullptr);
   void Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column, bool last);
   Open& Top() { return open_.back(); }
+  void PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column);
   std::size_t NewAlignment();
 
   Form& form_;

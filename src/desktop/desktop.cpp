@@ -6,6 +6,7 @@
 #include <QStackedWidget>
 
 #include "desktop/art.h"
+#include "desktop/fonts.h"
 #include "desktop/qt_text.h"
 
 namespace vlt {
@@ -33,7 +34,7 @@ QWidget* MakeEmptyPage(QWidget* parent) {
 
 Desktop::Desktop(Windows& windows, Texts texts, Layouts layouts)
     : windows_(windows),
-      context_{{refresh_, gate_},
+      context_{{refresh_, gate_, texts},
                std::move(layouts),
                std::move(texts),
                [this](const std::string& form) { Close(form); },
@@ -43,7 +44,9 @@ Desktop::Desktop(Windows& windows, Texts texts, Layouts layouts)
   windows_.SetObserver({[this](Form& form) { Loaded(form); }, [this](Form& form) { Unloaded(form); },
                         [this] { PointerChanged(); }});
   gate_.on_idle = [this] {
-    if (!gone_.empty()) QMetaObject::invokeMethod(this, [this] { Sweep(); }, Qt::QueuedConnection);
+    if (!gone_.empty())
+      QMetaObject::invokeMethod(
+          this, [this] { Sweep(); }, Qt::QueuedConnection);
   };
 }
 
@@ -125,7 +128,11 @@ void Desktop::ArrangePages() {
     top = view.Root();
   }
   area->setCurrentWidget(top);
-  if (top != area->widget(0)) title += " - [" + top->windowTitle() + "]";
+  const QString page = top == area->widget(0) ? QString() : top->windowTitle();
+  if (!page.isEmpty()) title += " - [" + page + "]";
+  frame->PageTitle()->setFont(HeadingFont());
+  frame->PageTitle()->setText(page);
+  frame->PageTitle()->setVisible(!page.isEmpty());
   frame->Root()->setWindowTitle(title);
 }
 

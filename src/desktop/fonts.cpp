@@ -11,13 +11,14 @@ namespace vlt {
 namespace {
 
 constexpr double kBaseSize = 9.5;
+constexpr double kHeadingSize = 12;
 constexpr double kTitleSize = 17;
 constexpr int kLargestCaption = 12;  // sizes up to here are captions
 
 // Fonts with Japanese characters and latin ones that go with them, best first.
-constexpr const char* kJapaneseFonts[] = {"Noto Sans CJK JP", "Noto Sans JP", "Yu Gothic UI", "Meiryo UI",
-                                          "MS UI Gothic",     "VL PGothic",   "TakaoPGothic", "IPAPGothic",
-                                          "IPAGothic"};
+constexpr const char* kJapaneseFonts[] = {"Noto Sans CJK JP", "Noto Sans JP", "Yu Gothic UI",
+                                          "Meiryo UI",        "MS UI Gothic", "VL PGothic",
+                                          "TakaoPGothic",     "IPAPGothic",   "IPAGothic"};
 
 // Where the table's latin font is missing.
 constexpr const char* kLatinFonts[] = {"Liberation Sans", "Arimo", "Noto Sans", "Segoe UI", "DejaVu Sans"};
@@ -68,6 +69,13 @@ QFont DesktopFont(const Font& font) {
 
 QFont TitleFont(QFont font) {
   font.setPointSizeF(kTitleSize);
+  font.setBold(true);
+  return font;
+}
+
+QFont HeadingFont() {
+  QFont font = BaseFont();
+  font.setPointSizeF(kHeadingSize);
   font.setBold(true);
   return font;
 }

@@ -15,6 +15,9 @@ QFont DesktopFont(const Font& font);
 // The same in the size of a title.
 QFont TitleFont(QFont font);
 
+// The name of the page on top.
+QFont HeadingFont();
+
 // The application's font: the size that captions share.
 QFont BaseFont();
 

@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
+#include <QTabWidget>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -24,15 +25,19 @@ constexpr int kSmallestDialog = 280;
 WindowStyle StyleOf(const Form& form, const WindowLayout* layout) {
   if (layout != nullptr) return layout->style;
   switch (form.Place()) {
-    case FormPlace::kPage: return WindowStyle::kPage;
-    case FormPlace::kFrame: return WindowStyle::kFrame;
-    default: return WindowStyle::kDialog;
+    case FormPlace::kPage:
+      return WindowStyle::kPage;
+    case FormPlace::kFrame:
+      return WindowStyle::kFrame;
+    default:
+      return WindowStyle::kDialog;
   }
 }
 
 void PutInTheMiddle(QWidget& window, const QWidget* over) {
-  const QRect place = over != nullptr && over->isVisible() ? over->frameGeometry()
-                                                           : QGuiApplication::primaryScreen()->availableGeometry();
+  const QRect place = over != nullptr && over->isVisible()
+                          ? over->frameGeometry()
+                          : QGuiApplication::primaryScreen()->availableGeometry();
   QRect frame = window.frameGeometry();
   frame.moveCenter(place.center());
   window.move(frame.topLeft());
@@ -78,8 +83,7 @@ void FormView::Build() {
   MakeRoot(StyleOf(form_, layout));
   Builder builder(form_, context_.bind, context_.text);
   built_ = builder.Build(layout != nullptr ? layout->items : std::span<const LayoutItem>(), content_);
-  // The frame has left a margin around its pages already.
-  if (IsPage()) content_->layout()->setContentsMargins(0, 0, 0, 0);
+  if (IsPage()) FramePage();
   for (const auto& binding : built_.bindings) {
     binding->on_size_change = [this] {
       arranged_ = false;
@@ -126,6 +130,15 @@ void FormView::MakeRoot(WindowStyle style) {
   auto* bar = new QMenuBar(root_);
   menu_ = std::make_unique<MenuView>(form_, context_.bind, bar);
   if (auto* window = qobject_cast<QMainWindow*>(root_.data())) window->setMenuBar(bar);
+}
+
+// Every page lies in a frame: that of its tabs, else one of its own.
+void FormView::FramePage() {
+  if (content_->findChild<QTabWidget*>(QString(), Qt::FindDirectChildrenOnly) != nullptr) {
+    content_->layout()->setContentsMargins(0, 0, 0, 0);
+  } else if (auto* scroll = qobject_cast<QScrollArea*>(root_.data())) {
+    scroll->setFrameShape(QFrame::StyledPanel);
+  }
 }
 
 void FormView::AddShortCuts(const WindowLayout* layout) {

@@ -13,6 +13,7 @@
 #include "desktop/menu_view.h"
 #include "window/form.h"
 
+class QLabel;
 class QStackedWidget;
 
 namespace vlt {
@@ -38,6 +39,8 @@ class FormView : public QObject, public Refreshable {
   QWidget* Root() const { return root_; }
   // The frame's place for pages; null for other windows.
   QStackedWidget* PageArea() const { return built_.page_area; }
+  // The line above it that names the page on top.
+  QLabel* PageTitle() const { return built_.page_title; }
   const BuiltWindow& Built() const { return built_; }
   // Mnemonics that its menu bar has taken.
   QSet<QChar> MenuLetters() const;
@@ -52,6 +55,7 @@ class FormView : public QObject, public Refreshable {
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void MakeRoot(WindowStyle style);
+  void FramePage();
   void AddShortCuts(const WindowLayout* layout);
   // The keys press the button while it can be pressed.
   void BindKey(const QKeySequence& keys, QWidget* button);

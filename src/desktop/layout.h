@@ -12,19 +12,21 @@
 namespace vlt {
 
 enum class LayoutKind : unsigned char {
-  kColumns,      // flows side by side; each begins with kColumn, kEnd ends them all
-  kColumn,       //
-  kGroup,        // a box with a title: of a frame control, or a text id, or none
-  kTabs,         // pages of a tab control; each begins with kTab, kEnd ends them all
-  kTab,          //
-  kEnd,          //
-  kRow,          // cells of a grid: caption or tick, entry, unit, ...; an empty name leaves a cell free
-  kStrip,        // one beside the other; ">" takes the room that is left, "*name" is a title
-  kWide,         // one control that takes the whole width and the height that is left
-  kSpace,        // takes the height that is left
-  kNavigation,   // the frame's column of page buttons; ">" as in a strip
-  kPageArea,     // the frame's place for pages
-  kBackdrop,     // a picture behind the whole window, which gets its size; the flow lies at its bottom
+  kColumns,     // flows side by side; each begins with kColumn, kEnd ends them all
+  kColumn,      //
+  kSide,        // a column that is no wider than it needs
+  kGroup,       // a box with a title: of a frame control, or a text id, or none
+  kTabs,        // pages of a tab control; each begins with kTab, kEnd ends them all
+  kTab,         //
+  kEnd,         //
+  kRow,         // cells of a grid: caption or tick, entry, unit, ...; an empty name leaves a cell free
+  kCells,       // a row of a table of values: entries as narrow as the window asks, all of them equal
+  kStrip,       // one beside the other; ">" takes the room that is left, "*name" is a title
+  kWide,        // one control that takes the whole width and the height that is left
+  kSpace,       // takes the height that is left
+  kNavigation,  // the frame's column of page buttons; ">" as in a strip
+  kPageArea,    // the frame's place for pages
+  kBackdrop,    // a picture behind the whole window, which gets its size; the flow lies at its bottom
 };
 
 inline constexpr std::size_t kLayoutNames = 14;
@@ -45,6 +47,7 @@ namespace layout {
 
 constexpr LayoutItem Columns() { return {LayoutKind::kColumns}; }
 constexpr LayoutItem Column() { return {LayoutKind::kColumn}; }
+constexpr LayoutItem Side() { return {LayoutKind::kSide}; }
 constexpr LayoutItem Group(const char* frame) { return MakeItem(LayoutKind::kGroup, frame); }
 constexpr LayoutItem TitledGroup(int text_id) { return {LayoutKind::kGroup, {}, text_id}; }
 constexpr LayoutItem Box() { return {LayoutKind::kGroup}; }
@@ -54,6 +57,10 @@ constexpr LayoutItem End() { return {LayoutKind::kEnd}; }
 template <class... Names>
 constexpr LayoutItem Row(Names... names) {
   return MakeItem(LayoutKind::kRow, names...);
+}
+template <class... Names>
+constexpr LayoutItem Cells(Names... names) {
+  return MakeItem(LayoutKind::kCells, names...);
 }
 template <class... Names>
 constexpr LayoutItem Strip(Names... names) {

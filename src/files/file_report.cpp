@@ -24,15 +24,16 @@ constexpr Reason kReasons[] = {
     {FileError::kOther, text::kFileOtherFault, text::kFileOtherFault},
 };
 
-std::string ReasonText(const App& app, FileError error, int Reason::*text) {
+// 0 for kGood.
+int ReasonId(FileError error, int Reason::*text) {
   const auto* reason = std::find_if(std::begin(kReasons), std::end(kReasons),
                                     [&](const Reason& r) { return r.error == error; });
-  return reason == std::end(kReasons) ? "" : app.Text(reason->*text);
+  return reason == std::end(kReasons) ? 0 : reason->*text;
 }
 
 void ReportFailure(App& app, int id, const std::string& path, FileError error, int Reason::*text) {
-  const std::string reason = ReasonText(app, error, text);
-  if (!reason.empty()) app.Status(FormatText(app.Text(id), {LastComponent(path), reason}));
+  const int reason = ReasonId(error, text);
+  if (reason != 0) app.Status(FormatText(app.Text(id), {LastComponent(path), app.Text(reason)}));
 }
 
 }  // namespace
@@ -53,8 +54,6 @@ void ReportNotWritten(App& app, const std::string& path, FileError error) {
   ReportFailure(app, text::kFileNotWritten, path, error, &Reason::writing);
 }
 
-std::string NotWrittenReason(const App& app, FileError error) {
-  return ReasonText(app, error, &Reason::writing);
-}
+int NotWrittenReason(FileError error) { return ReasonId(error, &Reason::writing); }
 
 }  // namespace vlt

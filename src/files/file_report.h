@@ -13,7 +13,7 @@ void ReportSaved(App& app, const std::string& path);
 void ReportNotRead(App& app, const std::string& path, FileError error);
 void ReportNotWritten(App& app, const std::string& path, FileError error);
 
-// Why a file could not be written, for the middle of a sentence; empty for kGood.
-std::string NotWrittenReason(const App& app, FileError error);
+// Text id of why a file could not be written, for the middle of a sentence. `error` is not kGood.
+int NotWrittenReason(FileError error);
 
 }  // namespace vlt

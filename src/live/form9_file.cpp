@@ -117,7 +117,7 @@ void Form9::TellLoss(const std::string& path, FileError error) {
     return;
   }
   const std::string name = LastComponent(path);
-  const std::string reason = NotWrittenReason(app(), error);
+  const std::string reason = app().Text(NotWrittenReason(error));
   StatusBar2.SetPanel(2, lost_records_ == 0 ? FormatText(app().Text(text::kFileNotWritten), {name, reason})
                                             : FormatText(app().Text(text::kRecordsLost),
                                                          {std::to_string(lost_records_), name, reason}));

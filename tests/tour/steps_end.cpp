@@ -10,7 +10,8 @@ namespace {
 
 // The window's own close command, and the question whether to keep the settings.
 void Close(Tour& tour) {
-  const QString file = QDir(ToQt(tour.Running().Logic().platform.process.ProgramFolder())).filePath("pipe.ini");
+  const QString file =
+      QDir(ToQt(tour.Running().Logic().platform.process.ProgramFolder())).filePath("pipe.ini");
   tour.Boxes().Lay(tour.Text(4500), true);
   tour.Boxes().LayFile(FromQt(file));
   tour.Operator().Window("MDIForm1").close();

@@ -1,7 +1,6 @@
 // Process setting: read the pipe, change it, set it, save it, adjust the zero.
 #include <array>
 
-
 #include "tour/tour.h"
 
 namespace vlt::test {

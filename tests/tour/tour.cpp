@@ -1,5 +1,6 @@
 #include "tour/tour.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QMainWindow>
@@ -27,7 +28,9 @@ Tour::Tour(int lang_flag, const QString& folder, const QString& pictures)
       lang_flag_(lang_flag),
       program_((WriteSettings(lang_flag, folder), std::make_unique<Program>(FromQt(folder_.path())))),
       hands_(program_->Screen()) {
-  boxes_.on_box = [this](QWidget& box) { Keep(box, QString("box_%1").arg(++boxes_seen_, 2, 10, QChar('0'))); };
+  boxes_.on_box = [this](QWidget& box) {
+    Keep(box, QString("box_%1").arg(++boxes_seen_, 2, 10, QChar('0')));
+  };
 }
 
 void Tour::WriteSettings(int lang_flag, const QString& from) const {
@@ -59,7 +62,8 @@ void Tour::ExpectStatus(int id) {
   if (!panel.ends_with(text)) throw Trouble("status \"" + panel + "\" instead of \"" + text + "\"");
 }
 
-void Tour::ClickAndAnswer(const std::string& form, const std::string& button, const std::string& text, bool first) {
+void Tour::ClickAndAnswer(const std::string& form, const std::string& button, const std::string& text,
+                          bool first) {
   boxes_.Lay(text, first);
   hands_.Click(form, button);
 }
@@ -67,8 +71,7 @@ void Tour::ClickAndAnswer(const std::string& form, const std::string& button, co
 void Tour::Picture(const std::string& form, const std::string& name) {
   QWidget& window = *hands_.Window(form).window();
   if (auto* frame = qobject_cast<QMainWindow*>(&window)) frame->resize(kScreen);
-  // Lets the layout settle.
-  WaitFor([] { return false; }, 30);
+  QCoreApplication::processEvents();  // the layout settles
   Keep(window, ToQt(name));
 }
 

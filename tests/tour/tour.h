@@ -32,7 +32,8 @@ class Tour {
   // Status panel 1 ends with the text of the table, with nothing behind it but blanks.
   void ExpectStatus(int id);
   // Clicks a button whose box is answered by its first or last button; the box says `text`.
-  void ClickAndAnswer(const std::string& form, const std::string& button, const std::string& text, bool first);
+  void ClickAndAnswer(const std::string& form, const std::string& button, const std::string& text,
+                      bool first);
   // Keeps the window of a form as a picture. `name` without language and ending.
   void Picture(const std::string& form, const std::string& name);
 

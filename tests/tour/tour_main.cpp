@@ -19,8 +19,8 @@ using vlt::test::Tour;
 
 std::vector<Step> AllSteps() {
   std::vector<Step> all;
-  for (const auto steps : {vlt::test::StartSteps(), vlt::test::ProcessSteps(), vlt::test::PageSteps(),
-                           vlt::test::EndSteps()}) {
+  for (const auto steps :
+       {vlt::test::StartSteps(), vlt::test::ProcessSteps(), vlt::test::PageSteps(), vlt::test::EndSteps()}) {
     all.insert(all.end(), steps.begin(), steps.end());
   }
   return all;
@@ -52,8 +52,8 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName("veltrano3-tour");
   QCommandLineParser options;
-  const QCommandLineOption out("out", "Folder for the pictures; default: tour, below the current one.", "FOLDER",
-                               "tour");
+  const QCommandLineOption out("out", "Folder for the pictures; default: tour, below the current one.",
+                               "FOLDER", "tour");
   const QCommandLineOption dir("dir", "Folder with the VLT.ini to start from; default: the tour's own.",
                                "FOLDER");
   options.addOptions({out, dir});

@@ -7,8 +7,8 @@ namespace {
 using namespace layout;
 
 constexpr LayoutItem kItems[] = {
-    Strip("DigitalOutputSelect(0)", "DigitalOutputSelect(1)", "DigitalOutputSelect(2)", "DigitalOutputSelect(3)",
-          ">"),
+    Strip("DigitalOutputSelect(0)", "DigitalOutputSelect(1)", "DigitalOutputSelect(2)",
+          "DigitalOutputSelect(3)", ">"),
     Columns(),
     Column(),
     Box(),

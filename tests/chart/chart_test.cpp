@@ -1,0 +1,252 @@
+// The chart on the screen: what is drawn and when, and what mouse and buttons do.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QToolButton>
+#include <QWheelEvent>
+#include <QtTest/QTest>
+
+#include "desktop/binding.h"
+#include "desktop/chart_plot.h"
+#include "resources/string_table.h"
+#include "support/virtual_platform.h"
+#include "window/chart.h"
+#include "window/form.h"
+
+namespace vlt::test {
+namespace {
+
+constexpr QSize kSize(640, 400);
+
+class ChartOnScreen : public ::testing::Test {
+ protected:
+  struct Window : Form {
+    explicit Window(Windows& windows) : Form(windows, "Window", FormPlace::kWindow) {}
+    Chart chart{*this, "chart"};
+  };
+
+  ChartOnScreen() {
+    chart.SetXRange(0, 10);
+    chart.SetYRange(0, 100);
+    chart.SetYTitle("[m3/h]");
+    chart.SetColour(0xFF0000);
+    chart.Reset(10);
+    for (int i = 1; i <= 9; ++i) {
+      if (i != 5) chart.SetPoint(i, i, 10.0 * i);
+    }
+    chart.SetLastPoint(9);
+    binding = Bind(chart, context, &frame);
+    binding->Widget()->resize(kSize);
+  }
+
+  void Show() {
+    frame.resize(kSize);
+    frame.show();
+    Settle();
+  }
+  void Settle() {
+    for (int i = 0; i < 5; ++i) QApplication::processEvents();
+  }
+  ChartPlot& Plot() { return *frame.findChild<ChartPlot*>("plot"); }
+  QWidget& Canvas() { return *Plot().findChild<QWidget*>(); }
+  QString Reading() { return frame.findChild<QLabel*>("reading")->text(); }
+  void Press(const char* tool) {
+    QTest::mouseClick(frame.findChild<QToolButton*>(tool), Qt::LeftButton);
+    Settle();
+  }
+  void Drag(QPoint from, QPoint to, Qt::KeyboardModifier modifier = Qt::NoModifier) {
+    QTest::mousePress(&Canvas(), Qt::LeftButton, modifier, from);
+    QMouseEvent move(QEvent::MouseMove, QPointF(to), Canvas().mapToGlobal(to), Qt::NoButton, Qt::LeftButton,
+                     modifier);
+    QApplication::sendEvent(&Canvas(), &move);
+    QTest::mouseRelease(&Canvas(), Qt::LeftButton, modifier, to);
+    Settle();
+  }
+  void Wheel(QPoint at, int steps) {
+    QWheelEvent event(QPointF(at), Canvas().mapToGlobal(at), {}, {0, 120 * steps}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&Canvas(), &event);
+    Settle();
+  }
+  // The rows of the picture in which the line is seen, between two columns.
+  std::vector<int> LineRows(int from, int to) {
+    const QImage image = Canvas().grab().toImage();
+    std::vector<int> rows;
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = from; x < to; ++x) {
+        const QColor colour = image.pixelColor(x, y);
+        if (colour.blue() > colour.red() + 80) rows.push_back(y);
+      }
+    }
+    return rows;
+  }
+  // The middle of the columns at which the reading tells this x; 0 when none does.
+  int ColumnOf(double x) {
+    int first = 0;
+    int last = 0;
+    for (int column = 0; column < Canvas().width(); column += 2) {
+      Point({column, Canvas().height() / 2});
+      if (!Reading().startsWith(QString("x %1 ").arg(x))) continue;
+      if (first == 0) first = column;
+      last = column;
+    }
+    return (first + last) / 2;
+  }
+  void Point(QPoint at) {
+    QMouseEvent move(QEvent::MouseMove, QPointF(at), Canvas().mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&Canvas(), &move);
+  }
+
+  VirtualPlatform platform;
+  Windows windows{platform.machine};
+  Window window{windows};
+  Chart& chart = window.chart;
+  RefreshQueue queue;
+  InputGate gate;
+  BindContext context{queue, gate, [](int id) { return QString(LookupText(id + 5000)); }};
+  QWidget frame;
+  std::unique_ptr<Binding> binding;
+};
+
+TEST_F(ChartOnScreen, IsDrawnOnceABatchAndNeverWhileHidden) {
+  Settle();
+  const int made = Plot().DrawCount();
+  chart.SetPoint(1, 1, 50);
+  Settle();
+  EXPECT_EQ(Plot().DrawCount(), made);
+  Show();
+  const int shown = Plot().DrawCount();
+  EXPECT_GT(shown, made);
+  {
+    const ChartBatch batch(chart);
+    for (int i = 1; i <= 9; ++i) chart.SetPoint(i, i, i);
+    chart.SetYRange(0, 20);
+  }
+  chart.SetPoint(2, 2, 7);  // before the screen was brought up to date
+  Settle();
+  EXPECT_EQ(Plot().DrawCount(), shown + 1);
+  chart.SetPoint(2, 2, 7);
+  chart.SetHint("hint");
+  Settle();
+  EXPECT_EQ(Plot().DrawCount(), shown + 1);
+  frame.hide();
+  chart.SetPoint(2, 2, 8);
+  Settle();
+  EXPECT_EQ(Plot().DrawCount(), shown + 1);
+  frame.show();
+  Settle();
+  EXPECT_GT(Plot().DrawCount(), shown + 1);
+}
+
+TEST_F(ChartOnScreen, LeavesAGapForAHole) {
+  Show();
+  const int three = ColumnOf(3), four = ColumnOf(4), six = ColumnOf(6);
+  ASSERT_LT(three, four);
+  EXPECT_FALSE(LineRows(three + 8, four - 8).empty());
+  EXPECT_TRUE(LineRows(four + 8, six - 8).empty());
+}
+
+TEST_F(ChartOnScreen, TurnsRoundForAMinimumAboveTheMaximum) {
+  Show();
+  const int two = ColumnOf(2), eight = ColumnOf(8);
+  const auto middle = [&](int column) { return LineRows(column - 2, column + 2).at(2); };
+  EXPECT_GT(middle(two), middle(eight)) << "greater values lie higher";
+  chart.SetYRange(100, 0);
+  Settle();
+  EXPECT_LT(middle(two), middle(eight));
+}
+
+TEST_F(ChartOnScreen, TellsWhatLiesAtTheMouse) {
+  Show();
+  Point({ColumnOf(7), 100});
+  EXPECT_EQ(Reading(), "x 7    y 70 [m3/h]");
+  const int four = ColumnOf(4), six = ColumnOf(6);
+  Point({(four + six) / 2, 100});
+  EXPECT_EQ(Reading(), "x 5    y -");
+  QEvent leave(QEvent::Leave);
+  QApplication::sendEvent(&Canvas(), &leave);
+  EXPECT_EQ(Reading(), "");
+}
+
+TEST_F(ChartOnScreen, FollowsUntilAPersonMovesTheView) {
+  Show();
+  const QPoint centre = Canvas().rect().center();
+  const std::function<void()> moves[] = {
+      [&] { Wheel(centre, 2); },
+      [&] { Drag(centre, centre + QPoint(60, 20)); },
+      [&] { Drag(centre, centre + QPoint(120, 60), Qt::ShiftModifier); },
+      [&] {
+        Press("zoom");
+        Drag(centre, centre + QPoint(120, 60));
+        Press("zoom");
+      },
+  };
+  for (std::size_t i = 0; i < std::size(moves); ++i) {
+    SCOPED_TRACE(i);
+    const int three = ColumnOf(3);
+    moves[i]();
+    EXPECT_FALSE(Plot().Following());
+    EXPECT_NE(ColumnOf(3), three);
+    const int moved = ColumnOf(8);
+    chart.SetXRange(1, 11);
+    Settle();
+    EXPECT_EQ(ColumnOf(8), moved) << "the view stays where the person put it";
+    chart.SetXRange(0, 10);
+    if (i % 2 == 0) {
+      Press("follow");
+    } else {
+      QTest::mouseDClick(&Canvas(), Qt::LeftButton, Qt::NoModifier, centre);
+      Settle();
+    }
+    EXPECT_TRUE(Plot().Following());
+    EXPECT_TRUE(frame.findChild<QToolButton*>("follow")->isChecked());
+    EXPECT_EQ(ColumnOf(3), three);
+  }
+}
+
+TEST_F(ChartOnScreen, SavesThePicture) {
+  Show();
+  platform.dialogs.SaveFile("/trend.png");
+  Press("export");
+  EXPECT_EQ(platform.files.files["/trend.png"].substr(1, 3), "PNG");
+  EXPECT_TRUE(platform.dialogs.questions.back().ask_before_overwrite);
+  platform.dialogs.SaveFile(std::nullopt);
+  Press("export");
+  platform.files.FailChange(1, FileError::kFull);
+  platform.dialogs.SaveFile("/other.png");
+  platform.dialogs.Answer(MessageAnswer::kOk);
+  Press("export");
+  EXPECT_EQ(platform.dialogs.TakeTexts(),
+            std::vector<std::string>{"other.png could not be written: the disk is full"});
+}
+
+TEST_F(ChartOnScreen, IsReadableOnADarkGround) {
+  Show();
+  QPalette dark;
+  dark.setColor(QPalette::Base, QColor(20, 20, 20));
+  dark.setColor(QPalette::Text, Qt::white);
+  frame.setPalette(dark);
+  Settle();
+  const QImage image = Canvas().grab().toImage();
+  EXPECT_LT(image.pixelColor(image.width() / 2, 12).lightness(), 60);
+  int lightest = 0;
+  for (int x = 0; x < image.width(); ++x) {
+    for (int y = 0; y < image.height(); ++y) {
+      const QColor colour = image.pixelColor(x, y);
+      if (colour.blue() > colour.red() + 60) lightest = std::max(lightest, colour.lightness());
+    }
+  }
+  EXPECT_GT(lightest, 120) << "a blue that is seen";
+}
+
+}  // namespace
+}  // namespace vlt::test
+
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,347 @@
+// A run of the measure page: what starts it, what it shows, how it ends, and what may come in between.
+#include <cmath>
+
+#include "link/port.h"
+#include "measure_fixture.h"
+#include "shell/mdi_form1.h"
+#include "shell/start.h"
+
+namespace vlt::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+TEST(MeasureStart, AsksForAFileThenForGoodScalesThenForThePort) {
+  MeasureTest t(kOneChannel);
+  ScriptedDialogs& dialogs = t.test.platform.dialogs;
+  dialogs.Answer(MessageAnswer::kOk);
+  t.page().Start.Press();
+  EXPECT_EQ(dialogs.TakeTexts(), Texts{"Please specify the file name to save"});
+  t.Save("/data/run");
+  t.page().PointText.Type("1.2.3");
+  dialogs.Answer(MessageAnswer::kOk);
+  t.page().Start.Press();
+  EXPECT_EQ(dialogs.TakeTexts(), Texts{"Any data other than a number is not allowed"});
+  t.page().PointText.Type("50");
+  bool closed = false;
+  ClosePort(t.app(), closed);
+  t.app().state.PortNo = "7";
+  dialogs.Answer(MessageAnswer::kOk);
+  t.page().Start.Press();
+  EXPECT_EQ(dialogs.TakeTexts(), Texts{"The error occurred at the time of communication"});
+  EXPECT_TRUE(t.test.StatusText().starts_with("The error occurred at the time of communication"));
+  EXPECT_EQ(t.app().windows.MousePointer(), kNormalPointer);
+  EXPECT_FALSE(t.app().state.UiLocked);
+  EXPECT_EQ(t.page().Running, 0);
+  EXPECT_TRUE(t.files().empty());
+}
+
+TEST(MeasureScales, AreJudgedWhenTheFieldIsLeft) {
+  const std::string number = "Any data other than a number is not allowed";
+  const std::string range = "The data is outside of the range";
+  struct Case {
+    const char* box;
+    const char* text;
+    std::string message;
+  };
+  const Case cases[] = {
+      {"Max", "", number},
+      {"Max", "abc", number},
+      {"Max", "1.2.3", number},
+      {"Min", "-", number},
+      {"Min", " ", number},
+      {"Min", "1e5", number},
+      {"Max", "2147483647", ""},
+      {"Max", "2147483648", range},
+      {"Min", "-2147483648", ""},
+      {"Min", "-2147483649", range},
+      {"Cycle", "0.9", range},
+      {"Cycle", "1", ""},
+      {"Cycle", "3600", ""},
+      {"Cycle", "3600.5", range},
+      {"Cycle", "-1", range},
+      {"PointText", "0", range},
+      {"PointText", "2147483647", ""},
+      {"PointText", "99999999999", range},
+      {"PointText", "", number},
+      {"PointText", "12,345", ""},
+      {"PointText", "12,5", number},
+  };
+  MeasureTest t(kOneChannel);
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.box) + "=" + c.text);
+    auto& box = static_cast<TextBox&>(*t.page().Find(c.box));
+    const int selected = box.SelectAllCount();
+    const int focused = t.page().FocusCount();
+    if (!c.message.empty()) t.test.platform.dialogs.Answer(MessageAnswer::kOk);
+    box.Type(c.text);
+    box.LoseFocus();
+    EXPECT_EQ(t.test.platform.dialogs.TakeTexts(), c.message.empty() ? Texts{} : Texts{c.message});
+    EXPECT_EQ(box.SelectAllCount() > selected, !c.message.empty());
+    EXPECT_EQ(t.page().FocusCount() > focused, !c.message.empty());
+    EXPECT_EQ(box.Text(), c.text);
+  }
+}
+
+TEST(MeasureScales, OutliveThePageAndFallBackWhereTheFileIsWrong) {
+  MeasureTest t(kOneChannel);
+  t.page().Max.Type(" 12 ");
+  t.page().PointText.Type("75");
+  t.Do([&] { t.app().windows.Unload("Form9"); });
+  EXPECT_EQ(t.app().state.TrendYScaleMax, "12");
+  t.app().state.TrendYScaleMin = "rubbish";
+  t.app().windows.Load("Form9");
+  EXPECT_EQ(t.page().Max.Text(), "12");
+  EXPECT_EQ(t.page().Min.Text(), "rubbish");
+  EXPECT_EQ(t.page().Chart2D1.Y(), (ChartAxis{-1000, 12, "[   ]"}));
+  EXPECT_EQ(t.page().Chart2D1.PointCount(), 75);
+}
+
+// A cycle begins so many seconds after the last one has returned; its exchanges lengthen the period.
+TEST(MeasureCycle, LastsItsSecondsAndItsExchanges) {
+  for (const auto& [text, seconds] : {std::pair{"1", 1}, {"2.5", 2}, {"3.5", 4}}) {
+    MeasureTest t(kTwoPipes);
+    t.StartRun("50", text);
+    t.RunCycles(2);
+    t.test.platform.line.ClearLog();
+    t.RunCycles(3);
+    const std::int64_t begin = t.test.platform.line.Log().front().at;
+    const std::int64_t end = t.test.platform.line.Log().back().at;
+    t.test.platform.line.ClearLog();
+    t.RunCycles(4);
+    const std::int64_t period = t.test.platform.line.Log().front().at - begin;
+    EXPECT_GT(period, seconds * 1'000'000 + end - begin) << text;
+    EXPECT_LT(period, seconds * 1'000'000 + end - begin + 100'000) << text;
+  }
+}
+
+TEST(MeasureValues, ShowWhatTheRegistersHold) {
+  MeasureTest t(kTwoPipes);
+  t.app().state.RetryNo = 0;
+  t.meter().SetLive(0, sim::Quantity::Flow, -2.9996);
+  t.meter().SetLive(0, sim::Quantity::PlusTotal, 123456789.98765);
+  t.StartRun();
+  EXPECT_EQ(t.page().txtRyuryo(0).Text(), "-2.999");
+  EXPECT_EQ(t.page().txtPlusSekisan(0).Text(), "123456789.987");
+  EXPECT_EQ(t.page().lblRyusokuUnit(0).Caption(), "[m/s]");
+  // The computed channel of two pipes has no velocity, and there is no heat.
+  EXPECT_FALSE(t.page().txtRyusoku(2).Enabled());
+  EXPECT_EQ(t.page().txtRyusoku(2).Text() + t.page().lblRyusokuUnit(2).Caption(), "");
+  EXPECT_FALSE(t.page().lblCh3(1).Enabled());
+  EXPECT_TRUE(t.page().lblCh3(0).Enabled());
+  EXPECT_FALSE(t.page().lblTHERMAL_FLOW.Enabled());
+  // A silent channel shows no stale value; the others go on.
+  t.meter().SetLive(2, sim::Quantity::Flow, 77);
+  t.test.platform.Arm("silence@0000");
+  t.RunCycles(2);
+  EXPECT_EQ(t.page().txtRyuryo(0).Text() + t.page().txtRAS(0).Text(), "--");
+  EXPECT_EQ(t.page().txtRyuryo(2).Text(), "77");
+  t.test.platform.Arm("silence@251C");
+  t.RunCycles(3);
+  EXPECT_EQ(t.State(), "It is display acquisition data [NO RESPONSE ERROR]");
+  t.RunCycles(4);
+  EXPECT_EQ(t.page().txtRyuryo(0).Text(), "-2.999");
+  EXPECT_EQ(t.State(), "It is display acquisition data");
+}
+
+TEST(MeasureValues, TellTheHighestAlarm) {
+  const std::pair<int, const char*> rows[] = {
+      {0x0000, "Normal"},
+      {0x8000, "E1:DEVICE ERROR 1"},
+      {0xFFFF, "E1:DEVICE ERROR 1"},
+      {0x0100, "E2:CALCULATIE ERROR"},
+      {0x0080, "RESERVE"},
+      {0x0040, "E1:DEVICE ERROR 3"},
+      {0x001F, "RESERVE"},
+      {0x0003, "E4:RANGE OVER"},
+      {0x0001, "E4:TEMPERATURE ERROR"},
+  };
+  MeasureTest t(kOneChannel);
+  std::int64_t cycles = 0;
+  for (const auto& [word, text] : rows) {
+    t.meter().SetRas(0, static_cast<std::uint16_t>(word));
+    if (cycles == 0) t.StartRun();
+    t.RunCycles(++cycles);
+    EXPECT_EQ(t.page().txtRAS(0).Text(), text);
+  }
+}
+
+TEST(MeasurePage, OffersTheChannelsOfTheMeter) {
+  MeasureTest single(kOneChannel);
+  EXPECT_EQ(single.page().CH_Combo.Items(), Texts{"CH1"});
+  MeasureTest t(kTwoPipes);
+  ASSERT_EQ(t.page().CH_Combo.Items(), (Texts{"CH1", "CH2", "CH3"}));
+  t.page().Flow_Combo.Choose(2);
+  t.page().CH_Combo.Choose(2);
+  EXPECT_EQ(t.page().Flow_Combo.Items(), (Texts{"FLOW RATE", "FLOW RATE%"}));
+  EXPECT_EQ(t.page().Flow_Combo.ListIndex(), 0) << "the third entry is not there";
+  t.Do([&] { t.app().windows.Unload("Form9"); });
+  t.app().windows.Load("Form9");
+  EXPECT_EQ(t.page().CH_Combo.ListIndex(), 2) << "kept";
+}
+
+TEST(MeasurePage, LocksTheProgramForARunAndGivesItBack) {
+  MeasureTest t(kTwoPaths);
+  t.StartRun();
+  for (const char* off : {"Start", "SaveCSV", "CH_Combo", "Flow_Combo", "Frame4", "Frame5", "Frame6", "Max",
+                          "Min", "Cycle", "PointText"}) {
+    EXPECT_FALSE(t.page().Find(off)->Enabled()) << off;
+  }
+  EXPECT_TRUE(t.page().Stop.Enabled());
+  EXPECT_TRUE(t.app().state.UiLocked);
+  EXPECT_FALSE(t.test.MainWindow().menubar_enabled);
+  t.Do([&] { t.page().Show(); });
+  EXPECT_FALSE(t.page().Start.Enabled());
+  t.page().Stop.Press();
+  EXPECT_TRUE(t.page().CycleTimer.Running()) << "the next tick ends it";
+  EXPECT_EQ(t.app().state.StopRequest, 1);
+  // Started again before that tick, the run goes on in a file of its own.
+  const std::string first = t.page().MeasureFilePath;
+  ASSERT_TRUE(t.page().Start.Press());
+  EXPECT_NE(t.page().MeasureFilePath, first);
+  t.RunCycles(3);
+  EXPECT_EQ(t.Lines().size(), 5u);
+  t.page().Stop.Press();
+  t.app().state.AppRunning = false;
+  t.time().RunFor(1500);
+  EXPECT_FALSE(t.page().CycleTimer.Running());
+  EXPECT_TRUE(t.time().Ended()) << "a close that was asked for meanwhile";
+}
+
+TEST(MeasureCycle, MeasuresAMeterThatComesBackWithoutANewStart) {
+  MeasureTest t(kOneChannel);
+  t.StartRun();
+  sim::Line& line = t.test.platform.line;
+  line.Unplug(t.time().NowMs() * 1000);
+  t.RunCycles(3);
+  EXPECT_NE(t.State().find("COM1"), std::string::npos) << t.State();
+  EXPECT_EQ(t.page().txtRyuryo(0).Text(), "-");
+  line.Plug(t.time().NowMs() * 1000);
+  t.RunCycles(5);
+  EXPECT_EQ(t.State(), "It is display acquisition data");
+  EXPECT_NE(t.page().txtRyuryo(0).Text(), "-");
+  EXPECT_EQ(t.Lines().size(), 2u + 5u) << "failed cycles have their records";
+}
+
+// The program with its real main window, one gesture in the middle of a start or a cycle.
+class Interrupted {
+ public:
+  Interrupted() : test({.meter = {.specification = 182}, .frame = false}) {
+    RegisterAllWindows(app());
+    app().windows.Load("MDIForm1");
+    test.app.windows.Run([&] { MainWindow(app()).Command7.Press(); });
+    test.app.state.RetryNo = 0;
+    test.platform.dialogs.SaveFile("/data/run");
+    page()->SaveCSV.Press();
+    test.platform.line.ClearLog();
+  }
+
+  App& app() { return test.app; }
+  Form9* page() { return static_cast<Form9*>(app().windows.Find("Form9")); }
+  void Unload() {
+    app().windows.Run([&] { app().windows.Unload("Form9"); });
+  }
+
+  void Run(std::int64_t at_ms, const std::function<void(Interrupted&)>& gesture) {
+    test.Time().After(at_ms, [this, gesture] { gesture(*this); });
+    page()->Start.Press();
+    test.Time().RunFor(6000);
+  }
+
+  // Each request got its answer before the next one went out; the error answers of this meter are answers.
+  void CheckLine() {
+    bool waiting = false;
+    for (const sim::LogEntry& entry : test.platform.line.Log()) {
+      const bool request = entry.kind == sim::LogEntry::Kind::Request;
+      ASSERT_EQ(request, !waiting) << "an exchange inside another";
+      waiting = request;
+    }
+  }
+
+  void CheckEnd() {
+    EXPECT_FALSE(app().state.UiLocked);
+    EXPECT_EQ(app().windows.MousePointer(), kNormalPointer);
+    EXPECT_TRUE(MainWindow(app()).Command13.Enabled());
+    for (const auto& [path, text] : test.platform.files.files) MeasureTest::LinesOf(text);
+    if (page() == nullptr) return;
+    EXPECT_EQ(page()->Running, 0);
+    EXPECT_FALSE(page()->CycleTimer.Running());
+    EXPECT_TRUE(page()->Start.Enabled() && page()->SaveCSV.Enabled() && !page()->Stop.Enabled());
+    EXPECT_TRUE(page()->Max.Enabled() && page()->CH_Combo.Enabled() && page()->Frame6.Enabled());
+    EXPECT_EQ(MeasureTest::WithoutStamp(page()->StatusBar2.Panel(1)), "The display of data was ended ");
+  }
+
+  TestApp test;
+};
+
+constexpr std::int64_t kStartAndTwoCyclesMs = 3600;
+
+TEST(MeasureInterrupted, StopWaitsForTheRunningExchanges) {
+  for (std::int64_t at = 0; at < kStartAndTwoCyclesMs && !::testing::Test::HasFailure(); at += 7) {
+    SCOPED_TRACE(at);
+    Interrupted t;
+    t.Run(at, [&](Interrupted& i) {
+      i.page()->Stop.Press();
+      i.test.Time().After(at % 40, [&i] { i.page()->Stop.Press(); });
+    });
+    t.CheckLine();
+    t.CheckEnd();
+  }
+}
+
+TEST(MeasureInterrupted, UnloadLetsTheRunningExchangesEndAndReleasesTheProgram) {
+  for (std::int64_t at = 0; at < kStartAndTwoCyclesMs && !::testing::Test::HasFailure(); at += 7) {
+    SCOPED_TRACE(at);
+    Interrupted t;
+    t.Run(at, [&](Interrupted& i) {
+      if (at % 3 == 0) i.page()->Stop.Press();
+      i.Unload();
+      EXPECT_EQ(i.page(), nullptr);
+      if (at % 2 == 0) MainWindow(i.app()).Command7.Press();
+    });
+    t.CheckLine();
+    if (t.page() != nullptr) {
+      EXPECT_TRUE(t.page()->Start.Enabled());
+      t.Unload();
+    }
+    t.CheckEnd();
+  }
+}
+
+TEST(MeasureInterrupted, TheMainWindowStaysOpenUntilTheRunIsStopped) {
+  for (std::int64_t at = 0; at < kStartAndTwoCyclesMs && !::testing::Test::HasFailure(); at += 25) {
+    SCOPED_TRACE(at);
+    Interrupted t;
+    t.Run(at, [&](Interrupted& i) {
+      EXPECT_FALSE(i.app().windows.Unload("MDIForm1"));
+      i.page()->Start.Press();
+      i.page()->SaveCSV.Press();
+    });
+    EXPECT_EQ(t.page()->Running, 1);
+    t.page()->Stop.Press();
+    t.test.platform.dialogs.Answer(MessageAnswer::kNo);
+    t.app().windows.Run([&] { EXPECT_TRUE(t.app().windows.Unload("MDIForm1")); });
+    EXPECT_EQ(t.page(), nullptr);
+    t.test.Time().RunFor(3000);
+    t.CheckLine();
+    EXPECT_FALSE(t.app().state.UiLocked);
+  }
+}
+
+// Pages may be opened beside a run; none of them may take the meter or give the lock away.
+TEST(MeasureInterrupted, PagesOpenedMeanwhileLeaveTheMeterAlone) {
+  const auto buttons = MDIForm1::PageButtons();
+  for (std::size_t i = 0; i < buttons.size(); ++i) {
+    SCOPED_TRACE(buttons[i].page);
+    Interrupted t;
+    t.Run(3010, [&](Interrupted& run) {
+      (MainWindow(run.app()).*buttons[i].button).Press();
+      EXPECT_TRUE(run.app().state.UiLocked);
+    });
+    EXPECT_EQ(t.page()->Running, 1);
+    t.CheckLine();
+  }
+}
+
+}  // namespace
+}  // namespace vlt::test
