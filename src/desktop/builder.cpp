@@ -21,6 +21,7 @@ constexpr int kMargin = 10;
 constexpr int kGap = 8;
 constexpr int kRowGap = 5;
 constexpr int kCellGap = 4;
+constexpr int kCellRowGap = 2;
 constexpr int kEntryWidth = 100;
 constexpr int kUnitWidth = 58;
 constexpr int kCellWidth = 84;
@@ -241,6 +242,7 @@ void Builder::Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int ro
 
 void Builder::PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column) {
   grid->setHorizontalSpacing(kCellGap);
+  grid->setVerticalSpacing(kCellRowGap);
   grid->addWidget(widget, row, column);
   if (kind != ControlKind::kTextBox) return;
   static_cast<QLineEdit*>(widget)->setAlignment(Qt::AlignRight);

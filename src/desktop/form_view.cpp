@@ -21,6 +21,7 @@ namespace {
 constexpr QSize kFrameSize(1280, 800);
 constexpr QSize kSmallestFrame(900, 560);
 constexpr int kSmallestDialog = 280;
+constexpr int kPageMargin = 8;
 
 WindowStyle StyleOf(const Form& form, const WindowLayout* layout) {
   if (layout != nullptr) return layout->style;
@@ -138,6 +139,7 @@ void FormView::FramePage() {
     content_->layout()->setContentsMargins(0, 0, 0, 0);
   } else if (auto* scroll = qobject_cast<QScrollArea*>(root_.data())) {
     scroll->setFrameShape(QFrame::StyledPanel);
+    content_->layout()->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
   }
 }
 

@@ -4,16 +4,28 @@
 namespace vlt::test {
 namespace {
 
+bool IsShown(Tour& tour, const char* form) {
+  const FormView* view = tour.Running().Screen().View(form);
+  return view != nullptr && view->Root() != nullptr && view->Root()->isVisible();
+}
+
+void Choose(Tour& tour) {
+  tour.Picture("frmMssg", "choice");
+  tour.Operator().Click("frmMssg", "cmdLoader");
+}
+
 // The splash works in one handler from its first text to the main window, so it is watched meanwhile.
 void Splash(Tour& tour) {
+  if (!tour.Running().Start()) throw Trouble("the program does not start");
+  if (tour.Running().Logic().state.UserInfo != "Standard") {
+    tour.Meanwhile().When([&tour] { return IsShown(tour, "frmMssg"); }, [&tour] { Choose(tour); });
+  }
   tour.Meanwhile().When(
       [&tour] {
-        const FormView* splash = tour.Running().Screen().View("frmSplash");
-        return splash != nullptr && splash->Root() != nullptr &&
+        return IsShown(tour, "frmSplash") &&
                tour.Operator().Text("frmSplash", "lblWarning") == "Loader Running...";
       },
       [&tour] { tour.Picture("frmSplash", "splash"); });
-  if (!tour.Running().Start()) throw Trouble("the program does not start");
   tour.ExpectSoon("the splash", [&tour] { return tour.Meanwhile().AllDone(); });
 }
 

@@ -15,7 +15,7 @@ namespace {
 constexpr QSize kScreen(1280, 800);
 
 constexpr const char* kOwnSettings =
-    "[SYSTEM]\nVR=M627\nLANG_FLAG=1\n"
+    "[SYSTEM]\nVR=M627\nLANG_FLAG=1\nUSER_INFO=Service\n"
     "[COMM]\nPORT=10\nSPEED=38400\nPARITY=O\nSTOP_BIT=1\nTRANS_METHOD=RS232C\nSTATION_NO=01\nRETRY_NO=3\n"
     "[PORTS]\nCOM10=simulator\n";
 
