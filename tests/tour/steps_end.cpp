@@ -19,11 +19,21 @@ void Close(Tour& tour) {
   if (!QFileInfo::exists(file)) throw Trouble("the settings were not saved");
 }
 
+// By the End button, with nothing to keep.
+void Leave(Tour& tour) {
+  tour.Boxes().Lay(tour.Text(4500), false);
+  tour.Operator().Click("MDIForm1", "Command13");
+  tour.ExpectSoon("the program's end", [&] { return tour.Running().IsEnding(); });
+}
+
 constexpr Step kSteps[] = {
     {"closes with the question about the settings", Close},
 };
+constexpr Step kLeaveSteps[] = {{"closes without keeping", Leave}};
 
 }  // namespace
+
+std::span<const Step> LeaveSteps() { return kLeaveSteps; }
 
 std::span<const Step> EndSteps() { return kSteps; }
 

@@ -33,14 +33,9 @@ void Status(Tour& tour) { Visit(tour, {"Command5", "Form4", "ReadParameter", 402
 void Display(Tour& tour) { Visit(tour, {"Command4", "Form5", "ReadParameter", 4025}); }
 void Ras(Tour& tour) { Visit(tour, {"Command10", "Form8", "RASReadParameter", 4028}); }
 
-void Measure(Tour& tour) {
-  tour.Operator().Click("MDIForm1", "Command7");
-  tour.Picture("MDIForm1", "Form9");
-}
-
 constexpr Step kSteps[] = {
     {"range is read", Range},     {"total is read", Total}, {"status is read", Status},
-    {"display is read", Display}, {"RAS is read", Ras},     {"measure opens", Measure},
+    {"display is read", Display}, {"RAS is read", Ras},
 };
 
 }  // namespace

@@ -1,4 +1,5 @@
 // From the splash to the main window.
+#include "shell/splash.h"
 #include "tour/tour.h"
 
 namespace vlt::test {
@@ -20,12 +21,13 @@ void Splash(Tour& tour) {
   if (tour.Running().Logic().state.UserInfo != "Standard") {
     tour.Meanwhile().When([&tour] { return IsShown(tour, "frmMssg"); }, [&tour] { Choose(tour); });
   }
+  const SplashVariant& variant = *FindSplashVariant(tour.Running().Logic().state.ModelCode);
   tour.Meanwhile().When(
-      [&tour] {
-        return IsShown(tour, "frmSplash") &&
-               tour.Operator().Text("frmSplash", "lblWarning") == "Loader Running...";
+      [&tour, &variant] {
+        return IsShown(tour, variant.form) &&
+               tour.Operator().Text(variant.form, "lblWarning") == "Loader Running...";
       },
-      [&tour] { tour.Picture("frmSplash", "splash"); });
+      [&tour, &variant] { tour.Picture(variant.form, std::string("splash_") + variant.model_code); });
   tour.ExpectSoon("the splash", [&tour] { return tour.Meanwhile().AllDone(); });
 }
 
@@ -55,8 +57,12 @@ constexpr Step kSteps[] = {
     {"about", About},
 };
 
+constexpr Step kSplashSteps[] = {{"splash identifies the meter", Splash},
+                                 {"main window opens", MainWindowOpens}};
+
 }  // namespace
 
 std::span<const Step> StartSteps() { return kSteps; }
+std::span<const Step> SplashSteps() { return kSplashSteps; }
 
 }  // namespace vlt::test

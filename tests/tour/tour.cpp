@@ -23,17 +23,17 @@ QString Language(int lang_flag) { return lang_flag == 0 ? "ja" : "en"; }
 
 }  // namespace
 
-Tour::Tour(int lang_flag, const QString& folder, const QString& pictures)
+Tour::Tour(int lang_flag, const QString& model, const QString& folder, const QString& pictures)
     : pictures_(pictures),
       lang_flag_(lang_flag),
-      program_((WriteSettings(lang_flag, folder), std::make_unique<Program>(FromQt(folder_.path())))),
+      program_((WriteSettings(lang_flag, model, folder), std::make_unique<Program>(FromQt(folder_.path())))),
       hands_(program_->Screen()) {
   boxes_.on_box = [this](QWidget& box) {
     Keep(box, QString("box_%1").arg(++boxes_seen_, 2, 10, QChar('0')));
   };
 }
 
-void Tour::WriteSettings(int lang_flag, const QString& from) const {
+void Tour::WriteSettings(int lang_flag, const QString& model, const QString& from) const {
   QString settings(kOwnSettings);
   QFile given(QDir(from).filePath("VLT.ini"));
   if (!from.isEmpty()) {
@@ -41,6 +41,7 @@ void Tour::WriteSettings(int lang_flag, const QString& from) const {
     settings = QString::fromUtf8(given.readAll());
   }
   settings.replace(QRegularExpression("LANG_FLAG *=.*"), QString("LANG_FLAG=%1").arg(lang_flag));
+  settings.replace(QRegularExpression("VR *=.*"), "VR=" + model);
   QFile file(QDir(folder_.path()).filePath("VLT.ini"));
   if (!file.open(QIODevice::WriteOnly)) throw Trouble("the settings can't be written");
   file.write(settings.toUtf8());

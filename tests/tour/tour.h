@@ -16,8 +16,9 @@ namespace vlt::test {
 // One walk: a program in one language, working on the meter simulated in process.
 class Tour {
  public:
-  // `folder` holds VLT.ini or is empty for one of the tour's own. Pictures go to `pictures`.
-  Tour(int lang_flag, const QString& folder, const QString& pictures);
+  // `folder` holds VLT.ini or is empty for one of the tour's own; `model` is the hardware variant. Pictures
+  // go to `pictures`.
+  Tour(int lang_flag, const QString& model, const QString& folder, const QString& pictures);
 
   Program& Running() { return *program_; }
   Hands& Operator() { return hands_; }
@@ -39,7 +40,7 @@ class Tour {
 
  private:
   void Keep(QWidget& window, const QString& name);
-  void WriteSettings(int lang_flag, const QString& from) const;
+  void WriteSettings(int lang_flag, const QString& model, const QString& from) const;
 
   QTemporaryDir folder_;
   QString pictures_;
@@ -60,6 +61,10 @@ struct Step {
 std::span<const Step> StartSteps();
 std::span<const Step> ProcessSteps();
 std::span<const Step> PageSteps();
+std::span<const Step> MeasureSteps();
 std::span<const Step> EndSteps();
+// What differs between the hardware variants: the splash alone, and the end.
+std::span<const Step> SplashSteps();
+std::span<const Step> LeaveSteps();
 
 }  // namespace vlt::test
