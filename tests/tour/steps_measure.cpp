@@ -38,8 +38,8 @@ void Run(Tour& tour) {
   Hands& hands = tour.Operator();
   tour.Boxes().LayFile(FromQt(QDir(Folder(tour)).filePath("watch.csv")));
   hands.Click(kPage, "SaveCSV");
-  hands.Type(kPage, "Max", "20");
-  hands.Type(kPage, "Min", "-5");
+  hands.Type(kPage, "Max", "60");
+  hands.Type(kPage, "Min", "0");
   hands.Type(kPage, "PointText", "20");
   hands.Click(kPage, "Start");
   tour.ExpectSoon("some records", [&] { return Log(tour).size() >= kHeadLines + kCycles; });
