@@ -125,6 +125,8 @@ std::span<const Companion::Word> Companion::Words() {
        &Companion::WordWait},
       {"expect", "NAME [HOW] TEXT", 2, 3, "end with status 1 unless it shows TEXT; HOW: contains, ends",
        &Companion::WordExpect},
+      {"await", "MS NAME [HOW] TEXT", 3, 4, "the same, but it may take so long until it is so",
+       &Companion::WordAwait},
       {"quit", "", 0, 0, "end the script here; nothing is asked, nothing is saved", &Companion::WordQuit},
       {"end", "", 0, 0, "the same", &Companion::WordQuit},
   };
@@ -356,7 +358,7 @@ Companion::After Companion::WordWait(const Arguments& arguments) {
   return After::kHold;
 }
 
-Companion::After Companion::WordExpect(const Arguments& arguments) {
+void Companion::Compare(const Arguments& arguments) const {
   const Place place = Find(arguments[0]);
   const Argument& wanted = arguments.back();
   const bool whole = arguments.size() == 2;
@@ -369,8 +371,29 @@ Companion::After Companion::WordExpect(const Arguments& arguments) {
   } else {
     is = TextOf(place);
   }
-  if (match.fits(is, wanted.text)) return After::kNext;
+  if (match.fits(is, wanted.text)) return;
   throw Trouble{kDiffers, place.Name() + " is \"" + is + "\" " + match.fails + " \"" + wanted.text + "\""};
+}
+
+Companion::After Companion::WordExpect(const Arguments& arguments) {
+  Compare(arguments);
+  return After::kNext;
+}
+
+Companion::After Companion::WordAwait(const Arguments& arguments) {
+  const Arguments wanted(arguments.begin() + 1, arguments.end());
+  const auto until = app_.platform.clock.NowMs() + NumberOrTrouble(arguments[0]);
+  HoldUntil(kLookEveryMs, [this, wanted, until, line = line_] {
+    try {
+      Compare(wanted);
+      return true;
+    } catch (const Trouble& trouble) {
+      const bool over = program_.Ended() || app_.platform.clock.NowMs() >= until;
+      if (over) Fail(line, trouble.status, trouble.text);
+      return over;
+    }
+  });
+  return After::kHold;
 }
 
 Companion::After Companion::WordQuit(const Arguments&) {

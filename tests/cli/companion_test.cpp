@@ -9,6 +9,7 @@
 
 #include "shell/start.h"
 #include "support/virtual_platform.h"
+#include "window/chart.h"
 
 namespace vlt {
 namespace {
@@ -123,6 +124,9 @@ TEST(Companion, TroubleEndsTheScript) {
       {"start\nexpect StatusBar1[2] contains GLI\nexpect StatusBar1[2] ends ISH\n"
        "expect StatusBar1[2] ends GLI",
        1, "4: MDIForm1.StatusBar1[2] is \"ENGLISH\" and does not end with \"GLI\""},
+      {"start\nawait 50 StatusBar1[2] JAPANESE", 1, "2: MDIForm1.StatusBar1[2] is \"ENGLISH\" and not"},
+      {"start\nawait 50 NONE enabled", 2, "2: there is no control NONE"},
+      {"await soon X enabled", 2, "1: soon is no whole number"},
       {"start\nexpect StatusBar1 like X", 2, "2: expect does not know like"},
       {"start\nclose", 3, "2: no answer was waiting for the box"},
       {"answer ok\nstart\nclose", 3, "3: the box \"Does it save"},
@@ -245,7 +249,8 @@ TEST(Companion, ChoosesTheProgramAtServiceLevel) {
   session.machine.files.files["/app/VLT.ini"] += "[SYSTEM]\r\n";
   std::string& ini = session.machine.files.files["/app/VLT.ini"];
   ini.replace(ini.find("VR="), 0, "USER_INFO=Service\r\n");
-  EXPECT_EQ(session.Run("start\nbegin cmdLoader\nwait\nwait 5000\nopen Form10"), 0) << session.trouble;
+  EXPECT_EQ(session.Run("start\npress cmdLoader\nawait 60000 StatusBar1 enabled\nopen Form10"), 0)
+      << session.trouble;
 }
 
 // `begin` lets the script look and press while the handler still waits for the meter.
@@ -280,6 +285,96 @@ TEST(Companion, FieldsAreEscaped) {
                                        "show OUTER_DIAMETERText"),
             0);
   EXPECT_EQ(session.output.back(), "show\tForm10.OUTER_DIAMETERText\ta\\tb\\\\c\tenabled\t");
+}
+
+// Each kind of control tells what a person sees of it.
+class Gallery : public Form {
+ public:
+  explicit Gallery(Windows& windows) : Form(windows, "Gallery", FormPlace::kWindow) {
+    tabs.SetTabCaption(0, "one");
+    tabs.SetTabCaption(1, "two");
+    tabs.SetTabEnabled(1, false);
+    bar.SetMax(10);
+    bar.SetValue(3);
+    for (int column : {0, 2}) grid.SetColumnWidth(column, 900);
+    for (int row : {0, 1}) {
+      for (int column : {0, 1, 2}) grid.SetCell(row, column, std::to_string(row) + std::to_string(column));
+    }
+    chart.Reset(5);
+    chart.SetPoint(1, 0.5, -2);
+    chart.SetPoint(3, 1.5, 7);
+    chart.SetLastPoint(4);
+    chart.SetYTitle("m/s");
+    arrows.on_up = [this] { label.SetCaption("up"); };
+    arrows.on_down = [this] { label.SetCaption("down"); };
+    read_only.SetLocked(true);
+  }
+  TabControl tabs{*this, "tabs", 2};
+  ProgressBar bar{*this, "bar"};
+  Grid grid{*this, "grid", 2, 3};
+  Chart chart{*this, "chart"};
+  Picture picture{*this, "picture", "logo"};
+  Timer timer{*this, "timer"};
+  UpDown arrows{*this, "arrows"};
+  Label label{*this, "label"};
+  TextBox read_only{*this, "read_only"};
+};
+
+TEST(Companion, ShowsEveryKindOfControl) {
+  Session session;
+  session.app.windows.Register("Gallery", [&] { return std::make_unique<Gallery>(session.app.windows); });
+  session.app.windows.Load("Gallery").Show();
+  EXPECT_EQ(session.Run("up arrows\nexpect label up\ndown arrows\nform\nexpect timer stopped\n"
+                        "show grid[1,1]\nshow chart[2]\nshow chart[3]\nexpect tabs[1] two\nselect tabs one\n"
+                        "type read_only X"),
+            1);
+  EXPECT_EQ(session.trouble, "11: Gallery.read_only: is read-only");
+  const std::vector<std::string> told{"show\tGallery.tabs\tone\tenabled\t0",
+                                      "show\tGallery.bar\t3/10\tenabled\t",
+                                      "show\tGallery.grid\t\tenabled\t",
+                                      "show\tGallery.grid[0]\t00\t\t02",
+                                      "show\tGallery.grid[1]\t10\t\t12",
+                                      "show\tGallery.chart\tm/s\tenabled\t3",
+                                      "show\tGallery.picture\tlogo\tenabled\t",
+                                      "show\tGallery.timer\t\tenabled\tstopped",
+                                      "show\tGallery.arrows\t\tenabled\t",
+                                      "show\tGallery.label\tdown\tenabled\t",
+                                      "show\tGallery.read_only\t\tenabled\t",
+                                      "show\tGallery.grid[1,1]\t11",
+                                      "show\tGallery.chart[2]\t0 -",
+                                      "show\tGallery.chart[3]\t1.5 7",
+                                      "refused\tGallery.read_only\tis read-only"};
+  EXPECT_EQ(session.output, told);
+
+  for (const char* line : {"select tabs two", "select tabs 1", "select tabs 2"}) {
+    Session other;
+    other.app.windows.Register("Gallery", [&] { return std::make_unique<Gallery>(other.app.windows); });
+    other.app.windows.Load("Gallery").Show();
+    EXPECT_EQ(other.Run(line), 1) << line;
+  }
+}
+
+// A run is watched while its cycles go on, and a stopped script leaves no cycle behind it.
+TEST(Companion, WatchesARun) {
+  Session session;
+  EXPECT_EQ(session.Run("start\nopen Form9\nfile /data/run.csv\npress SaveCSV\npress Start\nwait 3500\n"
+                        "expect Chart2D1[2] contains \" \"\nexpect CycleTimer running\npress Stop\n"
+                        "await 5000 CycleTimer stopped"),
+            0)
+      << session.trouble;
+  const auto& files = session.machine.files.files;
+  EXPECT_EQ(std::count_if(files.begin(), files.end(),
+                          [](const auto& file) { return file.first.starts_with("/data/run_"); }),
+            1);
+
+  Session stopped;
+  stopped.machine.time.After(4000, [&] { stopped.companion.Stop(); });
+  EXPECT_EQ(
+      stopped.Run("start\nopen Form9\nfile /data/run.csv\npress SaveCSV\npress Start\nwait 600000\nnonsense"),
+      0)
+      << stopped.trouble;
+  EXPECT_LT(stopped.machine.time.NowMs(), 6000);
+  EXPECT_FALSE(stopped.machine.machine.port.IsOpen());
 }
 
 // The documentation's table is the table of the words.

@@ -93,5 +93,12 @@ TEST_F(VltTest, ASignalEndsItCleanly) {
   EXPECT_FALSE(std::filesystem::exists(folder_ + "/veltrano3.lock"));
 }
 
+// The splash waits inside its handler for a choice that nobody makes any more.
+TEST_F(VltTest, AWaitForAPersonDoesNotHoldTheEndUp) {
+  EXPECT_EQ(
+      Run("sed -i 's/^VR=/USER_INFO=Service\\r\\n&/' VLT.ini; printf 'start\\nshow cmdLoader\\n' | $VLT"), 0);
+  EXPECT_TRUE(Told("show\tfrmMssg.cmdLoader\tLoader\tenabled")) << output_;
+}
+
 }  // namespace
 }  // namespace vlt
