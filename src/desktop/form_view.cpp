@@ -81,10 +81,15 @@ QSet<QChar> FormView::MenuLetters() const { return menu_ == nullptr ? QSet<QChar
 void FormView::Build() {
   if (root_ != nullptr) return;
   const WindowLayout* layout = context_.layouts(form_.Name());
-  MakeRoot(StyleOf(form_, layout));
+  const WindowStyle style = StyleOf(form_, layout);
+  MakeRoot(style);
   Builder builder(form_, context_.bind, context_.text);
   built_ = builder.Build(layout != nullptr ? layout->items : std::span<const LayoutItem>(), content_);
   if (IsPage()) FramePage();
+  if (style == WindowStyle::kDialog) {
+    static_cast<QVBoxLayout*>(content_->layout())->addStrut(kSmallestDialog);
+    content_->layout()->setSizeConstraint(QLayout::SetFixedSize);
+  }
   for (const auto& binding : built_.bindings) {
     binding->on_size_change = [this] {
       arranged_ = false;
@@ -117,7 +122,6 @@ void FormView::MakeRoot(WindowStyle style) {
     case WindowStyle::kDialog:
       content_->setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                                Qt::WindowCloseButtonHint);
-      content_->setMinimumWidth(kSmallestDialog);
       root_ = content_;
       break;
     case WindowStyle::kSplash:
@@ -221,8 +225,6 @@ void FormView::Place(QWidget& window) {
   }
   // What its controls hold decides how large it is.
   context_.bind.refresh.Flush();
-  const bool splash = window.windowFlags().testFlag(Qt::FramelessWindowHint);
-  if (!splash) window.layout()->setSizeConstraint(QLayout::SetFixedSize);
   window.adjustSize();
   const QWidget* frame = context_.frame();
   PutInTheMiddle(window, frame);
