@@ -229,11 +229,15 @@ TEST(Companion, AnswersWaitInOrderAndCanBeForgotten) {
 
 TEST(Companion, FileDialogsAreAnswered) {
   Session session;
-  EXPECT_EQ(session.Run("start\nfile /data/pipe\npress setParam\nfile /data/pipe.ini\npress readparam"), 0)
+  EXPECT_EQ(session.Run("start\nopen Form10\ntick OUTER_DIAMETER\ntype OUTER_DIAMETERText 77\nfile "
+                        "/data/pipe\npress setParam\n"
+                        "file /data/pipe.ini\npress readparam\nopen Form10\nexpect OUTER_DIAMETERText 77"),
+            0)
       << session.trouble;
   EXPECT_TRUE(session.Told("file\tsave\t/data/pipe.ini"));
   EXPECT_TRUE(session.Told("file\topen\t/data/pipe.ini"));
-  EXPECT_TRUE(session.machine.files.Exists("/data/pipe.ini"));
+  EXPECT_NE(session.machine.files.files["/data/pipe.ini"].find("OUTER_DIAMETER_Data=77\r\n"),
+            std::string::npos);
 
   const std::pair<const char*, int> refused[] = {{"start\nfile /data/none.ini\npress readparam", 1},
                                                  {"start\npress readparam", 3}};
@@ -409,9 +413,12 @@ INSTANTIATE_TEST_SUITE_P(Companion, SampleTest,
                                            Sample{"read-display.vlt", "Form5.Selection1Combo\tFLOW RATE"},
                                            Sample{"measure-run.vlt", "Form9.Chart2D1\t"}));
 
-// A meter that acknowledges a value and does not take it, or does not answer the look at it, is not told to
-// keep anything.
+// The commissioned pipe is in the meter. One that acknowledges a value and does not take it, or does not
+// answer the look at it, is not told to keep anything.
 TEST(Companion, CommissioningSeesWhatTheMeterHolds) {
+  Session good;
+  EXPECT_EQ(good.Run(ReadFile(std::string(DOCS) + "/samples/commission-pipe.vlt")), 0) << good.trouble;
+  EXPECT_EQ(good.machine.Meter().holding().Long(0x00D2), 11430);
   for (const char* fault : {"ignore-write/10*ever", "silence@00D0H/03*ever", "silence@00D0H/03#2*ever"}) {
     Session session;
     session.machine.Arm(fault);

@@ -1,11 +1,10 @@
-// The companion as a program: samples on the simulated meter, standard input, options, signals.
+// The companion as a program: standard input, options, signals.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <array>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 namespace vlt {
@@ -38,13 +37,6 @@ class VltTest : public ::testing::Test {
   std::string folder_;
   std::string output_;
 };
-
-TEST_F(VltTest, CommissionsAPipeOnTheSimulatedMeter) {
-  EXPECT_EQ(Run("$VLT " DOCS "/samples/commission-pipe.vlt"), 0) << output_;
-  EXPECT_TRUE(Told("Preservation was completed"));
-  EXPECT_TRUE(Told("message\tDoes it save the setting value of the loader?\tno"));
-  EXPECT_FALSE(std::filesystem::exists(folder_ + "/veltrano3.lock")) << "the guard goes with the process";
-}
 
 // Each line is followed as soon as it is there: the answer to the first one is read before the next is said.
 TEST_F(VltTest, StandardInputIsFollowedLineByLine) {
