@@ -98,7 +98,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   QProcess meter;
-  const std::string device = StartMeter(meter, speed);
+  std::string device = StartMeter(meter, speed);
   NoDialogs dialogs;
   vlt::Host host("", [&](int /*number*/) { return device; });
   vlt::Platform platform = host.With(dialogs);

@@ -14,7 +14,7 @@ namespace {
 
 using namespace address;
 
-constexpr std::uint32_t kMeasuredSize = 38, kHeatSize = 56, kConditionSize = 72, kSampleSize = 4096;
+constexpr std::uint32_t kMeasuredSize = 38, kHeatSize = 56, kSampleSize = 4096;
 
 struct QuantityName {
   std::string_view word;

@@ -19,9 +19,8 @@ class CheckBoxBinding : public Binding {
  public:
   CheckBoxBinding(CheckBox& box, BindContext& context, QWidget* parent)
       : Binding(box, context, new QCheckBox(parent)), box_(box) {
-    connect(View(), &QCheckBox::clicked, this, [this](bool ticked) {
-      Gesture([&] { ticked ? box_.Tick() : box_.Untick(); });
-    });
+    connect(View(), &QCheckBox::clicked, this,
+            [this](bool ticked) { Gesture([&] { ticked ? box_.Tick() : box_.Untick(); }); });
   }
 
  private:

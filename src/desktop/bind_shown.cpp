@@ -28,9 +28,7 @@ class FrameBinding : public Binding {
       : Binding(frame, context, new QGroupBox(parent)) {}
 
  private:
-  void PushState() override {
-    static_cast<QGroupBox*>(Widget())->setTitle(WidgetCaption(Bound().Caption()));
-  }
+  void PushState() override { static_cast<QGroupBox*>(Widget())->setTitle(WidgetCaption(Bound().Caption())); }
 };
 
 class PictureBinding : public Binding {

@@ -12,9 +12,9 @@
 namespace vlt {
 namespace {
 
-constexpr int kUnitsPerPixel = 15;  // of a grid's widths
+constexpr int kUnitsPerPixel = 15;   // of a grid's widths
 constexpr int kNarrowColumn = 1200;  // a mark or a digit, not a text
-constexpr int kPanelMargin = 6;  // between the frame of a panel and its text
+constexpr int kPanelMargin = 6;      // between the frame of a panel and its text
 
 // Row 0 of the control is the head of the table.
 class GridBinding : public Binding {
@@ -79,7 +79,8 @@ class Panel : public QLabel {
  private:
   void Elide() {
     const QString line = QString(text_).replace('\n', ' ');
-    const QString shown = fontMetrics().elidedText(line, Qt::ElideRight, contentsRect().width() - 2 * kPanelMargin);
+    const QString shown =
+        fontMetrics().elidedText(line, Qt::ElideRight, contentsRect().width() - 2 * kPanelMargin);
     setText(shown);
     setToolTip(shown == line ? QString() : text_);
   }
@@ -125,8 +126,7 @@ class StatusBarBinding : public Binding {
   // The short panels never shrink, so that the bar stands still.
   void FitPanel(Panel& panel, const QString& text) {
     const int margins = 2 * (kPanelMargin + panel.frameWidth()) + 2;
-    panel.setMinimumWidth(
-        qMax(panel.minimumWidth(), panel.fontMetrics().horizontalAdvance(text) + margins));
+    panel.setMinimumWidth(qMax(panel.minimumWidth(), panel.fontMetrics().horizontalAdvance(text) + margins));
   }
 
   StatusBar& bar_;

@@ -12,13 +12,18 @@ namespace {
 
 constexpr int kNoLimit = 32767;  // what Qt calls no limit
 
-// Tells when it has lost the focus, after it has done its own part: a mark that is set then stays.
+// Tells when it has got or lost the focus, after it has done its own part: a mark that is set then stays.
 class Entry : public QLineEdit {
  public:
   using QLineEdit::QLineEdit;
+  std::function<void(Qt::FocusReason)> entered;
   std::function<void(Qt::FocusReason)> left;
 
  protected:
+  void focusInEvent(QFocusEvent* event) override {
+    QLineEdit::focusInEvent(event);
+    if (entered) entered(event->reason());
+  }
   void focusOutEvent(QFocusEvent* event) override {
     QLineEdit::focusOutEvent(event);
     if (left) left(event->reason());
@@ -29,15 +34,20 @@ class TextBoxBinding : public Binding {
  public:
   TextBoxBinding(TextBox& box, BindContext& context, QWidget* parent)
       : Binding(box, context, new Entry(parent)), box_(box), marks_(box.SelectAllCount()) {
-    connect(View(), &QLineEdit::textEdited, this,
-            [this](const QString& text) { Gesture([&] { box_.Type(FromQt(text)); }); });
+    connect(View(), &QLineEdit::textEdited, this, [this](const QString& text) {
+      marked_ = false;
+      Gesture([&] { box_.Type(FromQt(text)); });
+    });
     connect(View(), &QLineEdit::returnPressed, this, [this] { Check(); });
+    View()->entered = [this](Qt::FocusReason reason) { MarkAgain(reason); };
     View()->left = [this](Qt::FocusReason reason) {
       if (!Detached()) Context().gate.FieldLeft(reason, [this] { return Check(); });
     };
   }
   ~TextBoxBinding() override {
-    if (Widget() != nullptr) View()->left = nullptr;
+    if (Widget() == nullptr) return;
+    View()->entered = nullptr;
+    View()->left = nullptr;
   }
 
  private:
@@ -63,14 +73,25 @@ class TextBoxBinding : public Binding {
     View()->setMaxLength(box_.MaxLength() > 0 ? box_.MaxLength() : kNoLimit);
     View()->setReadOnly(box_.Locked());
     const QString text = ToQt(box_.Text());
-    if (View()->text() != text) View()->setText(text);
+    if (View()->text() != text) {
+      View()->setText(text);
+      marked_ = false;
+    }
     if (marks_ == box_.SelectAllCount()) return;
     marks_ = box_.SelectAllCount();
+    marked_ = true;
     View()->selectAll();
   }
 
+  // Qt drops the mark of a field without focus; the operator is to find it when the focus comes back.
+  void MarkAgain(Qt::FocusReason reason) {
+    if (reason == Qt::MouseFocusReason) marked_ = false;
+    if (marked_) View()->selectAll();
+  }
+
   TextBox& box_;
-  int marks_;  // requests to mark the text that are done
+  int marks_;            // requests to mark the text that are done
+  bool marked_ = false;  // by the program, and not typed over yet
 };
 
 }  // namespace

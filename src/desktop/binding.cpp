@@ -15,13 +15,20 @@ struct Maker {
 };
 
 constexpr Maker kMakers[] = {
-    {ControlKind::kCheckBox, BindCheckBox},       {ControlKind::kOptionButton, BindOptionButton},
-    {ControlKind::kTextBox, BindTextBox},         {ControlKind::kComboBox, BindComboBox},
-    {ControlKind::kLabel, BindLabel},             {ControlKind::kPushButton, BindPushButton},
-    {ControlKind::kFrame, BindFrameBox},          {ControlKind::kStatusBar, BindStatusBar},
-    {ControlKind::kProgressBar, BindProgressBar}, {ControlKind::kTab, BindTabControl},
-    {ControlKind::kUpDown, BindUpDown},           {ControlKind::kGrid, BindGrid},
-    {ControlKind::kChart, BindChart},             {ControlKind::kPicture, BindPicture},
+    {ControlKind::kCheckBox, BindCheckBox},
+    {ControlKind::kOptionButton, BindOptionButton},
+    {ControlKind::kTextBox, BindTextBox},
+    {ControlKind::kComboBox, BindComboBox},
+    {ControlKind::kLabel, BindLabel},
+    {ControlKind::kPushButton, BindPushButton},
+    {ControlKind::kFrame, BindFrameBox},
+    {ControlKind::kStatusBar, BindStatusBar},
+    {ControlKind::kProgressBar, BindProgressBar},
+    {ControlKind::kTab, BindTabControl},
+    {ControlKind::kUpDown, BindUpDown},
+    {ControlKind::kGrid, BindGrid},
+    {ControlKind::kChart, BindChart},
+    {ControlKind::kPicture, BindPicture},
 };
 
 // A widget that was never hidden is left for its parent to show.

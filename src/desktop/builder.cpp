@@ -21,9 +21,8 @@ constexpr int kMargin = 10;
 constexpr int kGap = 8;
 constexpr int kRowGap = 5;
 constexpr int kCellGap = 4;
-constexpr int kEntryWidth = 130;
-constexpr int kNarrowEntryWidth = 72;  // in rows with an entry for each channel
-constexpr int kSimpleRow = 3;          // cells of a row with one entry
+constexpr int kCellRowGap = 2;
+constexpr int kEntryWidth = 100;
 constexpr int kUnitWidth = 58;
 constexpr int kCellWidth = 84;
 constexpr int kButtonWidth = 96;
@@ -55,7 +54,7 @@ void AlignColumns(const AlignedGrids& grids) {
       if (columns != 1) continue;
       if (static_cast<int>(widths.size()) <= column) widths.resize(static_cast<std::size_t>(column) + 1);
       int& width = widths[static_cast<std::size_t>(column)];
-      width = std::max(width, grid->itemAt(i)->sizeHint().width());
+      width = std::max(width, grid->itemAt(i)->minimumSize().width());
     }
   }
   for (QGridLayout* grid : grids) {
@@ -217,12 +216,9 @@ void Builder::AddRow(const LayoutItem& item) {
     if (widget == nullptr) continue;
     if (item.kind == LayoutKind::kCells) {
       PlaceCell(widget, kind, grid, row, column);
-      continue;
+    } else {
+      Place(widget, kind, grid, row, column, column + 1 == count);
     }
-    if (kind == ControlKind::kTextBox) {
-      widget->setMinimumWidth(count > kSimpleRow ? kNarrowEntryWidth : kEntryWidth);
-    }
-    Place(widget, kind, grid, row, column, column + 1 == count);
   }
 }
 
@@ -237,6 +233,7 @@ void Builder::Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int ro
   }
   if (kind == ControlKind::kTextBox) {
     static_cast<QLineEdit*>(widget)->setAlignment(Qt::AlignRight);
+    widget->setMinimumWidth(kEntryWidth);
     grid->setColumnStretch(column, 1);
   }
   if (column > 1 && kind == ControlKind::kLabel) widget->setMinimumWidth(kUnitWidth);
@@ -245,6 +242,7 @@ void Builder::Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int ro
 
 void Builder::PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column) {
   grid->setHorizontalSpacing(kCellGap);
+  grid->setVerticalSpacing(kCellRowGap);
   grid->addWidget(widget, row, column);
   if (kind != ControlKind::kTextBox) return;
   static_cast<QLineEdit*>(widget)->setAlignment(Qt::AlignRight);

@@ -44,7 +44,9 @@ Desktop::Desktop(Windows& windows, Texts texts, Layouts layouts)
   windows_.SetObserver({[this](Form& form) { Loaded(form); }, [this](Form& form) { Unloaded(form); },
                         [this] { PointerChanged(); }});
   gate_.on_idle = [this] {
-    if (!gone_.empty()) QMetaObject::invokeMethod(this, [this] { Sweep(); }, Qt::QueuedConnection);
+    if (!gone_.empty())
+      QMetaObject::invokeMethod(
+          this, [this] { Sweep(); }, Qt::QueuedConnection);
   };
 }
 

@@ -16,9 +16,9 @@ constexpr double kTitleSize = 17;
 constexpr int kLargestCaption = 12;  // sizes up to here are captions
 
 // Fonts with Japanese characters and latin ones that go with them, best first.
-constexpr const char* kJapaneseFonts[] = {"Noto Sans CJK JP", "Noto Sans JP", "Yu Gothic UI", "Meiryo UI",
-                                          "MS UI Gothic",     "VL PGothic",   "TakaoPGothic", "IPAPGothic",
-                                          "IPAGothic"};
+constexpr const char* kJapaneseFonts[] = {"Noto Sans CJK JP", "Noto Sans JP", "Yu Gothic UI",
+                                          "Meiryo UI",        "MS UI Gothic", "VL PGothic",
+                                          "TakaoPGothic",     "IPAPGothic",   "IPAGothic"};
 
 // Where the table's latin font is missing.
 constexpr const char* kLatinFonts[] = {"Liberation Sans", "Arimo", "Noto Sans", "Segoe UI", "DejaVu Sans"};

@@ -21,19 +21,24 @@ namespace {
 constexpr QSize kFrameSize(1280, 800);
 constexpr QSize kSmallestFrame(900, 560);
 constexpr int kSmallestDialog = 280;
+constexpr int kPageMargin = 8;
 
 WindowStyle StyleOf(const Form& form, const WindowLayout* layout) {
   if (layout != nullptr) return layout->style;
   switch (form.Place()) {
-    case FormPlace::kPage: return WindowStyle::kPage;
-    case FormPlace::kFrame: return WindowStyle::kFrame;
-    default: return WindowStyle::kDialog;
+    case FormPlace::kPage:
+      return WindowStyle::kPage;
+    case FormPlace::kFrame:
+      return WindowStyle::kFrame;
+    default:
+      return WindowStyle::kDialog;
   }
 }
 
 void PutInTheMiddle(QWidget& window, const QWidget* over) {
-  const QRect place = over != nullptr && over->isVisible() ? over->frameGeometry()
-                                                           : QGuiApplication::primaryScreen()->availableGeometry();
+  const QRect place = over != nullptr && over->isVisible()
+                          ? over->frameGeometry()
+                          : QGuiApplication::primaryScreen()->availableGeometry();
   QRect frame = window.frameGeometry();
   frame.moveCenter(place.center());
   window.move(frame.topLeft());
@@ -76,10 +81,15 @@ QSet<QChar> FormView::MenuLetters() const { return menu_ == nullptr ? QSet<QChar
 void FormView::Build() {
   if (root_ != nullptr) return;
   const WindowLayout* layout = context_.layouts(form_.Name());
-  MakeRoot(StyleOf(form_, layout));
+  const WindowStyle style = StyleOf(form_, layout);
+  MakeRoot(style);
   Builder builder(form_, context_.bind, context_.text);
   built_ = builder.Build(layout != nullptr ? layout->items : std::span<const LayoutItem>(), content_);
   if (IsPage()) FramePage();
+  if (style == WindowStyle::kDialog) {
+    static_cast<QVBoxLayout*>(content_->layout())->addStrut(kSmallestDialog);
+    content_->layout()->setSizeConstraint(QLayout::SetFixedSize);
+  }
   for (const auto& binding : built_.bindings) {
     binding->on_size_change = [this] {
       arranged_ = false;
@@ -112,7 +122,6 @@ void FormView::MakeRoot(WindowStyle style) {
     case WindowStyle::kDialog:
       content_->setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                                Qt::WindowCloseButtonHint);
-      content_->setMinimumWidth(kSmallestDialog);
       root_ = content_;
       break;
     case WindowStyle::kSplash:
@@ -134,6 +143,7 @@ void FormView::FramePage() {
     content_->layout()->setContentsMargins(0, 0, 0, 0);
   } else if (auto* scroll = qobject_cast<QScrollArea*>(root_.data())) {
     scroll->setFrameShape(QFrame::StyledPanel);
+    content_->layout()->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
   }
 }
 
@@ -215,8 +225,6 @@ void FormView::Place(QWidget& window) {
   }
   // What its controls hold decides how large it is.
   context_.bind.refresh.Flush();
-  const bool splash = window.windowFlags().testFlag(Qt::FramelessWindowHint);
-  if (!splash) window.layout()->setSizeConstraint(QLayout::SetFixedSize);
   window.adjustSize();
   const QWidget* frame = context_.frame();
   PutInTheMiddle(window, frame);

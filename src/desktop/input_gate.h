@@ -31,8 +31,8 @@ class InputGate : public QObject {
   // Runs the check of a field that loses the focus. The check returns false when it wants the focus back.
   void FieldLeft(Qt::FocusReason reason, const std::function<bool()>& check);
 
-  // Gives the focus to `target`, which is about to act without having it (a short cut, a mnemonic, a program's
-  // click). False when the field that had it keeps it: the action is off.
+  // Gives the focus to `target`, which is about to act without having it (a short cut, a mnemonic, a
+  // program's click). False when the field that had it keeps it: the action is off.
   bool TakeFocus(QWidget* target);
 
  private:
@@ -47,8 +47,8 @@ class InputGate : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
   int depth_ = 0;
-  int refusals_ = 0;            // checks that kept the focus or showed a box
-  int blocked_ = 0;             // windows that a modal box has blocked so far
+  int refusals_ = 0;  // checks that kept the focus or showed a box
+  int blocked_ = 0;   // windows that a modal box has blocked so far
   bool drop_next_press_ = false;
 };
 

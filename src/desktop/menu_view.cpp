@@ -71,7 +71,8 @@ void MenuView::Add(MenuItem& item, QMenuBar* bar) {
 }
 
 QAction* MenuView::ActionOf(const MenuItem* item) const {
-  const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.item == item; });
+  const auto found =
+      std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.item == item; });
   return found == entries_.end() ? nullptr : found->action;
 }
 

@@ -33,18 +33,25 @@ struct ButtonPair {
 
 ButtonPair ButtonsOf(MessageButtons buttons) {
   switch (buttons) {
-    case MessageButtons::kOkCancel: return {kOk, kCancel};
-    case MessageButtons::kYesNo: return {kYes, kNo};
-    default: return {kOk, kOk};
+    case MessageButtons::kOkCancel:
+      return {kOk, kCancel};
+    case MessageButtons::kYesNo:
+      return {kYes, kNo};
+    default:
+      return {kOk, kOk};
   }
 }
 
 QMessageBox::Icon IconOf(MessageIcon icon) {
   switch (icon) {
-    case MessageIcon::kStop: return QMessageBox::Critical;
-    case MessageIcon::kQuestion: return QMessageBox::Question;
-    case MessageIcon::kInformation: return QMessageBox::Information;
-    default: return QMessageBox::NoIcon;
+    case MessageIcon::kStop:
+      return QMessageBox::Critical;
+    case MessageIcon::kQuestion:
+      return QMessageBox::Question;
+    case MessageIcon::kInformation:
+      return QMessageBox::Information;
+    default:
+      return QMessageBox::NoIcon;
   }
 }
 

@@ -8,7 +8,8 @@ void RefreshQueue::Mark(Refreshable& item) {
   if (std::find(marked_.begin(), marked_.end(), &item) == marked_.end()) marked_.push_back(&item);
   if (posted_) return;
   posted_ = true;
-  QMetaObject::invokeMethod(this, [this] { Flush(); }, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(
+      this, [this] { Flush(); }, Qt::QueuedConnection);
 }
 
 void RefreshQueue::Forget(Refreshable& item) { std::erase(marked_, &item); }

@@ -193,8 +193,8 @@ void Form9::ShowState(int text_id, bool with_error) {
   StatusBar2.SetPanel(1, app().Stamped(text));
 }
 
-// The count of seconds begins again when a cycle has returned: its period is the cycle's seconds plus what the
-// exchanges took.
+// The count of seconds begins again when a cycle has returned: its period is the cycle's seconds plus what
+// the exchanges took.
 void Form9::RestartTimer() {
   if (!CycleTimer.Running()) return;
   CycleTimer.SetRunning(false);

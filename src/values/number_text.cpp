@@ -116,7 +116,7 @@ std::string Fixed(double value, int decimals, bool grouped) {
     digits.insert(0, static_cast<std::size_t>(1 - point), '0');
     point = 1;
   }
-  digits.resize(static_cast<std::size_t>(point + decimals), '0');
+  digits.resize(static_cast<std::size_t>(point) + static_cast<std::size_t>(decimals), '0');
   const std::string integer = digits.substr(0, static_cast<std::size_t>(point));
   const std::string fraction = digits.substr(static_cast<std::size_t>(point));
   return (number.negative ? "-" : "") + (grouped ? Grouped(integer) : integer) +

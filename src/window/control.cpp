@@ -92,7 +92,7 @@ bool CheckBox::Untick() {
   return Gesture([this] { SetValue(0); });
 }
 
-OptionButton::OptionButton(Form& form, std::string name, int index, std::string group)
+OptionButton::OptionButton(Form& form, const std::string& name, int index, const std::string& group)
     : Control(form, ControlKind::kOptionButton, name, index), group_(group.empty() ? name : group) {}
 
 void OptionButton::ClearOthers() {

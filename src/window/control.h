@@ -114,7 +114,7 @@ class CheckBox : public Control {
 // Option buttons of one form with the same group exclude each other. The elements of an array are one group.
 class OptionButton : public Control {
  public:
-  OptionButton(Form& form, std::string name, int index = kNoIndex, std::string group = {});
+  OptionButton(Form& form, const std::string& name, int index = kNoIndex, const std::string& group = {});
   bool Value() const { return value_; }
   // Setting it clears the others of its group and runs on_click when it was not set before.
   void SetValue(bool value);

@@ -117,11 +117,17 @@ bool Windows::Exists(const Form* form) const {
   return std::any_of(forms_.begin(), forms_.end(), [&](const auto& f) { return f.get() == form; });
 }
 
-std::vector<Form*> Windows::VisiblePages() const {
-  std::vector<Form*> pages;
+std::vector<Form*> Windows::VisibleForms() const {
+  std::vector<Form*> visible;
   for (Form* form : front_order_) {
-    if (form->Place() == FormPlace::kPage && form->Visible()) pages.push_back(form);
+    if (form->Visible()) visible.push_back(form);
   }
+  return visible;
+}
+
+std::vector<Form*> Windows::VisiblePages() const {
+  std::vector<Form*> pages = VisibleForms();
+  std::erase_if(pages, [](const Form* form) { return form->Place() != FormPlace::kPage; });
   return pages;
 }
 

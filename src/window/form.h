@@ -122,6 +122,8 @@ class Windows {
   std::vector<Form*> Open() const;
   // True while `form`, taken from Open() earlier, still exists.
   bool Exists(const Form* form) const;
+  // Visible windows, the one that came to the front last at the end.
+  std::vector<Form*> VisibleForms() const;
   // Visible pages, the topmost last.
   std::vector<Form*> VisiblePages() const;
 

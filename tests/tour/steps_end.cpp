@@ -10,7 +10,8 @@ namespace {
 
 // The window's own close command, and the question whether to keep the settings.
 void Close(Tour& tour) {
-  const QString file = QDir(ToQt(tour.Running().Logic().platform.process.ProgramFolder())).filePath("pipe.ini");
+  const QString file =
+      QDir(ToQt(tour.Running().Logic().platform.process.ProgramFolder())).filePath("pipe.ini");
   tour.Boxes().Lay(tour.Text(4500), true);
   tour.Boxes().LayFile(FromQt(file));
   tour.Operator().Window("MDIForm1").close();
@@ -18,11 +19,21 @@ void Close(Tour& tour) {
   if (!QFileInfo::exists(file)) throw Trouble("the settings were not saved");
 }
 
+// By the End button, with nothing to keep.
+void Leave(Tour& tour) {
+  tour.Boxes().Lay(tour.Text(4500), false);
+  tour.Operator().Click("MDIForm1", "Command13");
+  tour.ExpectSoon("the program's end", [&] { return tour.Running().IsEnding(); });
+}
+
 constexpr Step kSteps[] = {
     {"closes with the question about the settings", Close},
 };
+constexpr Step kLeaveSteps[] = {{"closes without keeping", Leave}};
 
 }  // namespace
+
+std::span<const Step> LeaveSteps() { return kLeaveSteps; }
 
 std::span<const Step> EndSteps() { return kSteps; }
 

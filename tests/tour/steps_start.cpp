@@ -1,19 +1,33 @@
 // From the splash to the main window.
+#include "shell/splash.h"
 #include "tour/tour.h"
 
 namespace vlt::test {
 namespace {
 
+bool IsShown(Tour& tour, const char* form) {
+  const FormView* view = tour.Running().Screen().View(form);
+  return view != nullptr && view->Root() != nullptr && view->Root()->isVisible();
+}
+
+void Choose(Tour& tour) {
+  tour.Picture("frmMssg", "choice");
+  tour.Operator().Click("frmMssg", "cmdLoader");
+}
+
 // The splash works in one handler from its first text to the main window, so it is watched meanwhile.
 void Splash(Tour& tour) {
-  tour.Meanwhile().When(
-      [&tour] {
-        const FormView* splash = tour.Running().Screen().View("frmSplash");
-        return splash != nullptr && splash->Root() != nullptr &&
-               tour.Operator().Text("frmSplash", "lblWarning") == "Loader Running...";
-      },
-      [&tour] { tour.Picture("frmSplash", "splash"); });
   if (!tour.Running().Start()) throw Trouble("the program does not start");
+  if (tour.Running().Logic().state.UserInfo != "Standard") {
+    tour.Meanwhile().When([&tour] { return IsShown(tour, "frmMssg"); }, [&tour] { Choose(tour); });
+  }
+  const SplashVariant& variant = *FindSplashVariant(tour.Running().Logic().state.ModelCode);
+  tour.Meanwhile().When(
+      [&tour, &variant] {
+        return IsShown(tour, variant.form) &&
+               tour.Operator().Text(variant.form, "lblWarning") == "Loader Running...";
+      },
+      [&tour, &variant] { tour.Picture(variant.form, std::string("splash_") + variant.model_code); });
   tour.ExpectSoon("the splash", [&tour] { return tour.Meanwhile().AllDone(); });
 }
 
@@ -43,8 +57,12 @@ constexpr Step kSteps[] = {
     {"about", About},
 };
 
+constexpr Step kSplashSteps[] = {{"splash identifies the meter", Splash},
+                                 {"main window opens", MainWindowOpens}};
+
 }  // namespace
 
 std::span<const Step> StartSteps() { return kSteps; }
+std::span<const Step> SplashSteps() { return kSplashSteps; }
 
 }  // namespace vlt::test

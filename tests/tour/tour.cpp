@@ -1,5 +1,6 @@
 #include "tour/tour.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QMainWindow>
@@ -14,7 +15,7 @@ namespace {
 constexpr QSize kScreen(1280, 800);
 
 constexpr const char* kOwnSettings =
-    "[SYSTEM]\nVR=M627\nLANG_FLAG=1\n"
+    "[SYSTEM]\nVR=M627\nLANG_FLAG=1\nUSER_INFO=Service\n"
     "[COMM]\nPORT=10\nSPEED=38400\nPARITY=O\nSTOP_BIT=1\nTRANS_METHOD=RS232C\nSTATION_NO=01\nRETRY_NO=3\n"
     "[PORTS]\nCOM10=simulator\n";
 
@@ -22,15 +23,17 @@ QString Language(int lang_flag) { return lang_flag == 0 ? "ja" : "en"; }
 
 }  // namespace
 
-Tour::Tour(int lang_flag, const QString& folder, const QString& pictures)
+Tour::Tour(int lang_flag, const QString& model, const QString& folder, const QString& pictures)
     : pictures_(pictures),
       lang_flag_(lang_flag),
-      program_((WriteSettings(lang_flag, folder), std::make_unique<Program>(FromQt(folder_.path())))),
+      program_((WriteSettings(lang_flag, model, folder), std::make_unique<Program>(FromQt(folder_.path())))),
       hands_(program_->Screen()) {
-  boxes_.on_box = [this](QWidget& box) { Keep(box, QString("box_%1").arg(++boxes_seen_, 2, 10, QChar('0'))); };
+  boxes_.on_box = [this](QWidget& box) {
+    Keep(box, QString("box_%1").arg(++boxes_seen_, 2, 10, QChar('0')));
+  };
 }
 
-void Tour::WriteSettings(int lang_flag, const QString& from) const {
+void Tour::WriteSettings(int lang_flag, const QString& model, const QString& from) const {
   QString settings(kOwnSettings);
   QFile given(QDir(from).filePath("VLT.ini"));
   if (!from.isEmpty()) {
@@ -38,6 +41,7 @@ void Tour::WriteSettings(int lang_flag, const QString& from) const {
     settings = QString::fromUtf8(given.readAll());
   }
   settings.replace(QRegularExpression("LANG_FLAG *=.*"), QString("LANG_FLAG=%1").arg(lang_flag));
+  settings.replace(QRegularExpression("VR *=.*"), "VR=" + model);
   QFile file(QDir(folder_.path()).filePath("VLT.ini"));
   if (!file.open(QIODevice::WriteOnly)) throw Trouble("the settings can't be written");
   file.write(settings.toUtf8());
@@ -59,7 +63,8 @@ void Tour::ExpectStatus(int id) {
   if (!panel.ends_with(text)) throw Trouble("status \"" + panel + "\" instead of \"" + text + "\"");
 }
 
-void Tour::ClickAndAnswer(const std::string& form, const std::string& button, const std::string& text, bool first) {
+void Tour::ClickAndAnswer(const std::string& form, const std::string& button, const std::string& text,
+                          bool first) {
   boxes_.Lay(text, first);
   hands_.Click(form, button);
 }
@@ -67,8 +72,7 @@ void Tour::ClickAndAnswer(const std::string& form, const std::string& button, co
 void Tour::Picture(const std::string& form, const std::string& name) {
   QWidget& window = *hands_.Window(form).window();
   if (auto* frame = qobject_cast<QMainWindow*>(&window)) frame->resize(kScreen);
-  // Lets the layout settle.
-  WaitFor([] { return false; }, 30);
+  QCoreApplication::processEvents();  // the layout settles
   Keep(window, ToQt(name));
 }
 

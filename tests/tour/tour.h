@@ -16,8 +16,9 @@ namespace vlt::test {
 // One walk: a program in one language, working on the meter simulated in process.
 class Tour {
  public:
-  // `folder` holds VLT.ini or is empty for one of the tour's own. Pictures go to `pictures`.
-  Tour(int lang_flag, const QString& folder, const QString& pictures);
+  // `folder` holds VLT.ini or is empty for one of the tour's own; `model` is the hardware variant. Pictures
+  // go to `pictures`.
+  Tour(int lang_flag, const QString& model, const QString& folder, const QString& pictures);
 
   Program& Running() { return *program_; }
   Hands& Operator() { return hands_; }
@@ -32,13 +33,14 @@ class Tour {
   // Status panel 1 ends with the text of the table, with nothing behind it but blanks.
   void ExpectStatus(int id);
   // Clicks a button whose box is answered by its first or last button; the box says `text`.
-  void ClickAndAnswer(const std::string& form, const std::string& button, const std::string& text, bool first);
+  void ClickAndAnswer(const std::string& form, const std::string& button, const std::string& text,
+                      bool first);
   // Keeps the window of a form as a picture. `name` without language and ending.
   void Picture(const std::string& form, const std::string& name);
 
  private:
   void Keep(QWidget& window, const QString& name);
-  void WriteSettings(int lang_flag, const QString& from) const;
+  void WriteSettings(int lang_flag, const QString& model, const QString& from) const;
 
   QTemporaryDir folder_;
   QString pictures_;
@@ -59,6 +61,10 @@ struct Step {
 std::span<const Step> StartSteps();
 std::span<const Step> ProcessSteps();
 std::span<const Step> PageSteps();
+std::span<const Step> MeasureSteps();
 std::span<const Step> EndSteps();
+// What differs between the hardware variants: the splash alone, and the end.
+std::span<const Step> SplashSteps();
+std::span<const Step> LeaveSteps();
 
 }  // namespace vlt::test

@@ -17,27 +17,41 @@ namespace {
 using vlt::test::Step;
 using vlt::test::Tour;
 
-std::vector<Step> AllSteps() {
-  std::vector<Step> all;
-  for (const auto steps : {vlt::test::StartSteps(), vlt::test::ProcessSteps(), vlt::test::PageSteps(),
-                           vlt::test::EndSteps()}) {
-    all.insert(all.end(), steps.begin(), steps.end());
+// A walk as data: the hardware variant that is installed, the language, and the steps by area.
+struct Walk {
+  const char* model;
+  int lang_flag;
+  std::vector<std::span<const Step>> steps;
+};
+
+std::vector<Walk> AllWalks() {
+  std::vector<Walk> walks;
+  for (const int lang_flag : {1, 0}) {
+    walks.push_back({"M627",
+                     lang_flag,
+                     {vlt::test::StartSteps(), vlt::test::ProcessSteps(), vlt::test::PageSteps(),
+                      vlt::test::MeasureSteps(), vlt::test::EndSteps()}});
+    for (const char* model : {"T305", "K410"}) {
+      walks.push_back({model, lang_flag, {vlt::test::SplashSteps(), vlt::test::LeaveSteps()}});
+    }
   }
-  return all;
+  return walks;
 }
 
 // False, with a message, at the first trouble.
-bool Walk(int lang_flag, const QString& folder, const QString& pictures) {
-  const char* language = lang_flag == 0 ? "ja" : "en";
+bool Go(const Walk& walk, const QString& folder, const QString& pictures) {
+  const char* language = walk.lang_flag == 0 ? "ja" : "en";
   const char* at = "start";
   try {
-    Tour tour(lang_flag, folder, pictures);
-    for (const Step& step : AllSteps()) {
-      at = step.name;
-      step.walk(tour);
-      if (!tour.Boxes().trouble.empty()) throw vlt::test::Trouble(tour.Boxes().trouble.front());
-      if (!tour.Boxes().AllGiven()) throw vlt::test::Trouble("a box that was expected did not come");
-      std::printf("%s  %s\n", language, step.name);
+    Tour tour(walk.lang_flag, walk.model, folder, pictures);
+    for (const auto& area : walk.steps) {
+      for (const Step& step : area) {
+        at = step.name;
+        step.walk(tour);
+        if (!tour.Boxes().trouble.empty()) throw vlt::test::Trouble(tour.Boxes().trouble.front());
+        if (!tour.Boxes().AllGiven()) throw vlt::test::Trouble("a box that was expected did not come");
+        std::printf("%s  %s  %s\n", walk.model, language, step.name);
+      }
     }
     return true;
   } catch (const std::exception& trouble) {
@@ -52,8 +66,8 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName("veltrano3-tour");
   QCommandLineParser options;
-  const QCommandLineOption out("out", "Folder for the pictures; default: tour, below the current one.", "FOLDER",
-                               "tour");
+  const QCommandLineOption out("out", "Folder for the pictures; default: tour, below the current one.",
+                               "FOLDER", "tour");
   const QCommandLineOption dir("dir", "Folder with the VLT.ini to start from; default: the tour's own.",
                                "FOLDER");
   options.addOptions({out, dir});
@@ -66,11 +80,10 @@ int main(int argc, char** argv) {
   }
   QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   vlt::DressApplication();
-  for (int lang_flag : {1, 0}) {
+  for (const Walk& walk : AllWalks()) {
     // Inside the application's loop, which the program's end ends.
-    QTimer::singleShot(0, &application, [&, lang_flag] {
-      QApplication::exit(Walk(lang_flag, options.value(dir), pictures) ? 0 : 1);
-    });
+    QTimer::singleShot(0, &application,
+                       [&] { QApplication::exit(Go(walk, options.value(dir), pictures) ? 0 : 1); });
     if (QApplication::exec() != 0) return 1;
   }
   std::printf("pictures in %s\n", vlt::FromQt(pictures).c_str());

@@ -1,4 +1,4 @@
-// RAS.
+// RAS: the alarm bits of each channel.
 #include "desktop/layouts/layouts.h"
 
 namespace vlt {

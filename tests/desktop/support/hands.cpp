@@ -8,6 +8,7 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QGroupBox>
+#include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -33,6 +34,12 @@ T& As(QWidget& widget) {
 }  // namespace
 
 bool WaitFor(const std::function<bool()>& condition, int ms) { return QTest::qWaitFor(condition, ms); }
+
+void ForgetEnd() {
+  // Only the start of the application's loop clears it.
+  QTimer::singleShot(0, QCoreApplication::instance(), [] { QCoreApplication::exit(0); });
+  QApplication::exec();
+}
 
 QWidget& Hands::Window(const std::string& form) {
   FormView* view = nullptr;
@@ -83,7 +90,16 @@ void Hands::Type(const std::string& form, const std::string& control, const std:
   QTest::mouseClick(&field, Qt::LeftButton);
   QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
   QTest::keyClick(&field, Qt::Key_Delete);
-  QTest::keyClicks(&field, ToQt(text));
+  for (const QChar letter : ToQt(text)) {
+    if (letter.unicode() < 0x80) {
+      QTest::keyClick(&field, letter.toLatin1());
+      continue;
+    }
+    // Other letters come from an input method.
+    QInputMethodEvent event;
+    event.setCommitString(letter);
+    QApplication::sendEvent(&field, &event);
+  }
 }
 
 void Hands::Choose(const std::string& form, const std::string& control, int index) {
@@ -159,7 +175,15 @@ void BoxAnswers::Lay(const std::string& text, bool first) { laid_.push_back({tex
 
 void BoxAnswers::Look() {
   QWidget* modal = QApplication::activeModalWidget();
-  if (modal == nullptr || !modal->isVisible()) return;
+  if (modal == nullptr || !modal->isVisible() || answering_) return;
+  // As an event of its own: an answer may bring up the next box, and a timer does not fire inside itself.
+  answering_ = true;
+  QMetaObject::invokeMethod(
+      this, [this, box = QPointer<QWidget>(modal)] { Answer(box); }, Qt::QueuedConnection);
+}
+
+void BoxAnswers::Answer(QWidget* modal) {
+  answering_ = false;
   if (auto* box = qobject_cast<QMessageBox*>(modal)) {
     AnswerBox(*box);
   } else if (qobject_cast<QFileDialog*>(modal) != nullptr) {
@@ -171,7 +195,7 @@ void BoxAnswers::AnswerBox(QMessageBox& box) {
   const std::string text = FromQt(box.text());
   seen.push_back(text);
   if (on_box) on_box(box);
-  Answer answer{"", false};
+  LaidAnswer answer{"", false};
   if (laid_.empty()) {
     trouble.push_back("a box that was not expected: " + text);
   } else {

@@ -1,6 +1,7 @@
 // An operator at the screen: finds widgets by the names of their controls and works them with mouse and keys.
 #pragma once
 
+#include <QPointer>
 #include <QString>
 #include <QTimer>
 #include <QWidget>
@@ -24,6 +25,10 @@ class Trouble : public std::runtime_error {
 
 // Runs events until `condition` holds; false when it does not within `ms`.
 bool WaitFor(const std::function<bool()>& condition, int ms = 5000);
+
+// Qt remembers that the process was asked to end, and no box would wait for its answer any more. Tests that
+// come after such an end call this.
+void ForgetEnd();
 
 // Every call throws Trouble when the widget is not there or can't be worked.
 class Hands {
@@ -97,16 +102,18 @@ class BoxAnswers : public QObject {
   std::function<void(QWidget&)> on_box;
 
  private:
-  struct Answer {
+  struct LaidAnswer {
     std::string text;
     bool first;
   };
   void Look();
+  void Answer(QWidget* modal);
   void AnswerBox(QMessageBox& box);
   void AnswerFileDialog(QWidget& dialog);
 
   QTimer timer_;
-  std::deque<Answer> laid_;
+  std::deque<LaidAnswer> laid_;
+  bool answering_ = false;
   std::deque<std::string> files_;
 };
 

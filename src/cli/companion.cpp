@@ -1,0 +1,196 @@
+#include "cli/companion.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "cli/look.h"
+#include "link/port.h"
+
+namespace vlt {
+namespace {
+
+struct Escape {
+  char plain;
+  const char* written;
+};
+constexpr Escape kEscapes[] = {{'\t', "\\t"}, {'\n', "\\n"}, {'\r', "\\r"}, {'\\', "\\\\"}};
+
+std::string Escaped(const std::string& field) {
+  std::string text;
+  for (const char c : field) {
+    const auto* escape = std::find_if(std::begin(kEscapes), std::end(kEscapes),
+                                      [&](const Escape& row) { return row.plain == c; });
+    if (escape == std::end(kEscapes)) {
+      text += c;
+    } else {
+      text += escape->written;
+    }
+  }
+  return text;
+}
+
+const Companion::Word* FindWord(const std::string& name) {
+  for (const Companion::Word& word : Companion::Words()) {
+    if (word.name == name) return &word;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+std::string Companion::Help() {
+  constexpr std::size_t kColumn = 25;
+  std::string text;
+  for (const Word& word : Words()) {
+    std::string written = std::string("  ") + word.name + " " + word.arguments;
+    written.resize(kColumn, ' ');
+    text += written + word.help + "\n";
+  }
+  return text;
+}
+
+std::string Companion::Check(const ScriptLine& line) {
+  if (!line.error.empty() || line.word.empty()) return line.error;
+  const Word* word = FindWord(line.word);
+  if (word == nullptr) return "there is no word " + line.word;
+  const std::size_t count = line.arguments.size();
+  if (count >= word->least && count <= word->most) return "";
+  return std::string("it is written: ") + word->name + " " + word->arguments;
+}
+
+Companion::Companion(App& app, ScriptDialogs& dialogs, ProgramEvents& program, Sinks sinks)
+    : app_(app), dialogs_(dialogs), program_(program), sinks_(std::move(sinks)) {
+  app_.windows.SetObserver({[this](Form& form) { Watch(form); }, {}, {}});
+  dialogs_.SetObserver({
+      [this](const std::string& text, const std::string& answer) {
+        Report({"message", text, answer});
+      },
+      [this](const std::string& kind, const std::string& path) {
+        Report({"file", kind, path});
+      },
+      [this](const std::string& what) { FailOutside(ScriptStatus::kUnanswered, what); },
+      [this](const std::string& what) { FailOutside(ScriptStatus::kDiffers, what); },
+  });
+}
+
+Companion::~Companion() {
+  StopLooking();
+  dialogs_.SetObserver({});
+  app_.windows.SetObserver({});
+}
+
+void Companion::Add(ScriptLine line) {
+  if (ended_) return;  // behind `quit`
+  lines_.push_back(std::move(line));
+  if (std::exchange(idle_, false)) PostNext();
+}
+
+void Companion::EndOfScript() {
+  ended_ = true;
+  if (std::exchange(idle_, false)) PostNext();
+}
+
+void Companion::PostNext() {
+  program_.Post([this] { Next(); });
+}
+
+void Companion::Next() {
+  if (finished_) return;
+  if (failed_ || (lines_.empty() && ended_)) {
+    Finish();
+  } else if (lines_.empty()) {
+    idle_ = true;
+  } else {
+    const ScriptLine line = std::move(lines_.front());
+    lines_.pop_front();
+    Run(line);
+  }
+}
+
+void Companion::Run(const ScriptLine& line) {
+  line_ = line.number;
+  After after = After::kNext;
+  try {
+    if (const std::string wrong = Check(line); !wrong.empty()) throw Trouble{ScriptStatus::kUnknown, wrong};
+    if (!line.word.empty()) after = (this->*FindWord(line.word)->run)(line.arguments);
+  } catch (const Trouble& trouble) {
+    Fail(line.number, trouble.status, trouble.text);
+  }
+  if (failed_) {
+    Finish();
+  } else if (after == After::kNext) {
+    PostNext();
+  }
+}
+
+void Companion::HoldUntil(int look_every_ms, std::function<bool()> over) {
+  StopLooking();
+  look_ = program_.StartTimer(look_every_ms, [this, over = std::move(over)] {
+    if (!over()) return;
+    StopLooking();
+    PostNext();
+  });
+}
+
+void Companion::StopLooking() {
+  if (look_ != 0) program_.StopTimer(std::exchange(look_, 0));
+}
+
+void Companion::Fail(int line, ScriptStatus status, const std::string& text) {
+  if (std::exchange(failed_, true)) return;
+  status_ = status;
+  sinks_.trouble(line, Escaped(text));
+}
+
+// For what comes up inside the program. Its handler goes on to its end: a gesture of the script finishes
+// behind it.
+void Companion::FailOutside(ScriptStatus status, const std::string& text) {
+  if (finished_) return;
+  Fail(line_, status, text);
+  if (gestures_ == 0) PostNext();
+}
+
+void Companion::Finish() {
+  if (std::exchange(finished_, true)) return;
+  StopLooking();
+  lines_.clear();
+  if (app_.platform.port.IsOpen()) {
+    bool closed = false;
+    ClosePort(app_, closed);
+  }
+  sinks_.finished();
+}
+
+void Companion::Report(const std::vector<std::string>& fields) {
+  std::string line;
+  for (const std::string& field : fields) line += (line.empty() ? "" : "\t") + Escaped(field);
+  sinks_.output(line);
+}
+
+void Companion::Describe(const Place& place) {
+  for (std::vector<std::string>& fields : Description(place)) {
+    fields.insert(fields.begin(), "show");
+    Report(fields);
+  }
+}
+
+void Companion::Watch(Form& form) {
+  for (Control* control : form.Controls()) {
+    if (control->Kind() == ControlKind::kStatusBar) WatchBar(form, static_cast<StatusBar&>(*control));
+  }
+}
+
+void Companion::WatchBar(Form& form, StatusBar& bar) {
+  std::vector<std::string> told(static_cast<std::size_t>(bar.PanelCount()));
+  bar.Observe([this, &form, &bar, told]() mutable {
+    for (int panel = 1; panel <= bar.PanelCount(); ++panel) {
+      std::string& last = told[static_cast<std::size_t>(panel - 1)];
+      if (last == bar.Panel(panel)) continue;
+      last = bar.Panel(panel);
+      const std::vector<int> part = panel == 1 ? std::vector<int>{} : std::vector<int>{panel};
+      Report({"status", Place{&form, &bar, part}.Name(), last});
+    }
+  });
+}
+
+}  // namespace vlt

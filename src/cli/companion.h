@@ -1,0 +1,146 @@
+// Runs a script on the program's own windows. Every line is an event of its own: a gesture on a control, as a
+// person makes it, or a look at one. The next line follows when the gesture's handler has returned, so
+// timers, arriving bytes and cycles run between two lines and inside each of them.
+//
+// Output is one line an event, its fields separated by tabs:
+//   status   NAME TEXT              a panel of a status bar has changed
+//   message  TEXT ANSWER            a message box and how it was answered
+//   file     open|save PATH         a file dialog; an empty path is Cancel
+//   show     NAME TEXT STATE VALUE  what `show` and `form` were asked for
+//   refused  NAME REASON            a gesture that nobody could have made
+// In a field "\t", "\n", "\r" and "\\" stand for tab, line feed, carriage return and backslash.
+//
+// The script ends at its first trouble, at `quit`, or behind its last line. The port is closed then, nothing
+// is asked and nothing is saved: that is what `close` is for.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/names.h"
+#include "cli/program_events.h"
+#include "cli/script.h"
+#include "cli/script_dialogs.h"
+#include "cli/trouble.h"
+#include "state/app.h"
+
+namespace vlt {
+
+class Companion {
+ public:
+  // What goes on when a word is done.
+  enum class After {
+    kNext,  // the next line
+    kHold,  // nothing yet: the word lets the next line run when it is time
+  };
+  struct Word {
+    const char* name;
+    const char* arguments;  // as the help shows them
+    std::size_t least;      // how many
+    std::size_t most;
+    const char* help;
+    After (Companion::*run)(const Arguments&);
+  };
+  static std::span<const Word> Words();
+  // One row a word: what is written and what it does.
+  static std::string Help();
+  // What is wrong with the line before it runs (quotes, word, number of arguments); empty for nothing.
+  static std::string Check(const ScriptLine& line);
+
+  struct Sinks {
+    std::function<void(const std::string& line)> output;
+    // Why the script ended early; the line's number, 0 for none.
+    std::function<void(int line, const std::string& text)> trouble;
+    std::function<void()> finished;
+  };
+
+  // Becomes the observer of the app's windows and of the dialogs; both must be those of `app`'s platform, as
+  // `program` is its event queue. All windows must be registered.
+  Companion(App& app, ScriptDialogs& dialogs, ProgramEvents& program, Sinks sinks);
+  ~Companion();
+  Companion(const Companion&) = delete;
+  Companion& operator=(const Companion&) = delete;
+
+  // Lines run in the order in which they are added, as soon as events run.
+  void Add(ScriptLine line);
+  // No line follows.
+  void EndOfScript();
+  // Ends the script now, whatever runs.
+  void Stop() { Finish(); }
+
+  bool Finished() const { return finished_; }
+  ScriptStatus Status() const { return status_; }
+
+ private:
+  class Running;
+
+  void PostNext();
+  void Next();
+  void Run(const ScriptLine& line);
+  void HoldUntil(int look_every_ms, std::function<bool()> over);
+  void StopLooking();
+  void Fail(int line, ScriptStatus status, const std::string& text);
+  void FailOutside(ScriptStatus status, const std::string& text);
+  void Finish();
+
+  void Report(const std::vector<std::string>& fields);
+  void Describe(const Place& place);
+  void Watch(Form& form);
+  void WatchBar(Form& form, StatusBar& bar);
+
+  Place Find(const Argument& name) const;
+  template <class T>
+  T& Take(const Place& place, const char* word) const;
+  void Refuse(const std::string& name, const std::string& reason);
+  // Makes a gesture, or throws Trouble when a person could not make it. The control may be gone afterwards.
+  void Gesture(const Place& place, const std::function<bool()>& act);
+  bool Press(Control& control);
+  bool Choose(const Place& place, const Arguments& arguments);
+  bool ChooseEntry(const Place& place, ComboBox& list, const Argument& entry);
+
+  After WordStart(const Arguments& arguments);
+  After WordOpen(const Arguments& arguments);
+  After WordClose(const Arguments& arguments);
+  After WordTick(const Arguments& arguments);
+  After WordUntick(const Arguments& arguments);
+  After WordChoose(const Arguments& arguments);
+  After WordType(const Arguments& arguments);
+  After WordLeave(const Arguments& arguments);
+  After WordPress(const Arguments& arguments);
+  After WordBegin(const Arguments& arguments);
+  After WordSelect(const Arguments& arguments);
+  After WordUp(const Arguments& arguments);
+  After WordDown(const Arguments& arguments);
+  After WordAnswer(const Arguments& arguments);
+  After WordFile(const Arguments& arguments);
+  After WordShow(const Arguments& arguments);
+  After WordForm(const Arguments& arguments);
+  After WordWait(const Arguments& arguments);
+  After WordExpect(const Arguments& arguments);
+  After WordQuit(const Arguments& arguments);
+
+  App& app_;
+  ScriptDialogs& dialogs_;
+  ProgramEvents& program_;
+  Sinks sinks_;
+
+  std::deque<ScriptLine> lines_;
+  bool ended_ = false;    // no line follows
+  bool idle_ = true;      // the next line runs when it is added
+  int line_ = 0;          // the line that was begun last
+  int gestures_ = 0;      // on the stack
+  int begun_ = 0;         // of them, those that `begin` has begun
+  bool started_ = false;  // `start` was run
+  EventQueue::TimerId look_ = 0;
+
+  bool failed_ = false;
+  bool finished_ = false;
+  ScriptStatus status_ = ScriptStatus::kGood;
+};
+
+}  // namespace vlt

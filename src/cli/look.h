@@ -1,0 +1,29 @@
+// What a script can see of a control.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/names.h"
+
+namespace vlt {
+
+// What a person reads in it: the text of a field, the selected entry of a list, the caption of the rest; of a
+// status bar the first panel, of a tab its caption, of a progress bar "3/10".
+// Of a part: a status bar's panel (from 1), an entry of a list or a tab (from 0), a grid's cell (row and
+// column from 0). Throws Trouble for a part that is not there.
+std::string TextOf(const Place& place);
+
+// "enabled", "disabled" or "hidden".
+std::string StateOf(const Control& control);
+
+// "ticked" or "unticked" of a check box or an option; the index of a list's selection or of the tab, -1 for
+// none; "running" or "stopped" of a timer; else empty.
+std::string ValueOf(const Control& control);
+
+// One row of fields for each line that tells of the control: name, text, state, value; behind it the name and
+// the text of each further panel, the name and the cells of each row of a grid (those of a hidden column are
+// empty).
+std::vector<std::vector<std::string>> Description(const Place& place);
+
+}  // namespace vlt

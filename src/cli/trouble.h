@@ -1,0 +1,21 @@
+// How a script ends.
+#pragma once
+
+#include <string>
+
+namespace vlt {
+
+enum class ScriptStatus {
+  kGood = 0,
+  kDiffers = 1,     // an `expect` differs, or what a line wants could not be done
+  kUnknown = 2,     // a word or a name is not known, or a line is not written as the language asks
+  kUnanswered = 3,  // a message box or file dialog came up and no answer was waiting for it
+};
+
+// Thrown where a line of a script cannot be followed; caught where the line is run.
+struct Trouble {
+  ScriptStatus status;
+  std::string text;
+};
+
+}  // namespace vlt

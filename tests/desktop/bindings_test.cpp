@@ -1,0 +1,225 @@
+// Each kind of control and its widget: what a person does reaches the control, what the control holds shows.
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <QToolButton>
+#include <QWheelEvent>
+#include <QtTest/QTest>
+
+#include "desktop/support/screen.h"
+
+namespace vlt::test {
+namespace {
+
+class Bench : public Form {
+ public:
+  explicit Bench(Windows& windows) : Form(windows, "Bench", FormPlace::kWindow) {
+    check.on_click = [this] { log.push_back("check"); };
+    options.ForEach([this](OptionButton& option) { option.on_click = [this] { log.push_back("option"); }; });
+    text.on_change = [this] { log.push_back("text " + text.Text()); };
+    combo.on_click = [this] { log.push_back("combo " + combo.Text()); };
+    button.on_click = [this] { log.push_back("button"); };
+    tabs.on_click = [this] { log.push_back("tab"); };
+    updown.on_up = [this] { log.push_back("up"); };
+    updown.on_down = [this] { log.push_back("down"); };
+    combo.SetItems({"red", "green", "blue"});
+    tabs.SetTabCaption(0, "one");
+    tabs.SetTabCaption(1, "two");
+  }
+  CheckBox check{*this, "check"};
+  ControlArray<OptionButton> options{*this, "options", Indexes(3)};
+  TextBox text{*this, "text"};
+  ComboBox combo{*this, "combo"};
+  Label label{*this, "label"};
+  PushButton button{*this, "button"};
+  FrameBox frame{*this, "frame"};
+  StatusBar status{*this, "status", 2};
+  ProgressBar progress{*this, "progress"};
+  TabControl tabs{*this, "tabs", 2};
+  UpDown updown{*this, "updown"};
+  Grid grid{*this, "grid", 3, 2};
+  Picture picture{*this, "picture", "logo"};
+  std::vector<std::string> log;
+};
+
+class BindingTest : public testing::Test {
+ protected:
+  BindingTest() {
+    screen.Add<Bench>("Bench", {"Bench", WindowStyle::kDialog, {}});
+    bench = &screen.Show<Bench>("Bench");
+  }
+  template <class T>
+  T& Widget(const char* name) {
+    return dynamic_cast<T&>(screen.hands.Widget("Bench", name));
+  }
+  using Log = std::vector<std::string>;
+  Screen screen;
+  Bench* bench = nullptr;
+};
+
+TEST_F(BindingTest, GesturesReachTheControls) {
+  Hands& hands = screen.hands;
+  hands.Click("Bench", "check");
+  EXPECT_TRUE(bench->check.Ticked());
+  hands.Click("Bench", "options(1)");
+  EXPECT_TRUE(bench->options(1).Value());
+  hands.Type("Bench", "text", "7.5");
+  EXPECT_EQ(bench->text.Text(), "7.5");
+  hands.Choose("Bench", "combo", 2);
+  EXPECT_EQ(bench->combo.ListIndex(), 2);
+  hands.Click("Bench", "button");
+  hands.SelectTab("Bench", "tabs", 1);
+  EXPECT_EQ(bench->tabs.Tab(), 1);
+  QTest::mouseClick(Widget<QWidget>("updown").findChild<QToolButton*>("up"), Qt::LeftButton);
+  QTest::mouseClick(Widget<QWidget>("updown").findChild<QToolButton*>("down"), Qt::LeftButton);
+  EXPECT_EQ(bench->log, (Log{"check", "option", "text 7", "text 7.", "text 7.5", "combo blue", "button",
+                             "tab", "up", "down"}));
+}
+
+TEST_F(BindingTest, ControlsShowOnTheWidgets) {
+  bench->check.SetValue(1);
+  bench->check.SetCaption("A && B");
+  bench->options(2).SetValue(true);
+  bench->text.SetText("流速");
+  bench->combo.AddItem("black");
+  bench->combo.SetListIndex(3);
+  bench->label.SetCaption("Get Unit && Language...");
+  bench->button.SetCaption("Go");
+  bench->button.SetBackColour(kActiveButtonColour);
+  bench->frame.SetCaption("Frame");
+  bench->status.SetPanel(1, "line one\nline two");
+  bench->progress.SetMax(4);
+  bench->progress.SetValue(3);
+  bench->tabs.SetTab(1);
+  bench->tabs.SetTabEnabled(0, false);
+  bench->grid.SetCell(0, 1, "head");
+  bench->grid.SetCell(2, 1, "cell");
+  bench->grid.SetColumnWidth(1, 1500);
+  Hands& hands = screen.hands;
+  EXPECT_TRUE(hands.Ticked("Bench", "check"));
+  EXPECT_EQ(hands.Text("Bench", "check"), "A && B") << "Qt's own doubling";
+  EXPECT_TRUE(hands.Ticked("Bench", "options(2)"));
+  EXPECT_EQ(hands.Text("Bench", "text"), "流速");
+  EXPECT_EQ(hands.Text("Bench", "combo"), "black");
+  EXPECT_EQ(hands.Text("Bench", "label"), "Get Unit & Language...");
+  EXPECT_EQ(hands.Text("Bench", "frame"), "Frame");
+  EXPECT_EQ(Widget<QPushButton>("button").palette().color(QPalette::Button), QColor(0xFF, 0xC0, 0x80));
+  EXPECT_EQ(Widget<QProgressBar>("progress").maximum(), 4);
+  EXPECT_EQ(Widget<QProgressBar>("progress").value(), 3);
+  EXPECT_EQ(Widget<QTabWidget>("tabs").currentIndex(), 1);
+  EXPECT_FALSE(Widget<QTabWidget>("tabs").isTabEnabled(0));
+  auto& table = Widget<QTableWidget>("grid");
+  EXPECT_EQ(table.horizontalHeaderItem(1)->text(), "head");
+  EXPECT_EQ(table.item(1, 1)->text(), "cell");
+  EXPECT_TRUE(table.isColumnHidden(0)) << "width 0";
+  EXPECT_FALSE(table.isColumnHidden(1));
+  bench->button.SetBackColour(kButtonFaceColour);
+  screen.desktop.Flush();
+  EXPECT_EQ(Widget<QPushButton>("button").palette().color(QPalette::Button),
+            QApplication::palette().color(QPalette::Button));
+}
+
+TEST_F(BindingTest, SettersRunNoGesture) {
+  bench->check.SetValue(1);
+  bench->options(0).SetValue(true);
+  bench->combo.SetListIndex(1);
+  bench->tabs.SetTab(1);
+  bench->text.SetText("1");
+  const Log after_setters = bench->log;
+  screen.desktop.Flush();
+  EXPECT_EQ(bench->log, after_setters);
+}
+
+// The control refuses before its widget has learnt of it.
+TEST_F(BindingTest, RefusedGesturesRestoreTheWidget) {
+  bench->text.SetText("kept");
+  bench->combo.SetListIndex(0);
+  screen.desktop.Flush();
+  auto& check = Widget<QAbstractButton>("check");
+  auto& option = Widget<QAbstractButton>("options(0)");
+  auto& field = Widget<QLineEdit>("text");
+  auto& tabs = Widget<QTabWidget>("tabs");
+  for (Control* control : bench->Controls()) control->SetEnabled(false);
+  check.click();
+  option.click();
+  field.setFocus();
+  QTest::keyClicks(&field, "x");
+  tabs.setCurrentIndex(1);
+  bench->log.clear();
+  screen.desktop.Flush();
+  EXPECT_FALSE(check.isChecked());
+  EXPECT_FALSE(option.isChecked());
+  EXPECT_EQ(field.text(), "kept");
+  EXPECT_EQ(tabs.currentIndex(), 0);
+  EXPECT_FALSE(check.isEnabled());
+  EXPECT_TRUE(bench->log.empty());
+}
+
+TEST_F(BindingTest, AChosenOptionStaysChosenAndRunsAgain) {
+  screen.hands.Click("Bench", "options(1)");
+  screen.hands.Click("Bench", "options(1)");
+  EXPECT_TRUE(screen.hands.Ticked("Bench", "options(1)"));
+  EXPECT_EQ(bench->log, (Log{"option", "option"}));
+}
+
+TEST_F(BindingTest, ArrowKeysGoRoundTheOptionsThatCanBeChosen) {
+  screen.hands.Click("Bench", "options(0)");
+  bench->options(1).SetEnabled(false);
+  screen.desktop.Flush();
+  QTest::keyClick(&Widget<QWidget>("options(0)"), Qt::Key_Down);
+  EXPECT_TRUE(bench->options(2).Value());
+  EXPECT_TRUE(Widget<QWidget>("options(2)").hasFocus());
+  QTest::keyClick(&Widget<QWidget>("options(2)"), Qt::Key_Right);
+  EXPECT_TRUE(bench->options(0).Value());
+}
+
+TEST_F(BindingTest, FieldsKeepLengthAndLock) {
+  bench->text.SetMaxLength(3);
+  screen.hands.Type("Bench", "text", "流速流速");
+  EXPECT_EQ(bench->text.Text(), "流速流");
+  bench->text.SetLocked(true);
+  screen.hands.Type("Bench", "text", "9");
+  EXPECT_EQ(bench->text.Text(), "流速流");
+  EXPECT_EQ(screen.hands.Text("Bench", "text"), "流速流");
+  bench->text.SetMaxLength(0);
+  bench->text.SetLocked(false);
+  screen.hands.Type("Bench", "text", "12345");
+  EXPECT_EQ(bench->text.Text(), "12345");
+}
+
+TEST_F(BindingTest, TheWheelLeavesAListWithoutFocusAlone) {
+  bench->combo.SetListIndex(1);
+  auto& combo = Widget<QComboBox>("combo");
+  Widget<QWidget>("button").setFocus();
+  const QPointF at = combo.rect().center();
+  QWheelEvent wheel(at, combo.mapToGlobal(at), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&combo, &wheel);
+  EXPECT_EQ(bench->combo.ListIndex(), 1);
+}
+
+TEST_F(BindingTest, HiddenControlsGoAndComeBack) {
+  bench->label.SetVisible(false);
+  EXPECT_FALSE(screen.hands.Widget("Bench", "label").isVisible());
+  bench->label.SetVisible(true);
+  EXPECT_TRUE(screen.hands.Widget("Bench", "label").isVisible());
+}
+
+TEST_F(BindingTest, TooltipsTellHintsAndWhatAPanelCuts) {
+  bench->text.SetHint("Register 00D2H");
+  EXPECT_EQ(screen.hands.Widget("Bench", "text").toolTip(), "Register 00D2H");
+  const std::string line(400, 'x');
+  bench->status.SetPanel(1, line);
+  EXPECT_EQ(screen.hands.Panel("Bench", "status", 1), line);
+  const auto* panel = screen.hands.Widget("Bench", "status").findChild<QLabel*>("panel1");
+  EXPECT_TRUE(panel->text().endsWith(QChar(0x2026)));
+}
+
+}  // namespace
+}  // namespace vlt::test

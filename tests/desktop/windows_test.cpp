@@ -1,0 +1,195 @@
+// Windows on the screen: the frame and its pages, dialogs, closing, pointer, life and death of widgets.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPointer>
+#include <QStackedWidget>
+#include <QtTest/QTest>
+
+#include "desktop/layouts/layouts.h"
+#include "desktop/support/screen.h"
+
+namespace vlt::test {
+namespace {
+
+using namespace layout;
+
+class Frame : public Form {
+ public:
+  explicit Frame(Windows& windows) : Form(windows, "Frame", FormPlace::kFrame) {
+    SetCaption("Product");
+    tools.SetCaption("Tools");
+    item.SetCaption("Item");
+    bare.SetCaption("Bare");
+    item.on_click = [this] { ++items; };
+  }
+  void Form_Unload(int& cancel) override {
+    ++unloads;
+    cancel = refuses ? -1 : 0;
+  }
+  PushButton first{*this, "first"};
+  MenuItem tools{*this, "tools"};
+  MenuItem item{*this, "item", &tools};
+  MenuItem bare{*this, "bare"};
+  StatusBar status{*this, "status", 3};
+  bool refuses = true;
+  int items = 0;
+  static inline int unloads = 0;
+};
+
+class Page : public Form {
+ public:
+  Page(Windows& windows, const char* name) : Form(windows, name, FormPlace::kPage) { SetCaption(name); }
+  TextBox text{*this, "text"};
+  PushButton read{*this, "ReadParameter"};
+};
+class PageA : public Page {
+ public:
+  explicit PageA(Windows& windows) : Page(windows, "PageA") {}
+};
+class PageB : public Page {
+ public:
+  explicit PageB(Windows& windows) : Page(windows, "PageB") {}
+};
+
+// A window whose button waits, as an exchange does, and is unloaded meanwhile.
+class Waiting : public Form {
+ public:
+  explicit Waiting(Windows& windows) : Form(windows, "Waiting", FormPlace::kWindow) {
+    go.on_click = [this] {
+      Machine().events.Post([this] { List().Run([this] { List().Unload("Waiting"); }); });
+      const auto until = Machine().clock.NowMs() + 50;
+      while (Machine().clock.NowMs() < until) Machine().events.GiveWay(until);
+      ended = true;
+    };
+    leave.on_click = [this] { List().Unload("Waiting"); };
+  }
+  PushButton go{*this, "go"};
+  PushButton leave{*this, "leave"};
+  static inline bool ended = false;
+};
+
+constexpr LayoutItem kFrameItems[] = {
+    Columns(), Column(), Navigation("first"), Column(), PageArea(), End(), Strip("status"),
+};
+constexpr LayoutItem kWaitingItems[] = {Strip("go", "leave")};
+
+class WindowsTest : public testing::Test {
+ protected:
+  WindowsTest() {
+    screen.Add<Frame>("Frame", {"Frame", WindowStyle::kFrame, kFrameItems});
+    screen.Add<PageA>("PageA", {"PageA", WindowStyle::kPage, {}});
+    screen.Add<PageB>("PageB", {"PageB", WindowStyle::kPage, {}});
+    screen.Add<Waiting>("Waiting", {"Waiting", WindowStyle::kDialog, kWaitingItems, "go", "leave"});
+  }
+  std::string PageOnTop() {
+    screen.desktop.Flush();
+    return FromQt(screen.desktop.View("Frame")->PageArea()->currentWidget()->objectName());
+  }
+  Screen screen;
+};
+
+TEST_F(WindowsTest, TheTopmostVisiblePageShows) {
+  screen.Show<Frame>("Frame");
+  EXPECT_EQ(PageOnTop(), "empty");
+  auto& a = screen.Show<PageA>("PageA");
+  auto& b = screen.Show<PageB>("PageB");
+  EXPECT_EQ(PageOnTop(), "PageB");
+  EXPECT_EQ(screen.hands.Window("Frame").windowTitle(), "Product - [PageB]");
+  EXPECT_EQ(screen.hands.Text("Frame", "pageTitle"), "PageB");
+  a.Show();
+  EXPECT_EQ(PageOnTop(), "PageA");
+  screen.hands.Type("PageA", "text", "kept");
+  a.Hide();
+  EXPECT_EQ(PageOnTop(), "PageB") << "it was open all the time";
+  b.Hide();
+  EXPECT_EQ(PageOnTop(), "empty");
+  a.Show();
+  EXPECT_EQ(screen.hands.Text("PageA", "text"), "kept");
+  screen.windows.Unload("PageA");
+  EXPECT_EQ(PageOnTop(), "empty");
+}
+
+TEST_F(WindowsTest, ShortCutsReachThePageOnTopOnly) {
+  screen.Show<Frame>("Frame");
+  int a = 0;
+  int b = 0;
+  screen.Show<PageA>("PageA").read.on_click = [&] { ++a; };
+  screen.Show<PageB>("PageB").read.on_click = [&] { ++b; };
+  screen.hands.Key("Frame", "Ctrl+R");
+  EXPECT_EQ(a, 0);
+  EXPECT_EQ(b, 1);
+  EXPECT_EQ(screen.hands.Widget("PageB", "ReadParameter").toolTip(), "Ctrl+R");
+}
+
+TEST_F(WindowsTest, MenusPressTheirItems) {
+  auto& frame = screen.Show<Frame>("Frame");
+  screen.hands.Menu("Frame", "item");
+  EXPECT_EQ(frame.items, 1);
+  QWidget& window = screen.hands.Window("Frame");
+  EXPECT_EQ(window.findChild<QAction*>("tools")->text(), "&Tools");
+  frame.tools.SetEnabled(false);
+  frame.item.SetCaption("R && D");
+  screen.desktop.Flush();
+  EXPECT_FALSE(window.findChild<QAction*>("tools")->isEnabled());
+  EXPECT_EQ(window.findChild<QAction*>("item")->text(), "&R && D");
+}
+
+TEST_F(WindowsTest, ClosingIsTheLogicsDecision) {
+  auto& frame = screen.Show<Frame>("Frame");
+  QPointer<QWidget> window = &screen.hands.Window("Frame");
+  Frame::unloads = 0;
+  window->close();
+  EXPECT_EQ(Frame::unloads, 1);
+  EXPECT_TRUE(window->isVisible()) << "the logic refused";
+  frame.SetCloseCommand(false);
+  screen.desktop.Flush();
+  EXPECT_FALSE(window->windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint));
+  window->close();
+  EXPECT_EQ(Frame::unloads, 1) << "there is no close command";
+  frame.SetCloseCommand(true);
+  frame.refuses = false;
+  screen.desktop.Flush();
+  EXPECT_TRUE(window->windowHandle()->flags().testFlag(Qt::WindowCloseButtonHint));
+  window->close();
+  EXPECT_EQ(screen.windows.Find("Frame"), nullptr);
+  EXPECT_TRUE(WaitFor([&] { return window == nullptr; }));
+  EXPECT_TRUE(WaitFor([&] { return screen.host.events.IsEnding(); })) << "no window is left";
+}
+
+TEST_F(WindowsTest, AWindowGoneInItsOwnHandlerStaysWholeUntilTheHandlerEnds) {
+  screen.Show<Frame>("Frame");
+  screen.Show<Waiting>("Waiting");
+  QPointer<QWidget> window = &screen.hands.Window("Waiting");
+  Waiting::ended = false;
+  screen.hands.Click("Waiting", "go");
+  EXPECT_TRUE(Waiting::ended);
+  EXPECT_EQ(screen.windows.Find("Waiting"), nullptr);
+  EXPECT_TRUE(WaitFor([&] { return window == nullptr; }));
+  screen.Show<Waiting>("Waiting");
+  screen.hands.Key("Waiting", "Esc");
+  EXPECT_EQ(screen.windows.Find("Waiting"), nullptr);
+}
+
+TEST_F(WindowsTest, AnOperationShowsTheHourglass) {
+  screen.windows.SetMousePointer(kHourglassPointer);
+  ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  screen.windows.SetMousePointer(kNormalPointer);
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(WindowsTest, TablesThatDontFitTheFormAreNoticed) {
+  static constexpr LayoutItem kItems[] = {Strip("go", "nobody")};
+  screen.Add<Waiting>("Waiting", {"Waiting", WindowStyle::kDialog, kItems});
+  screen.Show<Waiting>("Waiting");
+  const BuiltWindow& built = screen.desktop.View("Waiting")->Built();
+  EXPECT_EQ(built.unknown, std::vector<std::string>{"nobody"});
+  EXPECT_EQ(built.unplaced, std::vector<std::string>{"leave"});
+  EXPECT_TRUE(screen.hands.Widget("Waiting", "leave").isVisible()) << "reachable all the same";
+}
+
+}  // namespace
+}  // namespace vlt::test
