@@ -5,7 +5,7 @@
 // The child is this program itself: the machine by Qt, the measure page, the meter simulated in process,
 // cycles as quick as the exchanges allow. It tells each cycle that has ended on its standard output. Exit
 // status 1 when a record of such a cycle is missing, a line but the last is half, or a record is there twice.
-#include <signal.h>
+#include <csignal>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
