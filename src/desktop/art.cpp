@@ -58,13 +58,14 @@ QPixmap Sign(const QPainterPath& path) {
 }  // namespace
 
 QIcon ApplicationIcon() {
+  // The sizes that title bars and task lists show: each one that is added is decoded at the start.
   QIcon icon;
-  for (int size : {16, 24, 32, 48, 64, 128, 256}) icon.addFile(QString(":/art/icon_%1.png").arg(size));
+  for (int size : {16, 32, 48, 64}) icon.addFile(QString(":/art/icon_%1.png").arg(size));
   return icon;
 }
 
 QPixmap Artwork(const std::string& name) {
-  if (name == "logo") return ApplicationIcon().pixmap(48, 48);
+  if (name == "logo") return QPixmap(":/art/icon_48.png");
   if (name == "sensor") return Sign(SensorSign());
   if (name == "heat") return Sign(HeatSign());
   return QPixmap(":/art/" + ToQt(name) + ".png");

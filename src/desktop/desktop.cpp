@@ -13,10 +13,9 @@ namespace vlt {
 namespace {
 
 constexpr double kQuiet = 0.22;  // opacity of the empty frame's picture
-constexpr int kQuietSize = 128;
 
 QWidget* MakeEmptyPage(QWidget* parent) {
-  const QPixmap icon = ApplicationIcon().pixmap(kQuietSize, kQuietSize);
+  const QPixmap icon = Artwork("icon_128");
   QPixmap faint(icon.size());
   faint.fill(Qt::transparent);
   QPainter painter(&faint);
