@@ -39,7 +39,7 @@ const Companion::Word* FindWord(const std::string& name) {
 }  // namespace
 
 std::string Companion::Help() {
-  constexpr std::size_t kColumn = 25;
+  constexpr std::size_t kColumn = 29;
   std::string text;
   for (const Word& word : Words()) {
     std::string written = std::string("  ") + word.name + " " + word.arguments;

@@ -100,7 +100,8 @@ class Companion {
   // Makes a gesture, or throws Trouble when a person could not make it. The control may be gone afterwards.
   void Gesture(const Place& place, const std::function<bool()>& act);
   bool Press(Control& control);
-  bool Choose(const Place& place, const Arguments& arguments);
+  // Throws Trouble when what `expect` is given is not so.
+  void Compare(const Arguments& arguments) const;
   bool ChooseEntry(const Place& place, ComboBox& list, const Argument& entry);
 
   After WordStart(const Arguments& arguments);
@@ -122,6 +123,7 @@ class Companion {
   After WordForm(const Arguments& arguments);
   After WordWait(const Arguments& arguments);
   After WordExpect(const Arguments& arguments);
+  After WordAwait(const Arguments& arguments);
   After WordQuit(const Arguments& arguments);
 
   App& app_;

@@ -74,10 +74,10 @@ struct Match {
   bool (*fits)(std::string_view is, std::string_view wanted);
 };
 constexpr Match kMatches[] = {
-    {"is", "is not", [](std::string_view is, std::string_view wanted) { return is == wanted; }},
-    {"contains", "does not contain",
+    {"is", "and not", [](std::string_view is, std::string_view wanted) { return is == wanted; }},
+    {"contains", "and does not contain",
      [](std::string_view is, std::string_view wanted) { return is.find(wanted) != std::string_view::npos; }},
-    {"ends", "does not end with",
+    {"ends", "and does not end with",
      [](std::string_view is, std::string_view wanted) { return is.ends_with(wanted); }},
 };
 
@@ -123,10 +123,10 @@ std::span<const Companion::Word> Companion::Words() {
        &Companion::WordForm},
       {"wait", "[MS]", 0, 1, "let the program run so long; none: until all that was begun is done",
        &Companion::WordWait},
-      {"expect", "NAME [HOW] TEXT", 2, 3,
-       "end with status 1 unless NAME shows TEXT; HOW: contains, ends; enabled, disabled, hidden, ticked, "
-       "unticked ask for its state",
+      {"expect", "NAME [HOW] TEXT", 2, 3, "end with status 1 unless it shows TEXT; HOW: contains, ends",
        &Companion::WordExpect},
+      {"await", "MS NAME [HOW] TEXT", 3, 4, "the same, but it may take so long until it is so",
+       &Companion::WordAwait},
       {"quit", "", 0, 0, "end the script here; nothing is asked, nothing is saved", &Companion::WordQuit},
       {"end", "", 0, 0, "the same", &Companion::WordQuit},
   };
@@ -246,14 +246,15 @@ bool Companion::ChooseEntry(const Place& place, ComboBox& list, const Argument& 
   return list.Choose(static_cast<int>(found - items.begin()));
 }
 
-bool Companion::Choose(const Place& place, const Arguments& arguments) {
-  if (arguments.size() == 1) return Take<OptionButton>(place, "choose without an entry").Choose();
-  return ChooseEntry(place, Take<ComboBox>(place, "choose an entry of"), arguments[1]);
-}
-
 Companion::After Companion::WordChoose(const Arguments& arguments) {
   const Place place = Find(arguments[0]);
-  Gesture(place, [&] { return Choose(place, arguments); });
+  if (arguments.size() == 1) {
+    auto& option = Take<OptionButton>(place, "choose without an entry");
+    Gesture(place, [&] { return option.Choose(); });
+  } else {
+    auto& list = Take<ComboBox>(place, "choose an entry of");
+    Gesture(place, [&] { return ChooseEntry(place, list, arguments[1]); });
+  }
   return After::kNext;
 }
 
@@ -357,7 +358,7 @@ Companion::After Companion::WordWait(const Arguments& arguments) {
   return After::kHold;
 }
 
-Companion::After Companion::WordExpect(const Arguments& arguments) {
+void Companion::Compare(const Arguments& arguments) const {
   const Place place = Find(arguments[0]);
   const Argument& wanted = arguments.back();
   const bool whole = arguments.size() == 2;
@@ -370,9 +371,29 @@ Companion::After Companion::WordExpect(const Arguments& arguments) {
   } else {
     is = TextOf(place);
   }
-  if (match.fits(is, wanted.text)) return After::kNext;
-  throw Trouble{kDiffers,
-                place.Name() + " is \"" + is + "\", which " + match.fails + " \"" + wanted.text + "\""};
+  if (match.fits(is, wanted.text)) return;
+  throw Trouble{kDiffers, place.Name() + " is \"" + is + "\" " + match.fails + " \"" + wanted.text + "\""};
+}
+
+Companion::After Companion::WordExpect(const Arguments& arguments) {
+  Compare(arguments);
+  return After::kNext;
+}
+
+Companion::After Companion::WordAwait(const Arguments& arguments) {
+  const Arguments wanted(arguments.begin() + 1, arguments.end());
+  const auto until = app_.platform.clock.NowMs() + NumberOrTrouble(arguments[0]);
+  HoldUntil(kLookEveryMs, [this, wanted, until, line = line_] {
+    try {
+      Compare(wanted);
+      return true;
+    } catch (const Trouble& trouble) {
+      const bool over = program_.Ended() || app_.platform.clock.NowMs() >= until;
+      if (over) Fail(line, trouble.status, trouble.text);
+      return over;
+    }
+  });
+  return After::kHold;
 }
 
 Companion::After Companion::WordQuit(const Arguments&) {

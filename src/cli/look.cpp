@@ -4,6 +4,8 @@
 #include <functional>
 
 #include "cli/trouble.h"
+#include "values/number_text.h"
+#include "window/chart.h"
 
 namespace vlt {
 namespace {
@@ -27,6 +29,12 @@ struct Look {
 };
 
 std::string Ticked(bool ticked) { return ticked ? "ticked" : "unticked"; }
+
+std::span<const ChartPoint> ShownPoints(const Control& control) { return As<Chart>(control).Shown(); }
+
+std::string PointText(const ChartPoint& point) {
+  return GeneralText(point.x) + " " + (point.IsHole() ? "-" : GeneralText(point.y));
+}
 
 const Look kLooks[] = {
     {ControlKind::kCheckBox, nullptr, [](const Control& c) { return Ticked(As<CheckBox>(c).Ticked()); },
@@ -63,6 +71,12 @@ const Look kLooks[] = {
        return Part{As<Grid>(c).Rows(), As<Grid>(c).Columns()};
      },
      0, [](const Control& c, const Part& at) { return As<Grid>(c).Cell(at[0], at[1]); }},
+    {ControlKind::kChart, [](const Control& c) { return As<Chart>(c).Y().title; },
+     [](const Control& c) { return std::to_string(ShownPoints(c).size()); },
+     [](const Control& c) { return Part{static_cast<int>(ShownPoints(c).size()) + 1}; }, 1,
+     [](const Control& c, const Part& at) {
+       return PointText(ShownPoints(c)[static_cast<std::size_t>(at[0]) - 1]);
+     }},
     {ControlKind::kPicture, [](const Control& c) { return As<Picture>(c).Art(); }, nullptr, nullptr, 0,
      nullptr},
 };

@@ -9,16 +9,17 @@
 namespace vlt {
 
 // What a person reads in it: the text of a field, the selected entry of a list, the caption of the rest; of a
-// status bar the first panel, of a tab its caption, of a progress bar "3/10".
+// status bar the first panel, of a tab its caption, of a chart its Y title, of a progress bar "3/10".
 // Of a part: a status bar's panel (from 1), an entry of a list or a tab (from 0), a grid's cell (row and
-// column from 0). Throws Trouble for a part that is not there.
+// column from 0), a chart's shown point (from 1; "X Y", "X -" for a hole). Throws Trouble for a part that is
+// not there.
 std::string TextOf(const Place& place);
 
 // "enabled", "disabled" or "hidden".
 std::string StateOf(const Control& control);
 
 // "ticked" or "unticked" of a check box or an option; the index of a list's selection or of the tab, -1 for
-// none; "running" or "stopped" of a timer; else empty.
+// none; "running" or "stopped" of a timer; the number of a chart's shown points; else empty.
 std::string ValueOf(const Control& control);
 
 // One row of fields for each line that tells of the control: name, text, state, value; behind it the name and

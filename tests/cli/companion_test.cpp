@@ -1,174 +1,431 @@
+// Scripts on the program's own windows, on virtual time.
 #include "cli/companion.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 
 #include "shell/start.h"
 #include "support/virtual_platform.h"
+#include "window/chart.h"
 
-namespace vlt::test {
+namespace vlt {
 namespace {
 
-using Lines = std::vector<std::string>;
+using test::VirtualPlatform;
 
-TEST(Script, CutsLinesIntoWords) {
-  struct Case {
-    const char* text;
-    const char* word;
-    Lines arguments;
-    bool wrong;
-  };
-  const Case cases[] = {
-      {"", "", {}, false},
-      {"  # a comment", "", {}, false},
-      {"type A 60.5  # behind it", "type", {"A", "60.5"}, false},
-      {"\texpect Label2(0) \"[mm # \"\"x\"\"]\"\r", "expect", {"Label2(0)", "[mm # \"x\"]"}, false},
-      {"type A \"\"", "type", {"A", ""}, false},
-      {"type A \"no end", "type", {"A"}, true},
-      {"type A \"stuck\"x", "type", {"A"}, true},
-      {"\xEF\xBB\xBFstart", "start", {}, false},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.text);
-    const ScriptLine line = ParseScriptLine(c.text, 1);
-    EXPECT_EQ(line.word, c.word);
-    EXPECT_EQ(!line.error.empty(), c.wrong);
-    Lines arguments;
-    for (const Argument& argument : line.arguments) arguments.push_back(argument.text);
-    EXPECT_EQ(arguments, c.arguments);
-  }
-  ScriptReader reader;
-  reader.Add("sta");
-  EXPECT_FALSE(reader.Next().has_value()) << "half a line is not run";
-  reader.Add("rt\nopen Form10");
-  EXPECT_EQ(reader.Next()->word, "start");
-  EXPECT_FALSE(reader.Next().has_value());
-  reader.End();
-  EXPECT_EQ(reader.Next()->number, 2);
+constexpr const char* kIni =
+    "[SYSTEM]\r\nINI_FILENAME=VLT.ini\r\nVR=M627\r\nLANG_FLAG=1\r\n"
+    "[COMM]\r\nPORT=1\r\nSTATION_NO=01\r\n";
+
+std::string ReadFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::stringstream content;
+  content << file.rdbuf();
+  return content.str();
 }
 
-// The program on virtual time with a simulated meter, and a script that runs on it to its end.
-class CompanionTest : public ::testing::Test {
- protected:
-  CompanionTest()
-      : dialogs(machine.files),
-        events(machine.time),
-        platform{machine.time, events, machine.simulated, dialogs, machine.files, machine.process},
-        app(platform) {
-    machine.files.files["/app/VLT.ini"] =
-        "[SYSTEM]\r\nINI_FILENAME=VLT.ini\r\nVR=M627\r\nLANG_FLAG=1\r\n[COMM]\r\nPORT=1\r\nSTATION_NO=01\r\n";
+// One run of a script from the start of the program on.
+struct Session {
+  Session() {
+    machine.files.files["/app/VLT.ini"] = kIni;
     RegisterAllWindows(app);
   }
 
+  // The script's status as a number.
   int Run(const std::string& script) {
-    bool over = false;
-    Companion companion(
-        app, dialogs, events,
-        {[this](const std::string& line) { output.push_back(line); },
-         [this](int line, const std::string& text) { trouble.push_back(std::to_string(line) + ": " + text); },
-         [&] { over = true; }});
     ScriptReader reader;
     reader.Add(script);
     reader.End();
     while (auto line = reader.Next()) companion.Add(std::move(*line));
     companion.EndOfScript();
-    for (int second = 0; second < 600 && !over; ++second) machine.time.RunFor(1000);
-    EXPECT_TRUE(over) << "the script never ends";
-    EXPECT_FALSE(machine.simulated.IsOpen());
+    for (int turn = 0; turn < 100'000 && !finished; ++turn) machine.time.GiveWay(machine.time.NowMs() + 1000);
+    EXPECT_TRUE(finished) << script;
     return static_cast<int>(companion.Status());
   }
-  // Lines of one kind, without it.
-  Lines Said(const std::string& kind) const {
-    Lines said;
-    for (const std::string& line : output) {
-      if (line.starts_with(kind + "\t")) said.push_back(line.substr(kind.size() + 1));
-    }
-    return said;
+
+  bool Told(const std::string& line) const {
+    return std::find(output.begin(), output.end(), line) != output.end();
+  }
+  bool ToldPart(const std::string& part) const {
+    return std::any_of(output.begin(), output.end(),
+                       [&](const std::string& line) { return line.find(part) != std::string::npos; });
   }
 
   VirtualPlatform machine;
-  ScriptDialogs dialogs;
-  ProgramEvents events;
-  Platform platform;
-  App app;
-  Lines output;
-  Lines trouble;
+  ProgramEvents events{machine.time};
+  ScriptDialogs dialogs{machine.files};
+  Platform platform{machine.time, events, machine.machine.port, dialogs, machine.files, machine.process};
+  App app{platform};
+  std::vector<std::string> output;
+  std::string trouble;  // "LINE: TEXT"
+  bool finished = false;
+  Companion companion{
+      app,
+      dialogs,
+      events,
+      {[this](const std::string& line) { output.push_back(line); },
+       [this](int line, const std::string& text) { trouble += std::to_string(line) + ": " + text; },
+       [this] { finished = true; }}};
 };
 
-TEST_F(CompanionTest, SetsAValueLooksAtItAndCloses) {
-  EXPECT_EQ(Run("start\n"
-                "open Form10\n"
-                "tick OUTER_DIAMETER\n"
-                "type OUTER_DIAMETERText 114.3\n"
-                "leave OUTER_DIAMETERText\n"
-                "press SetParameter\n"
-                "expect OUTER_DIAMETERText 114.30\n"
-                "expect StatusBar1 contains \"process setting was completed\"\n"
-                "expect OUTER_DIAMETER ticked\n"
-                "expect LINING_S_V disabled\n"
-                "show Label8(0)\n"
-                "answer no\n"
-                "close\n"),
-            0);
-  EXPECT_EQ(trouble, Lines{});
-  EXPECT_EQ(machine.Meter().holding().Long(0x00D2), 11430);
-  EXPECT_EQ(Said("show"), Lines{"Form10.Label8(0)\t[mm]\tenabled\t"});
-  EXPECT_EQ(Said("message"), Lines{"Does it save the setting value of the loader?\tno"});
-  EXPECT_TRUE(events.Ended());
+const std::string kOpenProcess = "start\nopen Form10\n";
+
+TEST(Companion, StartShowsTheMainWindowAndTellsItsStatusBar) {
+  Session session;
+  EXPECT_EQ(session.Run("start\nshow StatusBar1\n"), 0) << session.trouble;
+  const std::vector<std::string> told{
+      "status\tMDIForm1.StatusBar1[2]\tENGLISH", "status\tMDIForm1.StatusBar1[3]\tMETRIC",
+      "show\tMDIForm1.StatusBar1\t\tenabled\t", "show\tMDIForm1.StatusBar1[2]\tENGLISH",
+      "show\tMDIForm1.StatusBar1[3]\tMETRIC"};
+  EXPECT_EQ(session.output, told);
+  EXPECT_FALSE(session.machine.machine.port.IsOpen()) << "the end of the script closes the port";
+  EXPECT_EQ(session.machine.files.files["/app/VLT.ini"], kIni) << "and saves nothing";
 }
 
-TEST_F(CompanionTest, EndsWithTheStatusAndTheLineOfItsTrouble) {
-  struct Case {
+// A script is followed to its first trouble, which has a status, a line and a reason.
+TEST(Companion, TroubleEndsTheScript) {
+  const struct {
     const char* script;
     int status;
-    const char* trouble;
+    const char* trouble;  // what it begins with
+  } cases[] = {
+      {"", 0, ""},
+      {"# nothing\n\nquit\nnonsense", 0, ""},
+      {"wait 10\nend\nnonsense", 0, ""},
+      {"nonsense", 2, "1: there is no word nonsense"},
+      {"\ntick", 2, "2: it is written: tick NAME"},
+      {"start now", 2, "1: it is written: start "},
+      {"type X \"a", 2, "1: a quoted text"},
+      {"wait long", 2, "1: long is no whole number"},
+      {"wait -1", 2, "1: -1 is no whole number"},
+      {"answer ok maybe", 2, "1: there is no answer maybe"},
+      {"press End", 1, "1: no window is open"},
+      {"form", 1, "1: no window is open"},
+      {"open Form10", 1, "1: the main window is not open"},
+      {"form Form10", 1, "1: Form10 is not open"},
+      {"show Form10.OUTER_DIAMETER", 1, "1: Form10 is not open"},
+      {"show Form99.OUTER_DIAMETER", 2, "1: there is no window Form99"},
+      {"start\nstart", 1, "2: the program can be started only once"},
+      {"start\nopen MDIForm1", 2, "2: nothing in the main window opens MDIForm1"},
+      {"start\npress OUTER_DIAMETER", 2, "2: there is no control OUTER_DIAMETER on MDIForm1"},
+      {"start\nopen Form10\npress Form10.Label2(7)", 2, "3: there is no control Form10.Label2(7)"},
+      {"start\nopen Form10\npress Label8(1)", 2, "3: Form10.Label8(1) is nothing to press"},
+      {"start\nopen Form10\nchoose OUTER_DIAMETERText 1", 2, "3: Form10.OUTER_DIAMETERText is nothing to"},
+      {"start\nopen Form10\nshow PIPE_MATERIALCombo[x]", 2, "3: no part is named"},
+      {"start\nopen Form10\nshow PIPE_MATERIALCombo[99]", 2,
+       "3: there is no part Form10.PIPE_MATERIALCombo["},
+      {"start\nshow StatusBar1[4]", 2, "2: there is no part"},
+      {"start\nexpect StatusBar1[0] X", 2, "2: there is no part"},
+      {"start\nexpect StatusBar1[2] ENGLISH\nexpect StatusBar1[2] JAPANESE", 1,
+       "3: MDIForm1.StatusBar1[2] is \"ENGLISH\" and not \"JAPANESE\""},
+      {"start\nexpect StatusBar1[2] contains GLI\nexpect StatusBar1[2] ends ISH\n"
+       "expect StatusBar1[2] ends GLI",
+       1, "4: MDIForm1.StatusBar1[2] is \"ENGLISH\" and does not end with \"GLI\""},
+      {"start\nawait 50 StatusBar1[2] JAPANESE", 1, "2: MDIForm1.StatusBar1[2] is \"ENGLISH\" and not"},
+      {"start\nawait 50 NONE enabled", 2, "2: there is no control NONE"},
+      {"await soon X enabled", 2, "1: soon is no whole number"},
+      {"start\nexpect StatusBar1 like X", 2, "2: expect does not know like"},
+      {"start\nclose", 3, "2: no answer was waiting for the box"},
+      {"answer ok\nstart\nclose", 3, "3: the box \"Does it save"},
+      {"answer no\nstart\nclose\nshow StatusBar1", 1, "4: the program has ended"},
   };
-  const Case cases[] = {
-      {"expect OUTER_DIAMETERText 1\n", 1, "2: Form10.OUTER_DIAMETERText is \"\", which is not \"1\""},
-      {"\ntype OUTER_DIAMETERText 1\n", 1, "3: Form10.OUTER_DIAMETERText: disabled"},
-      {"choose ChannelSelect(1)\n", 1, "2: Form10.ChannelSelect(1): disabled"},
-      {"tick NOTHING\n", 2, "2: "},
-      {"juggle\n", 2, "2: there is no word juggle"},
-      {"tick\n", 2, "2: it is written: tick NAME"},
-      {"press OUTER_DIAMETER\n", 2, "2: Form10.OUTER_DIAMETER is nothing to press"},
-      {"press CmdBtnClear\n", 3, "2: "},
-      {"answer perhaps\n", 2, "2: there is no answer perhaps"},
-  };
-  Run("start\n");
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.script);
-    trouble.clear();
-    EXPECT_EQ(Run(std::string("open Form10\n") + c.script + "open Form2\n"), c.status);
-    ASSERT_EQ(trouble.size(), 1u);
-    EXPECT_TRUE(trouble[0].starts_with(c.trouble)) << trouble[0];
-    EXPECT_EQ(app.windows.Find("Form2"), nullptr) << "nothing runs behind the trouble";
+  for (const auto& c : cases) {
+    Session session;
+    EXPECT_EQ(session.Run(c.script), c.status) << c.script << "\n" << session.trouble;
+    const std::string wanted = c.trouble;
+    EXPECT_EQ(session.trouble.substr(0, wanted.size()), wanted) << c.script;
+    EXPECT_EQ(session.trouble.empty(), wanted.empty()) << session.trouble;
   }
 }
 
-TEST_F(CompanionTest, SavesAndOpensAFileByItsName) {
-  EXPECT_EQ(Run("start\nopen Form10\ntick OUTER_DIAMETER\ntype OUTER_DIAMETERText 77\n"
-                "file /data/pipe.ini\npress setParam\n"
-                "open Form10\nexpect OUTER_DIAMETERText 77\n"
-                "file\npress readparam\n"
-                "answer no\nclose\n"),
-            0);
-  EXPECT_EQ(Said("file"), (Lines{"save\t/data/pipe.ini", "open\t"}));
-  EXPECT_NE(machine.files.files["/data/pipe.ini"].find("OUTER_DIAMETER_Data=77\r\n"), std::string::npos);
+TEST(Companion, RefusesWhatAPersonCouldNotDo) {
+  const struct {
+    const char* line;
+    const char* refused;
+  } cases[] = {
+      {"type OUTER_DIAMETERText 60", "Form10.OUTER_DIAMETERText\tdisabled"},
+      {"choose PIPE_MATERIALCombo 1", "Form10.PIPE_MATERIALCombo\tdisabled"},
+      {"tick OUTER_DIAMETER\ntype OUTER_DIAMETERText 12345678",
+       "Form10.OUTER_DIAMETERText\ttakes no more than 7 characters"},
+      {"tick PIPE_MATERIAL\nchoose PIPE_MATERIALCombo 999", "Form10.PIPE_MATERIALCombo\thas no entry 999"},
+      {"tick PIPE_MATERIAL\nchoose PIPE_MATERIALCombo \"0\"", "Form10.PIPE_MATERIALCombo\thas no entry 0"},
+      {"select SetParameter2 NONE", "Form10.SetParameter2\thas no tab NONE"},
+      {"press Command14", "MDIForm1.Command14\thidden"},
+      {"press MDIForm1.Command1\npress Form10.ReadParameter",
+       "Form10.ReadParameter\tits window is not shown"},
+      {"close Form5", nullptr},
+  };
+  for (const auto& c : cases) {
+    Session session;
+    EXPECT_EQ(session.Run(kOpenProcess + c.line), 1) << c.line;
+    if (c.refused == nullptr) continue;
+    EXPECT_EQ(session.output.back(), std::string("refused\t") + c.refused) << c.line;
+  }
 }
 
-TEST(CompanionWords, StandInTheManual) {
-  std::ifstream page(COMPANION_PAGE);
-  std::stringstream text;
-  text << page.rdbuf();
-  ASSERT_FALSE(text.str().empty());
+TEST(Companion, GesturesReachTheControls) {
+  const struct {
+    const char* line;
+    const char* shown;
+  } cases[] = {
+      {"tick OUTER_DIAMETER\nexpect OUTER_DIAMETERText enabled\ntype OUTER_DIAMETERText \"60.5\"\n"
+       "leave OUTER_DIAMETERText\nshow OUTER_DIAMETERText",
+       "Form10.OUTER_DIAMETERText\t60.5\tenabled\t"},
+      {"tick OUTER_DIAMETER\nuntick OUTER_DIAMETER\nshow OUTER_DIAMETER",
+       "Form10.OUTER_DIAMETER\tOUTER DIAMETER\tenabled\tunticked"},
+      {"tick PIPE_MATERIAL\nchoose PIPE_MATERIALCombo 1\nshow PIPE_MATERIALCombo",
+       "Form10.PIPE_MATERIALCombo\tSTAINLESS STEEL\tenabled\t1"},
+      {"tick PIPE_MATERIAL\nchoose PIPE_MATERIALCombo \"STAINLESS STEEL\"\nshow PIPE_MATERIALCombo[1]",
+       "Form10.PIPE_MATERIALCombo[1]\tSTAINLESS STEEL"},
+      {"choose ChannelSelect(0)\nshow ChannelSelect(0)", "Form10.ChannelSelect(0)\tCH1\tenabled\tticked"},
+      {"open frmAbout\nshow lblTitle\nclose frmAbout\nshow chkCheck",
+       "Form10.chkCheck\tall\tenabled\tunticked"},
+  };
+  for (const auto& c : cases) {
+    Session session;
+    const int status = session.Run(kOpenProcess + c.line);
+    EXPECT_EQ(status, 0) << c.line << "\n" << session.trouble;
+    EXPECT_TRUE(session.ToldPart("show\t" + std::string(c.shown))) << c.line;
+  }
+}
+
+// A page's button hides it when it is shown; `open` brings it to the front whatever it was.
+TEST(Companion, OpenBringsAPageToTheFront) {
+  Session session;
+  EXPECT_EQ(session.Run("start\nopen Form10\nopen Form10\ntick OUTER_DIAMETER\nopen Form5\nshow chkCheck\n"
+                        "open Form10\nexpect OUTER_DIAMETER ticked\nshow chkCheck"),
+            0)
+      << session.trouble;
+  EXPECT_TRUE(session.ToldPart("show\tForm5.chkCheck"));
+  EXPECT_TRUE(session.ToldPart("show\tForm10.chkCheck"));
+}
+
+// A box nobody answers is closed, and the handler that has asked comes to its end before the script does.
+TEST(Companion, AHandlerEndsBehindAnUnansweredBox) {
+  Session session;
+  session.machine.Arm("silence/10*ever");
+  EXPECT_EQ(session.Run(kOpenProcess + "tick OUTER_DIAMETER\ntype OUTER_DIAMETERText 60\npress SetParameter"),
+            3);
+  EXPECT_TRUE(session.ToldPart(":Data has not been set up\\nDoes it continue?\tcancel"));
+  EXPECT_TRUE(session.ToldPart("Setting of process setting was completed"));
+  EXPECT_FALSE(session.app.state.UiLocked);
+  EXPECT_EQ(session.trouble.find('\n'), std::string::npos);
+}
+
+TEST(Companion, AnswersWaitInOrderAndCanBeForgotten) {
+  Session session;
+  session.machine.Arm("silence*ever");
+  EXPECT_EQ(session.Run("answer ok yes\nfile\nstart\nclose"), 0) << session.trouble;
+  EXPECT_TRUE(session.Told("message\tSet in the communication\tok"));
+  EXPECT_TRUE(session.Told("message\tDoes it save the setting value of the loader?\tyes"));
+  EXPECT_TRUE(session.Told("file\tsave\t"));
+
+  Session forgetful;
+  EXPECT_EQ(forgetful.Run("start\nanswer no\nanswer\nclose"), 3);
+}
+
+TEST(Companion, FileDialogsAreAnswered) {
+  Session session;
+  EXPECT_EQ(session.Run("start\nopen Form10\ntick OUTER_DIAMETER\ntype OUTER_DIAMETERText 77\nfile "
+                        "/data/pipe\npress setParam\n"
+                        "file /data/pipe.ini\npress readparam\nopen Form10\nexpect OUTER_DIAMETERText 77"),
+            0)
+      << session.trouble;
+  EXPECT_TRUE(session.Told("file\tsave\t/data/pipe.ini"));
+  EXPECT_TRUE(session.Told("file\topen\t/data/pipe.ini"));
+  EXPECT_NE(session.machine.files.files["/data/pipe.ini"].find("OUTER_DIAMETER_Data=77\r\n"),
+            std::string::npos);
+
+  const std::pair<const char*, int> refused[] = {{"start\nfile /data/none.ini\npress readparam", 1},
+                                                 {"start\npress readparam", 3}};
+  for (const auto& [script, status] : refused) {
+    Session other;
+    EXPECT_EQ(other.Run(script), status) << script;
+  }
+}
+
+// The choice window waits inside the start; the script goes on all the same.
+TEST(Companion, ChoosesTheProgramAtServiceLevel) {
+  Session session;
+  session.machine.files.files["/app/VLT.ini"] += "[SYSTEM]\r\n";
+  std::string& ini = session.machine.files.files["/app/VLT.ini"];
+  ini.replace(ini.find("VR="), 0, "USER_INFO=Service\r\n");
+  EXPECT_EQ(session.Run("start\npress cmdLoader\nawait 60000 StatusBar1 enabled\nopen Form10"), 0)
+      << session.trouble;
+}
+
+// `begin` lets the script look and press while the handler still waits for the meter.
+TEST(Companion, BeginGoesOnWhileTheWorkRuns) {
+  Session session;
+  EXPECT_EQ(session.Run(kOpenProcess + "tick chkCheck\nbegin ReadParameter\nexpect SetParameter disabled\n"
+                                       "wait 1\nexpect MDIForm1.ComPort disabled\nwait\n"
+                                       "expect SetParameter enabled\nexpect OUTER_DIAMETERText 60.50"),
+            0)
+      << session.trouble;
+
+  Session failing;
+  EXPECT_EQ(failing.Run(kOpenProcess + "tick chkCheck\nbegin ReadParameter\npress SetParameter"), 1);
+  EXPECT_TRUE(failing.Told("refused\tForm10.SetParameter\tdisabled"));
+  EXPECT_FALSE(failing.machine.machine.port.IsOpen());
+}
+
+TEST(Companion, StartTellsThatTheProgramEnded) {
+  Session second;
+  second.machine.process.only_instance = false;
+  EXPECT_EQ(second.Run("start\nopen Form10"), 1);
+  EXPECT_TRUE(second.output.empty());
+
+  Session bad;
+  bad.machine.files.files["/app/VLT.ini"] = "[SYSTEM]\r\nVR=X\r\n";
+  EXPECT_EQ(bad.Run("start"), 3);
+}
+
+TEST(Companion, FieldsAreEscaped) {
+  Session session;
+  EXPECT_EQ(session.Run(kOpenProcess + "tick OUTER_DIAMETER\ntype OUTER_DIAMETERText \"a\tb\\c\"\n"
+                                       "show OUTER_DIAMETERText"),
+            0);
+  EXPECT_EQ(session.output.back(), "show\tForm10.OUTER_DIAMETERText\ta\\tb\\\\c\tenabled\t");
+}
+
+// Each kind of control tells what a person sees of it.
+class Gallery : public Form {
+ public:
+  explicit Gallery(Windows& windows) : Form(windows, "Gallery", FormPlace::kWindow) {
+    tabs.SetTabCaption(0, "one");
+    tabs.SetTabCaption(1, "two");
+    tabs.SetTabEnabled(1, false);
+    bar.SetMax(10);
+    bar.SetValue(3);
+    for (int column : {0, 2}) grid.SetColumnWidth(column, 900);
+    for (int row : {0, 1}) {
+      for (int column : {0, 1, 2}) grid.SetCell(row, column, std::to_string(row) + std::to_string(column));
+    }
+    chart.Reset(5);
+    chart.SetPoint(1, 0.5, -2);
+    chart.SetPoint(3, 1.5, 7);
+    chart.SetLastPoint(4);
+    chart.SetYTitle("m/s");
+    arrows.on_up = [this] { label.SetCaption("up"); };
+    arrows.on_down = [this] { label.SetCaption("down"); };
+    read_only.SetLocked(true);
+  }
+  TabControl tabs{*this, "tabs", 2};
+  ProgressBar bar{*this, "bar"};
+  Grid grid{*this, "grid", 2, 3};
+  Chart chart{*this, "chart"};
+  Picture picture{*this, "picture", "logo"};
+  Timer timer{*this, "timer"};
+  UpDown arrows{*this, "arrows"};
+  Label label{*this, "label"};
+  TextBox read_only{*this, "read_only"};
+};
+
+TEST(Companion, ShowsEveryKindOfControl) {
+  Session session;
+  session.app.windows.Register("Gallery", [&] { return std::make_unique<Gallery>(session.app.windows); });
+  session.app.windows.Load("Gallery").Show();
+  EXPECT_EQ(session.Run("up arrows\nexpect label up\ndown arrows\nform\nexpect timer stopped\n"
+                        "show grid[1,1]\nshow chart[2]\nshow chart[3]\nexpect tabs[1] two\nselect tabs one\n"
+                        "type read_only X"),
+            1);
+  EXPECT_EQ(session.trouble, "11: Gallery.read_only: is read-only");
+  const std::vector<std::string> told{"show\tGallery.tabs\tone\tenabled\t0",
+                                      "show\tGallery.bar\t3/10\tenabled\t",
+                                      "show\tGallery.grid\t\tenabled\t",
+                                      "show\tGallery.grid[0]\t00\t\t02",
+                                      "show\tGallery.grid[1]\t10\t\t12",
+                                      "show\tGallery.chart\tm/s\tenabled\t3",
+                                      "show\tGallery.picture\tlogo\tenabled\t",
+                                      "show\tGallery.timer\t\tenabled\tstopped",
+                                      "show\tGallery.arrows\t\tenabled\t",
+                                      "show\tGallery.label\tdown\tenabled\t",
+                                      "show\tGallery.read_only\t\tenabled\t",
+                                      "show\tGallery.grid[1,1]\t11",
+                                      "show\tGallery.chart[2]\t0 -",
+                                      "show\tGallery.chart[3]\t1.5 7",
+                                      "refused\tGallery.read_only\tis read-only"};
+  EXPECT_EQ(session.output, told);
+
+  for (const char* line : {"select tabs two", "select tabs 1", "select tabs 2"}) {
+    Session other;
+    other.app.windows.Register("Gallery", [&] { return std::make_unique<Gallery>(other.app.windows); });
+    other.app.windows.Load("Gallery").Show();
+    EXPECT_EQ(other.Run(line), 1) << line;
+  }
+}
+
+// A run is watched while its cycles go on, and a stopped script leaves no cycle behind it.
+TEST(Companion, WatchesARun) {
+  Session session;
+  EXPECT_EQ(session.Run("start\nopen Form9\nfile /data/run.csv\npress SaveCSV\npress Start\nwait 3500\n"
+                        "expect Chart2D1[2] contains \" \"\nexpect CycleTimer running\npress Stop\n"
+                        "await 5000 CycleTimer stopped"),
+            0)
+      << session.trouble;
+  const auto& files = session.machine.files.files;
+  EXPECT_EQ(std::count_if(files.begin(), files.end(),
+                          [](const auto& file) { return file.first.starts_with("/data/run_"); }),
+            1);
+
+  Session stopped;
+  stopped.machine.time.After(4000, [&] { stopped.companion.Stop(); });
+  EXPECT_EQ(
+      stopped.Run("start\nopen Form9\nfile /data/run.csv\npress SaveCSV\npress Start\nwait 600000\nnonsense"),
+      0)
+      << stopped.trouble;
+  EXPECT_LT(stopped.machine.time.NowMs(), 6000);
+  EXPECT_FALSE(stopped.machine.machine.port.IsOpen());
+}
+
+// The documentation's table is the table of the words.
+TEST(Companion, DocumentationListsEveryWord) {
+  const std::string text = ReadFile(std::string(DOCS) + "/companion.md");
+  std::string table;
   for (const Companion::Word& word : Companion::Words()) {
-    const std::string written = std::string(word.name) + (*word.arguments == 0 ? "" : " ") + word.arguments;
-    EXPECT_NE(text.str().find("`" + written + "`"), std::string::npos) << written;
+    const std::string written = *word.arguments != '\0' ? std::string(" ") + word.arguments : "";
+    table += std::string("| `") + word.name + written + "` | " + word.help + " |\n";
+  }
+  EXPECT_NE(text.find("| --- | --- |\n" + table + "\n"), std::string::npos) << "the table must be:\n"
+                                                                            << table;
+}
+
+struct Sample {
+  const char* name;
+  const char* told;  // the part of a line that shows it did its work
+};
+
+class SampleTest : public ::testing::TestWithParam<Sample> {};
+
+TEST_P(SampleTest, RunsToItsEnd) {
+  Session session;
+  const std::string script = ReadFile(std::string(DOCS) + "/samples/" + GetParam().name);
+  ASSERT_FALSE(script.empty());
+  EXPECT_EQ(session.Run(script), 0) << session.trouble;
+  EXPECT_TRUE(session.ToldPart(GetParam().told));
+}
+
+INSTANTIATE_TEST_SUITE_P(Companion, SampleTest,
+                         ::testing::Values(Sample{"commission-pipe.vlt", "Preservation was completed"},
+                                           Sample{"read-display.vlt", "Form5.Selection1Combo\tFLOW RATE"},
+                                           Sample{"measure-run.vlt", "Form9.Chart2D1\t"}));
+
+// The commissioned pipe is in the meter. One that acknowledges a value and does not take it, or does not
+// answer the look at it, is not told to keep anything.
+TEST(Companion, CommissioningSeesWhatTheMeterHolds) {
+  Session good;
+  EXPECT_EQ(good.Run(ReadFile(std::string(DOCS) + "/samples/commission-pipe.vlt")), 0) << good.trouble;
+  EXPECT_EQ(good.machine.Meter().holding().Long(0x00D2), 11430);
+  for (const char* fault : {"ignore-write/10*ever", "silence@00D0H/03*ever", "silence@00D0H/03#2*ever"}) {
+    Session session;
+    session.machine.Arm(fault);
+    EXPECT_EQ(session.Run(ReadFile(std::string(DOCS) + "/samples/commission-pipe.vlt")), 1) << fault;
+    EXPECT_FALSE(session.ToldPart("Preservation")) << fault;
   }
 }
 
 }  // namespace
-}  // namespace vlt::test
+}  // namespace vlt

@@ -1,0 +1,96 @@
+// The companion as a program: standard input, options, signals.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+namespace vlt {
+namespace {
+
+// A program folder of its own, in which vlt works.
+class VltTest : public ::testing::Test {
+ protected:
+  VltTest() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "vlt-XXXXXX").string();
+    folder_ = mkdtemp(pattern.data());
+    std::filesystem::copy_file(INI_PATH, folder_ + "/VLT.ini");
+  }
+  ~VltTest() override { std::filesystem::remove_all(folder_); }
+
+  // Runs a shell line in which $VLT is the program on this folder; both outputs come back together.
+  int Run(const std::string& line) {
+    const std::string command =
+        "cd '" + folder_ + "'; VLT=\"" VLT_PATH " --dir " + folder_ + "\"; exec 2>&1; " + line;
+    FILE* pipe = popen(command.c_str(), "r");
+    std::array<char, 4096> bytes{};
+    output_.clear();
+    while (const std::size_t count = fread(bytes.data(), 1, bytes.size(), pipe))
+      output_.append(bytes.data(), count);
+    const int status = pclose(pipe);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+  bool Told(const std::string& part) const { return output_.find(part) != std::string::npos; }
+
+  std::string folder_;
+  std::string output_;
+};
+
+// Each line is followed as soon as it is there: the answer to the first one is read before the next is said.
+TEST_F(VltTest, StandardInputIsFollowedLineByLine) {
+  EXPECT_EQ(
+      Run("mkfifo in out; $VLT <in >out & exec 3>in 4<out; echo start >&3; read -r a <&4; read -r b <&4;"
+          "echo \"expect StatusBar1[2] NONE\" >&3; read -r c <&4; wait $!; s=$?; echo \"$a/$b/$c\"; exit $s"),
+      1)
+      << output_;
+  EXPECT_TRUE(Told("StatusBar1[2]\tENGLISH/status\tMDIForm1.StatusBar1[3]\tMETRIC/"));
+  EXPECT_TRUE(Told("vlt: line:2: MDIForm1.StatusBar1[2] is \"ENGLISH\" and not \"NONE\""));
+}
+
+// What can't be right in a file is said before anything is done.
+TEST_F(VltTest, StatusAndMessagesWithoutAStart) {
+  const struct {
+    const char* line;
+    int status;
+    const char* told;
+  } cases[] = {
+      {"$VLT --help", 0, "  tick NAME"},
+      {"$VLT --version", 0, "vlt "},
+      {"$VLT --nonsense", 2, "there is no option --nonsense"},
+      {"$VLT --dir", 2, "nothing stands behind --dir"},
+      {"$VLT a b", 2, "more than one script"},
+      {"$VLT missing.vlt", 2, "missing.vlt: the script cannot be read"},
+      {"$VLT .", 2, ".: the script cannot be read"},
+      {"printf 'start\\nnonsense\\ntick\\n' >s; $VLT s", 2,
+       "s:2: there is no word nonsense\nvlt: s:3: it is"},
+      {"$VLT </dev/null", 0, ""},
+      {"printf 'wait 1' | $VLT -", 0, ""},
+      {"printf 'show X' | $VLT", 1, "line:1: no window is open"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Run(c.line), c.status) << c.line << "\n" << output_;
+    EXPECT_TRUE(Told(c.told)) << c.line << "\n" << output_;
+    EXPECT_FALSE(Told("status\t")) << c.line;
+  }
+}
+
+// A signal ends the wait at once, and the process says by which.
+TEST_F(VltTest, ASignalEndsItCleanly) {
+  EXPECT_EQ(Run("mkfifo out; printf 'start\\nform MDIForm1\\nwait 60000\\n' >s; $VLT s >out & exec 4<out;"
+                "read -r a <&4; kill -TERM $!; cat <&4 >/dev/null; wait $!"),
+            128 + 15)
+      << output_;
+  EXPECT_FALSE(std::filesystem::exists(folder_ + "/veltrano3.lock"));
+}
+
+// The splash waits inside its handler for a choice that nobody makes any more.
+TEST_F(VltTest, AWaitForAPersonDoesNotHoldTheEndUp) {
+  EXPECT_EQ(
+      Run("sed -i 's/^VR=/USER_INFO=Service\\r\\n&/' VLT.ini; printf 'start\\nshow cmdLoader\\n' | $VLT"), 0);
+  EXPECT_TRUE(Told("show\tfrmMssg.cmdLoader\tLoader\tenabled")) << output_;
+}
+
+}  // namespace
+}  // namespace vlt
