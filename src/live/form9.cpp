@@ -25,8 +25,8 @@ constexpr double kLongestCycle = 3600;
 constexpr int kNotANumber = 3920;
 constexpr int kOutOfRange = 4480;
 constexpr int kChannelNames[] = {182, 183, 184};
-// Flow rate, velocity, flow rate in %.
 constexpr int kQuantityNames[] = {2220, 2180, 2221};
+constexpr std::size_t kVelocity = 1;  // among the quantities
 
 }  // namespace
 
@@ -108,8 +108,10 @@ void Form9::C07_KEISOKU_FrmInit() {
   lblPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(130)); });
   lblHPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(130)); });
   const ControlArray<Label>* names[] = {&lblCh1, &lblCh2, &lblCh3};
-  for (std::size_t ch = 0; ch < std::size(names); ++ch) {
-    names[ch]->ForEach([&](Label& label) { label.SetCaption(app().Text(kChannelNames[ch])); });
+  for (std::size_t i = 0; i < std::size(names); ++i) {
+    ChannelNames[i] = app().Text(kChannelNames[i]);
+    QuantityNames[i] = app().Text(kQuantityNames[i]);
+    names[i]->ForEach([&](Label& label) { label.SetCaption(ChannelNames[i]); });
   }
   for (Control* control : Controls()) control->SetFont({app().state.PageFont, 12, false});
 }
@@ -219,8 +221,8 @@ void Form9::FillChannelList() {
   const bool single = ChannelMode == 1;
   const int kept = app().state.TrendChannelIndex;
   CH_Combo.Clear();
-  for (const int id : kChannelNames) {
-    if (CH_Combo.Count() == 0 || !single) CH_Combo.AddItem(app().Text(id));
+  for (const std::string& name : ChannelNames) {
+    if (CH_Combo.Count() == 0 || !single) CH_Combo.AddItem(name);
   }
   CH_Combo.SetListIndex(single || kept < 0 || kept >= kChannels ? 0 : kept);
 }
@@ -228,8 +230,8 @@ void Form9::FillChannelList() {
 void Form9::FillQuantityList() {
   const int kept = app().state.TrendQuantityIndex;
   Flow_Combo.Clear();
-  for (const int id : kQuantityNames) {
-    if (id != kQuantityNames[1] || !IsShortList()) Flow_Combo.AddItem(app().Text(id));
+  for (const std::string& name : QuantityNames) {
+    if (&name != &QuantityNames[kVelocity] || !IsShortList()) Flow_Combo.AddItem(name);
   }
   Flow_Combo.SetListIndex(kept < 0 || kept >= Flow_Combo.Count() ? 0 : kept);
 }

@@ -62,6 +62,8 @@ class Form9 : public PageForm {
   int CycleSeconds = 1;
   int CycleCount = 0;   // ticks since the last cycle
   int ChannelMode = 0;  // of GetChannelConfig: 1, 2, 3, or -1; 0 before it was asked
+  std::array<std::string, kChannels> ChannelNames;
+  std::array<std::string, 3> QuantityNames;  // flow rate, velocity, flow rate in %
 
   PushButton Start{*this, "Start"};
   PushButton Stop{*this, "Stop"};

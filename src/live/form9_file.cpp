@@ -21,7 +21,6 @@ constexpr int kAllFiles = 4550;
 constexpr int kIsSettingsFile = 4510;
 constexpr int kOverwrite = 4966;
 constexpr int kTime = 991;
-constexpr int kChannelNames[] = {182, 183, 184};
 
 bool IsNoFile(const std::string& path) {
   const std::string_view name = Trim(path);
@@ -67,10 +66,8 @@ void Form9::TakeName(const std::string& chosen) {
 
 FileError Form9::WriteHeader(const std::string& path) {
   const auto channels = static_cast<std::size_t>(ChannelCount());
-  std::vector<std::string> names;
   std::vector<std::string> heads;
   for (std::size_t ch = 0; ch < channels; ++ch) {
-    names.push_back(app().Text(kChannelNames[ch]));
     for (const auto fields : {MeasuredFields(), HeatFields().first(heat_ ? HeatFields().size() : 0)}) {
       for (const MeasureField& field : fields) {
         const int channel = static_cast<int>(ch);
@@ -79,9 +76,10 @@ FileError Form9::WriteHeader(const std::string& path) {
       }
     }
   }
-  return AppendCsv(app().platform.files, path,
-                   {MeasureTitleLine(app().Text(kMeasuredData), names, FieldCount()),
-                    MeasureHeadLine(app().Text(kTime), heads)});
+  return AppendCsv(
+      app().platform.files, path,
+      {MeasureTitleLine(app().Text(kMeasuredData), std::span(ChannelNames).first(channels), FieldCount()),
+       MeasureHeadLine(app().Text(kTime), heads)});
 }
 
 void Form9::WriteMeasureHeader(const std::string& path) {
