@@ -10,7 +10,7 @@
 #include "desktop/keys.h"
 #include "desktop/qt_dialogs.h"
 #include "desktop/qt_text.h"
-#include "desktop/support/hands.h"
+#include "tour/hands.h"
 
 namespace vlt::test {
 namespace {

@@ -13,9 +13,9 @@
 
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
-#include "desktop/support/hands.h"
 #include "pages/page.h"
 #include "shell/mdi_form1.h"
+#include "tour/hands.h"
 
 namespace vlt::test {
 namespace {

@@ -11,8 +11,8 @@
 #include "desktop/desktop.h"
 #include "desktop/qt_dialogs.h"
 #include "desktop/qt_text.h"
-#include "desktop/support/hands.h"
 #include "host/host.h"
+#include "tour/hands.h"
 
 namespace vlt::test {
 

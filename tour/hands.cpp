@@ -1,4 +1,4 @@
-#include "desktop/support/hands.h"
+#include "tour/hands.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

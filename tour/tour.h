@@ -9,7 +9,7 @@
 #include <string>
 
 #include "desktop/program.h"
-#include "desktop/support/hands.h"
+#include "tour/hands.h"
 
 namespace vlt::test {
 
