@@ -80,6 +80,16 @@ void Field::SetEntryEnabled(bool enabled) const {
   }
 }
 
+Field CodeField(CheckBox& box, ComboBox& list, std::uint16_t address, int caption, const char* key) {
+  return {.box = &box, .list = &list, .address = address, .caption = caption, .key = key};
+}
+
+Field Kept(Field field, const char* key, const char* unit_key) {
+  field.key = key;
+  field.unit_key = unit_key;
+  return field;
+}
+
 std::string SlotText(const Field& field) {
   if (field.text != nullptr) return std::string(Trim(field.text->Text()));
   if (field.text_of_list) return std::string(Trim(field.list->Text()));

@@ -87,6 +87,11 @@ struct Field {
   int Words() const { return wire == Wire::kDouble ? 4 : wire == Wire::kInt32 ? 2 : 1; }
 };
 
+// A list whose entries are the codes of a 16-bit register in order.
+Field CodeField(CheckBox& box, ComboBox& list, std::uint16_t address, int caption, const char* key);
+// The field with its keys of the parameter file; `unit_key` is null for one without a unit.
+Field Kept(Field field, const char* key, const char* unit_key);
+
 // The text that the entry shows for the value at `start` of a reply.
 std::string DecodeText(const Field& field, int unit_flag, std::span<const std::uint8_t> reply,
                        std::size_t start);

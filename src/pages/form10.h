@@ -69,6 +69,7 @@ class Form10 : public ParameterPage {
 
  private:
   std::vector<Field> Table();
+  Field SpacingField(TextBox& text, std::uint16_t address, Wire wire, Label* unit);
   // True when the spacing or any enabled parameter is ticked.
   bool Check_On();
   bool AnythingSelected() override { return Check_On(); }
