@@ -159,7 +159,7 @@ void Form4::BuildLists() {
 
 void Form4::FillOutputList() {
   std::vector<std::string> items = ListTexts(app().Codes(), 14);
-  if (app().state.OutputIndex != kReserveOutput) items.resize(kAllFunctions);
+  if (Output() != kReserveOutput) items.resize(kAllFunctions);
   if (app().state.PathMode == 2 || app().state.SpecClass == 1) items.resize(kFlowFunctions);
   if (items == OUTPUT_DO_1Combo.Items()) return;
   const int index = OUTPUT_DO_1Combo.ListIndex();
@@ -170,7 +170,7 @@ void Form4::FillOutputList() {
 
 void Form4::Form_Load() {
   ParameterPage::Form_Load();
-  DigitalOutputSelect(app().state.OutputIndex).SetValue(true);
+  DigitalOutputSelect(Output()).SetValue(true);
   SELECT_Check_Click();
   MODE_DO_1_Click();
 }
@@ -212,7 +212,7 @@ void Form4::C05_STATUS_FrmInit() {
                {&MODE_DO_1, 617}});
   constexpr const char* kOutputs[] = {"DO1", "DO2", "DO3", "DO4"};
   DigitalOutputSelect.ForEach([&](OptionButton& option) { option.SetCaption(kOutputs[option.Index()]); });
-  SELECT_Check.SetCaption(kOutputs[app().state.OutputIndex]);
+  SELECT_Check.SetCaption(kOutputs[Output()]);
   BuildFlowUnitNames(app());
   BuildTotalUnitNames(app());
   ShowUnits();
@@ -233,7 +233,7 @@ void Form4::Text_Box_Able() {
 void Form4::DigitalOutputSelect_Click(int index) {
   if (app().state.UiLocked) {
     // A running exchange goes on with the output that it began with.
-    DigitalOutputSelect(app().state.OutputIndex).SetValue(true);
+    DigitalOutputSelect(Output()).SetValue(true);
     return;
   }
   app().state.OutputIndex = index;
@@ -313,8 +313,14 @@ std::string Form4::UnitText(const Field& field) {
 
 // --- exchanges -----------------------------------------------------------------------------------------
 
+// A parameter file may name an output that there is not.
+int Form4::Output() const {
+  const int index = app().state.OutputIndex;
+  return index >= 0 && index <= kLastOutput ? index : 0;
+}
+
 int Form4::AddressOf(const Field& field) {
-  const int output = app().state.OutputIndex;
+  const int output = Output();
   switch (field.group) {
     case kChannelGroup:
       return field.address + 2 * output;
@@ -330,7 +336,7 @@ int Form4::AddressOf(const Field& field) {
 void Form4::ReadBlocks() {
   const bool single = app().state.SpecClass != 0;
   if (!single) ReadBlock(0x03, kChannelBlock, 4);
-  if (app().state.OutputIndex == kLastOutput) {
+  if (Output() == kLastOutput) {
     ReadBlock(0x03, kFourthOutput, 16);
   } else {
     ReadBlock(0x03, kOutputBlock, single ? 32 : 48);

@@ -75,6 +75,7 @@ class Form4 : public ParameterPage {
   std::vector<Function> FunctionTable();
   void BuildLists() override;
   std::vector<CheckBox*> Boxes() override { return {&SELECT_Check, &MODE_DO_1}; }
+  int Output() const;
   int AddressOf(const Field& field) override;
   void ReadBlocks() override;
   void ReadUnits();

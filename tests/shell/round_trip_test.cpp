@@ -98,5 +98,39 @@ TEST_F(RoundTripTest, EveryControlComesBackAfterARestart) {
   EXPECT_EQ(opened, filled);
 }
 
+TEST_F(RoundTripTest, WhateverAFileHoldsNothingBreaksAndNothingIsSent) {
+  for (const std::string& value : {std::string("99"), std::string("-5"), std::string("1e9"),
+                                   std::string("\"\""), std::string("no number"), std::string(300, '7'),
+                                   std::string("a\0b", 3), std::string("\xEF\xBB\xBF\xFF\xFE")}) {
+    SCOPED_TRACE(value);
+    std::string file;
+    std::string section;
+    for (const SlotRow& row : SlotRows()) {
+      if (section != row.section) file.append("[").append(section = row.section).append("]\n");
+      file.append(row.key).append("=").append(value).append("\n");
+    }
+    file += "[SYSTEM]\nUNIT_FLAG=7\nUSER_INFO=";
+    file += value;
+    files_[kFile] = file;
+    // And the unit codes of an earlier session.
+    auto files = files_;
+    files[kIniPath] +=
+        "[RANGE]\r\nRANGE_KIND_Data1=99\r\nRANGE_UNIT_Data1=99\r\nRANGE_UNIT_Data2=-7\r\n[TOTAL]\r\n"
+        "TOTAL_UNIT_Data1=99\r\n[TEMPERATURE]\r\nTEMPERATURE_UNIT_Data=99\r\nRANGE_UNIT_Data=-7\r\n";
+    Program program(files);
+    program.platform.dialogs.OpenFile(kFile);
+    program.main->readparam.Press();
+    for (const char* name : kPages) {
+      for (const Field& field : dynamic_cast<ParameterColumn&>(Open(program, name)).Fields()) {
+        if (field.list == nullptr) continue;
+        EXPECT_LT(field.list->ListIndex(), field.list->Count()) << field.list->FullName();
+      }
+    }
+    for (const std::string& request : program.platform.TakeRequests()) {
+      EXPECT_TRUE(request.substr(3, 2) == "03" || request.substr(3, 2) == "04") << request;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace vlt::test
