@@ -71,19 +71,6 @@ void Form8::Form_Activate() {
   RASReadParameter.SetEnabled(idle && !app().state.UiLocked);
 }
 
-void Form8::Form_Deactivate() {
-  Hide();
-  if (app().frame != nullptr) app().frame->SetPageButtonIdle(Name());
-}
-
-void Form8::Form_Unload(int& cancel) {
-  if (app().state.UiLocked) {
-    cancel = -1;
-    return;
-  }
-  if (app().frame != nullptr) app().frame->SetPageButtonIdle(Name());
-}
-
 void Form8::RASReadParameter_Click() {
   FormLock(app(), *this, 0);
   app().windows.SetMousePointer(kHourglassPointer);

@@ -29,8 +29,6 @@ class Form8 : public PageForm {
   void FrmInit() override { C10_RAS_FrmInit(); }
   void Form_Load() override;
   void Form_Activate() override;
-  void Form_Deactivate() override;
-  void Form_Unload(int& cancel) override;
 
   // The low 20 bits of a number as text, the least significant one first, and `ok` -1. A text that is no
   // number, or no text at all, leaves `text` alone and gives 0.

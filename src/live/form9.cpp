@@ -138,9 +138,7 @@ void Form9::Form_Activate() {
   FillChannelList();
 }
 
-void Form9::Form_Deactivate() {
-  if (app().frame != nullptr) app().frame->SetPageButtonIdle(Name());
-}
+void Form9::Form_Deactivate() { SetButtonIdle(); }
 
 void Form9::Form_Unload(int&) {
   leaving_ = true;

@@ -84,7 +84,7 @@ void ChannelPage::SetPageCaptions() {
                {&SetParameter, 1650},
                {&SaveParameter, 2140},
                {&chkCheck, text::kSelectAll}});
-  for (const Field& field : Fields()) field.box->SetCaption(app().Text(field.caption));
+  ShowNames();
   BuildBaseUnitNames(app());
   ShowUnits();
 }

@@ -162,7 +162,7 @@ void Form10::C01_SECHI_FrmInit() {
                {&SetParameter, 1650},
                {&SaveParameter, 2140},
                {&chkCheck, text::kSelectAll}});
-  for (const Field& field : Fields()) field.box->SetCaption(app().Text(field.caption));
+  ShowNames();
   BuildBaseUnitNames(app());
   ShowUnits();
   SetMaxLengths();

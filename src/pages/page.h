@@ -15,8 +15,25 @@ class PageForm : public Form {
   // opening.
   virtual void FrmInit() = 0;
 
+  // The main window hides the page: its navigation button turns idle with it.
+  void Form_Deactivate() override {
+    Hide();
+    SetButtonIdle();
+  }
+  // Stays while an exchange runs.
+  void Form_Unload(int& cancel) override {
+    if (app_.state.UiLocked) {
+      cancel = -1;
+    } else {
+      SetButtonIdle();
+    }
+  }
+
  protected:
   App& app() const { return app_; }
+  void SetButtonIdle() {
+    if (app_.frame != nullptr) app_.frame->SetPageButtonIdle(Name());
+  }
 
  private:
   App& app_;

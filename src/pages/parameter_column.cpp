@@ -29,6 +29,14 @@ int KnownChannelConfig(const SharedState& state) {
   return state.PathMode >= 0 && state.PathMode <= 2 ? state.PathMode + 1 : -1;
 }
 
+void AskOnFreeLine(App& app, Form& page, const std::function<void()>& ask) {
+  FormLock(app, page, 0);
+  app.windows.SetMousePointer(kHourglassPointer);
+  if (OpenPort(app)) ask();
+  app.windows.SetMousePointer(kNormalPointer);
+  FormLock(app, page, 1);
+}
+
 }  // namespace
 
 void CheckNumber(App& app, TextBox& box) {
@@ -44,21 +52,15 @@ void Depend(CheckBox& box, Control& entry, bool on) {
 }
 
 void AskUnderLock(App& app, Form& page, const std::function<void()>& ask) {
-  if (IsLineTaken(app)) return;
-  FormLock(app, page, 0);
-  app.windows.SetMousePointer(kHourglassPointer);
-  if (OpenPort(app)) ask();
-  app.windows.SetMousePointer(kNormalPointer);
-  FormLock(app, page, 1);
+  if (!IsLineTaken(app)) AskOnFreeLine(app, page, ask);
 }
 
 int AskChannelConfig(App& app, Form& page) {
   if (IsLineTaken(app)) return KnownChannelConfig(app.state);
   int config = -1;
-  AskUnderLock(app, page, [&] { config = GetChannelConfig(app); });
+  AskOnFreeLine(app, page, [&] { config = GetChannelConfig(app); });
   return config;
 }
-
 ParameterColumn::ParameterColumn(App& app, Form& page, ColumnParts parts)
     : app_(app), page_(page), parts_(parts) {}
 
@@ -186,6 +188,10 @@ void ParameterColumn::ApplyUnitCaptions() {
       fields_[i].unit->SetCaption(cached);
     }
   }
+}
+
+void ParameterColumn::ShowNames() {
+  for (const Field& field : fields_) field.box->SetCaption(app_.Text(field.caption));
 }
 
 void ParameterColumn::ShowUnits() {

@@ -50,6 +50,8 @@ class ParameterColumn {
   void ClearControls();
   // Shows the cached unit captions: "0" stands for the unit in force, an empty one leaves the caption.
   void ApplyUnitCaptions();
+  // Gives every box the name of its field.
+  void ShowNames();
   // Shows the unit in force beside every field that has one.
   void ShowUnits();
   // The buttons and the master box follow the state of the program.

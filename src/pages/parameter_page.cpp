@@ -18,18 +18,9 @@ void ParameterPage::Form_Activate() {
   ApplyUnitCaptions();
 }
 
-void ParameterPage::Form_Deactivate() {
-  Hide();
-  if (app().frame != nullptr) app().frame->SetPageButtonIdle(Name());
-}
-
 void ParameterPage::Form_Unload(int& cancel) {
-  if (app().state.UiLocked) {
-    cancel = -1;
-    return;
-  }
-  if (app().frame != nullptr) app().frame->SetPageButtonIdle(Name());
-  Taihi();
+  PageForm::Form_Unload(cancel);
+  if (cancel == 0) Taihi();
 }
 
 void ParameterPage::SetCaptions(const std::vector<CaptionRow>& rows) {

@@ -16,7 +16,6 @@ class ParameterPage : public PageForm, public ParameterColumn {
 
   void Form_Load() override;
   void Form_Activate() override;
-  void Form_Deactivate() override;
   void Form_Unload(int& cancel) override;
 
  protected:

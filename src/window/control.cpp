@@ -2,23 +2,10 @@
 
 #include <stdexcept>
 
+#include "values/text.h"
 #include "window/form.h"
 
 namespace vlt {
-namespace {
-
-// The first `count` characters of UTF-8 text.
-std::string FirstCharacters(const std::string& text, int count) {
-  std::size_t at = 0;
-  for (int seen = 0; at < text.size(); ++at) {
-    const bool starts_character = (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80;
-    if (starts_character && seen++ == count) break;
-  }
-  return text.substr(0, at);
-}
-
-}  // namespace
-
 Control::Control(Form& form, ControlKind kind, std::string name, int index)
     : form_(form), kind_(kind), name_(std::move(name)), index_(index) {
   form_.controls_.push_back(this);
@@ -152,7 +139,10 @@ void TextBox::SetFocus() { Owner().SetFocus(*this); }
 
 bool TextBox::Type(const std::string& text) {
   if (locked_) return false;
-  return Gesture([this, &text] { SetText(max_length_ > 0 ? FirstCharacters(text, max_length_) : text); });
+  return Gesture([this, &text] {
+    const auto limit = static_cast<std::size_t>(max_length_);
+    SetText(limit > 0 ? std::string(FirstChars(text, limit)) : text);
+  });
 }
 
 bool TextBox::LoseFocus() {
