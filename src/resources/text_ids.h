@@ -4,6 +4,12 @@
 
 namespace vlt::text {
 
+// Texts of old that several folders need.
+inline constexpr int kCommunicationError = 3950;
+
+// Why a write is not proven: the reply repeats something else than what was sent.
+inline constexpr int kOtherEcho = 3208;
+
 // Why a port could not be opened or was lost. %1 the port ("COM3"), %2 its device ("/dev/ttyUSB0"), %3 the
 // settings ("9600,O,8,1") or the system's own words.
 inline constexpr int kPortMissing = 3200;
