@@ -1,10 +1,12 @@
 #include "cli/companion.h"
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 #include "cli/look.h"
 #include "link/port.h"
+#include "shell/handler_fault.h"
 
 namespace vlt {
 namespace {
@@ -60,7 +62,10 @@ std::string Companion::Check(const ScriptLine& line) {
 
 Companion::Companion(App& app, ScriptDialogs& dialogs, ProgramEvents& program, Sinks sinks)
     : app_(app), dialogs_(dialogs), program_(program), sinks_(std::move(sinks)) {
-  app_.windows.SetObserver({[this](Form& form) { Watch(form); }, {}, {}});
+  app_.windows.SetObserver({[this](Form& form) { Watch(form); },
+                            {},
+                            {},
+                            [this](const std::string& what) { TellHandlerFault(app_, what); }});
   dialogs_.SetObserver({
       [this](const std::string& text, const std::string& answer) {
         Report({"message", text, answer});
@@ -115,6 +120,8 @@ void Companion::Run(const ScriptLine& line) {
     if (!line.word.empty()) after = (this->*FindWord(line.word)->run)(line.arguments);
   } catch (const Trouble& trouble) {
     Fail(line.number, trouble.status, trouble.text);
+  } catch (const std::exception& failure) {
+    Fail(line.number, ScriptStatus::kDiffers, std::string("an unexpected error: ") + failure.what());
   }
   if (failed_) {
     Finish();

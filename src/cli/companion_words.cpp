@@ -177,7 +177,9 @@ bool Companion::Press(Control& control) {
 Companion::After Companion::WordStart(const Arguments&) {
   if (std::exchange(started_, true)) throw Trouble{kDiffers, "the program can be started only once"};
   if (StartUp(app_) == StartResult::kEnded) {
-    throw Trouble{kDiffers, "the program ended at once: its settings are refused, or another instance runs"};
+    const std::string& reason = app_.state.StartFaultReason;
+    if (reason.empty()) throw Trouble{kDiffers, "another instance of the program runs in this folder"};
+    Refuse("start", reason);
   }
   HoldUntil(kLookEveryMs, [this] {
     const Form* top = TopWindow(app_.windows);

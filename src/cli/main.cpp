@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <memory>
 #include <string>
 #include <vector>
@@ -204,5 +205,10 @@ int main(int argc, char** argv) {
   for (const int number : {SIGINT, SIGTERM}) {
     std::signal(number, [](int caught) { vlt::stop_signal = caught; });
   }
-  return vlt::RunScript(options);
+  try {
+    return vlt::RunScript(options);
+  } catch (const std::exception& failure) {
+    vlt::PutError("", std::string("an unexpected error: ") + failure.what());
+    return static_cast<int>(vlt::ScriptStatus::kDiffers);
+  }
 }

@@ -41,7 +41,10 @@ Desktop::Desktop(Windows& windows, Texts texts, Layouts layouts)
                [this] { return FrameView() == nullptr ? QSet<QChar>() : FrameView()->MenuLetters(); },
                [this] { return FrameWidget(); }} {
   windows_.SetObserver({[this](Form& form) { Loaded(form); }, [this](Form& form) { Unloaded(form); },
-                        [this] { PointerChanged(); }});
+                        [this] { PointerChanged(); },
+                        [this](const std::string& what) {
+                          if (on_failure) on_failure(what);
+                        }});
   gate_.on_idle = [this] {
     if (!gone_.empty())
       QMetaObject::invokeMethod(

@@ -28,6 +28,9 @@ class Desktop : public QObject {
   Desktop(Windows& windows, Texts texts, Layouts layouts = FindLayout);
   ~Desktop() override;
 
+  // Told of a handler that ended by an exception: what it says.
+  std::function<void(const std::string& what)> on_failure;
+
   // The view of a form that exists, or null.
   FormView* View(std::string_view form) const;
   // Brings the screen up to date now instead of with the next event.

@@ -1,6 +1,9 @@
 // veltrano3 [--dir FOLDER]: the program with windows.
 #include <QApplication>
 #include <QCommandLineParser>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
 
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
@@ -19,5 +22,10 @@ int main(int argc, char** argv) {
 
   vlt::DressApplication();
   vlt::Program program(vlt::FromQt(options.value(folder)));
-  return program.Start() ? program.Run() : 0;
+  try {
+    return program.Start() ? program.Run() : 0;
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "veltrano3: an unexpected error ended the program: %s\n", failure.what());
+    return EXIT_FAILURE;
+  }
 }

@@ -4,11 +4,13 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QStyleFactory>
+#include <cstdio>
 
 #include "desktop/art.h"
 #include "desktop/fonts.h"
 #include "desktop/qt_text.h"
 #include "files/settings_file.h"
+#include "shell/handler_fault.h"
 #include "shell/start.h"
 
 namespace vlt {
@@ -27,11 +29,15 @@ Program::Program(const std::string& folder)
       app_(platform_),
       desktop_(app_.windows, [this](int id) { return ToQt(app_.Text(id)); }) {
   dialogs_.SetTexts([this](int id) { return ToQt(app_.Text(id)); });
+  desktop_.on_failure = [this](const std::string& what) { TellHandlerFault(app_, what); };
   RegisterAllWindows(app_);
 }
 
 bool Program::Start() {
   const bool runs = StartUp(app_) == StartResult::kSplashRuns && !IsEnding();
+  if (const std::string& reason = app_.state.StartFaultReason; !reason.empty()) {
+    std::fprintf(stderr, "veltrano3: %s\n", reason.c_str());
+  }
   // The words of Qt's own dialogs, where the system has them.
   const QLocale locale(app_.state.LangFlag == 0 ? QLocale::Japanese : QLocale::English);
   if (qt_words_.load(locale, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {

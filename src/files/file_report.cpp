@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "files/settings_file.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 
@@ -38,8 +37,16 @@ void ReportFailure(App& app, int id, const std::string& path, FileError error, i
 
 }  // namespace
 
-void ReportOpened(App& app, const std::string& path) {
-  app.Status(FormatText(app.Text(text::kFileOpened), {LastComponent(path)}));
+void ReportOpened(App& app, const std::string& path, const LoadResult& result) {
+  if (result.file != FileError::kGood) {
+    ReportNotRead(app, path, result.file);
+    return;
+  }
+  std::string keys;
+  for (const std::string& key : result.not_taken) keys += (keys.empty() ? "" : ", ") + key;
+  app.Status(
+      FormatText(app.Text(keys.empty() ? text::kFileOpened : text::kFileOpenedBut),
+                 {LastComponent(path), std::to_string(result.taken), std::to_string(result.known), keys}));
 }
 
 void ReportSaved(App& app, const std::string& path) {
@@ -52,6 +59,10 @@ void ReportNotRead(App& app, const std::string& path, FileError error) {
 
 void ReportNotWritten(App& app, const std::string& path, FileError error) {
   ReportFailure(app, text::kFileNotWritten, path, error, &Reason::writing);
+}
+
+std::string NotReadText(const App& app, const std::string& name, FileError error) {
+  return FormatText(app.Text(text::kFileNotRead), {name, app.Text(ReasonId(error, &Reason::reading))});
 }
 
 int NotWrittenReason(FileError error) { return ReasonId(error, &Reason::writing); }

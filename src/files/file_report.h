@@ -3,17 +3,22 @@
 
 #include <string>
 
+#include "files/settings_file.h"
 #include "platform/file_system.h"
 #include "state/app.h"
 
 namespace vlt {
 
-void ReportOpened(App& app, const std::string& path);
+// What a parameter file brought: how many of the keys that it may hold, and which values were not taken. A
+// file that could not be read at all says why.
+void ReportOpened(App& app, const std::string& path, const LoadResult& result);
 void ReportSaved(App& app, const std::string& path);
 void ReportNotRead(App& app, const std::string& path, FileError error);
 void ReportNotWritten(App& app, const std::string& path, FileError error);
 
 // Text id of why a file could not be written, for the middle of a sentence. `error` is not kGood.
 int NotWrittenReason(FileError error);
+// "VLT.ini could not be read: there is no such file", with the name as it is given. `error` is not kGood.
+std::string NotReadText(const App& app, const std::string& name, FileError error);
 
 }  // namespace vlt

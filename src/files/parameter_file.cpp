@@ -40,23 +40,32 @@ void PutSlots(const App& app, ProfileFile& profile) {
   }
 }
 
-LoadResult TakeSlots(App& app, const ProfileFile& profile) {
+// False for a number that a 16-bit word can't hold.
+bool TakeNumber(App& app, const SlotRow& row, const ProfileFile& profile) {
   using Word = std::numeric_limits<std::int16_t>;
+  const int number = profile.GetInt(row.section, row.key, 0);
+  if (number < Word::min() || number > Word::max()) return false;
+  app.state.*row.number = number;
+  return true;
+}
+
+LoadResult TakeSlots(App& app, const ProfileFile& profile) {
+  LoadResult result;
   const auto rows = SlotRows();
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const SlotRow& row = rows[i];
     if (row.absent == nullptr) continue;
+    ++result.known;
+    if (!result.Converted()) continue;
     if (row.number == nullptr) {
       app.slots[i] = CutAtNul(profile.GetString(row.section, row.key, row.absent));
+    } else if (!TakeNumber(app, row, profile)) {
+      result.Stop(row.section, row.key);
       continue;
     }
-    const int number = profile.GetInt(row.section, row.key, 0);
-    if (number < Word::min() || number > Word::max()) {
-      return {.file = FileError::kGood, .stopped_at = std::string(row.section) + '/' + row.key};
-    }
-    app.state.*row.number = number;
+    result.taken += profile.Has(row.section, row.key);
   }
-  return {};
+  return result;
 }
 
 }  // namespace
@@ -73,20 +82,23 @@ FileError SaveParameterFile(App& app, const std::string& path) {
 LoadResult LoadParameterFile(App& app, const std::string& path) {
   ProfileFile profile;
   const FileError error = ReadProfile(app.platform.files, path, profile);
-  if (error != FileError::kGood) return {.file = error, .stopped_at = {}};
+  if (error != FileError::kGood) return {.file = error};
   return TakeSlots(app, profile);
 }
 
 LoadResult OpenParameterFile(App& app, const std::string& path) {
   ProfileFile profile;
   const FileError error = ReadProfile(app.platform.files, path, profile);
-  if (error != FileError::kGood) return {.file = error, .stopped_at = {}};
+  if (error != FileError::kGood) return {.file = error};
   // A setting that is no number ends the settings, not the opening.
-  LoadSettings(app, profile, 1);
+  const LoadResult settings = LoadSettings(app, profile, 1);
   // The settings text names what an open port runs on; it follows when the port is opened anew.
   if (!app.state.PortIsOpen) BuildCommSettings(app.state);
-  const LoadResult result = TakeSlots(app, profile);
+  LoadResult result = TakeSlots(app, profile);
   if (result.Converted()) RefreshOpenPages(app);
+  result.known += settings.known;
+  result.taken += settings.taken;
+  result.not_taken.insert(result.not_taken.begin(), settings.not_taken.begin(), settings.not_taken.end());
   return result;
 }
 

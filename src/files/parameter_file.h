@@ -10,7 +10,9 @@
 
 namespace vlt {
 
-// True for the exact text of LoaderIniPath: that file is no parameter file and is never written as one.
+// True for the exact text of LoaderIniPath: that file is no parameter file and is never written as one. Files
+// in the field depend on the text: a path with a doubled separator, as a file that nothing names has it,
+// never equals that of a dialog. CSV files have the wider rule IsSettingsFile.
 bool IsLoaderFile(const App& app, const std::string& path);
 
 // Writes the application settings and all slots into one file, whole; keys and sections that are not ours
@@ -18,12 +20,13 @@ bool IsLoaderFile(const App& app, const std::string& path);
 FileError SaveParameterFile(App& app, const std::string& path);
 
 // Reads the slots. When the file can't be read (a missing one too) nothing changes. A channel or output
-// number beyond 16 bits ends the loading; the keys before it are stored.
+// number beyond 16 bits ends the loading; the keys before it are stored. The result counts the slots.
 LoadResult LoadParameterFile(App& app, const std::string& path);
 
 // Opens a parameter file: settings (the program's language stays), slots, open pages, all from one reading.
 // When the file can't be read nothing changes. An open port goes on as it is, and
-// CommSettings with it.
+// CommSettings with it. The result counts settings and slots together; stopped_at is that of the slots, and
+// not_taken names the settings' keys too.
 LoadResult OpenParameterFile(App& app, const std::string& path);
 
 // Every page's controls into the slots: loads each page, runs its Taihi and unloads it; Form9 and Form11 are

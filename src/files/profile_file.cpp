@@ -108,9 +108,19 @@ std::string ProfileFile::GetString(std::string_view section, std::string_view ke
                                    std::string_view absent) const {
   const std::string* line = Find(section, key);
   if (line == nullptr) return std::string(absent);
-  std::string_view value = Content(std::string_view(*line).substr(line->find('=') + 1));
-  if (IsQuoted(value)) value = value.substr(1, value.size() - 2);
+  std::string_view value = std::string_view(*line).substr(line->find('=') + 1);
+  value.remove_suffix(LineEnd(value).size());
+  const std::string_view trimmed = Trim(value);
+  if (IsQuoted(trimmed)) {
+    value = trimmed.substr(1, trimmed.size() - 2);
+  } else {
+    value.remove_prefix(std::min(value.find_first_not_of(" \t"), value.size()));
+  }
   return std::string(FirstChars(value, kProfileValueChars));
+}
+
+bool ProfileFile::Has(std::string_view section, std::string_view key) const {
+  return Find(section, key) != nullptr;
 }
 
 int ProfileFile::GetInt(std::string_view section, std::string_view key, int absent) const {

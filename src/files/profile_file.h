@@ -18,17 +18,21 @@ namespace vlt {
 inline constexpr std::size_t kProfileValueChars = 254;
 
 // A profile file in memory. Section and key names match without regard to the case of a to z; blanks and tabs
-// around names and values do not belong to them; of several sections or keys of one name the first counts.
-// Everything that is not asked for or written stays byte for byte: comments (lines that begin with ";"),
-// other lines, unknown keys, line ends, a UTF-8 byte-order mark, NUL bytes.
+// around names and ahead of values do not belong to them, those behind a value do; of several sections or
+// keys of one name the first counts. Everything that is not asked for or written stays byte for byte:
+// comments (lines that begin with ";"), other lines, unknown keys, line ends, a UTF-8 byte-order mark, NUL
+// bytes.
 class ProfileFile {
  public:
   explicit ProfileFile(std::string_view content = {});
 
-  // The value without one pair of enclosing single or double quotes, at most kProfileValueChars characters of
-  // it, NUL bytes included. An existing key with an empty value gives "", a key or section that is not there
-  // gives `absent`.
+  // The value without one pair of enclosing single or double quotes (and what stands outside of them), at
+  // most kProfileValueChars characters of it, NUL bytes included. An existing key with an empty value gives
+  // "", a key or section that is not there gives `absent`.
   std::string GetString(std::string_view section, std::string_view key, std::string_view absent) const;
+
+  // The key is there, whatever its value.
+  bool Has(std::string_view section, std::string_view key) const;
 
   // LeadingInteger of the value; `absent` for a key that is not there or has an empty value.
   int GetInt(std::string_view section, std::string_view key, int absent) const;

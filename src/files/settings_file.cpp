@@ -16,8 +16,6 @@ namespace {
 constexpr const char* kFileName = "VLT.ini";
 constexpr const char* kDefaultCsvDir = "c:\\";
 constexpr const char* kUserLevels[] = {"Standard", "Service", "Factory"};
-// COM1 to COM10 are what the program's port list offers.
-constexpr int kHighestPort = 10;
 
 // Stored numbers are 16-bit words.
 bool Store16(double number, int& target) {
@@ -29,61 +27,72 @@ bool Store16(double number, int& target) {
   return true;
 }
 
+enum class Taken {
+  kYes,
+  kLeft,  // the value is none that can be used; the next key follows
+  kStop,  // the value can't be converted; reading ends
+};
+
+Taken TakenIf(bool converted) { return converted ? Taken::kYes : Taken::kStop; }
+
 bool StoreNumberText(const std::string& text, int& target) {
   const std::optional<double> number = ParseNumber(text);
   return number && Store16(RoundHalfEven(*number), target);
 }
 
-// What a row of the settings does with its value; false for a value that can't be converted.
-using Take = bool (*)(App& app, const std::string& value);
+// What a row of the settings does with its value.
+using Take = Taken (*)(App& app, const std::string& value);
 
 template <std::string SharedState::*member>
-bool TakeText(App& app, const std::string& value) {
+Taken TakeText(App& app, const std::string& value) {
   app.state.*member = value;
-  return true;
+  return Taken::kYes;
 }
 
 // Integers are read as the platform does it: digits as far as they go.
 template <int SharedState::*member>
-bool TakeInteger(App& app, const std::string& value) {
-  return Store16(LeadingInteger(value), app.state.*member);
+Taken TakeInteger(App& app, const std::string& value) {
+  return TakenIf(Store16(LeadingInteger(value), app.state.*member));
 }
 
 // Texts that hold a number must hold one.
 template <int SharedState::*member>
-bool TakeNumberText(App& app, const std::string& value) {
-  return StoreNumberText(value, app.state.*member);
+Taken TakeNumberText(App& app, const std::string& value) {
+  return TakenIf(StoreNumberText(value, app.state.*member));
 }
 
 // A number above the highest port is a number all right; the port in force then stays.
-bool TakePort(App& app, const std::string& value) {
+Taken TakePort(App& app, const std::string& value) {
   const std::optional<double> number = ParseNumber(value);
-  if (!number || *number < std::numeric_limits<int>::min()) return false;
+  if (!number || *number < std::numeric_limits<int>::min()) return Taken::kStop;
   const double port = RoundHalfEven(*number);
-  if (port <= kHighestPort) app.state.PortNo = std::to_string(static_cast<int>(port));
-  return true;
+  const bool beyond = port > kHighestPort;
+  app.state.PortBeyond = beyond ? GeneralText(port) : "";
+  if (beyond) return Taken::kLeft;
+  app.state.PortNo = std::to_string(static_cast<int>(port));
+  return Taken::kYes;
 }
 
-bool TakeUserInfo(App& app, const std::string& value) {
+Taken TakeUserInfo(App& app, const std::string& value) {
   const bool known =
       std::find(std::begin(kUserLevels), std::end(kUserLevels), value) != std::end(kUserLevels);
   app.state.UserInfo = known ? value : kUserLevels[0];
-  return true;
+  return Taken::kYes;
 }
 
 // The default brings a separator of its own, so that the path of a file that nothing names has two: it is
 // compared as a text, and what compares different may be overwritten as a parameter file.
-bool TakeIniFileName(App& app, const std::string& value) {
+Taken TakeIniFileName(App& app, const std::string& value) {
   const char separator = app.platform.process.Separator();
   std::string name = value;
   if (separator != '\\') std::replace(name.begin(), name.end(), '\\', separator);
   app.state.IniFilePath = app.platform.process.ProgramFolder() + separator + name;
-  return true;
+  return Taken::kYes;
 }
 
-bool TakeVerificationFile(App& app, const std::string& value) {
+Taken TakeVerificationFile(App& app, const std::string& value) {
   app.state.VerificationFile = value.empty() ? "" : value + ".xls";
-  return true;
+  return Taken::kYes;
 }
 
 struct SettingRow {
@@ -215,20 +224,27 @@ std::string ValueOf(const ProfileFile& profile, const SettingRow& row) {
   return ProfileValueOrDefault(buffer, row.empty, buffer.size());
 }
 
-LoadResult Stopped(const char* section, const char* key) {
-  return {.file = FileError::kGood, .stopped_at = std::string(section) + '/' + key};
+// Parameter files hold what the program writes to them of its settings.
+bool StandsInParameterFiles(const SettingRow& row) {
+  const auto same = [&row](const WriteRow& written) {
+    return written.section == std::string_view(row.section) && written.key == std::string_view(row.key);
+  };
+  return std::any_of(std::begin(kSystemRows), std::end(kSystemRows), same) ||
+         std::any_of(std::begin(kCommRows), std::end(kCommRows), same);
 }
 
 LoadResult TakeUnitCache(SharedState& state, const ProfileFile& profile) {
+  LoadResult result;
   constexpr const char* kNone = "0";
   for (const UnitRow& row : kUnits) {
     const std::string buffer = profile.GetString(row.section, row.read, kNone);
     if (!StoreNumberText(ProfileValueOrDefault(buffer, kNone, buffer.size()), row.code(state))) {
-      return Stopped(row.section, row.read);
+      result.Stop(row.section, row.read);
+      return result;
     }
   }
   for (const TextRow& row : kScales) state.*row.text = CutAtNul(profile.GetString(row.section, row.key, ""));
-  return {};
+  return result;
 }
 
 std::string CsvDir(App& app, const char* key) {
@@ -258,11 +274,18 @@ std::string ProfileValueOrDefault(std::string_view buffer, std::string_view abse
 }
 
 LoadResult LoadSettings(App& app, const ProfileFile& profile, int skipLangFlag) {
+  LoadResult result;
   for (const SettingRow& row : kSettings) {
     if (skipLangFlag == 1 && row.key == std::string_view("LANG_FLAG")) continue;
-    if (!row.take(app, ValueOf(profile, row))) return Stopped(row.section, row.key);
+    const bool counts = StandsInParameterFiles(row);
+    result.known += counts;
+    if (!result.Converted()) continue;
+    const Taken taken = row.take(app, ValueOf(profile, row));
+    result.taken += counts && taken == Taken::kYes && profile.Has(row.section, row.key);
+    if (taken == Taken::kStop) result.Stop(row.section, row.key);
+    if (taken == Taken::kLeft) result.Leave(row.section, row.key);
   }
-  return {};
+  return result;
 }
 
 LoadResult LoadSettings(App& app, const std::string& path, int skipLangFlag) {
@@ -281,8 +304,10 @@ LoadResult LoadUnitCache(App& app, const std::string& path) {
   return result;
 }
 
+// A port takes no blanks among its settings; the settings file may have some behind a value.
 void BuildCommSettings(SharedState& state) {
-  state.CommSettings = state.Speed + ',' + state.Parity + ",8," + state.StopBits;
+  const auto part = [](const std::string& text) { return std::string(Trim(text)); };
+  state.CommSettings = part(state.Speed) + ',' + part(state.Parity) + ",8," + part(state.StopBits);
 }
 
 FileError SaveCommSettings(App& app, const std::string& path) {
@@ -329,7 +354,7 @@ FileError SetPvCsvDir(App& app, const std::string& folder) {
 std::string GetPortDevice(App& app, int number) {
   ProfileFile profile;
   ReadProfile(app.platform.files, CommPath(app), profile);
-  return CutAtNul(profile.GetString("PORTS", "COM" + std::to_string(number), ""));
+  return std::string(Trim(CutAtNul(profile.GetString("PORTS", "COM" + std::to_string(number), ""))));
 }
 
 FileError SetPortDevice(App& app, int number, const std::string& device) {

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "files/profile_file.h"
 #include "platform/file_system.h"
@@ -17,8 +18,19 @@ struct LoadResult {
   FileError file = FileError::kGood;
   // "SECTION/KEY" of the value that is no number of its kind. The reader stops there and keeps what it has
   // stored before. Empty: all keys were read.
-  std::string stopped_at;
+  std::string stopped_at{};
+  // Every key, "SECTION/KEY", whose value was not taken: the one above, and a port beyond the highest one.
+  std::vector<std::string> not_taken{};
+  // Of the keys that a parameter file holds and that this reading looks for: how many there are, and how many
+  // of them the file had with a value that was taken.
+  int known = 0;
+  int taken = 0;
   bool Converted() const { return stopped_at.empty(); }
+  void Leave(const std::string& section, const std::string& key) { not_taken.push_back(section + '/' + key); }
+  void Stop(const std::string& section, const std::string& key) {
+    Leave(section, key);
+    stopped_at = not_taken.back();
+  }
 };
 
 // Program folder, separator, "VLT.ini".
@@ -48,6 +60,9 @@ void BuildCommSettings(SharedState& state);
 
 // Section COMM.
 FileError SaveCommSettings(App& app, const std::string& path);
+// The highest COM number that the program's port list offers.
+inline constexpr int kHighestPort = 10;
+
 // Key PORT of section COMM in the bootstrap file (frmMaint_COMM changes nothing else).
 FileError SavePortNo(App& app);
 // The keys of section SYSTEM that the program keeps, and section COMM.

@@ -11,12 +11,16 @@ namespace vlt {
 // The path as the file system takes it: blanks at its end do not belong to it.
 std::string CleanPath(const std::string& path);
 
+// The path with each run of separators as one of them, as a person writes it.
+std::string OneSeparator(std::string path, char separator);
+
 // Where WriteWhole keeps the file that it replaces: the path with ".bak" behind it.
 std::string BackupPath(const std::string& path);
 
-// Writes `content` beside the file, flushes it, and moves it over the file. With `keep_backup` a file that
-// stood there before is found at BackupPath afterwards. On a failure the file and its backup are what they
-// were, or the backup equals the file, and nothing else is left behind.
+// Writes `content` beside the file, flushes it, and moves it over the file. A link stays, and the file that
+// it leads to is replaced. With `keep_backup` a file that stood there before is found at BackupPath
+// afterwards. On a failure the file and its backup are what they were, or the backup equals the file, and
+// nothing else is left behind; the same when an exception passes through.
 FileError WriteWhole(FileSystem& files, const std::string& path, std::string_view content, bool keep_backup);
 
 }  // namespace vlt

@@ -98,7 +98,7 @@ void QtSerialPort::Close() {
 // Leaves the port closed.
 void QtSerialPort::Refuse(PortFaultCode code) {
   Close();
-  throw PortFault(code, device_);
+  throw PortFault(code, device_, code == PortFaultCode::kNoPermission ? GroupOf(device_) : "");
 }
 
 // Takes the first fault and closes. Qt repeats the error of a device that is gone without end, and a whole

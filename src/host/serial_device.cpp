@@ -6,6 +6,7 @@ namespace vlt {
 
 // The system answers "access denied" for a port that another program holds, and for nothing else.
 PortFaultCode WhyRefused(const std::string& /*device*/) { return PortFaultCode::kBusy; }
+std::string GroupOf(const std::string& /*device*/) { return ""; }
 bool IsPseudoTerminal(int /*descriptor*/) { return false; }
 bool ClaimDevice(int /*descriptor*/) { return true; }
 int DriverBytesOut(int /*descriptor*/) { return 0; }
@@ -16,6 +17,7 @@ bool IsHungUp(int /*descriptor*/) { return false; }
 #else
 
 #include <fcntl.h>
+#include <grp.h>
 #include <poll.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
@@ -37,6 +39,15 @@ PortFaultCode WhyRefused(const std::string& device) {
   if (::faccessat(AT_FDCWD, device.c_str(), R_OK | W_OK, AT_EACCESS) != 0)
     return PortFaultCode::kNoPermission;
   return PortFaultCode::kBusy;
+}
+
+std::string GroupOf(const std::string& device) {
+  constexpr mode_t kReadAndWrite = S_IRGRP | S_IWGRP;
+  struct stat info = {};
+  if (::stat(device.c_str(), &info) != 0 || info.st_gid == 0) return "";
+  if ((info.st_mode & kReadAndWrite) != kReadAndWrite) return "";
+  const struct group* group = ::getgrgid(info.st_gid);
+  return group != nullptr ? group->gr_name : std::to_string(info.st_gid);
 }
 
 bool IsPseudoTerminal(int descriptor) {

@@ -12,6 +12,10 @@ namespace vlt {
 // may not read and write it, else kBusy.
 PortFaultCode WhyRefused(const std::string& device);
 
+// The group of users that may read and write `device`, its number where it has no name. Empty when the device
+// is not open to a group, or to the administrator's only.
+std::string GroupOf(const std::string& device);
+
 // True for a pseudo-terminal. It takes any parity and reports that it took none.
 bool IsPseudoTerminal(int descriptor);
 

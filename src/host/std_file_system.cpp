@@ -232,4 +232,17 @@ bool StdFileSystem::Exists(const std::string& path) {
   return fs::exists(PathOf(path), code);
 }
 
+std::string StdFileSystem::Target(const std::string& path) {
+  constexpr int kMostLinks = 40;  // what the system follows itself
+  fs::path file = PathOf(path);
+  std::error_code code;
+  for (int link = 0; link < kMostLinks && fs::is_symlink(file, code); ++link) {
+    const fs::path next = fs::read_symlink(file, code);
+    if (code) break;
+    file = file.parent_path() / next;  // an absolute one takes the place of the folder
+  }
+  const std::u8string text = file.u8string();
+  return {text.begin(), text.end()};
+}
+
 }  // namespace vlt

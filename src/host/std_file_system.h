@@ -15,6 +15,8 @@ class StdFileSystem : public FileSystem {
   FileError Remove(const std::string& path) override;
   FileError Append(const std::string& path, std::string_view content) override;
   bool Exists(const std::string& path) override;
+  // Links that lead in a circle end somewhere in it.
+  std::string Target(const std::string& path) override;
 };
 
 }  // namespace vlt

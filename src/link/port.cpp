@@ -19,12 +19,13 @@ int NumberIn(const std::string& text) {
   return number;
 }
 
-int ReasonId(PortFaultCode code, int port) {
-  switch (code) {
+int ReasonId(const App& app, const PortFault& fault, int port) {
+  switch (fault.Code()) {
     case PortFaultCode::kMissing:
-      return port == 0 ? text::kPortNotChosen : text::kPortMissing;
+      if (port != 0) return text::kPortMissing;
+      return app.state.PortBeyond.empty() ? text::kPortNotChosen : text::kPortBeyond;
     case PortFaultCode::kNoPermission:
-      return text::kPortNotAllowed;
+      return fault.Group().empty() ? text::kPortNotAllowed : text::kPortNotInGroup;
     case PortFaultCode::kBusy:
       return text::kPortBusy;
     case PortFaultCode::kSettings:
@@ -36,12 +37,19 @@ int ReasonId(PortFaultCode code, int port) {
   }
 }
 
+// What stands in the third place of a reason.
+std::string Detail(const App& app, const PortFault& fault, const std::string& settings) {
+  if (fault.Code() == PortFaultCode::kSettings) return settings;
+  if (fault.Code() == PortFaultCode::kNoPermission) return fault.Group();
+  if (fault.Code() == PortFaultCode::kMissing) return app.state.PortBeyond;
+  return std::to_string(fault.Number());
+}
+
 // A COM number that stands for no device reads "COM3", without empty brackets behind it.
 std::string Reason(const App& app, const PortFault& fault, int port, const std::string& settings) {
-  const bool about_settings = fault.Code() == PortFaultCode::kSettings;
-  std::string reason = FormatText(app.Text(ReasonId(fault.Code(), port)),
-                                  {"COM" + std::to_string(port), fault.Device(),
-                                   about_settings ? settings : std::to_string(fault.Number())});
+  std::string reason =
+      FormatText(app.Text(ReasonId(app, fault, port)),
+                 {"COM" + std::to_string(port), fault.Device(), Detail(app, fault, settings)});
   const std::string empty = " ()";
   if (const std::size_t at = reason.find(empty); at != std::string::npos) reason.erase(at, empty.size());
   return reason;

@@ -196,7 +196,6 @@ class Form9 : public PageForm {
   bool HasNoVelocity(int ch) const { return ChannelMode == 3 && ch == 2; }
 
   // form9_file.cpp
-  void TakeName(const std::string& chosen);
   FileError WriteHeader(const std::string& path);
   void TellLoss(const std::string& path, FileError error);
 

@@ -1,13 +1,11 @@
-#include <algorithm>
-
 #include "files/csv_log.h"
+#include "files/csv_question.h"
 #include "files/file_report.h"
 #include "files/settings_file.h"
 #include "live/form9.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "values/number_text.h"
-#include "values/text.h"
 
 namespace vlt {
 namespace {
@@ -15,11 +13,7 @@ namespace {
 // With the two head lines 32,000 lines, what spreadsheets of old can load.
 constexpr int kRecordsInFile = 31998;
 
-constexpr int kDialogTitle = 4530;
 constexpr int kMeasuredData = 4540;
-constexpr int kAllFiles = 4550;
-constexpr int kIsSettingsFile = 4510;
-constexpr int kOverwrite = 4966;
 constexpr int kTime = 991;
 
 bool IsNoFile(const std::string& path) {
@@ -27,41 +21,17 @@ bool IsNoFile(const std::string& path) {
   return name.empty() || name == "***";
 }
 
-// The settings file's path may hold a separator twice, which is the same file.
-std::string WithoutDoubledSeparators(std::string path) {
-  path.erase(
-      std::unique(path.begin(), path.end(), [](char a, char b) { return a == b && (a == '/' || a == '\\'); }),
-      path.end());
-  return path;
-}
-
 }  // namespace
 
 void Form9::SaveCSV_Click() {
   app().windows.SetMousePointer(kHourglassPointer);
-  const bool has_folder = MeasureFilePath.find_first_of("\\/") != std::string::npos;
-  const auto chosen = app().platform.dialogs.AskSaveFile(
-      {.title = app().Text(kDialogTitle),
-       .filter = app().Text(kMeasuredData) + "(*.csv)|*.csv|" + app().Text(kAllFiles) + "(*.*)|*.*",
-       .folder = has_folder ? FolderOfPath(MeasureFilePath) : "",
-       .name = {}});
-  if (chosen && !Trim(*chosen).empty()) TakeName(*chosen);
+  if (const auto path = AskCsvLog(app(), MeasureFilePath)) {
+    MeasureFilePath = *path;
+    MeasureRecordCount = 0;
+  }
   // The dialog lets events run: a page that was locked meanwhile stays so.
   if (!app().state.UiLocked) SetRunButtons(1);
   app().windows.SetMousePointer(kNormalPointer);
-}
-
-void Form9::TakeName(const std::string& chosen) {
-  if (WithoutDoubledSeparators(chosen) == WithoutDoubledSeparators(app().state.IniFilePath)) {
-    app().Show(app().Text(kIsSettingsFile), MessageIcon::kStop);
-    return;
-  }
-  MeasureFilePath = StampedCsvPath(chosen, app().platform.clock.Now());
-  MeasureRecordCount = 0;
-  FileSystem& files = app().platform.files;
-  if (!files.Exists(MeasureFilePath) || !app().AskOkCancel(app().Text(kOverwrite))) return;
-  const FileError error = files.Remove(MeasureFilePath);
-  if (error != FileError::kGood) ReportNotWritten(app(), MeasureFilePath, error);
 }
 
 FileError Form9::WriteHeader(const std::string& path) {

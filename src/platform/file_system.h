@@ -36,6 +36,10 @@ class FileSystem {
   virtual FileError Append(const std::string& path, std::string_view content) = 0;
 
   virtual bool Exists(const std::string& path) = 0;
+
+  // The file that a path leads to when it is a link, followed to its end, also when nothing stands there; any
+  // other path as it is.
+  virtual std::string Target(const std::string& path) { return path; }
 };
 
 }  // namespace vlt

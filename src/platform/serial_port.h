@@ -24,16 +24,19 @@ enum class PortFaultCode {
 // Thrown by the operations of SerialPort; caught at the edge of the link, never seen by a page.
 class PortFault : public std::runtime_error {
  public:
-  // `device` is what the COM number stands for, empty when nothing does.
-  PortFault(PortFaultCode code, const std::string& device)
-      : std::runtime_error("port fault"), code_(code), device_(device) {}
+  // `device` is what the COM number stands for, empty when nothing does. `group`, with kNoPermission, is the
+  // group of users that may open it; empty when there is none.
+  PortFault(PortFaultCode code, const std::string& device, const std::string& group = "")
+      : std::runtime_error("port fault"), code_(code), device_(device), group_(group) {}
   PortFaultCode Code() const { return code_; }
   int Number() const { return static_cast<int>(code_); }
   const std::string& Device() const { return device_; }
+  const std::string& Group() const { return group_; }
 
  private:
   PortFaultCode code_;
   std::string device_;
+  std::string group_;
 };
 
 // One port, opened by COM number. All operations but Open and Close are non-blocking; every one may throw

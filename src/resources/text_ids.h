@@ -11,15 +11,26 @@ inline constexpr int kCommunicationError = 3950;
 inline constexpr int kOtherEcho = 3208;
 
 // Why a port could not be opened or was lost. %1 the port ("COM3"), %2 its device ("/dev/ttyUSB0"), %3 the
-// settings ("9600,O,8,1") or the system's own words.
+// settings ("9600,O,8,1"), the group of users that may open the device, the number of the port that the
+// settings name, or that of the fault.
 inline constexpr int kPortMissing = 3200;
 inline constexpr int kPortBusy = 3201;
-inline constexpr int kPortNotAllowed = 3202;
+inline constexpr int kPortNotInGroup = 3202;
 inline constexpr int kPortRemoved = 3203;
 inline constexpr int kPortBadSettings = 3204;
 inline constexpr int kPortNotChosen = 3205;
 inline constexpr int kPortNotSerial = 3206;
 inline constexpr int kPortFault = 3207;
+inline constexpr int kPortNotAllowed = 3212;
+inline constexpr int kPortBeyond = 3213;
+
+// Why the program does not start. %1 the settings file, %2 the section and key, %3 the value, %4 the values
+// that it may have.
+inline constexpr int kStartBadKey = 3214;
+inline constexpr int kStartBadModel = 3215;
+
+// A handler came to an unforeseen end. %1 the system's words.
+inline constexpr int kHandlerFault = 3216;
 
 // What this version does not have. %1 the caption of the button or menu that opens it.
 inline constexpr int kFirmwareToolMissing = 3210;
@@ -28,7 +39,7 @@ inline constexpr int kPageMissing = 3211;
 // Files. %1 the file's name, %2 one of the reasons below.
 inline constexpr int kFileNotRead = 3220;
 inline constexpr int kFileNotWritten = 3221;
-inline constexpr int kFileOpened = 3222;
+inline constexpr int kFileOpened = 3222;  // %2 how many keys were taken, %3 of how many
 inline constexpr int kFileSaved = 3223;
 inline constexpr int kFileKept = 3224;
 
@@ -47,6 +58,11 @@ inline constexpr int kRecordsLost = 3232;
 // More reasons.
 inline constexpr int kFileTooLarge = 3233;
 inline constexpr int kFileOtherFault = 3234;
+
+// A parameter file whose values were not all taken. %1 to %3 as for kFileOpened, %4 the keys.
+inline constexpr int kFileOpenedBut = 3235;
+// A box at the end of the program. %1 the file's name, %2 the reason.
+inline constexpr int kEndWithoutFile = 3236;
 
 // The chart's menu.
 inline constexpr int kChartFollow = 3240;

@@ -79,7 +79,7 @@ void MDIForm1::Form_Load() {
   app_.state.TimerExpired = false;
 }
 
-void MDIForm1::Form_Activate() { Command14.SetVisible(app_.state.TransMethod == kRs485); }
+void MDIForm1::ShowPvButton() { Command14.SetVisible(app_.state.TransMethod == kRs485); }
 
 void MDIForm1::enableMenubar() {
   for (MenuItem* item : {&ComPort, &Parameter, &calcSensorSpacing, &versionInfo}) item->SetEnabled(true);
@@ -112,7 +112,7 @@ void MDIForm1::Dress() {
   };
   for (const PageButton& row : kPageButtons) dress_button(this->*row.button, row.caption_id);
   dress_button(Command13, kEndText);
-  Command14.SetVisible(app_.state.TransMethod == kRs485);
+  ShowPvButton();
 }
 
 void MDIForm1::ShowMeterLanguage() {

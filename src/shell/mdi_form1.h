@@ -31,10 +31,9 @@ class MDIForm1 : public Form, public MainFrame {
   static std::span<const PageButton> PageButtons();
 
   void Form_Load() override;
-  // The PV button is there on RS485 only. Whoever changes TransMethod runs it.
-  void Form_Activate() override;
-  // The end of the program. Refused while UiLocked, and when the parameter file that the operator asked
-  // for could not be written.
+  void Form_Activate() override { ShowPvButton(); }
+  // The end of the program. Refused while UiLocked, and when the parameter file that the operator asked for
+  // could not be written and he does not want to end without it.
   void Form_Unload(int& cancel) override;
 
   // MainFrame.
@@ -51,6 +50,8 @@ class MDIForm1 : public Form, public MainFrame {
   // Status panel 2 by SystemLangFlag (a value outside 0 to 4 leaves it) and panel 3 by UnitFlag.
   void ShowMeterLanguage();
   void ShowUnitSystem();
+  // The PV button is there on RS485 only. Whoever changes TransMethod runs it.
+  void ShowPvButton();
 
   // What each family of page buttons does.
   void PressPageButton(const PageButton& row);
@@ -115,9 +116,13 @@ class MDIForm1 : public Form, public MainFrame {
   void UnloadOthers();
   // Asks for a parameter file into dialog_file_; false when the operator cancels.
   bool AskParameterFile(bool to_save);
-  // False, with the reason in status panel 1, when the file could not be written.
-  bool WriteParameterFile(const std::string& path);
-  bool SaveAtClosing();
+  // Tells in status panel 1 how it went.
+  FileError WriteParameterFile(const std::string& path);
+  // kGood as well when there is nothing to write.
+  FileError SaveAtClosing();
+  // Asks about the parameter file and writes the program's own settings in any case. False when the operator
+  // stays because a file could not be written.
+  bool MayEnd();
   void SaveLoaderFile();
 
   App& app_;

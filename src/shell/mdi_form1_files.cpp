@@ -14,6 +14,18 @@ constexpr const char* kParameterFilter = "Initial value(*.ini)|*.ini";
 // Shown by the menu in both languages.
 constexpr const char* kLoaderFileRefused = "ローダー初期ファイルを更新することはできません";
 
+// A flag that is set while this lives, also when an exception ends it.
+class Flagged {
+ public:
+  explicit Flagged(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Flagged() { flag_ = false; }
+  Flagged(const Flagged&) = delete;
+  Flagged& operator=(const Flagged&) = delete;
+
+ private:
+  bool& flag_;
+};
+
 }  // namespace
 
 void MDIForm1::UnloadOthers() {
@@ -38,13 +50,8 @@ void MDIForm1::readparam_Click() {
   if (!AskParameterFile(false)) return;
   const LoadResult result = OpenParameterFile(app_, dialog_file_);
   ShowUnitSystem();
-  if (result.file != FileError::kGood) {
-    ReportNotRead(app_, dialog_file_, result.file);
-  } else if (!result.Converted()) {
-    app_.Status(FormatText(app_.Text(text::kFileNotRead), {LastComponent(dialog_file_), result.stopped_at}));
-  } else {
-    ReportOpened(app_, dialog_file_);
-  }
+  ShowPvButton();
+  ReportOpened(app_, dialog_file_, result);
 }
 
 void MDIForm1::setParam_Click() {
@@ -59,25 +66,24 @@ void MDIForm1::setParam_Click() {
   }
 }
 
-bool MDIForm1::WriteParameterFile(const std::string& path) {
+FileError MDIForm1::WriteParameterFile(const std::string& path) {
   const FileError error = SaveParameterFile(app_, path);
   if (error == FileError::kGood) {
     ReportSaved(app_, path);
   } else {
     ReportNotWritten(app_, path, error);
   }
-  return error == FileError::kGood;
+  return error;
 }
 
-// False when a file was to be written and could not be.
-bool MDIForm1::SaveAtClosing() {
+FileError MDIForm1::SaveAtClosing() {
   // A cancelled dialog goes on with the name that an earlier one has left.
   AskParameterFile(true);
   const std::string path = dialog_file_;
-  if (path.empty()) return true;
+  if (path.empty()) return FileError::kGood;
   if (IsLoaderFile(app_, path)) {
     app_.Show(app_.Text(4510));
-    return true;
+    return FileError::kGood;
   }
   SavePagesToSlots(app_);
   return WriteParameterFile(path);
@@ -90,18 +96,26 @@ void MDIForm1::SaveLoaderFile() {
   if (error != FileError::kGood) ReportNotWritten(app_, path, error);
 }
 
+bool MDIForm1::MayEnd() {
+  const bool save = app_.AskYesNo(app_.Text(4500), MessageIcon::kInformation);
+  const FileError saved = save ? SaveAtClosing() : FileError::kGood;
+  SaveLoaderFile();
+  if (saved == FileError::kGood) return true;
+  const std::string why = app_.Text(NotWrittenReason(saved));
+  return app_.AskYesNo(FormatText(app_.Text(text::kEndWithoutFile), {LastComponent(dialog_file_), why}),
+                       MessageIcon::kStop);
+}
+
 void MDIForm1::Form_Unload(int& cancel) {
   if (app_.state.UiLocked || closing_) {
     cancel = -1;
     return;
   }
-  closing_ = true;
-  if (app_.AskYesNo(app_.Text(4500), MessageIcon::kInformation) && !SaveAtClosing()) {
-    closing_ = false;
+  const Flagged closing(closing_);
+  if (!MayEnd()) {
     cancel = -1;
     return;
   }
-  SaveLoaderFile();
   CloseAllForms(app_);
   app_.state.AppRunning = false;
   app_.platform.events.EndProcess();

@@ -1,9 +1,13 @@
 #include "shell/start.h"
 
+#include "files/file_report.h"
 #include "files/settings_file.h"
+#include "files/whole_file.h"
 #include "link/port.h"
 #include "live/live.h"
 #include "pages/pages.h"
+#include "resources/string_table.h"
+#include "resources/text_ids.h"
 #include "shell/frm_about.h"
 #include "shell/frm_mssg.h"
 #include "shell/frm_wait.h"
@@ -22,10 +26,31 @@ StartResult End(App& app) {
 }
 
 // The settings of `path` and, from the file that they name, the units of the last session.
-void ReadSettings(App& app, const std::string& path) {
-  LoadSettings(app, path, 0);
+LoadResult ReadSettings(App& app, const std::string& path) {
+  LoadResult result = LoadSettings(app, path, 0);
   LoadUnitCache(app, app.state.IniFilePath);
   GetShortPath(app, app.state.IniFilePath);
+  return result;
+}
+
+struct SettingsRead {
+  std::string path;
+  LoadResult result;
+};
+
+// Why the settings that were read last name no hardware variant.
+std::string WhyNoVariant(const App& app, const SettingsRead& last) {
+  const std::string path = OneSeparator(CleanPath(last.path), app.platform.process.Separator());
+  const LoadResult& result = last.result;
+  if (result.file != FileError::kGood) return NotReadText(app, path, result.file);
+  // Reading has ended ahead of the variant.
+  const bool ahead = !result.Converted() && !result.stopped_at.starts_with("VERIFICATION/");
+  if (ahead) return FormatText(app.Text(text::kStartBadKey), {path, result.stopped_at});
+  std::string codes;
+  for (const SplashVariant& variant : SplashVariants()) {
+    codes += (codes.empty() ? "" : ", ") + std::string(variant.model_code);
+  }
+  return FormatText(app.Text(text::kStartBadModel), {path, "SYSTEM/VR", app.state.ModelCode, codes});
 }
 
 template <class T>
@@ -50,7 +75,6 @@ void RegisterAllWindows(App& app) {
   RegisterShellWindows(app);
   RegisterPages(app);
   RegisterLiveWindows(app);
-  RegisterLiveWindows(app);
 }
 
 StartResult StartUp(App& app) {
@@ -60,10 +84,13 @@ StartResult StartUp(App& app) {
   state.PortIsOpen = false;
   state.PortNo.clear();  // unknown until a file or its default names it
   const std::string bootstrap = BootstrapPath(app);
-  ReadSettings(app, bootstrap);
+  SettingsRead last{bootstrap, ReadSettings(app, bootstrap)};
   // What the bootstrap file names overrides all of it, mostly once more from the same file.
-  const std::string named = state.IniFilePath;
-  if (named != bootstrap) ReadSettings(app, named);
+  if (const std::string named = state.IniFilePath; named != bootstrap) {
+    const LoadResult result = ReadSettings(app, named);
+    // Reading that stopped early has named no file.
+    if (!named.empty()) last = {named, result};
+  }
   state.LangOffset = state.LangFlag > 0 ? kEnglishOffset : 0;
   BuildCommSettings(state);
   state.RangeUnitTrack = state.UnitFlag;
@@ -71,6 +98,7 @@ StartResult StartUp(App& app) {
   state.PvRunning = 0;
   const SplashVariant* variant = FindSplashVariant(state.ModelCode);
   if (variant == nullptr) {
+    state.StartFaultReason = WhyNoVariant(app, last);
     app.Show(app.Text(4960));
     return End(app);
   }

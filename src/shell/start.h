@@ -17,7 +17,7 @@ enum class StartResult {
 
 // The start routine. All windows must be registered. Ends the process silently when another instance runs,
 // and with a message box when the settings name no known hardware variant; a missing settings file is such
-// a case. The serial port is not touched.
+// a case. StartFaultReason then names the file and the key. The serial port is not touched.
 StartResult StartUp(App& app);
 
 // Unloads every window of the list, then closes the port and keeps the result of that in PortIsOpen.

@@ -29,6 +29,8 @@ struct SharedState {
 
   // Serial link.
   std::string PortNo;  // n of COMn; 0 cannot be opened; empty until a file gives one
+  // The port of the settings when it lies above the highest one and was therefore not taken, else empty.
+  std::string PortBeyond;
   std::string Speed = "9600";
   std::string Parity = "O";
   std::string StopBits = "1";
@@ -44,14 +46,18 @@ struct SharedState {
   std::array<std::uint8_t, 8> MemTxFrame{};
   std::array<std::uint8_t, 7> MemRxFrame{};
 
+  // Why the start routine ended the program, with the file and the key; empty when it did not.
+  std::string StartFaultReason;
+
   // Interface.
   bool UiLocked = false;
   int StopRequest = 0;  // 1 asks a long operation to stop
   int PvRunning = 0;    // a live read of Form11 or Form12 is on
   bool AppRunning = false;
   bool TimerExpired = false;
-  int ChoiceResult = 0;  // frmMssg: 0 pending, 1 the firmware tool ran, 2 go on
-  int WaitCancel = 0;    // frmWait: 1 after its Cancel button
+  bool TellingFault = false;  // a box about an unforeseen exception is up
+  int ChoiceResult = 0;       // frmMssg: 0 pending, 1 the firmware tool ran, 2 go on
+  int WaitCancel = 0;         // frmWait: 1 after its Cancel button
 
   // Device facts. The settings file keeps the units of the last session; in its tables these are
   // RangeKindCache, RangeUnitCache, TotalUnitCache, OperationModeCache, TemperatureUnitCache (TempUnit),

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <stdexcept>
 
-#include "values/number_text.h"
+#include "values/noise.h"
 
 namespace vlt {
 namespace {

@@ -12,7 +12,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kDoubleDigits = 15;
 constexpr int kSingleDigits = 7;
 // Decimal exponents between which a number is written without an exponent.
 constexpr int kPlainLowest = -9;
@@ -154,16 +153,6 @@ std::string_view Trim(std::string_view text) {
 std::string GeneralText(double value) { return General(value, kDoubleDigits); }
 
 std::string SingleText(float value) { return General(value, kSingleDigits); }
-
-double WithoutNoise(double value) {
-  if (!std::isfinite(value)) return value;
-  std::array<char, 64> buffer{};
-  const auto done = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                  std::chars_format::scientific, kDoubleDigits - 1);
-  double result = value;
-  std::from_chars(buffer.data(), done.ptr, result);
-  return result;
-}
 
 std::optional<double> ParseNumber(std::string_view text) {
   text = Trim(text);

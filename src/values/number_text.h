@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "values/noise.h"
+
 namespace vlt {
 
 // Without the blanks and tabs at both ends.
@@ -15,9 +17,6 @@ std::string_view Trim(std::string_view text);
 // from 1E-9 up to below 1E15, outside of that "1.5E+20", "2E-10".
 std::string GeneralText(double value);
 std::string SingleText(float value);
-
-// The value that the 15-digit text of a double denotes: what is left when its binary noise is gone.
-double WithoutNoise(double value);
 
 // A typed number: sign in front, digits, one point, blanks around it, an exponent. Commas are ignored where
 // they part the integer digits in groups of three ("1,234.5"); anywhere else ("12,5") the text is no number,

@@ -1,6 +1,7 @@
 #include "window/form.h"
 
 #include <algorithm>
+#include <exception>
 
 namespace vlt {
 
@@ -150,7 +151,19 @@ void Windows::Run(const std::function<void()>& handler) {
     }
     Windows& list;
   } depth(*this);
-  handler();
+  if (!observer_.failed) {
+    handler();
+    return;
+  }
+  std::string what;
+  try {
+    handler();
+    return;
+  } catch (const std::exception& failure) {
+    what = failure.what();
+  }
+  // Outside of the catch: the observer waits for the operator.
+  observer_.failed(what);
 }
 
 }  // namespace vlt

@@ -95,11 +95,13 @@ inline constexpr int kHourglassPointer = 11;
 class Windows {
  public:
   using Factory = std::function<std::unique_ptr<Form>()>;
-  // Told when a window comes and goes (desktop: makes and drops the widgets).
+  // Told when a window comes and goes (desktop: makes and drops the widgets), and of a handler that ended by
+  // an exception: what it says. Without `failed` the exception goes on to the caller of Run.
   struct Observer {
     std::function<void(Form&)> loaded;
     std::function<void(Form&)> unloaded;
     std::function<void()> pointer_changed;
+    std::function<void(const std::string& what)> failed;
   };
 
   explicit Windows(Platform& platform) : platform_(platform) {}

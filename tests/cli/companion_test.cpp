@@ -85,6 +85,37 @@ TEST(Companion, StartShowsTheMainWindowAndTellsItsStatusBar) {
   EXPECT_EQ(session.machine.files.files["/app/VLT.ini"], kIni) << "and saves nothing";
 }
 
+TEST(Companion, ARefusedStartNamesFileAndKey) {
+  Session session;
+  session.machine.files.files["/app/VLT.ini"] =
+      "[SYSTEM]\r\nINI_FILENAME=VLT.ini\r\nVR=M627 \r\nLANG_FLAG=1\r\n";
+  EXPECT_EQ(session.Run("answer ok\nstart\n"), 1);
+  const std::string reason = "/app/VLT.ini: SYSTEM/VR is \"M627 \" and must be one of M627, T305, K410";
+  EXPECT_TRUE(session.Told("message\tCan not start.\tok"));
+  EXPECT_TRUE(session.Told("refused\tstart\t" + reason));
+  EXPECT_EQ(session.trouble, "2: start: " + reason);
+  Session unanswered;
+  unanswered.machine.files.files = session.machine.files.files;
+  EXPECT_EQ(unanswered.Run("start\n"), 3);
+  EXPECT_TRUE(unanswered.Told("refused\tstart\t" + reason));
+}
+
+// A handler that ends as nobody foresaw is a box like any other; the files are as they were.
+TEST(Companion, AnUnforeseenExceptionIsTold) {
+  struct Broken : Form {
+    explicit Broken(App& app) : Form(app.windows, "frmAbout", FormPlace::kWindow) {}
+    void Form_Load() override { throw std::runtime_error("boom"); }
+  };
+  for (const bool answered : {true, false}) {
+    Session session;
+    session.app.windows.Register("frmAbout", [&] { return std::make_unique<Broken>(session.app); });
+    EXPECT_EQ(session.Run(std::string("start\n") + (answered ? "answer ok\n" : "") + "press versionInfo\n"),
+              answered ? 0 : 3);
+    EXPECT_TRUE(session.ToldPart("message\tAn unexpected error occurred: boom\\n"));
+    EXPECT_EQ(session.machine.files.files["/app/VLT.ini"], kIni);
+  }
+}
+
 // A script is followed to its first trouble, which has a status, a line and a reason.
 TEST(Companion, TroubleEndsTheScript) {
   const struct {
@@ -276,11 +307,8 @@ TEST(Companion, StartTellsThatTheProgramEnded) {
   Session second;
   second.machine.process.only_instance = false;
   EXPECT_EQ(second.Run("start\nopen Form10"), 1);
+  EXPECT_EQ(second.trouble, "1: another instance of the program runs in this folder");
   EXPECT_TRUE(second.output.empty());
-
-  Session bad;
-  bad.machine.files.files["/app/VLT.ini"] = "[SYSTEM]\r\nVR=X\r\n";
-  EXPECT_EQ(bad.Run("start"), 3);
 }
 
 TEST(Companion, FieldsAreEscaped) {

@@ -120,6 +120,37 @@ TEST(ParameterFile, AChannelBeyond16BitsEndsTheLoading) {
   }
 }
 
+// How much of a file was taken, and by name what was not.
+TEST(ParameterFile, OpeningTellsWhatAFileBrought) {
+  TestApp filled;
+  Fill(filled.app);
+  SaveParameterFile(filled.app, kPath);
+  const std::string whole = filled.platform.files.files[kPath];
+  const auto with = [&](const std::string& from, const std::string& to) {
+    std::string text = whole;
+    return text.replace(text.find(from), from.size(), to);
+  };
+  const std::pair<std::string, std::string> rows[] = {
+      {whole, "Opened pump.ini: 162 of 162 keys found"},
+      {"[other]\nPORT=3\n", "Opened pump.ini: 0 of 162 keys found"},
+      {"", "Opened pump.ini: 0 of 162 keys found"},
+      {"[RANGE]\nZERO_Data=\nSPAN_Data=7\n", "Opened pump.ini: 2 of 162 keys found"},
+      // The settings end at a value that is no number; what the pages show is taken all the same.
+      {with("RETRY_NO=3", "RETRY_NO=99999"),
+       "Opened pump.ini: 157 of 162 keys found, value not valid: COMM/RETRY_NO"},
+      {with("PORT=3", "PORT=11"), "Opened pump.ini: 161 of 162 keys found, value not valid: COMM/PORT"},
+      {with("CHANNEL_DETAIL=5", "CHANNEL_DETAIL=70000"),
+       "Opened pump.ini: 146 of 162 keys found, value not valid: TDELTA/CHANNEL_DETAIL"},
+  };
+  for (const auto& [content, told] : rows) {
+    TestApp machine;
+    machine.platform.files.files[kPath] = content;
+    ReportOpened(machine.app, kPath, OpenParameterFile(machine.app, kPath));
+    EXPECT_EQ(machine.StatusText(), told);
+    EXPECT_TRUE(machine.platform.dialogs.messages.empty());
+  }
+}
+
 TEST(ParameterFile, WhatCannotBeReadChangesNothing) {
   for (const FileError error : {FileError::kMissing, FileError::kNoPermission, FileError::kNotAFile}) {
     TestApp machine;
@@ -222,13 +253,11 @@ TEST(FileReport, NamesTheFileAndTheReason) {
       {FileError::kTooLarge, {"the file is too large", "the file is too large"}},
   };
   for (const auto& [error, reasons] : rows) {
-    ReportNotRead(machine.app, "C:\\data\\100%1.ini", error);
+    ReportOpened(machine.app, "C:\\data\\100%1.ini", {.file = error});
     EXPECT_EQ(machine.StatusText(), "100%1.ini could not be read: " + reasons.first);
     ReportNotWritten(machine.app, kPath, error);
     EXPECT_EQ(machine.StatusText(), "pump.ini could not be written: " + reasons.second);
   }
-  ReportOpened(machine.app, kPath);
-  EXPECT_EQ(machine.StatusText(), "Opened pump.ini");
 }
 
 }  // namespace

@@ -25,7 +25,10 @@ TEST(ProfileFile, ReadsAsThePlatformDoes) {
   } rows[] = {
       {"[COMM]\r\nPORT=3\r\n", "comm", "Port", "3"},
       {"[COMM]\nPORT=3", "COMM", "PORT", "3"},
-      {" \t[ COMM ]\t; the line\n\t PORT \t=\t 3 4\t \n", "COMM", "PORT", "3 4"},
+      {" \t[ COMM ]\t; the line\n\t PORT \t=\t 3 4\t \n", "COMM", "PORT", "3 4\t "},
+      {"[S]\r\nK= M627 \r\n", "S", "K", "M627 "},
+      {"[S]\nK= \t\n", "S", "K", ""},
+      {"[S]\nK=\" a \" \t\n", "S", "K", " a "},
       {"\xEF\xBB\xBF[COMM]\nPORT=3\n", "COMM", "PORT", "3"},
       {"[S]\nK=\" a b \"\n", "S", "K", " a b "},
       {"[S]\nK='a'\n", "S", "K", "a"},
@@ -178,6 +181,19 @@ TEST(WholeFile, FailureAtAnyStepLeavesTheOldFileAndNoTemporary) {
       EXPECT_EQ(files.files["/p.ini.bak"], step == 4 ? "old" : "older") << step;
     }
   }
+}
+
+// A machine whose move of a file ends in an exception.
+class ThrowingFiles : public MemoryFileSystem {
+ public:
+  FileError Rename(const std::string&, const std::string&) override { throw std::bad_alloc(); }
+};
+
+TEST(WholeFile, AnExceptionLeavesTheOldFileAndNoTemporary) {
+  ThrowingFiles files;
+  files.files["/p.ini"] = "old";
+  EXPECT_THROW(WriteWhole(files, "/p.ini", "new", false), std::bad_alloc);
+  EXPECT_EQ(files.files, (std::map<std::string, std::string>{{"/p.ini", "old"}}));
 }
 
 TEST(WholeFile, KeepsTheFormerFile) {

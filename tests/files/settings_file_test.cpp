@@ -87,19 +87,21 @@ TEST(LoadSettings, TakesEachKey) {
     std::string expected, stopped_at;
   } rows[] = {
       {"COMM", "PORT=03", 0, "3", ""},
-      {"COMM", "PORT=10", 0, "10", ""},
+      {"COMM", "PORT=10 ", 0, "10", ""},
       {"COMM", "PORT=11", 0, "x", ""},
       {"COMM", "PORT=99999", 0, "x", ""},
       {"COMM", "PORT=COM3", 0, "x", "COMM/PORT"},
       {"COMM", "RETRY_NO=5 times", 6, "5", ""},
       {"COMM", "RETRY_NO=none", 6, "0", ""},
       {"COMM", "RETRY_NO=32768", 6, "7", "COMM/RETRY_NO"},
+      {"COMM", "RETRY_NO=4 \t", 6, "4", ""},
       {"COMM", "SPEED=19200\0junk"s, 1, "19200", ""},
       {"COMM", "PARITY=\0"s, 2, "", ""},
       {"SYSTEM", "LANG_FLAG=1", 9, "1", ""},
       {"SYSTEM", "USER_INFO=Factory", 10, "Factory", ""},
       {"SYSTEM", "USER_INFO=service", 10, "Standard", ""},
-      {"SYSTEM", "VR=m627 ", 11, "m627", ""},
+      {"SYSTEM", "VR= m627 ", 11, "m627 ", ""},
+      {"SYSTEM", "USER_INFO=Factory ", 10, "Standard", ""},
       {"SYSTEM", "INI_FILENAME=other.ini", 14, "/app/other.ini", ""},
       {"SYSTEM", "INI_FILENAME=\\VLT.ini", 14, "/app//VLT.ini", ""},
       {"VERIFICATION", "DEF_FILE_XLS=v", 16, "v.xls", ""},
@@ -121,6 +123,26 @@ TEST(LoadSettings, TakesEachKey) {
       EXPECT_EQ(machine.app.state.VerificationLogo, stopped ? 7 : 0) << row.line;
     }
   }
+}
+
+TEST(LoadSettings, APortAboveTheHighestOneIsRemembered) {
+  TestApp machine;
+  for (const auto& [port, beyond] : {std::pair("11", "11"), {"3", ""}, {"1e9", "1000000000"}, {"", ""}}) {
+    machine.platform.files.files[kPath] = std::string("[COMM]\nPORT=") + port + "\n";
+    const LoadResult result = LoadSettings(machine.app, kPath, 0);
+    EXPECT_EQ(machine.app.state.PortBeyond, beyond);
+    EXPECT_EQ(result.not_taken, *beyond != '\0' ? Texts{"COMM/PORT"} : Texts{}) << port;
+  }
+}
+
+TEST(SettingsFile, BlanksBehindTheLinkSettingsReachNoPort) {
+  TestApp machine;
+  machine.platform.files.files[kPath] =
+      "[COMM]\nSPEED=19200 \nPARITY= E\nSTOP_BIT=2\t\n[PORTS]\nCOM3=/dev/ttyUSB0 \n";
+  LoadSettings(machine.app, kPath, 0);
+  BuildCommSettings(machine.app.state);
+  EXPECT_EQ(machine.app.state.CommSettings, "19200,E,8,2");
+  EXPECT_EQ(GetPortDevice(machine.app, 3), "/dev/ttyUSB0");
 }
 
 TEST(LoadSettings, LeavesTheLanguageWhenTold) {

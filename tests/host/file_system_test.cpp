@@ -8,6 +8,7 @@
 #include <sstream>
 #include <vector>
 
+#include "files/whole_file.h"
 #include "host/std_file_system.h"
 #include "tests/host/scratch.h"
 
@@ -127,6 +128,31 @@ TEST(StdFileSystem, SaysWhyAndTouchesNothing) {
   EXPECT_EQ(Slurp(scratch.Path("good")), "kept");
   EXPECT_EQ(Slurp(scratch.Path("locked")), "kept");
   EXPECT_TRUE(std::filesystem::is_empty(scratch.Path("shut")));
+}
+
+TEST(StdFileSystem, ALinkStaysAndItsFileIsReplaced) {
+  namespace fs = std::filesystem;
+  const Scratch scratch;
+  StdFileSystem files;
+  fs::create_directories(scratch.Path("real"));
+  fs::create_directories(scratch.Path("app"));
+  Put(scratch.Path("real/site.ini"), "old");
+  fs::create_symlink("../real/site.ini", scratch.Path("app/near.ini"));
+  fs::create_symlink(scratch.Path("app/near.ini"), scratch.Path("app/VLT.ini"));
+  fs::create_symlink("../real/new.ini", scratch.Path("app/dangling.ini"));
+  fs::create_symlink("circle.ini", scratch.Path("app/circle.ini"));
+
+  EXPECT_EQ(WriteWhole(files, scratch.Path("app/VLT.ini"), "new", true), FileError::kGood);
+  EXPECT_TRUE(fs::is_symlink(scratch.Path("app/VLT.ini")));
+  EXPECT_TRUE(fs::is_symlink(scratch.Path("app/near.ini")));
+  EXPECT_EQ(Slurp(scratch.Path("real/site.ini")), "new");
+  EXPECT_EQ(Slurp(scratch.Path("app/VLT.ini.bak")), "old");
+  EXPECT_EQ(WriteWhole(files, scratch.Path("app/dangling.ini"), "first", false), FileError::kGood);
+  EXPECT_EQ(Slurp(scratch.Path("real/new.ini")), "first");
+  EXPECT_NE(WriteWhole(files, scratch.Path("app/circle.ini"), "x", false), FileError::kGood);
+  EXPECT_EQ(std::distance(fs::directory_iterator(scratch.Path("real")), {}), 2)
+      << "nothing temporary is left";
+  EXPECT_EQ(std::distance(fs::directory_iterator(scratch.Path("app")), {}), 5);
 }
 
 TEST(StdFileSystem, AFullDiskLeavesNoHalfFile) {

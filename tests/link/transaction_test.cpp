@@ -181,8 +181,7 @@ TEST(Port, SaysWhyItDoesNotOpen) {
     const char* reason;
   } cases[] = {
       {PortFaultCode::kMissing, "COM1 (scripted) is not there: check that the adapter is plugged in"},
-      {PortFaultCode::kNoPermission,
-       "No permission to open COM1 (scripted): add your user to the group dialout and log in again"},
+      {PortFaultCode::kNoPermission, "No permission to open COM1 (scripted)"},
       {PortFaultCode::kBusy, "COM1 (scripted) is in use by another program"},
       {PortFaultCode::kSettings, "COM1 (scripted) does not support the settings 9600,O,8,1"},
       {PortFaultCode::kUnknown, "COM1 (scripted) could not be opened: 9"},
@@ -203,6 +202,46 @@ TEST(Port, SaysWhyItDoesNotOpen) {
     EXPECT_FALSE(OpenPort(t.app)) << number;
     EXPECT_EQ(t.app.state.PortFaultReason.substr(0, 14),
               number[0] == '7' ? "COM7 is not th" : "No port is cho");
+  }
+}
+
+// A port whose opening is refused as the test says.
+class RefusingPort : public test::ScriptedLine {
+ public:
+  RefusingPort(test::VirtualTime& time, PortFault fault) : ScriptedLine(time), fault_(std::move(fault)) {}
+  void Open(int, const std::string&) override { throw fault_; }
+
+ private:
+  PortFault fault_;
+};
+
+TEST(Port, NamesTheGroupToJoinAndThePortThatThereIsNot) {
+  const struct {
+    PortFault fault;
+    const char* port;
+    const char* beyond;
+    const char* reason;
+  } cases[] = {
+      {{PortFaultCode::kNoPermission, "/dev/ttyUSB0", "uucp"},
+       "3",
+       "",
+       "No permission to open COM3 (/dev/ttyUSB0): add your user to the group uucp and log in again"},
+      {{PortFaultCode::kMissing, ""}, "", "11", "The settings name port COM11, which is above COM10"},
+      {{PortFaultCode::kMissing, "/dev/ttyS3"},
+       "4",
+       "11",
+       "COM4 (/dev/ttyS3) is not there: check that the adapter is plugged in"},
+  };
+  for (const auto& c : cases) {
+    test::VirtualPlatform platform;
+    RefusingPort port(platform.time, c.fault);
+    Platform machine{platform.time, platform.time, port, platform.dialogs, platform.files, platform.process};
+    App app(machine);
+    app.state.LangOffset = 5000;
+    app.state.PortNo = c.port;
+    app.state.PortBeyond = c.beyond;
+    EXPECT_FALSE(OpenPort(app));
+    EXPECT_EQ(app.state.PortFaultReason, c.reason);
   }
 }
 

@@ -31,7 +31,18 @@ TEST_F(FilesTest, OpeningAFileTakesItsSettingsAndClosesThePages) {
   EXPECT_EQ(app->state.LangFlag, 1);
   EXPECT_EQ(app->slots.At("PROCESS SETTING", "OUTER_DIAMETER_Data"), "114.3");
   EXPECT_EQ(window.StatusBar1.Panel(3), "ENGLISH");
-  EXPECT_EQ(StatusText(), Said(text::kFileOpened, {"pump.ini"}));
+  EXPECT_EQ(StatusText(), Said(text::kFileOpened, {"pump.ini", "3", "162"}));
+}
+
+TEST_F(FilesTest, AFileOfAnotherSerialMethodShowsOrHidesThePvButtonAtOnce) {
+  MDIForm1& window = OpenMainWindow();
+  for (const bool rs485 : {true, false}) {
+    platform->files.files["/data/line.ini"] =
+        std::string("[COMM]\nTRANS_METHOD=") + (rs485 ? "RS485" : "RS232C") + "\n";
+    platform->dialogs.OpenFile("/data/line.ini");
+    Choose("readparam");
+    EXPECT_EQ(window.Command14.Visible(), rs485);
+  }
 }
 
 TEST_F(FilesTest, AFileThatCannotBeReadChangesNothing) {
@@ -126,16 +137,36 @@ TEST_F(FilesTest, ClosingKeepsTheSettingsAndEndsTheProgram) {
   }
 }
 
-TEST_F(FilesTest, AParameterFileThatCannotBeWrittenKeepsTheProgramOpen) {
+// The program's own settings are written in any case; the operator may fetch another disk, or end without.
+TEST_F(FilesTest, AParameterFileThatCannotBeWrittenIsAskedAbout) {
+  for (const MessageAnswer answer : {MessageAnswer::kNo, MessageAnswer::kYes}) {
+    UseMeter({});
+    MDIForm1& window = OpenMainWindow();
+    app->state.RangeUnit[0] = 4;
+    platform->dialogs.Answer(MessageAnswer::kYes);
+    platform->dialogs.SaveFile("/full/a.ini");
+    platform->dialogs.Answer(answer);
+    platform->files.FailChange(1, FileError::kFull);
+    window.Command13.Press();
+    const Message& box = platform->dialogs.messages.back();
+    EXPECT_EQ(box.text, "a.ini could not be written: the disk is full\nEnd the program without it?");
+    EXPECT_TRUE(box.second_is_default);
+    EXPECT_TRUE(Holds(kIniPath, "RANGE_UNIT_Data=4"));
+    const bool ends = answer == MessageAnswer::kYes;
+    EXPECT_EQ(platform->time.Ended(), ends);
+    EXPECT_EQ(IsShown("MDIForm1"), !ends);
+    EXPECT_EQ(app->state.AppRunning, !ends);
+    if (ends) continue;
+    EXPECT_EQ(StatusText(), Said(text::kFileNotWritten, {"a.ini", app->Text(text::kFileDiskFull)}));
+    // The next attempt begins anew.
+    platform->dialogs.Answer(MessageAnswer::kNo);
+    window.Command13.Press();
+    EXPECT_TRUE(platform->time.Ended());
+  }
+}
+
+TEST_F(FilesTest, SettingsThatCannotBeWrittenAreToldAndHoldNobodyBack) {
   MDIForm1& window = OpenMainWindow();
-  platform->dialogs.Answer(MessageAnswer::kYes);
-  platform->dialogs.SaveFile("/full/a.ini");
-  platform->files.FailChange(1, FileError::kFull);
-  window.Command13.Press();
-  EXPECT_EQ(StatusText(), Said(text::kFileNotWritten, {"a.ini", app->Text(text::kFileDiskFull)}));
-  EXPECT_FALSE(platform->time.Ended());
-  EXPECT_TRUE(IsShown("MDIForm1"));
-  // The program's own settings are told about too, but they hold nobody back.
   platform->files.FailPath(kIniPath, FileError::kNoPermission);
   platform->dialogs.Answer(MessageAnswer::kNo);
   std::string said;

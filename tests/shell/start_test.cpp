@@ -32,6 +32,34 @@ TEST_F(StartTest, EndsOrRunsTheSplashOfTheVariant) {
   }
 }
 
+TEST_F(StartTest, SettingsThatStopTheStartAreNamed) {
+  const std::string wrong = " and must be one of M627, T305, K410";
+  const struct {
+    std::string system;
+    std::string reason;
+  } cases[] = {
+      {"VR=M627\r\n", ""},
+      {"LANG_FLAG=1\r\nVR=M627 \r\n", "/app/VLT.ini: SYSTEM/VR is \"M627 \"" + wrong},
+      {"LANG_FLAG=1\r\n", "/app/VLT.ini: SYSTEM/VR is \"\"" + wrong},
+      {"LANG_FLAG=1\r\nVR=X\r\n[VERIFICATION]\r\nLOGO_FLG=no\r\n",
+       "/app/VLT.ini: SYSTEM/VR is \"X\"" + wrong},
+      // The settings end at the port, ahead of the language and the variant.
+      {"LANG_FLAG=1\r\nVR=M627\r\n[COMM]\r\nPORT=COM3\r\n", "/app/VLT.ini: COMM/PORT の値が正しくありません"},
+  };
+  for (const auto& given : cases) {
+    SCOPED_TRACE(given.system);
+    UseMeter({});
+    if (!given.reason.empty()) platform->dialogs.Answer(MessageAnswer::kOk);
+    Start(given.system);
+    EXPECT_EQ(app->state.StartFaultReason, given.reason);
+  }
+  UseMeter({});
+  platform->files.files[kIniPath] = "[SYSTEM]\r\nVR=M627\r\nINI_FILENAME=\\sub\\site.ini\r\n";
+  platform->dialogs.Answer(MessageAnswer::kOk);
+  StartUp(*app);
+  EXPECT_EQ(app->state.StartFaultReason, "/app/sub/site.ini を読み込めません: ファイルがありません");
+}
+
 TEST_F(StartTest, ASecondInstanceEndsWithoutAWord) {
   platform->process.only_instance = false;
   Start("VR=M627\r\n");

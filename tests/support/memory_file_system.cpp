@@ -8,8 +8,9 @@ std::string_view Half(std::string_view content) { return content.substr(0, conte
 }  // namespace
 
 FileError MemoryFileSystem::Begin(const std::string& change, const std::string& path, bool& killed) {
+  if (dead_) return FileError::kOther;
   changes.push_back(change);
-  killed = kill_ != 0 && --kill_ == 0;
+  killed = dead_ = kill_ != 0 && --kill_ == 0;
   const bool fails = fail_.first != 0 && --fail_.first == 0;
   if (fails) return fail_.second;
   if (const auto bad = bad_paths_.find(path); bad != bad_paths_.end()) return bad->second;

@@ -24,7 +24,8 @@ class MemoryFileSystem : public FileSystem {
 
   // The n-th change (Create, Rename, Remove, Append) from now fails and leaves the files as they are.
   void FailChange(int n, FileError error) { fail_ = {n, error}; }
-  // The process dies at the n-th change from now: half of the bytes are written, a rename has not happened.
+  // The process dies at the n-th change from now: half of the bytes are written, a rename has not happened,
+  // and nothing behind it changes a file any more.
   void KillAtChange(int n) { kill_ = n; }
   // Every operation on this path fails.
   void FailPath(const std::string& path, FileError error) { bad_paths_[path] = error; }
@@ -38,6 +39,7 @@ class MemoryFileSystem : public FileSystem {
 
   std::pair<int, FileError> fail_{0, FileError::kGood};
   int kill_ = 0;
+  bool dead_ = false;
   std::map<std::string, FileError> bad_paths_;
 };
 
