@@ -4,8 +4,8 @@
 #include "files/settings_file.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "shell/closing.h"
 #include "shell/mdi_form1.h"
-#include "shell/start.h"
 
 namespace vlt {
 namespace {

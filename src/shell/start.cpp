@@ -3,7 +3,6 @@
 #include "files/file_report.h"
 #include "files/settings_file.h"
 #include "files/whole_file.h"
-#include "link/port.h"
 #include "live/live.h"
 #include "pages/pages.h"
 #include "resources/string_table.h"
@@ -104,15 +103,6 @@ StartResult StartUp(App& app) {
   }
   app.windows.Run([&] { app.windows.Load(variant->form).Show(); });
   return StartResult::kSplashRuns;
-}
-
-void CloseAllForms(App& app) {
-  for (Form* form : app.windows.Open()) {
-    if (app.windows.Exists(form)) app.windows.Unload(form->Name());
-  }
-  bool closed = false;
-  ClosePort(app, closed);
-  app.state.PortIsOpen = closed;
 }
 
 }  // namespace vlt

@@ -1,4 +1,4 @@
-// From the start of the process to the splash, and the end of all windows.
+// From the start of the process to the splash.
 #pragma once
 
 #include "state/app.h"
@@ -19,8 +19,5 @@ enum class StartResult {
 // and with a message box when the settings name no known hardware variant; a missing settings file is such
 // a case. StartFaultReason then names the file and the key. The serial port is not touched.
 StartResult StartUp(App& app);
-
-// Unloads every window of the list, then closes the port and keeps the result of that in PortIsOpen.
-void CloseAllForms(App& app);
 
 }  // namespace vlt

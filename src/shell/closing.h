@@ -1,0 +1,11 @@
+// The end of all windows.
+#pragma once
+
+#include "state/app.h"
+
+namespace vlt {
+
+// Unloads every window of the list, then closes the port and keeps the result of that in PortIsOpen.
+void CloseAllForms(App& app);
+
+}  // namespace vlt
