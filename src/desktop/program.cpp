@@ -4,7 +4,6 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QStyleFactory>
-#include <cstdio>
 
 #include "desktop/art.h"
 #include "desktop/fonts.h"
@@ -35,9 +34,6 @@ Program::Program(const std::string& folder)
 
 bool Program::Start() {
   const bool runs = StartUp(app_) == StartResult::kSplashRuns && !IsEnding();
-  if (const std::string& reason = app_.state.StartFaultReason; !reason.empty()) {
-    std::fprintf(stderr, "veltrano3: %s\n", reason.c_str());
-  }
   // The words of Qt's own dialogs, where the system has them.
   const QLocale locale(app_.state.LangFlag == 0 ? QLocale::Japanese : QLocale::English);
   if (qt_words_.load(locale, "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QSerialPortInfo>
 #include <QStandardPaths>
+#include <cstdio>
 #ifdef _WIN32
 #include <windows.h>
 #else
@@ -101,6 +102,8 @@ int QtProcess::LocaleId() {
 std::string QtProcess::ShortPath(const std::string& path) { return path; }
 
 #endif
+
+void QtProcess::PutError(const std::string& text) { std::fprintf(stderr, "veltrano3: %s\n", text.c_str()); }
 
 std::vector<PortInfo> QtProcess::Ports() {
   std::vector<PortInfo> ports;

@@ -21,6 +21,7 @@ class QtProcess : public Process {
   bool BecomeOnlyInstance() override;
   int LocaleId() override;
   std::string ShortPath(const std::string& path) override;
+  void PutError(const std::string& text) override;
   std::vector<PortInfo> Ports() override;
 
  private:

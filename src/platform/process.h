@@ -26,6 +26,8 @@ class Process {
   virtual int LocaleId() = 0;
   // The 8.3 form of a path where the system has one, else the path itself.
   virtual std::string ShortPath(const std::string& path) = 0;
+  // A line for who started the program without looking at its windows; it goes to the error output.
+  virtual void PutError(const std::string& text) { (void)text; }
   // Serial devices present now.
   virtual std::vector<PortInfo> Ports() = 0;
 };

@@ -98,6 +98,7 @@ StartResult StartUp(App& app) {
   const SplashVariant* variant = FindSplashVariant(state.ModelCode);
   if (variant == nullptr) {
     state.StartFaultReason = WhyNoVariant(app, last);
+    app.platform.process.PutError(state.StartFaultReason);
     app.Show(app.Text(4960));
     return End(app);
   }

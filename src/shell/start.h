@@ -17,7 +17,8 @@ enum class StartResult {
 
 // The start routine. All windows must be registered. Ends the process silently when another instance runs,
 // and with a message box when the settings name no known hardware variant; a missing settings file is such
-// a case. StartFaultReason then names the file and the key. The serial port is not touched.
+// a case. StartFaultReason and a line on the error output then name the file and the key. The serial port is
+// not touched.
 StartResult StartUp(App& app);
 
 }  // namespace vlt

@@ -52,6 +52,7 @@ TEST_F(StartTest, SettingsThatStopTheStartAreNamed) {
     if (!given.reason.empty()) platform->dialogs.Answer(MessageAnswer::kOk);
     Start(given.system);
     EXPECT_EQ(app->state.StartFaultReason, given.reason);
+    EXPECT_EQ(platform->process.errors, given.reason.empty() ? Texts{} : Texts{given.reason});
   }
   UseMeter({});
   platform->files.files[kIniPath] = "[SYSTEM]\r\nVR=M627\r\nINI_FILENAME=\\sub\\site.ini\r\n";

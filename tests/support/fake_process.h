@@ -12,6 +12,7 @@ class FakeProcess : public Process {
   bool BecomeOnlyInstance() override { return only_instance; }
   int LocaleId() override { return locale_id; }
   std::string ShortPath(const std::string& path) override { return short_path.empty() ? path : short_path; }
+  void PutError(const std::string& text) override { errors.push_back(text); }
   std::vector<PortInfo> Ports() override { return ports; }
 
   std::string folder = "/app";
@@ -20,6 +21,7 @@ class FakeProcess : public Process {
   int locale_id = 1033;
   std::string short_path;  // empty: the path itself
   std::vector<PortInfo> ports;
+  std::vector<std::string> errors;
 };
 
 }  // namespace vlt::test
