@@ -45,7 +45,7 @@ void Operation::Release() {
   report_.exchanges = app_.tally.exchanges - report_.exchanges;
   report_.failed = app_.tally.failed - report_.failed;
   report_.first_failure = app_.tally.first_failure;
-  if (app_.on_operation) app_.on_operation(report_);
+  if (app_.on_operation && !report_.command.empty()) app_.on_operation(report_);
 }
 
 }  // namespace vlt

@@ -12,9 +12,11 @@ namespace vlt {
 
 class Operation {
  public:
-  // `command` names the control that began it, for the report. `started_text` is the id of the text that goes
-  // into status panel 1, or kQuiet for an operation that says nothing.
+  // `command` names the control that began it, for the report; an operation without a name is not reported.
+  // `started_text` is the id of the text that goes into status panel 1, or kQuiet for an operation that says
+  // nothing.
   static constexpr int kQuiet = 0;
+  static constexpr std::string_view kUnnamed = {};
   Operation(App& app, Form& form, std::string_view command, int started_text = kQuiet);
   // Ends it, with the status line as it is, when End has not.
   ~Operation();

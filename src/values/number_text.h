@@ -18,6 +18,10 @@ std::string_view Trim(std::string_view text);
 std::string GeneralText(double value);
 std::string SingleText(float value);
 
+// A double with at most 15 significant digits and no trailing zeros in plain decimal text, whatever its size:
+// what an entry shows, and takes back.
+std::string PlainText(double value);
+
 // A typed number: sign in front, digits, one point, blanks around it, an exponent. Commas are ignored where
 // they part the integer digits in groups of three ("1,234.5"); anywhere else ("12,5") the text is no number,
 // lest a decimal comma write ten times the value. Nothing for all other texts ("", "+", "1.2.3", "nan",

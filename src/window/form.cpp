@@ -18,6 +18,15 @@ Control* Form::Find(std::string_view full_name) const {
   return found == controls_.end() ? nullptr : *found;
 }
 
+bool Form::IsMasterBox(const Control& control) const {
+  return control.Kind() == ControlKind::kCheckBox && control.Name() == "chkCheck";
+}
+
+bool Form::IsChoice(const Control& control) const {
+  (void)control;
+  return false;
+}
+
 void Form::Changed() {
   if (observer_) observer_();
 }

@@ -69,6 +69,16 @@ class Form {
   virtual void SetteiHannei() {}
   virtual void Taihi() {}
 
+  // What a window answers for itself while an operation locks its controls.
+  // The one button that stays usable while the window is locked, or null.
+  virtual const Control* StopButton() const { return nullptr; }
+  // True for the box that ticks and clears all others.
+  virtual bool IsMasterBox(const Control& control) const;
+  // True while a live read of this window is running.
+  virtual bool IsLive() const { return false; }
+  // True for the option buttons that choose what is looked at.
+  virtual bool IsChoice(const Control& control) const;
+
  private:
   friend class Control;
   friend class Windows;
