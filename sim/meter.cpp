@@ -43,9 +43,7 @@ struct Meter::Command {
 };
 
 Meter::Meter(const MeterConfig& config) : config_(config), totals_since_(config.started) {
-  for (int channel = 0; channel < 2; ++channel) {
-    courses_.emplace_back(config_.motions[channel]);
-  }
+  courses_.assign(2, Course(Motion{.wave = Wave::Still}));
   Initialise();
 }
 
@@ -252,6 +250,7 @@ void Meter::Advance(Micros now) {
 
 void Meter::Initialise() {
   holding_ = FactoryHolding(config_.specification);
+  factory_area_ = PathFor(holding_.memory, 0, false).Area();
   Memory& memory = holding_.memory;
   memory.PutWord(kUnitSystem, config_.unit_system);
   memory.PutWord(kLanguage, config_.language);
@@ -268,7 +267,7 @@ void Meter::Initialise() {
   MapInput();
 }
 
-// gal/min and gal, and full scales that suit them: what an English meter is delivered with.
+// gal/min and gal, and full scales and pulses that suit them: what an English meter is delivered with.
 void Meter::UseEnglishFactory() {
   Memory& memory = holding_.memory;
   for (int channel = 0; channel < (IsSingle() ? 1 : kChannels); ++channel) {
@@ -277,6 +276,7 @@ void Meter::UseEnglishFactory() {
     memory.PutWord(kTotalUnit + distance, 0);
     memory.PutDouble(kFullScale1 + distance, 66);
     memory.PutDouble(kFullScale2 + distance, 66);
+    memory.PutDouble(kTotalRate + distance, 1);
   }
 }
 

@@ -57,7 +57,8 @@ struct MeterConfig {
       2'000'000;       // silence after a power cycle, a memory initialisation or a new specification
   unsigned seed = 1;   // noise on captured waves
   Micros started = 0;  // when the meter was switched on: totals count from here
-  std::array<Motion, 2> motions{{{Wave::Sine, 1.2, 0.3, 60}, {Wave::Sine, 1.0, 0.2, 45}}};
+  // About 60 % of the full scale that the meter comes with.
+  std::array<Motion, 2> motions{{{Wave::Process, 1.14, 0.15, 3600}, {Wave::Process, 1.09, 0.15, 3600}}};
 };
 
 // What an armed fault makes the meter itself do wrong with one request.
@@ -92,6 +93,8 @@ class Meter {
   void SetRasSchedule(int channel, std::vector<RasPhase> schedule);
   // Makes reserve, device, signal and range bits of all channels come and go.
   void RunAlarms();
+  // The same as it is in life: one or two in ten minutes, for some seconds.
+  void RunRareAlarms();
 
   // The two register spaces: holding (functions 03, 06, 10H) and input (04, as of the last request served).
   // Tests and scenarios read and poke them; no rule of the device applies to a poke.
@@ -151,6 +154,7 @@ class Meter {
   void PutHeat(int channel, Micros now);
   void PutCondition(int channel, Micros now);
   SoundPath PathOf(int channel) const;
+  double CourseArea(int channel) const;
   Flow FlowOf(int channel, Micros now) const;
   double FlowPercent(int channel, const Flow& flow) const;
   Temperatures TemperaturesAt(std::optional<Micros> now) const;
@@ -162,6 +166,7 @@ class Meter {
 
   MeterConfig config_;
   Holding holding_;
+  double factory_area_ = 0;  // m2, of the pipe that the meter comes with
   Memory stored_;
   Memory input_;
   int process_units_ = 0;  // unit system that the process settings are held in

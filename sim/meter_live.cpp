@@ -42,8 +42,8 @@ constexpr QuantityName kQuantities[] = {
 };
 
 // Measured temperatures in degC: a middle with a slow sine on it.
-constexpr double kSupplyMean = 45, kSupplySwing = 2, kSupplyPeriod = 300;
-constexpr double kReturnMean = 35, kReturnSwing = 1.5, kReturnPeriod = 240;
+constexpr double kSupplyMean = 45, kSupplySwing = 0.8, kSupplyPeriod = 300;
+constexpr double kReturnMean = 35, kReturnSwing = 0.5, kReturnPeriod = 240;
 
 double Swing(double mean, double swing, double period_s, Micros now) {
   return mean + swing * std::sin(2 * std::numbers::pi * static_cast<double>(now) / (period_s * 1e6));
@@ -106,6 +106,12 @@ void Meter::RunAlarms() {
   SetRasSchedule(2, {{0x8000, 120, 60, 80}, {0x0100, 120, 110, 115}});
 }
 
+void Meter::RunRareAlarms() {
+  SetRasSchedule(0, {{0x0800, 570, 301, 309}, {0x0002, 610, 95, 99}});
+  SetRasSchedule(1, {{0x0400, 590, 402, 408}});
+  SetRasSchedule(2, {{0x0100, 590, 402, 408}});
+}
+
 double Meter::Pinned(int channel, Quantity quantity, double value) const {
   const auto found = pinned_[channel].find(quantity);
   return found == pinned_[channel].end() ? value : found->second;
@@ -114,6 +120,7 @@ double Meter::Pinned(int channel, Quantity quantity, double value) const {
 void Meter::BuildCourse(int channel) {
   Motion motion = config_.motions[channel];
   motion.base -= zero_offset_[channel];
+  motion.seed += config_.seed * 2 + static_cast<std::uint32_t>(channel);
   courses_[channel] = Course(motion);
 }
 
@@ -121,11 +128,17 @@ SoundPath Meter::PathOf(int channel) const {
   return PathFor(holding_.memory, DistanceOf(channel), IsEnglish());
 }
 
+// Cross section in which the course of a channel moves, m2: of the pipe as it is set, but a process knows
+// only its own.
+double Meter::CourseArea(int channel) const {
+  return config_.motions[channel].wave == Wave::Process ? factory_area_ : PathOf(channel).Area();
+}
+
 Meter::Flow Meter::FlowOf(int channel, Micros now) const {
   const Memory& memory = holding_.memory;
   if (channel < 2) {
     const double area = PathOf(channel).Area();
-    double velocity = courses_[channel].Velocity(now);
+    double velocity = courses_[channel].Velocity(now) * CourseArea(channel) / area;
     if (test_since_) {
       // The test input approaches its value evenly over the tracking time.
       const double since = static_cast<double>(now - *test_since_) / 1e6;
@@ -182,7 +195,7 @@ bool Meter::CountsCooling() const {
 Meter::Totals Meter::Counted(int channel, Micros now) const {
   if (channel < 2) {
     const Course& course = courses_[channel];
-    const double area = PathOf(channel).Area();
+    const double area = CourseArea(channel);
     return {.plus = area * (course.Forward(now) - course.Forward(totals_since_)),
             .minus = area * (course.Backward(now) - course.Backward(totals_since_))};
   }

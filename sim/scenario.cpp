@@ -151,6 +151,7 @@ std::string SetMotion(const Action& action) {
     if (!number || !std::isfinite(*number)) return std::string(kBad);
     *places[i - 2] = *number;
   }
+  if (motion.wave == Wave::Process && parts.size() < 5) motion.period_s = 3600;
   if (!(motion.period_s >= 0.001)) return std::string(kBad);
   for (Meter* meter : action.meters) meter->SetMotion(*channel - 1, motion, action.now);
   return "";
@@ -188,11 +189,13 @@ std::string SetRas(const Action& action) {
 }
 
 std::string SwitchAlarms(const Action& action) {
-  const auto on = Choice(action.value, kSwitch);
-  if (!on) return std::string(kBad);
+  static constexpr std::string_view kHow[] = {"off", "on", "rare"};
+  const auto how = Choice(action.value, kHow);
+  if (!how) return std::string(kBad);
   for (Meter* meter : action.meters) {
     for (int channel = 0; channel < kChannels; ++channel) meter->SetRasSchedule(channel, {});
-    if (*on == 1) meter->RunAlarms();
+    if (*how == 1) meter->RunAlarms();
+    if (*how == 2) meter->RunRareAlarms();
   }
   return "";
 }
@@ -226,12 +229,13 @@ constexpr ActionWord kActionWords[] = {
        action.line.faults().Clear();
        return std::string();
      }},
-    {"live", "CH:still|ramp|step|sine:BASE[:AMPLITUDE[:SECONDS]]",
-     "how the velocity of CH1 or CH2 moves, in m/s", SetMotion},
+    {"live", "CH:still|ramp|step|sine|process:BASE[:AMPLITUDE[:SECONDS]]",
+     "how the velocity of CH1 or CH2 moves, in m/s (a process: with the pipe that the meter comes with)",
+     SetMotion},
     {"value", "CH:QUANTITY:NUMBER", "pins a live value; NUMBER may be nan, inf, -inf, -0", PinValue},
     {"release", "CH:QUANTITY", "lets it move again", ReleaseValue},
     {"ras", "CH:HEX", "pins the RAS word", SetRas},
-    {"alarms", "on|off", "lets alarms come and go", SwitchAlarms},
+    {"alarms", "on|off|rare", "lets alarms come and go; rare: one or two in ten minutes", SwitchAlarms},
     {"poke", "ADDRESS:HEX", "puts bytes into a holding register, past all rules", Poke},
     {"restart", "", "power off and on: what wasn't stored is lost",
      [](const Action& action) {

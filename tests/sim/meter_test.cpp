@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 
@@ -9,6 +10,9 @@ namespace sim {
 namespace {
 
 constexpr Micros kSecond = 1'000'000;
+
+// Nothing moves in this one.
+const MeterConfig kStill{.motions = {{{Wave::Still, 1.2, 0, 1}, {Wave::Still, 1, 0, 1}}}};
 
 Bytes Hex(std::string_view text) {
   Bytes bytes;
@@ -305,7 +309,7 @@ TEST(Meter, SetsAndClearsItsZero) {
 }
 
 TEST(Meter, TestsUntilItIsReleased) {
-  Meter meter{MeterConfig{}};
+  Meter meter{kStill};
   const float before = ReadFloat(meter, 0x0008, 0);
   for (const char* request : {"06 01 5C 00 01", "06 01 5E 00 50", "06 01 60 00 0A"}) {
     EXPECT_EQ(Ask(meter, request), request);
@@ -382,6 +386,45 @@ TEST(Meter, MovesAsItIsTold) {
   }
 }
 
+// What a person expects of a plant: near its working point, never still, never jumping, the same every time.
+TEST(Meter, ShowsAProcessThatLives) {
+  for (const int unit_system : {0, 1}) {
+    Meter meter{MeterConfig{.unit_system = unit_system}};
+    double lowest = 1e9, highest = 0, widest_step = 0, before = ReadFloat(meter, 0x0008, 0);
+    for (int second = 1; second < 7200; ++second) {
+      const double percent = ReadFloat(meter, 0x0008, second * kSecond);
+      EXPECT_NE(percent, before);
+      widest_step = std::max(widest_step, std::abs(percent - before));
+      lowest = std::min(lowest, percent), highest = std::max(highest, percent);
+      before = percent;
+    }
+    EXPECT_GT(lowest, 50);
+    EXPECT_LT(highest, 70);
+    EXPECT_GT(highest - lowest, 3);
+    EXPECT_LT(widest_step, 1.5);
+    for (const int percent : {0x1390, 0x2524, 0x10C4, 0x244C, 0x264C}) {
+      EXPECT_NEAR(ReadFloat(meter, percent, 777 * kSecond), 60, 15) << std::hex << percent;
+    }
+  }
+  // Another pipe carries the same flow; so does the total. Another seed is another plant.
+  Meter narrow{MeterConfig{}}, wide{MeterConfig{}}, other{MeterConfig{.seed = 2}};
+  WriteMany(wide, 0x00D2, Hex("00 00 2C A6"));  // 114.30 mm
+  EXPECT_NEAR(ReadFloat(wide, 0x0004, kSecond), ReadFloat(narrow, 0x0004, kSecond), 1e-4);
+  EXPECT_LT(ReadFloat(wide, 0x0000, kSecond), 0.3 * ReadFloat(narrow, 0x0000, kSecond));
+  EXPECT_NEAR(ReadDouble(wide, 4, 0x000C, 99 * kSecond), ReadDouble(narrow, 4, 0x000C, 99 * kSecond), 1e-9);
+  EXPECT_NE(ReadFloat(other, 0x0004, kSecond), ReadFloat(narrow, 0x0004, kSecond));
+  // The path is the integral of the velocity, whether it is known in closed form or, where it turns round, by
+  // cells.
+  const Motion there{Wave::Process, 1, 0.9, 600}, and_back{Wave::Process, 0.1, 0.9, 600};
+  for (const Motion& motion : {there, and_back}) {
+    const Course course(motion);
+    double sum = 0;
+    for (int tenth = 0; tenth < 9000; ++tenth)
+      sum += 0.1 * course.Velocity(tenth * kSecond / 10 + kSecond / 20);
+    EXPECT_NEAR(course.Forward(900 * kSecond) - course.Backward(900 * kSecond), sum, 0.01);
+  }
+}
+
 TEST(Meter, CountsTheSameHoweverOftenItIsAsked) {
   Meter busy{MeterConfig{}}, quiet{MeterConfig{}};
   for (Micros now = 0; now < 3600 * kSecond; now += 7 * kSecond) {
@@ -389,7 +432,7 @@ TEST(Meter, CountsTheSameHoweverOftenItIsAsked) {
     if (now % (350 * kSecond) == 0) WriteWord(busy, 0x00CA, 3, now);  // settles the totals
   }
   const double total = ReadDouble(quiet, 4, 0x000C, 3600 * kSecond);
-  EXPECT_NEAR(total, 1.2 * 3600 * M_PI / 4 * 0.0529 * 0.0529, 1e-3);  // m3 through 52.9 mm
+  EXPECT_NEAR(total, 1.14 * 3600 * M_PI / 4 * 0.0529 * 0.0529, 1e-3);  // m3 through 52.9 mm
   EXPECT_NEAR(ReadDouble(busy, 4, 0x000C, 3600 * kSecond), total, 1e-9);
   EXPECT_EQ(ReadBig(Read(quiet, 4, 0x001C, 2, 3600 * kSecond)), static_cast<std::uint64_t>(total / 0.01));
   EXPECT_GT(ReadDouble(quiet, 4, 0x10C8, 3600 * kSecond), 0);  // heating
@@ -397,7 +440,7 @@ TEST(Meter, CountsTheSameHoweverOftenItIsAsked) {
 }
 
 TEST(Meter, StopsAndResetsATotal) {
-  Meter meter{MeterConfig{}};
+  Meter meter{kStill};
   WriteDouble(meter, 0x004C, 2.5, 0);
   WriteWord(meter, 0x0042, 1, 100 * kSecond);
   const double stopped = ReadDouble(meter, 4, 0x000C, 100 * kSecond);
