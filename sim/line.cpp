@@ -113,6 +113,13 @@ std::vector<int> Line::Stations() const {
   return numbers;
 }
 
+bool Line::Understands(int station) const {
+  const auto found = hearings_.find(station);
+  if (found == hearings_.end()) return true;
+  const auto agree = [](auto one, auto other) { return one == 0 || other == 0 || one == other; };
+  return agree(found->second.speed, master_.speed) && agree(found->second.parity, master_.parity);
+}
+
 // Rounded up, so that no byte is over before its last bit.
 Micros Line::CharTime(std::size_t characters) const {
   if (!config_.paced) return 0;
@@ -222,10 +229,13 @@ void Line::EndOfSilence(Micros at) {
 void Line::Handle(Micros at) {
   const Bytes frame = std::exchange(frame_, {});
   const bool known = frame[0] == 0 || stations_.contains(frame[0]);
-  const auto fault = known ? faults_.Strike(frame) : std::nullopt;
+  if (!known || !Understands(frame[0])) {
+    Note(LogEntry::Kind::Request, at, frame, known ? "other speed or parity" : "no such station");
+    return;
+  }
+  const auto fault = faults_.Strike(frame);
   const std::string note = fault ? std::string(InfoOf(fault->fault).name) : "";
-  Note(LogEntry::Kind::Request, at, frame, known ? note : "no such station");
-  if (!known) return;
+  Note(LogEntry::Kind::Request, at, frame, note);
 
   Reply reply;
   reply.bytes = Ask(frame, at, fault);
@@ -247,7 +257,9 @@ Bytes Line::Ask(const Bytes& frame, Micros at, const std::optional<ArmedFault>& 
     quirks.ignore_write = fault->fault == Fault::IgnoreWrite;
   }
   if (frame[0] == 0) {
-    for (auto& station : stations_) station.second->Serve(request, at, quirks);
+    for (auto& [number, meter] : stations_) {
+      if (Understands(number)) meter->Serve(request, at, quirks);
+    }
     return {};
   }
   Bytes answer;

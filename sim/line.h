@@ -27,6 +27,13 @@ struct LineConfig {
   Micros turnaround = 5'000;  // from the last byte of a request to the start of the answer
 };
 
+// How a meter listens, or how the master speaks: speed in bit/s, 0 when it suits every other one; parity N, E
+// or O, 0 likewise.
+struct Hearing {
+  int speed = 0;
+  char parity = 0;
+};
+
 struct TimedByte {
   Micros at = 0;  // when its last bit is over
   std::uint8_t byte = 0;
@@ -50,6 +57,11 @@ class Line {
   Meter& AddStation(int number, const MeterConfig& config);
   Meter* Station(int number);  // null when no meter has this number
   std::vector<int> Stations() const;
+
+  // A meter of another speed or parity than the master hears garbage, and doesn't answer.
+  void SetHearing(int station, const Hearing& hearing) { hearings_[station] = hearing; }
+  void SetMaster(const Hearing& master) { master_ = master; }
+  bool Understands(int station) const;
 
   // Bytes that reach the meters at `now`. A request ends when the length that its function asks for is there
   // and its check fits, or after 3.5 characters of silence; what is no whole frame by then is dropped without
@@ -101,6 +113,8 @@ class Line {
 
   LineConfig config_;
   std::map<int, std::unique_ptr<Meter>> stations_;
+  std::map<int, Hearing> hearings_;
+  Hearing master_;
   FaultBoard faults_;
 
   std::deque<TimedByte> outgoing_;  // master to meters

@@ -61,6 +61,9 @@ struct MeterConfig {
   std::array<Motion, 2> motions{{{Wave::Process, 1.14, 0.15, 3600}, {Wave::Process, 1.09, 0.15, 3600}}};
 };
 
+// The two spaces of registers: functions 03, 06 and 10H reach the one, function 04 the other.
+enum class Space { Holding, Input };
+
 // What an armed fault makes the meter itself do wrong with one request.
 struct Quirks {
   std::optional<Micros> store_time;  // this store takes so long
@@ -96,6 +99,21 @@ class Meter {
   // The same as it is in life: one or two in ten minutes, for some seconds.
   void RunRareAlarms();
 
+  // Puts a value into every register that an operator sets, no two alike where the register's range allows
+  // it: numbers, signs and codes that the register takes. What the meter is (unit system, specification, path
+  // mode) and its commands stay. Another seed gives other values.
+  void Fill(unsigned seed, Micros now);
+  // Sets the units of flow and total, of temperature, and of heat flow and total, as an operator who keeps
+  // the ranges does: full scales and pulses are turned into the new units.
+  void ChangeUnits(int flow, int temperature, int heat);
+  // Registers `from` to `to` fail from now on: a request that touches one of them gets the exception `code`,
+  // or no answer when it is 0, and isn't done.
+  void BreakMemory(Space space, std::uint32_t from, std::uint32_t to, int code);
+  void MendMemory() { broken_.clear(); }
+  // Bytes that stand at an input register whatever is measured; no bytes let it go. False when the meter
+  // doesn't have the register.
+  bool PinInput(std::uint32_t address, const Bytes& data);
+
   // The two register spaces: holding (functions 03, 06, 10H) and input (04, as of the last request served).
   // Tests and scenarios read and poke them; no rule of the device applies to a poke.
   Memory& holding() { return holding_.memory; }
@@ -114,12 +132,18 @@ class Meter {
   struct Temperatures {
     double supply = 0, back = 0;  // degC
   };
+  struct BrokenRange {
+    Space space = Space::Holding;
+    std::uint32_t from = 0, to = 0;
+    int code = 0;
+  };
   // A register whose writing makes the meter do something, and what.
   struct Command;
 
   Bytes ReadWords(std::span<const std::uint8_t> request, Micros now);
   Bytes WriteOne(std::span<const std::uint8_t> request, Micros now, const Quirks& quirks);
   Bytes WriteMany(std::span<const std::uint8_t> request, Micros now, const Quirks& quirks);
+  const BrokenRange* BrokenAt(std::span<const std::uint8_t> request) const;
   // These give 0, or the code of an exception.
   int CheckRange(const Memory& memory, std::uint32_t address, std::uint32_t size) const;
   int CheckLimits(std::uint32_t address, std::span<const std::uint8_t> data) const;
@@ -132,7 +156,10 @@ class Meter {
   void OnTest(Micros now, const Quirks& quirks);
   void OnTestEnd(Micros now, const Quirks& quirks);
   void OnCapture(Micros now, const Quirks& quirks);
+  void OnAoCheck(Micros now, const Quirks& quirks);
+  void OnPulseCheck(Micros now, const Quirks& quirks);
   void OnOutputCheck(Micros now, const Quirks& quirks);
+  void ShowTestState();
   template <int channel>
   void OnZero(Micros now, const Quirks& quirks);
   template <int channel>
@@ -156,6 +183,8 @@ class Meter {
   SoundPath PathOf(int channel) const;
   double CourseArea(int channel) const;
   Flow FlowOf(int channel, Micros now) const;
+  std::optional<double> CheckedOutput(int source) const;
+  Temperatures MeasuredTemperatures(std::optional<Micros> now) const;
   double FlowPercent(int channel, const Flow& flow) const;
   Temperatures TemperaturesAt(std::optional<Micros> now) const;
   bool CountsCooling() const;
@@ -185,6 +214,10 @@ class Meter {
   std::uint32_t captures_ = 0;
   std::optional<Micros> test_since_;
   bool output_checked_ = false;
+  bool ao_checked_ = false;
+  std::optional<Micros> pulses_since_;  // of the total pulse check
+  std::vector<BrokenRange> broken_;
+  std::map<std::uint32_t, Bytes> pinned_input_;
 };
 
 }  // namespace sim

@@ -169,15 +169,34 @@ double Meter::FlowPercent(int channel, const Flow& flow) const {
   return Percent(value, memory.Double(kFullScale1 + distance));
 }
 
-// At a moment, or their means over time.
+// What an analog output carries while it is checked, in %; nothing when no output carries `source`.
+std::optional<double> Meter::CheckedOutput(int source) const {
+  const Memory& memory = holding_.memory;
+  const bool carried =
+      IsSingle() ? source == 0 : memory.Word(kAoSource1) == source || memory.Word(kAoSource2) == source;
+  return ao_checked_ && carried ? std::optional<double>(memory.Word(kAoCheck)) : std::nullopt;
+}
+
+// Of the two sensors, calibrated; at a moment, or their means over time.
+Meter::Temperatures Meter::MeasuredTemperatures(std::optional<Micros> now) const {
+  const Memory& memory = holding_.memory;
+  const double kelvin = TemperatureDifference(1, memory.Word(kTemperatureUnit));
+  const auto calibrated = [&](double celsius, std::uint32_t zero, std::uint32_t span) {
+    return celsius * memory.Double(span) / 100 + memory.Double(zero) / kelvin;
+  };
+  Temperatures raw{kSupplyMean, kReturnMean};
+  if (now) {
+    raw = {Swing(kSupplyMean, kSupplySwing, kSupplyPeriod, *now),
+           Swing(kReturnMean, kReturnSwing, kReturnPeriod, *now)};
+  }
+  return {calibrated(raw.supply, kSupplyZero, kSupplySpan), calibrated(raw.back, kReturnZero, kReturnSpan)};
+}
+
+// The same, or what is set in their place.
 Meter::Temperatures Meter::TemperaturesAt(std::optional<Micros> now) const {
   const Memory& memory = holding_.memory;
   const int unit = memory.Word(kTemperatureUnit);
-  Temperatures result{kSupplyMean, kReturnMean};
-  if (now) {
-    result = {Swing(kSupplyMean, kSupplySwing, kSupplyPeriod, *now),
-              Swing(kReturnMean, kReturnSwing, kReturnPeriod, *now)};
-  }
+  Temperatures result = MeasuredTemperatures(now);
   if (memory.Word(kSupplySource) == 1) result.supply = Celsius(memory.Double(kSetSupply), unit);
   if (memory.Word(kReturnSource) == 1) result.back = Celsius(memory.Double(kSetReturn), unit);
   return result;
@@ -260,6 +279,7 @@ void Meter::RefreshInput(Micros now) {
     if (!IsSingle()) PutHeat(channel, now);
     if (channel < 2) PutCondition(channel, now);
   }
+  for (const auto& [address, data] : pinned_input_) input_.Write(address, data);
 }
 
 void Meter::PutMeasured(int channel, Micros now) {
@@ -275,16 +295,21 @@ void Meter::PutMeasured(int channel, Micros now) {
   const auto total = [&](std::uint32_t at, Quantity quantity, double value) {
     input_.PutDouble(block + at, Pinned(channel, quantity, value));
   };
-  const auto pulses = [&](std::uint32_t at, Quantity quantity, double value) {
-    input_.PutLong(block + at, Count(Pinned(channel, quantity, rate == 0 ? 0 : value / rate)));
+  // The check sends its pulses out of CH1's counter, whatever flows.
+  const double checked =
+      pulses_since_ && channel == 0
+          ? std::floor(static_cast<double>(now - *pulses_since_) / 1e6) * memory.Word(kPulseCheck)
+          : 0;
+  const auto pulses = [&](std::uint32_t at, Quantity quantity, double value, double more) {
+    input_.PutLong(block + at, Count(Pinned(channel, quantity, (rate == 0 ? 0 : value / rate) + more)));
   };
   real(0, Quantity::Velocity, flow.velocity * (IsEnglish() ? kFeetPerMetre : 1));
   real(4, Quantity::Flow, flow.volume * FlowFactor(memory.Word(kFlowUnit + distance), IsEnglish()));
-  real(8, Quantity::FlowPercent, FlowPercent(channel, flow));
+  real(8, Quantity::FlowPercent, CheckedOutput(channel).value_or(FlowPercent(channel, flow)));
   total(12, Quantity::PlusTotal, totals.plus * volume);
   total(20, Quantity::MinusTotal, totals.minus * volume);
-  pulses(28, Quantity::PlusPulses, totals.plus * volume);
-  pulses(32, Quantity::MinusPulses, totals.minus * volume);
+  pulses(28, Quantity::PlusPulses, totals.plus * volume, checked);
+  pulses(32, Quantity::MinusPulses, totals.minus * volume, 0);
   const double ras = Pinned(channel, Quantity::Ras, ScheduledRas(schedules_[channel], now));
   input_.PutWord(block + 36, static_cast<int>(Count(ras)));
 }
@@ -311,7 +336,8 @@ void Meter::PutHeat(int channel, Micros now) {
     input_.PutLong(block + offset, Count(Pinned(channel, quantity, rate == 0 ? 0 : value / rate)));
   };
   real(0, Quantity::ThermalFlow, thermal);
-  real(4, Quantity::ThermalPercent, Percent(thermal, memory.Double(kHeatFullScale1)));
+  real(4, Quantity::ThermalPercent,
+       CheckedOutput(3 + channel).value_or(Percent(thermal, memory.Double(kHeatFullScale1))));
   wide(8, Quantity::HeatingTotal, totals.heating * factor);
   wide(16, Quantity::CoolingTotal, totals.cooling * factor);
   pulses(24, Quantity::HeatingPulses, totals.heating * factor);
@@ -319,8 +345,9 @@ void Meter::PutHeat(int channel, Micros now) {
   wide(32, Quantity::SupplyTemp, Temperature(at.supply, unit));
   wide(40, Quantity::ReturnTemp, Temperature(at.back, unit));
   wide(48, Quantity::TempDifference, TemperatureDifference(at.supply - at.back, unit));
-  input_.PutDouble(kSupplyInput, Temperature(Swing(kSupplyMean, kSupplySwing, kSupplyPeriod, now), unit));
-  input_.PutDouble(kReturnInput, Temperature(Swing(kReturnMean, kReturnSwing, kReturnPeriod, now), unit));
+  const Temperatures measured = MeasuredTemperatures(now);
+  input_.PutDouble(kSupplyInput, Temperature(measured.supply, unit));
+  input_.PutDouble(kReturnInput, Temperature(measured.back, unit));
 }
 
 void Meter::PutCondition(int channel, Micros now) {

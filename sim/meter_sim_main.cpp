@@ -124,6 +124,8 @@ class Port {
   bool IsTerminal() const { return device_.empty(); }
   int get() const { return end_.get(); }
 
+  // Speed that the program at the other end has set, 0 when it can't be told. A terminal doesn't tell parity.
+  int Speed() const;
   // False when the port is gone.
   bool Read(sim::Bytes& bytes);
   bool Write(const sim::Bytes& bytes);
@@ -196,14 +198,24 @@ bool Port::Write(const sim::Bytes& bytes) {
   return count >= 0 || errno == EAGAIN || errno == EINTR;
 }
 
+constexpr std::pair<int, speed_t> kSpeeds[] = {{1200, B1200},   {2400, B2400},     {4800, B4800},
+                                               {9600, B9600},   {19200, B19200},   {38400, B38400},
+                                               {57600, B57600}, {115200, B115200}, {230400, B230400}};
+
 std::optional<speed_t> SpeedOf(int baud) {
-  static constexpr std::pair<int, speed_t> kSpeeds[] = {
-      {1200, B1200},   {2400, B2400},   {4800, B4800},     {9600, B9600},    {19200, B19200},
-      {38400, B38400}, {57600, B57600}, {115200, B115200}, {230400, B230400}};
   for (const auto& [number, speed] : kSpeeds) {
     if (number == baud) return speed;
   }
   return std::nullopt;
+}
+
+int Port::Speed() const {
+  termios settings{};
+  if (tcgetattr(end_.get(), &settings) != 0) return 0;
+  for (const auto& [number, speed] : kSpeeds) {
+    if (speed == cfgetospeed(&settings)) return number;
+  }
+  return 0;
 }
 
 // Bytes as they are; with a scenario its speed, parity and stop bits too.
@@ -341,6 +353,8 @@ bool Program::Turn(const sigset_t& mask) {
     if (!port_.Read(bytes)) return false;
     // A device has carried the bytes at its pace; a pseudo-terminal hands them over at once.
     if (port_.IsTerminal()) {
+      // Stations of their own speed have to know at which one the program speaks.
+      if (!options_.scenario.own.empty()) line_->SetMaster({port_.Speed(), 0});
       line_->Transmit(bytes, Now());
     } else {
       line_->Receive(bytes, Now());
