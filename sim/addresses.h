@@ -27,6 +27,10 @@ inline constexpr std::uint32_t kHeatFullScale1 = 0x03F0, kHeatFullScale2 = 0x03F
 // Holding space, common: what the analog outputs carry. Code 0 to 2 is the flow of a channel, 3 to 5 its
 // heat.
 inline constexpr std::uint32_t kAoSource1 = 0x03EC, kAoSource2 = 0x03EE;
+// Holding space: starts of the transit-time details of CH1 and CH2, and distances in them.
+inline constexpr std::uint32_t kDetails[] = {0x018E, 0x148E};
+inline constexpr std::uint32_t kTriggerLevel = 0x04, kWindowControl = 0x06, kOpenTime = 0x08,
+                               kGainControl = 0x14, kGainUp = 0x16, kGainDown = 0x18, kSignalPeak = 0x1A;
 // Input space, channel.
 inline constexpr std::uint32_t kCondition = 0x0030, kWaveHead = 0x0070, kSpacing = 0x0080;
 // Input space, common.

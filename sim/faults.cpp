@@ -48,6 +48,23 @@ constexpr FaultInfo kFaults[] = {
      "show what the meter holds when it reads back"},
     {Fault::WrongEcho, "wrong-echo", "", 0, "the acknowledgement of a write tells another value or quantity",
      "treat the write as failed: name the field, ask whether to go on"},
+    {Fault::SlowCapture, "slow-capture", "milliseconds", 2000, "the capture takes so long",
+     "go on polling, stay usable, take the wave when it is there"},
+    {Fault::FailCapture, "fail-capture", "", 0, "the capture is accepted, and fails",
+     "end the run, report no response, leave the page usable"},
+    {Fault::LoaderError, "loader-error", "", 0,
+     "the boot loader refuses the frame with an error text and its end mark, and doesn't do it",
+     "show the text, count the module as failed, try the next one"},
+    {Fault::LoaderLongError, "loader-long-error", "", 0, "the same without the end mark",
+     "show what fits of the text, count the module as failed"},
+    {Fault::LoaderNoLineEnd, "loader-no-line-end", "", 0,
+     "the boot loader does what it is told, and its answer lacks the line feed at the end",
+     "count the step as failed where an answer has to end with one"},
+    {Fault::LoaderSpoil, "loader-spoil", "place of the byte", 0, "one byte of an image read back is another",
+     "tell that the comparison failed, keep the image"},
+    {Fault::LoaderNoFlash, "loader-no-flash", "", 0,
+     "the boot loader acknowledges the end of a download and keeps the old module",
+     "find the difference when it reads the module back"},
 };
 
 // One marked part of a fault's text: its mark, whether it is hexadecimal, and the greatest number it takes.

@@ -252,6 +252,8 @@ Bytes Line::Ask(const Bytes& frame, Micros at, const std::optional<ArmedFault>& 
   if (fault) {
     if (fault->fault == Fault::Silence) return {};
     if (fault->fault == Fault::SlowStore) quirks.store_time = fault->value * Micros{1000};
+    if (fault->fault == Fault::SlowCapture) quirks.capture_time = fault->value * Micros{1000};
+    quirks.fail_capture = fault->fault == Fault::FailCapture;
     quirks.refuse_capture = fault->fault == Fault::RefuseCapture;
     quirks.stuck_capture = fault->fault == Fault::StuckCapture;
     quirks.ignore_write = fault->fault == Fault::IgnoreWrite;

@@ -6,7 +6,6 @@
 
 #include "sim/addresses.h"
 #include "sim/units.h"
-#include "sim/waveform.h"
 
 namespace sim {
 
@@ -251,8 +250,9 @@ void Meter::OnCapture(Micros now, const Quirks& quirks) {
   }
   holding_.memory.PutWord(kCapture, kCaptureAccepted);
   if (quirks.stuck_capture) return;
-  capture_ready_ = now + config_.capture_time;
-  const auto samples = CaptureWave(kind, config_.seed + captures_++);
+  capture_ready_ = now + quirks.capture_time.value_or(config_.capture_time);
+  capture_outcome_ = quirks.fail_capture ? 0 : kCaptureReady;
+  const auto samples = CaptureWave(kind, SignalOf(kind > 5 ? 1 : 0, now), config_.seed + captures_++);
   for (int i = 0; i < kWaveSamples; ++i) input_.PutLong(kSamples + 4 * i, samples[i]);
 }
 
@@ -276,7 +276,7 @@ void Meter::Advance(Micros now) {
   }
   if (capture_ready_ && now >= *capture_ready_) {
     capture_ready_.reset();
-    holding_.memory.PutWord(kCapture, kCaptureReady);
+    holding_.memory.PutWord(kCapture, capture_outcome_);
   }
 }
 

@@ -14,6 +14,7 @@
 #include "sim/live.h"
 #include "sim/memory.h"
 #include "sim/registers.h"
+#include "sim/waveform.h"
 
 namespace sim {
 
@@ -66,10 +67,12 @@ enum class Space { Holding, Input };
 
 // What an armed fault makes the meter itself do wrong with one request.
 struct Quirks {
-  std::optional<Micros> store_time;  // this store takes so long
-  bool refuse_capture = false;       // answers the capture command with 0 instead of 10
-  bool stuck_capture = false;        // the capture that begins here never becomes ready
-  bool ignore_write = false;         // answers as if it had written, and keeps what it had
+  std::optional<Micros> store_time;    // this store takes so long
+  bool refuse_capture = false;         // answers the capture command with 0 instead of 10
+  std::optional<Micros> capture_time;  // this capture takes so long
+  bool fail_capture = false;           // the capture that begins here ends without samples
+  bool stuck_capture = false;          // the capture that begins here never becomes ready
+  bool ignore_write = false;           // answers as if it had written, and keeps what it had
 };
 
 class Meter {
@@ -181,6 +184,7 @@ class Meter {
   void PutHeat(int channel, Micros now);
   void PutCondition(int channel, Micros now);
   SoundPath PathOf(int channel) const;
+  Signal SignalOf(int channel, Micros now) const;
   double CourseArea(int channel) const;
   Flow FlowOf(int channel, Micros now) const;
   std::optional<double> CheckedOutput(int source) const;
@@ -211,6 +215,7 @@ class Meter {
   Micros store_done_ = std::numeric_limits<Micros>::min();
   std::optional<Memory> storing_;  // taken at the request, kept at its end
   std::optional<Micros> capture_ready_;
+  int capture_outcome_ = 0;  // what 0168H reads then
   std::uint32_t captures_ = 0;
   std::optional<Micros> test_since_;
   bool output_checked_ = false;

@@ -350,6 +350,23 @@ void Meter::PutHeat(int channel, Micros now) {
   input_.PutDouble(kReturnInput, Temperature(measured.back, unit));
 }
 
+// Its strength follows from the peak that the meter regulates to; an alarm of the signal leaves little of it.
+Signal Meter::SignalOf(int channel, Micros now) const {
+  constexpr int kSignalAlarms = 0x2C00;  // collection error, no signal, signal error
+  constexpr double kCounts = 1000;       // for each step of the peak's code
+  const std::uint32_t details = kDetails[channel];
+  const double ras = Pinned(channel, Quantity::Ras, ScheduledRas(schedules_[channel], now));
+  const double left = (Count(ras) & kSignalAlarms) != 0 ? 0.02 : 1;
+  const double peak = kCounts * (holding_.memory.Word(details + kSignalPeak) + 1) * left;
+  const double wobble = Swing(0, 0.007, 17, now);
+  const SoundPath path = PathOf(channel);
+  return {.up = peak * (1 + wobble),
+          .down = peak * 0.967 * (1 - wobble),
+          .filtered_up = 63'333 * peak / kCounts * (1 + wobble),
+          .filtered_down = 61'333 * peak / kCounts * (1 - wobble),
+          .difference = path.Difference(FlowOf(channel, now).velocity)};
+}
+
 void Meter::PutCondition(int channel, Micros now) {
   const SoundPath path = PathOf(channel);
   const Flow flow = FlowOf(channel, now);
@@ -372,7 +389,10 @@ void Meter::PutCondition(int channel, Micros now) {
     word(Degrees(layer->angle), 10);
   }
   word(path.time, 1e6);
-  word(path.time * 1e6 - 20);  // the window opens 20 us early
+  const Memory& memory = holding_.memory;
+  const std::uint32_t details = kDetails[channel];
+  const bool own_window = memory.Word(details + kWindowControl) != 0;
+  word(own_window ? memory.Word(details + kOpenTime) : path.time * 1e6 - 20);  // 20 us early by itself
   wide((path.time - difference / 2) * 1e6, 1000);
   wide((path.time + difference / 2) * 1e6, 1000);
   wide(path.time * 1e6, 1000);
@@ -384,15 +404,18 @@ void Meter::PutCondition(int channel, Micros now) {
   wide(profile, 10000);
   wide(flow.velocity * speed, 1000);
   const double wobble = Swing(0, 0.5, 17, now);
-  word(55 + wobble, 100);  // signal power up and down, %
-  word(54 + wobble, 100);
-  // The last four words are the head of a received wave too: peaks, then trigger levels in %.
-  word(3000 + 20 * wobble);
-  word(2900 + 20 * wobble);
-  word(holding_.memory.Word(channel == 0 ? 0x0192 : 0x1492), 100);
-  word(holding_.memory.Word(channel == 0 ? 0x0192 : 0x1492), 100);
-  wide(190000, 1);  // peaks of the filtered waves, up and down
-  wide(184000, 1);
+  const bool own_gain = memory.Word(details + kGainControl) != 0;
+  word(own_gain ? memory.Word(details + kGainUp) / 100.0 : 55 + wobble, 100);  // signal power, %
+  word(own_gain ? memory.Word(details + kGainDown) / 100.0 : 54 + wobble, 100);
+  // From here on it is the head of a captured wave too: peaks, trigger levels in %, peaks of the filtered
+  // waves.
+  const Signal signal = SignalOf(channel, now);
+  word(signal.up);
+  word(signal.down);
+  word(memory.Word(details + kTriggerLevel), 100);
+  word(memory.Word(details + kTriggerLevel), 100);
+  wide(signal.filtered_up, 1);
+  wide(signal.filtered_down, 1);
   // The spacing counts 0.01 mm or 0.001 inch; the second number is the mark on the mounting rail, 1 mm apart.
   wide(path.spacing, IsEnglish() ? 1000 / 0.0254 : 1e5);
   word(std::max(path.spacing * 1000, 0.0));
