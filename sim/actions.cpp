@@ -1,5 +1,9 @@
 // The words that do something to a running line.
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <fstream>
+#include <iterator>
 
 #include "sim/scenario.h"
 #include "sim/words.h"
@@ -139,6 +143,73 @@ std::string PinInput(const Action& action) {
   return "";
 }
 
+std::string SwitchLoader(const Action& action) {
+  static constexpr std::string_view kHow[] = {"off", "on", "once", "never"};
+  const auto how = Choice(action.value, kHow);
+  if (!how) return std::string(kBad);
+  action.line.SetWakeable(*how != 3);
+  if (*how == 1) action.line.EnterLoader(Line::Hold::UntilTold);
+  if (*how == 2) action.line.EnterLoader(Line::Hold::UntilDownload);
+  if (*how == 0 || *how == 3) action.line.LeaveLoader();
+  return "";
+}
+
+// The place of a module by its name or number, and what stands behind the colon.
+std::optional<int> CutModule(std::string_view& value) {
+  const std::size_t colon = value.find(':');
+  if (colon == std::string_view::npos) return std::nullopt;
+  std::array<std::string_view, kModules> names;
+  std::ranges::transform(Modules(), names.begin(), &ModuleInfo::name);
+  const auto module = Choice(value.substr(0, colon), names);
+  value.remove_prefix(colon + 1);
+  return module;
+}
+
+std::string LoadModule(const Action& action) {
+  std::string_view path = action.value;
+  const auto module = CutModule(path);
+  if (!module || path.empty()) return std::string(kBad);
+  std::ifstream file(std::string(path), std::ios::binary);
+  const Bytes image((std::istreambuf_iterator<char>(file)), {});
+  if (!file || image.empty()) return "can't be read";
+  if (image.size() > kLargestModule) return "is longer than a module";
+  action.line.loader().SetImage(*module, image);
+  return "";
+}
+
+std::string DumpModule(const Action& action) {
+  std::string_view path = action.value;
+  const auto module = CutModule(path);
+  if (!module || path.empty()) return std::string(kBad);
+  const Bytes& image = action.line.loader().Image(*module);
+  std::ofstream file(std::string(path), std::ios::binary);
+  file.write(reinterpret_cast<const char*>(image.data()), static_cast<std::streamsize>(image.size()));
+  return file.flush() ? "" : "can't be written";
+}
+
+std::string LimitModule(const Action& action) {
+  std::string_view value = action.value;
+  const auto module = CutModule(value);
+  const auto bytes = Integer(value, 0, kLargestModule);
+  if (!module || !bytes) return std::string(kBad);
+  action.line.loader().SetLimit(*module, static_cast<std::size_t>(*bytes));
+  return "";
+}
+
+std::string SetFlashTime(const Action& action) {
+  const auto ms = Integer(action.value, 0, 300'000);
+  if (!ms) return std::string(kBad);
+  action.line.loader().config().flash_time = *ms * Micros{1000};
+  return "";
+}
+
+std::string CutLine(const Action& action) {
+  const auto bytes = Integer(action.value, 0, 10'000'000);
+  if (!bytes) return std::string(kBad);
+  action.line.CutAfter(static_cast<std::size_t>(*bytes));
+  return "";
+}
+
 struct ActionWord {
   std::string_view name;
   std::string_view form;  // of its value; empty for a word without one
@@ -177,6 +248,22 @@ constexpr ActionWord kActionWords[] = {
        for (Meter* meter : action.meters) meter->Restart(action.now);
        return std::string();
      }},
+    {"boot", "", "the same as loader=on",
+     [](const Action& action) {
+       action.line.EnterLoader(Line::Hold::UntilTold);
+       return std::string();
+     }},
+    {"loader", "on|once|off|never",
+     "the boot loader takes the line, at 38400 bit/s; once: until a download has ended; off: a meter again, "
+     "which "
+     "an open frame wakes; never: which nothing wakes",
+     SwitchLoader},
+    {"module", "NAME:PATH", "puts a file into the flash as this module (KRT_CNTL, ... or 0 to 3)",
+     LoadModule},
+    {"dump", "NAME:PATH", "writes what the flash has of a module into a file", DumpModule},
+    {"module-limit", "NAME:BYTES", "a longer module is refused (983040)", LimitModule},
+    {"flash", "MS", "time in which a module is written into the flash (2000)", SetFlashTime},
+    {"cut", "BYTES", "the cable breaks when so many more bytes have passed; \"plug\" mends it", CutLine},
     {"unplug", "", "pulls the plug",
      [](const Action& action) {
        action.line.Unplug(action.now);

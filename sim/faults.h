@@ -45,7 +45,8 @@ struct FaultInfo {
   std::string_view value;  // what the number behind "=" means; empty when it takes none
   int preset;              // the number when none is given
   std::string_view does;
-  std::string_view must;  // what the program at the other end must do
+  std::string_view must;       // what the program at the other end must do
+  bool of_any_answer = false;  // strikes the bytes of an answer whatever they mean
 };
 
 // All faults, in the order of the enumeration.

@@ -16,6 +16,7 @@
 #include <optional>
 #include <string>
 
+#include "sim/boot_loader.h"
 #include "sim/faults.h"
 #include "sim/meter.h"
 
@@ -89,6 +90,22 @@ class Line {
   void Unplug(Micros now);
   void Plug(Micros now);
 
+  // The cable breaks when `bytes` more have gone over it, in both directions together: what follows is lost,
+  // and the port at the master's end stays. Plug() mends it.
+  void CutAfter(std::size_t bytes) { cut_left_ = bytes; }
+  bool IsCut() const { return cut_left_ == std::size_t{0}; }
+
+  // The boot loader speaks in place of the meters, at its own speed and without parity. It is held there
+  // until LeaveLoader(), or until the first download has ended; or it is woken by an open frame when the line
+  // has one meter alone, and the meter comes back when nothing is open any more, or after half a minute of
+  // silence. A download restarts the meter.
+  enum class Hold { UntilTold, UntilDownload };
+  void EnterLoader(Hold hold);
+  void LeaveLoader();
+  bool IsLoading() const { return loading_.has_value(); }
+  void SetWakeable(bool wakeable) { wakeable_ = wakeable; }
+  BootLoader& loader() { return loader_; }
+
   FaultBoard& faults() { return faults_; }
   LineConfig& config() { return config_; }
 
@@ -103,6 +120,10 @@ class Line {
 
   void Advance(Micros now);
   void Accept(std::uint8_t byte, Micros at);
+  bool Passes();
+  void AcceptLoading(std::uint8_t byte, Micros at);
+  void HandleLoading(const Bytes& frame, Micros at);
+  void EndLoading(Micros now);
   void EndOfSilence(Micros at);
   void Handle(Micros at);
   Bytes Ask(const Bytes& frame, Micros at, const std::optional<ArmedFault>& fault);
@@ -125,6 +146,18 @@ class Line {
   Micros frame_last_ = 0;           // its last byte
   Micros now_ = 0;                  // how far time was told
   std::optional<Micros> unplugged_;
+  std::optional<std::size_t> cut_left_;  // 0: it is cut
+
+  enum class Loading { UntilTold, UntilDownload, Woken };
+  // Moment at which the boot loader gives the line back, and whether the meter starts anew then.
+  struct Return {
+    Micros at = 0;
+    bool restart = false;
+  };
+  BootLoader loader_;
+  std::optional<Loading> loading_;
+  std::optional<Return> return_;
+  bool wakeable_ = true;
 
   std::deque<LogEntry> log_;
   std::size_t log_limit_ = 10'000;
