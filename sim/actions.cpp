@@ -254,9 +254,8 @@ constexpr ActionWord kActionWords[] = {
        return std::string();
      }},
     {"loader", "on|once|off|never",
-     "the boot loader takes the line, at 38400 bit/s; once: until a download has ended; off: a meter again, "
-     "which "
-     "an open frame wakes; never: which nothing wakes",
+     "who has the line: the boot loader, the same until a download has ended, a meter that an open frame "
+     "turns into it, a meter that nothing wakes (off)",
      SwitchLoader},
     {"module", "NAME:PATH", "puts a file into the flash as this module (KRT_CNTL, ... or 0 to 3)",
      LoadModule},

@@ -56,7 +56,7 @@ struct MeterConfig {
   Micros capture_time = 120'000;           // from the capture command to ready
   Micros restart_time =
       2'000'000;       // silence after a power cycle, a memory initialisation or a new specification
-  unsigned seed = 1;   // noise on captured waves
+  unsigned seed = 1;   // how the process moves, and the noise on captured waves
   Micros started = 0;  // when the meter was switched on: totals count from here
   // About 60 % of the full scale that the meter comes with.
   std::array<Motion, 2> motions{{{Wave::Process, 1.14, 0.15, 3600}, {Wave::Process, 1.09, 0.15, 3600}}};

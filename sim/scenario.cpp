@@ -96,7 +96,7 @@ constexpr SetupWord kSetupWords[] = {
      [](Scenario& s, std::string_view value) { return SetMilliseconds(s.meter.capture_time, value); }, true},
     {"boot", "MS", "silence after power on, memory initialisation, new specification (2000)",
      [](Scenario& s, std::string_view value) { return SetMilliseconds(s.meter.restart_time, value); }, true},
-    {"seed", "NUMBER", "noise on captured waves (1)",
+    {"seed", "NUMBER", "how the process moves, and the noise on captured waves (1)",
      [](Scenario& s, std::string_view value) {
        return Set(s.meter.seed, Integer(value, 0, std::numeric_limits<int>::max()));
      },
