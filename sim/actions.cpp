@@ -14,8 +14,6 @@ namespace {
 
 using namespace words;
 
-constexpr std::string_view kSwitch[] = {"off", "on"};
-
 // The stations that an action goes to, and its value.
 struct Action {
   Line& line;
