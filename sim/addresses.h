@@ -17,12 +17,20 @@ inline constexpr std::uint32_t kUnitSystem = 0x0100, kLanguage = 0x0102, kIdNumb
                                kTestState = 0x0166, kCapture = 0x0168, kFrequencyCheck = 0x0176,
                                kPathMode = 0x03E8, kCalculation = 0x03EA;
 // Holding space, heat.
-inline constexpr std::uint32_t kHeatFullScale1 = 0x03F0, kHeatRate = 0x0400, kHeatPreset = 0x0408,
-                               kTemperatureUnit = 0x04B4, kHeatFlowUnit = 0x04B6, kHeatUnit = 0x04B8,
-                               kHeatMode = 0x04BA, kHeatOperation = 0x04BC, kSupplySource = 0x04BE,
-                               kReturnSource = 0x04C0, kCoolingCoefficient = 0x04C4,
+inline constexpr std::uint32_t kHeatFullScale1 = 0x03F0, kHeatFullScale2 = 0x03F8, kHeatRate = 0x0400,
+                               kHeatPreset = 0x0408, kTemperatureUnit = 0x04B4, kHeatFlowUnit = 0x04B6,
+                               kHeatUnit = 0x04B8, kHeatMode = 0x04BA, kHeatOperation = 0x04BC,
+                               kSupplySource = 0x04BE, kReturnSource = 0x04C0, kCoolingCoefficient = 0x04C4,
                                kHeatingCoefficient = 0x04CC, kSwitchTemperature = 0x04D4, kSetSupply = 0x04E4,
-                               kSetReturn = 0x04EC;
+                               kSetReturn = 0x04EC, kSupplyZero = 0x04F4, kSupplySpan = 0x04FC,
+                               kReturnZero = 0x0504, kReturnSpan = 0x050C;
+// Holding space, common: what the analog outputs carry. Code 0 to 2 is the flow of a channel, 3 to 5 its
+// heat.
+inline constexpr std::uint32_t kAoSource1 = 0x03EC, kAoSource2 = 0x03EE;
+// Holding space: starts of the transit-time details of CH1 and CH2, and distances in them.
+inline constexpr std::uint32_t kDetails[] = {0x018E, 0x148E};
+inline constexpr std::uint32_t kTriggerLevel = 0x04, kWindowControl = 0x06, kOpenTime = 0x08,
+                               kGainControl = 0x14, kGainUp = 0x16, kGainDown = 0x18, kSignalPeak = 0x1A;
 // Input space, channel.
 inline constexpr std::uint32_t kCondition = 0x0030, kWaveHead = 0x0070, kSpacing = 0x0080;
 // Input space, common.

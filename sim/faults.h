@@ -11,7 +11,7 @@
 
 namespace sim {
 
-// The names "loader-error" and "loader-no-line-end" are kept for the boot loader's answers.
+// Those of an answer strike a boot loader's answers too; the last five happen in the boot loader alone.
 enum class Fault {
   Silence,
   Late,
@@ -30,6 +30,13 @@ enum class Fault {
   StuckCapture,
   IgnoreWrite,
   WrongEcho,
+  SlowCapture,
+  FailCapture,
+  LoaderError,
+  LoaderLongError,
+  LoaderNoLineEnd,
+  LoaderSpoil,
+  LoaderNoFlash,
 };
 
 struct FaultInfo {
@@ -38,14 +45,16 @@ struct FaultInfo {
   std::string_view value;  // what the number behind "=" means; empty when it takes none
   int preset;              // the number when none is given
   std::string_view does;
-  std::string_view must;  // what the program at the other end must do
+  std::string_view must;       // what the program at the other end must do
+  bool of_any_answer = false;  // strikes the bytes of an answer whatever they mean
 };
 
 // All faults, in the order of the enumeration.
 std::span<const FaultInfo> Faults();
 const FaultInfo& InfoOf(Fault fault);
 
-// A fault waiting for its requests. An empty condition fits every request.
+// A fault waiting for its requests. An empty condition fits every request. For a boot loader's frame the
+// function is its command letter (41H open, 42H data, 43H close), the address its code byte, the station 0.
 struct ArmedFault {
   Fault fault = Fault::Silence;
   int value = 0;

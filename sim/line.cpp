@@ -9,7 +9,9 @@ namespace sim {
 namespace {
 
 constexpr std::int64_t kBitsOfCharacter = 11;
-constexpr Micros kShortestSilence = 1'750;  // at speeds where 3.5 characters would be less
+constexpr std::int64_t kBitsOfLoaderCharacter = 10;
+constexpr Micros kLoaderPatience = 30'000'000;  // of a loader that was woken
+constexpr Micros kShortestSilence = 1'750;      // at speeds where 3.5 characters would be less
 constexpr std::size_t kLongestFrame = 256;
 constexpr std::array<std::uint8_t, 3> kNoise{0xFF, 0x00, 0xF7};
 
@@ -113,11 +115,20 @@ std::vector<int> Line::Stations() const {
   return numbers;
 }
 
+bool Line::Understands(int station) const {
+  const auto found = hearings_.find(station);
+  if (found == hearings_.end()) return true;
+  const auto agree = [](auto one, auto other) { return one == 0 || other == 0 || one == other; };
+  return agree(found->second.speed, master_.speed) && agree(found->second.parity, master_.parity);
+}
+
 // Rounded up, so that no byte is over before its last bit.
 Micros Line::CharTime(std::size_t characters) const {
   if (!config_.paced) return 0;
-  const std::int64_t bits = static_cast<std::int64_t>(characters) * kBitsOfCharacter;
-  return (bits * 1'000'000 + config_.baud - 1) / config_.baud;
+  const int baud = loading_ ? kLoaderBaud : config_.baud;
+  const auto bits =
+      static_cast<std::int64_t>(characters) * (loading_ ? kBitsOfLoaderCharacter : kBitsOfCharacter);
+  return (bits * 1'000'000 + baud - 1) / baud;
 }
 
 Micros Line::Silence() const {
@@ -184,12 +195,71 @@ void Line::Unplug(Micros now) {
 }
 
 void Line::Plug(Micros now) {
+  cut_left_.reset();
   if (IsPlugged(now)) return;
   std::erase_if(incoming_, [&](const TimedByte& byte) { return byte.at > *unplugged_; });
   outgoing_.clear();
   frame_.clear();
   reply_free_ = now;
   unplugged_.reset();
+}
+
+bool Line::Passes() {
+  if (IsCut()) return false;
+  if (cut_left_) --*cut_left_;
+  return true;
+}
+
+void Line::EnterLoader(Hold hold) {
+  loading_ = hold == Hold::UntilTold ? Loading::UntilTold : Loading::UntilDownload;
+  return_.reset();
+  frame_.clear();
+  loader_.Restart();
+}
+
+void Line::LeaveLoader() {
+  loading_.reset();
+  return_.reset();
+  loader_.Restart();
+}
+
+void Line::EndLoading(Micros now) {
+  if (!return_ || now < return_->at) return;
+  const Return end = *return_;
+  LeaveLoader();
+  if (!end.restart) return;
+  for (auto& station : stations_) station.second->Restart(end.at);
+}
+
+void Line::AcceptLoading(std::uint8_t byte, Micros at) {
+  frame_last_ = at;
+  const bool speed_fits = master_.speed == 0 || master_.speed == kLoaderBaud;
+  if (!speed_fits || (master_.parity != 0 && master_.parity != 'N')) return;
+  if (const auto frame = loader_.Collect(byte, at)) HandleLoading(*frame, at);
+}
+
+void Line::HandleLoading(const Bytes& frame, Micros at) {
+  const Bytes condition{0, frame[1], 0, loader_.CodeOf(frame)};
+  const auto fault = faults_.Strike(condition);
+  const auto is = [&](Fault kind) { return fault && fault->fault == kind; };
+  Note(LogEntry::Kind::Request, at, frame, fault ? std::string(InfoOf(fault->fault).name) : "boot loader");
+  BootLoader::Answer answer;
+  if (!is(Fault::Silence)) {
+    answer =
+        loader_.Serve(frame, {.refuse = is(Fault::LoaderError) || is(Fault::LoaderLongError),
+                              .no_end_mark = is(Fault::LoaderLongError),
+                              .no_line_end = is(Fault::LoaderNoLineEnd),
+                              .no_flash = is(Fault::LoaderNoFlash),
+                              .spoil = is(Fault::LoaderSpoil) ? std::optional(fault->value) : std::nullopt});
+    Reply reply;
+    reply.bytes = answer.bytes;
+    if (fault && InfoOf(fault->fault).of_any_answer) reply.Spoil(*fault);
+    reply.delay += answer.delay;
+    Schedule(reply, at, "boot loader");
+  }
+  const bool ends = loading_ == Loading::Woken ? !loader_.IsBusy()
+                                               : loading_ == Loading::UntilDownload && answer.ends_download;
+  if (ends) return_ = Return{std::max(reply_free_, at), answer.ends_download};
 }
 
 void Line::Advance(Micros now) {
@@ -205,6 +275,14 @@ void Line::Advance(Micros now) {
 }
 
 void Line::Accept(std::uint8_t byte, Micros at) {
+  if (!Passes()) return;
+  EndLoading(at);
+  const Micros last = std::max(frame_last_, reply_free_);
+  if (loading_ == Loading::Woken && at - last > kLoaderPatience) LeaveLoader();
+  if (loading_) {
+    AcceptLoading(byte, at);
+    return;
+  }
   frame_last_ = at;
   if (frame_.size() < kLongestFrame) frame_.push_back(byte);
   if (frame_.size() == WholeLength(frame_) && CheckFits(frame_)) Handle(at);
@@ -215,6 +293,12 @@ void Line::EndOfSilence(Micros at) {
     Handle(at);
     return;
   }
+  if (wakeable_ && stations_.size() == 1 && BootLoader::IsOpenFrame(frame_)) {
+    loading_ = Loading::Woken;
+    loader_.Restart();
+    for (std::uint8_t byte : std::exchange(frame_, {})) AcceptLoading(byte, at);
+    return;
+  }
   Note(LogEntry::Kind::Dropped, at, std::move(frame_), "no whole frame");
   frame_.clear();
 }
@@ -222,10 +306,13 @@ void Line::EndOfSilence(Micros at) {
 void Line::Handle(Micros at) {
   const Bytes frame = std::exchange(frame_, {});
   const bool known = frame[0] == 0 || stations_.contains(frame[0]);
-  const auto fault = known ? faults_.Strike(frame) : std::nullopt;
+  if (!known || !Understands(frame[0])) {
+    Note(LogEntry::Kind::Request, at, frame, known ? "other speed or parity" : "no such station");
+    return;
+  }
+  const auto fault = faults_.Strike(frame);
   const std::string note = fault ? std::string(InfoOf(fault->fault).name) : "";
-  Note(LogEntry::Kind::Request, at, frame, known ? note : "no such station");
-  if (!known) return;
+  Note(LogEntry::Kind::Request, at, frame, note);
 
   Reply reply;
   reply.bytes = Ask(frame, at, fault);
@@ -242,12 +329,16 @@ Bytes Line::Ask(const Bytes& frame, Micros at, const std::optional<ArmedFault>& 
   if (fault) {
     if (fault->fault == Fault::Silence) return {};
     if (fault->fault == Fault::SlowStore) quirks.store_time = fault->value * Micros{1000};
+    if (fault->fault == Fault::SlowCapture) quirks.capture_time = fault->value * Micros{1000};
+    quirks.fail_capture = fault->fault == Fault::FailCapture;
     quirks.refuse_capture = fault->fault == Fault::RefuseCapture;
     quirks.stuck_capture = fault->fault == Fault::StuckCapture;
     quirks.ignore_write = fault->fault == Fault::IgnoreWrite;
   }
   if (frame[0] == 0) {
-    for (auto& station : stations_) station.second->Serve(request, at, quirks);
+    for (auto& [number, meter] : stations_) {
+      if (Understands(number)) meter->Serve(request, at, quirks);
+    }
     return {};
   }
   Bytes answer;
@@ -268,7 +359,7 @@ void Line::Schedule(const Reply& reply, Micros at, const std::string& note) {
   const auto end_of = [&](std::size_t bytes) {
     return start + static_cast<Micros>(bytes) * reply.pause + CharTime(bytes);
   };
-  for (std::size_t i = 0; i < count; ++i) incoming_.push_back({end_of(i + 1), reply.bytes[i]});
+  for (std::size_t i = 0; i < count && Passes(); ++i) incoming_.push_back({end_of(i + 1), reply.bytes[i]});
   reply_free_ = end_of(count);
   if (reply.unplug_after) unplugged_ = reply_free_;
   Note(LogEntry::Kind::Reply, start, {reply.bytes.begin(), reply.bytes.begin() + count}, note);

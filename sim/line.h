@@ -16,6 +16,7 @@
 #include <optional>
 #include <string>
 
+#include "sim/boot_loader.h"
 #include "sim/faults.h"
 #include "sim/meter.h"
 
@@ -25,6 +26,13 @@ struct LineConfig {
   int baud = 9600;
   bool paced = true;          // false: bytes take no time on the line
   Micros turnaround = 5'000;  // from the last byte of a request to the start of the answer
+};
+
+// How a meter listens, or how the master speaks: speed in bit/s, 0 when it suits every other one; parity N, E
+// or O, 0 likewise.
+struct Hearing {
+  int speed = 0;
+  char parity = 0;
 };
 
 struct TimedByte {
@@ -50,6 +58,11 @@ class Line {
   Meter& AddStation(int number, const MeterConfig& config);
   Meter* Station(int number);  // null when no meter has this number
   std::vector<int> Stations() const;
+
+  // A meter of another speed or parity than the master hears garbage, and doesn't answer.
+  void SetHearing(int station, const Hearing& hearing) { hearings_[station] = hearing; }
+  void SetMaster(const Hearing& master) { master_ = master; }
+  bool Understands(int station) const;
 
   // Bytes that reach the meters at `now`. A request ends when the length that its function asks for is there
   // and its check fits, or after 3.5 characters of silence; what is no whole frame by then is dropped without
@@ -77,6 +90,22 @@ class Line {
   void Unplug(Micros now);
   void Plug(Micros now);
 
+  // The cable breaks when `bytes` more have gone over it, in both directions together: what follows is lost,
+  // and the port at the master's end stays. Plug() mends it.
+  void CutAfter(std::size_t bytes) { cut_left_ = bytes; }
+  bool IsCut() const { return cut_left_ == std::size_t{0}; }
+
+  // The boot loader speaks in place of the meters, at its own speed and without parity. It is held there
+  // until LeaveLoader(), or until the first download has ended; or it is woken by an open frame when the line
+  // has one meter alone, and the meter comes back when nothing is open any more, or after half a minute of
+  // silence. A download restarts the meter.
+  enum class Hold { UntilTold, UntilDownload };
+  void EnterLoader(Hold hold);
+  void LeaveLoader();
+  bool IsLoading() const { return loading_.has_value(); }
+  void SetWakeable(bool wakeable) { wakeable_ = wakeable; }
+  BootLoader& loader() { return loader_; }
+
   FaultBoard& faults() { return faults_; }
   LineConfig& config() { return config_; }
 
@@ -91,6 +120,10 @@ class Line {
 
   void Advance(Micros now);
   void Accept(std::uint8_t byte, Micros at);
+  bool Passes();
+  void AcceptLoading(std::uint8_t byte, Micros at);
+  void HandleLoading(const Bytes& frame, Micros at);
+  void EndLoading(Micros now);
   void EndOfSilence(Micros at);
   void Handle(Micros at);
   Bytes Ask(const Bytes& frame, Micros at, const std::optional<ArmedFault>& fault);
@@ -101,6 +134,8 @@ class Line {
 
   LineConfig config_;
   std::map<int, std::unique_ptr<Meter>> stations_;
+  std::map<int, Hearing> hearings_;
+  Hearing master_;
   FaultBoard faults_;
 
   std::deque<TimedByte> outgoing_;  // master to meters
@@ -111,6 +146,18 @@ class Line {
   Micros frame_last_ = 0;           // its last byte
   Micros now_ = 0;                  // how far time was told
   std::optional<Micros> unplugged_;
+  std::optional<std::size_t> cut_left_;  // 0: it is cut
+
+  enum class Loading { UntilTold, UntilDownload, Woken };
+  // Moment at which the boot loader gives the line back, and whether the meter starts anew then.
+  struct Return {
+    Micros at = 0;
+    bool restart = false;
+  };
+  BootLoader loader_;
+  std::optional<Loading> loading_;
+  std::optional<Return> return_;
+  bool wakeable_ = true;
 
   std::deque<LogEntry> log_;
   std::size_t log_limit_ = 10'000;

@@ -10,12 +10,28 @@ namespace sim {
 
 namespace {
 
-constexpr int kCells = 2048;
-constexpr std::array<std::pair<std::string_view, Wave>, 4> kWaves{{
+constexpr double kTurn = 2 * std::numbers::pi;
+constexpr int kCells = 8192;
+constexpr std::array<std::pair<std::string_view, Wave>, 5> kWaves{{
     {"still", Wave::Still},
     {"ramp", Wave::Ramp},
     {"step", Wave::Step},
     {"sine", Wave::Sine},
+    {"process", Wave::Process},
+}};
+
+// Cycles in a period and their shares of the amplitude: drift first, then what a pump and a valve do. In an
+// hour the fastest one takes three seconds.
+constexpr std::array<std::pair<int, double>, 9> kProcess{{
+    {1, 0.28},
+    {3, 0.18},
+    {7, 0.13},
+    {19, 0.10},
+    {47, 0.08},
+    {101, 0.08},
+    {211, 0.06},
+    {397, 0.05},
+    {1201, 0.04},
 }};
 
 struct Place {
@@ -37,8 +53,19 @@ double Fraction(const Place& place) {
 
 }  // namespace
 
-Course::Course(const Motion& motion) : motion_(motion), forward_(kCells + 1), backward_(kCells + 1) {
+Course::Course(const Motion& motion) : motion_(motion) {
   if (!(motion_.period_s > 0)) motion_.period_s = 1;
+  if (motion_.wave == Wave::Process) {
+    std::uint32_t random = motion_.seed * 2654435761u + 1;
+    for (const auto& [cycles, share] : kProcess) {
+      random = random * 1664525u + 1013904223u;
+      harmonics_.push_back({static_cast<double>(cycles), share, random / 4294967296.0});
+    }
+    one_way_ = motion_.base >= std::abs(motion_.amplitude);
+    if (one_way_) return;
+  }
+  forward_.resize(kCells + 1);
+  backward_.resize(kCells + 1);
   const double cell = motion_.period_s / kCells;
   for (int i = 0; i < kCells; ++i) {
     const double path = At((i + 0.5) / kCells) * cell;
@@ -54,11 +81,30 @@ double Course::At(double fraction) const {
     case Wave::Step:
       return motion_.base + (fraction < 0.5 ? 0 : motion_.amplitude);
     case Wave::Sine:
-      return motion_.base + motion_.amplitude * std::sin(2 * std::numbers::pi * fraction);
+      return motion_.base + motion_.amplitude * std::sin(kTurn * fraction);
+    case Wave::Process: {
+      double sum = 0;
+      for (const Harmonic& part : harmonics_)
+        sum += part.share * std::sin(kTurn * (part.cycles * fraction + part.phase));
+      return motion_.base + motion_.amplitude * sum;
+    }
     case Wave::Still:
       break;
   }
   return motion_.base;
+}
+
+double Course::Path(Micros at) const {
+  const Place place = PlaceOf(motion_.period_s, at);
+  const double fraction = Fraction(place);
+  double sum = 0;
+  for (const Harmonic& part : harmonics_) {
+    const double swing =
+        std::cos(kTurn * part.phase) - std::cos(kTurn * (part.cycles * fraction + part.phase));
+    sum += part.share / part.cycles * swing;
+  }
+  const double whole = motion_.base * (static_cast<double>(place.periods) + fraction);
+  return motion_.period_s * (whole + motion_.amplitude * sum / kTurn);
 }
 
 double Course::Velocity(Micros at) const { return At(Fraction(PlaceOf(motion_.period_s, at))); }

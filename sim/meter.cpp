@@ -1,11 +1,10 @@
-// Requests and commands. What moves is in meter_live.cpp.
+// Requests and commands. What moves is in meter_live.cpp, what scenarios do to a meter in meter_scenario.cpp.
 #include "sim/meter.h"
 
 #include <bit>
 
 #include "sim/addresses.h"
 #include "sim/units.h"
-#include "sim/waveform.h"
 
 namespace sim {
 
@@ -43,9 +42,7 @@ struct Meter::Command {
 };
 
 Meter::Meter(const MeterConfig& config) : config_(config), totals_since_(config.started) {
-  for (int channel = 0; channel < 2; ++channel) {
-    courses_.emplace_back(config_.motions[channel]);
-  }
+  courses_.assign(2, Course(Motion{.wave = Wave::Still}));
   Initialise();
 }
 
@@ -57,8 +54,21 @@ Bytes Meter::Serve(std::span<const std::uint8_t> request, Micros now, const Quir
     return Exception(function, kBadFunction);
   }
   if (request.size() < 5) return Exception(function, kBadValue);
+  if (const BrokenRange* broken = BrokenAt(request)) {
+    return broken->code == 0 ? Bytes{} : Exception(function, broken->code);
+  }
   if (function == 6) return WriteOne(request, now, quirks);
   return function == 16 ? WriteMany(request, now, quirks) : ReadWords(request, now);
+}
+
+const Meter::BrokenRange* Meter::BrokenAt(std::span<const std::uint8_t> request) const {
+  const Space space = request[0] == 4 ? Space::Input : Space::Holding;
+  const std::uint32_t asked = Field(request, 1), size = request[0] == 6 ? 2 : 2 * Field(request, 3);
+  const std::uint32_t first = space == Space::Input ? ResolveInput(asked) : ResolveHolding(asked);
+  for (const BrokenRange& range : broken_) {
+    if (range.space == space && first <= range.to && first + size > range.from) return &range;
+  }
+  return nullptr;
 }
 
 int Meter::CheckRange(const Memory& memory, std::uint32_t address, std::uint32_t size) const {
@@ -126,15 +136,15 @@ int Meter::Write(std::uint32_t address, std::span<const std::uint8_t> data, Micr
       {kSpecification, &Meter::OnSpecification},
       {kStore, &Meter::OnStore},
       {kMemoryInit, &Meter::OnInitialise},
-      {kAoCheck, &Meter::OnTest},
-      {kPulseCheck, &Meter::OnTest},
+      {kAoCheck, &Meter::OnAoCheck},
+      {kPulseCheck, &Meter::OnPulseCheck},
       {kOutputCheck, &Meter::OnOutputCheck},
       {kTestMode, &Meter::OnTest},
       {kTestInput, &Meter::OnTest},
       {kTrackingTime, &Meter::OnTest},
       {kTestState, &Meter::OnTestEnd},
       {kCapture, &Meter::OnCapture},
-      {kFrequencyCheck, &Meter::OnTest},
+      {kFrequencyCheck, &Meter::OnOutputCheck},
       {kTotalMode, &Meter::OnTotalMode<0>},
       {kTotalMode + kChannel2, &Meter::OnTotalMode<1>},
       {kTotalMode + kChannel3, &Meter::OnTotalMode<2>},
@@ -192,16 +202,29 @@ void Meter::OnStore(Micros now, const Quirks& quirks) {
 
 void Meter::OnTest(Micros now, const Quirks&) {
   Memory& memory = holding_.memory;
-  const bool test = memory.Word(kTestMode) == 1;
-  test_since_ = test ? std::optional(now) : std::nullopt;
-  const bool check = output_checked_ || memory.Word(kAoCheck) != 0 || memory.Word(kPulseCheck) != 0 ||
-                     (!IsSingle() && memory.Word(kFrequencyCheck) != 0);
-  memory.PutWord(kTestState, test || check ? 1 : 0);
+  test_since_ = memory.Word(kTestMode) == 1 ? std::optional(now) : std::nullopt;
+  ShowTestState();
 }
 
-void Meter::OnOutputCheck(Micros now, const Quirks& quirks) {
+// The outputs are checked from the first value on until the test ends; 0 % and 0 pulses are values too.
+void Meter::OnAoCheck(Micros, const Quirks&) {
+  ao_checked_ = true;
+  ShowTestState();
+}
+
+void Meter::OnPulseCheck(Micros now, const Quirks&) {
+  pulses_since_ = now;
+  ShowTestState();
+}
+
+void Meter::OnOutputCheck(Micros, const Quirks&) {
   output_checked_ = true;
-  OnTest(now, quirks);
+  ShowTestState();
+}
+
+void Meter::ShowTestState() {
+  const bool busy = test_since_ || ao_checked_ || pulses_since_ || output_checked_;
+  holding_.memory.PutWord(kTestState, busy ? 1 : 0);
 }
 
 void Meter::OnTestEnd(Micros, const Quirks&) {
@@ -209,7 +232,8 @@ void Meter::OnTestEnd(Micros, const Quirks&) {
   for (std::uint32_t at = kAoCheck; at <= kTestState; at += 2) memory.PutWord(at, 0);
   if (!IsSingle()) memory.PutWord(kFrequencyCheck, 0);
   test_since_.reset();
-  output_checked_ = false;
+  pulses_since_.reset();
+  output_checked_ = ao_checked_ = false;
 }
 
 void Meter::OnCapture(Micros now, const Quirks& quirks) {
@@ -221,8 +245,9 @@ void Meter::OnCapture(Micros now, const Quirks& quirks) {
   }
   holding_.memory.PutWord(kCapture, kCaptureAccepted);
   if (quirks.stuck_capture) return;
-  capture_ready_ = now + config_.capture_time;
-  const auto samples = CaptureWave(kind, config_.seed + captures_++);
+  capture_ready_ = now + quirks.capture_time.value_or(config_.capture_time);
+  capture_outcome_ = quirks.fail_capture ? 0 : kCaptureReady;
+  const auto samples = CaptureWave(kind, SignalOf(kind > 5 ? 1 : 0, now), config_.seed + captures_++);
   for (int i = 0; i < kWaveSamples; ++i) input_.PutLong(kSamples + 4 * i, samples[i]);
 }
 
@@ -246,12 +271,13 @@ void Meter::Advance(Micros now) {
   }
   if (capture_ready_ && now >= *capture_ready_) {
     capture_ready_.reset();
-    holding_.memory.PutWord(kCapture, kCaptureReady);
+    holding_.memory.PutWord(kCapture, capture_outcome_);
   }
 }
 
 void Meter::Initialise() {
   holding_ = FactoryHolding(config_.specification);
+  factory_area_ = PathFor(holding_.memory, 0, false).Area();
   Memory& memory = holding_.memory;
   memory.PutWord(kUnitSystem, config_.unit_system);
   memory.PutWord(kLanguage, config_.language);
@@ -268,7 +294,7 @@ void Meter::Initialise() {
   MapInput();
 }
 
-// gal/min and gal, and full scales that suit them: what an English meter is delivered with.
+// gal/min and gal, and full scales and pulses that suit them: what an English meter is delivered with.
 void Meter::UseEnglishFactory() {
   Memory& memory = holding_.memory;
   for (int channel = 0; channel < (IsSingle() ? 1 : kChannels); ++channel) {
@@ -277,6 +303,7 @@ void Meter::UseEnglishFactory() {
     memory.PutWord(kTotalUnit + distance, 0);
     memory.PutDouble(kFullScale1 + distance, 66);
     memory.PutDouble(kFullScale2 + distance, 66);
+    memory.PutDouble(kTotalRate + distance, 1);
   }
 }
 

@@ -14,6 +14,7 @@
 #include "sim/live.h"
 #include "sim/memory.h"
 #include "sim/registers.h"
+#include "sim/waveform.h"
 
 namespace sim {
 
@@ -55,17 +56,23 @@ struct MeterConfig {
   Micros capture_time = 120'000;           // from the capture command to ready
   Micros restart_time =
       2'000'000;       // silence after a power cycle, a memory initialisation or a new specification
-  unsigned seed = 1;   // noise on captured waves
+  unsigned seed = 1;   // how the process moves, and the noise on captured waves
   Micros started = 0;  // when the meter was switched on: totals count from here
-  std::array<Motion, 2> motions{{{Wave::Sine, 1.2, 0.3, 60}, {Wave::Sine, 1.0, 0.2, 45}}};
+  // About 60 % of the full scale that the meter comes with.
+  std::array<Motion, 2> motions{{{Wave::Process, 1.14, 0.15, 3600}, {Wave::Process, 1.09, 0.15, 3600}}};
 };
+
+// The two spaces of registers: functions 03, 06 and 10H reach the one, function 04 the other.
+enum class Space { Holding, Input };
 
 // What an armed fault makes the meter itself do wrong with one request.
 struct Quirks {
-  std::optional<Micros> store_time;  // this store takes so long
-  bool refuse_capture = false;       // answers the capture command with 0 instead of 10
-  bool stuck_capture = false;        // the capture that begins here never becomes ready
-  bool ignore_write = false;         // answers as if it had written, and keeps what it had
+  std::optional<Micros> store_time;    // this store takes so long
+  bool refuse_capture = false;         // answers the capture command with 0 instead of 10
+  std::optional<Micros> capture_time;  // this capture takes so long
+  bool fail_capture = false;           // the capture that begins here ends without samples
+  bool stuck_capture = false;          // the capture that begins here never becomes ready
+  bool ignore_write = false;           // answers as if it had written, and keeps what it had
 };
 
 class Meter {
@@ -92,6 +99,23 @@ class Meter {
   void SetRasSchedule(int channel, std::vector<RasPhase> schedule);
   // Makes reserve, device, signal and range bits of all channels come and go.
   void RunAlarms();
+  // The same as it is in life: one or two in ten minutes, for some seconds.
+  void RunRareAlarms();
+
+  // Puts a value into every register that an operator sets, no two alike where the register's range allows
+  // it: numbers, signs and codes that the register takes. What the meter is (unit system, specification, path
+  // mode) and its commands stay. Another seed gives other values.
+  void Fill(unsigned seed, Micros now);
+  // Sets the units of flow and total, of temperature, and of heat flow and total, as an operator who keeps
+  // the ranges does: full scales and pulses are turned into the new units.
+  void ChangeUnits(int flow, int temperature, int heat);
+  // Registers `from` to `to` fail from now on: a request that touches one of them gets the exception `code`,
+  // or no answer when it is 0, and isn't done.
+  void BreakMemory(Space space, std::uint32_t from, std::uint32_t to, int code);
+  void MendMemory() { broken_.clear(); }
+  // Bytes that stand at an input register whatever is measured; no bytes let it go. False when the meter
+  // doesn't have the register.
+  bool PinInput(std::uint32_t address, const Bytes& data);
 
   // The two register spaces: holding (functions 03, 06, 10H) and input (04, as of the last request served).
   // Tests and scenarios read and poke them; no rule of the device applies to a poke.
@@ -111,12 +135,18 @@ class Meter {
   struct Temperatures {
     double supply = 0, back = 0;  // degC
   };
+  struct BrokenRange {
+    Space space = Space::Holding;
+    std::uint32_t from = 0, to = 0;
+    int code = 0;
+  };
   // A register whose writing makes the meter do something, and what.
   struct Command;
 
   Bytes ReadWords(std::span<const std::uint8_t> request, Micros now);
   Bytes WriteOne(std::span<const std::uint8_t> request, Micros now, const Quirks& quirks);
   Bytes WriteMany(std::span<const std::uint8_t> request, Micros now, const Quirks& quirks);
+  const BrokenRange* BrokenAt(std::span<const std::uint8_t> request) const;
   // These give 0, or the code of an exception.
   int CheckRange(const Memory& memory, std::uint32_t address, std::uint32_t size) const;
   int CheckLimits(std::uint32_t address, std::span<const std::uint8_t> data) const;
@@ -129,7 +159,10 @@ class Meter {
   void OnTest(Micros now, const Quirks& quirks);
   void OnTestEnd(Micros now, const Quirks& quirks);
   void OnCapture(Micros now, const Quirks& quirks);
+  void OnAoCheck(Micros now, const Quirks& quirks);
+  void OnPulseCheck(Micros now, const Quirks& quirks);
   void OnOutputCheck(Micros now, const Quirks& quirks);
+  void ShowTestState();
   template <int channel>
   void OnZero(Micros now, const Quirks& quirks);
   template <int channel>
@@ -151,7 +184,11 @@ class Meter {
   void PutHeat(int channel, Micros now);
   void PutCondition(int channel, Micros now);
   SoundPath PathOf(int channel) const;
+  Signal SignalOf(int channel, Micros now) const;
+  double CourseArea(int channel) const;
   Flow FlowOf(int channel, Micros now) const;
+  std::optional<double> CheckedOutput(int source) const;
+  Temperatures MeasuredTemperatures(std::optional<Micros> now) const;
   double FlowPercent(int channel, const Flow& flow) const;
   Temperatures TemperaturesAt(std::optional<Micros> now) const;
   bool CountsCooling() const;
@@ -162,6 +199,7 @@ class Meter {
 
   MeterConfig config_;
   Holding holding_;
+  double factory_area_ = 0;  // m2, of the pipe that the meter comes with
   Memory stored_;
   Memory input_;
   int process_units_ = 0;  // unit system that the process settings are held in
@@ -177,9 +215,14 @@ class Meter {
   Micros store_done_ = std::numeric_limits<Micros>::min();
   std::optional<Memory> storing_;  // taken at the request, kept at its end
   std::optional<Micros> capture_ready_;
+  int capture_outcome_ = 0;  // what 0168H reads then
   std::uint32_t captures_ = 0;
   std::optional<Micros> test_since_;
   bool output_checked_ = false;
+  bool ao_checked_ = false;
+  std::optional<Micros> pulses_since_;  // of the total pulse check
+  std::vector<BrokenRange> broken_;
+  std::map<std::uint32_t, Bytes> pinned_input_;
 };
 
 }  // namespace sim

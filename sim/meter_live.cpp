@@ -42,8 +42,8 @@ constexpr QuantityName kQuantities[] = {
 };
 
 // Measured temperatures in degC: a middle with a slow sine on it.
-constexpr double kSupplyMean = 45, kSupplySwing = 2, kSupplyPeriod = 300;
-constexpr double kReturnMean = 35, kReturnSwing = 1.5, kReturnPeriod = 240;
+constexpr double kSupplyMean = 45, kSupplySwing = 0.8, kSupplyPeriod = 300;
+constexpr double kReturnMean = 35, kReturnSwing = 0.5, kReturnPeriod = 240;
 
 double Swing(double mean, double swing, double period_s, Micros now) {
   return mean + swing * std::sin(2 * std::numbers::pi * static_cast<double>(now) / (period_s * 1e6));
@@ -106,6 +106,12 @@ void Meter::RunAlarms() {
   SetRasSchedule(2, {{0x8000, 120, 60, 80}, {0x0100, 120, 110, 115}});
 }
 
+void Meter::RunRareAlarms() {
+  SetRasSchedule(0, {{0x0800, 570, 301, 309}, {0x0002, 610, 95, 99}});
+  SetRasSchedule(1, {{0x0400, 590, 402, 408}});
+  SetRasSchedule(2, {{0x0100, 590, 402, 408}});
+}
+
 double Meter::Pinned(int channel, Quantity quantity, double value) const {
   const auto found = pinned_[channel].find(quantity);
   return found == pinned_[channel].end() ? value : found->second;
@@ -114,6 +120,7 @@ double Meter::Pinned(int channel, Quantity quantity, double value) const {
 void Meter::BuildCourse(int channel) {
   Motion motion = config_.motions[channel];
   motion.base -= zero_offset_[channel];
+  motion.seed += config_.seed * 2 + static_cast<std::uint32_t>(channel);
   courses_[channel] = Course(motion);
 }
 
@@ -121,11 +128,17 @@ SoundPath Meter::PathOf(int channel) const {
   return PathFor(holding_.memory, DistanceOf(channel), IsEnglish());
 }
 
+// Cross section in which the course of a channel moves, m2: of the pipe as it is set, but a process knows
+// only its own.
+double Meter::CourseArea(int channel) const {
+  return config_.motions[channel].wave == Wave::Process ? factory_area_ : PathOf(channel).Area();
+}
+
 Meter::Flow Meter::FlowOf(int channel, Micros now) const {
   const Memory& memory = holding_.memory;
   if (channel < 2) {
     const double area = PathOf(channel).Area();
-    double velocity = courses_[channel].Velocity(now);
+    double velocity = courses_[channel].Velocity(now) * CourseArea(channel) / area;
     if (test_since_) {
       // The test input approaches its value evenly over the tracking time.
       const double since = static_cast<double>(now - *test_since_) / 1e6;
@@ -156,15 +169,34 @@ double Meter::FlowPercent(int channel, const Flow& flow) const {
   return Percent(value, memory.Double(kFullScale1 + distance));
 }
 
-// At a moment, or their means over time.
+// What an analog output carries while it is checked, in %; nothing when no output carries `source`.
+std::optional<double> Meter::CheckedOutput(int source) const {
+  const Memory& memory = holding_.memory;
+  const bool carried =
+      IsSingle() ? source == 0 : memory.Word(kAoSource1) == source || memory.Word(kAoSource2) == source;
+  return ao_checked_ && carried ? std::optional<double>(memory.Word(kAoCheck)) : std::nullopt;
+}
+
+// Of the two sensors, calibrated; at a moment, or their means over time.
+Meter::Temperatures Meter::MeasuredTemperatures(std::optional<Micros> now) const {
+  const Memory& memory = holding_.memory;
+  const double kelvin = TemperatureDifference(1, memory.Word(kTemperatureUnit));
+  const auto calibrated = [&](double celsius, std::uint32_t zero, std::uint32_t span) {
+    return celsius * memory.Double(span) / 100 + memory.Double(zero) / kelvin;
+  };
+  Temperatures raw{kSupplyMean, kReturnMean};
+  if (now) {
+    raw = {Swing(kSupplyMean, kSupplySwing, kSupplyPeriod, *now),
+           Swing(kReturnMean, kReturnSwing, kReturnPeriod, *now)};
+  }
+  return {calibrated(raw.supply, kSupplyZero, kSupplySpan), calibrated(raw.back, kReturnZero, kReturnSpan)};
+}
+
+// The same, or what is set in their place.
 Meter::Temperatures Meter::TemperaturesAt(std::optional<Micros> now) const {
   const Memory& memory = holding_.memory;
   const int unit = memory.Word(kTemperatureUnit);
-  Temperatures result{kSupplyMean, kReturnMean};
-  if (now) {
-    result = {Swing(kSupplyMean, kSupplySwing, kSupplyPeriod, *now),
-              Swing(kReturnMean, kReturnSwing, kReturnPeriod, *now)};
-  }
+  Temperatures result = MeasuredTemperatures(now);
   if (memory.Word(kSupplySource) == 1) result.supply = Celsius(memory.Double(kSetSupply), unit);
   if (memory.Word(kReturnSource) == 1) result.back = Celsius(memory.Double(kSetReturn), unit);
   return result;
@@ -182,7 +214,7 @@ bool Meter::CountsCooling() const {
 Meter::Totals Meter::Counted(int channel, Micros now) const {
   if (channel < 2) {
     const Course& course = courses_[channel];
-    const double area = PathOf(channel).Area();
+    const double area = CourseArea(channel);
     return {.plus = area * (course.Forward(now) - course.Forward(totals_since_)),
             .minus = area * (course.Backward(now) - course.Backward(totals_since_))};
   }
@@ -247,6 +279,7 @@ void Meter::RefreshInput(Micros now) {
     if (!IsSingle()) PutHeat(channel, now);
     if (channel < 2) PutCondition(channel, now);
   }
+  for (const auto& [address, data] : pinned_input_) input_.Write(address, data);
 }
 
 void Meter::PutMeasured(int channel, Micros now) {
@@ -262,16 +295,21 @@ void Meter::PutMeasured(int channel, Micros now) {
   const auto total = [&](std::uint32_t at, Quantity quantity, double value) {
     input_.PutDouble(block + at, Pinned(channel, quantity, value));
   };
-  const auto pulses = [&](std::uint32_t at, Quantity quantity, double value) {
-    input_.PutLong(block + at, Count(Pinned(channel, quantity, rate == 0 ? 0 : value / rate)));
+  // The check sends its pulses out of CH1's counter, whatever flows.
+  const double checked =
+      pulses_since_ && channel == 0
+          ? std::floor(static_cast<double>(now - *pulses_since_) / 1e6) * memory.Word(kPulseCheck)
+          : 0;
+  const auto pulses = [&](std::uint32_t at, Quantity quantity, double value, double more) {
+    input_.PutLong(block + at, Count(Pinned(channel, quantity, (rate == 0 ? 0 : value / rate) + more)));
   };
   real(0, Quantity::Velocity, flow.velocity * (IsEnglish() ? kFeetPerMetre : 1));
   real(4, Quantity::Flow, flow.volume * FlowFactor(memory.Word(kFlowUnit + distance), IsEnglish()));
-  real(8, Quantity::FlowPercent, FlowPercent(channel, flow));
+  real(8, Quantity::FlowPercent, CheckedOutput(channel).value_or(FlowPercent(channel, flow)));
   total(12, Quantity::PlusTotal, totals.plus * volume);
   total(20, Quantity::MinusTotal, totals.minus * volume);
-  pulses(28, Quantity::PlusPulses, totals.plus * volume);
-  pulses(32, Quantity::MinusPulses, totals.minus * volume);
+  pulses(28, Quantity::PlusPulses, totals.plus * volume, checked);
+  pulses(32, Quantity::MinusPulses, totals.minus * volume, 0);
   const double ras = Pinned(channel, Quantity::Ras, ScheduledRas(schedules_[channel], now));
   input_.PutWord(block + 36, static_cast<int>(Count(ras)));
 }
@@ -298,7 +336,8 @@ void Meter::PutHeat(int channel, Micros now) {
     input_.PutLong(block + offset, Count(Pinned(channel, quantity, rate == 0 ? 0 : value / rate)));
   };
   real(0, Quantity::ThermalFlow, thermal);
-  real(4, Quantity::ThermalPercent, Percent(thermal, memory.Double(kHeatFullScale1)));
+  real(4, Quantity::ThermalPercent,
+       CheckedOutput(3 + channel).value_or(Percent(thermal, memory.Double(kHeatFullScale1))));
   wide(8, Quantity::HeatingTotal, totals.heating * factor);
   wide(16, Quantity::CoolingTotal, totals.cooling * factor);
   pulses(24, Quantity::HeatingPulses, totals.heating * factor);
@@ -306,8 +345,26 @@ void Meter::PutHeat(int channel, Micros now) {
   wide(32, Quantity::SupplyTemp, Temperature(at.supply, unit));
   wide(40, Quantity::ReturnTemp, Temperature(at.back, unit));
   wide(48, Quantity::TempDifference, TemperatureDifference(at.supply - at.back, unit));
-  input_.PutDouble(kSupplyInput, Temperature(Swing(kSupplyMean, kSupplySwing, kSupplyPeriod, now), unit));
-  input_.PutDouble(kReturnInput, Temperature(Swing(kReturnMean, kReturnSwing, kReturnPeriod, now), unit));
+  const Temperatures measured = MeasuredTemperatures(now);
+  input_.PutDouble(kSupplyInput, Temperature(measured.supply, unit));
+  input_.PutDouble(kReturnInput, Temperature(measured.back, unit));
+}
+
+// Its strength follows from the peak that the meter regulates to; an alarm of the signal leaves little of it.
+Signal Meter::SignalOf(int channel, Micros now) const {
+  constexpr int kSignalAlarms = 0x2C00;  // collection error, no signal, signal error
+  constexpr double kCounts = 1000;       // for each step of the peak's code
+  const std::uint32_t details = kDetails[channel];
+  const double ras = Pinned(channel, Quantity::Ras, ScheduledRas(schedules_[channel], now));
+  const double left = (Count(ras) & kSignalAlarms) != 0 ? 0.02 : 1;
+  const double peak = kCounts * (holding_.memory.Word(details + kSignalPeak) + 1) * left;
+  const double wobble = Swing(0, 0.007, 17, now);
+  const SoundPath path = PathOf(channel);
+  return {.up = peak * (1 + wobble),
+          .down = peak * 0.967 * (1 - wobble),
+          .filtered_up = 63'333 * peak / kCounts * (1 + wobble),
+          .filtered_down = 61'333 * peak / kCounts * (1 - wobble),
+          .difference = path.Difference(FlowOf(channel, now).velocity)};
 }
 
 void Meter::PutCondition(int channel, Micros now) {
@@ -332,7 +389,10 @@ void Meter::PutCondition(int channel, Micros now) {
     word(Degrees(layer->angle), 10);
   }
   word(path.time, 1e6);
-  word(path.time * 1e6 - 20);  // the window opens 20 us early
+  const Memory& memory = holding_.memory;
+  const std::uint32_t details = kDetails[channel];
+  const bool own_window = memory.Word(details + kWindowControl) != 0;
+  word(own_window ? memory.Word(details + kOpenTime) : path.time * 1e6 - 20);  // 20 us early by itself
   wide((path.time - difference / 2) * 1e6, 1000);
   wide((path.time + difference / 2) * 1e6, 1000);
   wide(path.time * 1e6, 1000);
@@ -344,15 +404,18 @@ void Meter::PutCondition(int channel, Micros now) {
   wide(profile, 10000);
   wide(flow.velocity * speed, 1000);
   const double wobble = Swing(0, 0.5, 17, now);
-  word(55 + wobble, 100);  // signal power up and down, %
-  word(54 + wobble, 100);
-  // The last four words are the head of a received wave too: peaks, then trigger levels in %.
-  word(3000 + 20 * wobble);
-  word(2900 + 20 * wobble);
-  word(holding_.memory.Word(channel == 0 ? 0x0192 : 0x1492), 100);
-  word(holding_.memory.Word(channel == 0 ? 0x0192 : 0x1492), 100);
-  wide(190000, 1);  // peaks of the filtered waves, up and down
-  wide(184000, 1);
+  const bool own_gain = memory.Word(details + kGainControl) != 0;
+  word(own_gain ? memory.Word(details + kGainUp) / 100.0 : 55 + wobble, 100);  // signal power, %
+  word(own_gain ? memory.Word(details + kGainDown) / 100.0 : 54 + wobble, 100);
+  // From here on it is the head of a captured wave too: peaks, trigger levels in %, peaks of the filtered
+  // waves.
+  const Signal signal = SignalOf(channel, now);
+  word(signal.up);
+  word(signal.down);
+  word(memory.Word(details + kTriggerLevel), 100);
+  word(memory.Word(details + kTriggerLevel), 100);
+  wide(signal.filtered_up, 1);
+  wide(signal.filtered_down, 1);
   // The spacing counts 0.01 mm or 0.001 inch; the second number is the mark on the mounting rail, 1 mm apart.
   wide(path.spacing, IsEnglish() ? 1000 / 0.0254 : 1e5);
   word(std::max(path.spacing * 1000, 0.0));

@@ -7,6 +7,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -46,6 +47,8 @@ constexpr const char* kExamples =
     "\n"
     "Examples:\n"
     "  meter-sim --link /tmp/meter speed=19200 path=2 live=1:ramp:0:2:120 alarms=on\n"
+    "  meter-sim stations=1-31 fleet=on 5:speed=19200 alarms=rare\n"
+    "  meter-sim boot flash=3000 fault=loader-error/43\n"
     "  meter-sim model=single unit=english lang=japanese fault=crc@00D0H*2\n"
     "  meter-sim --device /dev/ttyUSB0 --speed 38400 --parity E --stop 1 stations=1,2,5 --log line.log\n";
 
@@ -121,9 +124,13 @@ class Port {
   }
   void Close();
   bool IsOpen() const { return end_.get() >= 0; }
+  // Gives a named device another speed and parity; a terminal has none.
+  bool Retune(int baud, char parity);
   bool IsTerminal() const { return device_.empty(); }
   int get() const { return end_.get(); }
 
+  // Speed that the program at the other end has set, 0 when it can't be told. A terminal doesn't tell parity.
+  int Speed() const;
   // False when the port is gone.
   bool Read(sim::Bytes& bytes);
   bool Write(const sim::Bytes& bytes);
@@ -176,6 +183,13 @@ std::string Port::OpenDevice(const sim::Scenario& scenario) {
   return "";
 }
 
+bool Port::Retune(int baud, char parity) {
+  sim::Scenario settings;
+  settings.line.baud = baud;
+  settings.parity = parity;
+  return IsTerminal() || MakeRaw(end_.get(), &settings);
+}
+
 void Port::Close() {
   end_.Reset();
   other_end_.Reset();
@@ -196,14 +210,24 @@ bool Port::Write(const sim::Bytes& bytes) {
   return count >= 0 || errno == EAGAIN || errno == EINTR;
 }
 
+constexpr std::pair<int, speed_t> kSpeeds[] = {{1200, B1200},   {2400, B2400},     {4800, B4800},
+                                               {9600, B9600},   {19200, B19200},   {38400, B38400},
+                                               {57600, B57600}, {115200, B115200}, {230400, B230400}};
+
 std::optional<speed_t> SpeedOf(int baud) {
-  static constexpr std::pair<int, speed_t> kSpeeds[] = {
-      {1200, B1200},   {2400, B2400},   {4800, B4800},     {9600, B9600},    {19200, B19200},
-      {38400, B38400}, {57600, B57600}, {115200, B115200}, {230400, B230400}};
   for (const auto& [number, speed] : kSpeeds) {
     if (number == baud) return speed;
   }
   return std::nullopt;
+}
+
+int Port::Speed() const {
+  termios settings{};
+  if (tcgetattr(end_.get(), &settings) != 0) return 0;
+  for (const auto& [number, speed] : kSpeeds) {
+    if (speed == cfgetospeed(&settings)) return number;
+  }
+  return 0;
 }
 
 // Bytes as they are; with a scenario its speed, parity and stop bits too.
@@ -258,6 +282,7 @@ class Program {
   bool Turn(const sigset_t& mask);
   bool Wait(const sigset_t& mask, pollfd (&waits)[2]);
   bool FollowPlug();
+  bool FollowLoader();
   void ReadCommands();
   void DoCommand(const std::string& line);
   void WriteLog(const sim::LogEntry& entry);
@@ -266,6 +291,7 @@ class Program {
   Port port_;
   std::unique_ptr<sim::Line> line_;
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+  bool loading_ = false;  // the port has the boot loader's speed
   Descriptor pipe_;
   int control_ = STDIN_FILENO;  // -1 when it has come to its end
   std::string unfinished_;      // of a command
@@ -301,10 +327,14 @@ std::string Program::Start() {
 
 void Program::WriteLog(const sim::LogEntry& entry) {
   static constexpr const char* kKinds[] = {"request", "reply", "dropped"};
+  constexpr std::size_t kMost = 256;  // a module would fill the file
   char time[32];
   std::snprintf(time, sizeof time, "%.6f", static_cast<double>(entry.at) / 1e6);
-  *log_ << time << '\t' << kKinds[static_cast<int>(entry.kind)] << '\t' << sim::ToHex(entry.bytes) << '\t'
-        << entry.note << std::endl;
+  const std::span<const std::uint8_t> bytes(entry.bytes);
+  *log_ << time << '\t' << kKinds[static_cast<int>(entry.kind)] << '\t'
+        << sim::ToHex(bytes.first(std::min(bytes.size(), kMost)));
+  if (bytes.size() > kMost) *log_ << " ... (" << bytes.size() << " bytes)";
+  *log_ << '\t' << entry.note << std::endl;
 }
 
 int Program::Run() {
@@ -341,6 +371,8 @@ bool Program::Turn(const sigset_t& mask) {
     if (!port_.Read(bytes)) return false;
     // A device has carried the bytes at its pace; a pseudo-terminal hands them over at once.
     if (port_.IsTerminal()) {
+      // Stations of their own speed have to know at which one the program speaks.
+      if (!options_.scenario.own.empty()) line_->SetMaster({port_.Speed(), 0});
       line_->Transmit(bytes, Now());
     } else {
       line_->Receive(bytes, Now());
@@ -349,7 +381,16 @@ bool Program::Turn(const sigset_t& mask) {
   if (waits[1].revents) ReadCommands();
   const sim::Bytes bytes = line_->Take(Now());
   if (!bytes.empty() && port_.IsOpen() && !port_.Write(bytes)) return false;
-  return FollowPlug();
+  return FollowLoader() && FollowPlug();
+}
+
+// The boot loader has a speed of its own. A device can only be at one, so that there an open frame at another
+// speed wakes nobody: "loader=on" does.
+bool Program::FollowLoader() {
+  if (line_->IsLoading() == loading_) return true;
+  loading_ = line_->IsLoading();
+  const sim::Scenario& meter = options_.scenario;
+  return loading_ ? port_.Retune(sim::kLoaderBaud, 'N') : port_.Retune(meter.line.baud, meter.parity);
 }
 
 // The plug of the line is the pseudo-terminal itself: a program that holds it sees it vanish.

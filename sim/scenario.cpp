@@ -1,39 +1,12 @@
 #include "sim/scenario.h"
 
-#include <algorithm>
-#include <charconv>
-#include <cmath>
+#include "sim/words.h"
 
 namespace sim {
 
 namespace {
 
-std::vector<std::string_view> Split(std::string_view text, char mark) {
-  std::vector<std::string_view> parts;
-  while (true) {
-    const std::size_t end = text.find(mark);
-    parts.push_back(text.substr(0, end));
-    if (end == std::string_view::npos) return parts;
-    text.remove_prefix(end + 1);
-  }
-}
-
-std::optional<int> Integer(std::string_view text, int least, int most, int base = 10) {
-  if (base == 16 && (text.ends_with('H') || text.ends_with('h'))) text.remove_suffix(1);
-  int number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
-  const bool good =
-      error == std::errc() && end == text.data() + text.size() && number >= least && number <= most;
-  return good ? std::optional(number) : std::nullopt;
-}
-
-// Also "nan", "inf", "-inf", "-0".
-std::optional<double> Real(std::string_view text) {
-  double number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  const bool good = error == std::errc() && end == text.data() + text.size();
-  return good ? std::optional(number) : std::nullopt;
-}
+using namespace words;
 
 template <typename T>
 bool Set(T& target, std::optional<int> number) {
@@ -47,19 +20,12 @@ bool SetMilliseconds(Micros& target, std::string_view value) {
   return number.has_value();
 }
 
-// The place of `value` in `names`, or the number that it is.
-std::optional<int> Choice(std::string_view value, std::span<const std::string_view> names) {
-  const auto found = std::ranges::find(names, value);
-  if (found != names.end()) return static_cast<int>(found - names.begin());
-  return Integer(value, 0, static_cast<int>(names.size()) - 1);
-}
-
 bool SetStations(Scenario& scenario, std::string_view value) {
   std::vector<int> stations;
   for (std::string_view part : Split(value, ',')) {
-    const auto number = Integer(part, 1, 247);
-    if (!number) return false;
-    stations.push_back(*number);
+    const auto range = ReadRange(part, 1, 247);
+    if (!range) return false;
+    for (int number = range->first; number <= range->last; ++number) stations.push_back(number);
   }
   scenario.stations = stations;
   return true;
@@ -70,6 +36,7 @@ struct SetupWord {
   std::string_view form;
   std::string_view help;
   bool (*set)(Scenario&, std::string_view value);
+  bool of_station = false;  // can be said of one station alone: "5:unit=english"
 };
 
 constexpr std::string_view kModels[] = {"full", "single"};
@@ -83,27 +50,40 @@ constexpr SetupWord kSetupWords[] = {
        const auto model = Choice(value, kModels);
        if (model) s.meter.specification = *model == 1 ? kSingleSpecification : kFullSpecification;
        return model.has_value();
-     }},
+     },
+     true},
     {"spec", "NUMBER", "specification number 0..9999, which decides the model too (81)",
-     [](Scenario& s, std::string_view value) { return Set(s.meter.specification, Integer(value, 0, 9999)); }},
+     [](Scenario& s, std::string_view value) { return Set(s.meter.specification, Integer(value, 0, 9999)); },
+     true},
     {"path", "0|1|2", "one path, two paths on one pipe, two pipes (0)",
-     [](Scenario& s, std::string_view value) { return Set(s.meter.path_mode, Integer(value, 0, 2)); }},
+     [](Scenario& s, std::string_view value) { return Set(s.meter.path_mode, Integer(value, 0, 2)); }, true},
     {"unit", "metric|english", "unit system (metric)",
-     [](Scenario& s, std::string_view value) { return Set(s.meter.unit_system, Choice(value, kUnits)); }},
+     [](Scenario& s, std::string_view value) { return Set(s.meter.unit_system, Choice(value, kUnits)); },
+     true},
     {"lang", "english|japanese|german|french|spanish", "language of the meter's own display (english)",
-     [](Scenario& s, std::string_view value) { return Set(s.meter.language, Choice(value, kLanguages)); }},
+     [](Scenario& s, std::string_view value) { return Set(s.meter.language, Choice(value, kLanguages)); },
+     true},
     {"id", "NUMBER", "ID number 0..9999 (1)",
-     [](Scenario& s, std::string_view value) { return Set(s.meter.id_number, Integer(value, 0, 9999)); }},
-    {"stations", "N,N,...", "station numbers on the line, 1..247 (1)", SetStations},
-    {"speed", "BAUD", "speed of the line (9600)",
-     [](Scenario& s, std::string_view value) { return Set(s.line.baud, Integer(value, 50, 4'000'000)); }},
-    {"parity", "N|E|O", "parity of a named device (N)",
+     [](Scenario& s, std::string_view value) { return Set(s.meter.id_number, Integer(value, 0, 9999)); },
+     true},
+    {"fleet", "on|off", "no two stations are alike: model, units, language, ID number, values (off)",
+     [](Scenario& s, std::string_view value) { return Set(s.fleet, Choice(value, kSwitch)); }},
+    {"stations", "N,N-N,...", "station numbers on the line, 1..247, ranges as 1-31 (1)", SetStations},
+    {"speed", "BAUD", "speed of the line and of its meters (9600)",
+     [](Scenario& s, std::string_view value) {
+       s.speed_named = Set(s.line.baud, Integer(value, 50, 4'000'000));
+       return s.speed_named;
+     },
+     true},
+    {"parity", "N|E|O", "parity of a named device and of the meters (N)",
      [](Scenario& s, std::string_view value) {
        const bool good =
            value.size() == 1 && std::string_view("NEO").find(value[0]) != std::string_view::npos;
        if (good) s.parity = value[0];
+       s.parity_named = good;
        return good;
-     }},
+     },
+     true},
     {"stop", "1|2", "stop bits of a named device (1)",
      [](Scenario& s, std::string_view value) { return Set(s.stop_bits, Integer(value, 1, 2)); }},
     {"pace", "on|off", "bytes take their time on the line, 11 bits each (on)",
@@ -111,194 +91,36 @@ constexpr SetupWord kSetupWords[] = {
     {"turnaround", "MS", "from the end of a request to the start of the answer (5)",
      [](Scenario& s, std::string_view value) { return SetMilliseconds(s.line.turnaround, value); }},
     {"store", "MS", "time of a store (120)",
-     [](Scenario& s, std::string_view value) { return SetMilliseconds(s.meter.store_time, value); }},
+     [](Scenario& s, std::string_view value) { return SetMilliseconds(s.meter.store_time, value); }, true},
     {"capture", "MS", "time of a wave capture (120)",
-     [](Scenario& s, std::string_view value) { return SetMilliseconds(s.meter.capture_time, value); }},
+     [](Scenario& s, std::string_view value) { return SetMilliseconds(s.meter.capture_time, value); }, true},
     {"boot", "MS", "silence after power on, memory initialisation, new specification (2000)",
-     [](Scenario& s, std::string_view value) { return SetMilliseconds(s.meter.restart_time, value); }},
-    {"seed", "NUMBER", "noise on captured waves (1)",
+     [](Scenario& s, std::string_view value) { return SetMilliseconds(s.meter.restart_time, value); }, true},
+    {"seed", "NUMBER", "how the process moves, and the noise on captured waves (1)",
      [](Scenario& s, std::string_view value) {
        return Set(s.meter.seed, Integer(value, 0, std::numeric_limits<int>::max()));
-     }},
+     },
+     true},
 };
-
-// The stations that an action goes to, and its value.
-struct Action {
-  Line& line;
-  std::vector<Meter*> meters;
-  std::string_view value;
-  Micros now;
-};
-
-constexpr std::string_view kBad = "is not of the form";  // ApplyAction completes it
-
-std::string ArmFault(const Action& action) {
-  std::string error;
-  const auto fault = ParseFault(action.value, error);
-  if (fault) action.line.faults().Arm(*fault);
-  return error;
-}
-
-std::string SetMotion(const Action& action) {
-  const auto parts = Split(action.value, ':');
-  Motion motion;
-  const auto channel = Integer(parts[0], 1, 2);
-  if (!channel || parts.size() < 3 || parts.size() > 5 || !ParseWave(parts[1], motion.wave))
-    return std::string(kBad);
-  double* const places[] = {&motion.base, &motion.amplitude, &motion.period_s};
-  for (std::size_t i = 2; i < parts.size(); ++i) {
-    const auto number = Real(parts[i]);
-    if (!number || !std::isfinite(*number)) return std::string(kBad);
-    *places[i - 2] = *number;
-  }
-  if (!(motion.period_s >= 0.001)) return std::string(kBad);
-  for (Meter* meter : action.meters) meter->SetMotion(*channel - 1, motion, action.now);
-  return "";
-}
-
-std::string PinValue(const Action& action) {
-  const auto parts = Split(action.value, ':');
-  if (parts.size() != 3) return std::string(kBad);
-  const auto channel = Integer(parts[0], 1, kChannels);
-  const auto quantity = ParseQuantity(parts[1]);
-  const auto number = Real(parts[2]);
-  if (!channel || !quantity || !number) return std::string(kBad);
-  for (Meter* meter : action.meters) meter->SetLive(*channel - 1, *quantity, *number);
-  return "";
-}
-
-std::string ReleaseValue(const Action& action) {
-  const auto parts = Split(action.value, ':');
-  if (parts.size() != 2) return std::string(kBad);
-  const auto channel = Integer(parts[0], 1, kChannels);
-  const auto quantity = ParseQuantity(parts[1]);
-  if (!channel || !quantity) return std::string(kBad);
-  for (Meter* meter : action.meters) meter->ReleaseLive(*channel - 1, *quantity);
-  return "";
-}
-
-std::string SetRas(const Action& action) {
-  const auto parts = Split(action.value, ':');
-  if (parts.size() != 2) return std::string(kBad);
-  const auto channel = Integer(parts[0], 1, kChannels);
-  const auto word = Integer(parts[1], 0, 0xFFFF, 16);
-  if (!channel || !word) return std::string(kBad);
-  for (Meter* meter : action.meters) meter->SetRas(*channel - 1, static_cast<std::uint16_t>(*word));
-  return "";
-}
-
-std::string SwitchAlarms(const Action& action) {
-  const auto on = Choice(action.value, kSwitch);
-  if (!on) return std::string(kBad);
-  for (Meter* meter : action.meters) {
-    for (int channel = 0; channel < kChannels; ++channel) meter->SetRasSchedule(channel, {});
-    if (*on == 1) meter->RunAlarms();
-  }
-  return "";
-}
-
-std::string Poke(const Action& action) {
-  const auto parts = Split(action.value, ':');
-  Bytes data;
-  if (parts.size() != 2 || !FromHex(parts[1], data) || data.empty()) return std::string(kBad);
-  const auto address = Integer(parts[0], 0, 0xFFFF, 16);
-  if (!address) return std::string(kBad);
-  const auto size = static_cast<std::uint32_t>(data.size());
-  for (Meter* meter : action.meters) {
-    if (!meter->holding().Has(*address, size)) return "names a register that the meter doesn't have";
-  }
-  for (Meter* meter : action.meters) meter->holding().Write(*address, data);
-  return "";
-}
-
-struct ActionWord {
-  std::string_view name;
-  std::string_view form;  // of its value; empty for a word without one
-  std::string_view help;
-  std::string (*act)(const Action&);
-};
-
-constexpr ActionWord kActionWords[] = {
-    {"fault", "NAME[=VALUE][@ADDRESS][/FUNCTION][:STATION][#FIRST][*COUNT|*ever]",
-     "arms a fault: late=300@0148H/03#2*3 delays the 2nd to 4th read of 0148H", ArmFault},
-    {"calm", "", "disarms all faults",
-     [](const Action& action) {
-       action.line.faults().Clear();
-       return std::string();
-     }},
-    {"live", "CH:still|ramp|step|sine:BASE[:AMPLITUDE[:SECONDS]]",
-     "how the velocity of CH1 or CH2 moves, in m/s", SetMotion},
-    {"value", "CH:QUANTITY:NUMBER", "pins a live value; NUMBER may be nan, inf, -inf, -0", PinValue},
-    {"release", "CH:QUANTITY", "lets it move again", ReleaseValue},
-    {"ras", "CH:HEX", "pins the RAS word", SetRas},
-    {"alarms", "on|off", "lets alarms come and go", SwitchAlarms},
-    {"poke", "ADDRESS:HEX", "puts bytes into a holding register, past all rules", Poke},
-    {"restart", "", "power off and on: what wasn't stored is lost",
-     [](const Action& action) {
-       for (Meter* meter : action.meters) meter->Restart(action.now);
-       return std::string();
-     }},
-    {"unplug", "", "pulls the plug",
-     [](const Action& action) {
-       action.line.Unplug(action.now);
-       return std::string();
-     }},
-    {"plug", "", "puts it back",
-     [](const Action& action) {
-       action.line.Plug(action.now);
-       return std::string();
-     }},
-};
-
-struct NameAndValue {
-  std::string_view name, value;
-};
-
-NameAndValue Part(std::string_view word) {
-  const std::size_t equals = word.find('=');
-  if (equals == std::string_view::npos) return {word, {}};
-  return {word.substr(0, equals), word.substr(equals + 1)};
-}
-
-// Cuts a station number and its colon off the front of a word.
-std::string_view CutStation(std::string_view word, std::optional<int>& station) {
-  const std::size_t colon = word.find(':');
-  if (colon == std::string_view::npos || colon > word.find('=')) return word;
-  station = Integer(word.substr(0, colon), 1, 247);
-  return station ? word.substr(colon + 1) : word;
-}
-
-template <typename Words>
-const auto* Find(const Words& words, std::string_view name) {
-  for (const auto& word : words) {
-    if (word.name == name) return &word;
-  }
-  return static_cast<decltype(&words[0])>(nullptr);
-}
-
-std::string Quoted(std::string_view word) { return "\"" + std::string(word) + "\""; }
-
-std::string WrongForm(std::string_view word, std::string_view name, std::string_view form) {
-  return Quoted(word) + " is not of the form " + std::string(name) + "=" + std::string(form);
-}
-
-void AddHelp(std::string& text, std::string_view name, std::string_view form, std::string_view help) {
-  std::string head = "  " + std::string(name);
-  if (!form.empty()) head += "=" + std::string(form);
-  head += head.size() < 30 ? std::string(30 - head.size(), ' ') : "\n" + std::string(30, ' ');
-  text += head + std::string(help) + "\n";
-}
 
 }  // namespace
 
 std::string ApplyWord(Scenario& scenario, std::string_view word) {
-  const auto [name, value] = Part(word);
-  if (const SetupWord* setup = Find(kSetupWords, name)) {
-    return setup->set(scenario, value) ? "" : WrongForm(word, name, setup->form);
-  }
   std::optional<int> station;
-  if (!Find(kActionWords, Part(CutStation(word, station)).name)) return "there is no word " + Quoted(name);
-  scenario.actions.emplace_back(word);
+  const auto bare = CutStation(word, station);
+  const auto [name, value] = Part(bare);
+  const SetupWord* setup = Find(kSetupWords, name);
+  // "boot=500" says how long a start takes, "boot" alone does something.
+  if (!setup || (value.empty() && IsAction(name))) {
+    if (!IsAction(name)) return "there is no word " + Quoted(name);
+    scenario.actions.emplace_back(word);
+    return "";
+  }
+  if (!station) return setup->set(scenario, value) ? "" : WrongForm(word, name, setup->form);
+  if (!setup->of_station) return Quoted(name) + " can't be said of one station";
+  Scenario scratch = scenario;
+  if (!setup->set(scratch, value)) return WrongForm(word, name, setup->form);
+  scenario.own.push_back({*station, std::string(bare)});
   return "";
 }
 
@@ -317,11 +139,59 @@ std::string ApplyWords(Scenario& scenario, std::string_view text) {
   return "";
 }
 
+namespace {
+
+// The other stations of a line are other plants: each has its own mean and its own unrest.
+void VaryProcess(MeterConfig& meter, int station) {
+  for (Motion& motion : meter.motions) {
+    if (motion.wave == Wave::Process) motion.base *= 0.7 + 0.1 * (station * 3 % 7);
+  }
+  meter.seed += static_cast<unsigned>(station);
+}
+
+void VaryModel(MeterConfig& meter, int station) {
+  meter.specification = station % 5 == 0 ? kSingleSpecification + station : kFullSpecification;
+  meter.path_mode = station % 3;
+  meter.unit_system = station % 4 == 3 ? 1 : 0;
+  meter.language = station % 5;
+  meter.id_number = 100 + station;
+}
+
+// Units of flow, total, temperature and heat; the full scales follow, so that the percentages stay what they
+// were.
+void VaryUnits(Meter& meter, int station) {
+  constexpr int kFlowUnits = 4;
+  meter.ChangeUnits(station % kFlowUnits, station % 3, station % 7);
+}
+
+// What the station alone is told, on top of what all of them have.
+Scenario OfStation(const Scenario& scenario, int station) {
+  Scenario own = scenario;
+  if (station != scenario.stations.front()) VaryProcess(own.meter, station);
+  if (scenario.fleet) VaryModel(own.meter, station);
+  for (const StationWord& said : scenario.own) {
+    const auto [name, value] = Part(said.word);
+    if (said.station == station) Find(kSetupWords, name)->set(own, value);
+  }
+  return own;
+}
+
+}  // namespace
+
 std::unique_ptr<Line> Build(const Scenario& scenario, Micros now, std::string& error) {
   auto line = std::make_unique<Line>(scenario.line);
-  MeterConfig meter = scenario.meter;
-  meter.started = now;
-  for (int station : scenario.stations) line->AddStation(station, meter);
+  for (const StationWord& said : scenario.own) {
+    if (std::ranges::find(scenario.stations, said.station) != scenario.stations.end()) continue;
+    error = "there is no station " + std::to_string(said.station);
+    return nullptr;
+  }
+  for (int station : scenario.stations) {
+    Scenario own = OfStation(scenario, station);
+    own.meter.started = now;
+    Meter& meter = line->AddStation(station, own.meter);
+    if (scenario.fleet) VaryUnits(meter, station);
+    line->SetHearing(station, {own.speed_named ? own.line.baud : 0, own.parity_named ? own.parity : '\0'});
+  }
   for (const std::string& action : scenario.actions) {
     error = ApplyAction(*line, action, now);
     if (!error.empty()) return nullptr;
@@ -329,32 +199,12 @@ std::unique_ptr<Line> Build(const Scenario& scenario, Micros now, std::string& e
   return line;
 }
 
-std::string ApplyAction(Line& line, std::string_view word, Micros now) {
-  std::optional<int> station;
-  const auto [name, value] = Part(CutStation(word, station));
-  const ActionWord* action = Find(kActionWords, name);
-  if (!action) return "there is no word " + Quoted(name);
-  if (action->form.empty() && !value.empty()) return Quoted(name) + " takes no value";
-  if (station && !line.Station(*station)) return "there is no station " + std::to_string(*station);
-  std::vector<Meter*> meters;
-  for (int number : line.Stations()) {
-    if (!station || number == *station) meters.push_back(line.Station(number));
-  }
-  const std::string error = action->act({line, meters, value, now});
-  if (error == kBad) return WrongForm(word, name, action->form);
-  return error.empty() || action->act == ArmFault ? error : Quoted(word) + " " + error;
-}
-
 std::string ScenarioHelp() {
   std::string text;
-  for (const SetupWord& word : kSetupWords) AddHelp(text, word.name, word.form, word.help);
-  return text;
-}
-
-std::string ActionHelp() {
-  std::string text;
-  for (const ActionWord& word : kActionWords) AddHelp(text, word.name, word.form, word.help);
-  text += "  QUANTITY is one of: " + QuantityWords() + "\n";
+  for (const SetupWord& word : kSetupWords) {
+    AddHelp(text, word.name, word.form, std::string(word.of_station ? "* " : "") + std::string(word.help));
+  }
+  text += "  What has a star can be said of one station too: 5:unit=english\n";
   return text;
 }
 

@@ -12,11 +12,20 @@
 
 namespace sim {
 
+// What a word with a station in front of it says: "5:unit=english".
+struct StationWord {
+  int station = 0;
+  std::string word;
+};
+
 struct Scenario {
   LineConfig line;
-  MeterConfig meter;  // the same for all stations
+  MeterConfig meter;  // what all stations have in common
   std::vector<int> stations{1};
-  char parity = 'N';  // N, E, O; the simulated line itself carries 11 bits a character always
+  std::vector<StationWord> own;  // how single stations differ from that
+  bool fleet = false;            // no two stations are alike: models, units, languages, values
+  char parity = 'N';             // N, E, O; the simulated line itself carries 11 bits a character always
+  bool speed_named = false, parity_named = false;  // a word said so: the meters have these and no other
   int stop_bits = 1;
   std::vector<std::string> actions;  // words for ApplyAction, in order
 };
@@ -36,6 +45,9 @@ std::unique_ptr<Line> Build(const Scenario& scenario, Micros now, std::string& e
 // Does a word to a running line: faults, live values, alarms, registers, plug, power. Empty text, or what is
 // wrong. A station number and a colon in front ("2:ras=1:8000") choose one station, otherwise all of them.
 std::string ApplyAction(Line& line, std::string_view word, Micros now);
+
+// True when ApplyAction() knows the word's name.
+bool IsAction(std::string_view word);
 
 // One line a word, for help texts.
 std::string ScenarioHelp();

@@ -14,11 +14,6 @@ constexpr std::string_view kParityLetters = "NEO";  // in the order of PortParit
 
 std::string_view ScenarioWords(std::string_view device) { return device.substr(kWord.size()); }
 
-// True when the scenario gives the word itself, not only its preset.
-bool Names(std::string_view words, std::string_view key) {
-  return words.find(" " + std::string(key) + "=") != std::string_view::npos;
-}
-
 }  // namespace
 
 bool IsSimulator(std::string_view device) {
@@ -26,20 +21,17 @@ bool IsSimulator(std::string_view device) {
 }
 
 Socket LineShelf::Find(const std::string& device, Micros now) {
-  auto found = entries_.find(device);
-  if (found == entries_.end()) {
+  auto found = lines_.find(device);
+  if (found == lines_.end()) {
     const std::string_view words = ScenarioWords(device);
     Scenario scenario;
-    Entry entry;
+    std::unique_ptr<Line> line;
     std::string error = ApplyWords(scenario, words);
-    if (error.empty()) entry.line = Build(scenario, now, error);
-    if (!entry.line) throw vlt::PortFault(vlt::PortFaultCode::kSettings, device + " (" + error + ")");
-    if (Names(words, "speed")) entry.speed = scenario.line.baud;
-    if (Names(words, "parity")) entry.parity = scenario.parity;
-    found = entries_.emplace(device, std::move(entry)).first;
+    if (error.empty()) line = Build(scenario, now, error);
+    if (!line) throw vlt::PortFault(vlt::PortFaultCode::kSettings, device + " (" + error + ")");
+    found = lines_.emplace(device, std::move(line)).first;
   }
-  const Entry& entry = found->second;
-  return {entry.line.get(), entry.speed, entry.parity, device};
+  return {found->second.get(), 0, 0, device};
 }
 
 SimulatedPort::SimulatedPort(vlt::Clock& clock, vlt::EventQueue& events, SocketOf socket_of)
@@ -58,6 +50,7 @@ void SimulatedPort::Open(int number, const std::string& settings) {
   const char parity = kParityLetters[static_cast<std::size_t>(parsed->parity)];
   understood_ = (socket.speed == 0 || socket.speed == parsed->speed) &&
                 (socket.parity == 0 || socket.parity == parity) && parsed->data_bits == 8;
+  socket.line->SetMaster({parsed->speed, parity});
   socket.line->config().baud = parsed->speed;
   socket_ = socket;
   Fetch();

@@ -42,12 +42,7 @@ class LineShelf {
   Socket Find(const std::string& device, Micros now);
 
  private:
-  struct Entry {
-    std::unique_ptr<Line> line;
-    int speed = 0;
-    char parity = 0;
-  };
-  std::map<std::string, Entry, std::less<>> entries_;
+  std::map<std::string, std::unique_ptr<Line>, std::less<>> lines_;
 };
 
 class SimulatedPort : public vlt::SerialPort {

@@ -128,6 +128,52 @@ TEST_F(PortSwitchTest, FaultsSayWhichDevice) {
   EXPECT_FALSE(Fault(1, "9600,O,8,1").has_value());
 }
 
+TEST(SimulatedPort, FindsTheStationsOfItsSpeedAndParity) {
+  test::VirtualTime time;
+  sim::LineShelf shelf;
+  sim::SimulatedPort port(time, time, [&](int) {
+    return shelf.Find("simulator stations=1,2 1:speed=9600 1:parity=O 2:speed=38400 2:parity=E", 0);
+  });
+  const auto answers = [&](const char* settings, const char* question) {
+    port.Open(1, settings);
+    port.Write(FromHex(question));
+    time.RunFor(200);
+    return port.BytesIn() > 0;
+  };
+  constexpr const char* kFirst = "01 03 01 48 00 01 05 E0";
+  constexpr const char* kSecond = "02 03 01 48 00 01 05 D3";
+  EXPECT_TRUE(answers("9600,O,8,1", kFirst));
+  EXPECT_FALSE(answers("9600,O,8,1", kSecond));
+  EXPECT_FALSE(answers("38400,O,8,1", kSecond));
+  EXPECT_TRUE(answers("38400,E,8,1", kSecond));
+}
+
+TEST(SimulatedPort, LeadsToTheBootLoaderToo) {
+  test::VirtualTime time;
+  sim::LineShelf shelf;
+  sim::SimulatedPort port(time, time, [&](int) { return shelf.Find("simulator flash=4000", 0); });
+  const auto ask = [&](const char* frame, int ms) {
+    port.Write(FromHex(frame));
+    time.RunFor(ms);
+    Bytes answer;
+    while (port.BytesIn() > 0) answer.push_back(port.TakeByte());
+    return answer;
+  };
+  port.Open(1, "38400,N,8,1");
+  const char* open = "02 41 FF 00 00 00 00 06 00 00 00 00 20 20 20 20 42 38 45 64 0D 0A";
+  EXPECT_EQ(ask(open, 100), FromHex("02 41 34 31 45 64 0D 0A"));
+  port.Close();  // between the frames, as a program with other time-outs does it
+  time.RunFor(1000);
+  port.Open(1, "38400,N,8,1");
+  EXPECT_EQ(ask("02 42 01 02 03 04 05 FF 42 43 45 64 0D 0A", 100), FromHex("02 42 34 32 45 64 0D 0A"));
+  EXPECT_EQ(ask("02 43 FF 42 43 45 64 0D 0A", 3900), Bytes());
+  EXPECT_EQ(ask("", 200), FromHex("02 43 34 33 45 64 0D 0A"));
+  EXPECT_EQ(port.OpenLine()->loader().Image(1), FromHex("01 02 03 04 05 FF"));
+  port.Open(1, "9600,O,8,1");
+  time.RunFor(3000);  // it starts anew
+  EXPECT_EQ(ask("01 03 01 48 00 01 05 E0", 100).size(), 7U);
+}
+
 TEST(SimulatedPort, TheUnpluggedLineClosesThePortAndSaysSo) {
   test::VirtualTime time;
   sim::LineShelf shelf;

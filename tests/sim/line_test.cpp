@@ -1,54 +1,12 @@
 #include "sim/line.h"
 
-#include <gtest/gtest.h>
+#include <bit>
+#include <set>
 
-#include "sim/scenario.h"
+#include "line_drive.h"
 
 namespace sim {
 namespace {
-
-Bytes Hex(std::string_view text) {
-  Bytes bytes;
-  EXPECT_TRUE(FromHex(text, bytes)) << text;
-  return bytes;
-}
-
-// Lets time run from event to event until the line is at rest. What arrived, and when the last byte did.
-struct Arrival {
-  std::string bytes;
-  Micros last = -1;
-};
-
-Arrival Drain(Line& line) {
-  Arrival arrival;
-  Bytes all;
-  while (const auto next = line.NextEvent()) {
-    const Bytes bytes = line.Take(*next);
-    if (!bytes.empty()) arrival.last = *next;
-    all.insert(all.end(), bytes.begin(), bytes.end());
-    const auto after = line.NextEvent();
-    if (after && *after <= *next) {
-      ADD_FAILURE() << "the event at " << *next << " doesn't go away";
-      break;
-    }
-  }
-  arrival.bytes = ToHex(all);
-  return arrival;
-}
-
-Arrival Exchange(Line& line, std::string_view request, Micros now = 0) {
-  line.Transmit(Hex(request), now);
-  return Drain(line);
-}
-
-std::unique_ptr<Line> Make(std::string_view words) {
-  Scenario scenario;
-  std::string error = ApplyWords(scenario, words);
-  EXPECT_EQ(error, "");
-  auto line = Build(scenario, 0, error);
-  EXPECT_EQ(error, "");
-  return line;
-}
 
 constexpr const char* kReadSpec = "01 03 01 48 00 01 05 E0";
 constexpr const char* kSpecReply = "01 03 02 00 51 79 B8";
@@ -140,6 +98,57 @@ TEST(Line, SeveralStationsShareIt) {
   for (int station : {1, 2, 5}) EXPECT_EQ(line->Station(station)->holding().Word(0x0104), 99) << station;
 }
 
+TEST(Line, ItsStationsDiffer) {
+  auto line = Make("stations=1-31 fleet=on pace=off");
+  std::set<std::string> seen;
+  int english = 0, single = 0;
+  for (int station = 1; station <= 31; ++station) {
+    Bytes request{static_cast<std::uint8_t>(station), 4, 0, 0, 0, 19};
+    AppendCheck(request);
+    seen.insert(Exchange(*line, ToHex(request), station * 1'000'000).bytes.substr(6));
+    Memory& memory = line->Station(station)->holding();
+    english += memory.Word(0x0100);
+    single += IsSingleChannel(memory.Word(0x0148)) ? 1 : 0;
+    const double percent =
+        std::bit_cast<float>(static_cast<std::uint32_t>(line->Station(station)->input().Long(8)));
+    EXPECT_TRUE(percent > 25 && percent < 95) << station << ": " << percent;
+  }
+  EXPECT_EQ(seen.size(), 31u);
+  EXPECT_TRUE(english > 3 && single > 3) << english << " " << single;
+  auto alike = Make("stations=1,2 pace=off 2:unit=english 2:model=single 2:id=77");
+  EXPECT_EQ(alike->Station(1)->holding().Word(0x0148), kFullSpecification);
+  EXPECT_EQ(alike->Station(2)->holding().Word(0x0148), kSingleSpecification);
+  EXPECT_EQ(alike->Station(2)->holding().Word(0x0100), 1);
+  EXPECT_EQ(alike->Station(2)->holding().Word(0x0104), 77);
+}
+
+TEST(Line, MetersAnswerAtTheirSpeedAndParityAlone) {
+  const auto ask = [](Line& line, int station, Micros now) {
+    Bytes request{static_cast<std::uint8_t>(station), 3, 1, 0x48, 0, 1};
+    AppendCheck(request);
+    return !Exchange(line, ToHex(request), now).bytes.empty();
+  };
+  auto line = Make("stations=1-3 speed=9600 parity=O 2:speed=19200 3:parity=E 3:speed=38400");
+  struct Case {
+    Hearing master;
+    const char* answer;  // stations 1 to 3
+  };
+  Micros now = 0;
+  for (const Case& c :
+       {Case{{0, 0}, "xxx"}, Case{{9600, 'O'}, "x.."}, Case{{19200, 'O'}, ".x."}, Case{{19200, 0}, ".x."},
+        Case{{38400, 'E'}, "..x"}, Case{{38400, 'O'}, "..."}, Case{{9600, 'N'}, "..."}}) {
+    line->SetMaster(c.master);
+    std::string answer;
+    for (int station : {1, 2, 3}) answer += ask(*line, station, now += 1'000'000) ? 'x' : '.';
+    EXPECT_EQ(answer, c.answer) << c.master.speed;
+  }
+  EXPECT_EQ(line->Log().back().note, "other speed or parity");
+  // Without a word of them they follow whoever asks.
+  auto any = Make("stations=1-3");
+  any->SetMaster({38400, 'E'});
+  EXPECT_TRUE(ask(*any, 3, 0));
+}
+
 struct FaultCase {
   const char* fault;
   const char* request;
@@ -201,9 +210,18 @@ TEST(Faults, InsideTheMeterLastAsLongAsTheyShould) {
   strike("stuck-capture", "01 06 01 68 00 01 C8 2A", 800'000);
   Exchange(*line, kReadSpec, 60'000'000);
   EXPECT_EQ(word(0x0168), 10);
-  strike("ignore-write", "01 10 00 D2 00 02 04 00 00 30 39 AB 38", 61'000'000);
+  strike("slow-capture=900", "01 06 01 68 00 01 C8 2A", 60'100'000);
+  Exchange(*line, kReadSpec, 60'999'999);
+  EXPECT_EQ(word(0x0168), 10);
+  Exchange(*line, kReadSpec, 61'000'000);
+  EXPECT_EQ(word(0x0168), 20);
+  strike("fail-capture", "01 06 01 68 00 01 C8 2A", 61'000'000);
+  EXPECT_EQ(word(0x0168), 10);
+  Exchange(*line, kReadSpec, 61'010'000);
+  EXPECT_EQ(word(0x0168), 0);
+  strike("ignore-write", "01 10 00 D2 00 02 04 00 00 30 39 AB 38", 62'000'000);
   EXPECT_EQ(line->Station(1)->holding().Long(0x00D2), 6050);
-  strike("silence", "01 10 00 D2 00 02 04 00 00 30 39 AB 38", 62'000'000);
+  strike("silence", "01 10 00 D2 00 02 04 00 00 30 39 AB 38", 62'500'000);
   EXPECT_EQ(line->Station(1)->holding().Long(0x00D2), 6050);
   strike("crc", "01 10 00 D2 00 02 04 00 00 30 39 AB 38", 63'000'000);
   EXPECT_EQ(line->Station(1)->holding().Long(0x00D2), 12345);
@@ -337,16 +355,20 @@ TEST(Scenario, BuildsWhatItSays) {
 }
 
 TEST(Scenario, TellsWhatIsWrongWithAWord) {
-  for (const char* bad :
-       {"model", "model=double", "path=3", "speed=fast", "stations=0", "stations=1,,2", "stations=248",
-        "parity=X", "stop=3", "spec=10000", "store=-1", "colour=blue", "pace=maybe"}) {
+  for (const char* bad : {"model",         "model=double", "path=3",     "speed=fast",   "stations=0",
+                          "stations=1,,2", "stations=248", "parity=X",   "stop=3",       "spec=10000",
+                          "store=-1",      "colour=blue",  "pace=maybe", "stations=5-1", "stations=1-",
+                          "fleet=2",       "2:stations=1", "2:pace=on",  "2:unit=x",     "999:unit=metric"}) {
     Scenario scenario;
     EXPECT_NE(ApplyWord(scenario, bad), "") << bad;
   }
   for (const char* bad :
-       {"fault=", "live=3:sine:1", "live=1:saw:1", "live=1:sine:nan", "live=1:sine:1:1:0", "live=1:sine",
-        "value=1:flow", "value=4:flow:1", "value=1:mass:1", "ras=1:10000", "ras=0:1", "poke=FFFF:00 01",
-        "poke=00D0:0", "poke=2000:0001", "9:ras=1:1", "release=1", "alarms=some", "restart=5", "nothing"}) {
+       {"fault=",         "live=3:sine:1", "live=1:saw:1",   "live=1:sine:nan", "live=1:sine:1:1:0",
+        "live=1:sine",    "value=1:flow",  "value=4:flow:1", "value=1:mass:1",  "ras=1:10000",
+        "ras=0:1",        "fill=x",        "bad=0",          "bad=0:300",       "bad=5-1:2",
+        "bad=0:2:here",   "input=0086",    "input=3F00:00",  "poke=FFFF:00 01", "poke=00D0:0",
+        "poke=2000:0001", "9:ras=1:1",     "release=1",      "alarms=some",     "restart=5",
+        "nothing"}) {
     auto line = Make("stations=1");
     EXPECT_NE(ApplyAction(*line, bad, 0), "") << bad;
     Scenario scenario;
