@@ -16,7 +16,6 @@
 #include "resources/text_ids.h"
 #include "values/number_text.h"
 #include "window/chart.h"
-#include "window/form.h"
 
 namespace vlt {
 namespace {

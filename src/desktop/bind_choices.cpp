@@ -8,7 +8,6 @@
 
 #include "desktop/binding_kinds.h"
 #include "desktop/qt_text.h"
-#include "window/form.h"
 
 namespace vlt {
 namespace {

@@ -5,7 +5,6 @@
 
 #include "desktop/binding_kinds.h"
 #include "desktop/qt_text.h"
-#include "window/form.h"
 
 namespace vlt {
 namespace {
@@ -55,12 +54,12 @@ class TextBoxBinding : public Binding {
 
   // True when the field may be left.
   bool Check() {
-    const Form& form = box_.Owner();
+    ControlOwner& form = box_.Owner();
     const int asked_before = form.FocusCount();
     bool kept = false;
     Gesture([&] {
       // The window may go while the check runs, but not before the gesture has ended.
-      form.List().Run([&] {
+      form.RunHandler([&] {
         box_.LoseFocus();
         kept = form.FocusCount() != asked_before;
       });

@@ -6,8 +6,8 @@
 
 namespace vlt {
 
-Chart::Chart(Form& form, std::string name, int series)
-    : Control(form, ControlKind::kChart, std::move(name)), series_(static_cast<std::size_t>(series)) {}
+Chart::Chart(ControlOwner& owner, std::string name, int series)
+    : Control(owner, ControlKind::kChart, std::move(name)), series_(static_cast<std::size_t>(series)) {}
 
 void Chart::CheckPlace(const Series& data, std::int64_t point) {
   if (point < 1 || point > data.count) throw std::out_of_range("chart point");

@@ -36,7 +36,7 @@ struct ChartAxis {
 class Chart : public Control {
  public:
   // Series are counted from 0.
-  Chart(Form& form, std::string name, int series = 1);
+  Chart(ControlOwner& owner, std::string name, int series = 1);
 
   int SeriesCount() const { return static_cast<int>(series_.size()); }
   std::int64_t PointCount(int series = 0) const { return At(series).count; }

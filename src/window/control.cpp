@@ -3,15 +3,14 @@
 #include <stdexcept>
 
 #include "values/text.h"
-#include "window/form.h"
-
 namespace vlt {
-Control::Control(Form& form, ControlKind kind, std::string name, int index)
-    : form_(form), kind_(kind), name_(std::move(name)), index_(index) {
-  form_.controls_.push_back(this);
+
+Control::Control(ControlOwner& owner, ControlKind kind, std::string name, int index)
+    : owner_(owner), kind_(kind), name_(std::move(name)), index_(index) {
+  owner_.controls_.push_back(this);
 }
 
-Control::~Control() { std::erase(form_.controls_, this); }
+Control::~Control() { std::erase(owner_.controls_, this); }
 
 std::string Control::FullName() const {
   return index_ == kNoIndex ? name_ : name_ + "(" + std::to_string(index_) + ")";
@@ -53,7 +52,7 @@ void Control::Changed() {
 
 bool Control::Gesture(const std::function<void()>& handler) {
   if (!enabled_ || !visible_) return false;
-  form_.List().Run(handler);
+  owner_.RunHandler(handler);
   return true;
 }
 
@@ -61,8 +60,8 @@ void Control::Call(const std::function<void()>& handler) {
   if (handler) handler();
 }
 
-CheckBox::CheckBox(Form& form, std::string name, int index)
-    : Control(form, ControlKind::kCheckBox, std::move(name), index) {}
+CheckBox::CheckBox(ControlOwner& owner, std::string name, int index)
+    : Control(owner, ControlKind::kCheckBox, std::move(name), index) {}
 
 void CheckBox::SetValue(int value) {
   if (value_ == value) return;
@@ -79,8 +78,8 @@ bool CheckBox::Untick() {
   return Gesture([this] { SetValue(0); });
 }
 
-OptionButton::OptionButton(Form& form, const std::string& name, int index, const std::string& group)
-    : Control(form, ControlKind::kOptionButton, name, index), group_(group.empty() ? name : group) {}
+OptionButton::OptionButton(ControlOwner& owner, const std::string& name, int index, const std::string& group)
+    : Control(owner, ControlKind::kOptionButton, name, index), group_(group.empty() ? name : group) {}
 
 void OptionButton::ClearOthers() {
   for (Control* control : Owner().Controls()) {
@@ -108,8 +107,8 @@ bool OptionButton::Choose() {
   });
 }
 
-TextBox::TextBox(Form& form, std::string name, int index)
-    : Control(form, ControlKind::kTextBox, std::move(name), index) {}
+TextBox::TextBox(ControlOwner& owner, std::string name, int index)
+    : Control(owner, ControlKind::kTextBox, std::move(name), index) {}
 
 void TextBox::SetText(const std::string& text) {
   if (text_ == text) return;
@@ -149,8 +148,8 @@ bool TextBox::LoseFocus() {
   return Gesture([this] { Call(on_lost_focus); });
 }
 
-ComboBox::ComboBox(Form& form, std::string name, int index)
-    : Control(form, ControlKind::kComboBox, std::move(name), index) {}
+ComboBox::ComboBox(ControlOwner& owner, std::string name, int index)
+    : Control(owner, ControlKind::kComboBox, std::move(name), index) {}
 
 void ComboBox::AddItem(const std::string& text) {
   items_.push_back(text);
@@ -202,17 +201,17 @@ bool ComboBox::Choose(int list_index) {
   });
 }
 
-Label::Label(Form& form, std::string name, int index)
-    : Control(form, ControlKind::kLabel, std::move(name), index) {}
+Label::Label(ControlOwner& owner, std::string name, int index)
+    : Control(owner, ControlKind::kLabel, std::move(name), index) {}
 
-FrameBox::FrameBox(Form& form, std::string name, int index)
-    : Control(form, ControlKind::kFrame, std::move(name), index) {}
+FrameBox::FrameBox(ControlOwner& owner, std::string name, int index)
+    : Control(owner, ControlKind::kFrame, std::move(name), index) {}
 
-Picture::Picture(Form& form, std::string name, std::string art)
-    : Control(form, ControlKind::kPicture, std::move(name)), art_(std::move(art)) {}
+Picture::Picture(ControlOwner& owner, std::string name, std::string art)
+    : Control(owner, ControlKind::kPicture, std::move(name)), art_(std::move(art)) {}
 
-PushButton::PushButton(Form& form, std::string name, int index)
-    : Control(form, ControlKind::kPushButton, std::move(name), index) {}
+PushButton::PushButton(ControlOwner& owner, std::string name, int index)
+    : Control(owner, ControlKind::kPushButton, std::move(name), index) {}
 
 void PushButton::SetBackColour(unsigned bgr) {
   if (back_colour_ == bgr) return;
@@ -224,15 +223,15 @@ bool PushButton::Press() {
   return Gesture([this] { Call(on_click); });
 }
 
-MenuItem::MenuItem(Form& form, std::string name, MenuItem* parent)
-    : Control(form, ControlKind::kMenuItem, std::move(name)), parent_(parent) {}
+MenuItem::MenuItem(ControlOwner& owner, std::string name, MenuItem* parent)
+    : Control(owner, ControlKind::kMenuItem, std::move(name)), parent_(parent) {}
 
 bool MenuItem::Press() {
   if (parent_ != nullptr && !parent_->Enabled()) return false;
   return Gesture([this] { Call(on_click); });
 }
 
-Timer::Timer(Form& form, std::string name) : Control(form, ControlKind::kTimer, std::move(name)) {}
+Timer::Timer(ControlOwner& owner, std::string name) : Control(owner, ControlKind::kTimer, std::move(name)) {}
 
 Timer::~Timer() {
   if (timer_id_ != 0) Owner().Machine().events.StopTimer(timer_id_);
@@ -255,11 +254,11 @@ void Timer::Restart() {
   if (timer_id_ != 0) events.StopTimer(timer_id_);
   timer_id_ = 0;
   if (!running_ || interval_ms_ <= 0) return;
-  timer_id_ = events.StartTimer(interval_ms_, [this] { Owner().List().Run([this] { Call(on_timer); }); });
+  timer_id_ = events.StartTimer(interval_ms_, [this] { Owner().RunHandler([this] { Call(on_timer); }); });
 }
 
-StatusBar::StatusBar(Form& form, std::string name, int panels)
-    : Control(form, ControlKind::kStatusBar, std::move(name)), panels_(static_cast<std::size_t>(panels)) {}
+StatusBar::StatusBar(ControlOwner& owner, std::string name, int panels)
+    : Control(owner, ControlKind::kStatusBar, std::move(name)), panels_(static_cast<std::size_t>(panels)) {}
 
 const std::string& StatusBar::Panel(int number) const {
   return panels_.at(static_cast<std::size_t>(number - 1));
@@ -272,8 +271,8 @@ void StatusBar::SetPanel(int number, const std::string& text) {
   Changed();
 }
 
-ProgressBar::ProgressBar(Form& form, std::string name)
-    : Control(form, ControlKind::kProgressBar, std::move(name)) {}
+ProgressBar::ProgressBar(ControlOwner& owner, std::string name)
+    : Control(owner, ControlKind::kProgressBar, std::move(name)) {}
 
 void ProgressBar::SetMax(int max) {
   max_ = max;
@@ -286,8 +285,8 @@ void ProgressBar::SetValue(int value) {
   Changed();
 }
 
-TabControl::TabControl(Form& form, std::string name, int tabs)
-    : Control(form, ControlKind::kTab, std::move(name)), tabs_(static_cast<std::size_t>(tabs)) {}
+TabControl::TabControl(ControlOwner& owner, std::string name, int tabs)
+    : Control(owner, ControlKind::kTab, std::move(name)), tabs_(static_cast<std::size_t>(tabs)) {}
 
 void TabControl::SetTab(int tab) {
   if (tab_ == tab) return;
@@ -311,7 +310,8 @@ bool TabControl::Select(int tab) {
   return Gesture([this, tab] { SetTab(tab); });
 }
 
-UpDown::UpDown(Form& form, std::string name) : Control(form, ControlKind::kUpDown, std::move(name)) {}
+UpDown::UpDown(ControlOwner& owner, std::string name)
+    : Control(owner, ControlKind::kUpDown, std::move(name)) {}
 
 bool UpDown::Up() {
   return Gesture([this] { Call(on_up); });
@@ -321,8 +321,8 @@ bool UpDown::Down() {
   return Gesture([this] { Call(on_down); });
 }
 
-Grid::Grid(Form& form, std::string name, int rows, int columns)
-    : Control(form, ControlKind::kGrid, std::move(name)),
+Grid::Grid(ControlOwner& owner, std::string name, int rows, int columns)
+    : Control(owner, ControlKind::kGrid, std::move(name)),
       rows_(rows),
       widths_(static_cast<std::size_t>(columns)),
       cells_(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns)) {}
