@@ -1,6 +1,8 @@
 // Text fields.
 #include <QFocusEvent>
 #include <QLineEdit>
+#include <QPainter>
+#include <QStyleOptionFrame>
 #include <functional>
 
 #include "desktop/binding_kinds.h"
@@ -10,11 +12,15 @@ namespace vlt {
 namespace {
 
 constexpr int kNoLimit = 32767;  // what Qt calls no limit
+constexpr int kTextMargin = 2;   // Qt's own, beside the text of a field
 
 // Tells when it has got or lost the focus, after it has done its own part: a mark that is set then stays.
+// While it has no focus, a text that it has no room for begins at its start and ends in dots.
 class Entry : public QLineEdit {
  public:
   using QLineEdit::QLineEdit;
+  bool IsCut() const { return fontMetrics().horizontalAdvance(text()) > TextArea().width(); }
+  std::function<void()> resized;
   std::function<void(Qt::FocusReason)> entered;
   std::function<void(Qt::FocusReason)> left;
 
@@ -27,6 +33,29 @@ class Entry : public QLineEdit {
     QLineEdit::focusOutEvent(event);
     if (left) left(event->reason());
   }
+  void resizeEvent(QResizeEvent* event) override {
+    QLineEdit::resizeEvent(event);
+    if (resized) resized();
+  }
+  void paintEvent(QPaintEvent* event) override {
+    if (hasFocus() || !IsCut()) return QLineEdit::paintEvent(event);
+    QPainter painter(this);
+    QStyleOptionFrame panel;
+    initStyleOption(&panel);
+    style()->drawPrimitive(QStyle::PE_PanelLineEdit, &panel, &painter, this);
+    painter.setPen(palette().color(QPalette::Text));
+    const QRect area = TextArea();
+    painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter,
+                     fontMetrics().elidedText(text(), Qt::ElideRight, area.width()));
+  }
+
+ private:
+  QRect TextArea() const {
+    QStyleOptionFrame panel;
+    initStyleOption(&panel);
+    const QRect inside = style()->subElementRect(QStyle::SE_LineEditContents, &panel, this);
+    return inside.adjusted(kTextMargin, 0, -kTextMargin, 0);
+  }
 };
 
 class TextBoxBinding : public Binding {
@@ -38,6 +67,7 @@ class TextBoxBinding : public Binding {
       Gesture([&] { box_.Type(FromQt(text)); });
     });
     connect(View(), &QLineEdit::returnPressed, this, [this] { Check(); });
+    View()->resized = [this] { MarkForRefresh(); };
     View()->entered = [this](Qt::FocusReason reason) { MarkAgain(reason); };
     View()->left = [this](Qt::FocusReason reason) {
       if (!Detached()) Context().gate.FieldLeft(reason, [this] { return Check(); });
@@ -45,6 +75,7 @@ class TextBoxBinding : public Binding {
   }
   ~TextBoxBinding() override {
     if (Widget() == nullptr) return;
+    View()->resized = nullptr;
     View()->entered = nullptr;
     View()->left = nullptr;
   }
@@ -69,11 +100,14 @@ class TextBoxBinding : public Binding {
   }
 
   void PushState() override {
-    View()->setMaxLength(box_.MaxLength() > 0 ? box_.MaxLength() : kNoLimit);
-    View()->setReadOnly(box_.Locked());
     const QString text = ToQt(box_.Text());
+    // The limit binds typing: what the program sets may be longer, and then takes no more letters.
+    const int limit = box_.MaxLength() > 0 ? box_.MaxLength() : kNoLimit;
+    View()->setMaxLength(qMax(limit, static_cast<int>(text.size())));
+    View()->setReadOnly(box_.Locked());
     if (View()->text() != text) {
       View()->setText(text);
+      if (!View()->hasFocus()) View()->setCursorPosition(0);
       marked_ = false;
     }
     if (marks_ == box_.SelectAllCount()) return;
@@ -81,6 +115,8 @@ class TextBoxBinding : public Binding {
     marked_ = true;
     View()->selectAll();
   }
+
+  QString CutText() const override { return View()->IsCut() ? View()->text() : QString(); }
 
   // Qt drops the mark of a field without focus; the operator is to find it when the focus comes back.
   void MarkAgain(Qt::FocusReason reason) {

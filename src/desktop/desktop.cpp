@@ -8,6 +8,9 @@
 #include "desktop/art.h"
 #include "desktop/fonts.h"
 #include "desktop/qt_text.h"
+#include "resources/string_table.h"
+#include "resources/text_ids.h"
+#include "state/app.h"
 
 namespace vlt {
 namespace {
@@ -39,9 +42,10 @@ Desktop::Desktop(Windows& windows, Texts texts, Layouts layouts)
                [this](const std::string& form) { Close(form); },
                [this] { ArrangePages(); },
                [this] { return FrameView() == nullptr ? QSet<QChar>() : FrameView()->MenuLetters(); },
-               [this] { return FrameWidget(); }} {
+               [this] { return FrameWidget(); },
+               {}} {
   windows_.SetObserver({[this](Form& form) { Loaded(form); }, [this](Form& form) { Unloaded(form); },
-                        [this] { PointerChanged(); }});
+                        [this] { PointerChanged(); }, [this](const std::string& what) { Failed(what); }});
   gate_.on_idle = [this] {
     if (!gone_.empty())
       QMetaObject::invokeMethod(
@@ -65,6 +69,7 @@ void Desktop::Loaded(Form& form) { views_[&form] = std::make_unique<FormView>(fo
 void Desktop::Unloaded(Form& form) {
   const auto at = views_.find(&form);
   if (at == views_.end()) return;
+  if (form.Visible()) at->second->KeepPlace();
   at->second->Detach();
   gone_.push_back(std::move(at->second));
   views_.erase(at);
@@ -95,6 +100,16 @@ void Desktop::PointerChanged() {
   } else {
     QGuiApplication::restoreOverrideCursor();
   }
+}
+
+void Desktop::Failed(const std::string& what) {
+  if (telling_) return;
+  telling_ = true;
+  windows_.Machine().dialogs.Ask({.text = FormatText(FromQt(context_.text(text::kInternalFault)), {what}),
+                                  .title = kProductTitle,
+                                  .icon = MessageIcon::kStop});
+  telling_ = false;
+  EndWhenEmpty();
 }
 
 void Desktop::Close(const std::string& form) {

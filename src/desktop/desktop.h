@@ -10,7 +10,7 @@
 
 #include "desktop/form_view.h"
 #include "desktop/input_gate.h"
-#include "desktop/layout.h"
+#include "desktop/layouts/layouts.h"
 #include "desktop/refresh_queue.h"
 #include "window/form.h"
 
@@ -28,6 +28,9 @@ class Desktop : public QObject {
   Desktop(Windows& windows, Texts texts, Layouts layouts = FindLayout);
   ~Desktop() override;
 
+  // Who keeps the place of the main window; before it is shown.
+  void SetPlaceKeeper(PlaceKeeper keeper) { context_.place = std::move(keeper); }
+
   // The view of a form that exists, or null.
   FormView* View(std::string_view form) const;
   // Brings the screen up to date now instead of with the next event.
@@ -37,6 +40,8 @@ class Desktop : public QObject {
   void Loaded(Form& form);
   void Unloaded(Form& form);
   void PointerChanged();
+  // Tells the operator of a handler that broke off; all else goes on.
+  void Failed(const std::string& what);
   void Close(const std::string& form);
   // Puts the topmost page on top, or the empty frame's picture.
   void ArrangePages();
@@ -53,6 +58,7 @@ class Desktop : public QObject {
   // Views of unloaded forms, until no gesture of them can be under way.
   std::vector<std::unique_ptr<FormView>> gone_;
   bool hourglass_ = false;
+  bool telling_ = false;  // of a failure; others that come meanwhile are its consequences
 };
 
 }  // namespace vlt

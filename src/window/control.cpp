@@ -1,9 +1,22 @@
 #include "window/control.h"
 
+#include <algorithm>
 #include <stdexcept>
+#include <string_view>
 
 #include "values/text.h"
 namespace vlt {
+namespace {
+
+// `left` is `text` with one piece taken out of it.
+bool IsLeftOf(std::string_view left, std::string_view text) {
+  if (left.size() > text.size()) return false;
+  const auto head = std::mismatch(left.begin(), left.end(), text.begin()).first - left.begin();
+  const auto tail = std::mismatch(left.rbegin(), left.rend(), text.rbegin()).first - left.rbegin();
+  return static_cast<std::size_t>(head + tail) >= left.size();
+}
+
+}  // namespace
 
 Control::Control(ControlOwner& owner, ControlKind kind, std::string name, int index)
     : owner_(owner), kind_(kind), name_(std::move(name)), index_(index) {
@@ -140,7 +153,8 @@ bool TextBox::Type(const std::string& text) {
   if (locked_) return false;
   return Gesture([this, &text] {
     const auto limit = static_cast<std::size_t>(max_length_);
-    SetText(limit > 0 ? std::string(FirstChars(text, limit)) : text);
+    const bool fits = limit == 0 || CharCount(text) <= limit || IsLeftOf(text, text_);
+    SetText(fits ? text : std::string(FirstChars(text, limit)));
   });
 }
 
@@ -341,8 +355,23 @@ void Grid::SetCell(int row, int column, const std::string& text) {
   Changed();
 }
 
+void Grid::SetRow(int row, std::span<const std::string> texts) {
+  for (std::size_t column = 0; column < texts.size(); ++column) {
+    SetCell(row, static_cast<int>(column), texts[column]);
+  }
+}
+
+void Grid::SetRows(int rows) {
+  if (rows_ == rows) return;
+  rows_ = rows;
+  cells_.resize(static_cast<std::size_t>(rows) * widths_.size());
+  Changed();
+}
+
 void Grid::SetColumnWidth(int column, int width) {
-  widths_.at(static_cast<std::size_t>(column)) = width;
+  int& held = widths_.at(static_cast<std::size_t>(column));
+  if (held == width) return;
+  held = width;
   Changed();
 }
 

@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -144,7 +145,8 @@ class TextBox : public Control {
   int SelectAllCount() const { return select_all_count_; }
   void SetFocus();
 
-  // Replaces the text by what a person typed, at most MaxLength characters of it.
+  // Replaces the text by what a person typed, at most MaxLength characters of it. A text that the program set
+  // may be longer; a person can then only take from it.
   bool Type(const std::string& text);
   // Leaves the field after typing: runs on_lost_focus.
   bool LoseFocus();
@@ -306,11 +308,16 @@ class UpDown : public Control {
 // A table of texts. Row 0 may be a fixed head; a column of width 0 is hidden.
 class Grid : public Control {
  public:
+  // A cell outside of the table is a programming error and throws std::out_of_range.
   Grid(ControlOwner& owner, std::string name, int rows, int columns);
   int Rows() const { return rows_; }
+  // Rows that stay keep what they hold, new ones are empty.
+  void SetRows(int rows);
   int Columns() const { return static_cast<int>(widths_.size()); }
   const std::string& Cell(int row, int column) const;
   void SetCell(int row, int column, const std::string& text);
+  // A whole row, from column 0 on.
+  void SetRow(int row, std::span<const std::string> texts);
   int ColumnWidth(int column) const { return widths_.at(static_cast<std::size_t>(column)); }
   // Widths and sizes are in the page's logical units (fifteen to a pixel).
   void SetColumnWidth(int column, int width);

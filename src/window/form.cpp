@@ -171,11 +171,11 @@ void Windows::Bury(const Form* gone) {
   std::erase(front_order_, &form);
   unloaded_.push_back(std::move(*at));
   forms_.erase(at);
+  if (observer_.unloaded) observer_.unloaded(form);
   for (Control* control : form.Controls()) {
     if (control->Kind() == ControlKind::kTimer) static_cast<Timer*>(control)->SetRunning(false);
   }
   form.Hide();
-  if (observer_.unloaded) observer_.unloaded(form);
 }
 
 std::vector<Form*> Windows::Open() const {

@@ -7,7 +7,7 @@
 #include <QWheelEvent>
 #include <QtTest/QTest>
 
-#include "desktop/binding.h"
+#include "desktop/bind.h"
 #include "desktop/chart_plot.h"
 #include "resources/string_table.h"
 #include "support/virtual_platform.h"
