@@ -65,6 +65,7 @@ class TextBoxBinding : public Binding {
     connect(View(), &QLineEdit::textEdited, this, [this](const QString& text) {
       marked_ = false;
       Gesture([&] { box_.Type(FromQt(text)); });
+      if (!Detached()) PushLimit();
     });
     connect(View(), &QLineEdit::returnPressed, this, [this] { Check(); });
     View()->resized = [this] { MarkForRefresh(); };
@@ -101,9 +102,7 @@ class TextBoxBinding : public Binding {
 
   void PushState() override {
     const QString text = ToQt(box_.Text());
-    // The limit binds typing: what the program sets may be longer, and then takes no more letters.
-    const int limit = box_.MaxLength() > 0 ? box_.MaxLength() : kNoLimit;
-    View()->setMaxLength(qMax(limit, static_cast<int>(text.size())));
+    PushLimit();
     View()->setReadOnly(box_.Locked());
     if (View()->text() != text) {
       View()->setText(text);
@@ -114,6 +113,12 @@ class TextBoxBinding : public Binding {
     marks_ = box_.SelectAllCount();
     marked_ = true;
     View()->selectAll();
+  }
+
+  // It binds typing: what the program has set may be longer, and then takes no more letters.
+  void PushLimit() {
+    const int limit = box_.MaxLength() > 0 ? box_.MaxLength() : kNoLimit;
+    View()->setMaxLength(qMax(limit, static_cast<int>(ToQt(box_.Text()).size())));
   }
 
   QString CutText() const override { return View()->IsCut() ? View()->text() : QString(); }

@@ -25,7 +25,8 @@ constexpr int kCellGap = 4;
 constexpr int kCellRowGap = 2;
 constexpr int kEntryWidth = 100;
 constexpr int kUnitWidth = 58;
-constexpr int kCellWidth = 84;
+constexpr const char* kWidestCell = "-12345678.12345";  // a total with its sign
+constexpr int kCellFrame = 12;                          // beside the text of an entry
 constexpr int kButtonWidth = 96;
 constexpr int kNavigationWidth = 168;
 constexpr int kNavigationHeight = 38;
@@ -269,7 +270,7 @@ void Builder::PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, in
   if (kind != ControlKind::kTextBox) return;
   static_cast<QLineEdit*>(widget)->setAlignment(Qt::AlignRight);
   widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-  widget->setMinimumWidth(kCellWidth);
+  widget->setMinimumWidth(widget->fontMetrics().horizontalAdvance(kWidestCell) + kCellFrame);
   grid->setColumnStretch(column, 1);
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "support/test_app.h"
+#include "window/chart.h"
 #include "window/form.h"
 
 namespace vlt::test {
@@ -165,6 +166,42 @@ TEST_F(WindowTest, OptionsExcludeEachOtherAndListsKeepTheirSelection) {
   EXPECT_EQ(sheet.text.Text(), "ｱｲｳ") << "lengths count characters";
   sheet.text.SetText("12345");
   EXPECT_EQ(sheet.text.Text(), "12345") << "the program's own text is never cut";
+  sheet.text.Type("1245");
+  EXPECT_EQ(sheet.text.Text(), "1245") << "nor what a person leaves of it";
+  sheet.text.Type("12459");
+  EXPECT_EQ(sheet.text.Text(), "124");
+}
+
+TEST_F(WindowTest, GridsGrowAndShrink) {
+  Sheet& sheet = Load();
+  Grid grid(sheet, "grid", 2, 3);
+  const std::string texts[] = {"a", "b", "c"};
+  grid.SetRow(1, texts);
+  EXPECT_THROW(grid.SetCell(2, 0, "x"), std::out_of_range);
+  grid.SetRows(32);
+  grid.SetCell(31, 2, "last");
+  EXPECT_EQ(grid.Cell(1, 1), "b");
+  EXPECT_EQ(grid.Cell(31, 0), "");
+  grid.SetRows(2);
+  grid.SetRows(32);
+  EXPECT_EQ(grid.Cell(31, 2), "") << "what went is gone";
+  EXPECT_EQ(grid.Cell(1, 2), "c");
+}
+
+TEST_F(WindowTest, HolesOfALineLieInThePlacesThatTheyLeave) {
+  const ChartPoint hole;
+  const struct {
+    std::vector<ChartPoint> points;
+    std::vector<double> places;
+  } kCases[] = {
+      {{}, {}},
+      {{hole, hole}, {1, 2}},
+      {{{10, 1}, hole, hole, {16, 1}}, {10, 12, 14, 16}},
+      {{hole, hole, {10, 1}, {12, 1}, hole, hole}, {6, 8, 10, 12, 14, 16}},
+      {{hole, {5, 1}, hole}, {4, 5, 6}},
+      {{{2, 1}, hole, {3, 1}, hole}, {2, 2.5, 3, 3.5}},
+  };
+  for (const auto& [points, places] : kCases) EXPECT_EQ(PlacesOf(points), places);
 }
 
 // A window whose hooks wait, as an exchange does, and events that come meanwhile.
