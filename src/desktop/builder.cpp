@@ -238,6 +238,7 @@ void Builder::AddRow(const LayoutItem& item) {
     QWidget* widget = Make(name, &kind);
     if (widget == nullptr) continue;
     if (item.kind == LayoutKind::kCells) {
+      ReleaseWidth();
       PlaceCell(widget, kind, grid, row, column);
     } else {
       Place(widget, kind, grid, row, column, column + 1 == count);
@@ -261,6 +262,13 @@ void Builder::Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int ro
   }
   if (column > 1 && kind == ControlKind::kLabel) widget->setMinimumWidth(kUnitWidth);
   grid->addWidget(widget, row, column);
+}
+
+// A table of values is as wide as it needs, and so is the column that it lies in.
+void Builder::ReleaseWidth() {
+  for (Open* open = &Top(); open->outer != nullptr; open = open->outer) {
+    if (open->kind == LayoutKind::kColumn) open->parent->setMaximumWidth(QWIDGETSIZE_MAX);
+  }
 }
 
 void Builder::PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column) {

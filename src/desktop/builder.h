@@ -85,6 +85,7 @@ class Builder {
   QWidget* Make(std::string_view name, ControlKind* kind = nullptr);
   void Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column, bool last);
   Open& Top() { return *open_.back(); }
+  void ReleaseWidth();
   void PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column);
   std::size_t NewAlignment();
 

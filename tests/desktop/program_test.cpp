@@ -133,7 +133,7 @@ TEST_P(ProgramTest, TheMainWindowComesBackWhereItWasLeft) {
   boxes.Lay(app.Text(4500), false);
   Open("Form10");
   QWidget& window = *hands.Window("MDIForm1").window();
-  const QRect left(6, 80, window.width() - 20, window.height() - 90);
+  const QRect left(6, 80, 780, 640);
   window.setMinimumSize(400, 300);
   window.setGeometry(left);
   EXPECT_FALSE(QFile::exists(path)) << "kept at the end only";
