@@ -45,7 +45,8 @@ Desktop::Desktop(Windows& windows, Texts texts, Layouts layouts)
                [this] { return FrameWidget(); },
                {}} {
   windows_.SetObserver({[this](Form& form) { Loaded(form); }, [this](Form& form) { Unloaded(form); },
-                        [this] { PointerChanged(); }, [this](const std::string& what) { Failed(what); }});
+                        [this] { PointerChanged(); },
+                        [this](const std::string& what) { TellFailure(what); }});
   gate_.on_idle = [this] {
     if (!gone_.empty())
       QMetaObject::invokeMethod(
@@ -102,7 +103,7 @@ void Desktop::PointerChanged() {
   }
 }
 
-void Desktop::Failed(const std::string& what) {
+void Desktop::TellFailure(const std::string& what) {
   if (telling_) return;
   telling_ = true;
   windows_.Machine().dialogs.Ask({.text = FormatText(FromQt(context_.text(text::kInternalFault)), {what}),

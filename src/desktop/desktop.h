@@ -31,6 +31,9 @@ class Desktop : public QObject {
   // Who keeps the place of the main window; before it is shown.
   void SetPlaceKeeper(PlaceKeeper keeper) { context_.place = std::move(keeper); }
 
+  // Tells the operator of a handler that broke off; all else goes on.
+  void TellFailure(const std::string& what);
+
   // The view of a form that exists, or null.
   FormView* View(std::string_view form) const;
   // Brings the screen up to date now instead of with the next event.
@@ -40,8 +43,6 @@ class Desktop : public QObject {
   void Loaded(Form& form);
   void Unloaded(Form& form);
   void PointerChanged();
-  // Tells the operator of a handler that broke off; all else goes on.
-  void Failed(const std::string& what);
   void Close(const std::string& form);
   // Puts the topmost page on top, or the empty frame's picture.
   void ArrangePages();

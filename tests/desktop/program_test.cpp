@@ -13,7 +13,8 @@
 
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
-#include "pages/page.h"
+#include "resources/string_table.h"
+#include "resources/text_ids.h"
 #include "shell/mdi_form1.h"
 #include "tour/hands.h"
 
@@ -39,7 +40,7 @@ class ProgramTest : public testing::TestWithParam<int> {
     frame.Show();
     hands.Window("MDIForm1").resize(1280, 800);
     Form& form = app.windows.Load(name);
-    if (auto* page = dynamic_cast<PageForm*>(&form)) page->FrmInit();
+    form.RunHook(&FormHooks::FrmInit);
     form.Show();
     hands.Window(name);
     QApplication::processEvents();
@@ -157,6 +158,15 @@ TEST_P(ProgramTest, ASmallScreenScrollsPagesAndKeepsTheStatusLine) {
   const QWidget& status = hands.Widget("MDIForm1", "StatusBar1");
   EXPECT_LE(status.mapTo(&window, status.rect().bottomRight()).y(), window.height());
   EXPECT_FALSE(status.visibleRegion().isEmpty());
+}
+
+TEST_P(ProgramTest, AFaultBesideTheHandlersIsToldToo) {
+  Open("Form10");
+  BoxAnswers boxes;
+  boxes.Lay(FormatText(app.Text(text::kInternalFault), {"no room"}), true);
+  app.platform.events.Post([] { throw std::runtime_error("no room"); });
+  EXPECT_TRUE(WaitFor([&] { return boxes.AllGiven(); }));
+  EXPECT_TRUE(boxes.trouble.empty());
 }
 
 TEST_P(ProgramTest, ClosingIsRefusedWhileAnExchangeRuns) {
