@@ -80,49 +80,6 @@ int AskUnitSystem(App& app, const Query& query) {
   return value;
 }
 
-struct Slot {
-  const char* section;
-  const char* key;
-};
-
-template <std::size_t N>
-void Clear(App& app, const Slot (&slots)[N]) {
-  for (const Slot& slot : slots) app.slots.At(slot.section, slot.key).clear();
-}
-
-constexpr Slot kProcessCache[] = {
-    {"PROCESS SETTING", "SENSOR_SPACING_Unit"}, {"PROCESS SETTING", "OUTER_DIAMETER_Unit"},
-    {"PROCESS SETTING", "PIPE_S_V_Unit"},       {"PROCESS SETTING", "WALL_THICKNESS_Unit"},
-    {"PROCESS SETTING", "LINING_S_V_Unit"},     {"PROCESS SETTING", "LINING_THICKNESS_Unit"},
-    {"PROCESS SETTING", "FLUID_S_V_Unit"},      {"PROCESS SETTING", "VISCOSITY_Unit"},
-};
-constexpr Slot kFlowCache[] = {
-    {"RANGE", "FULL_SCALE1_Unit"},         {"RANGE", "FULL_SCALE2_Unit"}, {"RANGE", "RATE_LIMIT_Unit"},
-    {"RANGE", "LOW_FLOW_OUTPUT_CUT_Unit"}, {"RANGE", "ZERO_Unit"},        {"STATUS", "DO_FLOW_SW_HIGH_Unit"},
-    {"STATUS", "DO_FLOW_SW_LOW_Unit"},
-};
-constexpr Slot kTotalCache[] = {
-    {"TOTAL", "TOTAL_RATE_Unit"},
-    {"TOTAL", "F_TOTAL_PRESET_Unit"},
-    {"STATUS", "DO_TOTAL_SW_Unit"},
-};
-constexpr Slot kHeatFlowCache[] = {
-    {"RANGE", "H_FULL_SCALE1_Unit"},
-    {"RANGE", "H_FULL_SCALE2_Unit"},
-    {"STATUS", "H_FLOW_SW_HIGH_Unit"},
-    {"STATUS", "H_FLOW_SW_LOW_Unit"},
-};
-constexpr Slot kHeatTotalCache[] = {
-    {"TOTAL", "H_TOTAL_RATE_Unit"},
-    {"TOTAL", "H_TOTAL_PRESET_Unit"},
-    {"STATUS", "H_TOTAL_SW_Unit"},
-};
-constexpr Slot kTempCache[] = {
-    {"HEAT SETTING", "SWITCHTEMP_Unit"},       {"HEAT SETTING", "HYSTERESIS_Unit"},
-    {"HEAT SETTING", "CONFIGSUPPLYTEMP_Unit"}, {"HEAT SETTING", "CONFIGRETURNTEMP_Unit"},
-    {"HEAT SETTING", "SUPPLYTEMPZERO_Unit"},   {"HEAT SETTING", "RETURNTEMPZERO_Unit"},
-};
-
 }  // namespace
 
 int GetUnitFlag(App& app) { return AskUnitSystem(app, kUnitFlag); }
@@ -182,11 +139,15 @@ void BuildBaseUnitNames(App& app) {
   app.state.BaseUnitNames.assign(names.begin(), names.end());
 }
 
-void ClearProcessCache(App& app) { Clear(app, kProcessCache); }
-void ClearFlowCache(App& app) { Clear(app, kFlowCache); }
-void ClearTotalCache(App& app) { Clear(app, kTotalCache); }
-void ClearHeatFlowCache(App& app) { Clear(app, kHeatFlowCache); }
-void ClearHeatTotalCache(App& app) { Clear(app, kHeatTotalCache); }
-void ClearTempCache(App& app) { Clear(app, kTempCache); }
+void ClearProcessCache(App& app) {
+  for (const UnitKind kind : {UnitKind::kLength, UnitKind::kVelocity, UnitKind::kViscosity}) {
+    app.slots.ForgetUnits(kind);
+  }
+}
+void ClearFlowCache(App& app) { app.slots.ForgetUnits(UnitKind::kFlow); }
+void ClearTotalCache(App& app) { app.slots.ForgetUnits(UnitKind::kTotal); }
+void ClearHeatFlowCache(App& app) { app.slots.ForgetUnits(UnitKind::kHeatFlow); }
+void ClearHeatTotalCache(App& app) { app.slots.ForgetUnits(UnitKind::kHeatTotal); }
+void ClearTempCache(App& app) { app.slots.ForgetUnits(UnitKind::kTemperature); }
 
 }  // namespace vlt

@@ -166,18 +166,27 @@ void EndByFault(App& app, const PortFault& fault) {
   }
 }
 
+void Count(App& app, bool good) {
+  ++app.tally.exchanges;
+  if (good) return;
+  if (app.tally.first_failure.empty()) app.tally.first_failure = app.state.LastErrorText;
+  ++app.tally.failed;
+}
+
 }  // namespace
 
 bool SendReceive(App& app, std::span<std::uint8_t> tx, int txLast, std::span<std::uint8_t> rx, int rxLast,
                  int mode) {
   Exchange x = Prepare(app, tx.first(static_cast<std::size_t>(txLast) + 1),
                        rx.first(static_cast<std::size_t>(rxLast) + 1), mode);
+  bool good = false;
   try {
-    return Run(x);
+    good = Run(x);
   } catch (const PortFault& fault) {
     EndByFault(app, fault);
-    return false;
   }
+  Count(app, good);
+  return good;
 }
 
 bool SendReceive(App& app, Frame& tx, Frame& rx, int mode) {

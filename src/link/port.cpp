@@ -9,7 +9,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kCommunicationError = 3950;
 constexpr int kRestMs = 200;
 constexpr double kGapBits = 48;
 
@@ -120,7 +119,7 @@ int PortNumber(const App& app) { return NumberIn(app.state.PortNo); }
 
 std::string CommunicationErrorText(const App& app) {
   const std::string& reason = app.state.PortFaultReason;
-  return app.Text(kCommunicationError) + (reason.empty() ? "" : " " + reason);
+  return app.Text(text::kCommunicationError) + (reason.empty() ? "" : " " + reason);
 }
 
 }  // namespace vlt

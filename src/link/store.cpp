@@ -1,7 +1,8 @@
 #include "link/store.h"
 
-#include "link/modbus.h"
 #include "link/port.h"
+#include "link/registers.h"
+#include "resources/text_ids.h"
 #include "values/codecs.h"
 
 namespace vlt {
@@ -12,11 +13,10 @@ constexpr int kIdle = 0;
 constexpr int kRequest = 1;
 constexpr int kRounds = 5;
 constexpr int kStoreMs = 200;  // the meter needs a pause before it can be asked about the store
-constexpr int kCommunicationError = 3950;
 
 bool OpenOrTell(App& app, MessageIcon icon) {
   if (OpenPort(app)) return true;
-  app.Show(app.Text(kCommunicationError), icon);
+  app.Show(app.Text(text::kCommunicationError), icon);
   app.windows.SetMousePointer(kNormalPointer);
   app.Status(CommunicationErrorText(app));
   return false;
@@ -47,16 +47,14 @@ bool SaveToDevice(App& app) {
 }
 
 bool ReadSaveStatus(App& app) {
-  Frame request = ReadRequest(StationNumber(app), 3, kStoreRegister, 1);
-  Frame reply = ReplyFor(request);
-  return SendReceive(app, request, reply, kModeStore) && BytesToInt16(reply[3], reply[4]) == kIdle;
+  RegisterData data;
+  return ReadRegisters(app, OwnStation(app, kModeStore), {.address = kStoreRegister, .count = 1}, data) &&
+         BytesToInt16(data, 0) == kIdle;
 }
 
 bool WriteSaveRequest(App& app) {
-  if (!OpenOrTell(app, MessageIcon::kNone)) return false;
-  Frame request = WriteRegisterRequest(StationNumber(app), kStoreRegister, kRequest);
-  Frame reply = ReplyFor(request);
-  return SendReceive(app, request, reply, kModeStore) && EchoWordEqual(reply, kRequest);
+  return OpenOrTell(app, MessageIcon::kNone) &&
+         WriteRegister(app, OwnStation(app, kModeStore), kStoreRegister, kRequest) == WriteResult::kProven;
 }
 
 }  // namespace vlt

@@ -38,6 +38,8 @@ class Form9 : public PageForm {
   void Form_Activate() override;
   void Form_Deactivate() override;
   void Form_Unload(int& cancel) override;
+  const Control* StopButton() const override { return &Stop; }
+  bool IsLive() const override { return CycleTimer.Running(); }
 
   // 0, 1, 3: ready to start; 2: a run is on. Other values do nothing.
   void SetRunButtons(int state);

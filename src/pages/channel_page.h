@@ -2,6 +2,8 @@
 // list: range and total.
 #pragma once
 
+#include "link/quiet_query.h"
+#include "pages/chooser.h"
 #include "pages/parameter_page.h"
 
 namespace vlt {
@@ -9,14 +11,10 @@ namespace vlt {
 class ChannelPage : public ParameterPage {
  public:
   void Form_Activate() override;
+  bool IsChoice(const Control& control) const override { return chooser_.Has(control); }
 
   Label lblChannel{*this, "lblChannel"};
   ControlArray<OptionButton> ChannelSelect{*this, "ChannelSelect", Indexes(kChannels)};
-
-  CheckBox chkCheck{*this, "chkCheck"};
-  PushButton ReadParameter{*this, "ReadParameter"};
-  PushButton SetParameter{*this, "SetParameter"};
-  PushButton SaveParameter{*this, "SaveParameter"};
 
   // The unit of the channel's values, whatever the name says.
   CheckBox UNIT_SYSTEM{*this, "UNIT_SYSTEM"};
@@ -31,32 +29,27 @@ class ChannelPage : public ParameterPage {
   // What tells one page from the other.
   struct Traits {
     const char* name;
-    const char* section;  // of the parameter file
-    int title;            // text ids, these and the next
-    int set_started;
-    int set_completed;
-    int read_started;
-    int read_completed;
+    Texts texts;
     int SharedState::*channel;     // the chosen channel, kept between openings
     int SharedState::*unit_track;  // the UnitFlag that the unit list was last filled for
   };
   ChannelPage(App& app, const Traits& traits);
 
   // The chosen channel, 0 to 2.
-  int Channel() const;
-  bool ChannelIsChosen() override { return ChannelSelect(Channel()).Enabled(); }
-  int ChannelBase() override;
+  int Channel() const { return chooser_.Index(); }
+  int IndexOf(Location) override { return Channel(); }
+  bool ChannelIsChosen() override { return chooser_.IsEnabled(); }
   // Stores the choice. The captions kept for another channel's units are void then.
   void TakeChannel(int index);
   // Runs when an option is chosen by the operator or by the activation.
   virtual void ChannelSelect_Click(int index) = 0;
 
-  // What the meter last told of its channels, a result of GetChannelConfig.
-  int Config() const { return config_; }
-  bool HasTwoPipes() const;
+  // What the meter last told of its channels.
+  ChannelConfig Config() const { return config_; }
+  bool HasTwoPipes() const { return config_ == ChannelConfig::kTwoPipes; }
   // Asks it during an exchange, and in a lock of its own.
-  void AskConfig();
-  void AskConfigUnderLock();
+  void AskConfig() { config_ = AskChannelConfig(app()); }
+  void AskConfigUnderLock() { config_ = AskChannelConfig(app(), *this); }
 
   // Fills UNIT_SYSTEMCombo for the unit system in force.
   virtual void FillUnits() = 0;
@@ -68,12 +61,12 @@ class ChannelPage : public ParameterPage {
   // True when the list was filled for another unit system.
   bool UnitsAreStale() const;
 
-  // Title, channels, buttons and boxes in the language in force, and the units.
-  void SetPageCaptions();
+  void SetChannelCaptions(std::vector<CaptionRow> own);
 
  private:
   Traits traits_;
-  int config_ = -1;
+  Chooser chooser_;
+  ChannelConfig config_ = ChannelConfig::kUnknown;
 };
 
 }  // namespace vlt

@@ -1,41 +1,13 @@
 #include "pages/field.h"
 
 #include <algorithm>
-#include <array>
 
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
-#include "values/codecs.h"
-#include "values/encode.h"
 #include "values/number_text.h"
 
 namespace vlt {
 namespace {
-
-double DecodeNumber(const Field& field, std::span<const std::uint8_t> reply, std::size_t start) {
-  switch (field.wire) {
-    case Wire::kInt16:
-      return BytesToInt16(reply, start);
-    case Wire::kUInt16:
-      return BytesToUInt16(reply, start);
-    case Wire::kInt32:
-      return BytesToInt32(reply, start);
-    case Wire::kDouble:
-      break;
-  }
-  return BytesToDouble(reply, start);
-}
-
-template <std::size_t N>
-std::vector<std::uint8_t> Bytes(const std::array<std::uint8_t, N>& bytes) {
-  return {bytes.begin(), bytes.end()};
-}
-
-double TenTo(int power) {
-  double result = 1;
-  for (int i = 0; i < power; ++i) result *= 10;
-  return result;
-}
 
 std::string Hex4(unsigned address) {
   constexpr char kDigits[] = "0123456789ABCDEF";
@@ -80,13 +52,35 @@ void Field::SetEntryEnabled(bool enabled) const {
   }
 }
 
-Field CodeField(CheckBox& box, ComboBox& list, std::uint16_t address, int caption, const char* key) {
-  return {.box = &box, .list = &list, .address = address, .caption = caption, .key = key};
+int Field::IndexOf(int code) const {
+  if (index_of_code) return index_of_code(code);
+  return any_code_is_second && code != 0 ? 1 : code;
 }
 
-Field Kept(Field field, const char* key, const char* unit_key) {
-  field.key = key;
-  field.unit_key = unit_key;
+void Field::Mark(const std::string& reason) const { Entry().SetMark(reason); }
+
+Field Bind(const Parameter& parameter, CheckBox& box, TextBox& text, Label* unit) {
+  Field field;
+  field.parameter = &parameter;
+  field.box = &box;
+  field.text = &text;
+  field.unit = unit;
+  return field;
+}
+
+Field Bind(const Parameter& parameter, CheckBox& box, ComboBox& list) {
+  Field field;
+  field.parameter = &parameter;
+  field.box = &box;
+  field.list = &list;
+  return field;
+}
+
+Field Bind(const Parameter& parameter, CheckBox& box, OptionButton& first, OptionButton& second) {
+  Field field;
+  field.parameter = &parameter;
+  field.box = &box;
+  field.options = {&first, &second};
   return field;
 }
 
@@ -110,40 +104,24 @@ void ShowSlot(const Field& field, const std::string& slot) {
   }
 }
 
-std::string DecodeText(const Field& field, int unit_flag, std::span<const std::uint8_t> reply,
-                       std::size_t start) {
-  const double number = DecodeNumber(field, reply, start);
-  if (field.show == ShowAs::kDigits) return DigitsText(number, field.digits);
-  if (field.show == ShowAs::kPlain) return GeneralText(number);
-  const int decimals = field.decimals.In(unit_flag);
-  return FixedText(number / TenTo(decimals), decimals);
-}
-
-int DecodeCode(const Field& field, std::span<const std::uint8_t> reply, std::size_t start) {
-  return field.wire == Wire::kUInt16 ? BytesToUInt16(reply, start) : BytesToInt16(reply, start);
-}
-
-std::optional<std::vector<std::uint8_t>> EncodeText(const Field& field, int unit_flag,
-                                                    const std::string& text) {
-  const std::optional<double> number = ParseNumber(text);
-  if (!number) return std::nullopt;
-  if (field.wire == Wire::kDouble) return Bytes(DoubleToBytes(*number));
-  const int decimals = field.decimals.In(unit_flag);
-  if (field.wire == Wire::kInt32) {
-    const auto scaled = ScaledInt32(*number, decimals);
-    return scaled ? std::optional(Bytes(Int32ToBytes(*scaled))) : std::nullopt;
-  }
-  const auto scaled =
-      field.wire == Wire::kUInt16 ? ScaledUInt16(*number, decimals) : ScaledInt16(*number, decimals);
-  return scaled ? std::optional(Bytes(Int16ToBytes(*scaled))) : std::nullopt;
-}
-
-std::vector<std::uint8_t> EncodeCode(int code) { return Bytes(Int16ToBytes(code)); }
-
-std::string FieldHint(const App& app, const Field& field) {
-  constexpr int kTypes[] = {text::kTypeInt16, text::kTypeUInt16, text::kTypeInt32, text::kTypeDouble};
+std::string FieldHint(const App& app, const Field& field, int address) {
+  constexpr int kTypes[] = {text::kTypeInt16, text::kTypeUInt16, text::kTypeInt32, text::kTypeDouble,
+                            text::kTypeCharacters};
   return FormatText(app.Text(text::kTipRegister),
-                    {Hex4(field.address), app.Text(kTypes[static_cast<int>(field.wire)])});
+                    {Hex4(static_cast<unsigned>(address)),
+                     app.Text(kTypes[static_cast<std::size_t>(field.parameter->wire)])});
+}
+
+std::string TextFaultText(const App& app, const Field& field, TextFault fault) {
+  switch (fault) {
+    case TextFault::kNoNumber:
+      return app.Text(text::kNoNumber);
+    case TextFault::kOutOfRange:
+      return FormatText(app.Text(text::kDoesNotFit),
+                        {LeastText(*field.parameter, app.state), GreatestText(*field.parameter, app.state)});
+    default:
+      return {};
+  }
 }
 
 }  // namespace vlt

@@ -2,6 +2,7 @@
 // from them, and the zero adjustment.
 #pragma once
 
+#include "pages/chooser.h"
 #include "pages/parameter_page.h"
 
 namespace vlt {
@@ -13,8 +14,9 @@ class Form10 : public ParameterPage {
   // Captions, units and lengths of the page.
   void C01_SECHI_FrmInit();
   void FrmInit() override { C01_SECHI_FrmInit(); }
-  void Taihi_Form10();
+  void Taihi_Form10() { ParameterPage::Taihi(); }
   void Taihi() override { Taihi_Form10(); }
+  bool IsChoice(const Control& control) const override { return chooser_.Has(control); }
   void Form_Load() override;
   void Form_Activate() override;
 
@@ -26,11 +28,6 @@ class Form10 : public ParameterPage {
   FrameBox FrameZero{*this, "FrameZero"};
   PushButton CmdBtnClear{*this, "CmdBtnClear"};
   PushButton CmdBtnAdjust{*this, "CmdBtnAdjust"};
-
-  CheckBox chkCheck{*this, "chkCheck"};
-  PushButton ReadParameter{*this, "ReadParameter"};
-  PushButton SetParameter{*this, "SetParameter"};
-  PushButton SaveParameter{*this, "SaveParameter"};
 
   CheckBox OUTER_DIAMETER{*this, "OUTER_DIAMETER"};
   TextBox OUTER_DIAMETERText{*this, "OUTER_DIAMETERText"};
@@ -69,25 +66,24 @@ class Form10 : public ParameterPage {
 
  private:
   std::vector<Field> Table();
-  Field SpacingField(TextBox& text, std::uint16_t address, Wire wire, Label* unit);
   // True when the spacing or any enabled parameter is ticked.
   bool Check_On();
   bool AnythingSelected() override { return Check_On(); }
-  bool ChannelIsChosen() override;
-  int Channel() const;
-  int ChannelBase() override;
+  bool ChannelIsChosen() override { return chooser_.IsEnabled(); }
+  int IndexOf(Location) override { return chooser_.Index(); }
   std::vector<CheckBox*> Boxes() override;
   void ReadBlocks() override;
   void BuildLists() override;
   void EnableCommands(bool enabled) override;
-  void SetMaxLengths();
 
   void ChannelSelect_Click(int index);
   void PIPE_MATERIALCombo_Click();
   void KIND_OF_FLUIDCombo_Click();
   void LINING_MATERIALCombo_Click();
   // Zero adjustment: asks, then writes `value` (0 clear, 1 set zero) at once, whatever is ticked.
-  void AdjustZero(int value, int question);
+  void AdjustZero(const PushButton& command, int value, int question);
+
+  Chooser chooser_;
 };
 
 }  // namespace vlt

@@ -1,218 +1,75 @@
 #include "pages/form2.h"
 
 #include "link/device_queries.h"
-#include "pages/unit_text.h"
+#include "meter/range_table.h"
 
 namespace vlt {
 namespace {
 
-constexpr int kThirdChannel = 2;
+constexpr int kComputedChannel = 2;
 constexpr int kFlowKind = 1;
 constexpr int kSingleType = 0;
+constexpr int kVelocityName = 2180;
+constexpr int kFlowName = 2220;
 
-constexpr int kChannelBlock = 0x0000;  // 32 registers
-// The computed channel answers from its kind on, without damping in front and the three signal fields behind.
-constexpr int kThirdChannelBlock = 0x0002;  // 21 registers
-constexpr int kThermalBlock = 0x03F0;       // 8 registers
-
-// What a read asks of the units, each at most once.
-enum UnitMark { kKindMark, kUnitMark };
+// What a read asks of the unit, once.
+constexpr int kUnitMark = 0;
 
 }  // namespace
 
 Form2::Form2(App& app)
     : ChannelPage(app, {.name = "Form2",
-                        .section = "RANGE",
-                        .title = 1170,
-                        .set_started = 3992,
-                        .set_completed = 4002,
-                        .read_started = 4012,
-                        .read_completed = 4022,
+                        .texts = {.title = 1170,
+                                  .set_started = 3992,
+                                  .set_completed = 4002,
+                                  .read_started = 4012,
+                                  .read_completed = 4022},
                         .channel = &SharedState::RangeChannel,
                         .unit_track = &SharedState::RangeUnitTrack}) {
-  SetFields(Table());
-  SetWriteOrder({&cmbKind, &UNIT_SYSTEMCombo, &TypeCheckCombo, &FULL_SCALE1Text, &FULL_SCALE2Text,
-                 &CALORIE_FULL_SCALE1Text, &CALORIE_FULL_SCALE2Text, &HYSTERISISText, &OUTPUT_BURNOUTCombo,
-                 &BURNOUT_TIMERText, &OUTPUT_LIMIT_HighText, &OUTPUT_LIMIT_LowText, &RATE_LIMITText,
-                 &RATE_LIMIT_TIMERText, &DAMPINGText, &LOW_FLOW_OUTPUT_CUTText, &ZEROText, &SPANText});
+  column().SetFields(Table());
+  column().SetWriteOrder({&cmbKind, &UNIT_SYSTEMCombo, &TypeCheckCombo, &FULL_SCALE1Text, &FULL_SCALE2Text,
+                          &CALORIE_FULL_SCALE1Text, &CALORIE_FULL_SCALE2Text, &HYSTERISISText,
+                          &OUTPUT_BURNOUTCombo, &BURNOUT_TIMERText, &OUTPUT_LIMIT_HighText,
+                          &OUTPUT_LIMIT_LowText, &RATE_LIMITText, &RATE_LIMIT_TIMERText, &DAMPINGText,
+                          &LOW_FLOW_OUTPUT_CUTText, &ZEROText, &SPANText});
   TypeCheckCombo.on_click = [this] { TypeCheckCombo_Click(); };
 }
 
 std::vector<Field> Form2::Table() {
-  std::vector<Field> table;
-  for (auto part : {KindFields(), ScaleFields(), OutputFields(), SignalFields(), ThermalFields()}) {
-    table.insert(table.end(), part.begin(), part.end());
-  }
-  return table;
-}
-
-std::vector<Field> Form2::KindFields() {
   return {
-      {.box = &DAMPING,
-       .text = &DAMPINGText,
-       .address = 0x0000,
-       .decimals = {1, 1},
-       .caption = 830,
-       .key = "DUMPING_Data"},
-      {.box = &chkKind,
-       .list = &cmbKind,
-       .address = 0x0002,
-       .caption = 4964,
-       .key = "RANGE_KIND_Data",
-       .code_of_index = [this](int index) { return KindIsFixed() ? kFlowKind : index; },
-       .index_of_code = [this](int code) { return !KindIsFixed()      ? code
-                                                  : code == kFlowKind ? 0
-                                                                      : -1; }},
-      {.box = &UNIT_SYSTEM,
-       .list = &UNIT_SYSTEMCombo,
-       .address = 0x0004,
-       .caption = 1900,
-       .key = "RANGE_UNIT_Data"},
-      {.box = &TypeCheck,
-       .list = &TypeCheckCombo,
-       .address = 0x0006,
-       .caption = 820,
-       .key = "RANGE_TYPE_Data"},
+      Bind(RangeRow("damping"), DAMPING, DAMPINGText, &Label3(2)),
+      KindField(),
+      Bind(RangeRow("unit"), UNIT_SYSTEM, UNIT_SYSTEMCombo),
+      Bind(RangeRow("type"), TypeCheck, TypeCheckCombo),
+      Bind(RangeRow("full_scale_1"), FULL_SCALE1, FULL_SCALE1Text, &Label2(7)),
+      Bind(RangeRow("full_scale_2"), FULL_SCALE2, FULL_SCALE2Text, &Label2(6)),
+      Bind(RangeRow("hysteresis"), HYSTERISIS, HYSTERISISText, &Label2(0)),
+      Bind(RangeRow("burnout"), OUTPUT_BURNOUT, OUTPUT_BURNOUTCombo),
+      Bind(RangeRow("burnout_timer"), BURNOUT_TIMER, BURNOUT_TIMERText, &Label3(0)),
+      Bind(RangeRow("output_limit_low"), OUTPUT_LIMIT_Low, OUTPUT_LIMIT_LowText, &Label2(1)),
+      Bind(RangeRow("output_limit_high"), OUTPUT_LIMIT_High, OUTPUT_LIMIT_HighText, &Label2(2)),
+      Bind(RangeRow("rate_limit_timer"), RATE_LIMIT_TIMER, RATE_LIMIT_TIMERText, &Label3(1)),
+      Bind(RangeRow("rate_limit"), RATE_LIMIT, RATE_LIMITText, &Label2(8)),
+      Bind(RangeRow("cut_off"), LOW_FLOW_OUTPUT_CUT, LOW_FLOW_OUTPUT_CUTText, &Label2(9)),
+      Bind(RangeRow("zero"), ZERO, ZEROText, &Label2(12)),
+      Bind(RangeRow("span"), SPAN, SPANText, &Label2(3)),
+      Bind(RangeRow("thermal_full_scale_1"), CALORIE_FULL_SCALE1, CALORIE_FULL_SCALE1Text, &HRangelbl(0)),
+      Bind(RangeRow("thermal_full_scale_2"), CALORIE_FULL_SCALE2, CALORIE_FULL_SCALE2Text, &HRangelbl(1)),
   };
 }
 
-std::vector<Field> Form2::ScaleFields() {
-  return {
-      {.box = &FULL_SCALE1,
-       .text = &FULL_SCALE1Text,
-       .address = 0x0008,
-       .wire = Wire::kDouble,
-       .show = ShowAs::kPlain,
-       .caption = 1171,
-       .unit = &Label2(7),
-       .unit_kind = UnitKind::kFlow,
-       .key = "FULL_SCALE1_Data",
-       .unit_key = "FULL_SCALE1_Unit"},
-      {.box = &FULL_SCALE2,
-       .text = &FULL_SCALE2Text,
-       .address = 0x0010,
-       .wire = Wire::kDouble,
-       .show = ShowAs::kPlain,
-       .caption = 1172,
-       .unit = &Label2(6),
-       .unit_kind = UnitKind::kFlow,
-       .key = "FULL_SCALE2_Data",
-       .unit_key = "FULL_SCALE2_Unit"},
-      {.box = &HYSTERISIS,
-       .text = &HYSTERISISText,
-       .address = 0x0018,
-       .decimals = {2, 2},
-       .caption = 980,
-       .key = "RANGE_HYSTERISIS_Data"},
+Field Form2::KindField() {
+  Field field = Bind(RangeRow("kind"), chkKind, cmbKind);
+  field.code_of_index = [this](int index) { return KindIsFixed() ? kFlowKind : index; };
+  field.index_of_code = [this](int code) {
+    if (!KindIsFixed()) return code;
+    return code == kFlowKind ? 0 : -1;
   };
-}
-
-std::vector<Field> Form2::OutputFields() {
-  return {
-      {.box = &OUTPUT_BURNOUT,
-       .list = &OUTPUT_BURNOUTCombo,
-       .address = 0x001A,
-       .caption = 911,
-       .key = "OUTPUT_BURNOUT_Data"},
-      {.box = &BURNOUT_TIMER,
-       .text = &BURNOUT_TIMERText,
-       .address = 0x001C,
-       .caption = 920,
-       .key = "RANGE_BURNOUT_TIMER_Data"},
-      {.box = &OUTPUT_LIMIT_Low,
-       .text = &OUTPUT_LIMIT_LowText,
-       .address = 0x001E,
-       .caption = 1470,
-       .key = "OUTPUT_LIMIT_Low_Data"},
-      {.box = &OUTPUT_LIMIT_High,
-       .text = &OUTPUT_LIMIT_HighText,
-       .address = 0x0020,
-       .caption = 1480,
-       .key = "OUTPUT_LIMIT_High_Data"},
-      {.box = &RATE_LIMIT_TIMER,
-       .text = &RATE_LIMIT_TIMERText,
-       .address = 0x0022,
-       .caption = 1150,
-       .key = "RATE_LIMIT_TIMER_Data"},
-  };
-}
-
-std::vector<Field> Form2::SignalFields() {
-  return {
-      {.box = &RATE_LIMIT,
-       .text = &RATE_LIMITText,
-       .address = 0x0024,
-       .wire = Wire::kDouble,
-       .show = ShowAs::kDigits,
-       .digits = 8,
-       .caption = 1140,
-       .unit = &Label2(8),
-       .unit_kind = UnitKind::kFlow,
-       .key = "RATE_LIMIT_Data",
-       .unit_key = "RATE_LIMIT_Unit"},
-      {.box = &LOW_FLOW_OUTPUT_CUT,
-       .text = &LOW_FLOW_OUTPUT_CUTText,
-       .address = 0x002C,
-       .wire = Wire::kDouble,
-       .show = ShowAs::kDigits,
-       .digits = 8,
-       .caption = 1960,
-       .unit = &Label2(9),
-       .unit_kind = UnitKind::kFlow,
-       .key = "LOW_FLOW_OUTPUT_CUT_Data",
-       .unit_key = "LOW_FLOW_OUTPUT_CUT_Unit"},
-      {.box = &ZERO,
-       .text = &ZEROText,
-       .address = 0x0034,
-       .wire = Wire::kDouble,
-       .show = ShowAs::kPlain,
-       .caption = 1176,
-       .unit = &Label2(12),
-       .unit_kind = UnitKind::kFlow,
-       .key = "ZERO_Data",
-       .unit_key = "ZERO_Unit"},
-      {.box = &SPAN,
-       .text = &SPANText,
-       .address = 0x003C,
-       .decimals = {2, 2},
-       .caption = 1177,
-       .key = "SPAN_Data"},
-  };
-}
-
-std::vector<Field> Form2::ThermalFields() {
-  return {
-      {.box = &CALORIE_FULL_SCALE1,
-       .text = &CALORIE_FULL_SCALE1Text,
-       .address = 0x03F0,
-       .wire = Wire::kDouble,
-       .show = ShowAs::kDigits,
-       .digits = 8,
-       .caption = 1173,
-       .by_channel = false,
-       .unit = &HRangelbl(0),
-       .unit_kind = UnitKind::kHeatFlow,
-       .key = "H_FULL_SCALE1_Data",
-       .unit_key = "H_FULL_SCALE1_Unit"},
-      {.box = &CALORIE_FULL_SCALE2,
-       .text = &CALORIE_FULL_SCALE2Text,
-       .address = 0x03F8,
-       .wire = Wire::kDouble,
-       .show = ShowAs::kDigits,
-       .digits = 8,
-       .caption = 1174,
-       .by_channel = false,
-       .unit = &HRangelbl(1),
-       .unit_kind = UnitKind::kHeatFlow,
-       .key = "H_FULL_SCALE2_Data",
-       .unit_key = "H_FULL_SCALE2_Unit"},
-  };
+  return field;
 }
 
 void Form2::BuildLists() {
-  const CodeContext codes = app().Codes();
-  FillList(OUTPUT_BURNOUTCombo, ListTexts(codes, 9));
-  FillList(TypeCheckCombo, ListTexts(codes, 8));
+  ChannelPage::BuildLists();
   LoadUnits();
   FillKinds(false);
 }
@@ -223,11 +80,9 @@ void Form2::FillUnits() {
 }
 
 void Form2::FillKinds(bool fixed) {
-  if (fixed) {
-    FillList(cmbKind, {app().Text(2220)});
-  } else {
-    FillList(cmbKind, {app().Text(2180), app().Text(2220)});
-  }
+  std::vector<std::string> kinds = {app().Text(kFlowName)};
+  if (!fixed) kinds.insert(kinds.begin(), app().Text(kVelocityName));
+  FillList(cmbKind, kinds);
 }
 
 void Form2::Form_Load() {
@@ -241,64 +96,40 @@ void Form2::Form_Activate() {
   EnableThermal();
 }
 
-void Form2::C02_RANGE_FrmInit() {
-  SetPageCaptions();
-  for (const int percent : {0, 1, 2, 3}) Label2(percent).SetCaption(app().Text(10));
-  Label3.ForEach([this](Label& label) { label.SetCaption(app().Text(100)); });
-  for (TextBox* text : {&FULL_SCALE1Text, &FULL_SCALE2Text, &RATE_LIMITText, &LOW_FLOW_OUTPUT_CUTText,
-                        &ZEROText, &CALORIE_FULL_SCALE1Text, &CALORIE_FULL_SCALE2Text}) {
-    text->SetMaxLength(9);
-  }
-  for (TextBox* text : {&HYSTERISISText, &DAMPINGText}) text->SetMaxLength(5);
-  for (TextBox* text :
-       {&OUTPUT_LIMIT_HighText, &OUTPUT_LIMIT_LowText, &BURNOUT_TIMERText, &RATE_LIMIT_TIMERText}) {
-    text->SetMaxLength(3);
-  }
-}
+void Form2::C02_RANGE_FrmInit() { SetChannelCaptions({}); }
 
 void Form2::Taihi_Form2() {
-  ControlsToSlots();
-  // The parameter file keeps the first thermal full scale at both keys.
-  app().slots.At("RANGE", "H_FULL_SCALE2_Data") = app().slots.At("RANGE", "H_FULL_SCALE1_Data");
+  ChannelPage::Taihi();
+  app().slots[SlotOf("RANGE", "H_FULL_SCALE2_Data")] = app().slots[SlotOf("RANGE", "H_FULL_SCALE1_Data")];
 }
 
 void Form2::ReadBlocks() {
-  const bool third = Channel() == kThirdChannel;
-  const int start = ChannelBase() + (third ? kThirdChannelBlock : kChannelBlock);
-  const int registers = third ? 21 : 32;
-  Frame reply;
-  const bool answered = Exchange(0x03, start, registers, reply);
+  const Block& block = Channel() == kComputedChannel ? kComputedRangeBlock : kRangeBlock;
+  RegisterData data;
+  const bool answered = column().FetchBlock(block, data);
   AskConfig();
   UpdateKinds();
-  if (answered) ShowBlock(0x03, start, registers, reply);
-  if (app().state.SpecClass == 0 && Channel() == 0) ReadBlock(0x03, kThermalBlock, 8);
+  if (answered) column().ShowBlock(block, data);
+  if (IsFullModel(app().state) && Channel() == 0) column().ReadBlock(kThermalRangeBlock);
 }
 
+// A ticked kind or unit brings what the captions need.
 void Form2::LearnUnit(const Field& field) {
-  if (field.unit_kind != UnitKind::kFlow) return;
-  const bool ask_kind = FirstInThisRead(kKindMark);
-  const bool ask_unit = FirstInThisRead(kUnitMark);
-  if (ask_kind) GetRangeKind(app(), Channel());
-  if (ask_unit) {
-    ReadUnitSystem(app());
-    if (UnitsAreStale()) RefillUnits();
-    GetRangeUnit(app(), Channel());
-  }
-  if (ask_kind || ask_unit) ShowFlowUnits();
-}
-
-std::string Form2::UnitText(const Field& field) {
-  return field.unit_kind == UnitKind::kHeatFlow ? HeatFlowUnitText(app()) : RangeUnitText(app(), Channel());
+  if (field.parameter->unit != UnitKind::kFlow || chkKind.Ticked() || UNIT_SYSTEM.Ticked()) return;
+  if (!column().FirstInThisRead(kUnitMark)) return;
+  GetRangeKind(app(), Channel());
+  ReadUnitSystem(app());
+  if (UnitsAreStale()) RefillUnits();
+  GetRangeUnit(app(), Channel());
+  ShowFlowUnits();
 }
 
 void Form2::FieldWasRead(const Field& field, int code) {
   const auto channel = static_cast<std::size_t>(Channel());
   if (field.list == &cmbKind) {
-    FirstInThisRead(kKindMark);
     app().state.RangeKind.at(channel) = code;
     ShowFlowUnits();
   } else if (field.list == &UNIT_SYSTEMCombo) {
-    FirstInThisRead(kUnitMark);
     app().state.RangeUnit.at(channel) = code;
     ReadUnitSystem(app());
     RefillUnits();
@@ -308,12 +139,12 @@ void Form2::FieldWasRead(const Field& field, int code) {
 }
 
 void Form2::ShowFlowUnits() {
-  ShowUnitsOf(UnitKind::kFlow);
+  column().ShowUnitsOf(UnitKind::kFlow);
   ClearFlowCache(app());
 }
 
 void Form2::ChannelSelect_Click(int index) {
-  const bool measured = index != kThirdChannel;
+  const bool measured = index != kComputedChannel;
   Depend(DAMPING, DAMPINGText, measured);
   Depend(LOW_FLOW_OUTPUT_CUT, LOW_FLOW_OUTPUT_CUTText, measured);
   Depend(ZERO, ZEROText, measured);
@@ -321,13 +152,13 @@ void Form2::ChannelSelect_Click(int index) {
   TakeChannel(index);
   UpdateKinds();
   EnableThermal();
-  ShowUnitsOf(UnitKind::kFlow);
+  column().ShowUnitsOf(UnitKind::kFlow);
 }
 
 void Form2::UpdateKinds() {
   // Without an answer about the pipes the list stays as it is.
-  const bool two_pipes = HasTwoPipes() || (Config() < 0 && KindIsFixed());
-  const bool fixed = Channel() == kThirdChannel && two_pipes;
+  const bool two_pipes = HasTwoPipes() || (Config() == ChannelConfig::kUnknown && KindIsFixed());
+  const bool fixed = Channel() == kComputedChannel && two_pipes;
   if (fixed == KindIsFixed()) return;
   if (fixed) remembered_kind_ = cmbKind.ListIndex();
   FillKinds(fixed);
@@ -343,16 +174,15 @@ void Form2::TypeCheckCombo_Click() {
 }
 
 void Form2::EnableThermal() {
-  const SharedState& state = app().state;
-  const bool one_pipe = state.PathMode != 2 && state.SpecClass != 1;
-  if (!one_pipe) {
+  const bool heat = MayHaveHeat(app().state);
+  if (!heat) {
     CALORIE_FULL_SCALE1.SetValue(0);
     CALORIE_FULL_SCALE2.SetValue(0);
   }
-  const bool first = one_pipe && Channel() == 0;
+  const bool first = heat && Channel() == 0;
   Depend(CALORIE_FULL_SCALE1, CALORIE_FULL_SCALE1Text, first);
   Depend(CALORIE_FULL_SCALE2, CALORIE_FULL_SCALE2Text,
-         first && state.SpecClass == 0 && TypeCheckCombo.ListIndex() > kSingleType);
+         first && IsFullModel(app().state) && TypeCheckCombo.ListIndex() > kSingleType);
 }
 
 }  // namespace vlt

@@ -12,6 +12,7 @@ class Form2 : public ChannelPage {
   // Captions and lengths of the page.
   void C02_RANGE_FrmInit();
   void FrmInit() override { C02_RANGE_FrmInit(); }
+  // The parameter file keeps the first thermal full scale at both keys.
   void Taihi_Form2();
   void Taihi() override { Taihi_Form2(); }
   void Form_Load() override;
@@ -57,16 +58,11 @@ class Form2 : public ChannelPage {
 
  private:
   std::vector<Field> Table();
-  std::vector<Field> KindFields();
-  std::vector<Field> ScaleFields();
-  std::vector<Field> OutputFields();
-  std::vector<Field> SignalFields();
-  std::vector<Field> ThermalFields();
+  Field KindField();
   void ReadBlocks() override;
   void BuildLists() override;
   void FillUnits() override;
   void LearnUnit(const Field& field) override;
-  std::string UnitText(const Field& field) override;
   void FieldWasRead(const Field& field, int code) override;
   void ChannelSelect_Click(int index) override;
   void TypeCheckCombo_Click();

@@ -12,7 +12,7 @@ class Form3 : public ChannelPage {
   // Captions and lengths of the page.
   void C03_SEKISAN_FrmInit();
   void FrmInit() override { C03_SEKISAN_FrmInit(); }
-  void Taihi_Form3() { ControlsToSlots(); }
+  void Taihi_Form3() { ChannelPage::Taihi(); }
   void Taihi() override { Taihi_Form3(); }
   void Form_Load() override;
   void Form_Activate() override;
@@ -42,7 +42,6 @@ class Form3 : public ChannelPage {
 
  private:
   std::vector<Field> Table();
-  std::vector<Field> HeatFields();
   std::vector<CheckBox*> Boxes() override;
   void ReadBlocks() override;
   void BuildLists() override;
@@ -50,12 +49,10 @@ class Form3 : public ChannelPage {
   // A totalizer that runs locks the boxes of its set-up; a read shows those that are ticked all the same.
   bool FieldTakesPart(const Field& field) override { return field.box->Ticked(); }
   void LearnUnit(const Field& field) override;
-  std::string UnitText(const Field& field) override;
   void FieldWasRead(const Field& field, int code) override;
   void ChannelSelect_Click(int index) override;
   void MODECombo_Click();
 
-  bool HasHeat() const;
   // The unit of the channel came from the meter.
   void ShowTotalUnits();
 };

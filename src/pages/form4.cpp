@@ -3,24 +3,13 @@
 #include <algorithm>
 
 #include "link/device_queries.h"
-#include "resources/text_ids.h"
+#include "meter/status_table.h"
+#include "meter/units.h"
 
 namespace vlt {
 namespace {
 
-// Where a field lies: the channel registers are next to each other, the outputs 20H apart but for the fourth,
-// the thermal ones 1AH apart.
-enum Group { kChannelGroup, kOutputGroup, kThermalGroup };
-
-constexpr int kChannelBlock = 0x04A8;  // 4 registers
-constexpr int kOutputBlock = 0x005A;   // 16 registers each for DO1 to DO3
-constexpr int kOutputStride = 0x20;
-constexpr int kFourthOutput = 0x0410;
-constexpr int kThermalBlock = 0x0430;  // 52 registers
-constexpr int kThermalStride = 0x1A;
 constexpr int kLastOutput = 3;
-
-constexpr int kOneChannel = 1;      // of GetChannelConfig
 constexpr int kFlowFunctions = 10;  // entries of the output list before the thermal ones
 constexpr int kAllFunctions = 19;
 constexpr int kReserveOutput = 1;  // only DO2 offers RESERVE
@@ -28,18 +17,19 @@ constexpr int kReserveOutput = 1;  // only DO2 offers RESERVE
 }  // namespace
 
 Form4::Form4(App& app)
-    : ParameterPage(
-          app, "Form4",
-          {chkCheck, ReadParameter, SetParameter, SaveParameter, "STATUS", 3994, 4004, 4014, 4024}) {
-  SetFields(Table());
+    : ParameterPage(app, "Form4",
+                    {.title = 720,
+                     .set_started = 3994,
+                     .set_completed = 4004,
+                     .read_started = 4014,
+                     .read_completed = 4024}),
+      chooser_(app, DigitalOutputSelect, &SharedState::OutputIndex,
+               [this](int index) { DigitalOutputSelect_Click(index); }) {
+  column().SetFields(Table());
   functions_ = FunctionTable();
-  SELECT_Check.on_click = [this] { SELECT_Check_Click(); };
-  MODE_DO_1.on_click = [this] { MODE_DO_1_Click(); };
   CH_Combo.on_click = [this] { CH_Combo_Click(); };
   OUTPUT_DO_1Combo.on_click = [this] { OUTPUT_DO_1Combo_Click(); };
-  DigitalOutputSelect.ForEach([this](OptionButton& option) {
-    option.on_click = [this, &option] { DigitalOutputSelect_Click(option.Index()); };
-  });
+  MODE_DO_1.on_click = [this] { MODE_DO_1_Click(); };
   for (OptionButton* option :
        {&optDO1FlowSWHigh, &optDO1FlowSWLow, &optFLOW_SWITCH_T_HIGH, &optFLOW_SWITCH_T_LOW}) {
     option->on_click = [this] { OUTPUT_DO_1Combo_Click(); };
@@ -47,74 +37,23 @@ Form4::Form4(App& app)
 }
 
 std::vector<Field> Form4::Table() {
-  const auto point = [](TextBox& text, int address, int caption, Group group, Label& unit, const char* key,
-                        const char* unit_key, CheckBox& box) {
-    return Field{.box = &box,
-                 .text = &text,
-                 .address = static_cast<std::uint16_t>(address),
-                 .wire = Wire::kDouble,
-                 .show = ShowAs::kDigits,
-                 .digits = 8,
-                 .caption = caption,
-                 .group = group,
-                 .unit = &unit,
-                 .unit_kind = UnitKind::kOwn,
-                 .key = key,
-                 .unit_key = unit_key};
-  };
   CheckBox& all = SELECT_Check;
-  return {
-      {.box = &all,
-       .list = &CH_Combo,
-       .address = kChannelBlock,
-       .caption = 179,
-       .group = kChannelGroup,
-       .key = "CH_SELECT"},
-      {.box = &all,
-       .list = &OUTPUT_DO_1Combo,
-       .address = 0x005A,
-       .caption = 199,
-       .group = kOutputGroup,
-       .key = "DO_OUTPUT_Data"},
-      {.box = &all,
-       .list = &DO1_AlarmCombo,
-       .address = 0x005C,
-       .caption = 242,
-       .group = kOutputGroup,
-       .key = "DO_ALARM_Data"},
-      {.box = &all,
-       .options = {&optDO1FlowSWHigh, &optDO1FlowSWLow},
-       .address = 0x005E,
-       .caption = 243,
-       .group = kOutputGroup,
-       .key = "DO_FLOW_SW_Data",
-       .index_of_code = [](int code) { return code == 0 ? 0 : 1; }},
-      point(DO1_RyuryoText(0), 0x0060, 243, kOutputGroup, LabelRyuryoUnit(0), "DO_FLOW_SW_HIGH_Data",
-            "DO_FLOW_SW_HIGH_Unit", all),
-      point(DO1_RyuryoText(1), 0x0068, 243, kOutputGroup, LabelRyuryoUnit(1), "DO_FLOW_SW_LOW_Data",
-            "DO_FLOW_SW_LOW_Unit", all),
-      point(DO1_SekisanText, 0x0070, 244, kOutputGroup, LabelSekisanUnit, "DO_TOTAL_SW_Data",
-            "DO_TOTAL_SW_Unit", all),
-      {.box = &all,
-       .list = &MODE_DO_1Combo,
-       .address = 0x0078,
-       .caption = 617,
-       .group = kOutputGroup,
-       .key = "DO_CONTACT_ACTION_Data"},
-      {.box = &all,
-       .options = {&optFLOW_SWITCH_T_HIGH, &optFLOW_SWITCH_T_LOW},
-       .address = kThermalBlock,
-       .caption = 607,
-       .group = kThermalGroup,
-       .key = "H_FLOW_SW_Data",
-       .index_of_code = [](int code) { return code == 0 ? 0 : 1; }},
-      point(H_RyuryoText(0), 0x0432, 607, kThermalGroup, LabelHRyuryoUnit(0), "H_FLOW_SW_HIGH_Data",
-            "H_FLOW_SW_HIGH_Unit", all),
-      point(H_RyuryoText(1), 0x043A, 607, kThermalGroup, LabelHRyuryoUnit(1), "H_FLOW_SW_LOW_Data",
-            "H_FLOW_SW_LOW_Unit", all),
-      point(H_TOTALText, 0x0442, 608, kThermalGroup, LabelHSekisanUnit, "H_TOTAL_SW_Data", "H_TOTAL_SW_Unit",
-            all),
+  std::vector<Field> fields = {
+      Bind(StatusRow("channel"), all, CH_Combo),
+      Bind(StatusRow("function"), all, OUTPUT_DO_1Combo),
+      Bind(StatusRow("alarm"), all, DO1_AlarmCombo),
+      Bind(StatusRow("flow_switch"), all, optDO1FlowSWHigh, optDO1FlowSWLow),
+      Bind(StatusRow("flow_switch_high"), all, DO1_RyuryoText(0), &LabelRyuryoUnit(0)),
+      Bind(StatusRow("flow_switch_low"), all, DO1_RyuryoText(1), &LabelRyuryoUnit(1)),
+      Bind(StatusRow("total_switch"), all, DO1_SekisanText, &LabelSekisanUnit),
+      Bind(StatusRow("contact_action"), all, MODE_DO_1Combo),
+      Bind(StatusRow("thermal_switch"), all, optFLOW_SWITCH_T_HIGH, optFLOW_SWITCH_T_LOW),
+      Bind(StatusRow("thermal_switch_high"), all, H_RyuryoText(0), &LabelHRyuryoUnit(0)),
+      Bind(StatusRow("thermal_switch_low"), all, H_RyuryoText(1), &LabelHRyuryoUnit(1)),
+      Bind(StatusRow("thermal_total_switch"), all, H_TOTALText, &LabelHSekisanUnit),
   };
+  for (Field& field : fields) field.any_code_is_second = field.options[0] != nullptr;
+  return fields;
 }
 
 std::vector<Form4::Function> Form4::FunctionTable() {
@@ -146,21 +85,14 @@ std::vector<Form4::Function> Form4::FunctionTable() {
 // --- lists, captions, enabling -------------------------------------------------------------------------
 
 void Form4::BuildLists() {
-  const CodeContext codes = app().Codes();
-  FillList(CH_Combo, ListTexts(codes, 43));
-  FillList(DO1_AlarmCombo, ListTexts(codes, 15));
-  FillList(MODE_DO_1Combo, ListTexts(codes, 16));
-  BuildFlowUnitNames(app());
-  BuildTotalUnitNames(app());
-  BuildHeatFlowUnitNames(app());
-  BuildHeatTotalUnitNames(app());
+  ParameterPage::BuildLists();
   FillOutputList();
 }
 
 void Form4::FillOutputList() {
   std::vector<std::string> items = ListTexts(app().Codes(), 14);
   if (Output() != kReserveOutput) items.resize(kAllFunctions);
-  if (app().state.PathMode == 2 || app().state.SpecClass == 1) items.resize(kFlowFunctions);
+  if (!MayHaveHeat(app().state)) items.resize(kFlowFunctions);
   if (items == OUTPUT_DO_1Combo.Items()) return;
   const int index = OUTPUT_DO_1Combo.ListIndex();
   FillList(OUTPUT_DO_1Combo, items);
@@ -170,9 +102,8 @@ void Form4::FillOutputList() {
 
 void Form4::Form_Load() {
   ParameterPage::Form_Load();
-  DigitalOutputSelect(Output()).SetValue(true);
+  chooser_.Show();
   SELECT_Check_Click();
-  MODE_DO_1_Click();
 }
 
 void Form4::SetteiHannei() {
@@ -183,8 +114,8 @@ void Form4::SetteiHannei() {
 }
 
 void Form4::Form_Activate() {
-  channel_config_ = AskChannelConfig(app(), *this);
-  const bool single = app().state.SpecClass == 1;
+  config_ = AskChannelConfig(app(), *this);
+  const bool single = IsSingleChannel(app().state);
   DigitalOutputSelect(2).SetEnabled(!single);
   DigitalOutputSelect(kLastOutput).SetEnabled(!single);
   FillOutputList();
@@ -193,57 +124,38 @@ void Form4::Form_Activate() {
 }
 
 void Form4::C05_STATUS_FrmInit() {
-  SetCaption(app().Text(720));
-  SetCaptions({{&ReadParameter, 2030},
-               {&SetParameter, 1650},
-               {&SaveParameter, 2140},
-               {&chkCheck, text::kSelectAll},
-               {&lblChannel, 179},
-               {&lblOutput, 199},
-               {&LabelAlarm, 242},
-               {&LabelRyuryoSW, 243},
-               {&LabelSekisanSW, 244},
-               {&LabelHRyuryoSW, 607},
-               {&LabelHSekisanSW, 608},
-               {&optDO1FlowSWHigh, 2460},
-               {&optDO1FlowSWLow, 2470},
-               {&optFLOW_SWITCH_T_HIGH, 621},
-               {&optFLOW_SWITCH_T_LOW, 622},
-               {&MODE_DO_1, 617}});
+  SetPageCaptions({{&lblChannel, 179},
+                   {&lblOutput, 199},
+                   {&LabelAlarm, 242},
+                   {&LabelRyuryoSW, 243},
+                   {&LabelSekisanSW, 244},
+                   {&LabelHRyuryoSW, 607},
+                   {&LabelHSekisanSW, 608},
+                   {&optDO1FlowSWHigh, 2460},
+                   {&optDO1FlowSWLow, 2470},
+                   {&optFLOW_SWITCH_T_HIGH, 621},
+                   {&optFLOW_SWITCH_T_LOW, 622},
+                   {&MODE_DO_1, 617}});
   constexpr const char* kOutputs[] = {"DO1", "DO2", "DO3", "DO4"};
   DigitalOutputSelect.ForEach([&](OptionButton& option) { option.SetCaption(kOutputs[option.Index()]); });
   SELECT_Check.SetCaption(kOutputs[Output()]);
-  BuildFlowUnitNames(app());
-  BuildTotalUnitNames(app());
-  ShowUnits();
 }
 
-void Form4::Taihi_Form4() { ControlsToSlots(); }
+void Form4::BoxClicked(CheckBox&) { SELECT_Check_Click(); }
 
-void Form4::Text_Box_Enable() {
-  SELECT_Check_Click();
-  MODE_DO_1_Click();
-}
+void Form4::Text_Box_Enable() { SELECT_Check_Click(); }
 
-void Form4::Text_Box_Able() {
-  SELECT_Check_Click();
-  MODE_DO_1_Click();
-}
+void Form4::Text_Box_Able() { SELECT_Check_Click(); }
 
 void Form4::DigitalOutputSelect_Click(int index) {
-  if (app().state.UiLocked) {
-    // A running exchange goes on with the output that it began with.
-    DigitalOutputSelect(Output()).SetValue(true);
-    return;
-  }
-  app().state.OutputIndex = index;
+  if (chooser_.Take(index)) column().ShowHints();
   SELECT_Check.SetCaption(DigitalOutputSelect(index).Caption());
   FillOutputList();
 }
 
 void Form4::SELECT_Check_Click() {
   const bool on = SELECT_Check.Ticked();
-  const bool one_channel = channel_config_ == kOneChannel;
+  const bool one_channel = config_ == ChannelConfig::kOneChannel;
   if (on && one_channel) CH_Combo.SetListIndex(0);
   CH_Combo.SetEnabled(on && !one_channel);
   OUTPUT_DO_1Combo.SetEnabled(on);
@@ -286,75 +198,47 @@ int Form4::DirectionOf(const Function& function) {
   return -1;
 }
 
-void Form4::CH_Combo_Click() { ShowUnitCaptions(); }
-
-void Form4::ShowUnitCaptions() {
-  for (const Field& field : Fields()) {
-    if (field.unit != nullptr) SetUnitCaption(field);
+// The units of the newly chosen channel; a file that is being shown brings its own.
+void Form4::CH_Combo_Click() {
+  if (column().IsRestoring()) {
+    column().ShowUnits();
+  } else {
+    ShowUnitsInForce();
   }
 }
 
-std::string Form4::UnitText(const Field& field) {
-  const auto name = [](const std::vector<std::string>& names, int code) {
-    return code >= 0 && code < static_cast<int>(names.size()) ? names[static_cast<std::size_t>(code)]
-                                                              : std::string();
-  };
-  const SharedState& state = app().state;
-  if (field.group == kThermalGroup) {
-    return field.text == &H_TOTALText ? name(state.HeatTotalUnitNames, state.HeatTotalUnit)
-                                      : name(state.HeatFlowUnitNames, state.HeatFlowUnit);
-  }
-  const auto channel = static_cast<std::size_t>(std::max(CH_Combo.ListIndex(), 0));
-  if (field.text == &DO1_SekisanText) return name(state.TotalUnitNames, state.TotalUnit[channel]);
-  if (state.RangeKind[channel] == 0)
-    return state.BaseUnitNames.at(static_cast<std::size_t>(UnitKind::kVelocity));
-  return name(state.FlowUnitNames, state.RangeUnit[channel]);
+void Form4::ShowUnitsInForce() {
+  column().ShowUnits();
+  column().ForgetUnitCaptions();
 }
+
+int Form4::Channel() const { return std::max(CH_Combo.ListIndex(), 0); }
+
+std::string Form4::UnitOf(const Field& field) { return UnitText(app(), field.parameter->unit, Channel()); }
 
 // --- exchanges -----------------------------------------------------------------------------------------
 
-// A parameter file may name an output that there is not.
-int Form4::Output() const {
-  const int index = app().state.OutputIndex;
-  return index >= 0 && index <= kLastOutput ? index : 0;
-}
-
-int Form4::AddressOf(const Field& field) {
-  const int output = Output();
-  switch (field.group) {
-    case kChannelGroup:
-      return field.address + 2 * output;
-    case kThermalGroup:
-      return field.address + kThermalStride * output;
-    default:
-      break;
-  }
-  if (output == kLastOutput) return field.address - kOutputBlock + kFourthOutput;
-  return field.address + kOutputStride * output;
-}
-
 void Form4::ReadBlocks() {
-  const bool single = app().state.SpecClass != 0;
-  if (!single) ReadBlock(0x03, kChannelBlock, 4);
-  if (Output() == kLastOutput) {
-    ReadBlock(0x03, kFourthOutput, 16);
-  } else {
-    ReadBlock(0x03, kOutputBlock, single ? 32 : 48);
-  }
-  ReadUnits();
-  if (!single) ReadBlock(0x03, kThermalBlock, 52);
+  const bool full = IsFullModel(app().state);
+  if (full) column().ReadBlock(kOutputChannelBlock);
+  const Block& block = Output() == kLastOutput ? kFourthOutputBlock : full ? kOutputBlock : kTwoOutputsBlock;
+  RegisterData data;
+  const bool answered = column().FetchBlock(block, data);
+  AskUnits();
+  if (answered) column().ShowBlock(block, data);
+  if (full) column().ReadBlock(kThermalOutputBlock);
 }
 
-void Form4::ReadUnits() {
-  const int channel = std::max(CH_Combo.ListIndex(), 0);
-  GetRangeKind(app(), channel);
-  GetRangeUnit(app(), channel);
-  GetTotalUnit(app(), channel);
-  if (app().state.SpecClass == 0) {
+void Form4::AskUnits() {
+  if (SELECT_Check.Ticked()) ReadUnitSystem(app());
+  GetRangeKind(app(), Channel());
+  GetRangeUnit(app(), Channel());
+  GetTotalUnit(app(), Channel());
+  if (IsFullModel(app().state)) {
     GetHeatFlowUnit(app());
     GetHeatTotalUnit(app());
   }
-  ShowUnitCaptions();
+  ShowUnitsInForce();
 }
 
 bool Form4::FieldTakesPart(const Field& field) {
@@ -372,23 +256,20 @@ void Form4::FieldWasRead(const Field& field, int) {
   if (field.list == nullptr) OUTPUT_DO_1Combo_Click();
 }
 
-ParameterColumn::Outcome Form4::WriteFields() {
-  if (!SELECT_Check.Ticked() || OUTPUT_DO_1Combo.ListIndex() < 0) return Outcome::kGoOn;
-  std::vector<const Control*> entries = {&OUTPUT_DO_1Combo};
-  if (app().state.SpecClass == 0) entries.insert(entries.begin(), &CH_Combo);
-  Outcome outcome = WriteInOrder(entries);
-  if (outcome == Outcome::kGoOn) outcome = WriteFunction();
-  if (outcome == Outcome::kGoOn && MODE_DO_1.Ticked()) outcome = WriteField(FieldOf(MODE_DO_1Combo));
-  return outcome;
+void Form4::PlanWrites(WritePlan& plan) {
+  if (!SELECT_Check.Ticked() || OUTPUT_DO_1Combo.ListIndex() < 0) return;
+  if (IsFullModel(app().state)) column().PlanField(plan, column().FieldOf(CH_Combo));
+  column().PlanField(plan, column().FieldOf(OUTPUT_DO_1Combo));
+  PlanFunction(plan);
+  if (MODE_DO_1.Ticked()) column().PlanField(plan, column().FieldOf(MODE_DO_1Combo));
 }
 
-ParameterColumn::Outcome Form4::WriteFunction() {
+void Form4::PlanFunction(WritePlan& plan) {
   const Function* chosen = ChosenFunction();
-  if (chosen == nullptr) return Outcome::kGoOn;
-  if (chosen->value != nullptr) return WriteField(FieldOf(*chosen->value));
+  if (chosen == nullptr) return;
+  if (chosen->value != nullptr) return column().PlanField(plan, column().FieldOf(*chosen->value));
   const int direction = DirectionOf(*chosen);
-  if (direction < 0) return Outcome::kGoOn;
-  return WriteInOrder({chosen->directions[0], &(*chosen->points)(direction)});
+  if (direction >= 0) column().PlanInOrder(plan, {chosen->directions[0], &(*chosen->points)(direction)});
 }
 
 }  // namespace vlt

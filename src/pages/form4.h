@@ -1,6 +1,8 @@
 // Status: what drives each digital output, on which channel, with which switch points and contact action.
 #pragma once
 
+#include "link/quiet_query.h"
+#include "pages/chooser.h"
 #include "pages/parameter_page.h"
 
 namespace vlt {
@@ -11,20 +13,16 @@ class Form4 : public ParameterPage {
 
   void C05_STATUS_FrmInit();
   void FrmInit() override { C05_STATUS_FrmInit(); }
-  void Taihi_Form4();
+  void Taihi_Form4() { ParameterPage::Taihi(); }
   void Taihi() override { Taihi_Form4(); }
   void SetteiHannei() override;
   void Form_Load() override;
   void Form_Activate() override;
+  bool IsChoice(const Control& control) const override { return chooser_.Has(control); }
   void Text_Box_Enable() override;
   void Text_Box_Able() override;
 
   ControlArray<OptionButton> DigitalOutputSelect{*this, "DigitalOutputSelect", Indexes(4)};
-  CheckBox chkCheck{*this, "chkCheck"};
-  PushButton ReadParameter{*this, "ReadParameter"};
-  PushButton SetParameter{*this, "SetParameter"};
-  PushButton SaveParameter{*this, "SaveParameter"};
-
   CheckBox SELECT_Check{*this, "SELECT_Check"};  // stands for the whole output
   Label lblChannel{*this, "lblChannel"};
   ComboBox CH_Combo{*this, "CH_Combo"};
@@ -75,16 +73,19 @@ class Form4 : public ParameterPage {
   std::vector<Function> FunctionTable();
   void BuildLists() override;
   std::vector<CheckBox*> Boxes() override { return {&SELECT_Check, &MODE_DO_1}; }
-  int Output() const;
-  int AddressOf(const Field& field) override;
+  void BoxClicked(CheckBox& box) override;
+  int IndexOf(Location) override { return Output(); }
+  int Output() const { return chooser_.Index(); }
+  // The channel that the output follows, whose units its switch points have.
+  int Channel() const;
   void ReadBlocks() override;
-  void ReadUnits();
-  Outcome WriteFields() override;
-  Outcome WriteFunction();
+  void AskUnits();
+  void PlanWrites(WritePlan& plan) override;
+  void PlanFunction(WritePlan& plan);
   bool FieldTakesPart(const Field& field) override;
   void FieldWasRead(const Field& field, int code) override;
-  std::string UnitText(const Field& field) override;
-  void LearnUnit(const Field&) override {}  // ReadUnits has asked for all of them
+  std::string UnitOf(const Field& field) override;
+  void LearnUnit(const Field&) override {}  // AskUnits has asked for all of them
   const Function* ChosenFunction() const;
   static int DirectionOf(const Function& function);
 
@@ -95,10 +96,12 @@ class Form4 : public ParameterPage {
   void MODE_DO_1_Click();
   // The functions that the meter's shape and the current output offer, keeping the chosen one.
   void FillOutputList();
-  void ShowUnitCaptions();
+  // The units in force are shown; what was kept of others is void.
+  void ShowUnitsInForce();
 
+  Chooser chooser_;
   std::vector<Function> functions_;
-  int channel_config_ = -1;  // result of GetChannelConfig
+  ChannelConfig config_ = ChannelConfig::kUnknown;
 };
 
 }  // namespace vlt

@@ -1,90 +1,63 @@
 #include "pages/form5.h"
 
-#include "link/device_queries.h"
+#include "meter/display_table.h"
 #include "resources/text_ids.h"
-#include "values/codecs.h"
-#include "values/number_text.h"
 
 namespace vlt {
 namespace {
 
-constexpr int kDisplayBlock = 0x00C0;  // 6 registers
-constexpr int kChannelBlock = 0x04B0;  // 2 registers
-constexpr int kBacklight = 0x00C8;     // and the lights-out time in the next register
-constexpr int kTwoPipes = 3;           // of GetChannelConfig
 constexpr int kComputedChannel = 2;
 constexpr int kFlowRate = 1;          // code of the one item that has a decimal point
 constexpr int kItemsWithoutHeat = 7;  // codes 0 to 6 of the display items
 constexpr int kMinutes = 100;         // entries of the lights-out list
+constexpr int kBacklightName = 4961;
+constexpr int kMinuteName = 4963;
 
 }  // namespace
 
 Form5::Form5(App& app)
-    : ParameterPage(
-          app, "Form5",
-          {chkCheck, ReadParameter, SetParameter, SaveParameter, "DISPLAY", 3995, 4005, 4015, 4025}),
+    : ParameterPage(app, "Form5",
+                    {.title = 2120,
+                     .set_started = 3995,
+                     .set_completed = 4005,
+                     .read_started = 4015,
+                     .read_completed = 4025}),
       rows_{Row{CHCombo1, Selection1, Selection1Combo, Flow_Unit1, Flow_Unit1Combo, 2100},
             Row{CHCombo2, Selection2, Selection2Combo, Flow_Unit2, Flow_Unit2Combo, 2110}} {
-  SetFields(Table());
+  column().SetFields(Table());
   CHCombo1.on_click = [this] { CHCombo1_Click(); };
   CHCombo2.on_click = [this] { CHCombo2_Click(); };
   Selection1Combo.on_click = [this] { Selection1Combo_Click(); };
   Selection2Combo.on_click = [this] { Selection2Combo_Click(); };
   optLCD.ForEach([this](OptionButton& option) { option.on_click = [this] { optLCD_Click(); }; });
-  LCD_Check.on_click = [this] { LCD_Check_Click(); };
-  for (Row& row : rows_) {
-    const auto tied = row.selection_box.on_click;
-    row.selection_box.on_click = [this, tied] {
-      tied();
-      EnableChannels();
-    };
-  }
+}
+
+std::vector<Field> Form5::RowFields(Row& row, const Parameter& channel, const Parameter& item,
+                                    const Parameter& decimal) {
+  std::vector<Field> fields = {Bind(channel, row.selection_box, row.channel),
+                               Bind(item, row.selection_box, row.selection),
+                               Bind(decimal, row.decimal_box, row.decimal)};
+  fields[0].text_of_list = true;
+  fields[1].code_of_index = [&row](int index) { return index + row.first_code; };
+  fields[1].index_of_code = [&row](int code) { return code - row.first_code; };
+  return fields;
 }
 
 std::vector<Field> Form5::Table() {
-  std::vector<Field> table;
-  constexpr const char* kKeys[2][3] = {
-      {"DISPLAY1_SELECT_CH", "DISPLAY1_SELECT_Data", "DISPLAY1_DECIMAL_POINT_Data"},
-      {"DISPLAY2_SELECT_CH", "DISPLAY2_SELECT_Data", "DISPLAY2_DECIMAL_POINT_Data"}};
-  for (std::size_t i = 0; i < rows_.size(); ++i) {
-    Row& row = rows_[i];
-    const auto channel = static_cast<std::uint16_t>(kChannelBlock + 2 * i);
-    const auto item = static_cast<std::uint16_t>(kDisplayBlock + 4 * i);
-    table.push_back({.box = &row.selection_box,
-                     .list = &row.channel,
-                     .address = channel,
-                     .caption = 179,
-                     .key = kKeys[i][0],
-                     .text_of_list = true});
-    table.push_back({.box = &row.selection_box,
-                     .list = &row.selection,
-                     .address = item,
-                     .caption = row.name,
-                     .key = kKeys[i][1],
-                     .code_of_index = [&row](int index) { return index + row.first_code; },
-                     .index_of_code = [&row](int code) { return code - row.first_code; }});
-    table.push_back({.box = &row.decimal_box,
-                     .list = &row.decimal,
-                     .address = static_cast<std::uint16_t>(item + 2),
-                     .caption = 2240,
-                     .key = kKeys[i][2]});
+  std::vector<Field> table =
+      RowFields(rows_[0], DisplayRow("channel_1"), DisplayRow("item_1"), DisplayRow("decimal_point_1"));
+  for (const Field& field :
+       RowFields(rows_[1], DisplayRow("channel_2"), DisplayRow("item_2"), DisplayRow("decimal_point_2"))) {
+    table.push_back(field);
   }
-  table.push_back({.box = &LCD_Check,
-                   .options = {&optLCD(0), &optLCD(1)},
-                   .address = kBacklight,
-                   .caption = 4961,
-                   .key = "LCD_BACKLIGHT_MODE",
-                   .no_option = ""});
-  table.push_back({.box = &LCD_Check,
-                   .list = &cmbLCD_Time,
-                   .address = kBacklight + 2,
-                   .caption = 4961,
-                   .key = "LCD_BACKLIGHT_TIME"});
+  table.push_back(Bind(DisplayRow("backlight"), LCD_Check, optLCD(0), optLCD(1)));
+  table.back().no_option = "";
+  table.push_back(Bind(DisplayRow("lights_out_time"), LCD_Check, cmbLCD_Time));
   return table;
 }
 
 void Form5::BuildLists() {
-  channel_config_ = AskChannelConfig(app(), *this);
+  config_ = AskChannelConfig(app(), *this);
   for (Row& row : rows_) {
     SubGetCHForm5(row.channel);
     SubGetSelectForm5(row);
@@ -102,43 +75,37 @@ void Form5::Form_Load() {
 }
 
 void Form5::Form_Activate() {
-  channel_config_ = AskChannelConfig(app(), *this);
+  config_ = AskChannelConfig(app(), *this);
   EnableChannels();
   for (Row& row : rows_) RebuildSelection(row);
   ParameterPage::Form_Activate();
 }
 
 void Form5::Text_Box_Enable() {
-  ParameterPage::Text_Box_Enable();
+  ColumnRules::Text_Box_Enable();
   EnableChannels();
   EnableTime();
 }
 
 void Form5::EnableChannels() {
   // A single-channel meter has no channel to choose.
-  for (Row& row : rows_) row.channel.SetEnabled(row.selection_box.Ticked() && app().state.SpecClass == 0);
+  for (Row& row : rows_) row.channel.SetEnabled(row.selection_box.Ticked() && IsFullModel(app().state));
 }
 
 void Form5::C04_HYOJI_FrmInit() {
-  SetCaption(app().Text(2120));
-  SetCaptions({{&FrameDisplay1, 2100},
-               {&FrameDisplay2, 2110},
-               {&lblChannel1, 179},
-               {&lblChannel2, 179},
-               {&Selection1, 4670},
-               {&Selection2, 4670},
-               {&Flow_Unit1, 2240},
-               {&Flow_Unit2, 2240},
-               {&LCD_Check, 4961},
-               {&lblLCD_Time, 4962},
-               {&optLCD(0), text::kOn},
-               {&optLCD(1), 2340},
-               {&ReadParameter, 2030},
-               {&SetParameter, 1650},
-               {&SaveParameter, 2140},
-               {&chkCheck, text::kSelectAll}});
-  lblTimeUnit.SetCaption("[" + app().Text(4963) + "]");
-  ShowUnits();
+  SetPageCaptions({{&FrameDisplay1, 2100},
+                   {&FrameDisplay2, 2110},
+                   {&lblChannel1, 179},
+                   {&lblChannel2, 179},
+                   {&Selection1, 4670},
+                   {&Selection2, 4670},
+                   {&Flow_Unit1, 2240},
+                   {&Flow_Unit2, 2240},
+                   {&LCD_Check, kBacklightName},
+                   {&lblLCD_Time, 4962},
+                   {&optLCD(0), text::kOn},
+                   {&optLCD(1), 2340}});
+  lblTimeUnit.SetCaption("[" + app().Text(kMinuteName) + "]");
 }
 
 void Form5::SubGetCHForm5(ComboBox& list) { FillList(list, ListTexts(app().Codes(), 43)); }
@@ -146,13 +113,13 @@ void Form5::SubGetCHForm5(ComboBox& list) { FillList(list, ListTexts(app().Codes
 void Form5::SubGetUnitForm5(ComboBox& list) { FillList(list, ListTexts(app().Codes(), 19)); }
 
 bool Form5::IsReducedList(const Row& row) const {
-  return channel_config_ == kTwoPipes && row.channel.ListIndex() == kComputedChannel;
+  return config_ == ChannelConfig::kTwoPipes && row.channel.ListIndex() == kComputedChannel;
 }
 
 void Form5::SubGetSelectForm5(Row& row) {
   std::vector<std::string> items = ListTexts(app().Codes(), 18);
   const bool no_heat =
-      app().state.SpecClass == 1 || (channel_config_ == kTwoPipes && row.channel.ListIndex() >= 0);
+      IsSingleChannel(app().state) || (config_ == ChannelConfig::kTwoPipes && row.channel.ListIndex() >= 0);
   if (no_heat) items.resize(kItemsWithoutHeat);
   row.first_code = 0;
   if (IsReducedList(row)) {
@@ -200,10 +167,16 @@ void Form5::FieldWasRead(const Field& field, int code) {
   }
 }
 
+void Form5::BoxClicked(CheckBox& box) {
+  if (&box == &LCD_Check) return LCD_Check_Click();
+  column().FollowBox(box);
+  EnableChannels();
+}
+
 void Form5::ReadBlocks() {
   for (Row& row : rows_) row.read_code = -1;
-  ReadBlock(0x03, kDisplayBlock, 6);
-  if (app().state.SpecClass == 0) ReadBlock(0x03, kChannelBlock, 2);
+  column().ReadBlock(kDisplayBlock);
+  if (IsFullModel(app().state)) column().ReadBlock(kDisplayChannelBlock);
   // Only now the channels are known, and with them what the codes of the items mean.
   for (Row& row : rows_) {
     RebuildSelection(row);
@@ -211,36 +184,34 @@ void Form5::ReadBlocks() {
   }
 }
 
-ParameterColumn::Outcome Form5::WriteFields() {
+void Form5::PlanWrites(WritePlan& plan) {
   for (const Row& row : rows_) {
-    const Outcome outcome = WriteRow(row);
-    if (outcome != Outcome::kGoOn) return outcome;
+    if (IsFullModel(app().state)) column().PlanField(plan, column().FieldOf(row.channel));
+    column().PlanInOrder(plan, {&row.selection, &row.decimal});
   }
-  return WriteBacklight();
+  PlanBacklight(plan);
 }
 
-ParameterColumn::Outcome Form5::WriteRow(const Row& row) {
-  std::vector<const Control*> entries = {&row.selection, &row.decimal};
-  if (app().state.SpecClass == 0) entries.insert(entries.begin(), &row.channel);
-  return WriteInOrder(entries);
-}
-
-ParameterColumn::Outcome Form5::WriteBacklight() {
-  if (!LCD_Check.Ticked()) return Outcome::kGoOn;
-  if (optLCD(0).Value()) return WriteRegisters(kBacklight, EncodeCode(0), app().Text(4961));
-  if (!optLCD(1).Value() || cmbLCD_Time.ListIndex() < 0) return Outcome::kGoOn;
-  // The mode and its time go together, so that the meter never sees one without the other.
-  std::vector<std::uint8_t> data = EncodeCode(1);
-  const auto minutes = EncodeCode(cmbLCD_Time.ListIndex());
-  data.insert(data.end(), minutes.begin(), minutes.end());
-  return WriteRegisters(kBacklight, data, app().Text(4961));
+// The mode and its time go together, so that the meter never sees one without the other.
+void Form5::PlanBacklight(WritePlan& plan) {
+  const bool timed = optLCD(1).Value() && cmbLCD_Time.ListIndex() >= 0;
+  if (!LCD_Check.Ticked() || !(optLCD(0).Value() || timed)) return;
+  std::vector<std::uint8_t> data = EncodeCode(timed ? 1 : 0);
+  if (timed) {
+    const auto minutes = EncodeCode(cmbLCD_Time.ListIndex());
+    data.insert(data.end(), minutes.begin(), minutes.end());
+  }
+  plan.Add({.field = &column().FieldOf(optLCD(0)),
+            .name = app().Text(kBacklightName),
+            .address = DisplayRow("backlight").address,
+            .data = data});
 }
 
 std::string Form5::FailureName(const Field& field) {
   for (const Row& row : rows_) {
-    if (field.list == &row.decimal) return app().Text(row.name) + " " + app().Text(field.caption);
+    if (field.list == &row.decimal) return app().Text(row.name) + " " + app().Text(field.parameter->caption);
   }
-  return ParameterPage::FailureName(field);
+  return ColumnRules::FailureName(field);
 }
 
 }  // namespace vlt

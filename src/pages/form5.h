@@ -1,6 +1,7 @@
 // Display: what the meter's two display rows show, with which decimal point, and the backlight.
 #pragma once
 
+#include "link/quiet_query.h"
 #include "pages/parameter_page.h"
 
 namespace vlt {
@@ -11,16 +12,11 @@ class Form5 : public ParameterPage {
 
   void C04_HYOJI_FrmInit();
   void FrmInit() override { C04_HYOJI_FrmInit(); }
-  void Taihi_Form5() { ControlsToSlots(); }
+  void Taihi_Form5() { ParameterPage::Taihi(); }
   void Taihi() override { Taihi_Form5(); }
   void Form_Load() override;
   void Form_Activate() override;
   void Text_Box_Enable() override;
-
-  CheckBox chkCheck{*this, "chkCheck"};
-  PushButton ReadParameter{*this, "ReadParameter"};
-  PushButton SetParameter{*this, "SetParameter"};
-  PushButton SaveParameter{*this, "SaveParameter"};
 
   FrameBox FrameDisplay1{*this, "FrameDisplay1"};
   Label lblChannel1{*this, "lblChannel1"};
@@ -59,11 +55,13 @@ class Form5 : public ParameterPage {
   };
 
   std::vector<Field> Table();
+  std::vector<Field> RowFields(Row& row, const Parameter& channel, const Parameter& item,
+                               const Parameter& decimal);
   void BuildLists() override;
   void ReadBlocks() override;
-  Outcome WriteFields() override;
-  Outcome WriteRow(const Row& row);
-  Outcome WriteBacklight();
+  void PlanWrites(WritePlan& plan) override;
+  void PlanBacklight(WritePlan& plan);
+  void BoxClicked(CheckBox& box) override;
   void FieldWasRead(const Field& field, int code) override;
   std::string FailureName(const Field& field) override;
 
@@ -87,7 +85,7 @@ class Form5 : public ParameterPage {
   void EnableTime();
 
   std::array<Row, 2> rows_;
-  int channel_config_ = -1;  // result of GetChannelConfig
+  ChannelConfig config_ = ChannelConfig::kUnknown;
 };
 
 }  // namespace vlt

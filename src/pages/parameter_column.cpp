@@ -1,13 +1,14 @@
 #include "pages/parameter_column.h"
 
 #include <algorithm>
+#include <optional>
 #include <stdexcept>
 
 #include "link/device_queries.h"
-#include "link/modbus.h"
 #include "link/port.h"
 #include "link/store.h"
-#include "state/form_lock.h"
+#include "meter/units.h"
+#include "resources/text_ids.h"
 #include "values/input_check.h"
 #include "values/number_text.h"
 #include "values/text.h"
@@ -15,34 +16,16 @@
 namespace vlt {
 namespace {
 
-constexpr std::size_t kNoSlot = static_cast<std::size_t>(-1);
-constexpr std::size_t kDataStart = 3;  // of a read reply
+constexpr const char* kShowUnitInForce = "0";  // as a kept unit caption
 
 std::string InBrackets(const std::string& unit) { return "[" + unit + "]"; }
-
-// During a run the interface is locked already, and an exchange would run into that of the run.
-bool IsLineTaken(App& app) { return app.state.UiLocked || !IsMonitorIdle(app); }
-
-// What GetChannelConfig last found.
-int KnownChannelConfig(const SharedState& state) {
-  if (state.SpecClass != 0) return state.SpecClass == 1 ? 1 : -1;
-  return state.PathMode >= 0 && state.PathMode <= 2 ? state.PathMode + 1 : -1;
-}
-
-void AskOnFreeLine(App& app, Form& page, const std::function<void()>& ask) {
-  FormLock(app, page, 0);
-  app.windows.SetMousePointer(kHourglassPointer);
-  if (OpenPort(app)) ask();
-  app.windows.SetMousePointer(kNormalPointer);
-  FormLock(app, page, 1);
-}
 
 }  // namespace
 
 void CheckNumber(App& app, TextBox& box) {
   if (IsNumericText(box.Text(), static_cast<int>(CharCount(box.Text()))) >= 0) return;
   box.SelectAll();
-  app.Show(app.Text(3920));
+  app.Show(app.Text(text::kNotANumber));
   box.SetFocus();
 }
 
@@ -51,18 +34,47 @@ void Depend(CheckBox& box, Control& entry, bool on) {
   entry.SetEnabled(on && box.Ticked());
 }
 
-void AskUnderLock(App& app, Form& page, const std::function<void()>& ask) {
-  if (!IsLineTaken(app)) AskOnFreeLine(app, page, ask);
+// --- what most pages do ----------------------------------------------------------------------------------
+
+bool ColumnRules::AnythingSelected() { return column_->IsAnyTicked(); }
+
+int ColumnRules::IndexOf(Location) { return 0; }
+
+std::vector<CheckBox*> ColumnRules::Boxes() { return column_->DistinctBoxes(); }
+
+void ColumnRules::BoxClicked(CheckBox& box) { column_->FollowBox(box); }
+
+void ColumnRules::All_OnOff(int value) { column_->TickAll(value); }
+
+void ColumnRules::Text_Box_Enable() { column_->EnableEntries(); }
+
+void ColumnRules::Text_Box_Able() { column_->DisableEntries(); }
+
+void ColumnRules::LearnUnit(const Field&) {
+  constexpr int kUnitSystem = -1;
+  if (!column_->FirstInThisRead(kUnitSystem)) return;
+  ReadUnitSystem(column_->TheApp());
+  BuildBaseUnitNames(column_->TheApp());
 }
 
-int AskChannelConfig(App& app, Form& page) {
-  if (IsLineTaken(app)) return KnownChannelConfig(app.state);
-  int config = -1;
-  AskOnFreeLine(app, page, [&] { config = GetChannelConfig(app); });
-  return config;
+std::string ColumnRules::UnitOf(const Field& field) {
+  return UnitText(column_->TheApp(), field.parameter->unit, IndexOf(field.parameter->location));
 }
-ParameterColumn::ParameterColumn(App& app, Form& page, ColumnParts parts)
-    : app_(app), page_(page), parts_(parts) {}
+
+void ColumnRules::FieldWasRead(const Field&, int) {}
+
+void ColumnRules::PlanWrites(WritePlan& plan) { column_->PlanInOrder(plan, column_->WriteOrder()); }
+
+std::string ColumnRules::FailureName(const Field& field) {
+  return column_->TheApp().Text(field.parameter->caption);
+}
+
+// --- fields and boxes ------------------------------------------------------------------------------------
+
+ParameterColumn::ParameterColumn(App& app, Form& page, ColumnParts parts, ColumnRules& rules)
+    : app_(app), page_(page), parts_(parts), rules_(rules) {
+  rules_.column_ = this;
+}
 
 void ParameterColumn::SetFields(std::vector<Field> fields) {
   parts_.read.on_click = [this] { ReadParameter_Click(); };
@@ -70,27 +82,18 @@ void ParameterColumn::SetFields(std::vector<Field> fields) {
   parts_.save.on_click = [this] { SaveParameter_Click(); };
   parts_.all.on_click = [this] { chkCheck_Click(); };
   fields_ = std::move(fields);
-  for (const Field& field : fields_) {
-    Tie(field);
-    slots_.push_back(field.key != nullptr ? SlotIndex(parts_.section, field.key) : kNoSlot);
-    unit_slots_.push_back(field.unit_key != nullptr ? SlotIndex(parts_.section, field.unit_key) : kNoSlot);
-  }
+  for (const Field& field : fields_) Tie(field);
 }
 
 void ParameterColumn::Tie(const Field& field) {
   CheckBox& box = *field.box;
-  if (field.text != nullptr) {
-    TextBox& text = *field.text;
-    text.SetLocked(field.read_only);
+  box.on_click = [this, &box] { rules_.BoxClicked(box); };
+  if (field.text == nullptr) return;
+  TextBox& text = *field.text;
+  text.SetLocked(field.parameter->write == WriteWith::kNothing);
+  if (field.parameter->wire != Wire::kCharacters) {
     text.on_lost_focus = [this, &text] { CheckNumber(app_, text); };
   }
-  // A box may lead several entries; each of them follows it.
-  const auto before = box.on_click;
-  box.on_click = [this, before, &field] {
-    if (before) before();
-    field.SetEntryEnabled(field.Ticked());
-    if (field.Ticked() && field.text != nullptr) CheckNumber(app_, *field.text);
-  };
 }
 
 const Field& ParameterColumn::FieldOf(const Control& entry) const {
@@ -104,31 +107,58 @@ bool ParameterColumn::IsAnyTicked() const {
   return std::any_of(fields_.begin(), fields_.end(), [](const Field& field) { return field.Ticked(); });
 }
 
-void ParameterColumn::chkCheck_Click() { All_OnOff(parts_.all.Value()); }
+void ParameterColumn::chkCheck_Click() { rules_.All_OnOff(parts_.all.Value()); }
 
-std::vector<CheckBox*> ParameterColumn::Boxes() {
+std::vector<CheckBox*> ParameterColumn::DistinctBoxes() const {
   std::vector<CheckBox*> boxes;
   for (const Field& field : fields_) {
-    if (boxes.empty() || boxes.back() != field.box) boxes.push_back(field.box);
+    if (std::find(boxes.begin(), boxes.end(), field.box) == boxes.end()) boxes.push_back(field.box);
   }
   return boxes;
 }
 
-void ParameterColumn::All_OnOff(int value) {
-  for (CheckBox* box : Boxes()) box->SetValue(value == 1 ? 1 : 0);
+void ParameterColumn::TickAll(int value) {
+  for (CheckBox* box : rules_.Boxes()) box->SetValue(value == 1 ? 1 : 0);
   if (value == 1) {
-    Text_Box_Enable();
+    rules_.Text_Box_Enable();
   } else {
-    Text_Box_Able();
+    rules_.Text_Box_Able();
   }
 }
 
-void ParameterColumn::Text_Box_Enable() {
+void ParameterColumn::EnableEntries() {
   for (const Field& field : fields_) field.SetEntryEnabled(field.box->Enabled());
 }
 
-void ParameterColumn::Text_Box_Able() {
+void ParameterColumn::DisableEntries() {
   for (const Field& field : fields_) field.SetEntryEnabled(false);
+}
+
+void ParameterColumn::FollowBox(const CheckBox& box) {
+  for (const Field& field : fields_) {
+    if (field.box != &box) continue;
+    field.SetEntryEnabled(field.Ticked());
+    const bool number = field.text != nullptr && field.parameter->wire != Wire::kCharacters;
+    if (field.Ticked() && number) CheckNumber(app_, *field.text);
+  }
+}
+
+void ParameterColumn::EnableButtons(bool enabled) {
+  for (Control* control : {static_cast<Control*>(&parts_.read), static_cast<Control*>(&parts_.set),
+                           static_cast<Control*>(&parts_.save), static_cast<Control*>(&parts_.all)}) {
+    control->SetEnabled(enabled);
+  }
+}
+
+// --- slots, captions, units ------------------------------------------------------------------------------
+
+void ParameterColumn::FillLists(const std::string& font) {
+  const CodeContext codes = app_.Codes();
+  for (const Field& field : fields_) {
+    if (field.list == nullptr || field.parameter->codes == 0) continue;
+    field.list->SetFont({font, 12, false});
+    field.list->SetItems(ListTexts(codes, field.parameter->codes));
+  }
 }
 
 void ParameterColumn::ClearControls() {
@@ -141,226 +171,233 @@ void ParameterColumn::ClearControls() {
     field.SetEntryEnabled(false);
   }
   parts_.all.SetValue(0);
-  All_OnOff(0);
+  rules_.All_OnOff(0);
 }
 
 void ParameterColumn::SlotsToControls() {
-  for (std::size_t i = 0; i < fields_.size(); ++i) {
-    if (slots_[i] != kNoSlot) RestoreEntry(fields_[i]);
+  restoring_ = true;
+  for (const Field& field : fields_) {
+    if (field.parameter->slot != Slot::kNone) RestoreEntry(field);
   }
+  restoring_ = false;
   ApplyUnitCaptions();
 }
 
-void ParameterColumn::RestoreEntry(const Field& field) {
-  ShowSlot(field, app_.slots.At(parts_.section, field.key));
-}
+void ParameterColumn::RestoreEntry(const Field& field) { ShowSlot(field, app_.slots[field.parameter->slot]); }
 
 void ParameterColumn::ControlsToSlots() {
-  for (std::size_t i = 0; i < fields_.size(); ++i) {
-    if (slots_[i] != kNoSlot) app_.slots[slots_[i]] = SlotText(fields_[i]);
-    if (unit_slots_[i] != kNoSlot) app_.slots[unit_slots_[i]] = Trim(fields_[i].unit->Caption());
+  for (const Field& field : fields_) {
+    const Parameter& row = *field.parameter;
+    if (row.slot != Slot::kNone) app_.slots[row.slot] = SlotText(field);
+    if (row.unit_slot != Slot::kNone) app_.slots[row.unit_slot] = Trim(field.unit->Caption());
   }
 }
 
-void ParameterColumn::SetUnitCaption(const Field& field) {
-  field.unit->SetCaption(InBrackets(UnitText(field)));
+void ParameterColumn::ShowUnit(const Field& field) {
+  field.unit->SetCaption(InBrackets(rules_.UnitOf(field)));
+}
+
+void ParameterColumn::ShowUnits() {
+  for (const Field& field : fields_) {
+    if (field.unit != nullptr) ShowUnit(field);
+  }
 }
 
 void ParameterColumn::ShowUnitsOf(UnitKind kind) {
   for (const Field& field : fields_) {
-    if (field.unit != nullptr && field.unit_kind == kind) SetUnitCaption(field);
+    if (field.unit != nullptr && field.parameter->unit == kind) ShowUnit(field);
   }
 }
 
 void ParameterColumn::ForgetUnitCaptions() {
-  for (const std::size_t slot : unit_slots_) {
-    if (slot != kNoSlot) app_.slots[slot].clear();
+  for (const Field& field : fields_) {
+    if (field.parameter->unit_slot != Slot::kNone) app_.slots[field.parameter->unit_slot].clear();
   }
 }
 
 void ParameterColumn::ApplyUnitCaptions() {
-  for (std::size_t i = 0; i < fields_.size(); ++i) {
-    if (unit_slots_[i] == kNoSlot) continue;
-    const std::string& cached = app_.slots[unit_slots_[i]];
-    if (cached == "0") {
-      SetUnitCaption(fields_[i]);
+  for (const Field& field : fields_) {
+    if (field.parameter->unit_slot == Slot::kNone) continue;
+    const std::string& cached = app_.slots[field.parameter->unit_slot];
+    if (cached == kShowUnitInForce) {
+      ShowUnit(field);
     } else if (!cached.empty()) {
-      fields_[i].unit->SetCaption(cached);
+      field.unit->SetCaption(cached);
     }
   }
 }
 
 void ParameterColumn::ShowNames() {
-  for (const Field& field : fields_) field.box->SetCaption(app_.Text(field.caption));
+  for (const Field& field : fields_) field.box->SetCaption(app_.Text(field.parameter->caption));
 }
 
-void ParameterColumn::ShowUnits() {
+void ParameterColumn::ShowHints() {
   for (const Field& field : fields_) {
-    field.Entry().SetHint(FieldHint(app_, field));
-    field.box->SetHint(FieldHint(app_, field));
-    if (field.unit != nullptr) SetUnitCaption(field);
+    const std::string hint = FieldHint(app_, field, AddressOnPage(*field.parameter));
+    field.Entry().SetHint(hint);
+    if (field.options[1] != nullptr) field.options[1]->SetHint(hint);
+    field.box->SetHint(hint);
   }
 }
 
-void ParameterColumn::EnableButtons(bool enabled) {
-  for (Control* control : {static_cast<Control*>(&parts_.read), static_cast<Control*>(&parts_.set),
-                           static_cast<Control*>(&parts_.save), static_cast<Control*>(&parts_.all)}) {
-    control->SetEnabled(enabled);
+void ParameterColumn::ShowLengths() {
+  for (const Field& field : fields_) {
+    if (field.text != nullptr) field.text->SetMaxLength(field.parameter->length.In(app_.state.UnitFlag));
   }
 }
 
-std::string ParameterColumn::UnitText(const Field& field) {
-  return app_.state.BaseUnitNames.at(static_cast<std::size_t>(field.unit_kind));
+void ParameterColumn::ClearMarks() {
+  for (const Field& field : fields_) field.Mark("");
 }
 
-void ParameterColumn::LearnUnit(const Field&) {
-  if (!FirstInThisRead(0)) return;
-  ReadUnitSystem(app_);
-  BuildBaseUnitNames(app_);
-}
-
-void ParameterColumn::FieldWasRead(const Field&, int) {}
-
-std::string ParameterColumn::FailureName(const Field& field) { return app_.Text(field.caption); }
-
-// --- the exchanges -------------------------------------------------------------------------------------
+// --- the exchanges -----------------------------------------------------------------------------------------
 
 bool ParameterColumn::MayStart() {
-  if (!AnythingSelected()) return false;
-  if (ChannelIsChosen()) return true;
-  app_.Show(app_.Text(3931));
+  if (!rules_.AnythingSelected()) return false;
+  if (rules_.ChannelIsChosen()) return true;
+  app_.Show(app_.Text(text::kChooseChannel));
   return false;
-}
-
-void ParameterColumn::Begin(int text_id) {
-  FormLock(app_, page_, 0);
-  app_.windows.SetMousePointer(kHourglassPointer);
-  app_.Status(app_.Text(text_id));
-}
-
-void ParameterColumn::End(const std::string& text) {
-  FormLock(app_, page_, 1);
-  app_.windows.SetMousePointer(kNormalPointer);
-  app_.Status(text);
-}
-
-void ParameterColumn::PortFailed() {
-  app_.Show(app_.Text(3950), MessageIcon::kStop);
-  End(CommunicationErrorText(app_));
 }
 
 void ParameterColumn::ReadParameter_Click() {
   if (!MayStart()) return;
-  if (!ReadAfterSet) Begin(parts_.read_started);
+  if (ReadAfterSet) return ReadBack();
+  Operation operation(app_, page_, parts_.read.Name(), parts_.read_started);
+  if (!operation.OpenPortOrTell()) return;
+  ClearMarks();
+  read_marks_.clear();
+  rules_.ReadBlocks();
+  operation.End(app_.Text(parts_.read_completed) + " " + app_.state.LastErrorText);
+}
+
+// A read inside of a set: under its lock and without words of its own.
+void ParameterColumn::ReadBack() {
   if (!OpenPort(app_)) {
-    PortFailed();
+    app_.Show(app_.Text(text::kCommunicationError), MessageIcon::kStop);
     return;
   }
   read_marks_.clear();
-  ReadBlocks();
-  if (ReadAfterSet) return;
-  End(app_.Text(parts_.read_completed) + " " + app_.state.LastErrorText);
+  rules_.ReadBlocks();
 }
 
-bool ParameterColumn::Exchange(int function, int start, int registers, Frame& reply) {
-  Frame request = ReadRequest(StationNumber(app_), function, start, registers);
-  reply = ReplyFor(request);
-  return SendReceive(app_, request, reply);
+bool ParameterColumn::FetchBlock(const Block& block, RegisterData& data) {
+  if (ReadRegisters(app_, SpanOf(block, rules_.IndexOf(block.location)), data)) return true;
+  rules_.BlockFailed(block);
+  return false;
 }
 
-bool ParameterColumn::ReadBlock(int function, int start, int registers) {
-  Frame reply;
-  if (!Exchange(function, start, registers, reply)) return false;
-  ShowBlock(function, start, registers, reply);
+bool ParameterColumn::ReadBlock(const Block& block) {
+  RegisterData data;
+  if (!FetchBlock(block, data)) return false;
+  ShowBlock(block, data);
   return true;
 }
 
-void ParameterColumn::ShowBlock(int function, int start, int registers, const Frame& reply) {
+void ParameterColumn::ShowBlock(const Block& block, const RegisterData& data) {
+  const int start = SpanOf(block, rules_.IndexOf(block.location)).address;
   for (const Field& field : fields_) {
-    const int offset = AddressOf(field) - start;
-    if (field.function != function || offset < 0 || offset + 2 * field.Words() > 2 * registers) continue;
-    if (FieldTakesPart(field)) ShowValue(field, reply, kDataStart + static_cast<std::size_t>(offset));
+    const Parameter& row = *field.parameter;
+    const int offset = AddressOnPage(row) - start;
+    const bool inside = offset >= 0 && offset + 2 * row.Words() <= static_cast<int>(data.size());
+    if (row.function != block.function || !inside) continue;
+    if (rules_.FieldTakesPart(field)) ShowValue(field, data, static_cast<std::size_t>(offset));
   }
 }
 
-void ParameterColumn::ShowValue(const Field& field, const Frame& reply, std::size_t at) {
+void ParameterColumn::ShowValue(const Field& field, const RegisterData& data, std::size_t at) {
   int code = 0;
-  if (field.unit != nullptr) LearnUnit(field);
+  if (field.unit != nullptr && !IsFixedUnit(field.parameter->unit)) rules_.LearnUnit(field);
   if (field.text != nullptr) {
-    field.text->SetText(DecodeText(field, app_.state.UnitFlag, reply, at));
+    field.text->SetText(vlt::ShowValue(*field.parameter, app_.state, data, at));
   } else {
-    code = DecodeCode(field, reply, at);
-    field.Select(field.index_of_code ? field.index_of_code(code) : code);
+    code = CodeAt(*field.parameter, data, at);
+    field.Select(field.IndexOf(code));
   }
   if (field.unit != nullptr) {
-    SetUnitCaption(field);
-    if (field.unit_key != nullptr) app_.slots.At(parts_.section, field.unit_key).clear();
+    ShowUnit(field);
+    if (field.parameter->unit_slot != Slot::kNone) app_.slots[field.parameter->unit_slot].clear();
   }
-  FieldWasRead(field, code);
+  rules_.FieldWasRead(field, code);
 }
 
 void ParameterColumn::SetParameter_Click() {
   if (!MayStart()) return;
-  Begin(parts_.set_started);
-  if (!OpenPort(app_)) {
-    PortFailed();
-    return;
-  }
-  const Outcome outcome = WriteFields();
-  if (outcome == Outcome::kBadNumber) {
-    End(app_.Text(4965));
-    return;
-  }
-  if (outcome == Outcome::kGoOn) {
+  ClearMarks();
+  WritePlan plan;
+  rules_.PlanWrites(plan);
+  if (!Judge(plan) || !rules_.MaySet()) return;
+  Operation operation(app_, page_, parts_.set.Name(), parts_.set_started);
+  if (!operation.OpenPortOrTell()) return;
+  if (Execute(plan) && rules_.ReadsBack()) {
     ReadAfterSet = true;
     ReadParameter_Click();
     ReadAfterSet = false;
   }
-  End(app_.Text(parts_.set_completed) + " " + app_.state.LastErrorText);
+  operation.End(app_.Text(parts_.set_completed) + " " + app_.state.LastErrorText);
 }
 
-ParameterColumn::Outcome ParameterColumn::WriteFields() { return WriteInOrder(write_order_); }
-
-ParameterColumn::Outcome ParameterColumn::WriteInOrder(const std::vector<const Control*>& entries) {
-  for (const Control* entry : entries) {
-    const Outcome outcome = WriteField(FieldOf(*entry));
-    if (outcome != Outcome::kGoOn) return outcome;
-  }
-  return Outcome::kGoOn;
+bool ParameterColumn::Judge(const WritePlan& plan) {
+  const Field* refused = plan.Refused();
+  if (refused == nullptr) return true;
+  refused->Mark(TextFaultText(app_, *refused, plan.Fault()));
+  app_.Status(app_.Text(text::kErrorOccurred) + " " + rules_.FailureName(*refused) + ": " +
+              TextFaultText(app_, *refused, plan.Fault()));
+  refused->text->SelectAll();
+  refused->text->SetFocus();
+  return false;
 }
 
-ParameterColumn::Outcome ParameterColumn::WriteField(const Field& field) {
-  if (!field.Ticked()) return Outcome::kGoOn;
+void ParameterColumn::PlanInOrder(WritePlan& plan, const std::vector<const Control*>& entries) {
+  for (const Control* entry : entries) PlanField(plan, FieldOf(*entry));
+}
+
+void ParameterColumn::PlanField(WritePlan& plan, const Field& field) {
+  const Parameter& row = *field.parameter;
+  if (!field.Ticked() || row.write == WriteWith::kNothing) return;
+  PlannedWrite write{.field = &field,
+                     .name = rules_.FailureName(field),
+                     .address = AddressOnPage(row),
+                     .write = row.write,
+                     .data = {}};
   if (field.text == nullptr) {
-    const int index = field.Selected();
-    if (index < 0) return Outcome::kGoOn;
-    const int code = field.code_of_index ? field.code_of_index(index) : index;
-    return WriteRegisters(AddressOf(field), EncodeCode(code), FailureName(field));
+    if (field.Selected() < 0) return;
+    write.data = EncodeCode(field.CodeOf(field.Selected()));
+  } else {
+    const std::string_view text = Trim(field.text->Text());
+    if (text.empty()) return;
+    Encoded encoded = EncodeText(row, app_.state, text);
+    if (encoded.fault != TextFault::kNone) return plan.Refuse(field, encoded.fault);
+    write.data = std::move(encoded.bytes);
   }
-  const std::string text(Trim(field.text->Text()));
-  if (text.empty()) return Outcome::kGoOn;
-  const auto data = EncodeText(field, app_.state.UnitFlag, text);
-  if (!data) return Outcome::kBadNumber;
-  return WriteRegisters(AddressOf(field), *data, FailureName(field));
+  plan.Add(std::move(write));
 }
 
-ParameterColumn::Outcome ParameterColumn::WriteRegisters(int address, const std::vector<std::uint8_t>& data,
-                                                         const std::string& name) {
-  Frame request = WriteRegistersRequest(StationNumber(app_), address, data);
-  Frame reply = ReplyFor(request);
-  if (SendReceive(app_, request, reply) && EchoWordEqual(reply, static_cast<int>(data.size() / 2))) {
-    return Outcome::kGoOn;
+bool ParameterColumn::Execute(const WritePlan& plan) {
+  return std::all_of(plan.Writes().begin(), plan.Writes().end(),
+                     [this](const PlannedWrite& write) { return Send(write); });
+}
+
+bool ParameterColumn::Send(const PlannedWrite& write) {
+  const WriteResult result = write.write == WriteWith::kSingle
+                                 ? WriteRegister(app_, write.address, (write.data[0] << 8) | write.data[1])
+                                 : WriteRegisters(app_, write.address, write.data);
+  if (result == WriteResult::kProven) {
+    rules_.WriteProven(write);
+    return true;
   }
-  const bool go_on = app_.AskOkCancel(name + " " + app_.Text(3930) + "\n" + app_.Text(4170));
-  return go_on ? Outcome::kGoOn : Outcome::kCancelled;
+  const std::string reason = WriteFailureText(app_, result);
+  if (write.field != nullptr) write.field->Mark(reason);
+  app_.Status(write.name + ": " + reason);
+  return app_.AskOkCancel(write.name + " " + app_.Text(parts_.not_set) + "\n" +
+                          app_.Text(text::kContinueQuestion));
 }
 
 void ParameterColumn::SaveParameter_Click() {
-  Begin(4030);
+  Operation operation(app_, page_, parts_.save.Name(), text::kSaveStarted);
   const bool saved = SaveToDevice(app_);
-  app_.windows.SetMousePointer(kNormalPointer);
-  if (!saved) app_.Show(app_.Text(3960), MessageIcon::kStop);
-  End(app_.Text(4040) + " " + app_.state.LastErrorText);
+  operation.ShowNormalPointer();
+  if (!saved) app_.Show(app_.Text(text::kNotSaved), MessageIcon::kStop);
+  operation.End(app_.Text(text::kSaveCompleted) + " " + app_.state.LastErrorText);
 }
 
 }  // namespace vlt

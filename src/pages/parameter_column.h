@@ -1,16 +1,74 @@
-// One column of parameters with its master box and its three buttons: what every parameter page does.
+// One column of parameters with its master box and its three buttons: what every parameter page does. A page
+// owns one column or several, and tells each by ColumnRules what it does its own way.
 #pragma once
 
-#include <cstdint>
-#include <functional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "link/modbus.h"
+#include "link/operation.h"
 #include "pages/field.h"
+#include "pages/write_plan.h"
 
 namespace vlt {
+
+class ParameterColumn;
+
+// What a page does its own way; the defaults are what most pages do.
+class ColumnRules {
+ public:
+  virtual ~ColumnRules() = default;
+
+  // --- what is chosen ---
+  virtual bool AnythingSelected();
+  // False shows "Please choose CH correctly." and ends the command.
+  virtual bool ChannelIsChosen() { return true; }
+  // The channel or output that the page shows, from 0, among places of this kind.
+  virtual int IndexOf(Location location);
+  // The boxes in the order in which All_OnOff ticks them; by default that of the fields.
+  virtual std::vector<CheckBox*> Boxes();
+  // A person or All_OnOff has changed a box; by default its entries follow it.
+  virtual void BoxClicked(CheckBox& box);
+  // Ticks all (1) or clears them.
+  virtual void All_OnOff(int value);
+  // Text_Box_Enable enables the entries whose boxes are enabled, Text_Box_Able disables all.
+  virtual void Text_Box_Enable();
+  virtual void Text_Box_Able();
+
+  // --- reading ---
+  // The exchanges of a read, in order.
+  virtual void ReadBlocks() = 0;
+  // A block brought no answer; its fields keep what they show.
+  virtual void BlockFailed(const Block& block) { (void)block; }
+  // Runs before a value that carries a unit is shown; by default asks for the unit system once a read.
+  virtual void LearnUnit(const Field& field);
+  // The unit of a field, without brackets.
+  virtual std::string UnitOf(const Field& field);
+  // Whether a field of a block takes the meter's value; by default when it is ticked and enabled.
+  virtual bool FieldTakesPart(const Field& field) { return field.Ticked(); }
+  // A field has taken the meter's value; `code` is that of a list or of options.
+  virtual void FieldWasRead(const Field& field, int code);
+
+  // --- setting ---
+  // Asks what must be asked before a set; false ends it, and nothing was sent.
+  virtual bool MaySet() { return true; }
+  // The writes of a set, in order; by default the write order.
+  virtual void PlanWrites(WritePlan& plan);
+  // The meter has confirmed a write.
+  virtual void WriteProven(const PlannedWrite& write) { (void)write; }
+  // Whether the set ends with a read of what was set.
+  virtual bool ReadsBack() { return true; }
+  // The name of a field in the failure box.
+  virtual std::string FailureName(const Field& field);
+
+ protected:
+  ParameterColumn& column() const { return *column_; }
+
+ private:
+  friend class ParameterColumn;
+  ParameterColumn* column_ = nullptr;
+};
 
 // The controls and texts that a column works with.
 struct ColumnParts {
@@ -18,125 +76,107 @@ struct ColumnParts {
   PushButton& read;
   PushButton& set;
   PushButton& save;
-  const char* section;  // of the parameter file
-  int set_started;      // text ids
-  int set_completed;
-  int read_started;
-  int read_completed;
+  int set_started = 0;  // text ids
+  int set_completed = 0;
+  int read_started = 0;
+  int read_completed = 0;
+  int not_set = 3930;  // behind the name of a field that was not set
 };
 
 class ParameterColumn {
  public:
-  ParameterColumn(App& app, Form& page, ColumnParts parts);
-  virtual ~ParameterColumn() = default;
+  ParameterColumn(App& app, Form& page, ColumnParts parts, ColumnRules& rules);
   ParameterColumn(const ParameterColumn&) = delete;
   ParameterColumn& operator=(const ParameterColumn&) = delete;
 
+  // Called once by the page's constructor, in the order of showing. Ties boxes and entries together. Two
+  // lists bound to one box follow it both.
+  void SetFields(std::vector<Field> fields);
+  // Entry controls in the order of writing.
+  void SetWriteOrder(std::vector<const Control*> order) { write_order_ = std::move(order); }
   const std::vector<Field>& Fields() const { return fields_; }
+  const Field& FieldOf(const Control& entry) const;
 
+  App& TheApp() const { return app_; }
+
+  // --- the commands ---
   void ReadParameter_Click();
   void SetParameter_Click();
   void SaveParameter_Click();
   void chkCheck_Click();
-  // With 1 every box takes 1, with anything else 0; also the disabled ones. The entries follow.
-  virtual void All_OnOff(int value);
-  // Text_Box_Enable enables the entries whose boxes are enabled, Text_Box_Able disables all.
-  virtual void Text_Box_Enable();
-  virtual void Text_Box_Able();
+
+  // --- what the rules build on ---
+  bool IsAnyTicked() const;
+  std::vector<CheckBox*> DistinctBoxes() const;
+  void TickAll(int value);
+  void EnableEntries();
+  void DisableEntries();
+  // The entries of a box follow it; a number that gets enabled is checked.
+  void FollowBox(const CheckBox& box);
+  void PlanField(WritePlan& plan, const Field& field);
+  void PlanInOrder(WritePlan& plan, const std::vector<const Control*>& entries);
+  const std::vector<const Control*>& WriteOrder() const { return write_order_; }
+
+  // --- for ReadBlocks ---
+  // One exchange; on success every field that lies in the block and takes part shows its value. False when it
+  // failed.
+  bool ReadBlock(const Block& block);
+  // Its two halves, for a page that asks something else in between.
+  bool FetchBlock(const Block& block, RegisterData& data);
+  void ShowBlock(const Block& block, const RegisterData& data);
+  // True until the first call with this mark in the running read; a read asks each unit at most once.
+  bool FirstInThisRead(int mark) { return read_marks_.insert(mark).second; }
+
+  // --- life of the page ---
   // Slots to controls, and controls to slots.
   void SlotsToControls();
   void ControlsToSlots();
+  // True while slots are shown, so that a handler of a list can tell it from an operator's choice.
+  bool IsRestoring() const { return restoring_; }
+  // Slot to entry, for one field that has a slot.
+  void RestoreEntry(const Field& field);
   // Empties every entry, clears the boxes and the selections.
   void ClearControls();
+  // Fills the lists of the fields whose rows have a code table.
+  void FillLists(const std::string& font);
   // Shows the cached unit captions: "0" stands for the unit in force, an empty one leaves the caption.
   void ApplyUnitCaptions();
   // Gives every box the name of its field.
   void ShowNames();
-  // Shows the unit in force beside every field that has one.
+  // Registers in the tooltips, for the channel or output in force, and the greatest lengths.
+  void ShowHints();
+  void ShowLengths();
+  // The unit in force beside every field that has one, or that carries this kind of unit.
   void ShowUnits();
-  // The buttons and the master box follow the state of the program.
-  void EnableButtons(bool enabled);
-
- protected:
-  // How a write or a run of writes ended.
-  enum class Outcome { kGoOn, kCancelled, kBadNumber };
-
-  App& app() const { return app_; }
-  Form& page() const { return page_; }
-
-  // Called once by the page's constructor, in the page's order. Ties boxes and entries together.
-  void SetFields(std::vector<Field> fields);
-  // Entry controls in the order of writing.
-  void SetWriteOrder(std::vector<const Control*> order) { write_order_ = std::move(order); }
-  const Field& FieldOf(const Control& entry) const;
-
-  // What a page may do its own way.
-  virtual bool AnythingSelected() { return IsAnyTicked(); }
-  // False shows "Please choose CH correctly." and ends the command.
-  virtual bool ChannelIsChosen() { return true; }
-  virtual int ChannelBase() { return 0; }
-  // The boxes in the order in which All_OnOff ticks them; by default that of the fields.
-  virtual std::vector<CheckBox*> Boxes();
-  // The exchanges of a read, in order.
-  virtual void ReadBlocks() = 0;
-  // The writes of a set, in order; by default the write order.
-  virtual Outcome WriteFields();
-  // Runs before the value of a field that carries a unit is decoded; by default asks for the unit system once
-  // a read.
-  virtual void LearnUnit(const Field& field);
-  // The unit of a field, without brackets.
-  virtual std::string UnitText(const Field& field);
-  // Whether a field of a block takes the device's value; by default when it is ticked and enabled.
-  virtual bool FieldTakesPart(const Field& field) { return field.Ticked(); }
-  // A ticked field has taken the device's value; `code` is that of a list or of options.
-  virtual void FieldWasRead(const Field& field, int code);
-  // The name of a field in the failure box.
-  virtual std::string FailureName(const Field& field);
-
-  // For ReadBlocks: one exchange; on success every ticked field that lies in the block shows its value.
-  // `start` is the first register itself, channel base included. False when the exchange failed.
-  bool ReadBlock(int function, int start, int registers);
-  // Its two halves, for a page that asks something else in between.
-  void ShowBlock(int function, int start, int registers, const Frame& reply);
-  // An exchange without fields; on success `reply` holds the whole frame, data from byte 3.
-  bool Exchange(int function, int start, int registers, Frame& reply);
-  // For WriteFields: writes a ticked field that has a value.
-  Outcome WriteField(const Field& field);
-  // The same for several, up to the first that does not let the command go on.
-  Outcome WriteInOrder(const std::vector<const Control*>& entries);
-  // One write of registers with function 10H; on failure the operator is asked whether to go on.
-  Outcome WriteRegisters(int address, const std::vector<std::uint8_t>& data, const std::string& name);
-  // The register of a field for the channel or output that the page shows.
-  virtual int AddressOf(const Field& field) { return field.address + (field.by_channel ? ChannelBase() : 0); }
-  // True until the first call with this mark in the running read; a read asks each unit at most once.
-  bool FirstInThisRead(int mark) { return read_marks_.insert(mark).second; }
-  // Frame of an operation: lock, hourglass and a status line; the same back; and the end when the port can't
-  // be opened.
-  void Begin(int text_id);
-  void End(const std::string& text);
-  void PortFailed();
-  bool IsAnyTicked() const;
-  void SetUnitCaption(const Field& field);
-  // The unit in force beside every field that carries this kind of unit.
   void ShowUnitsOf(UnitKind kind);
+  void ShowUnit(const Field& field);
   // What was kept for the unit captions does not hold any more.
   void ForgetUnitCaptions();
-  // Slot to entry, for one field that has a key.
-  void RestoreEntry(const Field& field);
+  // The buttons and the master box follow the state of the program.
+  void EnableButtons(bool enabled);
+  // Takes away what failed writes have left.
+  void ClearMarks();
 
  private:
+  int AddressOnPage(const Parameter& row) const { return AddressOf(row, rules_.IndexOf(row.location)); }
   void Tie(const Field& field);
-  void ShowValue(const Field& field, const Frame& reply, std::size_t at);
+  void ShowValue(const Field& field, const RegisterData& data, std::size_t at);
   bool MayStart();
+  bool Judge(const WritePlan& plan);
+  void ReadBack();
+  // False when the operator has ended the set.
+  bool Execute(const WritePlan& plan);
+  bool Send(const PlannedWrite& write);
 
   App& app_;
   Form& page_;
   ColumnParts parts_;
+  ColumnRules& rules_;
   std::vector<Field> fields_;
-  std::vector<std::size_t> slots_;       // of the entries
-  std::vector<std::size_t> unit_slots_;  // of the unit captions
   std::vector<const Control*> write_order_;
   std::set<int> read_marks_;
+  bool restoring_ = false;
+  // True only while a set reads back what it has written.
   bool ReadAfterSet = false;
 };
 
@@ -145,14 +185,5 @@ void CheckNumber(App& app, TextBox& box);
 
 // Switches a dependent parameter: its box, and its entry while the box is ticked.
 void Depend(CheckBox& box, Control& entry, bool on);
-
-// Runs queries of the meter under the lock of `page` with the hourglass, on an open port. Without a port
-// nothing is asked, and no message tells so: whoever opens a page may want no meter. Nor is anything asked
-// while a live read runs.
-void AskUnderLock(App& app, Form& page, const std::function<void()>& ask);
-
-// GetChannelConfig in this way; the result is its result, or -1 without a port. While a live read runs it is
-// what the meter last told.
-int AskChannelConfig(App& app, Form& page);
 
 }  // namespace vlt

@@ -1,21 +1,56 @@
 #include "pages/parameter_page.h"
 
 #include "link/device_queries.h"
+#include "resources/text_ids.h"
 #include "state/form_lock.h"
 
 namespace vlt {
 
+ParameterPage::ParameterPage(App& app, std::string name, const Texts& texts)
+    : PageForm(app, std::move(name)), texts_(texts) {
+  AddColumn({.all = chkCheck,
+             .read = ReadParameter,
+             .set = SetParameter,
+             .save = SaveParameter,
+             .set_started = texts.set_started,
+             .set_completed = texts.set_completed,
+             .read_started = texts.read_started,
+             .read_completed = texts.read_completed,
+             .not_set = texts.not_set},
+            *this);
+}
+
+ParameterColumn& ParameterPage::AddColumn(const ColumnParts& parts, ColumnRules& rules) {
+  columns_.push_back(std::make_unique<ParameterColumn>(app(), *this, parts, rules));
+  return *columns_.back();
+}
+
+void ParameterPage::SetteiHannei() {
+  for (const auto& column : columns_) column->SlotsToControls();
+}
+
+void ParameterPage::Taihi() {
+  for (const auto& column : columns_) column->ControlsToSlots();
+}
+
+void ParameterPage::BuildLists() {
+  for (const auto& column : columns_) column->FillLists(app().state.PageFont);
+}
+
 void ParameterPage::Form_Load() {
   BuildLists();
-  BuildBaseUnitNames(app());
-  ClearControls();
+  for (const auto& column : columns_) {
+    column->ClearControls();
+    // A page that is loaded only to be saved keeps its units, too.
+    column->ShowUnits();
+  }
   SetteiHannei();
 }
 
 void ParameterPage::Form_Activate() {
   EnableCommands(!app().state.UiLocked && IsMonitorIdle(app()));
   BuildBaseUnitNames(app());
-  ApplyUnitCaptions();
+  for (const auto& column : columns_) column->ApplyUnitCaptions();
 }
 
 void ParameterPage::Form_Unload(int& cancel) {
@@ -23,8 +58,24 @@ void ParameterPage::Form_Unload(int& cancel) {
   if (cancel == 0) Taihi();
 }
 
-void ParameterPage::SetCaptions(const std::vector<CaptionRow>& rows) {
-  for (const CaptionRow& row : rows) row.control->SetCaption(app().Text(row.text_id));
+void ParameterPage::EnableCommands(bool enabled) {
+  for (const auto& column : columns_) column->EnableButtons(enabled);
+}
+
+void ParameterPage::SetPageCaptions(const std::vector<CaptionRow>& own) {
+  SetCaption(app().Text(texts_.title));
+  for (const CaptionRow& row : {CaptionRow{&ReadParameter, 2030}, CaptionRow{&SetParameter, 1650},
+                                CaptionRow{&SaveParameter, 2140}, CaptionRow{&chkCheck, text::kSelectAll}}) {
+    row.control->SetCaption(app().Text(row.text_id));
+  }
+  BuildBaseUnitNames(app());
+  for (const auto& column : columns_) {
+    column->ShowNames();
+    column->ShowUnits();
+    column->ShowLengths();
+    column->ShowHints();
+  }
+  for (const CaptionRow& row : own) row.control->SetCaption(app().Text(row.text_id));
   for (Control* control : Controls()) control->SetFont({app().state.PageFont, 12, false});
 }
 

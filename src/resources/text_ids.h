@@ -4,6 +4,19 @@
 
 namespace vlt::text {
 
+// Texts of old that several folders need.
+inline constexpr int kCommunicationError = 3950;
+inline constexpr int kNotANumber = 3920;
+inline constexpr int kChooseChannel = 3931;
+inline constexpr int kNotSaved = 3960;
+inline constexpr int kSaveStarted = 4030;
+inline constexpr int kSaveCompleted = 4040;
+inline constexpr int kContinueQuestion = 4170;
+inline constexpr int kErrorOccurred = 4965;
+
+// Why a write is not proven: the reply repeats something else than what was sent.
+inline constexpr int kOtherEcho = 3208;
+
 // Why a port could not be opened or was lost. %1 the port ("COM3"), %2 its device ("/dev/ttyUSB0"), %3 the
 // settings ("9600,O,8,1") or the system's own words.
 inline constexpr int kPortMissing = 3200;
@@ -58,6 +71,11 @@ inline constexpr int kTypeUInt16 = 3252;
 inline constexpr int kTypeInt32 = 3253;
 inline constexpr int kTypeDouble = 3254;
 inline constexpr int kTypeSingle = 3255;
+inline constexpr int kTypeCharacters = 3256;
+
+// Why a typed value can't be sent. kDoesNotFit: %1 the least, %2 the greatest value.
+inline constexpr int kNoNumber = 3257;
+inline constexpr int kDoesNotFit = 3258;
 
 // Group captions.
 inline constexpr int kGroupPipe = 3260;

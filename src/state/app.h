@@ -1,9 +1,11 @@
 // The App ties together what a handler works with. One a process; a test builds as many as it likes.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "platform/platform.h"
+#include "state/line_tally.h"
 #include "state/main_frame.h"
 #include "state/page_slots.h"
 #include "state/shared_state.h"
@@ -23,6 +25,9 @@ class App {
   SharedState state;
   PageSlots slots;
   Windows windows;
+  LineTally tally;
+  // Told at the end of each operation of a window.
+  std::function<void(const OperationReport&)> on_operation;
   // The main window while it exists, else null.
   MainFrame* frame = nullptr;
 

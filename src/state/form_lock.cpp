@@ -1,32 +1,9 @@
 #include "state/form_lock.h"
 
 #include <algorithm>
-#include <array>
-#include <string_view>
-#include <utility>
 
 namespace vlt {
 namespace {
-
-// The one button of a form that must stay usable during the operation that it stops.
-constexpr std::pair<std::string_view, std::string_view> kStopButtons[] = {
-    {"Form11", "ProfileStopButton"},
-    {"Form6", "Save_As"},
-    {"Form9", "Stop"},
-    {"Form12", "cmdStop"},
-};
-
-// Option buttons that choose what a page looks at rather than a parameter to handle.
-constexpr std::string_view kChoiceOptions[] = {
-    "ForwardReceiveOption", "ReverseReceiveOption", "ForwardFilterOption",  "ReverseFilterOption",
-    "ChannelSelect",        "DigitalOutputSelect",  "CorrelationCalOption",
-};
-
-bool IsStopButton(const Form& form, const Control& control) {
-  return std::any_of(std::begin(kStopButtons), std::end(kStopButtons), [&](const auto& row) {
-    return row.first == form.Name() && row.second == control.Name();
-  });
-}
 
 void SetCloseCommandByLock(Form& window, int enable) {
   if (enable != 0) {
@@ -36,20 +13,12 @@ void SetCloseCommandByLock(Form& window, int enable) {
   }
 }
 
-// A timer of this name is on, on a form that exists.
-bool TimerRuns(const Form& form, std::string_view name) {
-  Control* control = form.Find(name);
-  return control != nullptr && control->Kind() == ControlKind::kTimer &&
-         static_cast<Timer*>(control)->Running();
-}
-
 }  // namespace
 
 void SetControlsEnabled(Form& form, int enable) {
   for (Control* control : form.Controls()) {
-    const bool button = control->Kind() == ControlKind::kPushButton && !IsStopButton(form, *control);
-    const bool master = control->Kind() == ControlKind::kCheckBox && control->Name() == "chkCheck";
-    if (button || master) control->SetEnabled(enable != 0);
+    const bool button = control->Kind() == ControlKind::kPushButton && control != form.StopButton();
+    if (button || form.IsMasterBox(*control)) control->SetEnabled(enable != 0);
   }
 }
 
@@ -78,15 +47,13 @@ void FormLock(App& app, Form& form, int enable) {
 }
 
 bool IsAnyChecked(const Form& form) {
-  return std::any_of(form.Controls().begin(), form.Controls().end(), [](const Control* control) {
+  return std::any_of(form.Controls().begin(), form.Controls().end(), [&form](const Control* control) {
     if (!control->Enabled()) return false;
     if (control->Kind() == ControlKind::kCheckBox) {
-      return control->Name() != "chkCheck" && static_cast<const CheckBox*>(control)->Ticked();
+      return !form.IsMasterBox(*control) && static_cast<const CheckBox*>(control)->Ticked();
     }
     if (control->Kind() != ControlKind::kOptionButton) return false;
-    return static_cast<const OptionButton*>(control)->Value() &&
-           std::find(std::begin(kChoiceOptions), std::end(kChoiceOptions), control->Name()) ==
-               std::end(kChoiceOptions);
+    return static_cast<const OptionButton*>(control)->Value() && !form.IsChoice(*control);
   });
 }
 
@@ -94,8 +61,7 @@ bool IsMonitorIdle(App& app) {
   for (Form* form : app.windows.Open()) {
     app.platform.events.GiveWay(app.platform.clock.NowMs());
     if (!app.windows.Exists(form)) continue;
-    if ((form->Name() == "Form9" || form->Name() == "Form12") && TimerRuns(*form, "CycleTimer")) return false;
-    if (form->Name() == "Form11" && app.state.PvRunning != 0) return false;
+    if (form->IsLive()) return false;
   }
   return app.state.PvRunning == 0;
 }

@@ -8,32 +8,25 @@
 #include <string_view>
 #include <vector>
 
+#include "state/slot_rows.h"
+
 namespace vlt {
 
-struct SharedState;
-
-// A row of the parameter file, in the order of the file.
-struct SlotRow {
-  const char* section;
-  const char* key;
-  // What a file without the key gives, or null for a key that is written and never read.
-  const char* absent;
-  // The number behind a key that holds the channel or output of a page, else null.
-  int SharedState::*number = nullptr;
-};
-
-std::span<const SlotRow> SlotRows();
-
-// Place of a key in SlotRows(). A key that is not there is a programming error and throws std::out_of_range.
-std::size_t SlotIndex(std::string_view section, std::string_view key);
+constexpr std::span<const SlotRow> SlotRows() { return kSlotRows; }
 
 class PageSlots {
  public:
-  PageSlots();
   // All slots start empty.
-  std::string& At(std::string_view section, std::string_view key) { return texts_[SlotIndex(section, key)]; }
+  PageSlots() : texts_(std::size(kSlotRows)) {}
+  // Slot::kNone, and a key that is not there, throw std::out_of_range.
+  std::string& operator[](Slot slot) { return texts_.at(static_cast<std::size_t>(slot)); }
+  const std::string& operator[](Slot slot) const { return texts_.at(static_cast<std::size_t>(slot)); }
+  std::string& At(std::string_view section, std::string_view key) { return (*this)[SlotOf(section, key)]; }
+  // By place in SlotRows().
   std::string& operator[](std::size_t index) { return texts_.at(index); }
   const std::string& operator[](std::size_t index) const { return texts_.at(index); }
+  // Empties the unit captions of a kind: an empty one means that the caption on the page is right.
+  void ForgetUnits(UnitKind kind);
 
  private:
   std::vector<std::string> texts_;

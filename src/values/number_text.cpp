@@ -67,11 +67,17 @@ std::string WithExponent(const Decimal& number) {
   return text + (exponent < 0 ? "E-" : "E+") + ZeroPadded(std::abs(exponent), 2);
 }
 
+// Without trailing zeros; value is neither zero nor infinite.
+Decimal Shortest(double value, int significant) {
+  Decimal number = ToDecimal(value, significant);
+  number.digits.erase(number.digits.find_last_not_of('0') + 1);
+  return number;
+}
+
 std::string General(double value, int significant) {
   if (!std::isfinite(value)) return std::string(NotFiniteText(value));
   if (value == 0) return "0";
-  Decimal number = ToDecimal(value, significant);
-  number.digits.erase(number.digits.find_last_not_of('0') + 1);
+  const Decimal number = Shortest(value, significant);
   const int exponent = number.point - 1;
   const bool plain = exponent >= kPlainLowest && exponent <= kPlainHighest;
   return (number.negative ? "-" : "") + (plain ? Positional(number) : WithExponent(number));
@@ -153,6 +159,13 @@ std::string_view Trim(std::string_view text) {
 
 std::string GeneralText(double value) { return General(value, kDoubleDigits); }
 
+std::string PlainText(double value) {
+  if (!std::isfinite(value)) return std::string(NotFiniteText(value));
+  if (value == 0) return "0";
+  const Decimal number = Shortest(value, kDoubleDigits);
+  return (number.negative ? "-" : "") + Positional(number);
+}
+
 std::string SingleText(float value) { return General(value, kSingleDigits); }
 
 double WithoutNoise(double value) {
@@ -196,7 +209,7 @@ std::string ZeroPadded(int value, int width) {
 int IntDigitCount(double value) { return static_cast<int>(GeneralText(std::trunc(value)).size()); }
 
 std::string DigitsText(double value, int significant) {
-  return GeneralText(CutDigits(value, significant - IntDigitCount(value)));
+  return PlainText(CutDigits(value, significant - IntDigitCount(value)));
 }
 
 double RoundHalfEven(double value) {

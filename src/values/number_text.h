@@ -16,6 +16,10 @@ std::string_view Trim(std::string_view text);
 std::string GeneralText(double value);
 std::string SingleText(float value);
 
+// A double with at most 15 significant digits and no trailing zeros in plain decimal text, whatever its size:
+// what an entry shows, and takes back.
+std::string PlainText(double value);
+
 // The value that the 15-digit text of a double denotes: what is left when its binary noise is gone.
 double WithoutNoise(double value);
 

@@ -53,6 +53,12 @@ void Control::SetFont(const Font& font) {
   Changed();
 }
 
+void Control::SetMark(const std::string& reason) {
+  if (mark_ == reason) return;
+  mark_ = reason;
+  Changed();
+}
+
 void Control::SetHint(const std::string& hint) {
   if (hint_ == hint) return;
   hint_ = hint;

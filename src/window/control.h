@@ -74,6 +74,9 @@ class Control {
   // What a tooltip tells about the control.
   const std::string& Hint() const { return hint_; }
   void SetHint(const std::string& hint);
+  // What is wrong with what the control holds: a value that the meter has not taken. Empty when nothing is.
+  const std::string& Mark() const { return mark_; }
+  void SetMark(const std::string& reason);
 
   // One observer is told after each change; an empty function ends it.
   void Observe(std::function<void()> observer) { observer_ = std::move(observer); }
@@ -93,6 +96,7 @@ class Control {
   bool visible_ = true;
   std::string caption_;
   std::string hint_;
+  std::string mark_;
   Font font_;
   std::function<void()> observer_;
 };

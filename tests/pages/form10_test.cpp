@@ -179,7 +179,14 @@ TEST(Form10, BadNumbersAreHeldAtTheFieldOrEndTheSet) {
     }
     page.SetParameter.Press();
     EXPECT_EQ(test.Requests(), Texts{});
-    EXPECT_EQ(test.test.StatusText(), "\nAn error has occurred.");
+    const bool too_large = std::string(text) == "9999999";
+    EXPECT_EQ(test.test.StatusText(),
+              std::string("\nAn error has occurred. ") +
+                  (too_large ? "FLUID S.V.: the meter's register holds -32768 to 32767"
+                             : "OUTER DIAMETER: this is no number"));
+    TextBox& entry = too_large ? page.FLUID_S_VText : page.OUTER_DIAMETERText;
+    EXPECT_EQ(page.Focused(), &entry);
+    EXPECT_NE(entry.Mark(), "");
     EXPECT_FALSE(test.app().state.UiLocked);
     EXPECT_EQ(page.OUTER_DIAMETERText.Text(), text) << "nothing typed is lost";
   }

@@ -94,7 +94,7 @@ TEST(Form4, ReadsByTheShapeOfTheMeter) {
     int output;
     Texts expected;
   };
-  const Texts units = {"03 00 02 00 01", "03 00 04 00 01", "03 00 40 00 01"};
+  const Texts units = {"03 01 00 00 01", "03 00 02 00 01", "03 00 04 00 01", "03 00 40 00 01"};
   const Texts heat = {"03 04 B6 00 01", "03 04 B8 00 01"};
   const auto join = [](std::initializer_list<Texts> parts) {
     Texts all;

@@ -1,7 +1,7 @@
 // All parameter pages filled, saved through the menu, and opened again by a program that was started anew.
 #include <gtest/gtest.h>
 
-#include "pages/parameter_column.h"
+#include "pages/parameter_page.h"
 #include "shell_fixture.h"
 
 namespace vlt::test {
@@ -37,10 +37,18 @@ class RoundTripTest : public ::testing::Test {
     return static_cast<PageForm&>(*page);
   }
 
+  static std::vector<Field> FieldsOf(Form& page) {
+    std::vector<Field> fields;
+    for (const auto& column : dynamic_cast<ParameterPage&>(page).Columns()) {
+      fields.insert(fields.end(), column->Fields().begin(), column->Fields().end());
+    }
+    return fields;
+  }
+
   // Every entry takes a value of its own: numbers that differ, the last entry of a list, the second option.
   static void Fill(Form& page) {
     int number = 10;
-    for (const Field& field : dynamic_cast<ParameterColumn&>(page).Fields()) {
+    for (const Field& field : FieldsOf(page)) {
       ++number;
       if (field.text != nullptr) {
         field.text->SetText(std::to_string(number) + ".5");
@@ -53,7 +61,7 @@ class RoundTripTest : public ::testing::Test {
   }
 
   static void Look(Form& page, Picture& picture) {
-    for (const Field& field : dynamic_cast<ParameterColumn&>(page).Fields()) {
+    for (const Field& field : FieldsOf(page)) {
       const std::string name = page.Name() + "." + field.Entry().FullName();
       picture[name] = field.text != nullptr ? field.text->Text() : std::to_string(field.Selected());
       if (field.unit != nullptr) picture[page.Name() + "." + field.unit->FullName()] = field.unit->Caption();
@@ -121,7 +129,7 @@ TEST_F(RoundTripTest, WhateverAFileHoldsNothingBreaksAndNothingIsSent) {
     program.platform.dialogs.OpenFile(kFile);
     program.main->readparam.Press();
     for (const char* name : kPages) {
-      for (const Field& field : dynamic_cast<ParameterColumn&>(Open(program, name)).Fields()) {
+      for (const Field& field : FieldsOf(Open(program, name))) {
         if (field.list == nullptr) continue;
         EXPECT_LT(field.list->ListIndex(), field.list->Count()) << field.list->FullName();
       }

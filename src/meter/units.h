@@ -5,6 +5,7 @@
 #include <string>
 
 #include "state/app.h"
+#include "values/unit_kind.h"
 
 namespace vlt {
 
@@ -14,5 +15,12 @@ std::string RangeUnitText(App& app, int channel);
 std::string TotalUnitText(App& app, int channel);
 std::string HeatFlowUnitText(App& app);
 std::string HeatTotalUnitText(App& app);
+std::string TemperatureUnitText(App& app);
+
+// Of any kind; `channel` counts for the units that each channel has of its own. Empty for UnitKind::kNone.
+std::string UnitText(App& app, UnitKind kind, int channel);
+
+// A unit that never changes, so that a page need not ask the meter for it.
+constexpr bool IsFixedUnit(UnitKind kind) { return kind >= UnitKind::kPercent; }
 
 }  // namespace vlt

@@ -1,0 +1,34 @@
+#include "link/quiet_query.h"
+
+#include "link/device_queries.h"
+#include "link/operation.h"
+#include "link/port.h"
+#include "state/form_lock.h"
+
+namespace vlt {
+namespace {
+
+// During a run the interface is locked already, and an exchange would run into that of the run.
+bool IsLineTaken(App& app) { return app.state.UiLocked || !IsMonitorIdle(app); }
+
+void AskOnFreeLine(App& app, Form& page, const std::function<void()>& ask) {
+  const Operation operation(app, page, Operation::kUnnamed);
+  if (OpenPort(app)) ask();
+}
+
+}  // namespace
+
+void AskUnderLock(App& app, Form& page, const std::function<void()>& ask) {
+  if (!IsLineTaken(app)) AskOnFreeLine(app, page, ask);
+}
+
+ChannelConfig AskChannelConfig(App& app, Form& page) {
+  if (IsLineTaken(app)) return KnownChannelConfig(app.state);
+  ChannelConfig config = ChannelConfig::kUnknown;
+  AskOnFreeLine(app, page, [&] { config = AskChannelConfig(app); });
+  return config;
+}
+
+ChannelConfig AskChannelConfig(App& app) { return static_cast<ChannelConfig>(GetChannelConfig(app)); }
+
+}  // namespace vlt

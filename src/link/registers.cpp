@@ -1,0 +1,60 @@
+#include "link/registers.h"
+
+#include "resources/text_ids.h"
+
+namespace vlt {
+namespace {
+
+constexpr std::size_t kReplyHead = 3;  // station, function, count
+constexpr std::size_t kCheckBytes = 2;
+
+WriteResult Judge(bool answered, bool repeated) {
+  if (!answered) return WriteResult::kNoReply;
+  return repeated ? WriteResult::kProven : WriteResult::kOtherEcho;
+}
+
+}  // namespace
+
+Target OwnStation(const App& app, SendMode mode) { return {.station = StationNumber(app), .mode = mode}; }
+
+bool ReadRegisters(App& app, const Target& target, const RegisterSpan& span, RegisterData& data) {
+  Frame request = ReadRequest(target.station, static_cast<int>(span.function), span.address, span.count);
+  Frame reply = ReplyFor(request);
+  data.clear();
+  if (!SendReceive(app, request, reply, target.mode)) return false;
+  data.assign(reply.begin() + kReplyHead, reply.end() - kCheckBytes);
+  return true;
+}
+
+bool ReadRegisters(App& app, const RegisterSpan& span, RegisterData& data) {
+  return ReadRegisters(app, OwnStation(app), span, data);
+}
+
+WriteResult WriteRegister(App& app, const Target& target, int address, int value) {
+  Frame request = WriteRegisterRequest(target.station, address, value);
+  Frame reply = ReplyFor(request);
+  const bool answered = SendReceive(app, request, reply, target.mode);
+  return Judge(answered, answered && EchoWordMatch(reply, value & 0xFFFF, 1));
+}
+
+WriteResult WriteRegister(App& app, int address, int value) {
+  return WriteRegister(app, OwnStation(app), address, value);
+}
+
+WriteResult WriteRegisters(App& app, const Target& target, int address, std::span<const std::uint8_t> data) {
+  Frame request = WriteRegistersRequest(target.station, address, data);
+  Frame reply = ReplyFor(request);
+  const bool answered = SendReceive(app, request, reply, target.mode);
+  return Judge(answered, answered && EchoWordEqual(reply, static_cast<int>(data.size() / 2)));
+}
+
+WriteResult WriteRegisters(App& app, int address, std::span<const std::uint8_t> data) {
+  return WriteRegisters(app, OwnStation(app), address, data);
+}
+
+std::string WriteFailureText(const App& app, WriteResult result) {
+  if (result == WriteResult::kProven) return {};
+  return result == WriteResult::kOtherEcho ? app.Text(text::kOtherEcho) : app.state.LastErrorText;
+}
+
+}  // namespace vlt

@@ -1,0 +1,60 @@
+// Registers of a meter, read and written: what every page, live read and query of the meter goes through.
+// Addresses count bytes, as in the meter's register map; quantities count registers of 16 bits. The port must
+// be open and the interface locked. Every wait lets events run, so a caller must not assume that nothing
+// changed across a call.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "link/modbus.h"
+
+namespace vlt {
+
+enum class ReadFunction : std::uint8_t { kHolding = 3, kInput = 4 };
+
+// Whom an exchange asks and how it is paced.
+struct Target {
+  int station = 0;
+  SendMode mode = kModeOrdinary;
+};
+
+// The station of the settings.
+Target OwnStation(const App& app, SendMode mode = kModeOrdinary);
+
+// Registers that lie next to each other.
+struct RegisterSpan {
+  ReadFunction function = ReadFunction::kHolding;
+  int address = 0;  // of the first one, channel or output included
+  int count = 0;
+};
+
+// The contents of registers, high byte first, from the first one asked for: two bytes each.
+using RegisterData = std::vector<std::uint8_t>;
+
+// Fills `data` with 2 * span.count bytes. False without a valid reply: LastErrorText says why and `data` is
+// empty.
+bool ReadRegisters(App& app, const Target& target, const RegisterSpan& span, RegisterData& data);
+bool ReadRegisters(App& app, const RegisterSpan& span, RegisterData& data);
+
+// How a write ended.
+enum class WriteResult {
+  kProven,     // the reply repeats what was sent: the value (06) or the number of registers (10H)
+  kNoReply,    // no valid reply; LastErrorText says why
+  kOtherEcho,  // a valid reply that repeats something else
+};
+
+// One register with function 06; of `value` the low 16 bits are sent.
+WriteResult WriteRegister(App& app, const Target& target, int address, int value);
+WriteResult WriteRegister(App& app, int address, int value);
+// Registers with function 10H; `data` holds whole registers, high byte first.
+WriteResult WriteRegisters(App& app, const Target& target, int address, std::span<const std::uint8_t> data);
+WriteResult WriteRegisters(App& app, int address, std::span<const std::uint8_t> data);
+
+// Why a write is not proven, in the language in force: LastErrorText, or that the meter has repeated another
+// value. Empty for kProven.
+std::string WriteFailureText(const App& app, WriteResult result);
+
+}  // namespace vlt

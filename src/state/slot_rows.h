@@ -1,0 +1,193 @@
+// The parameter file's keys in the order of the file. Each row is a slot of PageSlots: the one list of what
+// pages keep and files hold.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <stdexcept>
+#include <string_view>
+
+#include "state/shared_state.h"
+#include "values/unit_kind.h"
+
+namespace vlt {
+
+struct SlotRow {
+  const char* section;
+  const char* key;
+  // What a file without the key gives, or null for a key that is written and never read.
+  const char* absent;
+  // The number behind a key that holds the channel or output of a page, else null.
+  int SharedState::*number = nullptr;
+  // For a unit caption that loses its meaning when a unit of this kind is read anew from the meter.
+  UnitKind unit = UnitKind::kNone;
+};
+
+inline constexpr SlotRow kSlotRows[] = {
+    {"PROCESS SETTING", "SENSOR_SPACING_Data", ""},
+    {"PROCESS SETTING", "SENSOR_SPACING_Unit", "0", nullptr, UnitKind::kLength},
+    {"PROCESS SETTING", "SENSOR_SPACING2_Data", ""},
+    {"PROCESS SETTING", "OUTER_DIAMETER_Data", ""},
+    {"PROCESS SETTING", "OUTER_DIAMETER_Unit", "0", nullptr, UnitKind::kLength},
+    {"PROCESS SETTING", "PIPE_MATERIAL_Data", ""},
+    {"PROCESS SETTING", "PIPE_S_V_Data", ""},
+    {"PROCESS SETTING", "PIPE_S_V_Unit", "0", nullptr, UnitKind::kVelocity},
+    {"PROCESS SETTING", "WALL_THICKNESS_Data", ""},
+    {"PROCESS SETTING", "WALL_THICKNESS_Unit", "0", nullptr, UnitKind::kLength},
+    {"PROCESS SETTING", "LINING_MATERIAL_Data", ""},
+    {"PROCESS SETTING", "LINING_S_V_Data", ""},
+    {"PROCESS SETTING", "LINING_S_V_Unit", "0", nullptr, UnitKind::kVelocity},
+    {"PROCESS SETTING", "LINING_THICKNESS_Data", ""},
+    {"PROCESS SETTING", "LINING_THICKNESS_Unit", "0", nullptr, UnitKind::kLength},
+    {"PROCESS SETTING", "KIND_OF_FLUID_Data", ""},
+    {"PROCESS SETTING", "FLUID_S_V_Data", ""},
+    {"PROCESS SETTING", "FLUID_S_V_Unit", "0", nullptr, UnitKind::kVelocity},
+    {"PROCESS SETTING", "VISCOSITY_Data", ""},
+    {"PROCESS SETTING", "VISCOSITY_Unit", "0", nullptr, UnitKind::kViscosity},
+    {"PROCESS SETTING", "SENSOR_MOUNT_Data", ""},
+    {"PROCESS SETTING", "SENSOR_TYPE_Data", ""},
+    {"PROCESS SETTING", "CHANNEL", "0", &SharedState::ProcessChannel},
+    {"HEAT SETTING", "TEMP_Data", ""},
+    {"HEAT SETTING", "HEATFLOWRATE_Data", ""},
+    {"HEAT SETTING", "HEATFLOWRATESEKISAN_Data", ""},
+    {"HEAT SETTING", "MODE_Data", ""},
+    {"HEAT SETTING", "RUN_Data", ""},
+    {"HEAT SETTING", "SWITCHTEMP_Data", ""},
+    {"HEAT SETTING", "SWITCHTEMP_Unit", "0", nullptr, UnitKind::kTemperature},
+    {"HEAT SETTING", "HYSTERESIS_Data", ""},
+    {"HEAT SETTING", "HYSTERESIS_Unit", "0", nullptr, UnitKind::kTemperature},
+    {"HEAT SETTING", "HTEMPCONV_Data", ""},
+    {"HEAT SETTING", "CTEMPCONV_Data", ""},
+    {"HEAT SETTING", "SUPPLYTEMP_Data", ""},
+    {"HEAT SETTING", "CONFIGSUPPLYTEMP_Data", ""},
+    {"HEAT SETTING", "CONFIGSUPPLYTEMP_Unit", "0", nullptr, UnitKind::kTemperature},
+    {"HEAT SETTING", "RETURNTEMP_Data", ""},
+    {"HEAT SETTING", "CONFIGRETURNTEMP_Data", ""},
+    {"HEAT SETTING", "CONFIGRETURNTEMP_Unit", "0", nullptr, UnitKind::kTemperature},
+    {"HEAT SETTING", "TEMPINPUTSIG_Data", ""},
+    {"HEAT SETTING", "SUPPLYTEMPZERO_Data", ""},
+    {"HEAT SETTING", "SUPPLYTEMPZERO_Unit", "0", nullptr, UnitKind::kTemperature},
+    {"HEAT SETTING", "SUPPLYTEMPSPAN_Data", ""},
+    {"HEAT SETTING", "SUPPLYTEMPSPAN_Unit", "0"},
+    {"HEAT SETTING", "SUPPLYTEMPFILTER_Data", ""},
+    {"HEAT SETTING", "SUPPLYTEMPFILTER_Unit", "0"},
+    {"HEAT SETTING", "RETURNTEMPZERO_Data", ""},
+    {"HEAT SETTING", "RETURNTEMPZERO_Unit", "0", nullptr, UnitKind::kTemperature},
+    {"HEAT SETTING", "RETURNTEMPSPAN_Data", ""},
+    {"HEAT SETTING", "RETURNTEMPSPAN_Unit", "0"},
+    {"HEAT SETTING", "RETURNTEMPFILTER_Data", ""},
+    {"HEAT SETTING", "RETURNTEMPFILTER_Unit", "0"},
+    {"RANGE", "CHANNEL", "0", &SharedState::RangeChannel},
+    {"RANGE", "RANGE_KIND_Data", ""},
+    {"RANGE", "RANGE_UNIT_Data", ""},
+    {"RANGE", "RANGE_TYPE_Data", ""},
+    {"RANGE", "FULL_SCALE1_Data", ""},
+    {"RANGE", "FULL_SCALE1_Unit", "0", nullptr, UnitKind::kFlow},
+    {"RANGE", "FULL_SCALE2_Data", ""},
+    {"RANGE", "FULL_SCALE2_Unit", "0", nullptr, UnitKind::kFlow},
+    {"RANGE", "H_FULL_SCALE1_Data", ""},
+    {"RANGE", "H_FULL_SCALE1_Unit", "0", nullptr, UnitKind::kHeatFlow},
+    {"RANGE", "H_FULL_SCALE2_Data", ""},
+    {"RANGE", "H_FULL_SCALE2_Unit", "0", nullptr, UnitKind::kHeatFlow},
+    {"RANGE", "RANGE_HYSTERISIS_Data", ""},
+    {"RANGE", "OUTPUT_BURNOUT_Data", ""},
+    {"RANGE", "RANGE_BURNOUT_TIMER_Data", ""},
+    {"RANGE", "OUTPUT_LIMIT_High_Data", ""},
+    {"RANGE", "OUTPUT_LIMIT_Low_Data", ""},
+    {"RANGE", "RATE_LIMIT_Data", ""},
+    {"RANGE", "RATE_LIMIT_Unit", "0", nullptr, UnitKind::kFlow},
+    {"RANGE", "RATE_LIMIT_TIMER_Data", ""},
+    {"RANGE", "DUMPING_Data", ""},
+    {"RANGE", "LOW_FLOW_OUTPUT_CUT_Data", ""},
+    {"RANGE", "LOW_FLOW_OUTPUT_CUT_Unit", "0", nullptr, UnitKind::kFlow},
+    {"RANGE", "ZERO_Data", ""},
+    {"RANGE", "ZERO_Unit", "0", nullptr, UnitKind::kFlow},
+    {"RANGE", "SPAN_Data", ""},
+    {"TOTAL", "CHANNEL", "0", &SharedState::TotalChannel},
+    {"TOTAL", "TOTAL_MODE_Data", ""},
+    {"TOTAL", "TOTAL_UNIT_Data", ""},
+    {"TOTAL", "TOTAL_RATE_Data", ""},
+    {"TOTAL", "TOTAL_RATE_Unit", "0", nullptr, UnitKind::kTotal},
+    {"TOTAL", "F_TOTAL_PRESET_Data", ""},
+    {"TOTAL", "F_TOTAL_PRESET_Unit", "0", nullptr, UnitKind::kTotal},
+    {"TOTAL", "H_TOTAL_RATE_Data", ""},
+    {"TOTAL", "H_TOTAL_RATE_Unit", "0", nullptr, UnitKind::kHeatTotal},
+    {"TOTAL", "H_TOTAL_PRESET_Data", ""},
+    {"TOTAL", "H_TOTAL_PRESET_Unit", "0", nullptr, UnitKind::kHeatTotal},
+    {"TOTAL", "TOTAL_PULSE_WIDTH1_Data", ""},
+    {"TOTAL", "TOTAL_PULSE_WIDTH1_Unit", nullptr},
+    {"TOTAL", "TOTAL_BURNOUT_Data", ""},
+    {"TOTAL", "TOTAL_BURNOUT_TIMER_Data", ""},
+    {"STATUS", "DO", "0", &SharedState::OutputIndex},
+    {"STATUS", "CH_SELECT", ""},
+    {"STATUS", "DO_OUTPUT_Data", ""},
+    {"STATUS", "DO_ALARM_Data", ""},
+    {"STATUS", "DO_FLOW_SW_Data", ""},
+    {"STATUS", "DO_FLOW_SW_HIGH_Data", ""},
+    {"STATUS", "DO_FLOW_SW_HIGH_Unit", "0", nullptr, UnitKind::kFlow},
+    {"STATUS", "DO_FLOW_SW_LOW_Data", ""},
+    {"STATUS", "DO_FLOW_SW_LOW_Unit", "0", nullptr, UnitKind::kFlow},
+    {"STATUS", "DO_TOTAL_SW_Data", ""},
+    {"STATUS", "DO_TOTAL_SW_Unit", "0", nullptr, UnitKind::kTotal},
+    {"STATUS", "H_FLOW_SW_Data", ""},
+    {"STATUS", "H_FLOW_SW_HIGH_Data", ""},
+    {"STATUS", "H_FLOW_SW_HIGH_Unit", "0", nullptr, UnitKind::kHeatFlow},
+    {"STATUS", "H_FLOW_SW_LOW_Data", ""},
+    {"STATUS", "H_FLOW_SW_LOW_Unit", "0", nullptr, UnitKind::kHeatFlow},
+    {"STATUS", "H_TOTAL_SW_Data", ""},
+    {"STATUS", "H_TOTAL_SW_Unit", "0", nullptr, UnitKind::kHeatTotal},
+    {"STATUS", "DO_CONTACT_ACTION_Data", ""},
+    {"DISPLAY", "DISPLAY1_SELECT_CH", ""},
+    {"DISPLAY", "DISPLAY1_SELECT_Data", ""},
+    {"DISPLAY", "DISPLAY1_DECIMAL_POINT_Data", ""},
+    {"DISPLAY", "DISPLAY2_SELECT_CH", ""},
+    {"DISPLAY", "DISPLAY2_SELECT_Data", ""},
+    {"DISPLAY", "DISPLAY2_DECIMAL_POINT_Data", ""},
+    {"DISPLAY", "LCD_BACKLIGHT_MODE", ""},
+    {"DISPLAY", "LCD_BACKLIGHT_TIME", ""},
+    {"SYSTEMDISP", "LANG_FLAG", ""},
+    {"SYSTEMDISP", "UNIT_FLAG", ""},
+    {"SYSTEMDISP", "TYPE", ""},
+    {"SYSTEMDISP", "VERSION", ""},
+    {"SYSTEMDISP", "ID_NO", ""},
+    {"SYSTEMDISP", "SPEC_NO", ""},
+    {"SYSTEMDISP", "OPE_MODE", ""},
+    {"SYSTEMDISP", "SOKUTEI_MODE", ""},
+    {"SYSTEMDISP", "CH3ENZAN", ""},
+    {"SYSTEMDISP", "AO1", ""},
+    {"SYSTEMDISP", "AO2", ""},
+    {"MEASURE", "Y-SCALE MAX", ""},
+    {"MEASURE", "Y-SCALE MIN", ""},
+    {"MEASURE", "X-SCALE CYCLE", ""},
+    {"MEASURE", "X-SCALE POINT", ""},
+    {"TDELTA", "CHANNEL_DETAIL", "0", &SharedState::DetailChannel},
+    {"TDELTA", "SEND_PATTERN", ""},
+    {"TDELTA", "SEND_COUNT", ""},
+    {"TDELTA", "MEASURE_METHOD", ""},
+    {"TDELTA", "SATURATE_LEVEL", ""},
+    {"TDELTA", "RECEIVE_BALANCE", ""},
+    {"TDELTA", "SIGNAL_PEEK", ""},
+    {"TDELTA", "TRIGGER_LEVEL_CTL", "0"},
+    {"TDELTA", "TRIGGER_LEVEL", ""},
+    {"TDELTA", "WINDOW_CTL", "0"},
+    {"TDELTA", "U:OPEN_TIME", ""},
+    {"TDELTA", "D:OPEN_TIME", ""},
+    {"TDELTA", "AGC_CTL", "0"},
+    {"TDELTA", "U:AGC", ""},
+    {"TDELTA", "D:AGC", ""},
+    {"TDELTA", "SEND_WAIT_TIME", ""},
+};
+
+// Place of a row in kSlotRows.
+enum class Slot : std::int16_t { kNone = -1 };
+
+// The slot of a key. In a constant expression a key that is not there does not compile; elsewhere it throws
+// std::out_of_range.
+constexpr Slot SlotOf(std::string_view section, std::string_view key) {
+  for (std::size_t i = 0; i < std::size(kSlotRows); ++i) {
+    if (section == kSlotRows[i].section && key == kSlotRows[i].key) return static_cast<Slot>(i);
+  }
+  throw std::out_of_range("no slot for this key");
+}
+
+}  // namespace vlt

@@ -1,0 +1,123 @@
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+#include "meter/display_table.h"
+#include "meter/process_table.h"
+#include "meter/range_table.h"
+#include "meter/status_table.h"
+#include "meter/total_table.h"
+#include "resources/string_table.h"
+
+namespace vlt::test {
+namespace {
+
+using Table = std::span<const Parameter>;
+
+const Table kTables[] = {kProcessTable, kRangeTable, kTotalTable, kStatusTable, kDisplayTable};
+
+// What would go unseen until an operator reads or writes the wrong register.
+TEST(Catalogue, RowsAreDistinctNamedAndLieApart) {
+  std::set<std::string_view> names;
+  std::map<Slot, std::string_view> slots;
+  std::map<std::pair<ReadFunction, int>, std::string_view> bytes;
+  for (const Table& table : kTables) {
+    for (const Parameter& row : table) {
+      EXPECT_TRUE(names.insert(row.name).second) << row.name;
+      EXPECT_NO_THROW(LookupText(row.caption)) << row.name;
+      for (const Slot slot : {row.slot, row.unit_slot}) {
+        if (slot == Slot::kNone) continue;
+        EXPECT_TRUE(slots.emplace(slot, row.name).second) << row.name << " shares a key with " << slots[slot];
+      }
+      SharedState full;
+      for (int index = 0; index < LocationCount(row.location, full); ++index) {
+        for (int byte = 0; byte < 2 * row.Words(); ++byte) {
+          const auto [there, is_new] =
+              bytes.emplace(std::pair(row.function, AddressOf(row, index) + byte), row.name);
+          EXPECT_TRUE(is_new) << row.name << " lies on " << there->second;
+        }
+      }
+    }
+  }
+}
+
+TEST(Catalogue, NumbersAreShownInFixedNotationAndTakenBack) {
+  SharedState state;
+  const Parameter& full_scale = RangeRow("full_scale_1");
+  const Parameter& viscosity = ProcessRow("viscosity");
+  const struct {
+    const Parameter& row;
+    const char* typed;
+    const char* shown;
+  } cases[] = {
+      {full_scale, "1e20", "100000000000000000000"},    {full_scale, "1E-12", "0.000000000001"},
+      {full_scale, "-123456789.125", "-123456789.125"}, {full_scale, "0.1", "0.1"},
+      {viscosity, "1e20", "100000000000000000000"},     {viscosity, "1.00383999", "1.003839"},
+  };
+  for (const auto& c : cases) {
+    const Encoded typed = EncodeText(c.row, state, c.typed);
+    const std::string shown = ShowValue(c.row, state, typed.bytes, 0);
+    EXPECT_EQ(shown, c.shown);
+    EXPECT_EQ(EncodeText(c.row, state, shown).fault, TextFault::kNone) << "what is shown is accepted";
+  }
+}
+
+TEST(Catalogue, ATextThatTheRegisterCannotHoldIsTold) {
+  SharedState state;
+  const struct {
+    const Parameter& row;
+    int unit_flag;
+    const char* text;
+    TextFault fault;
+    const char* greatest;
+  } cases[] = {
+      {ProcessRow("pipe_sound_velocity"), 0, "32767", TextFault::kNone, "32767"},
+      {ProcessRow("pipe_sound_velocity"), 0, "40000", TextFault::kOutOfRange, "32767"},
+      {ProcessRow("pipe_sound_velocity"), 0, "12,5", TextFault::kNoNumber, "32767"},
+      {ProcessRow("outer_diameter"), 0, "21474836.47", TextFault::kNone, "21474836.47"},
+      {ProcessRow("outer_diameter"), 1, "21474836.47", TextFault::kOutOfRange, "214748.3647"},
+      {ProcessRow("sensor_spacing_2"), 0, "-1", TextFault::kOutOfRange, "65535"},
+      {RangeRow("hysteresis"), 0, "327.68", TextFault::kOutOfRange, "327.67"},
+  };
+  for (const auto& c : cases) {
+    state.UnitFlag = c.unit_flag;
+    EXPECT_EQ(EncodeText(c.row, state, c.text).fault, c.fault) << c.row.name << " " << c.text;
+    EXPECT_EQ(GreatestText(c.row, state), c.greatest) << c.row.name;
+  }
+}
+
+TEST(Catalogue, ShapesOfMeterDecideWhatExists) {
+  SharedState full;
+  SharedState pipes;
+  pipes.PathMode = kTwoPipesMode;
+  SharedState single;
+  single.SpecClass = kSingleChannelModel;
+  SharedState unknown;
+  unknown.SpecClass = -1;
+  const struct {
+    const Parameter& row;
+    int index;
+    bool full, pipes, single, unknown;
+  } cases[] = {
+      {ProcessRow("fluid"), 1, true, true, false, true},
+      {RangeRow("damping"), 2, false, false, false, false},
+      {RangeRow("full_scale_1"), 2, true, true, false, true},
+      {RangeRow("thermal_full_scale_1"), 0, true, false, false, true},
+      {StatusRow("channel"), 3, true, true, false, true},
+      {StatusRow("function"), 1, true, true, true, true},
+      {StatusRow("function"), 4, false, false, false, false},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ExistsIn(c.row, full, c.index), c.full) << c.row.name;
+    EXPECT_EQ(ExistsIn(c.row, pipes, c.index), c.pipes) << c.row.name;
+    EXPECT_EQ(ExistsIn(c.row, single, c.index), c.single) << c.row.name;
+    EXPECT_EQ(ExistsIn(c.row, unknown, c.index), c.unknown) << c.row.name;
+  }
+  EXPECT_TRUE(HasHeat(full) && !HasHeat(pipes) && !HasHeat(unknown) && MayHaveHeat(unknown));
+  EXPECT_EQ(KnownChannelConfig(pipes), ChannelConfig::kTwoPipes);
+  EXPECT_EQ(KnownChannelConfig(unknown), ChannelConfig::kUnknown);
+}
+
+}  // namespace
+}  // namespace vlt::test

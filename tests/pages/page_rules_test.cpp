@@ -1,0 +1,207 @@
+// What all parameter pages share.
+#include <algorithm>
+#include <set>
+
+#include "page_fixture.h"
+#include "pages/form10.h"
+#include "pages/form2.h"
+#include "pages/form3.h"
+#include "pages/form4.h"
+#include "pages/form5.h"
+
+namespace vlt::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5"};
+
+ParameterPage& OpenPage(PageTest& test, const char* name) { return test.Open<ParameterPage>(name); }
+
+// A meter that answers no query of its shape: every page opens, reads and sets without harm.
+TEST(Pages, AMeterOfUnknownShapeHarmsNoPage) {
+  for (const char* name : kPages) {
+    SCOPED_TRACE(name);
+    PageTest test(kTwoPipes);
+    test.test.platform.Arm("silence@0148H*ever");
+    ParameterPage& page = OpenPage(test, name);
+    EXPECT_EQ(test.app().state.SpecClass, -1);
+    page.chkCheck.Tick();
+    page.ReadParameter.Press();
+    page.SetParameter.Press();
+    EXPECT_FALSE(test.app().state.UiLocked);
+    EXPECT_TRUE(page.ReadParameter.Enabled() && page.chkCheck.Enabled());
+    EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer);
+    EXPECT_TRUE(test.app().windows.Unload(name));
+  }
+}
+
+// Nothing that can be typed is left out of a set.
+TEST(Pages, EveryWritableEntryHasItsPlaceInTheOrderOfWriting) {
+  PageTest test(kOnePath);
+  for (const char* name : {"Form10", "Form2", "Form3"}) {
+    const ParameterColumn& column = *OpenPage(test, name).Columns().front();
+    std::set<const Control*> ordered(column.WriteOrder().begin(), column.WriteOrder().end());
+    EXPECT_EQ(ordered.size(), column.WriteOrder().size()) << name << ": one is written twice";
+    for (const Field& field : column.Fields()) {
+      EXPECT_EQ(ordered.contains(&field.Entry()), field.parameter->write != WriteWith::kNothing)
+          << field.parameter->name;
+    }
+  }
+}
+
+TEST(Pages, AValueThatCannotBeSentStopsTheSetBeforeTheFirstWrite) {
+  PageTest test(kOnePath);
+  auto& page = test.Open<Form10>("Form10");
+  page.OUTER_DIAMETER.Tick();
+  page.OUTER_DIAMETERText.Type("60.5");
+  page.KIND_OF_FLUID.Tick();
+  page.KIND_OF_FLUIDCombo.Choose(17);
+  page.FLUID_S_V.Tick();
+  for (const char* text : {"40000", "12,5", "+"}) {
+    page.FLUID_S_VText.SetText(text);
+    page.SetParameter.Press();
+    EXPECT_EQ(test.Requests(), Texts{}) << text;
+    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{}) << "no box";
+    EXPECT_NE(test.test.StatusText().find("FLUID S.V."), std::string::npos);
+    EXPECT_EQ(page.Focused(), &page.FLUID_S_VText);
+    EXPECT_NE(page.FLUID_S_VText.Mark(), "");
+    EXPECT_EQ(page.FLUID_S_VText.Text(), text);
+  }
+  page.FLUID_S_VText.SetText("1480");
+  page.SetParameter.Press();
+  EXPECT_EQ(page.FLUID_S_VText.Mark(), "");
+  EXPECT_EQ(test.Requests().front(), "10 00 D2 00 02 04 00 00 17 A2");
+}
+
+TEST(Pages, TheReasonOfAFailedWriteStandsWhileItIsAskedAndStaysAtTheField) {
+  PageTest test(kOnePath);
+  auto& page = test.Open<Form10>("Form10");
+  page.OUTER_DIAMETER.Tick();
+  page.OUTER_DIAMETERText.Type("60.5");
+  for (const auto& [fault, reason] : {std::pair{"exception=2@00D2H*4", "[ADDRESS ERROR(02H)]"},
+                                      std::pair{"wrong-echo@00D2H", "the meter repeated another value"}}) {
+    test.test.platform.Arm(fault);
+    std::string told;
+    test.dialogs().Answer(MessageAnswer::kOk, [&] { told = test.test.StatusText(); });
+    page.SetParameter.Press();
+    EXPECT_EQ(told, std::string("OUTER DIAMETER: ") + reason);
+    EXPECT_EQ(page.OUTER_DIAMETERText.Mark(), reason) << "the read-back that went well leaves it";
+    test.dialogs().TakeTexts();
+  }
+  page.ReadParameter.Press();
+  EXPECT_EQ(page.OUTER_DIAMETERText.Mark(), "");
+}
+
+TEST(Pages, TooltipsGiveTheRegisterOfTheChannelOrOutputThatIsShown) {
+  PageTest test(kTwoPipes);
+  auto& process = test.Open<Form10>("Form10");
+  EXPECT_NE(process.WALL_THICKNESSText.Hint().find("00DA"), std::string::npos);
+  process.ChannelSelect(1).Choose();
+  EXPECT_NE(process.WALL_THICKNESSText.Hint().find("1462"), std::string::npos);
+  EXPECT_NE(process.WALL_THICKNESS.Hint().find("1462"), std::string::npos);
+  auto& range = test.Open<Form2>("Form2");
+  range.ChannelSelect(2).Choose();
+  EXPECT_NE(range.RATE_LIMITText.Hint().find("1B7C"), std::string::npos);
+  EXPECT_NE(range.CALORIE_FULL_SCALE1Text.Hint().find("03F0"), std::string::npos) << "one in a meter";
+  auto& status = test.Open<Form4>("Form4");
+  status.DigitalOutputSelect(3).Choose();
+  EXPECT_NE(status.DO1_SekisanText.Hint().find("0426"), std::string::npos);
+  EXPECT_NE(status.H_TOTALText.Hint().find("0490"), std::string::npos);
+  EXPECT_NE(status.CH_Combo.Hint().find("04AE"), std::string::npos);
+}
+
+TEST(Pages, AFailedStoreIsToldAndANumberIsCheckedWhenItIsTicked) {
+  PageTest test(kOnePath);
+  auto& page = test.Open<Form10>("Form10");
+  test.test.platform.Arm("silence@0150H*ever");
+  test.dialogs().Answer(MessageAnswer::kOk);
+  page.SaveParameter.Press();
+  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Preservation was not completed"});
+  EXPECT_EQ(test.test.StatusText(), "Preservation was completed [NO RESPONSE ERROR]");
+
+  page.WALL_THICKNESSText.SetText("thick");
+  test.dialogs().Answer(MessageAnswer::kOk);
+  page.WALL_THICKNESS.Tick();
+  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Any data other than a number is not allowed"});
+  EXPECT_EQ(page.Focused(), &page.WALL_THICKNESSText);
+}
+
+TEST(Pages, LengthsFollowTheUnitSystem) {
+  for (const int flag : {0, 1}) {
+    PageTest test(flag == 0 ? kOnePath : kTwoPaths);
+    auto& page = test.Open<Form10>("Form10");
+    EXPECT_EQ(page.OUTER_DIAMETERText.MaxLength(), flag == 0 ? 7 : 8);
+    EXPECT_EQ(page.LINING_S_VText.MaxLength(), flag == 0 ? 4 : 5);
+    EXPECT_EQ(page.FLUID_S_VText.MaxLength(), 4);
+  }
+}
+
+TEST(Pages, APageThatIsLoadedOnlyToBeSavedKeepsItsUnits) {
+  PageTest test(kOnePath);
+  test.app().state.RangeKind[0] = 1;
+  test.app().state.RangeUnit[0] = 8;
+  test.app().windows.Load("Form2").Taihi();
+  test.app().windows.Load("Form10").Taihi();
+  EXPECT_EQ(test.app().slots.At("RANGE", "FULL_SCALE1_Unit"), "[m3/h]");
+  EXPECT_EQ(test.app().slots.At("PROCESS SETTING", "VISCOSITY_Unit"), "[E-6m2/s]");
+}
+
+TEST(Pages, StatusUnitsFollowTheChosenChannelAndStayRight) {
+  PageTest test(kTwoPipes);
+  auto& state = test.app().state;
+  state.RangeKind = {1, 0, 1};
+  state.RangeUnit = {8, 8, 8};
+  auto& page = test.Open<Form4>("Form4");
+  page.SELECT_Check.Tick();
+  page.CH_Combo.Choose(0);
+  EXPECT_EQ(page.LabelRyuryoUnit(0).Caption(), "[m3/h]");
+  page.Taihi();  // as before a file is written
+  page.CH_Combo.Choose(1);
+  EXPECT_EQ(page.LabelRyuryoUnit(0).Caption(), "[m/s]");
+  page.Hide();
+  page.FrmInit();
+  page.Show();
+  EXPECT_EQ(page.LabelRyuryoUnit(0).Caption(), "[m/s]") << "not what was kept of the other channel";
+  // What a file brings stands, whatever its channel selects.
+  test.app().slots.At("STATUS", "CH_SELECT") = "2";
+  test.app().slots.At("STATUS", "DO_FLOW_SW_HIGH_Unit") = "[L/s]";
+  page.SetteiHannei();
+  EXPECT_EQ(page.LabelRyuryoUnit(0).Caption(), "[L/s]");
+}
+
+TEST(Pages, AStatusReadTakesTheUnitSystemOfTheMeter) {
+  PageTest test({"one path, English", kFull, 0, 1});
+  test.app().state.UnitFlag = 0;
+  auto& page = test.Open<Form4>("Form4");
+  test.meter().holding().PutWord(0x0002, 0);  // velocity
+  page.SELECT_Check.Tick();
+  page.ReadParameter.Press();
+  EXPECT_EQ(test.app().state.UnitFlag, 1);
+  EXPECT_EQ(page.LabelRyuryoUnit(0).Caption(), "[ft/s]");
+}
+
+TEST(Pages, TheOnlyChannelOfASingleModelIsChosenByItself) {
+  PageTest test(kSingleModel);
+  auto& page = test.Open<Form4>("Form4");
+  page.SELECT_Check.Tick();
+  EXPECT_EQ(page.CH_Combo.ListIndex(), 0);
+  EXPECT_FALSE(page.CH_Combo.Enabled());
+}
+
+// Another unit system since the list was filled: the list follows, and so does the entry of its box.
+TEST(Pages, AUnitListFollowsTheUnitSystemWhenItsPageComesBack) {
+  PageTest test(kOnePath);
+  auto& page = test.Open<Form2>("Form2");
+  page.UNIT_SYSTEM.Tick();
+  page.UNIT_SYSTEMCombo.Choose(1);
+  page.UNIT_SYSTEMCombo.SetEnabled(false);
+  test.app().state.UnitFlag = 1;
+  page.Show();
+  EXPECT_EQ(page.UNIT_SYSTEMCombo.Items()[0], "gal/s");
+  EXPECT_EQ(page.UNIT_SYSTEMCombo.ListIndex(), 1);
+  EXPECT_TRUE(page.UNIT_SYSTEMCombo.Enabled()) << "its box is handled as if clicked";
+}
+
+}  // namespace
+}  // namespace vlt::test
