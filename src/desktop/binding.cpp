@@ -6,6 +6,9 @@
 namespace vlt {
 namespace {
 
+constexpr QColor kMarkColour(0xE0, 0x30, 0x20);  // of a control that holds something wrong
+constexpr int kMarkPercent = 30;                 // of it in the ground's colour
+
 // A widget that was never hidden is left for its parent to show.
 void ShowOrHide(QWidget& widget, bool visible) {
   if (!visible) {
@@ -66,10 +69,28 @@ void Binding::PushCommon() {
   if (widget_->font() != font) widget_->setFont(font);
   widget_->setEnabled(control_.Enabled());
   ShowOrHide(*widget_, control_.Visible());
+  PushMark();
+}
+
+// What is wrong is seen at once, and told by the tooltip.
+void Binding::PushMark() {
+  const bool marked = !control_.Mark().empty();
+  if (marked == marked_) return;
+  marked_ = marked;
+  QPalette palette;
+  if (marked) {
+    const QColor ground = palette.color(QPalette::Base);
+    const auto mix = [](int a, int b) { return a + (b - a) * kMarkPercent / 100; };
+    const QColor colour(mix(ground.red(), kMarkColour.red()), mix(ground.green(), kMarkColour.green()),
+                        mix(ground.blue(), kMarkColour.blue()));
+    palette.setColor(QPalette::Base, colour);
+    palette.setColor(QPalette::Button, colour);
+  }
+  widget_->setPalette(palette);
 }
 
 void Binding::PushToolTip() {
-  QStringList lines = {CutText(), ToQt(control_.Hint()), keys_};
+  QStringList lines = {CutText(), ToQt(control_.Mark()), ToQt(control_.Hint()), keys_};
   lines.removeAll(QString());
   const QString tip = lines.join('\n');
   if (widget_->toolTip() != tip) widget_->setToolTip(tip);

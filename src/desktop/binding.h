@@ -63,12 +63,14 @@ class Binding : public QObject, public Refreshable {
  private:
   void PushCommon();
   void PushToolTip();
+  void PushMark();
 
   Control& control_;
   BindContext& context_;
   QPointer<QWidget> widget_;
   QString keys_;
   bool title_ = false;
+  bool marked_ = false;
   bool detached_ = false;
 };
 

@@ -145,10 +145,10 @@ class Windows {
   // Told when a window comes and goes (desktop: makes and drops the widgets), and of a handler that ended by
   // an exception: what it says. Without `failed` the exception goes on to the caller of Run.
   struct Observer {
-    std::function<void(Form&)> loaded;
-    std::function<void(Form&)> unloaded;
-    std::function<void()> pointer_changed;
-    std::function<void(const std::string& what)> failed;
+    std::function<void(Form&)> loaded = {};
+    std::function<void(Form&)> unloaded = {};
+    std::function<void()> pointer_changed = {};
+    std::function<void(const std::string& what)> failed = {};
   };
 
   explicit Windows(Platform& platform) : platform_(platform) {}

@@ -237,6 +237,19 @@ TEST_F(BindingTest, AFieldTooNarrowForItsTextShowsItsStartAndTellsTheRest) {
   EXPECT_TRUE(WaitFor([&] { return field.toolTip().startsWith("-92345678.999"); }));
 }
 
+TEST_F(BindingTest, WhatIsWrongIsSeenAndTold) {
+  auto& field = Widget<QLineEdit>("text");
+  const QColor plain = field.palette().color(QPalette::Base);
+  bench->text.SetHint("Register 00D2H");
+  bench->text.SetMark("not taken");
+  screen.desktop.Flush();
+  EXPECT_GT(field.palette().color(QPalette::Base).red(), field.palette().color(QPalette::Base).green() + 20);
+  EXPECT_EQ(field.toolTip(), "not taken\nRegister 00D2H");
+  bench->text.SetMark("");
+  screen.desktop.Flush();
+  EXPECT_EQ(field.palette().color(QPalette::Base), plain);
+}
+
 TEST_F(BindingTest, GridsShowTheRowsThatThereAre) {
   auto& table = Widget<QTableWidget>("grid");
   for (const int column : {0, 1}) bench->grid.SetColumnWidth(column, 1500);
