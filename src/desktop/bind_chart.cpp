@@ -16,7 +16,6 @@
 #include "resources/text_ids.h"
 #include "values/number_text.h"
 #include "window/chart.h"
-#include "window/form.h"
 
 namespace vlt {
 namespace {
@@ -74,8 +73,24 @@ class ChartBinding : public Binding {
       reading_->clear();
       return;
     }
-    const std::string y = reading->y ? GeneralText(*reading->y) + " " + chart_.Y().title : "-";
-    reading_->setText(ToQt("x " + GeneralText(reading->x) + "    y " + y));
+    std::string text = "x " + WithUnit(GeneralText(reading->x), chart_.X().title);
+    for (const auto& [series, y] : reading->lines) {
+      const bool alone = reading->lines.size() == 1;
+      text += "    " + (alone ? "y" : chart_.SeriesName(series)) + " ";
+      text += y ? WithUnit(chart_.ValueText(*y, series), chart_.Y().title) : "-";
+    }
+    reading_->setText(ToQt(text));
+  }
+
+  static std::string WithUnit(const std::string& number, const std::string& unit) {
+    return unit.empty() ? number : number + " " + unit;
+  }
+
+  // New points on a chart that nobody sees wait for on_shown; what else changes is seen.
+  bool IsSeen() override {
+    const bool only_points = told_ != chart_.Revision();
+    told_ = chart_.Revision();
+    return !only_points || plot_->isVisible();
   }
 
   // Nothing is drawn twice, and nothing that nobody sees.
@@ -118,6 +133,7 @@ class ChartBinding : public Binding {
   QAction* follow_ = nullptr;
   QAction* export_ = nullptr;
   std::optional<std::uint64_t> drawn_;
+  std::uint64_t told_ = 0;
 };
 
 }  // namespace

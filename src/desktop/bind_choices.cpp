@@ -4,11 +4,11 @@
 #include <QKeyEvent>
 #include <QRadioButton>
 #include <QSignalBlocker>
+#include <QStyleOptionComboBox>
 #include <vector>
 
 #include "desktop/binding_kinds.h"
 #include "desktop/qt_text.h"
-#include "window/form.h"
 
 namespace vlt {
 namespace {
@@ -112,7 +112,17 @@ class ComboBoxBinding : public Binding {
     View()->setCurrentIndex(list_.ListIndex());
   }
 
+  QString CutText() const override {
+    QStyleOptionComboBox box;
+    box.initFrom(View());
+    const QRect inside =
+        View()->style()->subControlRect(QStyle::CC_ComboBox, &box, QStyle::SC_ComboBoxEditField, View());
+    const QString text = View()->currentText();
+    return View()->fontMetrics().horizontalAdvance(text) > inside.width() - 2 ? text : QString();
+  }
+
   bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Resize) MarkForRefresh();
     if (event->type() != QEvent::Wheel || View()->hasFocus()) return false;
     event->ignore();
     return true;

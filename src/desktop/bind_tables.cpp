@@ -20,7 +20,9 @@ constexpr int kPanelMargin = 6;      // between the frame of a panel and its tex
 class GridBinding : public Binding {
  public:
   GridBinding(Grid& grid, BindContext& context, QWidget* parent)
-      : Binding(grid, context, new QTableWidget(grid.Rows() - 1, grid.Columns(), parent)), grid_(grid) {
+      : Binding(grid, context, new QTableWidget(0, grid.Columns(), parent)),
+        grid_(grid),
+        widths_(static_cast<std::size_t>(grid.Columns())) {
     View()->setEditTriggers(QAbstractItemView::NoEditTriggers);
     View()->setSelectionMode(QAbstractItemView::ContiguousSelection);
     View()->setAlternatingRowColors(true);
@@ -28,36 +30,44 @@ class GridBinding : public Binding {
     View()->horizontalHeader()->setStretchLastSection(true);
     for (int column = 0; column < grid.Columns(); ++column) {
       View()->setHorizontalHeaderItem(column, new QTableWidgetItem);
-      for (int row = 1; row < grid.Rows(); ++row) View()->setItem(row - 1, column, new QTableWidgetItem);
     }
   }
 
  private:
   QTableWidget* View() const { return static_cast<QTableWidget*>(Widget()); }
 
-  static void SetText(QTableWidgetItem* item, const std::string& text) {
-    const QString shown = ToQt(text);
-    if (item->text() != shown) item->setText(shown);
+  void PushState() override {
+    const int rows = qMax(grid_.Rows() - 1, 0);
+    // Fewer rows drop their items, and new ones come without.
+    if (View()->rowCount() != rows) View()->setRowCount(rows);
+    for (int column = 0; column < grid_.Columns(); ++column) PushColumn(column);
   }
 
-  void PushState() override {
-    for (int column = 0; column < grid_.Columns(); ++column) {
-      SetText(View()->horizontalHeaderItem(column), grid_.Cell(0, column));
-      for (int row = 1; row < grid_.Rows(); ++row) {
-        SetText(View()->item(row - 1, column), grid_.Cell(row, column));
-      }
-      const int width = grid_.ColumnWidth(column);
-      View()->setColumnHidden(column, width == 0);
-      if (width > 0) View()->setColumnWidth(column, width / kUnitsPerPixel);
-      AlignColumn(column, width < kNarrowColumn ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);
+  void PushColumn(int column) {
+    const int width = grid_.ColumnWidth(column);
+    View()->setColumnHidden(column, width == 0);
+    // Only a new width: the operator may have dragged the column to another one.
+    if (width > 0 && widths_[static_cast<std::size_t>(column)] != width) {
+      View()->setColumnWidth(column, width / kUnitsPerPixel);
+    }
+    widths_[static_cast<std::size_t>(column)] = width;
+    const Qt::Alignment alignment =
+        width < kNarrowColumn ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter;
+    if (grid_.Rows() > 0) PushCell(*View()->horizontalHeaderItem(column), grid_.Cell(0, column), alignment);
+    for (int row = 1; row < grid_.Rows(); ++row) {
+      if (View()->item(row - 1, column) == nullptr) View()->setItem(row - 1, column, new QTableWidgetItem);
+      PushCell(*View()->item(row - 1, column), grid_.Cell(row, column), alignment);
     }
   }
 
-  void AlignColumn(int column, Qt::Alignment alignment) {
-    View()->horizontalHeaderItem(column)->setTextAlignment(alignment);
-    for (int row = 0; row < View()->rowCount(); ++row) View()->item(row, column)->setTextAlignment(alignment);
+  static void PushCell(QTableWidgetItem& item, const std::string& text, Qt::Alignment alignment) {
+    const QString shown = ToQt(text);
+    if (item.text() != shown) item.setText(shown);
+    if (item.textAlignment() != static_cast<int>(alignment)) item.setTextAlignment(alignment);
   }
+
   Grid& grid_;
+  std::vector<int> widths_;  // that were pushed
 };
 
 // One panel: a text that gives way to dots when it has no room, and then shows whole in a tooltip.

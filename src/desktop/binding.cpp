@@ -1,35 +1,13 @@
 #include "desktop/binding.h"
 
-#include <array>
-
-#include "desktop/binding_kinds.h"
 #include "desktop/fonts.h"
 #include "desktop/qt_text.h"
 
 namespace vlt {
 namespace {
 
-struct Maker {
-  ControlKind kind;
-  BindingMaker make;
-};
-
-constexpr Maker kMakers[] = {
-    {ControlKind::kCheckBox, BindCheckBox},
-    {ControlKind::kOptionButton, BindOptionButton},
-    {ControlKind::kTextBox, BindTextBox},
-    {ControlKind::kComboBox, BindComboBox},
-    {ControlKind::kLabel, BindLabel},
-    {ControlKind::kPushButton, BindPushButton},
-    {ControlKind::kFrame, BindFrameBox},
-    {ControlKind::kStatusBar, BindStatusBar},
-    {ControlKind::kProgressBar, BindProgressBar},
-    {ControlKind::kTab, BindTabControl},
-    {ControlKind::kUpDown, BindUpDown},
-    {ControlKind::kGrid, BindGrid},
-    {ControlKind::kChart, BindChart},
-    {ControlKind::kPicture, BindPicture},
-};
+constexpr QColor kMarkColour(0xE0, 0x30, 0x20);  // of a control that holds something wrong
+constexpr int kMarkPercent = 30;                 // of it in the ground's colour
 
 // A widget that was never hidden is left for its parent to show.
 void ShowOrHide(QWidget& widget, bool visible) {
@@ -45,7 +23,9 @@ void ShowOrHide(QWidget& widget, bool visible) {
 Binding::Binding(Control& control, BindContext& context, QWidget* widget)
     : control_(control), context_(context), widget_(widget) {
   widget->setObjectName(ToQt(control.FullName()));
-  control.Observe([this] { MarkForRefresh(); });
+  control.Observe([this] {
+    if (IsSeen()) MarkForRefresh();
+  });
   MarkForRefresh();
 }
 
@@ -78,6 +58,7 @@ void Binding::Refresh() {
   const bool was_hidden = widget_->isHidden();
   PushCommon();
   PushState();
+  PushToolTip();
   const bool same_room = widget_->sizeHint() == before && widget_->isHidden() == was_hidden;
   if (!same_room && on_size_change) on_size_change();
 }
@@ -88,16 +69,31 @@ void Binding::PushCommon() {
   if (widget_->font() != font) widget_->setFont(font);
   widget_->setEnabled(control_.Enabled());
   ShowOrHide(*widget_, control_.Visible());
-  QString tip = ToQt(control_.Hint());
-  if (!keys_.isEmpty()) tip += (tip.isEmpty() ? "" : "\n") + keys_;
-  if (widget_->toolTip() != tip) widget_->setToolTip(tip);
+  PushMark();
 }
 
-std::unique_ptr<Binding> Bind(Control& control, BindContext& context, QWidget* parent) {
-  for (const Maker& maker : kMakers) {
-    if (maker.kind == control.Kind()) return maker.make(control, context, parent);
+// What is wrong is seen at once, and told by the tooltip.
+void Binding::PushMark() {
+  const bool marked = !control_.Mark().empty();
+  if (marked == marked_) return;
+  marked_ = marked;
+  QPalette palette;
+  if (marked) {
+    const QColor ground = palette.color(QPalette::Base);
+    const auto mix = [](int a, int b) { return a + (b - a) * kMarkPercent / 100; };
+    const QColor colour(mix(ground.red(), kMarkColour.red()), mix(ground.green(), kMarkColour.green()),
+                        mix(ground.blue(), kMarkColour.blue()));
+    palette.setColor(QPalette::Base, colour);
+    palette.setColor(QPalette::Button, colour);
   }
-  return nullptr;
+  widget_->setPalette(palette);
+}
+
+void Binding::PushToolTip() {
+  QStringList lines = {CutText(), ToQt(control_.Mark()), ToQt(control_.Hint()), keys_};
+  lines.removeAll(QString());
+  const QString tip = lines.join('\n');
+  if (widget_->toolTip() != tip) widget_->setToolTip(tip);
 }
 
 }  // namespace vlt

@@ -5,9 +5,9 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 #include <QWidget>
 #include <functional>
-#include <memory>
 
 #include "desktop/input_gate.h"
 #include "desktop/refresh_queue.h"
@@ -44,6 +44,10 @@ class Binding : public QObject, public Refreshable {
  protected:
   Binding(Control& control, BindContext& context, QWidget* widget);
   virtual void PushState() = 0;
+  // False when a change of the control is nothing that anybody sees, and is pushed at a later refresh.
+  virtual bool IsSeen() { return true; }
+  // What the widget shows only a part of, for its tooltip; else empty.
+  virtual QString CutText() const { return {}; }
   void MarkForRefresh();
 
   // Runs a gesture; the widget then shows what the control holds, whether it took the gesture or not.
@@ -58,17 +62,16 @@ class Binding : public QObject, public Refreshable {
 
  private:
   void PushCommon();
+  void PushToolTip();
+  void PushMark();
 
   Control& control_;
   BindContext& context_;
   QPointer<QWidget> widget_;
   QString keys_;
   bool title_ = false;
+  bool marked_ = false;
   bool detached_ = false;
 };
-
-// The binding for the kind of `control`, its widget a child of `parent`. Null for kinds without a widget of
-// their own (timers, menu items).
-std::unique_ptr<Binding> Bind(Control& control, BindContext& context, QWidget* parent);
 
 }  // namespace vlt

@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "desktop/bind.h"
 #include "desktop/qt_text.h"
 #include "window/form.h"
 
@@ -24,7 +25,8 @@ constexpr int kCellGap = 4;
 constexpr int kCellRowGap = 2;
 constexpr int kEntryWidth = 100;
 constexpr int kUnitWidth = 58;
-constexpr int kCellWidth = 84;
+constexpr const char* kWidestCell = "-12345678.12345";  // a total with its sign
+constexpr int kCellFrame = 12;                          // beside the text of an entry
 constexpr int kButtonWidth = 96;
 constexpr int kNavigationWidth = 168;
 constexpr int kNavigationHeight = 38;
@@ -37,6 +39,13 @@ QVBoxLayout* NewFlow(QWidget* parent, int margin) {
   flow->setContentsMargins(margin, margin, margin, margin);
   flow->setSpacing(kGap);
   return flow;
+}
+
+// The name with `number` for each '#'.
+std::string Numbered(std::string_view name, int number) {
+  std::string text;
+  for (const char letter : name) text += letter == '#' ? std::to_string(number) : std::string(1, letter);
+  return text;
 }
 
 bool IsPlacedByBuilder(const Control& control) {
@@ -68,11 +77,30 @@ Builder::Builder(Form& form, BindContext& context, std::function<QString(int)> t
     : form_(form), context_(context), text_(std::move(text)) {}
 
 BuiltWindow Builder::Build(std::span<const LayoutItem> items, QWidget* root) {
-  open_.push_back({LayoutKind::kColumn, root, NewFlow(root, kMargin)});
+  Enter(LayoutKind::kColumn, root).flow = NewFlow(root, kMargin);
   Top().aligned = NewAlignment();
-  for (const LayoutItem& item : items) Add(item);
+  for (const LayoutItem& item : items) AddEach(item);
   AddUnplaced();
   return std::move(built_);
+}
+
+void Builder::AddEach(const LayoutItem& item) {
+  if (item.last == 0) return Add(item);
+  for (int number = item.first; number <= item.last; ++number) {
+    std::array<std::string, kLayoutNames> names;
+    LayoutItem row = item;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      names[i] = Numbered(item.names[i], number);
+      row.names[i] = names[i];
+    }
+    Add(row);
+  }
+}
+
+Builder::Open& Builder::Enter(LayoutKind kind, QWidget* parent) {
+  Open* outer = open_.empty() ? nullptr : open_.back().get();
+  open_.push_back(std::make_unique<Open>(Open{.kind = kind, .outer = outer, .parent = parent}));
+  return Top();
 }
 
 void Builder::Add(const LayoutItem& item) {
@@ -116,48 +144,43 @@ std::size_t Builder::NewAlignment() {
 }
 
 void Builder::OpenColumns() {
-  Open next{LayoutKind::kColumns, Top().parent};
-  next.columns = new QHBoxLayout;
-  next.columns->setSpacing(kGap);
-  Top().flow->addLayout(next.columns);
-  open_.push_back(next);
+  Open& columns = Enter(LayoutKind::kColumns, Top().parent);
+  columns.columns = new QHBoxLayout;
+  columns.columns->setSpacing(kGap);
+  columns.outer->flow->addLayout(columns.columns);
 }
 
 void Builder::OpenColumn(int stretch) {
   if (Top().kind == LayoutKind::kColumn) CloseColumn();
-  Open next{LayoutKind::kColumn};
-  next.parent = new QWidget(Top().parent);
-  next.parent->setMaximumWidth(kColumnWidth);
-  next.flow = NewFlow(next.parent, 0);
-  next.aligned = NewAlignment();
-  Top().columns->addWidget(next.parent, stretch);
-  open_.push_back(next);
+  Open& column = Enter(LayoutKind::kColumn, new QWidget(Top().parent));
+  column.parent->setMaximumWidth(kColumnWidth);
+  column.flow = NewFlow(column.parent, 0);
+  column.aligned = NewAlignment();
+  column.outer->columns->addWidget(column.parent, stretch);
 }
 
 void Builder::OpenGroup(const LayoutItem& item) {
   QWidget* box = item.names[0].empty() ? nullptr : Make(item.names[0]);
   if (box == nullptr) box = new QGroupBox(item.text_id != 0 ? text_(item.text_id) : QString(), Top().parent);
-  Open next{LayoutKind::kGroup, box, NewFlow(box, kGap)};
-  next.aligned = Top().aligned;
-  Top().flow->addWidget(box);
-  open_.push_back(next);
+  Open& group = Enter(LayoutKind::kGroup, box);
+  group.flow = NewFlow(box, kGap);
+  group.aligned = group.outer->aligned;
+  group.outer->flow->addWidget(box);
 }
 
 void Builder::OpenTabs(const LayoutItem& item) {
-  Open next{LayoutKind::kTabs, Top().parent};
-  next.tabs = Make(item.names[0]);
-  if (next.tabs == nullptr) next.tabs = new QTabWidget(Top().parent);
-  Top().flow->addWidget(next.tabs, 1);
-  open_.push_back(next);
+  QWidget* tabs = Make(item.names[0]);
+  if (tabs == nullptr) tabs = new QTabWidget(Top().parent);
+  Top().flow->addWidget(tabs, 1);
+  Enter(LayoutKind::kTabs, Top().parent).tabs = tabs;
 }
 
 void Builder::OpenTab() {
   if (Top().kind == LayoutKind::kTab) open_.pop_back();
   auto* tabs = static_cast<QTabWidget*>(Top().tabs);
-  QWidget* page = tabs->widget(Top().next_tab++);
-  Open next{LayoutKind::kTab, page, NewFlow(page, kMargin)};
-  next.aligned = NewAlignment();
-  open_.push_back(next);
+  Open& tab = Enter(LayoutKind::kTab, tabs->widget(Top().next_tab++));
+  tab.flow = NewFlow(tab.parent, kMargin);
+  tab.aligned = NewAlignment();
 }
 
 void Builder::Close() {
@@ -215,6 +238,7 @@ void Builder::AddRow(const LayoutItem& item) {
     QWidget* widget = Make(name, &kind);
     if (widget == nullptr) continue;
     if (item.kind == LayoutKind::kCells) {
+      ReleaseWidth();
       PlaceCell(widget, kind, grid, row, column);
     } else {
       Place(widget, kind, grid, row, column, column + 1 == count);
@@ -240,6 +264,13 @@ void Builder::Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int ro
   grid->addWidget(widget, row, column);
 }
 
+// A table of values is as wide as it needs, and so is the column that it lies in.
+void Builder::ReleaseWidth() {
+  for (Open* open = &Top(); open->outer != nullptr; open = open->outer) {
+    if (open->kind == LayoutKind::kColumn) open->parent->setMaximumWidth(QWIDGETSIZE_MAX);
+  }
+}
+
 void Builder::PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column) {
   grid->setHorizontalSpacing(kCellGap);
   grid->setVerticalSpacing(kCellRowGap);
@@ -247,7 +278,7 @@ void Builder::PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, in
   if (kind != ControlKind::kTextBox) return;
   static_cast<QLineEdit*>(widget)->setAlignment(Qt::AlignRight);
   widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-  widget->setMinimumWidth(kCellWidth);
+  widget->setMinimumWidth(widget->fontMetrics().horizontalAdvance(kWidestCell) + kCellFrame);
   grid->setColumnStretch(column, 1);
 }
 
@@ -273,10 +304,11 @@ void Builder::AddStrip(const LayoutItem& item) {
 
 void Builder::AddWide(const LayoutItem& item) {
   if (QWidget* widget = Make(item.names[0])) Top().flow->addWidget(widget, 1);
-  if (Top().kind == LayoutKind::kColumn && open_.size() > 2) {
+  Open* columns = Top().outer;
+  if (Top().kind == LayoutKind::kColumn && columns != nullptr) {
     // The columns around it take the room that is left.
     Top().parent->setMaximumWidth(QWIDGETSIZE_MAX);
-    open_[open_.size() - 3].flow->setStretchFactor(open_[open_.size() - 2].columns, 1);
+    columns->outer->flow->setStretchFactor(columns->columns, 1);
   }
   Top().filled = true;
 }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -46,9 +47,10 @@ class Builder {
   BuiltWindow Build(std::span<const LayoutItem> items, QWidget* root);
 
  private:
-  // A container that is open: where its flow goes and the grid that takes the next row.
+  // A container that is open: what it lies in, where its flow goes and the grid that takes the next row.
   struct Open {
     LayoutKind kind;
+    Open* outer = nullptr;  // null for the window itself
     QWidget* parent = nullptr;
     QVBoxLayout* flow = nullptr;
     QHBoxLayout* columns = nullptr;
@@ -60,6 +62,9 @@ class Builder {
   };
 
   void Add(const LayoutItem& item);
+  void AddEach(const LayoutItem& item);
+  // Opens a container inside the one on top.
+  Open& Enter(LayoutKind kind, QWidget* parent);
   void OpenColumns();
   void OpenColumn(int stretch);
   void OpenGroup(const LayoutItem& item);
@@ -79,7 +84,8 @@ class Builder {
   // The widget of a control; null, and noted, when the form has none of this name or it has no widget.
   QWidget* Make(std::string_view name, ControlKind* kind = nullptr);
   void Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column, bool last);
-  Open& Top() { return open_.back(); }
+  Open& Top() { return *open_.back(); }
+  void ReleaseWidth();
   void PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column);
   std::size_t NewAlignment();
 
@@ -87,7 +93,7 @@ class Builder {
   BindContext& context_;
   std::function<QString(int)> text_;
   BuiltWindow built_;
-  std::vector<Open> open_;
+  std::vector<std::unique_ptr<Open>> open_;
 };
 
 }  // namespace vlt

@@ -24,6 +24,8 @@ constexpr qsizetype kMostSmooth = 5000;
 constexpr double kSymbolSize = 4;
 constexpr int kDarkBackground = 128;  // lightness
 constexpr double kGridShare = 0.2;    // of the text's colour in the ground's
+constexpr double kFaintShare = 0.35;  // of a faint line's colour in the ground's
+constexpr double kMarkSize = 9;
 constexpr int kMinimumHeight = 120;
 
 QColor FromBgr(unsigned bgr) {
@@ -52,6 +54,14 @@ void ApplyAxis(QCPAxis& axis, const ChartAxis& wanted) {
   axis.setRange(low, high > low ? high : low + 1);
 }
 
+// The point that lies nearest in x. Holes count: they lie in the places that they leave.
+const QCPGraphData& NearestPoint(const QCPGraphDataContainer& line, double x) {
+  auto nearest = line.findBegin(x, true);
+  const auto next = std::next(nearest);
+  if (next != line.constEnd() && next->key - x < x - nearest->key) nearest = next;
+  return *nearest;
+}
+
 bool Wants(const QMouseEvent& event, Qt::KeyboardModifier modifier) {
   return event.modifiers().testFlag(modifier);
 }
@@ -71,6 +81,8 @@ ChartPlot::ChartPlot(QWidget* parent) : QWidget(parent), plot_(new QCustomPlot(t
   plot_->setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
   cursor_ = new QCPItemStraightLine(plot_);
   cursor_->setVisible(false);
+  // Lines come into the legend when they have a name.
+  plot_->setAutoAddPlottableToLegend(false);
   plot_->installEventFilter(this);
   Connect();
   Dress();
@@ -113,52 +125,100 @@ void ChartPlot::Dress() {
     axis->grid()->setZeroLinePen(QPen(grid));
   }
   cursor_->setPen(QPen(colours.color(QPalette::Highlight), 0, Qt::DashLine));
+  plot_->legend->setBrush(colours.brush(QPalette::Base));
+  plot_->legend->setBorderPen(QPen(grid));
+  plot_->legend->setTextColor(text);
+  plot_->legend->setFont(font());
   plot_->selectionRect()->setPen(QPen(colours.color(QPalette::Highlight)));
   DressGraphs();
 }
 
 void ChartPlot::DressGraphs() {
-  const QColor ground = palette().color(QPalette::Base);
-  for (int i = 0; i < plot_->graphCount(); ++i) {
-    QCPGraph& graph = *plot_->graph(i);
-    const QColor colour = ReadableOn(ground, FromBgr(colours_[static_cast<std::size_t>(i)]));
-    const qsizetype count = graph.data()->size();
-    // A wider pen would cost a thousandfold.
-    graph.setPen(QPen(colour, 1));
-    graph.setAntialiased(count <= kMostSmooth);
-    graph.setScatterStyle(count <= kMostSymbols
-                              ? QCPScatterStyle(QCPScatterStyle::ssDisc, colour, colour, kSymbolSize)
-                              : QCPScatterStyle(QCPScatterStyle::ssNone));
+  for (int i = 0; i < plot_->graphCount(); ++i) DressGraph(i);
+  const QColor text = palette().color(QPalette::Text);
+  for (const MarkItems& mark : marks_) {
+    mark.dot->setPen(QPen(text));
+    mark.dot->setBrush(palette().color(QPalette::Highlight));
+    mark.text->setColor(text);
+    mark.text->setFont(font());
+    mark.text->setBrush(palette().brush(QPalette::Base));
   }
+}
+
+void ChartPlot::DressGraph(int series) {
+  QCPGraph& graph = *plot_->graph(series);
+  const Look& look = looks_[static_cast<std::size_t>(series)];
+  const bool faint = look.style == SeriesStyle::kFaint;
+  const QColor ground = palette().color(QPalette::Base);
+  QColor colour = ReadableOn(ground, FromBgr(look.colour));
+  if (faint) colour = Mix(ground, colour, kFaintShare);
+  const qsizetype count = graph.data()->size();
+  // A wider pen would cost a thousandfold.
+  graph.setPen(QPen(colour, 1));
+  graph.setAntialiased(count <= kMostSmooth);
+  graph.setScatterStyle(count <= kMostSymbols && !faint
+                            ? QCPScatterStyle(QCPScatterStyle::ssDisc, colour, colour, kSymbolSize)
+                            : QCPScatterStyle(QCPScatterStyle::ssNone));
+  graph.setLayer(faint ? QStringLiteral("grid") : QStringLiteral("main"));
 }
 
 void ChartPlot::FillGraph(QCPGraph& graph, std::span<const ChartPoint> points) {
+  const std::vector<double> places = PlacesOf(points);
   QVector<QCPGraphData> line;
   line.reserve(static_cast<qsizetype>(points.size()));
-  double x = points.empty() ? 0 : points.front().x;
-  bool sorted = true;
-  for (const ChartPoint& point : points) {
-    // A hole has no place of its own: it breaks the line behind the point before it.
-    sorted = sorted && (point.IsHole() || point.x >= x);
-    if (!point.IsHole()) x = point.x;
-    line.append({x, point.IsHole() ? std::numeric_limits<double>::quiet_NaN() : point.y});
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    line.append({places[i], points[i].IsHole() ? std::numeric_limits<double>::quiet_NaN() : points[i].y});
   }
-  graph.data()->set(line, sorted);
+  graph.data()->set(line, std::is_sorted(places.begin(), places.end()));
+}
+
+void ChartPlot::DrawSeries(const Chart& chart) {
+  while (plot_->graphCount() < chart.SeriesCount()) plot_->addGraph();
+  looks_.clear();
+  int named = 0;
+  for (int i = 0; i < chart.SeriesCount(); ++i) {
+    looks_.push_back({chart.Colour(i), chart.Style(i)});
+    QCPGraph& graph = *plot_->graph(i);
+    FillGraph(graph, chart.Shown(i));
+    graph.setName(ToQt(chart.SeriesName(i)));
+    const bool tells = chart.Style(i) == SeriesStyle::kPlain && !chart.SeriesName(i).empty();
+    tells ? graph.addToLegend() : graph.removeFromLegend();
+    named += tells ? 1 : 0;
+  }
+  plot_->legend->setVisible(named > 1);
+}
+
+void ChartPlot::DrawMarks(const std::vector<ChartMark>& marks) {
+  for (; marks_.size() > marks.size(); marks_.pop_back()) {
+    plot_->removeItem(marks_.back().text);
+    plot_->removeItem(marks_.back().dot);
+  }
+  while (marks_.size() < marks.size()) {
+    const MarkItems items{new QCPItemTracer(plot_), new QCPItemText(plot_)};
+    items.dot->setStyle(QCPItemTracer::tsCircle);
+    items.dot->setSize(kMarkSize);
+    items.text->setObjectName("mark");
+    items.text->position->setParentAnchor(items.dot->position);
+    items.text->position->setCoords(0, -kMarkSize);
+    items.text->setPositionAlignment(Qt::AlignHCenter | Qt::AlignBottom);
+    marks_.push_back(items);
+  }
+  for (std::size_t i = 0; i < marks.size(); ++i) {
+    marks_[i].dot->position->setCoords(marks[i].x, marks[i].y);
+    marks_[i].text->setText(ToQt(marks[i].text));
+  }
 }
 
 void ChartPlot::Draw(const Chart& chart) {
-  while (plot_->graphCount() < chart.SeriesCount()) plot_->addGraph();
-  colours_.clear();
-  for (int i = 0; i < chart.SeriesCount(); ++i) {
-    colours_.push_back(chart.Colour(i));
-    FillGraph(*plot_->graph(i), chart.Shown(i));
-    plot_->graph(i)->setName(ToQt(chart.SeriesName(i)));
-  }
+  DrawSeries(chart);
+  DrawMarks(chart.Marks());
   DressGraphs();
   x_ = chart.X();
   y_ = chart.Y();
   plot_->xAxis->setLabel(ToQt(x_.title));
   plot_->yAxis->setLabel(ToQt(y_.title));
+  if (runs_ != chart.Runs()) SetFollowing(true);
+  runs_ = chart.Runs();
   if (following_) ApplyAxes();
   Redraw();
 }
@@ -194,19 +254,29 @@ QByteArray ChartPlot::Png() const {
   return bytes;
 }
 
-// The point of the first line that lies nearest in x.
+std::vector<int> ChartPlot::ReadLines() const {
+  std::vector<int> lines;
+  for (int i = 0; i < plot_->graphCount(); ++i) {
+    const bool plain = looks_[static_cast<std::size_t>(i)].style == SeriesStyle::kPlain;
+    if (plain && !plot_->graph(i)->data()->isEmpty()) lines.push_back(i);
+  }
+  return lines;
+}
+
 void ChartPlot::PointAt(const QPointF& place) {
-  if (plot_->graphCount() == 0 || plot_->graph(0)->data()->isEmpty() ||
-      !plot_->axisRect()->rect().contains(place.toPoint())) {
+  const std::vector<int> lines = ReadLines();
+  if (lines.empty() || !plot_->axisRect()->rect().contains(place.toPoint())) {
     StopPointing();
     return;
   }
-  const double x = plot_->xAxis->pixelToCoord(place.x());
-  const auto& line = *plot_->graph(0)->data();
-  auto nearest = line.findBegin(x, true);
-  if (std::next(nearest) != line.constEnd() && std::next(nearest)->key - x < x - nearest->key) ++nearest;
-  Reading reading{nearest->key, nearest->value};
-  if (std::isnan(nearest->value)) reading = {std::round(x), std::nullopt};
+  double x = plot_->xAxis->pixelToCoord(place.x());
+  Reading reading;
+  for (const int series : lines) {
+    const QCPGraphData& point = NearestPoint(*plot_->graph(series)->data(), x);
+    if (series == lines.front()) x = reading.x = point.key;
+    const bool hole = std::isnan(point.value);
+    reading.lines.push_back({series, hole ? std::nullopt : std::optional(point.value)});
+  }
   cursor_->point1->setCoords(reading.x, 0);
   cursor_->point2->setCoords(reading.x, 1);
   cursor_->setVisible(true);

@@ -7,18 +7,22 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
+#include <vector>
 
 #include "window/chart.h"
 
 class QCustomPlot;
 class QCPGraph;
 class QCPItemStraightLine;
+class QCPItemText;
+class QCPItemTracer;
 
 namespace vlt {
 
-// Follows the axes of its chart until a person zooms or pans; then the view stays until Follow(). The wheel
-// zooms, dragging pans, dragging with Shift or in zoom mode draws a rectangle to zoom into, a double click
-// follows again.
+// Follows the axes of its chart until a person zooms or pans; then the view stays until Follow() or a new
+// run. The wheel zooms, dragging pans, dragging with Shift or in zoom mode draws a rectangle to zoom into, a
+// double click follows again.
 class ChartPlot : public QWidget {
  public:
   explicit ChartPlot(QWidget* parent);
@@ -34,10 +38,15 @@ class ChartPlot : public QWidget {
   // The picture on the screen as a PNG file's bytes.
   QByteArray Png() const;
 
-  // What the mouse points at: a position and the value of the line there, if it has one.
+  // What the mouse points at: the nearest point of the first line, or the hole there, and what each line that
+  // is not faint has at it.
+  struct LineValue {
+    int series = 0;
+    std::optional<double> y;
+  };
   struct Reading {
     double x = 0;
-    std::optional<double> y;
+    std::vector<LineValue> lines;
   };
   std::function<void(const std::optional<Reading>&)> on_reading;
   std::function<void()> on_following_changed;
@@ -55,7 +64,12 @@ class ChartPlot : public QWidget {
   void Connect();
   void Dress();
   void DressGraphs();
-  void FillGraph(QCPGraph& graph, std::span<const ChartPoint> points);
+  void DressGraph(int series);
+  static void FillGraph(QCPGraph& graph, std::span<const ChartPoint> points);
+  void DrawSeries(const Chart& chart);
+  void DrawMarks(const std::vector<ChartMark>& marks);
+  // The lines that are read at the mouse: those with points that are not faint.
+  std::vector<int> ReadLines() const;
   void ApplyAxes();
   void SetFollowing(bool following);
   void PointAt(const QPointF& place);
@@ -66,7 +80,18 @@ class ChartPlot : public QWidget {
   QCPItemStraightLine* cursor_;
   ChartAxis x_;
   ChartAxis y_;
-  std::vector<unsigned> colours_;
+  // How a series looks, by its number.
+  struct Look {
+    unsigned colour = 0;
+    SeriesStyle style = SeriesStyle::kPlain;
+  };
+  struct MarkItems {
+    QCPItemTracer* dot;
+    QCPItemText* text;
+  };
+  std::vector<Look> looks_;
+  std::vector<MarkItems> marks_;
+  std::uint64_t runs_ = 0;
   bool following_ = true;
   bool zoom_mode_ = false;
   bool applying_ = false;

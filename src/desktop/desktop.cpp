@@ -8,6 +8,9 @@
 #include "desktop/art.h"
 #include "desktop/fonts.h"
 #include "desktop/qt_text.h"
+#include "resources/string_table.h"
+#include "resources/text_ids.h"
+#include "state/app.h"
 
 namespace vlt {
 namespace {
@@ -39,12 +42,11 @@ Desktop::Desktop(Windows& windows, Texts texts, Layouts layouts)
                [this](const std::string& form) { Close(form); },
                [this] { ArrangePages(); },
                [this] { return FrameView() == nullptr ? QSet<QChar>() : FrameView()->MenuLetters(); },
-               [this] { return FrameWidget(); }} {
+               [this] { return FrameWidget(); },
+               {}} {
   windows_.SetObserver({[this](Form& form) { Loaded(form); }, [this](Form& form) { Unloaded(form); },
                         [this] { PointerChanged(); },
-                        [this](const std::string& what) {
-                          if (on_failure) on_failure(what);
-                        }});
+                        [this](const std::string& what) { TellFailure(what); }});
   gate_.on_idle = [this] {
     if (!gone_.empty())
       QMetaObject::invokeMethod(
@@ -68,6 +70,7 @@ void Desktop::Loaded(Form& form) { views_[&form] = std::make_unique<FormView>(fo
 void Desktop::Unloaded(Form& form) {
   const auto at = views_.find(&form);
   if (at == views_.end()) return;
+  if (form.Visible()) at->second->KeepPlace();
   at->second->Detach();
   gone_.push_back(std::move(at->second));
   views_.erase(at);
@@ -98,6 +101,11 @@ void Desktop::PointerChanged() {
   } else {
     QGuiApplication::restoreOverrideCursor();
   }
+}
+
+void Desktop::TellFailure(const std::string& what) {
+  if (on_failure) on_failure(what);
+  EndWhenEmpty();
 }
 
 void Desktop::Close(const std::string& form) {

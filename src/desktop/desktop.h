@@ -10,7 +10,7 @@
 
 #include "desktop/form_view.h"
 #include "desktop/input_gate.h"
-#include "desktop/layout.h"
+#include "desktop/layouts/layouts.h"
 #include "desktop/refresh_queue.h"
 #include "window/form.h"
 
@@ -28,8 +28,12 @@ class Desktop : public QObject {
   Desktop(Windows& windows, Texts texts, Layouts layouts = FindLayout);
   ~Desktop() override;
 
-  // Told of a handler that ended by an exception: what it says.
+  // Who keeps the place of the main window; before it is shown.
+  void SetPlaceKeeper(PlaceKeeper keeper) { context_.place = std::move(keeper); }
+
+  // Told of a handler that broke off: what it says. All else goes on.
   std::function<void(const std::string& what)> on_failure;
+  void TellFailure(const std::string& what);
 
   // The view of a form that exists, or null.
   FormView* View(std::string_view form) const;

@@ -115,7 +115,6 @@ void FormView::MakeRoot(WindowStyle style) {
     case WindowStyle::kFrame: {
       auto* window = new QMainWindow;
       window->setCentralWidget(content_);
-      window->setMinimumSize(kSmallestFrame);
       root_ = window;
       break;
     }
@@ -219,8 +218,7 @@ void FormView::ShowOrHide() {
 
 void FormView::Place(QWidget& window) {
   if (form_.Place() == FormPlace::kFrame) {
-    window.resize(kFrameSize.boundedTo(QGuiApplication::primaryScreen()->availableSize()));
-    PutInTheMiddle(window, nullptr);
+    PlaceFrame(window);
     return;
   }
   // What its controls hold decides how large it is.
@@ -232,6 +230,22 @@ void FormView::Place(QWidget& window) {
   if (frame != nullptr && frame->windowHandle() != nullptr) {
     window.windowHandle()->setTransientParent(frame->windowHandle());
   }
+}
+
+void FormView::PlaceFrame(QWidget& window) {
+  QList<QRect> screens;
+  for (const QScreen* screen : QGuiApplication::screens()) screens << screen->availableGeometry();
+  const auto last = context_.place.last ? context_.place.last() : std::nullopt;
+  const WindowPlace place = StartPlace(last, kFrameSize, screens);
+  window.setMinimumSize(kSmallestFrame.boundedTo(place.area.size()));
+  window.setGeometry(place.area);
+  if (place.maximised) window.setWindowState(Qt::WindowMaximized);
+}
+
+void FormView::KeepPlace() const {
+  if (root_ == nullptr || !context_.place.keep || form_.Place() != FormPlace::kFrame) return;
+  const bool maximised = root_->isMaximized();
+  context_.place.keep({maximised ? root_->normalGeometry() : root_->geometry(), maximised});
 }
 
 void FormView::PushCloseCommand() {

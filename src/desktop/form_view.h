@@ -7,10 +7,12 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "desktop/builder.h"
 #include "desktop/menu_view.h"
+#include "desktop/window_place.h"
 #include "window/form.h"
 
 class QLabel;
@@ -27,6 +29,7 @@ struct ViewContext {
   std::function<void()> pages_changed;                 // a page was shown, hidden or brought to the front
   std::function<QSet<QChar>()> menu_letters;           // mnemonics that the menu bar has taken
   std::function<QWidget*()> frame;                     // the main window on the screen, or null
+  PlaceKeeper place;                                   // of the main window
 };
 
 class FormView : public QObject, public Refreshable {
@@ -47,6 +50,8 @@ class FormView : public QObject, public Refreshable {
 
   // Makes the widgets if they are not there yet.
   void Build();
+  // The main window goes for good: its place is kept.
+  void KeepPlace() const;
   // The form is about to go: hides the window and lets go of the form.
   void Detach();
 
@@ -63,6 +68,7 @@ class FormView : public QObject, public Refreshable {
   void Rearrange();
   void ShowOrHide();
   void Place(QWidget& window);
+  void PlaceFrame(QWidget& window);
   void PushCloseCommand();
   void ApplyFocus();
   Binding* Find(const Control& control) const;

@@ -35,6 +35,10 @@ struct LayoutItem {
   LayoutKind kind;
   std::array<std::string_view, kLayoutNames> names{};
   int text_id = 0;
+  // The row is repeated for each number from `first` to `last`, which stands for every "#" in its names.
+  // 0 as the last one: it is there once, as it stands.
+  int first = 0;
+  int last = 0;
 };
 
 template <class... Names>
@@ -66,6 +70,12 @@ template <class... Names>
 constexpr LayoutItem Strip(Names... names) {
   return MakeItem(LayoutKind::kStrip, names...);
 }
+// A row or strip once for each number: Repeat(1, 31, Row("lblStation(#)", "txtStation(#)")).
+constexpr LayoutItem Repeat(int first, int last, LayoutItem row) {
+  row.first = first;
+  row.last = last;
+  return row;
+}
 constexpr LayoutItem Wide(const char* control) { return MakeItem(LayoutKind::kWide, control); }
 constexpr LayoutItem Space() { return {LayoutKind::kSpace}; }
 template <class... Names>
@@ -86,8 +96,5 @@ struct WindowLayout {
   const char* accept = "";  // button that the enter key presses
   const char* cancel = "";  // button that the escape key presses
 };
-
-// The table of a form, or null.
-const WindowLayout* FindLayout(std::string_view form);
 
 }  // namespace vlt

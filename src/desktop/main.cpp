@@ -1,16 +1,16 @@
 // veltrano3 [--dir FOLDER]: the program with windows.
-#include <QApplication>
 #include <QCommandLineParser>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 
+#include "desktop/application.h"
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
 #include "shell/version.h"
 
 int main(int argc, char** argv) {
-  QApplication application(argc, argv);
+  vlt::Application application(argc, argv);
   QApplication::setApplicationName("veltrano3");
   QApplication::setApplicationVersion(vlt::ToQt(vlt::VersionText("")).section(' ', 1));
   QCommandLineParser options;

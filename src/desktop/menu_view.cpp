@@ -13,7 +13,7 @@
 namespace vlt {
 namespace {
 
-bool IsParent(const Form& form, const MenuItem& item) {
+bool IsParent(const ControlOwner& form, const MenuItem& item) {
   return std::any_of(form.Controls().begin(), form.Controls().end(), [&](const Control* control) {
     return control->Kind() == ControlKind::kMenuItem &&
            static_cast<const MenuItem*>(control)->Parent() == &item;

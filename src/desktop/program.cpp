@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QStyleFactory>
 
+#include "desktop/application.h"
 #include "desktop/art.h"
 #include "desktop/fonts.h"
 #include "desktop/qt_text.h"
@@ -13,6 +14,16 @@
 #include "shell/start.h"
 
 namespace vlt {
+
+namespace {
+
+void TellFailures(std::function<void(const std::string&)> tell) {
+  if (auto* application = dynamic_cast<Application*>(QCoreApplication::instance())) {
+    application->on_failure = std::move(tell);
+  }
+}
+
+}  // namespace
 
 void DressApplication() {
   QApplication::setStyle(QStyleFactory::create("Fusion"));
@@ -28,9 +39,13 @@ Program::Program(const std::string& folder)
       app_(platform_),
       desktop_(app_.windows, [this](int id) { return ToQt(app_.Text(id)); }) {
   dialogs_.SetTexts([this](int id) { return ToQt(app_.Text(id)); });
+  desktop_.SetPlaceKeeper(PlaceInSettings(app_));
   desktop_.on_failure = [this](const std::string& what) { TellHandlerFault(app_, what); };
   RegisterAllWindows(app_);
+  TellFailures([this](const std::string& what) { desktop_.TellFailure(what); });
 }
+
+Program::~Program() { TellFailures({}); }
 
 bool Program::Start() {
   const bool runs = StartUp(app_) == StartResult::kSplashRuns && !IsEnding();

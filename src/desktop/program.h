@@ -18,6 +18,9 @@ class Program {
  public:
   // `folder` holds VLT.ini; empty is the folder of the executable. Needs a QApplication.
   explicit Program(const std::string& folder);
+  ~Program();
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
 
   // Runs the start routine. False when the program is to end at once.
   bool Start();

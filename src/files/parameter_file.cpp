@@ -23,7 +23,7 @@ constexpr SlotPage kSlotPages[] = {
 };
 
 void SavePage(App& app, const SlotPage& page) {
-  app.windows.Load(page.name).Taihi();
+  app.windows.Load(page.name).RunHook(&FormHooks::Taihi);
   if (!page.stays) {
     app.windows.Unload(page.name);
   } else if (Form* form = app.windows.Find(page.name)) {
@@ -113,7 +113,7 @@ void RefreshOpenPages(App& app) {
     const bool refreshed =
         std::any_of(std::begin(kSlotPages), std::end(kSlotPages),
                     [&](const SlotPage& page) { return page.refreshed && form->Name() == page.name; });
-    if (refreshed && app.windows.Exists(form)) form->SetteiHannei();
+    if (refreshed && app.windows.Exists(form)) form->RunHook(&FormHooks::SetteiHannei);
   }
 }
 

@@ -13,7 +13,7 @@ class PageForm : public Form {
 
   // Sets captions, fonts, units and lengths in the language in force. The main window runs it before each
   // opening.
-  virtual void FrmInit() = 0;
+  void FrmInit() override = 0;
 
   // The main window hides the page: its navigation button turns idle with it.
   void Form_Deactivate() override {

@@ -77,6 +77,8 @@ inline constexpr int kChartExport = 3241;
 inline constexpr int kChartZoom = 3242;
 inline constexpr int kChartPicture = 3243;
 
+// A handler broke off by a fault of the program. %1 what it says of itself.
+
 // Tooltips of the parameters. %1 the address in hexadecimal digits, %2 one of the value types below it.
 inline constexpr int kTipRegister = 3250;
 inline constexpr int kTypeInt16 = 3251;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "pages/page.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 
@@ -46,7 +45,7 @@ constexpr MDIForm1::PageButton kPageButtons[] = {
     {&MDIForm1::Command14, "Form12", &MDIForm1::ShowPvForm, kReplaces, 1342},
 };
 
-void InitPage(Windows& windows, const char* page) { dynamic_cast<PageForm&>(windows.Load(page)).FrmInit(); }
+void InitPage(Windows& windows, const char* page) { windows.Load(page).RunHook(&FormHooks::FrmInit); }
 
 }  // namespace
 
@@ -153,7 +152,7 @@ void MDIForm1::ClosePage(const PageButton& row) {
   (this->*row.button).SetBackColour(kButtonFaceColour);
   Form* page = List().Find(row.page);
   if (page == nullptr) return;
-  page->Form_Deactivate();
+  page->RunHook(&FormHooks::Form_Deactivate);
   page->Hide();
 }
 

@@ -3,11 +3,48 @@
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
+#include <utility>
+
+#include "values/number_text.h"
 
 namespace vlt {
+namespace {
 
-Chart::Chart(Form& form, std::string name, int series)
-    : Control(form, ControlKind::kChart, std::move(name)), series_(static_cast<std::size_t>(series)) {}
+// The step from one place to the next across the holes from `first` up to `end`.
+double StepAcross(std::span<const ChartPoint> points, std::span<const double> places, std::size_t first,
+                  std::size_t end) {
+  const bool before = first > 0;
+  const bool behind = end < points.size();
+  if (before && behind) return (points[end].x - places[first - 1]) / static_cast<double>(end - first + 1);
+  if (behind)
+    return end + 1 < points.size() && !points[end + 1].IsHole() ? points[end + 1].x - points[end].x : 1;
+  return first > 1 ? places[first - 1] - places[first - 2] : 1;
+}
+
+}  // namespace
+
+std::vector<double> PlacesOf(std::span<const ChartPoint> points) {
+  std::vector<double> places(points.size());
+  for (std::size_t at = 0; at < points.size(); ++at) {
+    places[at] = points[at].x;
+    if (!points[at].IsHole()) continue;
+    std::size_t end = at;
+    while (end < points.size() && points[end].IsHole()) ++end;
+    const double step = StepAcross(points, places, at, end);
+    double place = 0;
+    if (at > 0) {
+      place = places[at - 1];
+    } else if (end < points.size()) {
+      place = points[end].x - static_cast<double>(end + 1) * step;
+    }
+    for (; at < end; ++at) places[at] = place += step;
+    if (at < points.size()) places[at] = points[at].x;
+  }
+  return places;
+}
+
+Chart::Chart(ControlOwner& owner, std::string name, int series)
+    : Control(owner, ControlKind::kChart, std::move(name)), series_(static_cast<std::size_t>(series)) {}
 
 void Chart::CheckPlace(const Series& data, std::int64_t point) {
   if (point < 1 || point > data.count) throw std::out_of_range("chart point");
@@ -20,13 +57,6 @@ void Chart::Touch() {
   }
   ++revision_;
   Changed();
-}
-
-template <class T>
-void Chart::Set(T& target, const T& value) {
-  if (target == value) return;
-  target = value;
-  Touch();
 }
 
 void Chart::Release() {
@@ -58,6 +88,7 @@ void Chart::Reset(std::int64_t count, int series) {
   data.last = 0;
   data.points.clear();
   data.points.shrink_to_fit();
+  ++runs_;
   Touch();
 }
 
@@ -71,6 +102,18 @@ void Chart::SetPoint(std::int64_t point, double x, double y, int series) {
   const auto at = static_cast<std::size_t>(point - 1);
   if (at >= data.points.size()) data.points.resize(at + 1);
   Set(data.points[at], ChartPoint{x, std::isfinite(y) ? y : kChartHole});
+}
+
+void Chart::SetPoints(std::span<const ChartPoint> points, int series) {
+  Series& data = At(series);
+  data.count = static_cast<std::int64_t>(points.size());
+  data.first = 1;
+  data.last = data.count;
+  data.points.assign(points.begin(), points.end());
+  for (ChartPoint& point : data.points) {
+    if (!std::isfinite(point.y)) point.y = kChartHole;
+  }
+  Touch();
 }
 
 void Chart::CopyToStart(std::int64_t from, std::int64_t count, int series) {
@@ -106,6 +149,14 @@ void Chart::SetXTitle(const std::string& title) { Set(x_.title, title); }
 void Chart::SetYTitle(const std::string& title) { Set(y_.title, title); }
 
 void Chart::SetColour(unsigned bgr, int series) { Set(At(series).colour, bgr); }
+
+void Chart::SetStyle(SeriesStyle style, int series) { Set(At(series).style, style); }
+
+void Chart::SetSinglePrecision(bool single, int series) { Set(At(series).single, single); }
+
+std::string Chart::ValueText(double value, int series) const {
+  return IsSinglePrecision(series) ? SingleText(static_cast<float>(value)) : GeneralText(value);
+}
 
 void Chart::SetSeriesName(int series, const std::string& name) { Set(At(series).name, name); }
 

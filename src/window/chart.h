@@ -33,10 +33,25 @@ struct ChartAxis {
   bool operator==(const ChartAxis&) const = default;
 };
 
+// How a line of the chart looks: faint ones (older runs, a reference) lie behind the others.
+enum class SeriesStyle : unsigned char { kPlain, kFaint };
+
+// A point that the chart names: the peak of a wave, say.
+struct ChartMark {
+  double x = 0;
+  double y = 0;
+  std::string text;
+  bool operator==(const ChartMark&) const = default;
+};
+
+// Where the points lie in x, holes too: a hole has no place of its own, so those between two points are
+// spread evenly, and those at the ends go on with the step beside them (1 where there is none).
+std::vector<double> PlacesOf(std::span<const ChartPoint> points);
+
 class Chart : public Control {
  public:
   // Series are counted from 0.
-  Chart(Form& form, std::string name, int series = 1);
+  Chart(ControlOwner& owner, std::string name, int series = 1);
 
   int SeriesCount() const { return static_cast<int>(series_.size()); }
   std::int64_t PointCount(int series = 0) const { return At(series).count; }
@@ -47,13 +62,16 @@ class Chart : public Control {
   // From the first to the last point, without the holes behind the last one that was set.
   std::span<const ChartPoint> Shown(int series = 0) const;
 
-  // So many points, all of them holes; first point 1, last point 0: nothing is shown.
+  // A new run: so many points, all of them holes; first point 1, last point 0: nothing is shown. Who looks at
+  // the chart sees its own axes again.
   void Reset(std::int64_t count, int series = 0);
   void SetFirstPoint(std::int64_t point, int series = 0);
   void SetLastPoint(std::int64_t point, int series = 0);
   // A place outside 1 to PointCount is a programming error and throws std::out_of_range. A value that is not
   // finite is kept as a hole.
   void SetPoint(std::int64_t point, double x, double y, int series = 0);
+  // All points of a series at once, first to last of them shown. The run goes on.
+  void SetPoints(std::span<const ChartPoint> points, int series = 0);
   // Copies `count` points from `from` on to the start of the series.
   void CopyToStart(std::int64_t from, std::int64_t count, int series = 0);
   // Makes holes of `from` and all points behind it.
@@ -73,6 +91,20 @@ class Chart : public Control {
   const std::string& SeriesName(int series) const { return At(series).name; }
   void SetSeriesName(int series, const std::string& name);
 
+  SeriesStyle Style(int series = 0) const { return At(series).style; }
+  void SetStyle(SeriesStyle style, int series = 0);
+  // Values of single precision are told with 7 digits, others with 15. What meters send is single.
+  bool IsSinglePrecision(int series = 0) const { return At(series).single; }
+  void SetSinglePrecision(bool single, int series = 0);
+  // A value of the series as text.
+  std::string ValueText(double value, int series = 0) const;
+
+  const std::vector<ChartMark>& Marks() const { return marks_; }
+  void SetMarks(const std::vector<ChartMark>& marks) { Set(marks_, marks); }
+
+  // How many runs have begun.
+  std::uint64_t Runs() const { return runs_; }
+
   // Between Hold and the matching Release the observer is told nothing; Release tells it once when something
   // has changed.
   void Hold() { ++held_; }
@@ -87,6 +119,8 @@ class Chart : public Control {
     std::int64_t last = 0;
     std::vector<ChartPoint> points;
     unsigned colour = 0;
+    SeriesStyle style = SeriesStyle::kPlain;
+    bool single = true;
     std::string name;
   };
   const Series& At(int series) const { return series_.at(static_cast<std::size_t>(series)); }
@@ -94,11 +128,17 @@ class Chart : public Control {
   static void CheckPlace(const Series& data, std::int64_t point);
   void Touch();
   template <class T>
-  void Set(T& target, const T& value);
+  void Set(T& target, const T& value) {
+    if (target == value) return;
+    target = value;
+    Touch();
+  }
 
   std::vector<Series> series_;
   ChartAxis x_;
   ChartAxis y_;
+  std::vector<ChartMark> marks_;
+  std::uint64_t runs_ = 0;
   int held_ = 0;
   bool dirty_ = false;
   std::uint64_t revision_ = 0;

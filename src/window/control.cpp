@@ -1,17 +1,29 @@
 #include "window/control.h"
 
+#include <algorithm>
 #include <stdexcept>
+#include <string_view>
 
 #include "values/text.h"
-#include "window/form.h"
-
 namespace vlt {
-Control::Control(Form& form, ControlKind kind, std::string name, int index)
-    : form_(form), kind_(kind), name_(std::move(name)), index_(index) {
-  form_.controls_.push_back(this);
+namespace {
+
+// `left` is `text` with one piece taken out of it.
+bool IsLeftOf(std::string_view left, std::string_view text) {
+  if (left.size() > text.size()) return false;
+  const auto head = std::mismatch(left.begin(), left.end(), text.begin()).first - left.begin();
+  const auto tail = std::mismatch(left.rbegin(), left.rend(), text.rbegin()).first - left.rbegin();
+  return static_cast<std::size_t>(head + tail) >= left.size();
 }
 
-Control::~Control() { std::erase(form_.controls_, this); }
+}  // namespace
+
+Control::Control(ControlOwner& owner, ControlKind kind, std::string name, int index)
+    : owner_(owner), kind_(kind), name_(std::move(name)), index_(index) {
+  owner_.controls_.push_back(this);
+}
+
+Control::~Control() { std::erase(owner_.controls_, this); }
 
 std::string Control::FullName() const {
   return index_ == kNoIndex ? name_ : name_ + "(" + std::to_string(index_) + ")";
@@ -59,7 +71,7 @@ void Control::Changed() {
 
 bool Control::Gesture(const std::function<void()>& handler) {
   if (!enabled_ || !visible_) return false;
-  form_.List().Run(handler);
+  owner_.RunHandler(handler);
   return true;
 }
 
@@ -67,8 +79,8 @@ void Control::Call(const std::function<void()>& handler) {
   if (handler) handler();
 }
 
-CheckBox::CheckBox(Form& form, std::string name, int index)
-    : Control(form, ControlKind::kCheckBox, std::move(name), index) {}
+CheckBox::CheckBox(ControlOwner& owner, std::string name, int index)
+    : Control(owner, ControlKind::kCheckBox, std::move(name), index) {}
 
 void CheckBox::SetValue(int value) {
   if (value_ == value) return;
@@ -85,8 +97,8 @@ bool CheckBox::Untick() {
   return Gesture([this] { SetValue(0); });
 }
 
-OptionButton::OptionButton(Form& form, const std::string& name, int index, const std::string& group)
-    : Control(form, ControlKind::kOptionButton, name, index), group_(group.empty() ? name : group) {}
+OptionButton::OptionButton(ControlOwner& owner, const std::string& name, int index, const std::string& group)
+    : Control(owner, ControlKind::kOptionButton, name, index), group_(group.empty() ? name : group) {}
 
 void OptionButton::ClearOthers() {
   for (Control* control : Owner().Controls()) {
@@ -114,8 +126,8 @@ bool OptionButton::Choose() {
   });
 }
 
-TextBox::TextBox(Form& form, std::string name, int index)
-    : Control(form, ControlKind::kTextBox, std::move(name), index) {}
+TextBox::TextBox(ControlOwner& owner, std::string name, int index)
+    : Control(owner, ControlKind::kTextBox, std::move(name), index) {}
 
 void TextBox::SetText(const std::string& text) {
   if (text_ == text) return;
@@ -147,7 +159,8 @@ bool TextBox::Type(const std::string& text) {
   if (locked_) return false;
   return Gesture([this, &text] {
     const auto limit = static_cast<std::size_t>(max_length_);
-    SetText(limit > 0 ? std::string(FirstChars(text, limit)) : text);
+    const bool fits = limit == 0 || CharCount(text) <= limit || IsLeftOf(text, text_);
+    SetText(fits ? text : std::string(FirstChars(text, limit)));
   });
 }
 
@@ -155,8 +168,8 @@ bool TextBox::LoseFocus() {
   return Gesture([this] { Call(on_lost_focus); });
 }
 
-ComboBox::ComboBox(Form& form, std::string name, int index)
-    : Control(form, ControlKind::kComboBox, std::move(name), index) {}
+ComboBox::ComboBox(ControlOwner& owner, std::string name, int index)
+    : Control(owner, ControlKind::kComboBox, std::move(name), index) {}
 
 void ComboBox::AddItem(const std::string& text) {
   items_.push_back(text);
@@ -208,17 +221,17 @@ bool ComboBox::Choose(int list_index) {
   });
 }
 
-Label::Label(Form& form, std::string name, int index)
-    : Control(form, ControlKind::kLabel, std::move(name), index) {}
+Label::Label(ControlOwner& owner, std::string name, int index)
+    : Control(owner, ControlKind::kLabel, std::move(name), index) {}
 
-FrameBox::FrameBox(Form& form, std::string name, int index)
-    : Control(form, ControlKind::kFrame, std::move(name), index) {}
+FrameBox::FrameBox(ControlOwner& owner, std::string name, int index)
+    : Control(owner, ControlKind::kFrame, std::move(name), index) {}
 
-Picture::Picture(Form& form, std::string name, std::string art)
-    : Control(form, ControlKind::kPicture, std::move(name)), art_(std::move(art)) {}
+Picture::Picture(ControlOwner& owner, std::string name, std::string art)
+    : Control(owner, ControlKind::kPicture, std::move(name)), art_(std::move(art)) {}
 
-PushButton::PushButton(Form& form, std::string name, int index)
-    : Control(form, ControlKind::kPushButton, std::move(name), index) {}
+PushButton::PushButton(ControlOwner& owner, std::string name, int index)
+    : Control(owner, ControlKind::kPushButton, std::move(name), index) {}
 
 void PushButton::SetBackColour(unsigned bgr) {
   if (back_colour_ == bgr) return;
@@ -230,15 +243,15 @@ bool PushButton::Press() {
   return Gesture([this] { Call(on_click); });
 }
 
-MenuItem::MenuItem(Form& form, std::string name, MenuItem* parent)
-    : Control(form, ControlKind::kMenuItem, std::move(name)), parent_(parent) {}
+MenuItem::MenuItem(ControlOwner& owner, std::string name, MenuItem* parent)
+    : Control(owner, ControlKind::kMenuItem, std::move(name)), parent_(parent) {}
 
 bool MenuItem::Press() {
   if (parent_ != nullptr && !parent_->Enabled()) return false;
   return Gesture([this] { Call(on_click); });
 }
 
-Timer::Timer(Form& form, std::string name) : Control(form, ControlKind::kTimer, std::move(name)) {}
+Timer::Timer(ControlOwner& owner, std::string name) : Control(owner, ControlKind::kTimer, std::move(name)) {}
 
 Timer::~Timer() {
   if (timer_id_ != 0) Owner().Machine().events.StopTimer(timer_id_);
@@ -261,11 +274,11 @@ void Timer::Restart() {
   if (timer_id_ != 0) events.StopTimer(timer_id_);
   timer_id_ = 0;
   if (!running_ || interval_ms_ <= 0) return;
-  timer_id_ = events.StartTimer(interval_ms_, [this] { Owner().List().Run([this] { Call(on_timer); }); });
+  timer_id_ = events.StartTimer(interval_ms_, [this] { Owner().RunHandler([this] { Call(on_timer); }); });
 }
 
-StatusBar::StatusBar(Form& form, std::string name, int panels)
-    : Control(form, ControlKind::kStatusBar, std::move(name)), panels_(static_cast<std::size_t>(panels)) {}
+StatusBar::StatusBar(ControlOwner& owner, std::string name, int panels)
+    : Control(owner, ControlKind::kStatusBar, std::move(name)), panels_(static_cast<std::size_t>(panels)) {}
 
 const std::string& StatusBar::Panel(int number) const {
   return panels_.at(static_cast<std::size_t>(number - 1));
@@ -278,8 +291,8 @@ void StatusBar::SetPanel(int number, const std::string& text) {
   Changed();
 }
 
-ProgressBar::ProgressBar(Form& form, std::string name)
-    : Control(form, ControlKind::kProgressBar, std::move(name)) {}
+ProgressBar::ProgressBar(ControlOwner& owner, std::string name)
+    : Control(owner, ControlKind::kProgressBar, std::move(name)) {}
 
 void ProgressBar::SetMax(int max) {
   max_ = max;
@@ -292,8 +305,8 @@ void ProgressBar::SetValue(int value) {
   Changed();
 }
 
-TabControl::TabControl(Form& form, std::string name, int tabs)
-    : Control(form, ControlKind::kTab, std::move(name)), tabs_(static_cast<std::size_t>(tabs)) {}
+TabControl::TabControl(ControlOwner& owner, std::string name, int tabs)
+    : Control(owner, ControlKind::kTab, std::move(name)), tabs_(static_cast<std::size_t>(tabs)) {}
 
 void TabControl::SetTab(int tab) {
   if (tab_ == tab) return;
@@ -317,7 +330,8 @@ bool TabControl::Select(int tab) {
   return Gesture([this, tab] { SetTab(tab); });
 }
 
-UpDown::UpDown(Form& form, std::string name) : Control(form, ControlKind::kUpDown, std::move(name)) {}
+UpDown::UpDown(ControlOwner& owner, std::string name)
+    : Control(owner, ControlKind::kUpDown, std::move(name)) {}
 
 bool UpDown::Up() {
   return Gesture([this] { Call(on_up); });
@@ -327,8 +341,8 @@ bool UpDown::Down() {
   return Gesture([this] { Call(on_down); });
 }
 
-Grid::Grid(Form& form, std::string name, int rows, int columns)
-    : Control(form, ControlKind::kGrid, std::move(name)),
+Grid::Grid(ControlOwner& owner, std::string name, int rows, int columns)
+    : Control(owner, ControlKind::kGrid, std::move(name)),
       rows_(rows),
       widths_(static_cast<std::size_t>(columns)),
       cells_(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns)) {}
@@ -347,8 +361,23 @@ void Grid::SetCell(int row, int column, const std::string& text) {
   Changed();
 }
 
+void Grid::SetRow(int row, std::span<const std::string> texts) {
+  for (std::size_t column = 0; column < texts.size(); ++column) {
+    SetCell(row, static_cast<int>(column), texts[column]);
+  }
+}
+
+void Grid::SetRows(int rows) {
+  if (rows_ == rows) return;
+  rows_ = rows;
+  cells_.resize(static_cast<std::size_t>(rows) * widths_.size());
+  Changed();
+}
+
 void Grid::SetColumnWidth(int column, int width) {
-  widths_.at(static_cast<std::size_t>(column)) = width;
+  int& held = widths_.at(static_cast<std::size_t>(column));
+  if (held == width) return;
+  held = width;
   Changed();
 }
 

@@ -9,12 +9,13 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
-namespace vlt {
+#include "window/control_owner.h"
 
-class Form;
+namespace vlt {
 
 enum class ControlKind {
   kCheckBox,
@@ -48,14 +49,14 @@ inline constexpr unsigned kButtonFaceColour = 0x8000000F;
 
 class Control {
  public:
-  // `index` is the place in a control array, or kNoIndex. The control registers itself with `form`.
+  // `index` is the place in a control array, or kNoIndex. The control registers itself with `owner`.
   static constexpr int kNoIndex = -1;
-  Control(Form& form, ControlKind kind, std::string name, int index = kNoIndex);
+  Control(ControlOwner& owner, ControlKind kind, std::string name, int index = kNoIndex);
   virtual ~Control();
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;
 
-  Form& Owner() const { return form_; }
+  ControlOwner& Owner() const { return owner_; }
   ControlKind Kind() const { return kind_; }
   const std::string& Name() const { return name_; }
   int Index() const { return index_; }
@@ -87,7 +88,7 @@ class Control {
   static void Call(const std::function<void()>& handler);
 
  private:
-  Form& form_;
+  ControlOwner& owner_;
   ControlKind kind_;
   std::string name_;
   int index_;
@@ -102,7 +103,7 @@ class Control {
 
 class CheckBox : public Control {
  public:
-  CheckBox(Form& form, std::string name, int index = kNoIndex);
+  CheckBox(ControlOwner& owner, std::string name, int index = kNoIndex);
   int Value() const { return value_; }
   bool Ticked() const { return value_ == 1; }
   // Runs on_click when the value changes, also on a disabled box.
@@ -118,7 +119,8 @@ class CheckBox : public Control {
 // Option buttons of one form with the same group exclude each other. The elements of an array are one group.
 class OptionButton : public Control {
  public:
-  OptionButton(Form& form, const std::string& name, int index = kNoIndex, const std::string& group = {});
+  OptionButton(ControlOwner& owner, const std::string& name, int index = kNoIndex,
+               const std::string& group = {});
   bool Value() const { return value_; }
   // Setting it clears the others of its group and runs on_click when it was not set before.
   void SetValue(bool value);
@@ -135,7 +137,7 @@ class OptionButton : public Control {
 
 class TextBox : public Control {
  public:
-  TextBox(Form& form, std::string name, int index = kNoIndex);
+  TextBox(ControlOwner& owner, std::string name, int index = kNoIndex);
   const std::string& Text() const { return text_; }
   void SetText(const std::string& text);
   int MaxLength() const { return max_length_; }  // characters; 0 is no limit
@@ -147,7 +149,8 @@ class TextBox : public Control {
   int SelectAllCount() const { return select_all_count_; }
   void SetFocus();
 
-  // Replaces the text by what a person typed, at most MaxLength characters of it.
+  // Replaces the text by what a person typed, at most MaxLength characters of it. A text that the program set
+  // may be longer; a person can then only take from it.
   bool Type(const std::string& text);
   // Leaves the field after typing: runs on_lost_focus.
   bool LoseFocus();
@@ -164,7 +167,7 @@ class TextBox : public Control {
 // A drop-down list. Its index is -1 while nothing is selected.
 class ComboBox : public Control {
  public:
-  ComboBox(Form& form, std::string name, int index = kNoIndex);
+  ComboBox(ControlOwner& owner, std::string name, int index = kNoIndex);
   const std::vector<std::string>& Items() const { return items_; }
   int Count() const { return static_cast<int>(items_.size()); }
   void AddItem(const std::string& text);
@@ -188,18 +191,18 @@ class ComboBox : public Control {
 
 class Label : public Control {
  public:
-  Label(Form& form, std::string name, int index = kNoIndex);
+  Label(ControlOwner& owner, std::string name, int index = kNoIndex);
 };
 
 class FrameBox : public Control {
  public:
-  FrameBox(Form& form, std::string name, int index = kNoIndex);
+  FrameBox(ControlOwner& owner, std::string name, int index = kNoIndex);
 };
 
 // Artwork by name; the desktop finds the picture.
 class Picture : public Control {
  public:
-  Picture(Form& form, std::string name, std::string art);
+  Picture(ControlOwner& owner, std::string name, std::string art);
   const std::string& Art() const { return art_; }
 
  private:
@@ -208,7 +211,7 @@ class Picture : public Control {
 
 class PushButton : public Control {
  public:
-  PushButton(Form& form, std::string name, int index = kNoIndex);
+  PushButton(ControlOwner& owner, std::string name, int index = kNoIndex);
   unsigned BackColour() const { return back_colour_; }
   void SetBackColour(unsigned bgr);
   bool Press();
@@ -221,7 +224,7 @@ class PushButton : public Control {
 class MenuItem : public Control {
  public:
   // `parent` is the menu that the item lies in, or null for the menu bar.
-  MenuItem(Form& form, std::string name, MenuItem* parent = nullptr);
+  MenuItem(ControlOwner& owner, std::string name, MenuItem* parent = nullptr);
   MenuItem* Parent() const { return parent_; }
   bool Press();
   std::function<void()> on_click;
@@ -233,7 +236,7 @@ class MenuItem : public Control {
 // Ticks through the platform's event queue while it is enabled and its interval is above 0.
 class Timer : public Control {
  public:
-  Timer(Form& form, std::string name);
+  Timer(ControlOwner& owner, std::string name);
   ~Timer() override;
   int Interval() const { return interval_ms_; }
   void SetInterval(int ms);
@@ -251,7 +254,7 @@ class Timer : public Control {
 
 class StatusBar : public Control {
  public:
-  StatusBar(Form& form, std::string name, int panels);
+  StatusBar(ControlOwner& owner, std::string name, int panels);
   int PanelCount() const { return static_cast<int>(panels_.size()); }
   // Panels are counted from 1.
   const std::string& Panel(int number) const;
@@ -263,7 +266,7 @@ class StatusBar : public Control {
 
 class ProgressBar : public Control {
  public:
-  ProgressBar(Form& form, std::string name);
+  ProgressBar(ControlOwner& owner, std::string name);
   int Max() const { return max_; }
   int Value() const { return value_; }
   void SetMax(int max);
@@ -276,7 +279,7 @@ class ProgressBar : public Control {
 
 class TabControl : public Control {
  public:
-  TabControl(Form& form, std::string name, int tabs);
+  TabControl(ControlOwner& owner, std::string name, int tabs);
   int Count() const { return static_cast<int>(tabs_.size()); }
   int Tab() const { return tab_; }
   void SetTab(int tab);
@@ -299,7 +302,7 @@ class TabControl : public Control {
 
 class UpDown : public Control {
  public:
-  UpDown(Form& form, std::string name);
+  UpDown(ControlOwner& owner, std::string name);
   bool Up();
   bool Down();
   std::function<void()> on_up;
@@ -309,11 +312,16 @@ class UpDown : public Control {
 // A table of texts. Row 0 may be a fixed head; a column of width 0 is hidden.
 class Grid : public Control {
  public:
-  Grid(Form& form, std::string name, int rows, int columns);
+  // A cell outside of the table is a programming error and throws std::out_of_range.
+  Grid(ControlOwner& owner, std::string name, int rows, int columns);
   int Rows() const { return rows_; }
+  // Rows that stay keep what they hold, new ones are empty.
+  void SetRows(int rows);
   int Columns() const { return static_cast<int>(widths_.size()); }
   const std::string& Cell(int row, int column) const;
   void SetCell(int row, int column, const std::string& text);
+  // A whole row, from column 0 on.
+  void SetRow(int row, std::span<const std::string> texts);
   int ColumnWidth(int column) const { return widths_.at(static_cast<std::size_t>(column)); }
   // Widths and sizes are in the page's logical units (fifteen to a pixel).
   void SetColumnWidth(int column, int width);
@@ -335,8 +343,8 @@ template <class T>
 class ControlArray {
  public:
   template <class... Args>
-  ControlArray(Form& form, const std::string& name, const std::vector<int>& indexes, Args... args) {
-    for (int index : indexes) elements_.emplace(index, std::make_unique<T>(form, name, index, args...));
+  ControlArray(ControlOwner& owner, const std::string& name, const std::vector<int>& indexes, Args... args) {
+    for (int index : indexes) elements_.emplace(index, std::make_unique<T>(owner, name, index, args...));
   }
   // A wrong index is a programming error and throws std::out_of_range.
   T& operator()(int index) const { return *elements_.at(index); }

@@ -2,8 +2,18 @@
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 namespace vlt {
+
+bool FormHooks::IsMasterBox(const Control& control) const {
+  return control.Kind() == ControlKind::kCheckBox && control.Name() == "chkCheck";
+}
+
+bool FormHooks::IsChoice(const Control& control) const {
+  (void)control;
+  return false;
+}
 
 Form::Form(Windows& windows, std::string name, FormPlace place)
     : windows_(windows), name_(std::move(name)), place_(place) {}
@@ -13,18 +23,45 @@ Form::~Form() = default;
 Platform& Form::Machine() const { return windows_.Machine(); }
 
 Control* Form::Find(std::string_view full_name) const {
-  const auto found = std::find_if(controls_.begin(), controls_.end(),
-                                  [&](Control* c) { return c->FullName() == full_name; });
-  return found == controls_.end() ? nullptr : *found;
+  const auto found = std::find_if(Controls().begin(), Controls().end(),
+                                  [&](const Control* c) { return c->FullName() == full_name; });
+  return found == Controls().end() ? nullptr : *found;
+}
+
+void Form::RunHandler(const std::function<void()>& handler) { windows_.Run(handler); }
+
+void Form::RunHook(void (FormHooks::*hook)()) {
+  const Windows::Stay stay(windows_);
+  (this->*hook)();
+  for (const auto& part : parts_) (part.get()->*hook)();
+}
+
+bool Form::MayUnload() {
+  int cancel = 0;
+  for (auto part = parts_.rbegin(); part != parts_.rend() && cancel == 0; ++part)
+    (*part)->Form_Unload(cancel);
+  if (cancel == 0) Form_Unload(cancel);
+  return cancel == 0;
+}
+
+const Control* Form::StopButton() const {
+  for (const auto& part : parts_) {
+    if (const Control* button = part->StopButton()) return button;
+  }
+  return nullptr;
 }
 
 bool Form::IsMasterBox(const Control& control) const {
-  return control.Kind() == ControlKind::kCheckBox && control.Name() == "chkCheck";
+  return FormHooks::IsMasterBox(control) ||
+         std::any_of(parts_.begin(), parts_.end(), [&](const auto& p) { return p->IsMasterBox(control); });
+}
+
+bool Form::IsLive() const {
+  return std::any_of(parts_.begin(), parts_.end(), [](const auto& p) { return p->IsLive(); });
 }
 
 bool Form::IsChoice(const Control& control) const {
-  (void)control;
-  return false;
+  return std::any_of(parts_.begin(), parts_.end(), [&](const auto& p) { return p->IsChoice(control); });
 }
 
 void Form::Changed() {
@@ -44,10 +81,12 @@ void Form::SetCloseCommand(bool there) {
 }
 
 void Form::Show() {
+  if (!windows_.Exists(this)) return;
+  const Windows::Stay stay(windows_);
   visible_ = true;
   windows_.BringToFront(*this);
   Changed();
-  Form_Activate();
+  RunHook(&FormHooks::Form_Activate);
 }
 
 void Form::Hide() {
@@ -56,10 +95,15 @@ void Form::Hide() {
   Changed();
 }
 
-void Form::SetFocus(Control& control) {
-  focused_ = &control;
-  ++focus_count_;
-  Changed();
+Windows::Stay::~Stay() {
+  if (--list_.depth_ > 0) return;
+  // Out of the list first: a window that goes may still look at it.
+  const std::vector<FormPtr> gone = std::exchange(list_.unloaded_, {});
+}
+
+void Windows::Discard::operator()(Form* form) const {
+  while (!form->parts_.empty()) form->parts_.pop_back();
+  delete form;
 }
 
 Windows::~Windows() {
@@ -70,19 +114,37 @@ Windows::~Windows() {
 
 void Windows::Register(const std::string& name, Factory factory) { factories_[name] = std::move(factory); }
 
+void Windows::RegisterPart(const std::string& name, PartFactory factory) {
+  part_factories_[name].push_back(std::move(factory));
+}
+
 std::vector<std::string> Windows::RegisteredNames() const {
   std::vector<std::string> names;
   for (const auto& [name, factory] : factories_) names.push_back(name);
   return names;
 }
 
+Windows::FormPtr Windows::Make(const std::string& name) const {
+  FormPtr form(factories_.at(name)().release());
+  if (const auto found = part_factories_.find(name); found != part_factories_.end()) {
+    for (const PartFactory& make : found->second) form->parts_.push_back(make(*form));
+  }
+  return form;
+}
+
 Form& Windows::Load(const std::string& name) {
   if (Form* form = Find(name)) return *form;
-  forms_.push_back(factories_.at(name)());
+  const Stay stay(*this);
+  forms_.push_back(Make(name));
   Form& form = *forms_.back();
   front_order_.insert(front_order_.begin(), &form);
-  if (observer_.loaded) observer_.loaded(form);
-  form.Form_Load();
+  try {
+    if (observer_.loaded) observer_.loaded(form);
+    form.RunHook(&FormHooks::Form_Load);
+  } catch (...) {
+    Bury(&form);
+    throw;
+  }
   return form;
 }
 
@@ -95,26 +157,25 @@ Form* Windows::Find(std::string_view name) const {
 bool Windows::Unload(const std::string& name) {
   Form* form = Find(name);
   if (form == nullptr) return true;
-  int cancel = 0;
-  form->Form_Unload(cancel);
-  if (cancel != 0) return false;
-  // The handler may have given way, and the window may be gone already.
-  const auto at = std::find_if(forms_.begin(), forms_.end(), [&](const auto& f) { return f.get() == form; });
-  if (at != forms_.end()) Bury(static_cast<std::size_t>(at - forms_.begin()));
-  return true;
+  const Stay stay(*this);
+  const bool may = form->MayUnload();
+  if (may) Bury(form);
+  // A hook may have given way, and the window may be gone already.
+  return may || !Exists(form);
 }
 
-void Windows::Bury(std::size_t at) {
-  Form& form = *forms_[at];
+void Windows::Bury(const Form* gone) {
+  const auto at = std::find_if(forms_.begin(), forms_.end(), [&](const auto& f) { return f.get() == gone; });
+  if (at == forms_.end()) return;
+  Form& form = **at;
+  std::erase(front_order_, &form);
+  unloaded_.push_back(std::move(*at));
+  forms_.erase(at);
+  if (observer_.unloaded) observer_.unloaded(form);
   for (Control* control : form.Controls()) {
     if (control->Kind() == ControlKind::kTimer) static_cast<Timer*>(control)->SetRunning(false);
   }
   form.Hide();
-  if (observer_.unloaded) observer_.unloaded(form);
-  std::erase(front_order_, &form);
-  unloaded_.push_back(std::move(forms_[at]));
-  forms_.erase(forms_.begin() + static_cast<std::ptrdiff_t>(at));
-  if (depth_ == 0) unloaded_.clear();
 }
 
 std::vector<Form*> Windows::Open() const {
@@ -153,13 +214,7 @@ void Windows::BringToFront(Form& form) {
 }
 
 void Windows::Run(const std::function<void()>& handler) {
-  struct Depth {
-    explicit Depth(Windows& windows) : list(windows) { ++list.depth_; }
-    ~Depth() {
-      if (--list.depth_ == 0) list.unloaded_.clear();
-    }
-    Windows& list;
-  } depth(*this);
+  const Stay stay(*this);
   if (!observer_.failed) {
     handler();
     return;
@@ -170,6 +225,8 @@ void Windows::Run(const std::function<void()>& handler) {
     return;
   } catch (const std::exception& failure) {
     what = failure.what();
+  } catch (...) {
+    what = "?";
   }
   // Outside of the catch: the observer waits for the operator.
   observer_.failed(what);

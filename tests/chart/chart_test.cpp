@@ -7,7 +7,7 @@
 #include <QWheelEvent>
 #include <QtTest/QTest>
 
-#include "desktop/binding.h"
+#include "desktop/bind.h"
 #include "desktop/chart_plot.h"
 #include "resources/string_table.h"
 #include "support/virtual_platform.h"
@@ -23,7 +23,7 @@ class ChartOnScreen : public ::testing::Test {
  protected:
   struct Window : Form {
     explicit Window(Windows& windows) : Form(windows, "Window", FormPlace::kWindow) {}
-    Chart chart{*this, "chart"};
+    Chart chart{*this, "chart", 3};
   };
 
   ChartOnScreen() {
@@ -168,6 +168,92 @@ TEST_F(ChartOnScreen, TellsWhatLiesAtTheMouse) {
   QEvent leave(QEvent::Leave);
   QApplication::sendEvent(&Canvas(), &leave);
   EXPECT_EQ(Reading(), "");
+}
+
+TEST_F(ChartOnScreen, FindsTheSampleBesideAGap) {
+  chart.SetPoint(6, 6, kChartHole);
+  Show();
+  const int three = ColumnOf(3), four = ColumnOf(4), five = ColumnOf(5), seven = ColumnOf(7);
+  for (const int column : {four - (four - three) / 3, four, four + (five - four) / 3}) {
+    Point({column, 100});
+    EXPECT_EQ(Reading(), "x 4    y 40 [m3/h]");
+  }
+  Point({five, 100});
+  EXPECT_EQ(Reading(), "x 5    y -") << "each hole has its place";
+  Point({seven - (seven - five) / 3, 100});
+  EXPECT_EQ(Reading(), "x 6    y -");
+  Point({seven, 100});
+  EXPECT_EQ(Reading(), "x 7    y 70 [m3/h]");
+}
+
+TEST_F(ChartOnScreen, TellsAValueAsPreciselyAsItIs) {
+  chart.SetPoint(3, 3, 0.1F);
+  chart.SetXTitle("[us]");
+  Show();
+  const auto reading = [&] {
+    for (int column = 0; column < Canvas().width(); column += 2) {
+      Point({column, 100});
+      if (Reading().startsWith("x 3 ")) break;
+    }
+    return Reading();
+  };
+  EXPECT_EQ(reading(), "x 3 [us]    y 0.1 [m3/h]");
+  chart.SetSinglePrecision(false);
+  EXPECT_EQ(reading(), "x 3 [us]    y 0.100000001490116 [m3/h]");
+}
+
+TEST_F(ChartOnScreen, ShowsSeveralLinesWithFaintOnesBehindAndNamesAPeak) {
+  const std::vector<ChartPoint> older = {{1, 5}, {9, 5}};
+  chart.SetPoints(older, 1);
+  chart.SetStyle(SeriesStyle::kFaint, 1);
+  chart.SetColour(0xFF0000, 1);
+  chart.SetMarks({{.x = 8, .y = 80, .text = "peak"}, {.x = 2, .y = 20, .text = "first"}});
+  Show();
+  const int seven = ColumnOf(7), eight = ColumnOf(8);
+  Point({seven, 100});
+  EXPECT_EQ(Reading(), "x 7    y 70 [m3/h]") << "a faint line is looked at, not read";
+  EXPECT_EQ(Plot().findChildren<QObject*>("mark").size(), 2);
+  const std::vector<int> strong = LineRows(seven + 8, eight - 8);
+  chart.SetStyle(SeriesStyle::kPlain, 1);
+  chart.SetSeriesName(0, "now");
+  chart.SetSeriesName(1, "then");
+  chart.SetMarks({});
+  Settle();
+  EXPECT_GT(LineRows(seven + 8, eight - 8).size(), strong.size());
+  EXPECT_TRUE(Plot().findChildren<QObject*>("mark").isEmpty());
+  Point({seven, 100});
+  EXPECT_EQ(Reading(), "x 7    now 70 [m3/h]    then 5 [m3/h]");
+}
+
+TEST_F(ChartOnScreen, ComesBackFromHidingWithAllThatCameMeanwhile) {
+  Show();
+  chart.SetVisible(false);
+  Settle();
+  const int drawn = Plot().DrawCount();
+  chart.SetPoint(7, 7, 77);
+  Settle();
+  EXPECT_EQ(Plot().DrawCount(), drawn);
+  chart.SetVisible(true);
+  Settle();
+  Point({ColumnOf(7), 100});
+  EXPECT_EQ(Reading(), "x 7    y 77 [m3/h]");
+}
+
+TEST_F(ChartOnScreen, ANewRunShowsItsOwnAxes) {
+  Show();
+  const int two = ColumnOf(2);
+  Wheel(Canvas().rect().center(), 2);
+  const std::vector<ChartPoint> next = {{1, 10}, {2, 20}, {3, 30}};
+  chart.SetPoints(next);
+  Settle();
+  EXPECT_FALSE(Plot().Following()) << "the run goes on";
+  chart.Reset(10);
+  for (int i = 1; i <= 3; ++i) chart.SetPoint(i, i, i);
+  chart.SetLastPoint(3);
+  Settle();
+  EXPECT_TRUE(Plot().Following());
+  EXPECT_TRUE(frame.findChild<QToolButton*>("follow")->isChecked());
+  EXPECT_EQ(ColumnOf(2), two);
 }
 
 TEST_F(ChartOnScreen, FollowsUntilAPersonMovesTheView) {

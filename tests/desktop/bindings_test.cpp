@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QDir>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -14,6 +16,7 @@
 #include <QtTest/QTest>
 
 #include "desktop/support/screen.h"
+#include "files/profile_file.h"
 
 namespace vlt::test {
 namespace {
@@ -192,6 +195,107 @@ TEST_F(BindingTest, FieldsKeepLengthAndLock) {
   bench->text.SetLocked(false);
   screen.hands.Type("Bench", "text", "12345");
   EXPECT_EQ(bench->text.Text(), "12345");
+}
+
+TEST_F(BindingTest, TheLimitOfAFieldBindsTypingOnly) {
+  Hands& hands = screen.hands;
+  auto& field = Widget<QLineEdit>("text");
+  bench->text.SetMaxLength(4);
+  bench->text.SetText("14809");
+  EXPECT_EQ(hands.Text("Bench", "text"), "14809");
+  field.setFocus();
+  QTest::keyClicks(&field, "7");
+  EXPECT_EQ(bench->text.Text(), "14809") << "full is full";
+  QTest::keyClick(&field, Qt::Key_Home);
+  QTest::keyClick(&field, Qt::Key_Delete);
+  EXPECT_EQ(bench->text.Text(), "4809");
+  QTest::keyClicks(&field, "7");
+  screen.desktop.Flush();
+  EXPECT_EQ(bench->text.Text(), "4809");
+  EXPECT_EQ(hands.Text("Bench", "text"), "4809");
+}
+
+TEST_F(BindingTest, AFieldTooNarrowForItsTextShowsItsStartAndTellsTheRest) {
+  auto& field = Widget<QLineEdit>("text");
+  field.setFixedWidth(60);
+  Widget<QWidget>("button").setFocus();
+  bench->text.SetHint("Register 00D2H");
+  bench->text.SetText("-12345678.123");
+  screen.desktop.Flush();
+  EXPECT_EQ(field.cursorPosition(), 0);
+  EXPECT_EQ(field.toolTip(), "-12345678.123\nRegister 00D2H");
+  const QImage cut = field.grab().toImage();
+  bench->text.SetText("-12345678.999");
+  screen.desktop.Flush();
+  EXPECT_EQ(field.grab().toImage(), cut) << "the end has given way to dots";
+  bench->text.SetText("-92345678.999");
+  screen.desktop.Flush();
+  EXPECT_NE(field.grab().toImage(), cut);
+  field.setFixedWidth(300);
+  EXPECT_TRUE(WaitFor([&] { return field.toolTip() == "Register 00D2H"; }));
+  field.setFixedWidth(60);
+  EXPECT_TRUE(WaitFor([&] { return field.toolTip().startsWith("-92345678.999"); }));
+}
+
+TEST_F(BindingTest, WhatIsWrongIsSeenAndTold) {
+  auto& field = Widget<QLineEdit>("text");
+  const QColor plain = field.palette().color(QPalette::Base);
+  bench->text.SetHint("Register 00D2H");
+  bench->text.SetMark("not taken");
+  screen.desktop.Flush();
+  EXPECT_GT(field.palette().color(QPalette::Base).red(), field.palette().color(QPalette::Base).green() + 20);
+  EXPECT_EQ(field.toolTip(), "not taken\nRegister 00D2H");
+  bench->text.SetMark("");
+  screen.desktop.Flush();
+  EXPECT_EQ(field.palette().color(QPalette::Base), plain);
+}
+
+TEST_F(BindingTest, GridsShowTheRowsThatThereAre) {
+  auto& table = Widget<QTableWidget>("grid");
+  for (const int column : {0, 1}) bench->grid.SetColumnWidth(column, 1500);
+  bench->grid.SetRows(32);
+  bench->grid.SetCell(31, 0, "31");
+  screen.desktop.Flush();
+  EXPECT_EQ(table.rowCount(), 31);
+  EXPECT_EQ(table.item(30, 0)->text(), "31");
+  table.setColumnWidth(0, 200);
+  bench->grid.SetRows(2);
+  screen.desktop.Flush();
+  EXPECT_EQ(table.rowCount(), 1);
+  EXPECT_EQ(table.columnWidth(0), 200) << "the operator's own width stays";
+  bench->grid.SetRows(0);
+  screen.desktop.Flush();
+  EXPECT_EQ(table.rowCount(), 0);
+}
+
+TEST_F(BindingTest, AHandlerThatBreaksOffIsToldAndAllElseGoesOn) {
+  const std::string path = FromQt(screen.folder.filePath("kept.ini"));
+  const auto read = [&] {
+    QFile file(ToQt(path));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+  };
+  std::vector<std::string> told;
+  screen.desktop.on_failure = [&](const std::string& what) { told.push_back(what); };
+  bool fails = false;
+  bench->button.on_click = [&] {
+    const FileError error = ChangeProfile(screen.machine.files, path, false, [&](ProfileFile& profile) {
+      profile.SetString("A", "KEY", fails ? "half" : "whole");
+      if (fails) throw std::out_of_range("no such cell");
+    });
+    EXPECT_EQ(error, FileError::kGood);
+  };
+  screen.hands.Click("Bench", "button");
+  const QByteArray before = read();
+  EXPECT_TRUE(before.contains("KEY=whole"));
+  fails = true;
+  screen.hands.Click("Bench", "button");
+  EXPECT_EQ(told, (std::vector<std::string>{"no such cell"}));
+  EXPECT_EQ(read(), before);
+  EXPECT_EQ(QDir(screen.folder.path()).entryList(QDir::Files), QStringList{"kept.ini"});
+  fails = false;
+  screen.hands.Click("Bench", "button");
+  EXPECT_EQ(told.size(), 1u) << "nothing more to tell";
 }
 
 TEST_F(BindingTest, TheWheelLeavesAListWithoutFocusAlone) {

@@ -13,7 +13,8 @@
 
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
-#include "pages/page.h"
+#include "resources/string_table.h"
+#include "resources/text_ids.h"
 #include "shell/mdi_form1.h"
 #include "tour/hands.h"
 
@@ -39,7 +40,7 @@ class ProgramTest : public testing::TestWithParam<int> {
     frame.Show();
     hands.Window("MDIForm1").resize(1280, 800);
     Form& form = app.windows.Load(name);
-    if (auto* page = dynamic_cast<PageForm*>(&form)) page->FrmInit();
+    form.RunHook(&FormHooks::FrmInit);
     form.Show();
     hands.Window(name);
     QApplication::processEvents();
@@ -87,6 +88,85 @@ TEST_P(ProgramTest, EveryControlHasItsPlaceAndNothingIsCutOff) {
     }
     if (name != "MDIForm1") app.windows.Unload(name);
   }
+}
+
+// The widest text that a field is made for: as many digits as may be typed, else a total with its sign.
+std::string WidestText(const TextBox& box) {
+  return box.MaxLength() > 0 ? std::string(static_cast<std::size_t>(box.MaxLength()), '8')
+                             : "-12345678.12345";
+}
+
+// Frame and margins around the text of a field.
+int TextRoom(const QLineEdit& field) {
+  constexpr int kBesideText = 2 * (2 + 2);
+  return field.width() - kBesideText;
+}
+
+TEST_P(ProgramTest, FieldsHaveRoomForTheWidestValueOrTellIt) {
+  for (const std::string& name : app.windows.RegisteredNames()) {
+    SCOPED_TRACE(name);
+    Form& form = Open(name);
+    for (Control* control : form.Controls()) {
+      if (control->Kind() != ControlKind::kTextBox) continue;
+      auto& box = static_cast<TextBox&>(*control);
+      const std::string text = WidestText(box);
+      box.on_change = nullptr;
+      box.SetText(text);
+      auto* field = hands.Window(name).findChild<QLineEdit*>(ToQt(box.FullName()));
+      ASSERT_NE(field, nullptr) << box.FullName();
+      field->clearFocus();
+      program.Screen().Flush();
+      EXPECT_EQ(FromQt(field->text()), text) << box.FullName() << " holds less than the logic";
+      const bool fits = field->fontMetrics().horizontalAdvance(field->text()) <= TextRoom(*field);
+      const bool told = field->toolTip().startsWith(field->text()) && field->cursorPosition() == 0;
+      EXPECT_TRUE(fits || told) << box.FullName();
+      const bool measured =
+          name == "Form9" && box.MaxLength() == 0 && box.Name().starts_with("txt") && box.Name() != "txtRAS";
+      EXPECT_TRUE(fits || !measured) << box.FullName() << " " << TextRoom(*field);
+    }
+    if (name != "MDIForm1") app.windows.Unload(name);
+  }
+}
+
+TEST_P(ProgramTest, TheMainWindowComesBackWhereItWasLeft) {
+  const QString path = folder.filePath("VLT.ini");
+  BoxAnswers boxes;
+  boxes.Lay(app.Text(4500), false);
+  Open("Form10");
+  QWidget& window = *hands.Window("MDIForm1").window();
+  const QRect left(6, 80, 780, 640);
+  window.setMinimumSize(400, 300);
+  window.setGeometry(left);
+  EXPECT_FALSE(QFile::exists(path)) << "kept at the end only";
+  window.close();
+  EXPECT_TRUE(program.IsEnding());
+  ForgetEnd();
+  Program next(FromQt(folder.path()));
+  next.Logic().state.ModelCode = "M627";
+  MainWindow(next.Logic()).Show();
+  Hands next_hands(next.Screen());
+  EXPECT_EQ(next_hands.Window("MDIForm1").geometry(), left);
+}
+
+// A small laptop: what has no room is scrolled to, and the status line is always seen.
+TEST_P(ProgramTest, ASmallScreenScrollsPagesAndKeepsTheStatusLine) {
+  Open("Form9");
+  QWidget& window = *hands.Window("MDIForm1").window();
+  window.resize(1354, 724);
+  QApplication::processEvents();
+  EXPECT_EQ(window.size(), QSize(1354, 724)) << "nothing in it asks for more";
+  const QWidget& status = hands.Widget("MDIForm1", "StatusBar1");
+  EXPECT_LE(status.mapTo(&window, status.rect().bottomRight()).y(), window.height());
+  EXPECT_FALSE(status.visibleRegion().isEmpty());
+}
+
+TEST_P(ProgramTest, AFaultBesideTheHandlersIsToldToo) {
+  Open("Form10");
+  BoxAnswers boxes;
+  boxes.Lay(FormatText(app.Text(text::kHandlerFault), {"no room"}), true);
+  app.platform.events.Post([] { throw std::runtime_error("no room"); });
+  EXPECT_TRUE(WaitFor([&] { return boxes.AllGiven(); }));
+  EXPECT_TRUE(boxes.trouble.empty());
 }
 
 TEST_P(ProgramTest, ClosingIsRefusedWhileAnExchangeRuns) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "support/test_app.h"
+#include "window/chart.h"
 #include "window/form.h"
 
 namespace vlt::test {
@@ -13,9 +14,16 @@ class Sheet : public Form {
     notes_.push_back("made");
   }
   ~Sheet() override { notes_.push_back("gone"); }
-  void Form_Load() override { notes_.push_back("load"); }
-  void Form_Activate() override { notes_.push_back("activate"); }
+  void Form_Load() override {
+    notes_.push_back("load");
+    Run(on_load);
+  }
+  void Form_Activate() override {
+    notes_.push_back("activate");
+    Run(on_activate);
+  }
   void Form_Unload(int& cancel) override {
+    Run(on_unload);
     cancel = refuse ? -1 : 0;
     notes_.push_back(refuse ? "refuse" : "unload");
   }
@@ -30,20 +38,32 @@ class Sheet : public Form {
   MenuItem menu{*this, "menu"};
   MenuItem item{*this, "item", &menu};
   bool refuse = false;
+  // Each runs once.
+  std::function<void()> on_load;
+  std::function<void()> on_activate;
+  std::function<void()> on_unload;
 
  private:
+  static void Run(std::function<void()>& hook) {
+    if (const auto action = std::exchange(hook, nullptr)) action();
+  }
   std::vector<std::string>& notes_;
 };
 
 class WindowTest : public ::testing::Test {
  protected:
   WindowTest() {
-    windows.Register("Sheet", [this] { return std::make_unique<Sheet>(windows, notes); });
+    windows.Register("Sheet", [this] {
+      auto sheet = std::make_unique<Sheet>(windows, notes);
+      if (on_made) on_made(*sheet);
+      return sheet;
+    });
   }
   Sheet& Load() { return static_cast<Sheet&>(windows.Load("Sheet")); }
 
   VirtualPlatform platform;
   std::vector<std::string> notes;
+  std::function<void(Sheet&)> on_made;
   Windows windows{platform.machine};
 };
 
@@ -146,6 +166,172 @@ TEST_F(WindowTest, OptionsExcludeEachOtherAndListsKeepTheirSelection) {
   EXPECT_EQ(sheet.text.Text(), "ｱｲｳ") << "lengths count characters";
   sheet.text.SetText("12345");
   EXPECT_EQ(sheet.text.Text(), "12345") << "the program's own text is never cut";
+  sheet.text.Type("1245");
+  EXPECT_EQ(sheet.text.Text(), "1245") << "nor what a person leaves of it";
+  sheet.text.Type("12459");
+  EXPECT_EQ(sheet.text.Text(), "124");
+}
+
+TEST_F(WindowTest, GridsGrowAndShrink) {
+  Sheet& sheet = Load();
+  Grid grid(sheet, "grid", 2, 3);
+  const std::string texts[] = {"a", "b", "c"};
+  grid.SetRow(1, texts);
+  EXPECT_THROW(grid.SetCell(2, 0, "x"), std::out_of_range);
+  grid.SetRows(32);
+  grid.SetCell(31, 2, "last");
+  EXPECT_EQ(grid.Cell(1, 1), "b");
+  EXPECT_EQ(grid.Cell(31, 0), "");
+  grid.SetRows(2);
+  grid.SetRows(32);
+  EXPECT_EQ(grid.Cell(31, 2), "") << "what went is gone";
+  EXPECT_EQ(grid.Cell(1, 2), "c");
+}
+
+TEST_F(WindowTest, HolesOfALineLieInThePlacesThatTheyLeave) {
+  const ChartPoint hole;
+  const struct {
+    std::vector<ChartPoint> points;
+    std::vector<double> places;
+  } kCases[] = {
+      {{}, {}},
+      {{hole, hole}, {1, 2}},
+      {{{10, 1}, hole, hole, {16, 1}}, {10, 12, 14, 16}},
+      {{hole, hole, {10, 1}, {12, 1}, hole, hole}, {6, 8, 10, 12, 14, 16}},
+      {{hole, {5, 1}, hole}, {4, 5, 6}},
+      {{{2, 1}, hole, {3, 1}, hole}, {2, 2.5, 3, 3.5}},
+  };
+  for (const auto& [points, places] : kCases) EXPECT_EQ(PlacesOf(points), places);
+}
+
+// A window whose hooks wait, as an exchange does, and events that come meanwhile.
+TEST_F(WindowTest, AWindowOutlivesEventsOfItsOwnHooks) {
+  const auto give_way = [&] { platform.time.RunFor(10); };
+  Sheet& sheet = Load();
+  const auto unload_soon = [&] { platform.time.Post([&] { EXPECT_TRUE(windows.Unload("Sheet")); }); };
+  sheet.on_unload = [&] {
+    unload_soon();
+    give_way();
+    EXPECT_FALSE(windows.Exists(&sheet));
+    sheet.text.SetText("still a live object");
+    sheet.Show();
+    EXPECT_TRUE(windows.VisibleForms().empty()) << "what is unloaded comes back by a load only";
+  };
+  EXPECT_TRUE(windows.Unload("Sheet"));
+  EXPECT_EQ(notes, (Notes{"made", "load", "unload", "unload", "gone"}));
+
+  notes.clear();
+  Sheet& next = Load();
+  next.on_activate = [&] {
+    unload_soon();
+    give_way();
+    EXPECT_EQ(notes.back(), "unload") << "not gone yet";
+  };
+  next.Show();
+  EXPECT_EQ(notes.back(), "gone");
+
+  Sheet& refusing = Load();
+  refusing.refuse = true;
+  refusing.on_unload = [&] {
+    refusing.refuse = false;
+    unload_soon();
+    give_way();
+    refusing.refuse = true;
+  };
+  EXPECT_TRUE(windows.Unload("Sheet")) << "it refused, but was gone by then";
+}
+
+// A folder above adds controls and handlers of its own to a window.
+class Wave : public FormPart {
+ public:
+  Wave(Form& whole, const char* name, std::vector<std::string>& notes)
+      : FormPart(whole), stop(whole, std::string(name) + "Stop"), name_(name), notes_(notes) {}
+  ~Wave() override {
+    // Its window is whole until the part has gone.
+    Note("gone " + static_cast<Sheet&>(Whole()).text.Text());
+  }
+  void Form_Load() override {
+    EXPECT_NE(Whole().Find("text"), nullptr);
+    Note("load");
+  }
+  void Form_Activate() override { Note("activate"); }
+  void Form_Deactivate() override { Note("deactivate"); }
+  void Form_Unload(int& cancel) override {
+    cancel = refuse ? -1 : 0;
+    Note(refuse ? "refuse" : "unload");
+  }
+  void FrmInit() override { Note("captions"); }
+  void Taihi() override { Note("keep"); }
+  void SetteiHannei() override { Note("restore"); }
+  const Control* StopButton() const override { return live ? &stop : nullptr; }
+  bool IsLive() const override { return live; }
+  bool IsChoice(const Control& control) const override { return &control == &stop; }
+
+  PushButton stop;
+  bool refuse = false;
+  bool live = false;
+
+ private:
+  void Note(const std::string& what) { notes_.push_back(name_ + " " + what); }
+  std::string name_;
+  std::vector<std::string>& notes_;
+};
+
+TEST_F(WindowTest, PartsLiveAndAnswerWithTheirWindow) {
+  for (const char* name : {"A", "B"}) {
+    windows.RegisterPart("Sheet",
+                         [this, name](Form& whole) { return std::make_unique<Wave>(whole, name, notes); });
+  }
+  Sheet& sheet = Load();
+  sheet.text.SetText("whole");
+  auto& a = *sheet.Part<Wave>();
+  EXPECT_EQ(sheet.Find("BStop"), sheet.Controls().back());
+  sheet.Show();
+  for (const auto hook :
+       {&FormHooks::FrmInit, &FormHooks::SetteiHannei, &FormHooks::Taihi, &FormHooks::Form_Deactivate}) {
+    sheet.RunHook(hook);
+  }
+  EXPECT_EQ(notes, (Notes{"made", "load", "A load", "B load", "activate", "A activate", "B activate",
+                          "A captions", "B captions", "A restore", "B restore", "A keep", "B keep",
+                          "A deactivate", "B deactivate"}));
+
+  EXPECT_FALSE(sheet.IsLive());
+  EXPECT_EQ(sheet.StopButton(), nullptr);
+  a.live = true;
+  EXPECT_TRUE(sheet.IsLive());
+  EXPECT_EQ(sheet.StopButton(), &a.stop);
+  EXPECT_TRUE(sheet.IsChoice(a.stop));
+  EXPECT_FALSE(sheet.IsChoice(sheet.button));
+  EXPECT_FALSE(sheet.IsMasterBox(sheet.box));
+
+  notes.clear();
+  a.refuse = true;
+  EXPECT_FALSE(windows.Unload("Sheet"));
+  EXPECT_EQ(notes, (Notes{"B unload", "A refuse"})) << "the window itself was not asked yet";
+  a.refuse = false;
+  notes.clear();
+  EXPECT_TRUE(windows.Unload("Sheet"));
+  EXPECT_EQ(notes, (Notes{"B unload", "A unload", "unload", "B gone whole", "A gone whole", "gone"}));
+}
+
+TEST_F(WindowTest, AHandlerThatFailsIsToldAndLeavesAllElseAsItWas) {
+  const auto fail = [] { throw std::runtime_error("no such cell"); };
+  Sheet& sheet = Load();
+  sheet.button.on_click = fail;
+  EXPECT_THROW(sheet.button.Press(), std::runtime_error) << "nobody is there to be told";
+  std::vector<std::string> told;
+  windows.SetObserver({.failed = [&](const std::string& what) { told.push_back(what); }});
+  EXPECT_TRUE(sheet.button.Press());
+  sheet.timer.on_timer = fail;
+  sheet.timer.SetInterval(10);
+  sheet.timer.SetRunning(true);
+  platform.time.RunFor(20);
+  EXPECT_EQ(told, (Notes{"no such cell", "no such cell", "no such cell"}));
+  windows.Unload("Sheet");
+  on_made = [&](Sheet& made) { made.on_load = fail; };
+  EXPECT_THROW(windows.Load("Sheet"), std::runtime_error);
+  EXPECT_EQ(windows.Find("Sheet"), nullptr) << "no window that is loaded by half";
+  EXPECT_EQ(notes.back(), "gone");
 }
 
 }  // namespace
