@@ -3,6 +3,7 @@
 #include <array>
 
 #include "link/modbus.h"
+#include "state/device_facts.h"
 #include "values/codecs.h"
 #include "values/unit_names.h"
 
@@ -12,7 +13,6 @@ namespace {
 constexpr int kNoAnswer = -1;
 constexpr int kForeignRequest = -2;
 constexpr int kReadHolding = 3;
-constexpr int kTotalUnitWithoutMetric = 8;
 constexpr int kMetricText = 2260;
 constexpr int kEnglishText = 2270;
 
@@ -66,7 +66,7 @@ int AskOwn(App& app, const Query& query, int ch = 0) {
   const auto channel = static_cast<std::size_t>(ch);
   int value = kNoAnswer;
   if (!Ask(app, StationNumber(app), query.address.at(channel), query.mode, value)) return kNoAnswer;
-  if (&query == &kTotalUnit && app.state.UnitFlag == 0 && value == kTotalUnitWithoutMetric) value = 0;
+  if (&query == &kTotalUnit) value = TotalUnitOf(app.state.UnitFlag, value);
   if (query.common != nullptr) app.state.*query.common = value;
   if (query.channel != nullptr) (app.state.*query.channel).at(channel) = value;
   return value;
@@ -100,13 +100,9 @@ int GetHeatTotalUnitAt(App& app, int station) { return AskAt(app, kHeatTotalUnit
 int GetTempUnitAt(App& app, int station) { return AskAt(app, kTempUnit, station); }
 
 int GetSpecClass(App& app) {
-  // Specification numbers below 182 and those a multiple of 100 above 81 are full models.
-  constexpr int kBase = 81;
-  constexpr int kStep = 100;
   int spec = 0;
   if (!Ask(app, StationNumber(app), kSpec.address[0], kSpec.mode, spec)) return kNoAnswer;
-  const int x = spec - kBase;
-  return x > kStep && x % kStep != 0 ? 1 : 0;
+  return SpecClassOf(spec);
 }
 
 int GetPathMode(App& app) {

@@ -20,6 +20,12 @@ std::string TemperatureUnitText(App& app);
 // Of any kind; `channel` counts for the units that each channel has of its own. Empty for UnitKind::kNone.
 std::string UnitText(App& app, UnitKind kind, int channel);
 
+// The same for a meter whose facts are `state`, without touching any list.
+std::string UnitText(const SharedState& state, UnitKind kind, int channel);
+
+// "[mm]" as "mm".
+std::string WithoutBrackets(std::string text);
+
 // A unit that never changes, so that a page need not ask the meter for it.
 constexpr bool IsFixedUnit(UnitKind kind) { return kind >= UnitKind::kPercent; }
 

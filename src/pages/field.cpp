@@ -22,6 +22,13 @@ int IndexOfSlot(const std::string& slot) {
   return number && *number >= 0 && *number < 1000 ? static_cast<int>(*number) : -1;
 }
 
+// A typed number as the file keeps those of four digits; what is no number stays as it is.
+std::string PaddedText(const std::string& text) {
+  const auto number = ParseNumber(text);
+  const bool fits = number && *number > -1e9 && *number < 1e9;
+  return fits ? ZeroPadded(std::stoi(FixedText(*number, 0)), 4) : text;
+}
+
 }  // namespace
 
 Control& Field::Entry() const {
@@ -85,7 +92,10 @@ Field Bind(const Parameter& parameter, CheckBox& box, OptionButton& first, Optio
 }
 
 std::string SlotText(const Field& field) {
-  if (field.text != nullptr) return std::string(Trim(field.text->Text()));
+  if (field.text != nullptr) {
+    const std::string text(Trim(field.text->Text()));
+    return field.parameter->show == Show::kPadded ? PaddedText(text) : text;
+  }
   if (field.text_of_list) return std::string(Trim(field.list->Text()));
   const int selected = field.Selected();
   if (selected < 0 && field.list == nullptr) return field.no_option;

@@ -267,7 +267,7 @@ void ParameterColumn::ReadParameter_Click() {
   ClearMarks();
   read_marks_.clear();
   rules_.ReadBlocks();
-  operation.End(app_.Text(parts_.read_completed) + " " + app_.state.LastErrorText);
+  operation.End(app_.Text(parts_.read_completed) + " " + app_.state.LastErrorText + rules_.ReadRemark());
 }
 
 // A read inside of a set: under its lock and without words of its own.

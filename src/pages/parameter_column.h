@@ -49,6 +49,8 @@ class ColumnRules {
   virtual bool FieldTakesPart(const Field& field) { return field.Ticked(); }
   // A field has taken the meter's value; `code` is that of a list or of options.
   virtual void FieldWasRead(const Field& field, int code);
+  // What a read that is over adds to its closing words; mostly nothing.
+  virtual std::string ReadRemark() { return {}; }
 
   // --- setting ---
   // Asks what must be asked before a set; false ends it, and nothing was sent.
@@ -124,6 +126,8 @@ class ParameterColumn {
   // Its two halves, for a page that asks something else in between.
   bool FetchBlock(const Block& block, RegisterData& data);
   void ShowBlock(const Block& block, const RegisterData& data);
+  // True while a set reads back what it has written: a read without words of its own.
+  bool IsReadingBack() const { return ReadAfterSet; }
   // True until the first call with this mark in the running read; a read asks each unit at most once.
   bool FirstInThisRead(int mark) { return read_marks_.insert(mark).second; }
 

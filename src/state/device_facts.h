@@ -16,6 +16,21 @@ inline constexpr int kOnePathMode = 0;
 inline constexpr int kTwoPathsMode = 1;
 inline constexpr int kTwoPipesMode = 2;
 
+// The model that a specification number (register 0148H) stands for. Numbers below 182 and those a multiple
+// of 100 above 81 are full models.
+constexpr int SpecClassOf(int specification) {
+  constexpr int kBase = 81;
+  constexpr int kStep = 100;
+  const int x = specification - kBase;
+  return x > kStep && x % kStep != 0 ? kSingleChannelModel : kFullModel;
+}
+
+// The total unit that a code of the meter stands for. Code 8 has no text in metric units and counts as 0.
+constexpr int TotalUnitOf(int unit_flag, int code) {
+  constexpr int kWithoutMetric = 8;
+  return unit_flag == 0 && code == kWithoutMetric ? 0 : code;
+}
+
 constexpr bool IsFullModel(const SharedState& state) { return state.SpecClass == kFullModel; }
 constexpr bool IsSingleChannel(const SharedState& state) { return state.SpecClass == kSingleChannelModel; }
 constexpr bool IsOnTwoPipes(const SharedState& state) { return state.PathMode == kTwoPipesMode; }

@@ -3,10 +3,13 @@
 #include <map>
 #include <set>
 
+#include "meter/details_table.h"
 #include "meter/display_table.h"
+#include "meter/heat_table.h"
 #include "meter/process_table.h"
 #include "meter/range_table.h"
 #include "meter/status_table.h"
+#include "meter/system_table.h"
 #include "meter/total_table.h"
 #include "resources/string_table.h"
 
@@ -15,7 +18,8 @@ namespace {
 
 using Table = std::span<const Parameter>;
 
-const Table kTables[] = {kProcessTable, kRangeTable, kTotalTable, kStatusTable, kDisplayTable};
+const Table kTables[] = {kProcessTable, kRangeTable,  kTotalTable, kStatusTable,
+                         kDisplayTable, kSystemTable, kHeatTable,  kDetailsTable};
 
 // What would go unseen until an operator reads or writes the wrong register.
 TEST(Catalogue, RowsAreDistinctNamedAndLieApart) {

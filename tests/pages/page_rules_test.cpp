@@ -14,7 +14,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5"};
+constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5", "Form6"};
 
 ParameterPage& OpenPage(PageTest& test, const char* name) { return test.Open<ParameterPage>(name); }
 
@@ -27,6 +27,7 @@ TEST(Pages, AMeterOfUnknownShapeHarmsNoPage) {
     ParameterPage& page = OpenPage(test, name);
     EXPECT_EQ(test.app().state.SpecClass, -1);
     page.chkCheck.Tick();
+    if (Control* report = page.Find("Read_All_Set_Data")) static_cast<CheckBox*>(report)->Untick();
     page.ReadParameter.Press();
     page.SetParameter.Press();
     EXPECT_FALSE(test.app().state.UiLocked);

@@ -8,7 +8,7 @@ namespace vlt::test {
 namespace {
 
 constexpr const char* kFile = "/data/pipe 7.ini";
-constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5"};
+constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5", "Form6"};
 
 // What a person sees of every control: text, selection, caption of units.
 using Picture = std::map<std::string, std::string>;
@@ -51,7 +51,8 @@ class RoundTripTest : public ::testing::Test {
     for (const Field& field : FieldsOf(page)) {
       ++number;
       if (field.text != nullptr) {
-        field.text->SetText(std::to_string(number) + ".5");
+        const bool padded = field.parameter->show == Show::kPadded;
+        field.text->SetText(padded ? "00" + std::to_string(number) : std::to_string(number) + ".5");
       } else if (field.list != nullptr) {
         field.list->SetListIndex(field.list->Count() - 1);
       } else {

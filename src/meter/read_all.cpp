@@ -1,0 +1,187 @@
+#include "meter/read_all.h"
+
+#include <numeric>
+#include <utility>
+
+#include "meter/details_table.h"
+#include "meter/display_table.h"
+#include "meter/heat_table.h"
+#include "meter/process_table.h"
+#include "meter/range_table.h"
+#include "meter/status_table.h"
+#include "meter/system_table.h"
+#include "meter/total_table.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kComputedChannel = 2;
+constexpr int kFourthOutput = 3;
+// Where process setting and sensor spacing of CH2 answer a second time: the read-out takes them from here.
+constexpr int kSecondProcess = 0x14D0;
+constexpr int kSecondSpacing = 0x1480;
+constexpr int kFirstChannelName = 182;  // text id; the other channels follow
+
+std::string PlaceName(const App& app, Location location, int index) {
+  switch (location) {
+    case Location::kMeter:
+      return {};
+    case Location::kOutput:
+      return " DO" + std::to_string(index + 1);
+    default:
+      return " " + app.Text(kFirstChannelName + index);
+  }
+}
+
+}  // namespace
+
+const SettingsReader::Step SettingsReader::kSteps[] = {
+    {&SettingsReader::ReadAllSystem, 650, Location::kMeter},
+    {&SettingsReader::ReadAllProcess, 1640, Location::kPipe},
+    {&SettingsReader::ReadAllHeat, 553, Location::kMeter},
+    {&SettingsReader::ReadAllRange, 1170, Location::kChannel},
+    {&SettingsReader::ReadAllTotal, 1610, Location::kChannel},
+    {&SettingsReader::ReadAllStatus, 720, Location::kOutput},
+    {&SettingsReader::ReadAllDetails, 2000, Location::kPath},
+    {&SettingsReader::ReadAllDisplay, 2120, Location::kMeter},
+};
+
+SettingsReader::SettingsReader(App& app, Listener listener) : app_(app), listener_(std::move(listener)) {
+  settings_.facts = app.state;
+  settings_.NoHeatFunction = IsSingle();
+}
+
+bool SettingsReader::IsSingle() const { return IsSingleChannel(settings_.facts); }
+
+bool SettingsReader::ReadAll() {
+  for (const Step& step : kSteps) {
+    Run(step);
+    if (stopped_) return false;
+  }
+  return true;
+}
+
+int SettingsReader::PlacesOf(const Step& step) const {
+  if (step.read == &SettingsReader::ReadAllHeat && settings_.NoHeatFunction) return 0;
+  return LocationCount(step.location, settings_.facts);
+}
+
+void SettingsReader::Run(const Step& step) {
+  bool failed = false;
+  for (int index = 0; index < PlacesOf(step); ++index) {
+    Announce(step, index);
+    if (!(this->*step.read)(index)) failed = true;
+    if (stopped_) return;
+  }
+  if (failed) listener_.failed();
+}
+
+void SettingsReader::Announce(const Step& step, int index) {
+  const int count = std::accumulate(std::begin(kSteps), std::end(kSteps), 0,
+                                    [this](int sum, const Step& each) { return sum + PlacesOf(each); });
+  listener_.began(++number_, count, app_.Text(step.title) + PlaceName(app_, step.location, index));
+}
+
+bool SettingsReader::Read(const Block& block, int index) {
+  return ReadFrom(SpanOf(block, index).address, block, index);
+}
+
+bool SettingsReader::ReadFrom(int at, const Block& block, int index) {
+  if (stopped_ || listener_.stop()) {
+    stopped_ = true;
+    return false;
+  }
+  RegisterSpan span = SpanOf(block, index);
+  const int address = std::exchange(span.address, at);
+  RegisterData data;
+  if (!ReadRegisters(app_, span, data)) return false;
+  settings_.registers.Put(span.function, address, std::move(data));
+  return true;
+}
+
+// --- the readers: a failed exchange leaves its registers out, the others are read all the same
+// ----------------
+
+bool SettingsReader::ReadAllSystem(int) {
+  bool good = Read(kFirmwareBlock);
+  for (const Block& block : {kDeviceBlock, kSpecificationBlock, kOperationModeBlock}) {
+    good = Read(block) && good;
+  }
+  LearnDevice();
+  if (IsSingle()) return good;
+  for (const Block& block :
+       {kMeasurementModeBlock, kCalculationBlock, kFirstSourceBlock, kSecondSourceBlock}) {
+    good = Read(block) && good;
+  }
+  LearnDevice();
+  return good;
+}
+
+void SettingsReader::LearnDevice() {
+  const RegisterImage& registers = settings_.registers;
+  SharedState& facts = settings_.facts;
+  facts.UnitFlag = registers.CodeOf(SystemRow("unit"), 0, facts.UnitFlag);
+  facts.OperationMode = registers.CodeOf(SystemRow("operation_mode"), 0, facts.OperationMode);
+  facts.PathMode = registers.CodeOf(SystemRow("measurement_mode"), 0, facts.PathMode);
+  const auto specification = registers.Of(SystemRow("specification"), 0);
+  if (specification.empty()) return;
+  facts.SpecClass = SpecClassOf(CodeAt(SystemRow("specification"), specification, 0));
+  settings_.NoHeatFunction = IsSingle();
+}
+
+bool SettingsReader::ReadAllProcess(int channel) {
+  const bool second = channel == 1;
+  const bool settings = second ? ReadFrom(kSecondProcess, kProcessBlock, channel) : Read(kProcessBlock);
+  const bool spacing = second ? ReadFrom(kSecondSpacing, kSpacingBlock, channel) : Read(kSpacingBlock);
+  return settings && spacing;
+}
+
+bool SettingsReader::ReadAllHeat(int) {
+  const bool good = Read(kHeatBlock);
+  LearnHeat();
+  return good;
+}
+
+void SettingsReader::LearnHeat() {
+  const RegisterImage& registers = settings_.registers;
+  SharedState& facts = settings_.facts;
+  facts.TempUnit = registers.CodeOf(HeatRow("temperature_unit"), 0, facts.TempUnit);
+  facts.HeatFlowUnit = registers.CodeOf(HeatRow("flow_unit"), 0, facts.HeatFlowUnit);
+  facts.HeatTotalUnit = registers.CodeOf(HeatRow("total_unit"), 0, facts.HeatTotalUnit);
+}
+
+bool SettingsReader::ReadAllRange(int channel) {
+  SharedState& facts = settings_.facts;
+  const auto at = static_cast<std::size_t>(channel);
+  bool good = Read(channel == kComputedChannel ? kComputedRangeBlock : kRangeBlock, channel);
+  facts.RangeKind.at(at) = settings_.registers.CodeOf(RangeRow("kind"), channel, facts.RangeKind.at(at));
+  facts.RangeUnit.at(at) = settings_.registers.CodeOf(RangeRow("unit"), channel, facts.RangeUnit.at(at));
+  if (!IsSingle()) good = Read(kThermalRangeBlock) && good;
+  return good;
+}
+
+bool SettingsReader::ReadAllTotal(int channel) {
+  SharedState& facts = settings_.facts;
+  const auto at = static_cast<std::size_t>(channel);
+  bool good = Read(kTotalBlock, channel);
+  const int unit = settings_.registers.CodeOf(TotalRow("unit"), channel, facts.TotalUnit.at(at));
+  facts.TotalUnit.at(at) = TotalUnitOf(facts.UnitFlag, unit);
+  if (!IsSingle()) good = Read(kThermalTotalBlock) && good;
+  return good;
+}
+
+bool SettingsReader::ReadAllStatus(int output) {
+  if (IsSingle()) return Read(kTwoOutputsBlock);
+  bool good = Read(kOutputChannelBlock);
+  good = Read(output == kFourthOutput ? kFourthOutputBlock : kOutputBlock) && good;
+  return Read(kThermalOutputBlock) && good;
+}
+
+bool SettingsReader::ReadAllDetails(int channel) { return Read(kDetailsBlock, channel); }
+
+bool SettingsReader::ReadAllDisplay(int) {
+  const bool good = Read(kDisplayBlock);
+  return IsSingle() ? good : Read(kDisplayChannelBlock) && good;
+}
+
+}  // namespace vlt

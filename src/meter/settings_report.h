@@ -1,0 +1,27 @@
+// The report of all settings of a meter: a CSV file for people and spreadsheets, never read back. Its format
+// is told in docs/report-format.md.
+#pragma once
+
+#include <string>
+
+#include "meter/read_all.h"
+#include "platform/clock.h"
+#include "platform/file_system.h"
+
+namespace vlt {
+
+// A column for each channel and output, for a meter that measures two paths or two pipes, or one column of
+// values for every other.
+enum class ReportForm { kAllChannels, kOneChannel };
+ReportForm ReportFormFor(const SharedState& facts);
+
+// The whole report in the language of the settings' facts. `now` goes into its first line.
+std::string ReportText(const MeterSettings& settings, ReportForm form, const LocalTime& now);
+
+// Write the report of one form, dated by the clock. The file is written whole, or it stays as it was.
+FileError ALL_FileSave(App& app, const MeterSettings& settings, const std::string& file);
+FileError ALL_FileSave_1Path(App& app, const MeterSettings& settings, const std::string& file);
+// The one that the meter asks for.
+FileError SaveReport(App& app, const MeterSettings& settings, const std::string& file);
+
+}  // namespace vlt

@@ -1,0 +1,381 @@
+#include "pages/form6.h"
+
+#include <algorithm>
+
+#include "files/csv_question.h"
+#include "files/file_report.h"
+#include "files/settings_file.h"
+#include "link/device_queries.h"
+#include "link/modbus.h"
+#include "meter/settings_report.h"
+#include "meter/system_table.h"
+#include "resources/string_table.h"
+#include "resources/text_ids.h"
+#include "state/form_lock.h"
+#include "values/input_check.h"
+#include "values/number_text.h"
+#include "values/text.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kTwoPipes = 2;     // of MEASUREMENT_MODECombo
+constexpr int kSettleMs = 3000;  // the meter works on its memory
+constexpr int kUnitPanel = 3;
+constexpr int kLanguagePanel = 2;
+constexpr const char* kFactoryUser = "Factory";
+
+// Texts of old.
+constexpr int kSpecificationWarning = 4969;
+constexpr int kSpecificationQuestion = 4970;
+constexpr int kSpecificationChanged = 4968;
+constexpr int kInitQuestion = 4501;
+constexpr int kInitStarted = 3998;
+constexpr int kInitCompleted = 4008;
+constexpr int kReportKind = 4050;
+
+// What an analog output can follow, by measurement mode: flow of CH1 to CH3, then their heat.
+const std::vector<int> kSourcesByMode[] = {{0, 3}, {0, 1, 2, 3, 4, 5}, {0, 1, 2}};
+constexpr int kTwoPathsList = 1;
+
+int IndexIn(const std::vector<int>& codes, int code) {
+  const auto at = std::find(codes.begin(), codes.end(), code);
+  return at == codes.end() ? -1 : static_cast<int>(at - codes.begin());
+}
+
+}  // namespace
+
+Form6::Form6(App& app)
+    : ParameterPage(app, "Form6",
+                    {.title = 650,
+                     .set_started = 3997,
+                     .set_completed = 4007,
+                     .read_started = 4017,
+                     .read_completed = 4027}) {
+  column().SetFields(Table());
+  column().SetWriteOrder({&LANGUAGECombo, &UNIT_SYSTEMCombo, &SYSTEM_MODECombo, &MEASUREMENT_MODECombo,
+                          &CALCULATIONCombo, &A01_OUT_SOURCECombo, &A02_OUT_SOURCECombo, &IDNUM_CONFIGText,
+                          &SPEC_Text});
+  for (TextBox* box : {&IDNUM_CONFIGText, &SPEC_Text}) {
+    box->on_lost_focus = [this, box] { CheckFourDigits(*box); };
+  }
+  MEASUREMENT_MODECombo.on_click = [this] { MEASUREMENT_MODECombo_Click(); };
+  CommandMemoryInit.on_click = [this] { CommandMemoryInit_Click(); };
+  Save_As.on_click = [this] { Save_As_Click(); };
+  Read_All_Set_Data.on_click = [this] { Read_All_Set_Data_Click(); };
+  cmdStopReadAll.on_click = [this] { cmdStopReadAll_Click(); };
+  FileName.SetLocked(true);
+  cmdStopReadAll.SetEnabled(false);
+}
+
+std::vector<Field> Form6::Table() {
+  return {
+      Bind(SystemRow("unit"), UNIT_SYSTEM, UNIT_SYSTEMCombo),
+      Bind(SystemRow("language"), LANGUAGE, LANGUAGECombo),
+      Bind(SystemRow("id_number"), IDNUM_CONFIGCheck, IDNUM_CONFIGText),
+      Bind(SystemRow("specification"), SPEC, SPEC_Text),
+      Bind(SystemRow("version"), chkVersionInfo, CONTROL_BOARDText),
+      Bind(SystemRow("type"), chkVersionInfo, txtType),
+      Bind(SystemRow("operation_mode"), SYSTEM_MODECheck, SYSTEM_MODECombo),
+      Bind(SystemRow("measurement_mode"), MEASUREMENT_MODECheck, MEASUREMENT_MODECombo),
+      Bind(SystemRow("calculation"), CALCULATIONCheck, CALCULATIONCombo),
+      SourceField(SystemRow("ao1_source"), A01_OUT_SOURCE, A01_OUT_SOURCECombo),
+      SourceField(SystemRow("ao2_source"), A02_OUT_SOURCE, A02_OUT_SOURCECombo),
+  };
+}
+
+Field Form6::SourceField(const Parameter& row, CheckBox& box, ComboBox& list) {
+  Field field = Bind(row, box, list);
+  field.code_of_index = [this](int index) { return listed_sources_.at(static_cast<std::size_t>(index)); };
+  field.index_of_code = [this](int code) { return IndexIn(listed_sources_, code); };
+  return field;
+}
+
+// --- life of the page --------------------------------------------------------------------------------------
+
+void Form6::BuildLists() {
+  ParameterPage::BuildLists();
+  listed_sources_.clear();
+  RebuildOutSourceLists();
+}
+
+void Form6::Form_Load() {
+  ParameterPage::Form_Load();
+  Read_All_Set_Data_Click();
+}
+
+void Form6::SetteiHannei() {
+  for (const Field& field : column().Fields()) {
+    if (!app().slots[field.parameter->slot].empty()) column().RestoreEntry(field);
+  }
+}
+
+void Form6::Form_Activate() {
+  config_ = AskChannelConfig(app(), *this);
+  EnableMeasureSetup();
+  RebuildOutSourceLists();
+  ParameterPage::Form_Activate();
+}
+
+void Form6::EnableCommands(bool enabled) {
+  ParameterPage::EnableCommands(enabled);
+  CommandMemoryInit.SetEnabled(enabled);
+  Save_As.SetEnabled(enabled);
+}
+
+void Form6::C06_SYSTEM_FrmInit() {
+  SetPageCaptions({{&Frame8, 401},
+                   {&FrameMemory, 1685},
+                   {&CommandMemoryInit, 1686},
+                   {&Read_All_Set_Data, 1700},
+                   {&Label3, 1010},
+                   {&Save_As, 2150},
+                   {&cmdStopReadAll, text::kStop}});
+}
+
+// --- boxes and lists ---------------------------------------------------------------------------------------
+
+bool Form6::AnythingSelected() { return IsAnyChecked(*this); }
+
+std::vector<CheckBox*> Form6::Boxes() {
+  std::vector<CheckBox*> boxes = column().DistinctBoxes();
+  std::erase(boxes, &SPEC);
+  boxes.push_back(&Read_All_Set_Data);
+  return boxes;
+}
+
+void Form6::All_OnOff(int value) {
+  // A new specification costs the meter's memory: it is never ticked in passing, but by the factory.
+  if (value != 1 || app().state.UserInfo == kFactoryUser) SPEC.SetValue(value == 1 ? 1 : 0);
+  column().TickAll(value);
+}
+
+void Form6::Text_Box_Enable() {
+  ColumnRules::Text_Box_Enable();
+  SPEC_Text.SetEnabled(SPEC.Ticked());
+}
+
+void Form6::BoxClicked(CheckBox& box) {
+  if (&box == &MEASUREMENT_MODECheck) return MEASUREMENT_MODECheck_Click();
+  column().FollowBox(box);
+}
+
+void Form6::MEASUREMENT_MODECheck_Click() {
+  column().FollowBox(MEASUREMENT_MODECheck);
+  if (MEASUREMENT_MODECheck.Ticked()) {
+    MEASUREMENT_MODECombo_Click();
+  } else {
+    CALCULATIONCheck.SetValue(0);
+    Depend(CALCULATIONCheck, CALCULATIONCombo, false);
+  }
+}
+
+void Form6::MEASUREMENT_MODECombo_Click() {
+  const int mode = MEASUREMENT_MODECombo.ListIndex();
+  const bool two_pipes = mode < 0 ? config_ == ChannelConfig::kTwoPipes : mode == kTwoPipes;
+  Depend(CALCULATIONCheck, CALCULATIONCombo, two_pipes && !IsSingleChannel(app().state));
+  RebuildOutSourceLists();
+}
+
+void Form6::EnableMeasureSetup() {
+  const bool on = !IsSingleChannel(app().state);
+  Frame8.SetEnabled(on);
+  for (const Control* entry :
+       {&MEASUREMENT_MODECombo, &CALCULATIONCombo, &A01_OUT_SOURCECombo, &A02_OUT_SOURCECombo}) {
+    const Field& field = column().FieldOf(*entry);
+    if (!on) field.box->SetValue(0);
+    const bool calculation = entry == &CALCULATIONCombo;
+    Depend(*field.box, *field.list, on && (!calculation || config_ == ChannelConfig::kTwoPipes));
+  }
+}
+
+// Before a mode is known from the page, that of the meter counts, and before that every source is offered.
+std::vector<int> Form6::OutSourceCodes() const {
+  int mode = MEASUREMENT_MODECombo.ListIndex();
+  if (mode < 0) mode = config_ == ChannelConfig::kUnknown ? kTwoPathsList : static_cast<int>(config_) - 1;
+  return kSourcesByMode[mode];
+}
+
+void Form6::RebuildOutSourceLists() {
+  const std::vector<int> codes = OutSourceCodes();
+  if (codes == listed_sources_) return;
+  const std::vector<std::string> names = ListTexts(app().Codes(), SystemRow("ao1_source").codes);
+  std::vector<std::string> items;
+  for (const int code : codes) items.push_back(names.at(static_cast<std::size_t>(code)));
+  for (ComboBox* list : {&A01_OUT_SOURCECombo, &A02_OUT_SOURCECombo}) {
+    const int index = list->ListIndex();
+    const bool known = index >= 0 && index < static_cast<int>(listed_sources_.size());
+    const int code = known ? listed_sources_[static_cast<std::size_t>(index)] : -1;
+    FillList(*list, items);
+    list->SetListIndex(IndexIn(codes, code));
+  }
+  listed_sources_ = codes;
+}
+
+// These two are emptied when they hold no number.
+void Form6::CheckFourDigits(TextBox& box) {
+  if (IsNumericText(box.Text(), static_cast<int>(CharCount(box.Text()))) >= 0) return;
+  box.SetText("");
+  app().Show(app().Text(text::kNotANumber));
+  box.SetFocus();
+}
+
+// --- reading -----------------------------------------------------------------------------------------------
+
+void Form6::ReadBlocks() {
+  remark_.clear();
+  config_ = AskChannelConfig(app());
+  EnableMeasureSetup();
+  RebuildOutSourceLists();
+  if (UNIT_SYSTEM.Ticked() || LANGUAGE.Ticked() || IDNUM_CONFIGCheck.Ticked()) {
+    column().ReadBlock(kDeviceBlock);
+  }
+  if (SPEC.Ticked()) column().ReadBlock(kSpecificationBlock);
+  if (chkVersionInfo.Ticked()) {
+    column().ReadBlock(kVersionBlock);
+    column().ReadBlock(kTypeBlock);
+  }
+  ReadMeasureSetup();
+  if (Read_All_Set_Data.Ticked() && !SilentRead()) ReadAll();
+}
+
+void Form6::ReadMeasureSetup() {
+  const struct {
+    const CheckBox& box;
+    const Block& block;
+  } kReads[] = {{SYSTEM_MODECheck, kOperationModeBlock},
+                {MEASUREMENT_MODECheck, kMeasurementModeBlock},
+                {CALCULATIONCheck, kCalculationBlock},
+                {A01_OUT_SOURCE, kFirstSourceBlock},
+                {A02_OUT_SOURCE, kSecondSourceBlock}};
+  for (const auto& read : kReads) {
+    if (read.box.Enabled() && read.box.Ticked()) column().ReadBlock(read.block);
+  }
+}
+
+// A list that has a read of its own shows nothing when that fails; the others keep what they show.
+void Form6::BlockFailed(const Block& block) {
+  if (block.count != 1) return;
+  for (const Field& field : column().Fields()) {
+    if (field.list != nullptr && field.parameter->address == block.address) field.Select(-1);
+  }
+}
+
+void Form6::FieldWasRead(const Field& field, int code) {
+  if (field.list == &UNIT_SYSTEMCombo) UnitWasRead(code);
+  if (field.list == &LANGUAGECombo) LanguageWasRead(code);
+  if (field.list == &SYSTEM_MODECombo) app().state.OperationMode = code;
+}
+
+// What the pages keep of units is asked anew.
+void Form6::UnitWasRead(int unit_flag) {
+  app().state.UnitFlag = unit_flag;
+  if (app().frame != nullptr) {
+    const std::vector<std::string> names = ListTexts(app().Codes(), SystemRow("unit").codes);
+    app().frame->Status().SetPanel(kUnitPanel, names[unit_flag == 0 ? 0 : 1]);
+  }
+  const bool single = IsSingleChannel(app().state);
+  for (int channel = 0; channel < (single ? 1 : kChannels); ++channel) {
+    GetRangeUnit(app(), channel);
+    ClearFlowCache(app());
+    GetTotalUnit(app(), channel);
+    ClearTotalCache(app());
+  }
+  BuildBaseUnitNames(app());
+  ClearProcessCache(app());
+  if (single) return;
+  GetHeatFlowUnit(app());
+  ClearHeatFlowCache(app());
+  GetHeatTotalUnit(app());
+  ClearHeatTotalCache(app());
+  GetTempUnit(app());
+  ClearTempCache(app());
+}
+
+void Form6::LanguageWasRead(int language) {
+  app().state.SystemLangFlag = language;
+  const std::string name = CodeToText(app().Codes(), SystemRow("language").codes, language);
+  if (!name.empty() && app().frame != nullptr) app().frame->Status().SetPanel(kLanguagePanel, name);
+}
+
+// --- setting -----------------------------------------------------------------------------------------------
+
+bool Form6::MaySet() {
+  specification_changed_ = false;
+  if (!SPEC.Ticked() || Trim(SPEC_Text.Text()).empty()) return true;
+  return app().AskYesNo(app().Text(kSpecificationWarning) + "\n" + app().Text(kSpecificationQuestion),
+                        MessageIcon::kQuestion);
+}
+
+void Form6::PlanWrites(WritePlan& plan) {
+  for (const Control* entry : column().WriteOrder()) {
+    const Field& field = column().FieldOf(*entry);
+    if (ExistsIn(*field.parameter, app().state, 0)) column().PlanField(plan, field);
+  }
+}
+
+void Form6::WriteProven(const PlannedWrite& write) {
+  if (write.field != &column().FieldOf(SPEC_Text)) return;
+  specification_changed_ = true;
+  WaitMs(app(), kSettleMs);
+  app().windows.SetMousePointer(kNormalPointer);
+  app().Show(app().Text(kSpecificationChanged));
+}
+
+void Form6::CommandMemoryInit_Click() {
+  if (!app().AskOkCancel(app().Text(kInitQuestion))) return;
+  Operation operation(app(), *this, CommandMemoryInit.Name(), kInitStarted);
+  if (!operation.OpenPortOrTell()) return;
+  // The meter begins at once and may not answer any more: the reply says nothing.
+  WriteRegister(app(), kMemoryInitRegister, kMemoryInitValue);
+  WaitMs(app(), kSettleMs);
+  operation.ShowNormalPointer();
+  app().Show(app().Text(kInitCompleted));
+  operation.End(app().Text(kInitCompleted));
+}
+
+// --- all settings ------------------------------------------------------------------------------------------
+
+void Form6::Save_As_Click() {
+  if (const auto file = AskCsvFile(app(), {.kind = kReportKind, .all_files = false})) FileName.SetText(*file);
+}
+
+void Form6::Read_All_Set_Data_Click() {
+  for (Control* control : {static_cast<Control*>(&Label3), static_cast<Control*>(&FileName),
+                           static_cast<Control*>(&Save_As), static_cast<Control*>(&cmdStopReadAll)}) {
+    control->SetVisible(Read_All_Set_Data.Ticked());
+  }
+}
+
+void Form6::ReadAll() {
+  const std::string file(Trim(FileName.Text()));
+  stop_requested_ = false;
+  cmdStopReadAll.SetEnabled(true);
+  SettingsReader reader(
+      app(),
+      {.began = [this](int number, int count, const std::string& what) { ShowProgress(number, count, what); },
+       .failed = [this] { app().Show(app().Text(text::kCommunicationError), MessageIcon::kStop); },
+       .stop = [this] { return stop_requested_; }});
+  const bool whole = reader.ReadAll();
+  cmdStopReadAll.SetEnabled(false);
+  remark_ = whole ? SaveReportTo(file, reader.Settings()) : app().Text(text::kReadAllStopped);
+}
+
+void Form6::ShowProgress(int number, int count, const std::string& what) {
+  app().Status(
+      FormatText(app().Text(text::kReadAllProgress), {std::to_string(number), std::to_string(count), what}));
+}
+
+std::string Form6::SaveReportTo(const std::string& file, const MeterSettings& settings) {
+  if (file.empty()) return app().Text(text::kNoReportName);
+  const FileError error = SaveReport(app(), settings, file);
+  if (error == FileError::kGood) return {};
+  return FormatText(app().Text(text::kFileNotWritten),
+                    {LastComponent(file), app().Text(NotWrittenReason(error))});
+}
+
+std::string Form6::ReadRemark() {
+  return remark_.empty() ? remark_ : (app().state.LastErrorText.empty() ? "" : " ") + remark_;
+}
+
+}  // namespace vlt

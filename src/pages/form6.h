@@ -1,0 +1,108 @@
+// System: what concerns the meter as a whole, its identification, the memory initialisation, and the read-out
+// of all settings into a report.
+#pragma once
+
+#include "link/quiet_query.h"
+#include "meter/read_all.h"
+#include "pages/parameter_page.h"
+
+namespace vlt {
+
+class Form6 : public ParameterPage {
+ public:
+  explicit Form6(App& app);
+
+  void C06_SYSTEM_FrmInit();
+  void FrmInit() override { C06_SYSTEM_FrmInit(); }
+  void Taihi_Form6() { ParameterPage::Taihi(); }
+  void Taihi() override { Taihi_Form6(); }
+  // Empty slots leave their controls alone.
+  void SetteiHannei() override;
+  void Form_Load() override;
+  void Form_Activate() override;
+  void All_OnOff(int value) override;
+  void Text_Box_Enable() override;
+  // Ends the read-out of all settings.
+  const Control* StopButton() const override { return &cmdStopReadAll; }
+
+  CheckBox UNIT_SYSTEM{*this, "UNIT_SYSTEM"};
+  ComboBox UNIT_SYSTEMCombo{*this, "UNIT_SYSTEMCombo"};
+  CheckBox LANGUAGE{*this, "LANGUAGE"};
+  ComboBox LANGUAGECombo{*this, "LANGUAGECombo"};
+  CheckBox IDNUM_CONFIGCheck{*this, "IDNUM_CONFIGCheck"};
+  TextBox IDNUM_CONFIGText{*this, "IDNUM_CONFIGText"};
+  CheckBox SPEC{*this, "SPEC"};
+  TextBox SPEC_Text{*this, "SPEC_Text"};
+  CheckBox chkVersionInfo{*this, "chkVersionInfo"};
+  TextBox CONTROL_BOARDText{*this, "CONTROL_BOARDText"};
+  TextBox txtType{*this, "txtType"};
+  CheckBox SYSTEM_MODECheck{*this, "SYSTEM_MODECheck"};
+  ComboBox SYSTEM_MODECombo{*this, "SYSTEM_MODECombo"};
+
+  FrameBox Frame8{*this, "Frame8"};  // measure setup
+  CheckBox MEASUREMENT_MODECheck{*this, "MEASUREMENT_MODECheck"};
+  ComboBox MEASUREMENT_MODECombo{*this, "MEASUREMENT_MODECombo"};
+  CheckBox CALCULATIONCheck{*this, "CALCULATIONCheck"};
+  ComboBox CALCULATIONCombo{*this, "CALCULATIONCombo"};
+  CheckBox A01_OUT_SOURCE{*this, "A01_OUT_SOURCE"};
+  ComboBox A01_OUT_SOURCECombo{*this, "A01_OUT_SOURCECombo"};
+  CheckBox A02_OUT_SOURCE{*this, "A02_OUT_SOURCE"};
+  ComboBox A02_OUT_SOURCECombo{*this, "A02_OUT_SOURCECombo"};
+
+  FrameBox FrameMemory{*this, "FrameMemory"};
+  PushButton CommandMemoryInit{*this, "CommandMemoryInit"};
+
+  CheckBox Read_All_Set_Data{*this, "Read_All_Set_Data"};
+  Label Label3{*this, "Label3"};
+  TextBox FileName{*this, "FileName"};  // shows what Save_As has chosen
+  PushButton Save_As{*this, "Save_As"};
+  PushButton cmdStopReadAll{*this, "cmdStopReadAll"};
+
+ private:
+  std::vector<Field> Table();
+  Field SourceField(const Parameter& row, CheckBox& box, ComboBox& list);
+  void BuildLists() override;
+  void EnableCommands(bool enabled) override;
+  bool AnythingSelected() override;
+  std::vector<CheckBox*> Boxes() override;
+  void BoxClicked(CheckBox& box) override;
+  void ReadBlocks() override;
+  void ReadMeasureSetup();
+  void BlockFailed(const Block& block) override;
+  void FieldWasRead(const Field& field, int code) override;
+  std::string ReadRemark() override;
+  bool MaySet() override;
+  void PlanWrites(WritePlan& plan) override;
+  void WriteProven(const PlannedWrite& write) override;
+  bool ReadsBack() override { return !specification_changed_; }
+
+  void UnitWasRead(int unit_flag);
+  void LanguageWasRead(int language);
+  void EnableMeasureSetup();
+  void MEASUREMENT_MODECheck_Click();
+  void MEASUREMENT_MODECombo_Click();
+  // The sources that the measurement mode offers, each list keeping its selection where it can.
+  void RebuildOutSourceLists();
+  // Their codes, in the order of the lists.
+  std::vector<int> OutSourceCodes() const;
+  void CheckFourDigits(TextBox& box);
+
+  void CommandMemoryInit_Click();
+  void Save_As_Click();
+  void Read_All_Set_Data_Click();
+  void cmdStopReadAll_Click() { stop_requested_ = true; }
+  void ReadAll();
+  void ShowProgress(int number, int count, const std::string& what);
+  // Why there is no report; empty when there is one.
+  std::string SaveReportTo(const std::string& file, const MeterSettings& settings);
+
+  bool SilentRead() const { return column().IsReadingBack(); }
+
+  ChannelConfig config_ = ChannelConfig::kUnknown;
+  std::vector<int> listed_sources_;  // codes that the source lists hold
+  bool specification_changed_ = false;
+  bool stop_requested_ = false;
+  std::string remark_;  // of the running read
+};
+
+}  // namespace vlt
