@@ -13,6 +13,7 @@ class RegisterImage {
  public:
   // The contents of registers from `address` on.
   void Put(ReadFunction function, int address, RegisterData data);
+  bool Empty() const { return pieces_.empty(); }
   // The bytes of a parameter of a channel or output; none when they were not all read.
   std::span<const std::uint8_t> Of(const Parameter& parameter, int index) const;
   // The code of a parameter, or `absent`.

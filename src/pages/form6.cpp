@@ -189,11 +189,12 @@ void Form6::EnableMeasureSetup() {
   }
 }
 
-// Before a mode is known from the page, that of the meter counts, and before that every source is offered.
+// While the page shows no mode, that of the meter counts, and of an unknown meter every source is offered.
 std::vector<int> Form6::OutSourceCodes() const {
-  int mode = MEASUREMENT_MODECombo.ListIndex();
-  if (mode < 0) mode = config_ == ChannelConfig::kUnknown ? kTwoPathsList : static_cast<int>(config_) - 1;
-  return kSourcesByMode[mode];
+  const int mode = MEASUREMENT_MODECombo.ListIndex();
+  if (mode >= 0) return kSourcesByMode[mode];
+  const ChannelConfig known = KnownChannelConfig(app().state);
+  return kSourcesByMode[known == ChannelConfig::kUnknown ? kTwoPathsList : static_cast<int>(known) - 1];
 }
 
 void Form6::RebuildOutSourceLists() {
@@ -368,6 +369,8 @@ void Form6::ShowProgress(int number, int count, const std::string& what) {
 
 std::string Form6::SaveReportTo(const std::string& file, const MeterSettings& settings) {
   if (file.empty()) return app().Text(text::kNoReportName);
+  // A meter that is not there leaves an older report alone.
+  if (settings.registers.Empty()) return app().Text(text::kNothingRead);
   const FileError error = SaveReport(app(), settings, file);
   if (error == FileError::kGood) return {};
   return FormatText(app().Text(text::kFileNotWritten),

@@ -49,10 +49,12 @@ TEST(Form6, ReadsInItsOrderWhatTheMeterHas) {
     page.Read_All_Set_Data.Untick();
     ASSERT_TRUE(page.SPEC.Ticked());
     page.ReadParameter.Press();
-    EXPECT_EQ(
-        test.Requests(),
-        Joined(
-            {Config(shape), {"03 01 00 00 03"}, Units(shape), {"03 01 48 00 01"}, kVersion, SetupReads(shape)}));
+    EXPECT_EQ(test.Requests(), Joined({Config(shape),
+                                       {"03 01 00 00 03"},
+                                       Units(shape),
+                                       {"03 01 48 00 01"},
+                                       kVersion,
+                                       SetupReads(shape)}));
     EXPECT_EQ(test.test.StatusText(), "Reading of system was completed ");
     EXPECT_EQ(page.UNIT_SYSTEMCombo.ListIndex(), shape.unit_system);
     EXPECT_EQ(page.LANGUAGECombo.Text(), "ENGLISH");
@@ -311,6 +313,16 @@ TEST(Form6, SlotsKeepFourDigitsAndEmptyOnesLeaveTheControls) {
   page.SetteiHannei();
   EXPECT_EQ(page.LANGUAGECombo.ListIndex(), 4);
   EXPECT_EQ(page.A01_OUT_SOURCECombo.Text(), "CH3:THERMAL FLOW");
+}
+
+TEST(Form6, ASourceComesBackThoughTheModeWasNeverRead) {
+  PageTest test(kOnePath);
+  Form6& page = Open(test);
+  page.A01_OUT_SOURCE.Tick();
+  page.A01_OUT_SOURCECombo.Choose(1);
+  ASSERT_EQ(page.A01_OUT_SOURCECombo.Text(), "CH1:THERMAL FLOW");
+  ASSERT_TRUE(test.app().windows.Unload("Form6"));
+  EXPECT_EQ(Open(test).A01_OUT_SOURCECombo.Text(), "CH1:THERMAL FLOW");
 }
 
 TEST(Form6, VersionBytesThatAreNoCharactersDoNotBreakTheDisplay) {

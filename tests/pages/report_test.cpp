@@ -182,6 +182,20 @@ TEST(ReadAll, AFailedReaderIsToldAndLeavesItsCellsEmpty) {
   EXPECT_TRUE(test.page.ReadParameter.Enabled());
 }
 
+TEST(ReadAll, AMeterThatIsNotThereLeavesAnOlderReportAlone) {
+  ReportTest test(kTwoPipes);
+  test.Files()[kFile] = "an older report";
+  test.test.platform.Arm("silence*ever");
+  constexpr int kReaders = 8;
+  for (int i = 0; i < kReaders; ++i) test.dialogs().Answer(MessageAnswer::kOk);
+  test.page.ReadParameter.Press();
+  EXPECT_EQ(test.dialogs().TakeTexts().size(), std::size_t{kReaders});
+  EXPECT_TRUE(test.test.StatusText().ends_with("No file was written: nothing could be read"));
+  EXPECT_EQ(test.Files()[kFile], "an older report");
+  EXPECT_FALSE(test.app().state.UiLocked);
+  EXPECT_TRUE(test.page.ReadParameter.Enabled());
+}
+
 TEST(ReadAll, ShowsHowFarItIsAndCanBeStopped) {
   ReportTest test(kTwoPipes);
   Form6& page = test.page;
