@@ -58,6 +58,7 @@ void Chart::Reset(std::int64_t count, int series) {
   data.last = 0;
   data.points.clear();
   data.points.shrink_to_fit();
+  ++runs_;
   Touch();
 }
 

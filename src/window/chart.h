@@ -47,7 +47,8 @@ class Chart : public Control {
   // From the first to the last point, without the holes behind the last one that was set.
   std::span<const ChartPoint> Shown(int series = 0) const;
 
-  // So many points, all of them holes; first point 1, last point 0: nothing is shown.
+  // A new run: so many points, all of them holes; first point 1, last point 0: nothing is shown. Who looks at
+  // the chart sees its own axes again.
   void Reset(std::int64_t count, int series = 0);
   void SetFirstPoint(std::int64_t point, int series = 0);
   void SetLastPoint(std::int64_t point, int series = 0);
@@ -72,6 +73,9 @@ class Chart : public Control {
   // The series' name in a legend.
   const std::string& SeriesName(int series) const { return At(series).name; }
   void SetSeriesName(int series, const std::string& name);
+
+  // How many runs have begun.
+  std::uint64_t Runs() const { return runs_; }
 
   // Between Hold and the matching Release the observer is told nothing; Release tells it once when something
   // has changed.
@@ -99,6 +103,7 @@ class Chart : public Control {
   std::vector<Series> series_;
   ChartAxis x_;
   ChartAxis y_;
+  std::uint64_t runs_ = 0;
   int held_ = 0;
   bool dirty_ = false;
   std::uint64_t revision_ = 0;
