@@ -127,6 +127,7 @@ void Form9::Form_Load() {
 }
 
 void Form9::Form_Activate() {
+  // The last tick of a run that was stopped would be taken for a run.
   if (IsEnding()) EndTicks();
   // Looking at the other pages gives way, so a run may have begun meanwhile.
   const bool idle = !app().state.UiLocked && IsMonitorIdle(app()) && !app().state.UiLocked && !run_.Busy();
@@ -140,11 +141,7 @@ void Form9::Form_Activate() {
   });
 }
 
-// A page that is opened before the last tick finds no run.
-void Form9::Form_Deactivate() {
-  if (IsEnding()) EndTicks();
-  SetButtonIdle();
-}
+void Form9::Form_Deactivate() { SetButtonIdle(); }
 
 void Form9::Form_Unload(int&) {
   for (Control* control :

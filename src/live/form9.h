@@ -186,6 +186,7 @@ class Form9 : public PageForm {
   void AskChannelMode();
   void RunStopped(bool may_ask);
   void EndTicks();
+  void WakePageInFront();
   // Stopped, and the last tick is still to come.
   bool IsEnding() const { return Running != 1 && CycleTimer.Running() && !run_.Busy(); }
   void ShowState(int text_id, bool with_error);

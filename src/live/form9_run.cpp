@@ -208,6 +208,7 @@ void Form9::CycleTimer_Timer() {
   if (run_.Busy()) return;
   if (Running != 1) {
     EndTicks();
+    WakePageInFront();
     return;
   }
   if (++CycleCount < CycleSeconds) return;
@@ -223,6 +224,12 @@ void Form9::EndTicks() {
   CycleTimer.SetRunning(false);
   ShowState(kRunEnded, true);
   if (!app().state.AppRunning) app().platform.events.EndProcess();
+}
+
+// A page that was opened since Stop has taken the ticks for a run and its commands are off.
+void Form9::WakePageInFront() {
+  const std::vector<Form*> pages = List().VisiblePages();
+  if (!pages.empty() && pages.back() != this && !app().state.UiLocked) pages.back()->Form_Activate();
 }
 
 void Form9::Stop_Click() {
