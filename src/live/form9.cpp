@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "link/port.h"
-#include "live/form9_busy.h"
 #include "state/form_lock.h"
 #include "values/input_check.h"
 #include "values/number_text.h"
@@ -48,7 +47,10 @@ std::vector<Form9::Scale> Form9::Scales() {
   };
 }
 
-Form9::Form9(App& app) : PageForm(app, "Form9") {
+Form9::Form9(App& app)
+    : PageForm(app, "Form9"),
+      log_(app, [this] { return HeadLines(); }),
+      run_(app, *this, [this](bool may_ask) { RunStopped(may_ask); }) {
   Start.on_click = [this] { Start_Click(); };
   Stop.on_click = [this] { Stop_Click(); };
   SaveCSV.on_click = [this] { SaveCSV_Click(); };
@@ -58,10 +60,7 @@ Form9::Form9(App& app) : PageForm(app, "Form9") {
   for (const Scale& scale : Scales()) {
     scale.box.on_lost_focus = [this, scale] { CheckScale(scale); };
   }
-  for (const auto fields : {MeasuredFields(), HeatFields()}) {
-    for (const MeasureField& field : fields)
-      (this->*field.box).ForEach([](TextBox& b) { b.SetLocked(true); });
-  }
+  for (const Shown& shown : kShown) (this->*shown.box).ForEach([](TextBox& box) { box.SetLocked(true); });
 }
 
 void Form9::C07_KEISOKU_FrmInit() {
@@ -121,34 +120,38 @@ void Form9::Form_Load() {
   C07_KEISOKU_FrmInit();
   SetRunButtons(0);
   RestoreMeasureScales();
+  KeepScales();
   Chart2D1.SetYTitle("[   ]");
   PrepareTrend();
   FillChannelList();
 }
 
 void Form9::Form_Activate() {
+  // The last tick of a run that was stopped would be taken for a run.
+  if (IsEnding()) EndTicks();
   // Looking at the other pages gives way, so a run may have begun meanwhile.
-  const bool idle = !app().state.UiLocked && IsMonitorIdle(app()) && !app().state.UiLocked && !busy_;
+  const bool idle = !app().state.UiLocked && IsMonitorIdle(app()) && !app().state.UiLocked && !run_.Busy();
   Start.SetEnabled(idle);
   SaveCSV.SetEnabled(idle);
-  if (!idle || leaving_) return;
-  const Busy busy(*this);
-  OpenPort(app());
-  AskChannelMode();
-  FillChannelList();
+  if (!idle || run_.Leaving()) return;
+  run_.Ask([this] {
+    OpenPort(app());
+    AskChannelMode();
+    FillChannelList();
+  });
 }
 
 void Form9::Form_Deactivate() { SetButtonIdle(); }
 
 void Form9::Form_Unload(int&) {
-  leaving_ = true;
   for (Control* control :
        std::initializer_list<Control*>{&Start, &SaveCSV, &Frame6, &CH_Combo, &Flow_Combo}) {
     control->SetEnabled(true);
   }
   CycleTimer.SetRunning(false);
   Text_Box_Enable();
-  Stop_Click();
+  if (app().state.PvRunning == 0) app().state.StopRequest = 1;
+  run_.Leave();
   if (IsMonitorIdle(app())) app().state.StopRequest = 1;
   Taihi_Form9();
   if (app().frame == nullptr) return;
@@ -158,6 +161,13 @@ void Form9::Form_Unload(int&) {
 
 void Form9::Taihi_Form9() {
   for (const Scale& scale : Scales()) app().state.*scale.kept = Trim(scale.box.Text());
+}
+
+// What is typed is kept at once: the settings file is written while the page is still open.
+void Form9::KeepScales() {
+  for (const Scale& scale : Scales()) {
+    scale.box.on_change = [this, scale] { app().state.*scale.kept = Trim(scale.box.Text()); };
+  }
 }
 
 void Form9::RestoreMeasureScales() {
