@@ -85,6 +85,15 @@ TEST(Companion, StartShowsTheMainWindowAndTellsItsStatusBar) {
   EXPECT_EQ(session.machine.files.files["/app/VLT.ini"], kIni) << "and saves nothing";
 }
 
+TEST(Companion, ShowTellsWhyTheMeterHasNotTakenAValue) {
+  Session session;
+  EXPECT_EQ(session.Run(kOpenProcess + "tick OUTER_DIAMETER\ntype OUTER_DIAMETERText 1.2.3\n"
+                                       "press SetParameter\nshow OUTER_DIAMETERText\n"),
+            0)
+      << session.trouble;
+  EXPECT_TRUE(session.Told("show\tForm10.OUTER_DIAMETERText\t1.2.3\tenabled\t\tthis is no number"));
+}
+
 TEST(Companion, ARefusedStartNamesFileAndKey) {
   Session session;
   session.machine.files.files["/app/VLT.ini"] =
