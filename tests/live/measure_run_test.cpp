@@ -466,12 +466,11 @@ TEST(MeasureScales, AreOneStoreForThePageAndBothFiles) {
 
 // Pages may be opened beside a run; none of them may take the meter or give the lock away.
 TEST(MeasureInterrupted, PagesOpenedMeanwhileLeaveTheMeterAlone) {
-  const auto buttons = MDIForm1::PageButtons();
-  for (std::size_t i = 0; i < buttons.size(); ++i) {
-    SCOPED_TRACE(buttons[i].page);
+  for (const MDIForm1::PageButton& row : MDIForm1::PageButtons()) {
+    SCOPED_TRACE(row.page);
     Interrupted t;
     t.Run(3010, [&](Interrupted& run) {
-      (MainWindow(run.app()).*buttons[i].button).Press();
+      (MainWindow(run.app()).*row.button).Press();
       EXPECT_TRUE(run.app().state.UiLocked);
     });
     EXPECT_EQ(t.page()->Running, 1);
