@@ -116,9 +116,12 @@ inline constexpr int kNotConnected = 3285;
 inline constexpr int kSimulatedMeter = 3286;
 inline constexpr int kAssignPort = 3287;
 
+// A run of live values. Behind it a blank and why the last exchange failed.
+inline constexpr int kChannelsUnknown = 3300;
+
 // The read-out of all settings. kReadAllProgress: %1 the number of the reader, %2 of how many, %3 what it
 // reads.
-inline constexpr int kReadAllProgress = 3300;
+inline constexpr int kReadAllProgress = 3310;
 inline constexpr int kStop = 3301;
 inline constexpr int kReadAllStopped = 3302;
 inline constexpr int kNoReportName = 3303;
