@@ -4,13 +4,12 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <chrono>
-#include <deque>
 
 #include "files/settings_file.h"
 #include "host/host.h"
+#include "meter_program.h"
 #include "pages/form10.h"
 #include "shell/mdi_form1.h"
 #include "shell/start.h"
@@ -18,45 +17,10 @@
 namespace vlt {
 namespace {
 
-class AnsweringDialogs : public Dialogs {
- public:
-  MessageAnswer Ask(const Message& message) override {
-    texts.push_back(message.text);
-    if (answers.empty()) return MessageAnswer::kCancel;
-    const MessageAnswer answer = answers.front();
-    answers.pop_front();
-    return answer;
-  }
-  std::optional<std::string> AskOpenFile(const FileQuestion&) override { return std::nullopt; }
-  std::optional<std::string> AskSaveFile(const FileQuestion&) override { return std::nullopt; }
-
-  std::deque<MessageAnswer> answers;
-  std::vector<std::string> texts;
-};
-
-// meter-sim on a pseudo-terminal of its own.
-class MeterProgram {
- public:
-  explicit MeterProgram(const QString& log) {
-    process_.start(METER_SIM_PATH, {"--log", log, "speed=38400"});
-    if (!process_.waitForReadyRead(10000)) ADD_FAILURE() << "meter-sim says nothing";
-    port_ = process_.readLine().trimmed().toStdString();
-  }
-  ~MeterProgram() {
-    process_.terminate();
-    process_.waitForFinished(10000);
-  }
-  const std::string& Port() const { return port_; }
-
- private:
-  QProcess process_;
-  std::string port_;
-};
-
 class Session : public ::testing::Test {
  protected:
   Session()
-      : meter(folder.filePath("frames.log")),
+      : meter({"--log", folder.filePath("frames.log"), "speed=38400"}),
         host(folder.path().toStdString(), [this](int) { return meter.Port(); }),
         machine(host.With(dialogs)),
         app(machine) {
