@@ -43,7 +43,9 @@ class GridBinding : public Binding {
   void LetChoose() {
     View()->setSelectionMode(QAbstractItemView::SingleSelection);
     View()->setSelectionBehavior(QAbstractItemView::SelectRows);
-    View()->setMinimumSize(grid_.Width() / kUnitsPerPixel, grid_.Height() / kUnitsPerPixel);
+    View()->setMinimumWidth(grid_.Width() / kUnitsPerPixel);
+    View()->setFixedHeight(grid_.Height() / kUnitsPerPixel);
+    View()->horizontalHeader()->setHighlightSections(false);
     View()->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     View()->verticalHeader()->setDefaultSectionSize(View()->fontMetrics().height() + kRowRoom);
     connect(View(), &QTableWidget::cellClicked, this, [this](int row) { Choose(row); });

@@ -21,14 +21,6 @@ constexpr RegisterSpan kType{.function = ReadFunction::kInput, .address = 0x0094
 
 constexpr int kShownDigits = 4;
 
-void ForgetMeter(SharedState& state) {
-  state.IdentifiedAt.clear();
-  state.PathModeKnown = false;
-  for (std::string* text : {&state.MeterType, &state.MeterVersion, &state.MeterIdNo, &state.MeterSpecNo}) {
-    text->clear();
-  }
-}
-
 std::string NumberOf(const RegisterData& data) { return ZeroPadded(BytesToInt16(data, 0), kShownDigits); }
 std::string ThirdNumberOf(const RegisterData& data) {
   return ZeroPadded(BytesToInt16(data, 4), kShownDigits);
@@ -58,6 +50,14 @@ void ReadHeatUnits(App& app) {
 }
 
 }  // namespace
+
+void ForgetMeter(SharedState& state) {
+  state.IdentifiedAt.clear();
+  state.PathModeKnown = false;
+  for (std::string* text : {&state.MeterType, &state.MeterVersion, &state.MeterIdNo, &state.MeterSpecNo}) {
+    text->clear();
+  }
+}
 
 bool ReadIdentification(App& app) {
   RegisterData data;

@@ -6,6 +6,10 @@
 
 namespace vlt {
 
+// What the session has learnt of the meter, but for the units and the model class: the link leads to another
+// one, or nowhere.
+void ForgetMeter(SharedState& state);
+
 // Unit system and display language. What the session knew of a meter before is forgotten, since this one may
 // be another. False without an answer.
 bool ReadIdentification(App& app);

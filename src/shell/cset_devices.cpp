@@ -13,8 +13,9 @@ namespace {
 
 constexpr int kLookMs = 1000;
 constexpr int kPortText = 1930;
-constexpr std::array kColumnWidths = {1050, 2550, 4200};
-constexpr int kGridHeight = 3900;
+constexpr std::array kColumnWidths = {1050, 2550, 3000};  // the last one takes what is left
+constexpr int kGridWidth = 7800;
+constexpr int kGridHeight = 3600;
 constexpr const char* kSimulator = "simulator";
 
 // What an adapter tells of itself, in one line.
@@ -56,12 +57,10 @@ void CSetDevices::FrmInit() {
 }
 
 void CSetDevices::Form_Load() {
-  int width = 0;
   for (std::size_t column = 0; column < kColumnWidths.size(); ++column) {
     grdPorts.SetColumnWidth(static_cast<int>(column), kColumnWidths[column]);
-    width += kColumnWidths[column];
   }
-  grdPorts.SetSize(width, kGridHeight);
+  grdPorts.SetSize(kGridWidth, kGridHeight);
   FrmInit();
   ports_ = app_.platform.process.Ports();
   Show();

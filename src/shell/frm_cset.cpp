@@ -258,6 +258,7 @@ bool FrmCSet::CheckStation() {
 void FrmCSet::TakeFields() {
   SharedState& state = app_.state;
   state.PortNo = std::to_string(ChosenPort());
+  state.PortBeyond.clear();
   state.TransMethod = TransMethod.Text();
   state.StationNo = ChosenPort() != 0 ? StaitionNo.Text() : kNoStation;
   const std::string& speed = Speed.Text();
@@ -290,7 +291,7 @@ void FrmCSet::Command1_Click() {
 bool FrmCSet::Prove(std::string& failure) {
   bool done = false;
   failure = app_.Text(text::kCommunicationError);
-  app_.state.IdentifiedAt.clear();
+  ForgetMeter(app_.state);
   ClosePort(app_, done);
   if (!done) {
     app_.Show(app_.Text(text::kCommunicationError));

@@ -125,7 +125,7 @@ TEST_F(MeterSearchTest, EndsWhenStoppedOrWithoutAPort) {
   stop_at = 40;
   SearchPlan plan = WholeLine();
   EXPECT_EQ(Run(plan).end, SearchEnd::kStopped);
-  EXPECT_EQ(found.size(), 1U) << "what was found before stays";
+  EXPECT_EQ(found.size(), 2U) << "what was found before stays";
   EXPECT_FALSE(test.platform.simulated.IsOpen());
   stop_at = 0;
   plan.port = 5;

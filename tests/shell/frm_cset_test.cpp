@@ -1,6 +1,7 @@
 // The serial settings: fields, the proof of a link, what the file holds after each way out, devices, search.
 #include "shell/frm_cset.h"
 
+#include "files/settings_file.h"
 #include "link/port.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
@@ -144,7 +145,7 @@ TEST_F(SerialSettingsTest, AGoodChangeIsProvedThenWritten) {
   dialog.TransMethod.Choose(0);
   dialog.Speed.Choose(2);
   dialog.Parity.Choose(1);
-  dialog.RetryNo.Choose(1);
+  dialog.RetryNo.Choose(0);
   bool locked = false;
   platform->time.After(230, [&] { locked = app->state.UiLocked && !dialog.HasCloseCommand(); });
   dialog.Command1.Press();
@@ -161,7 +162,7 @@ TEST_F(SerialSettingsTest, AGoodChangeIsProvedThenWritten) {
   EXPECT_EQ(app->frame->Status().Panel(2), "JAPANESE");
   EXPECT_EQ(app->frame->Status().Panel(3), "ENGLISH");
   for (const char* line : {"PORT=1", "SETTINGS=38400,E,8,1", "SPEED=38400", "PARITY=E", "STOP_BIT=1",
-                           "TRANS_METHOD=RS232C", "STATION_NO=00", "RETRY_NO=1"}) {
+                           "TRANS_METHOD=RS232C", "STATION_NO=00", "RETRY_NO=0"}) {
     EXPECT_TRUE(IniHas(line)) << line;
   }
   EXPECT_FALSE(On<PushButton>("MDIForm1", "Command14").Visible());
