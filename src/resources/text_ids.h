@@ -116,6 +116,9 @@ inline constexpr int kNotConnected = 3285;
 inline constexpr int kSimulatedMeter = 3286;
 inline constexpr int kAssignPort = 3287;
 
+// A run of live values. Behind it a blank and why the last exchange failed.
+inline constexpr int kChannelsUnknown = 3300;
+
 // Serial settings. %1 what the settings hold.
 inline constexpr int kNotOffered = 3335;
 inline constexpr int kMonitorRuns = 3336;

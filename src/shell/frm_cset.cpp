@@ -19,6 +19,7 @@
 namespace vlt {
 namespace {
 
+constexpr int kFontText = 1;
 constexpr int kTitleText = 670;
 constexpr int kSettingText = 1650;
 constexpr int kCancelText = 580;
@@ -107,7 +108,7 @@ FrmCSet::FrmCSet(App& app) : Form(app.windows, "FrmCSet", FormPlace::kWindow), a
 }
 
 void FrmCSet::FrmInit() {
-  const std::string font = app_.Text(1);
+  const std::string font = app_.Text(kFontText);
   SetCaption(app_.Text(kTitleText));
   for (Control* control : Controls()) control->SetFont({font, 8, false});
   for (const LabelRow& row : kLabels) {

@@ -91,6 +91,7 @@ TEST_F(SerialSettings, FailuresThenAGoodChange) {
   dialog->TransMethod.Choose(1);
   dialog->StaitionNo.Type("7");
   dialog->Speed.Choose(1);
+  dialog->RetryNo.Choose(5);  // a loaded machine may let the meter wait
   dialog->Command1.Press();
   EXPECT_FALSE(DialogIsOpen());
   EXPECT_EQ(app.frame->Status().Panel(3), "ENGLISH");
@@ -112,6 +113,7 @@ TEST_F(SerialSettings, SearchFindsTheMeterOfAnotherSpeed) {
   ASSERT_EQ(search.grdFound.Rows(), 2) << search.stbSearch.Panel(1);
   search.grdFound.Choose(1);
   EXPECT_EQ(dialog->Speed.Text(), "38400BPS");
+  dialog->RetryNo.Choose(5);
   dialog->Command1.Press();
   EXPECT_FALSE(DialogIsOpen());
   EXPECT_TRUE(Ini().contains("SPEED=38400"));
