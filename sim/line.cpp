@@ -306,7 +306,9 @@ void Line::EndOfSilence(Micros at) {
 void Line::Handle(Micros at) {
   const Bytes frame = std::exchange(frame_, {});
   const bool known = frame[0] == 0 || stations_.contains(frame[0]);
-  if (!known || !Understands(frame[0])) {
+  const bool alone = stations_.size() == 1;
+  const int asked = frame[0] == 0 && alone ? stations_.begin()->first : frame[0];
+  if (!known || !Understands(asked)) {
     Note(LogEntry::Kind::Request, at, frame, known ? "other speed or parity" : "no such station");
     return;
   }
@@ -321,8 +323,8 @@ void Line::Handle(Micros at) {
   Schedule(reply, at, note);
 }
 
-// The whole answer, or nothing: to all stations at once, from a meter that restarts, after a request that got
-// lost.
+// The whole answer, or nothing: to all of several stations at once, from a meter that restarts, after a
+// request that got lost. Station 0 is what a point-to-point line calls its only meter.
 Bytes Line::Ask(const Bytes& frame, Micros at, const std::optional<ArmedFault>& fault) {
   const std::span<const std::uint8_t> request(frame.data() + 1, frame.size() - 3);
   Quirks quirks;
@@ -335,7 +337,8 @@ Bytes Line::Ask(const Bytes& frame, Micros at, const std::optional<ArmedFault>& 
     quirks.stuck_capture = fault->fault == Fault::StuckCapture;
     quirks.ignore_write = fault->fault == Fault::IgnoreWrite;
   }
-  if (frame[0] == 0) {
+  const bool alone = stations_.size() == 1;
+  if (frame[0] == 0 && !alone) {
     for (auto& [number, meter] : stations_) {
       if (Understands(number)) meter->Serve(request, at, quirks);
     }
@@ -345,7 +348,8 @@ Bytes Line::Ask(const Bytes& frame, Micros at, const std::optional<ArmedFault>& 
   if (fault && fault->fault == Fault::Exception) {
     answer = {static_cast<std::uint8_t>(frame[1] | 0x80), static_cast<std::uint8_t>(fault->value)};
   } else {
-    answer = stations_.at(frame[0])->Serve(request, at, quirks);
+    Meter& meter = alone ? *stations_.begin()->second : *stations_.at(frame[0]);
+    answer = meter.Serve(request, at, quirks);
   }
   if (answer.empty()) return {};
   answer.insert(answer.begin(), frame[0]);

@@ -57,6 +57,14 @@ void SimulatedPort::Open(int number, const std::string& settings) {
   arrived_.clear();  // what the line carried while nobody listened is lost
 }
 
+std::string SimulatedPort::DeviceBehind(int number) {
+  try {
+    return socket_of_(number).name;
+  } catch (const vlt::PortFault&) {
+    return {};
+  }
+}
+
 void SimulatedPort::Close() {
   Disarm();
   if (socket_.line) socket_.line->DiscardOutgoing(Now());

@@ -59,6 +59,8 @@ class SimulatedPort : public vlt::SerialPort {
   void Open(int number, const std::string& settings) override;
   void Close() override;
   bool IsOpen() const override { return socket_.line != nullptr; }
+  // Its name as faults call it; empty as well for a line that can't be built.
+  std::string DeviceBehind(int number) override;
 
   void DiscardInput() override;
   void DiscardOutput() override;

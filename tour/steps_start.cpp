@@ -51,10 +51,41 @@ void About(Tour& tour) {
                   [&] { return tour.Running().Logic().windows.Find("frmAbout") == nullptr; });
 }
 
+bool IsGone(Tour& tour, const char* form) { return tour.Running().Logic().windows.Find(form) == nullptr; }
+
+// A search on the line that the settings name, its meter taken over, and the link proved.
+void SerialSettings(Tour& tour) {
+  Hands& hands = tour.Operator();
+  hands.Click("MDIForm1", "cmdLink");
+  tour.Picture("FrmCSet", "serial_settings");
+  hands.Click("FrmCSet", "cmdSearch");
+  auto& form = *tour.Running().Logic().windows.Find("FrmCSet");
+  auto& found = dynamic_cast<Grid&>(*form.Find("grdFound"));
+  tour.ExpectSoon("a meter on the line",
+                  [&] { return found.Rows() > 1 && hands.Enabled("FrmCSet", "Command1"); });
+  hands.Window("FrmCSet").setFocus();
+  found.Choose(1);
+  tour.Picture("FrmCSet", "serial_settings_found");
+  hands.Click("FrmCSet", "Command1");
+  tour.ExpectSoon("the proof of the link", [&] { return IsGone(tour, "FrmCSet"); });
+  tour.Expect("unit system", hands.Panel("MDIForm1", "StatusBar1", 3), tour.Text(2260));
+}
+
+// What the empty frame tells once the meter was asked.
+void MeterFacts(Tour& tour) {
+  Hands& hands = tour.Operator();
+  hands.Click("MDIForm1", "cmdReadMeter");
+  tour.ExpectSoon("the meter's paths",
+                  [&] { return hands.Text("MDIForm1", "valFact(4)") == tour.Text(403); });
+  tour.Picture("MDIForm1", "main_meter");
+}
+
 constexpr Step kSteps[] = {
     {"splash identifies the meter", Splash},
     {"main window opens", MainWindowOpens},
     {"about", About},
+    {"serial settings find the meter", SerialSettings},
+    {"empty frame tells about the meter", MeterFacts},
 };
 
 constexpr Step kSplashSteps[] = {{"splash identifies the meter", Splash},

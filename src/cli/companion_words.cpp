@@ -105,7 +105,8 @@ std::span<const Companion::Word> Companion::Words() {
        &Companion::WordClose},
       {"tick", "NAME", 1, 1, "tick a check box", &Companion::WordTick},
       {"untick", "NAME", 1, 1, "take the tick away", &Companion::WordUntick},
-      {"choose", "NAME [ENTRY]", 1, 2, "choose an option button, or a list's entry by index or text",
+      {"choose", "NAME [ENTRY]", 1, 2,
+       "choose an option button, a list's entry by index or text, or a grid's row from 1 on",
        &Companion::WordChoose},
       {"type", "NAME TEXT", 2, 2, "replace what is in a text box", &Companion::WordType},
       {"leave", "NAME", 1, 1, "go on to another field: the text is checked", &Companion::WordLeave},
@@ -255,6 +256,9 @@ Companion::After Companion::WordChoose(const Arguments& arguments) {
   if (arguments.size() == 1) {
     auto& option = Take<OptionButton>(place, "choose without an entry");
     Gesture(place, [&] { return option.Choose(); });
+  } else if (place.control->Kind() == ControlKind::kGrid) {
+    const int row = NumberOf(arguments[1]).value_or(0);
+    Gesture(place, [&] { return static_cast<Grid*>(place.control)->Choose(row); });
   } else {
     auto& list = Take<ComboBox>(place, "choose an entry of");
     Gesture(place, [&] { return ChooseEntry(place, list, arguments[1]); });

@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QResizeEvent>
+#include <QSignalBlocker>
 #include <QTableWidget>
 #include <vector>
 
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int kUnitsPerPixel = 15;   // of a grid's widths
 constexpr int kNarrowColumn = 1200;  // a mark or a digit, not a text
+constexpr int kRowRoom = 6;          // above and below the text of a row that can be chosen
 constexpr int kPanelMargin = 6;      // between the frame of a panel and its text
 
 // Row 0 of the control is the head of the table.
@@ -31,16 +33,42 @@ class GridBinding : public Binding {
     for (int column = 0; column < grid.Columns(); ++column) {
       View()->setHorizontalHeaderItem(column, new QTableWidgetItem);
     }
+    if (grid_.on_choose) LetChoose();
   }
 
  private:
   QTableWidget* View() const { return static_cast<QTableWidget*>(Widget()); }
 
+  // Whole rows, one at a time, by a click or the arrow keys. The window is as large as the table asks.
+  void LetChoose() {
+    View()->setSelectionMode(QAbstractItemView::SingleSelection);
+    View()->setSelectionBehavior(QAbstractItemView::SelectRows);
+    View()->setMinimumWidth(grid_.Width() / kUnitsPerPixel);
+    View()->setFixedHeight(grid_.Height() / kUnitsPerPixel);
+    View()->horizontalHeader()->setHighlightSections(false);
+    View()->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    View()->verticalHeader()->setDefaultSectionSize(View()->fontMetrics().height() + kRowRoom);
+    connect(View(), &QTableWidget::cellClicked, this, [this](int row) { Choose(row); });
+    connect(View(), &QTableWidget::currentCellChanged, this, [this](int row) { Choose(row); });
+  }
+
+  void Choose(int row) {
+    if (row >= 0) Gesture([&] { grid_.Choose(row + 1); });
+  }
+
+  void PushChoice() {
+    const int row = grid_.SelectedRow() - 1;
+    if (row >= 0 && View()->currentRow() != row) View()->setCurrentCell(row, 0);
+    if (row < 0) View()->clearSelection();
+  }
+
   void PushState() override {
+    const QSignalBlocker quiet(View());
     const int rows = qMax(grid_.Rows() - 1, 0);
     // Fewer rows drop their items, and new ones come without.
     if (View()->rowCount() != rows) View()->setRowCount(rows);
     for (int column = 0; column < grid_.Columns(); ++column) PushColumn(column);
+    if (grid_.on_choose) PushChoice();
   }
 
   void PushColumn(int column) {

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -133,6 +134,8 @@ void Builder::Add(const LayoutItem& item) {
       return AddNavigation(item);
     case LayoutKind::kPageArea:
       return AddPageArea();
+    case LayoutKind::kEmptyPage:
+      return OpenEmptyPage();
     case LayoutKind::kBackdrop:
       return SetBackdrop(item);
   }
@@ -338,6 +341,20 @@ void Builder::AddPageArea() {
   Top().flow->addWidget(built_.page_title);
   Top().flow->addWidget(built_.page_area, 1);
   Top().filled = true;
+}
+
+// It scrolls, so that what it tells never asks for a larger frame.
+void Builder::OpenEmptyPage() {
+  auto* scroll = new QScrollArea(built_.page_area);
+  scroll->setObjectName("empty");
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidgetResizable(true);
+  auto* content = new QWidget(scroll);
+  scroll->setWidget(content);
+  built_.page_area->addWidget(scroll);
+  Open& page = Enter(LayoutKind::kEmptyPage, content);
+  page.flow = NewFlow(content, kMargin);
+  page.aligned = NewAlignment();
 }
 
 void Builder::SetBackdrop(const LayoutItem& item) {

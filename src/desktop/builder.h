@@ -78,6 +78,7 @@ class Builder {
   void AddWide(const LayoutItem& item);
   void AddNavigation(const LayoutItem& item);
   void AddPageArea();
+  void OpenEmptyPage();
   void SetBackdrop(const LayoutItem& item);
   void AddUnplaced();
 

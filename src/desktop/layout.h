@@ -26,6 +26,7 @@ enum class LayoutKind : unsigned char {
   kSpace,       // takes the height that is left
   kNavigation,  // the frame's column of page buttons; ">" as in a strip
   kPageArea,    // the frame's place for pages
+  kEmptyPage,   // behind kPageArea: what it shows while no page is open; ends with kEnd
   kBackdrop,    // a picture behind the whole window, which gets its size; the flow lies at its bottom
 };
 
@@ -83,6 +84,7 @@ constexpr LayoutItem Navigation(Names... names) {
   return MakeItem(LayoutKind::kNavigation, names...);
 }
 constexpr LayoutItem PageArea() { return {LayoutKind::kPageArea}; }
+constexpr LayoutItem EmptyPage() { return {LayoutKind::kEmptyPage}; }
 constexpr LayoutItem Backdrop(const char* picture) { return MakeItem(LayoutKind::kBackdrop, picture); }
 
 }  // namespace layout

@@ -15,6 +15,7 @@ class PortSwitch : public SerialPort {
   void Open(int number, const std::string& settings) override;
   void Close() override { chosen_->Close(); }
   bool IsOpen() const override { return chosen_->IsOpen(); }
+  std::string DeviceBehind(int number) override { return real_.DeviceBehind(number); }
   void DiscardInput() override { chosen_->DiscardInput(); }
   void DiscardOutput() override { chosen_->DiscardOutput(); }
   void Write(std::span<const std::uint8_t> bytes) override { chosen_->Write(bytes); }

@@ -113,7 +113,8 @@ std::vector<PortInfo> QtProcess::Ports() {
 #else
     const QString device = info.systemLocation();
 #endif
-    ports.push_back({device.toStdString(), info.description().toStdString()});
+    ports.push_back({device.toStdString(), info.description().toStdString(),
+                     info.manufacturer().toStdString(), info.serialNumber().toStdString()});
   }
   return ports;
 }

@@ -27,6 +27,7 @@ class QtSerialPort : public SerialPort {
   void Open(int number, const std::string& settings) override;
   void Close() override;
   bool IsOpen() const override { return port_.isOpen() && !fault_; }
+  std::string DeviceBehind(int number) override { return DeviceName(number, device_of_); }
 
   void DiscardInput() override;
   void DiscardOutput() override;

@@ -118,7 +118,8 @@ int GetChannelConfig(App& app) {
   if (app.state.SpecClass != 0) return app.state.SpecClass == 1 ? 1 : -1;
   app.state.PathMode = GetPathMode(app);
   const int paths = app.state.PathMode;
-  return paths >= 0 && paths <= 2 ? paths + 1 : -1;
+  app.state.PathModeKnown = paths >= 0 && paths <= 2;
+  return app.state.PathModeKnown ? paths + 1 : -1;
 }
 
 void BuildFlowUnitNames(App& app) { app.state.FlowUnitNames = BuildFlowUnitNames(app.state.UnitFlag); }

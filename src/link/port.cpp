@@ -82,11 +82,15 @@ void OpenPort(App& app, int port, const std::string& settings, bool& result) {
   try {
     Configure(device, port, settings);
     result = true;
+    app.state.OpenedPort = port;
+    app.state.OpenedDevice = device.DeviceBehind(port);
+    app.state.OpenedSettings = settings;
   } catch (const PortFault& fault) {
     app.state.PortFaultReason = Reason(app, fault, port, settings);
     Try([&] { device.Close(); });
   }
   app.state.PortIsOpen = result;
+  if (app.frame != nullptr) app.frame->ShowFacts();
 }
 
 bool OpenPort(App& app) {

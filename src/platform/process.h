@@ -8,8 +8,12 @@ namespace vlt {
 
 // A serial device that the machine has now.
 struct PortInfo {
-  std::string device;   // "/dev/ttyUSB0", "COM3"
-  std::string product;  // the adapter's product name, may be empty
+  std::string device;  // "/dev/ttyUSB0", "COM3"
+  // What the adapter tells of itself; each may be empty.
+  std::string product{};
+  std::string maker{};
+  std::string serial_number{};
+  bool operator==(const PortInfo&) const = default;
 };
 
 class Process {

@@ -50,6 +50,11 @@ class SerialPort {
   // Closing a closed port does nothing.
   virtual void Close() = 0;
   virtual bool IsOpen() const = 0;
+  // What COM `number` stands for now: a device, or a simulated meter. Empty when it stands for nothing.
+  virtual std::string DeviceBehind(int number) {
+    (void)number;
+    return {};
+  }
 
   virtual void DiscardInput() = 0;
   virtual void DiscardOutput() = 0;

@@ -134,4 +134,35 @@ inline constexpr int kReportCooling = 3306;
 inline constexpr int kReportSupply = 3307;
 inline constexpr int kReportReturn = 3308;
 
+// Serial settings. %1 what the settings hold.
+inline constexpr int kNotOffered = 3335;
+inline constexpr int kMonitorRuns = 3336;
+inline constexpr int kLinkProved = 3337;
+inline constexpr int kSerialNumber = 3338;  // %1 as the adapter tells it
+inline constexpr int kStandardDevice = 3339;
+
+// The search for meters. %1 the port, %2 how many were found.
+inline constexpr int kSearch = 3340;
+inline constexpr int kSearchRuns = 3341;  // %2 speed, %3 parity, %4 station, %5 how many were found
+inline constexpr int kSearchFound = 3342;
+inline constexpr int kSearchNone = 3343;
+inline constexpr int kSearchStopped = 3344;  // %1 how many
+inline constexpr int kOtherMaster = 3345;
+inline constexpr int kSearchPortLost = 3346;  // %2 the fault, %3 how many
+inline constexpr int kSearchOdd = 3347;       // %1 how often
+
+// The frame: link in force, meter, first steps. %1 station, date and time.
+inline constexpr int kLink = 3348;
+inline constexpr int kLinkStation = 3349;
+inline constexpr int kLinkClosed = 3350;
+inline constexpr int kMeter = 3351;
+inline constexpr int kIdentifiedAt = 3352;
+inline constexpr int kNotIdentified = 3353;
+inline constexpr int kNotKnown = 3354;
+inline constexpr int kIdNumber = 3355;
+inline constexpr int kFullModel = 3356;
+inline constexpr int kSingleModel = 3357;
+inline constexpr int kReadMeter = 3358;
+inline constexpr int kFirstSteps = 3359;  // a title, and below it the steps
+
 }  // namespace vlt::text

@@ -5,6 +5,7 @@
 
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "shell/frame_facts.h"
 
 namespace vlt {
 namespace {
@@ -80,14 +81,31 @@ void MDIForm1::Form_Load() {
   app_.state.TimerExpired = false;
 }
 
+void MDIForm1::Form_Activate() {
+  ShowPvButton();
+  ShowFacts();
+}
+
+void MDIForm1::ShowFacts() {
+  if (auto* facts = Part<FrameFacts>()) facts->Show();
+}
+
+void MDIForm1::ShowMeter() {
+  ShowMeterLanguage();
+  ShowUnitSystem();
+}
+
 void MDIForm1::ShowPvButton() { Command14.SetVisible(app_.state.TransMethod == kRs485); }
 
 void MDIForm1::enableMenubar() {
   for (MenuItem* item : {&ComPort, &Parameter, &calcSensorSpacing, &versionInfo}) item->SetEnabled(true);
+  // An operation has ended.
+  ShowFacts();
 }
 
 void MDIForm1::disableMenubar() {
   for (MenuItem* item : {&ComPort, &Parameter, &calcSensorSpacing, &versionInfo}) item->SetEnabled(false);
+  ShowFacts();
 }
 
 void MDIForm1::SetPageButtonIdle(std::string_view page) {
@@ -114,6 +132,7 @@ void MDIForm1::Dress() {
   for (const PageButton& row : kPageButtons) dress_button(this->*row.button, row.caption_id);
   dress_button(Command13, kEndText);
   ShowPvButton();
+  ShowFacts();
 }
 
 void MDIForm1::ShowMeterLanguage() {

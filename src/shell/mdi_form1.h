@@ -31,7 +31,7 @@ class MDIForm1 : public Form, public MainFrame {
   static std::span<const PageButton> PageButtons();
 
   void Form_Load() override;
-  void Form_Activate() override { ShowPvButton(); }
+  void Form_Activate() override;
   // The end of the program. Refused while UiLocked, and when the parameter file that the operator asked for
   // could not be written and he does not want to end without it.
   void Form_Unload(int& cancel) override;
@@ -44,6 +44,8 @@ class MDIForm1 : public Form, public MainFrame {
   PushButton& ExitButton() override { return Command13; }
   Timer& OneShotTimer() override { return tmrTimer; }
   void SetPageButtonIdle(std::string_view page) override;
+  void ShowFacts() override;
+  void ShowMeter() override;
 
   // Captions and fonts in the program's language, language of the meter, unit system.
   void Dress();
@@ -51,7 +53,7 @@ class MDIForm1 : public Form, public MainFrame {
   void ShowMeterLanguage();
   void ShowUnitSystem();
   // The PV button is there on RS485 only. Whoever changes TransMethod runs it.
-  void ShowPvButton();
+  void ShowPvButton() override;
 
   // What each family of page buttons does.
   void PressPageButton(const PageButton& row);

@@ -54,6 +54,7 @@ void MDIForm1::readparam_Click() {
   const LoadResult result = OpenParameterFile(app_, dialog_file_);
   ShowUnitSystem();
   ShowPvButton();
+  ShowFacts();
   ReportOpened(app_, dialog_file_, result);
 }
 

@@ -2,12 +2,10 @@
 
 #include <algorithm>
 
-#include "link/device_queries.h"
-#include "link/modbus.h"
+#include "link/identification.h"
 #include "link/port.h"
 #include "shell/mdi_form1.h"
 #include "shell/version.h"
-#include "values/codecs.h"
 
 namespace vlt {
 namespace {
@@ -27,7 +25,6 @@ constexpr const char* kCommonArt[] = {"logo", "sensor", "heat"};
 constexpr int kSplashMs = 500;          // the splash is painted before the work begins
 constexpr int kLoaderRunningMs = 1000;  // the second progress text stays so long
 constexpr int kLookAgainMs = 1000;
-constexpr int kUnitSystemRegister = 0x0100;  // and the display language in the next word
 
 std::string SuffixOf(const SplashVariant* variant, int lang_flag) {
   if (variant != nullptr && variant->version_suffix != nullptr) return variant->version_suffix;
@@ -96,38 +93,13 @@ bool SplashForm::ChooseProgram() {
 void SplashForm::IdentifyMeter() {
   // The port object belongs to the main window, which shows why a port could not be opened.
   MainWindow(app_);
-  auto request = ReadRequest(StationNumber(app_), 3, kUnitSystemRegister, 2);
-  auto reply = ReplyFor(request);
-  if (!OpenPort(app_) || !SendReceive(app_, request, reply)) {
+  if (!OpenPort(app_) || !ReadIdentification(app_)) {
     app_.Show(app_.Text(kSetCommunication), MessageIcon::kInformation);
     if (!app_.state.PortFaultReason.empty())
       app_.Status(app_.Text(kSetCommunication) + " " + app_.state.PortFaultReason);
     return;
   }
-  app_.state.UnitFlag = BytesToInt16(reply, 3);
-  ClearProcessCache(app_);
-  app_.state.SystemLangFlag = BytesToInt16(reply, 5);
-  ReadUnits();
-}
-
-// A query that fails leaves the value of the settings file, and the rest is asked all the same.
-void SplashForm::ReadUnits() {
-  GetRangeUnit(app_, 0);
-  ClearFlowCache(app_);
-  GetTotalUnit(app_, 0);
-  ClearTotalCache(app_);
-  if (variant_.operation_mode_first) GetOperationMode(app_);
-  const int spec_class = GetSpecClass(app_);
-  if (spec_class >= 0) app_.state.SpecClass = spec_class;
-  if (spec_class == 0) {
-    GetHeatFlowUnit(app_);
-    ClearHeatFlowCache(app_);
-    GetHeatTotalUnit(app_);
-    ClearHeatTotalCache(app_);
-    GetTempUnit(app_);
-    ClearTempCache(app_);
-  }
-  if (!variant_.operation_mode_first) GetOperationMode(app_);
+  ReadUnits(app_, {.operation_mode_first = variant_.operation_mode_first});
 }
 
 void SplashForm::ShowMainWindow() {

@@ -45,7 +45,6 @@ class SplashForm : public Form {
  private:
   bool ChooseProgram();
   void IdentifyMeter();
-  void ReadUnits();
   void ShowMainWindow();
 
   App& app_;

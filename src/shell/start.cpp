@@ -7,7 +7,11 @@
 #include "pages/pages.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "shell/cset_devices.h"
+#include "shell/cset_search.h"
+#include "shell/frame_facts.h"
 #include "shell/frm_about.h"
+#include "shell/frm_cset.h"
 #include "shell/frm_mssg.h"
 #include "shell/frm_wait.h"
 #include "shell/mdi_form1.h"
@@ -54,6 +58,13 @@ std::string WhyNoVariant(const App& app, const SettingsRead& last) {
   return FormatText(app.Text(text::kStartBadModel), {path, "SYSTEM/VR", app.state.ModelCode, codes});
 }
 
+// A part that works on its window by what only this kind of window has.
+template <class T, class Whole>
+void RegisterPartOf(App& app, const char* name) {
+  app.windows.RegisterPart(
+      name, [&app](Form& whole) { return std::make_unique<T>(app, static_cast<Whole&>(whole)); });
+}
+
 template <class T>
 void RegisterWindow(App& app, const char* name) {
   app.windows.Register(name, [&app] { return std::make_unique<T>(app); });
@@ -66,6 +77,10 @@ void RegisterShellWindows(App& app) {
   RegisterWindow<frmMssg>(app, "frmMssg");
   RegisterWindow<frmAbout>(app, "frmAbout");
   RegisterWindow<frmWait>(app, "frmWait");
+  RegisterWindow<FrmCSet>(app, "FrmCSet");
+  RegisterPartOf<FrameFacts, Form>(app, "MDIForm1");
+  RegisterPartOf<CSetDevices, FrmCSet>(app, "FrmCSet");
+  RegisterPartOf<CSetSearch, FrmCSet>(app, "FrmCSet");
   for (const SplashVariant& variant : SplashVariants()) {
     app.windows.Register(variant.form,
                          [&app, &variant] { return std::make_unique<SplashForm>(app, variant); });

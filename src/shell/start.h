@@ -5,7 +5,8 @@
 
 namespace vlt {
 
-// Makes the windows of this folder known: MDIForm1, the splash windows, frmMssg, frmAbout, frmWait.
+// Makes the windows of this folder known: MDIForm1, the splash windows, frmMssg, frmAbout, frmWait,
+// FrmCSet.
 void RegisterShellWindows(App& app);
 // Those and the pages.
 void RegisterAllWindows(App& app);

@@ -19,6 +19,12 @@ class MainFrame {
   virtual StatusBar& Status() = 0;
   virtual PushButton& ExitButton() = 0;
   virtual Timer& OneShotTimer() = 0;
+  // What is known of the link or of the meter has changed.
+  virtual void ShowFacts() {}
+  // Language and unit system of the meter were read anew: panels 2 and 3.
+  virtual void ShowMeter() {}
+  // TransMethod has changed: some buttons are there on RS485 only.
+  virtual void ShowPvButton() {}
   // Gives the navigation button of the page ("Form10") the idle colour.
   virtual void SetPageButtonIdle(std::string_view page) = 0;
 };

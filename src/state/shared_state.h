@@ -42,6 +42,10 @@ struct SharedState {
   bool PortIsOpen = false;
   std::string LastErrorText;    // why the last transfer failed; cleared by every SendReceive
   std::string PortFaultReason;  // why the port could not be opened, for the status line
+  // What the port was opened with last. The settings above may have changed since.
+  int OpenedPort = 0;
+  std::string OpenedDevice;
+  std::string OpenedSettings;
   // Request and reply of the device queries, shared by all of them.
   std::array<std::uint8_t, 8> MemTxFrame{};
   std::array<std::uint8_t, 7> MemRxFrame{};
@@ -77,6 +81,14 @@ struct SharedState {
   std::vector<std::string> HeatTotalUnitNames;
   std::vector<std::string> TempUnitNames;
   std::vector<std::string> BaseUnitNames;  // length, velocity, viscosity, voltage
+
+  // What the meter has told of itself in this session.
+  std::string IdentifiedAt;  // date and time of the last identification; empty when it has failed
+  bool PathModeKnown = false;
+  std::string MeterType;  // of the control board, as the three texts behind it; empty until asked
+  std::string MeterVersion;
+  std::string MeterIdNo;
+  std::string MeterSpecNo;
 
   // Channel or output that a page shows; persists between openings.
   int ProcessChannel = 0;

@@ -370,6 +370,7 @@ void Grid::SetRow(int row, std::span<const std::string> texts) {
 void Grid::SetRows(int rows) {
   if (rows_ == rows) return;
   rows_ = rows;
+  if (selected_row_ >= rows) selected_row_ = 0;
   cells_.resize(static_cast<std::size_t>(rows) * widths_.size());
   Changed();
 }
@@ -385,6 +386,21 @@ void Grid::SetSize(int width, int height) {
   width_ = width;
   height_ = height;
   Changed();
+}
+
+void Grid::SetSelectedRow(int row) {
+  if (row < 0 || row >= rows_) row = 0;
+  if (selected_row_ == row) return;
+  selected_row_ = row;
+  Changed();
+}
+
+bool Grid::Choose(int row) {
+  if (!on_choose || row < 1 || row >= rows_) return false;
+  return Gesture([this, row] {
+    SetSelectedRow(row);
+    Call(on_choose);
+  });
 }
 
 std::vector<int> Indexes(int count) {

@@ -328,10 +328,17 @@ class Grid : public Control {
   int Width() const { return width_; }
   int Height() const { return height_; }
   void SetSize(int width, int height);
+  // A grid whose rows can be chosen marks one of them; 0 marks none. Setting it runs no handler.
+  int SelectedRow() const { return selected_row_; }
+  void SetSelectedRow(int row);
+  // A person chooses a row, from 1 on; does nothing on a grid without on_choose.
+  bool Choose(int row);
+  std::function<void()> on_choose;
 
  private:
   std::size_t At(int row, int column) const;
   int rows_;
+  int selected_row_ = 0;
   std::vector<int> widths_;
   std::vector<std::string> cells_;
   int width_ = 0;

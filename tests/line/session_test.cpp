@@ -4,56 +4,20 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <chrono>
-#include <deque>
 
 #include "files/settings_file.h"
 #include "host/host.h"
 #include "link/modbus.h"
+#include "meter_program.h"
 #include "pages/form10.h"
 #include "shell/mdi_form1.h"
 #include "shell/start.h"
 
 namespace vlt {
 namespace {
-
-class AnsweringDialogs : public Dialogs {
- public:
-  MessageAnswer Ask(const Message& message) override {
-    texts.push_back(message.text);
-    if (answers.empty()) return MessageAnswer::kCancel;
-    const MessageAnswer answer = answers.front();
-    answers.pop_front();
-    return answer;
-  }
-  std::optional<std::string> AskOpenFile(const FileQuestion&) override { return std::nullopt; }
-  std::optional<std::string> AskSaveFile(const FileQuestion&) override { return std::nullopt; }
-
-  std::deque<MessageAnswer> answers;
-  std::vector<std::string> texts;
-};
-
-// meter-sim on a pseudo-terminal of its own.
-class MeterProgram {
- public:
-  explicit MeterProgram(const QString& log) {
-    process_.start(METER_SIM_PATH, {"--log", log, "speed=38400"});
-    if (!process_.waitForReadyRead(10000)) ADD_FAILURE() << "meter-sim says nothing";
-    port_ = process_.readLine().trimmed().toStdString();
-  }
-  ~MeterProgram() {
-    process_.terminate();
-    process_.waitForFinished(10000);
-  }
-  const std::string& Port() const { return port_; }
-
- private:
-  QProcess process_;
-  std::string port_;
-};
 
 // The host's clock, which stands while the meter owes a reply, and the port that knows of it. How late a
 // loaded machine lets the meter's process run then changes nothing in what is sent: a request is not sent
@@ -122,7 +86,7 @@ class PatientLine : public Clock, public EventQueue, public SerialPort {
 class Session : public ::testing::Test {
  protected:
   Session()
-      : meter(folder.filePath("frames.log")),
+      : meter({"--log", folder.filePath("frames.log"), "speed=38400"}),
         host(folder.path().toStdString(), [this](int) { return meter.Port(); }),
         line(host),
         machine{line, line, line, dialogs, host.files, host.process},

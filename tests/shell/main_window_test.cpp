@@ -88,8 +88,6 @@ TEST_F(MainWindowTest, WhatThisVersionLacksIsSaidAndNothingElseHappens) {
   EXPECT_EQ(app->frame->Status().Panel(1), "2026/11/24 10:00:00 " + NotAvailable("MEASURE"));
   EXPECT_FALSE(IsActive("Command7"));
   EXPECT_TRUE(IsShown("Form2"));
-  Choose("ComPort");
-  EXPECT_EQ(StatusText(), NotAvailable("Communication"));
   Choose("calcSensorSpacing");
   EXPECT_EQ(StatusText(), NotAvailable("CalcSensorSpacing"));
 }

@@ -96,6 +96,11 @@ TEST(Line, SeveralStationsShareIt) {
   AppendCheck(broadcast);
   EXPECT_EQ(Exchange(*line, ToHex(broadcast), 300'000).bytes, "");
   for (int station : {1, 2, 5}) EXPECT_EQ(line->Station(station)->holding().Word(0x0104), 99) << station;
+  // The only meter of a line answers to it, whatever its number.
+  auto alone = Make("stations=7 poke=0104:0007");
+  Bytes request = Hex("00 03 01 04 00 01");
+  AppendCheck(request);
+  EXPECT_EQ(Exchange(*alone, ToHex(request)).bytes.substr(0, 14), "00 03 02 00 07");
 }
 
 TEST(Line, ItsStationsDiffer) {

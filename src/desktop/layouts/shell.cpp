@@ -10,9 +10,22 @@ constexpr LayoutItem kMainWindow[] = {
     Columns(),
     Column(),
     Navigation("Command1", "Command2", "Command3", "Command5", "Command4", "Command6", "Command7", "Command9",
-               "Command10", "Command11", "Command14", ">", "Command13"),
+               "Command10", "Command11", "Command14", ">", "cmdLink", "Command13"),
     Column(),
     PageArea(),
+    EmptyPage(),
+    Columns(),
+    Column(),
+    Strip("*lblMeter", ">"),
+    Strip("lblState", ">"),
+    Box(),
+    Repeat(0, 6, Row("lblFact(#)", "valFact(#)")),
+    Strip("cmdReadMeter", ">"),
+    End(),
+    Strip("*lblFirstSteps", ">"),
+    Strip("lblSteps", ">"),
+    End(),
+    End(),
     End(),
     Strip("StatusBar1"),
 };
@@ -45,6 +58,30 @@ constexpr LayoutItem kWait[] = {
     Strip(">", "cmdCan"),
 };
 
+constexpr LayoutItem kSerialSettings[] = {
+    Columns(),
+    Side(),
+    Box(),
+    Row("lblPortNo", "PortNo"),
+    Row("lblTransMethod", "TransMethod"),
+    Row("lblStaitionNo", "StaitionNo", "StaitionNoUpDown"),
+    Row("lblSpeed", "Speed"),
+    Row("lblParity", "Parity"),
+    Row("lblStopBit", "StopBit"),
+    Row("lblRetryNo", "RetryNo"),
+    End(),
+    Column(),
+    Wide("grdPorts"),
+    Row("lblDevices", "cmbDevices", "cmdAssign"),
+    End(),
+    Box(),
+    Strip("cmdSearch", "cmdStop", "pbSearch"),
+    Strip("stbSearch"),
+    Wide("grdFound"),
+    End(),
+    Strip(">", "Command1", "Command2"),
+};
+
 }  // namespace
 
 constinit const WindowLayout kMDIForm1Layout{"MDIForm1", WindowStyle::kFrame, kMainWindow};
@@ -54,5 +91,7 @@ constinit const WindowLayout kSplashK410Layout{"frmSplash_K410", WindowStyle::kS
 constinit const WindowLayout kFrmMssgLayout{"frmMssg", WindowStyle::kDialog, kChoice};
 constinit const WindowLayout kFrmAboutLayout{"frmAbout", WindowStyle::kDialog, kAbout, "cmdOK", "cmdOK"};
 constinit const WindowLayout kFrmWaitLayout{"frmWait", WindowStyle::kDialog, kWait, "", "cmdCan"};
+constinit const WindowLayout kFrmCSetLayout{"FrmCSet", WindowStyle::kDialog, kSerialSettings, "Command1",
+                                            "Command2"};
 
 }  // namespace vlt

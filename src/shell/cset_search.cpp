@@ -1,0 +1,159 @@
+#include "shell/cset_search.h"
+
+#include <array>
+
+#include "link/operation.h"
+#include "resources/string_table.h"
+#include "resources/text_ids.h"
+#include "state/form_lock.h"
+#include "values/number_text.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kStopText = 1970;
+constexpr int kLastStation = 31;
+constexpr int kStationDigits = 2;
+constexpr int kGridHeight = 1800;
+
+struct Column {
+  int head_id;
+  int width;
+};
+constexpr std::array<Column, 5> kColumns = {
+    {{1940, 1500}, {930, 1300}, {700, 1500}, {4680, 1500}, {2250, 2000}}};
+
+// By the numbers that the meter has for them.
+constexpr std::array kUnitTexts = {2260, 2270};
+constexpr std::array kLanguageTexts = {3890, 2280, 2290, 2300, 2310};
+
+template <std::size_t count>
+std::string NameOf(const App& app, const std::array<int, count>& ids, int number) {
+  const bool known = number >= 0 && number < static_cast<int>(count);
+  return known ? app.Text(ids[static_cast<std::size_t>(number)]) : std::to_string(number);
+}
+
+}  // namespace
+
+CSetSearch::CSetSearch(App& app, FrmCSet& dialog)
+    : FormPart(dialog),
+      cmdSearch(dialog, "cmdSearch"),
+      cmdStop(dialog, "cmdStop"),
+      pbSearch(dialog, "pbSearch"),
+      stbSearch(dialog, "stbSearch", 1),
+      grdFound(dialog, "grdFound", 1, static_cast<int>(kColumns.size())),
+      app_(app),
+      dialog_(dialog) {
+  cmdSearch.on_click = [this] { cmdSearch_Click(); };
+  cmdStop.on_click = [this] { cmdStop_Click(); };
+  grdFound.on_choose = [this] { grdFound_Click(); };
+}
+
+void CSetSearch::FrmInit() {
+  cmdSearch.SetCaption(app_.Text(text::kSearch));
+  cmdStop.SetCaption(app_.Text(kStopText));
+  for (std::size_t i = 0; i < kColumns.size(); ++i) {
+    grdFound.SetCell(0, static_cast<int>(i), app_.Text(kColumns[i].head_id));
+  }
+}
+
+void CSetSearch::Form_Load() {
+  int width = 0;
+  for (std::size_t i = 0; i < kColumns.size(); ++i) {
+    grdFound.SetColumnWidth(static_cast<int>(i), kColumns[i].width);
+    width += kColumns[i].width;
+  }
+  grdFound.SetSize(width, kGridHeight);
+  cmdStop.SetEnabled(false);
+  FrmInit();
+}
+
+void CSetSearch::Form_Activate() { cmdSearch.SetEnabled(!app_.state.UiLocked && IsMonitorIdle(app_)); }
+
+SearchPlan CSetSearch::Plan() const {
+  SearchPlan plan;
+  plan.port = dialog_.ChosenPort();
+  plan.tries = AllTries(dialog_.ChosenLink());
+  if (dialog_.StopBit.ListIndex() >= 0) plan.stop_bits = dialog_.StopBit.Text();
+  plan.first_only = !dialog_.IsRs485();
+  if (plan.first_only) {
+    plan.stations = {0};
+  } else {
+    for (int station = 1; station <= kLastStation; ++station) plan.stations.push_back(station);
+  }
+  return plan;
+}
+
+void CSetSearch::cmdSearch_Click() {
+  if (dialog_.IsLineTaken()) return;
+  const SearchPlan plan = Plan();
+  if (plan.port == 0) {
+    stbSearch.SetPanel(1, app_.Text(text::kPortNotChosen));
+    dialog_.SetFocus(dialog_.PortNo);
+    return;
+  }
+  stop_ = false;
+  found_.clear();
+  grdFound.SetSelectedRow(0);
+  grdFound.SetRows(1);
+  pbSearch.SetMax(plan.Steps());
+  const Operation operation(app_, dialog_, Operation::kUnnamed);
+  cmdStop.SetEnabled(true);
+  const SearchResult result = SearchMeters(app_, plan,
+                                           {.step = [&](const SearchStep& step) { return Tell(plan, step); },
+                                            .found = [this](const FoundMeter& meter) { Add(meter); }});
+  cmdStop.SetEnabled(false);
+  pbSearch.SetValue(0);
+  stbSearch.SetPanel(1, EndText(plan, result));
+}
+
+// Before each question. False when the operator has stopped the search.
+bool CSetSearch::Tell(const SearchPlan& plan, const SearchStep& step) {
+  pbSearch.SetValue(step.number);
+  stbSearch.SetPanel(
+      1, FormatText(
+             app_.Text(text::kSearchRuns),
+             {"COM" + std::to_string(plan.port), step.link.speed, FrmCSet::ParityText(app_, step.link.parity),
+              ZeroPadded(step.station, kStationDigits), std::to_string(found_.size())}));
+  return !stop_;
+}
+
+void CSetSearch::Add(const FoundMeter& meter) {
+  found_.push_back(meter);
+  const int row = static_cast<int>(found_.size());
+  grdFound.SetRows(row + 1);
+  grdFound.SetRow(
+      row, std::array{meter.link.speed + "BPS", FrmCSet::ParityText(app_, meter.link.parity),
+                      ZeroPadded(meter.station, kStationDigits), NameOf(app_, kUnitTexts, meter.unit_system),
+                      NameOf(app_, kLanguageTexts, meter.language)});
+}
+
+std::string CSetSearch::EndText(const SearchPlan& plan, const SearchResult& result) const {
+  const std::string port = "COM" + std::to_string(plan.port);
+  const std::string count = std::to_string(result.found);
+  switch (result.end) {
+    case SearchEnd::kStopped:
+      return FormatText(app_.Text(text::kSearchStopped), {count});
+    case SearchEnd::kOtherMaster:
+      return FormatText(app_.Text(text::kOtherMaster), {port, count});
+    case SearchEnd::kPortClosed:
+      return app_.state.PortFaultReason;
+    case SearchEnd::kPortLost:
+      return FormatText(app_.Text(text::kSearchPortLost), {port, app_.state.LastErrorText, count});
+    case SearchEnd::kFinished:
+      break;
+  }
+  const std::string odd =
+      result.odd == 0 ? "" : ' ' + FormatText(app_.Text(text::kSearchOdd), {std::to_string(result.odd)});
+  return FormatText(app_.Text(result.found == 0 ? text::kSearchNone : text::kSearchFound), {port, count}) +
+         odd;
+}
+
+void CSetSearch::cmdStop_Click() { stop_ = true; }
+
+void CSetSearch::grdFound_Click() {
+  const int row = grdFound.SelectedRow();
+  if (row >= 1) dialog_.Fill(found_.at(static_cast<std::size_t>(row) - 1));
+}
+
+}  // namespace vlt

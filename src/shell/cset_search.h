@@ -1,0 +1,46 @@
+// The part of the serial settings that looks for meters on the chosen port: at each speed and parity, on
+// RS232C the one meter there, on RS485 stations 1 to 31. A meter that was found fills the fields; Command1
+// proves them as ever.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "link/meter_search.h"
+#include "shell/frm_cset.h"
+#include "state/app.h"
+
+namespace vlt {
+
+class CSetSearch : public FormPart {
+ public:
+  CSetSearch(App& app, FrmCSet& dialog);
+
+  void FrmInit() override;
+  void Form_Load() override;
+  void Form_Activate() override;
+  const Control* StopButton() const override { return &cmdStop; }
+
+  void cmdSearch_Click();
+  void cmdStop_Click();
+  void grdFound_Click();
+
+  PushButton cmdSearch;
+  PushButton cmdStop;
+  ProgressBar pbSearch;
+  StatusBar stbSearch;  // what the search does, or how it ended
+  Grid grdFound;        // a row a meter
+
+ private:
+  SearchPlan Plan() const;
+  bool Tell(const SearchPlan& plan, const SearchStep& step);
+  void Add(const FoundMeter& meter);
+  std::string EndText(const SearchPlan& plan, const SearchResult& result) const;
+
+  App& app_;
+  FrmCSet& dialog_;
+  std::vector<FoundMeter> found_;
+  bool stop_ = false;
+};
+
+}  // namespace vlt
