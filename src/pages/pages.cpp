@@ -7,6 +7,7 @@
 #include "pages/form3.h"
 #include "pages/form4.h"
 #include "pages/form5.h"
+#include "pages/form7.h"
 
 namespace vlt {
 namespace {
@@ -24,6 +25,7 @@ void RegisterPages(App& app) {
   Register<Form3>(app, "Form3");
   Register<Form4>(app, "Form4");
   Register<Form5>(app, "Form5");
+  Register<Form7>(app, "Form7");
 }
 
 }  // namespace vlt

@@ -116,4 +116,9 @@ inline constexpr int kNotConnected = 3285;
 inline constexpr int kSimulatedMeter = 3286;
 inline constexpr int kAssignPort = 3287;
 
+// Maintenance. kTestState: %1 the meters ("COM1-02"), %2 the page, %3 the button that ends the state.
+inline constexpr int kTestState = 3325;
+inline constexpr int kTestNeedsValue = 3326;
+inline constexpr int kMilliampere = 3327;
+
 }  // namespace vlt::text

@@ -5,6 +5,7 @@
 
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "state/tested_meters.h"
 
 namespace vlt {
 namespace {
@@ -12,6 +13,8 @@ namespace {
 constexpr const char* kRs485 = "RS485";
 constexpr int kTitleText = 1344;
 constexpr int kEndText = 400;
+constexpr int kMaintenanceText = 1070;
+constexpr int kTestCancelText = 1210;
 
 // Language names by SystemLangFlag.
 constexpr std::array<int, 5> kMeterLanguageTexts = {3890, 2280, 2290, 2300, 2310};
@@ -61,6 +64,8 @@ MDIForm1::MDIForm1(App& app)
   calcSensorSpacing.on_click = [this] { calcSensorSpacing_Click(); };
   versionInfo.on_click = [this] { versionInfo_Click(); };
   tmrTimer.on_timer = [this] { tmrTimer_Timer(); };
+  lblTestState.SetBackColour(kWarningColour);
+  lblTestState.SetVisible(false);
   app_.frame = this;
 }
 
@@ -111,7 +116,16 @@ void MDIForm1::Dress() {
   };
   for (const PageButton& row : kPageButtons) dress_button(this->*row.button, row.caption_id);
   dress_button(Command13, kEndText);
+  lblTestState.SetFont({font, 12, true});
+  ShowTestState();
   ShowPvButton();
+}
+
+void MDIForm1::ShowTestState() {
+  lblTestState.SetCaption(
+      FormatText(app_.Text(text::kTestState),
+                 {MetersInTestText(app_), app_.Text(kMaintenanceText), app_.Text(kTestCancelText)}));
+  lblTestState.SetVisible(IsAnyMeterInTest(app_));
 }
 
 void MDIForm1::ShowMeterLanguage() {

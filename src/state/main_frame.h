@@ -19,6 +19,8 @@ class MainFrame {
   virtual StatusBar& Status() = 0;
   virtual PushButton& ExitButton() = 0;
   virtual Timer& OneShotTimer() = 0;
+  // Tells on every page which meters are in their test state, as the shared state has it.
+  virtual void ShowTestState() = 0;
   // Gives the navigation button of the page ("Form10") the idle colour.
   virtual void SetPageButtonIdle(std::string_view page) = 0;
 };
