@@ -116,6 +116,9 @@ inline constexpr int kNotConnected = 3285;
 inline constexpr int kSimulatedMeter = 3286;
 inline constexpr int kAssignPort = 3287;
 
+// A run of live values. Behind it a blank and why the last exchange failed.
+inline constexpr int kChannelsUnknown = 3300;
+
 // Maintenance. kTestState: %1 the meters ("COM1-02"), %2 the page, %3 the button that ends the state.
 inline constexpr int kTestState = 3325;
 inline constexpr int kTestNeedsValue = 3326;
