@@ -7,17 +7,11 @@
 #include <QVBoxLayout>
 
 #include "desktop/binding_kinds.h"
+#include "desktop/colours.h"
 #include "desktop/qt_text.h"
 
 namespace vlt {
 namespace {
-
-constexpr unsigned kSystemColour = 0x80000000;  // a number of the system's palette, not a colour
-
-QColor FromBlueGreenRed(unsigned bgr) {
-  return QColor(static_cast<int>(bgr & 0xFF), static_cast<int>(bgr >> 8 & 0xFF),
-                static_cast<int>(bgr >> 16 & 0xFF));
-}
 
 class PushButtonBinding : public Binding {
  public:
@@ -46,17 +40,7 @@ class PushButtonBinding : public Binding {
     PushColour();
   }
 
-  void PushColour() {
-    if ((shown_colour_ & kSystemColour) != 0) {
-      View()->setPalette(QPalette());
-      return;
-    }
-    const QColor colour = FromBlueGreenRed(shown_colour_);
-    QPalette palette;
-    palette.setColor(QPalette::Button, colour);
-    palette.setColor(QPalette::ButtonText, colour.lightness() > 127 ? Qt::black : Qt::white);
-    View()->setPalette(palette);
-  }
+  void PushColour() { View()->setPalette(OnColour(shown_colour_, QPalette::Button, QPalette::ButtonText)); }
 
   // The mnemonic marks the first such letter, else it stands behind the caption between parentheses.
   QString MarkedCaption() const {

@@ -5,10 +5,13 @@
 
 #include "desktop/art.h"
 #include "desktop/binding_kinds.h"
+#include "desktop/colours.h"
 #include "desktop/qt_text.h"
 
 namespace vlt {
 namespace {
+
+constexpr int kBarMargin = 6;
 
 class LabelBinding : public Binding {
  public:
@@ -19,7 +22,18 @@ class LabelBinding : public Binding {
 
  private:
   QLabel* View() const { return static_cast<QLabel*>(Widget()); }
-  void PushState() override { View()->setText(PlainCaption(Bound().Caption())); }
+  void PushState() override {
+    View()->setText(PlainCaption(Bound().Caption()));
+    const unsigned colour = static_cast<const Label&>(Bound()).BackColour();
+    if (shown_colour_ == colour) return;
+    shown_colour_ = colour;
+    const bool bar = IsOwnColour(colour);
+    View()->setPalette(OnColour(colour, QPalette::Window, QPalette::WindowText));
+    View()->setAutoFillBackground(bar);
+    View()->setMargin(bar ? kBarMargin : 0);
+    View()->setWordWrap(bar);
+  }
+  unsigned shown_colour_ = kButtonFaceColour;
 };
 
 class FrameBinding : public Binding {

@@ -8,8 +8,10 @@ namespace {
 constexpr std::size_t kReplyHead = 3;  // station, function, count
 constexpr std::size_t kCheckBytes = 2;
 
-WriteResult Judge(bool answered, bool repeated) {
-  if (!answered) return WriteResult::kNoReply;
+constexpr int kException = 0x80;  // added to the function of a request that the meter refuses
+
+WriteResult Judge(const Frame& request, const Frame& reply, bool answered, bool repeated) {
+  if (!answered) return reply[1] == (request[1] | kException) ? WriteResult::kRefused : WriteResult::kNoReply;
   return repeated ? WriteResult::kProven : WriteResult::kOtherEcho;
 }
 
@@ -34,7 +36,7 @@ WriteResult WriteRegister(App& app, const Target& target, int address, int value
   Frame request = WriteRegisterRequest(target.station, address, value);
   Frame reply = ReplyFor(request);
   const bool answered = SendReceive(app, request, reply, target.mode);
-  return Judge(answered, answered && EchoWordMatch(reply, value & 0xFFFF, 1));
+  return Judge(request, reply, answered, answered && EchoWordMatch(reply, value & 0xFFFF, 1));
 }
 
 WriteResult WriteRegister(App& app, int address, int value) {
@@ -45,7 +47,7 @@ WriteResult WriteRegisters(App& app, const Target& target, int address, std::spa
   Frame request = WriteRegistersRequest(target.station, address, data);
   Frame reply = ReplyFor(request);
   const bool answered = SendReceive(app, request, reply, target.mode);
-  return Judge(answered, answered && EchoWordEqual(reply, static_cast<int>(data.size() / 2)));
+  return Judge(request, reply, answered, answered && EchoWordEqual(reply, static_cast<int>(data.size() / 2)));
 }
 
 WriteResult WriteRegisters(App& app, int address, std::span<const std::uint8_t> data) {

@@ -43,6 +43,7 @@ bool ReadRegisters(App& app, const RegisterSpan& span, RegisterData& data);
 enum class WriteResult {
   kProven,     // the reply repeats what was sent: the value (06) or the number of registers (10H)
   kNoReply,    // no valid reply; LastErrorText says why
+  kRefused,    // the meter answered with an exception; LastErrorText says which
   kOtherEcho,  // a valid reply that repeats something else
 };
 

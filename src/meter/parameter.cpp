@@ -80,6 +80,8 @@ Range RangeOf(Wire wire) {
   switch (wire) {
     case Wire::kUInt16:
       return {0, 65535};
+    case Wire::kWord:
+      return {-32768, 65535};
     case Wire::kInt32:
       return {std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()};
     default:
@@ -161,8 +163,9 @@ Encoded EncodeText(const Parameter& parameter, const SharedState& state, std::st
     const auto scaled = ScaledInt32(*number, decimals);
     if (scaled) return {.bytes = Bytes(Int32ToBytes(*scaled))};
   } else {
-    const auto scaled =
+    auto scaled =
         parameter.wire == Wire::kUInt16 ? ScaledUInt16(*number, decimals) : ScaledInt16(*number, decimals);
+    if (!scaled && parameter.wire == Wire::kWord) scaled = ScaledUInt16(*number, decimals);
     if (scaled) return {.bytes = Bytes(Int16ToBytes(*scaled))};
   }
   return {.bytes = {}, .fault = TextFault::kOutOfRange};

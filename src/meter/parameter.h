@@ -20,7 +20,14 @@ namespace vlt {
 
 // What a register holds. All are big-endian; a 32-bit value takes two registers, a double four, characters as
 // many as the row says, two in each.
-enum class Wire : std::uint8_t { kInt16, kUInt16, kInt32, kDouble, kCharacters };
+enum class Wire : std::uint8_t {
+  kInt16,
+  kUInt16,
+  kInt32,
+  kDouble,
+  kCharacters,
+  kWord,  // 16 bits that may be typed as a signed or an unsigned number; shown signed
+};
 
 // How a value is shown. Numbers are in fixed notation with "." under every locale, never with an exponent.
 enum class Show : std::uint8_t {

@@ -8,6 +8,7 @@
 #include "pages/form4.h"
 #include "pages/form5.h"
 #include "pages/form6.h"
+#include "pages/form7.h"
 
 namespace vlt {
 namespace {
@@ -26,6 +27,7 @@ void RegisterPages(App& app) {
   Register<Form4>(app, "Form4");
   Register<Form5>(app, "Form5");
   Register<Form6>(app, "Form6");
+  Register<Form7>(app, "Form7");
 }
 
 }  // namespace vlt

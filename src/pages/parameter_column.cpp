@@ -252,15 +252,15 @@ void ParameterColumn::ClearMarks() {
 
 // --- the exchanges -----------------------------------------------------------------------------------------
 
-bool ParameterColumn::MayStart() {
-  if (!rules_.AnythingSelected()) return false;
+bool ParameterColumn::MayStart(bool selected) {
+  if (!selected) return false;
   if (rules_.ChannelIsChosen()) return true;
   app_.Show(app_.Text(text::kChooseChannel));
   return false;
 }
 
 void ParameterColumn::ReadParameter_Click() {
-  if (!MayStart()) return;
+  if (!MayStart(rules_.AnythingSelected())) return;
   if (ReadAfterSet) return ReadBack();
   Operation operation(app_, page_, parts_.read.Name(), parts_.read_started);
   if (!operation.OpenPortOrTell()) return;
@@ -321,7 +321,7 @@ void ParameterColumn::ShowValue(const Field& field, const RegisterData& data, st
 }
 
 void ParameterColumn::SetParameter_Click() {
-  if (!MayStart()) return;
+  if (!MayStart(rules_.AnythingToSet())) return;
   ClearMarks();
   WritePlan plan;
   rules_.PlanWrites(plan);
@@ -385,6 +385,7 @@ bool ParameterColumn::Send(const PlannedWrite& write) {
     rules_.WriteProven(write);
     return true;
   }
+  rules_.WriteFailed(write, result);
   const std::string reason = WriteFailureText(app_, result);
   if (write.field != nullptr) write.field->Mark(reason);
   app_.Status(write.name + ": " + reason);

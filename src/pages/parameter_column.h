@@ -53,12 +53,19 @@ class ColumnRules {
   virtual std::string ReadRemark() { return {}; }
 
   // --- setting ---
+  // Whether there is something to set; by default as for a read.
+  virtual bool AnythingToSet() { return AnythingSelected(); }
   // Asks what must be asked before a set; false ends it, and nothing was sent.
   virtual bool MaySet() { return true; }
   // The writes of a set, in order; by default the write order.
   virtual void PlanWrites(WritePlan& plan);
   // The meter has confirmed a write.
   virtual void WriteProven(const PlannedWrite& write) { (void)write; }
+  // The meter has not confirmed a write. Unless it has refused it, it may have taken it all the same.
+  virtual void WriteFailed(const PlannedWrite& write, WriteResult result) {
+    (void)write;
+    (void)result;
+  }
   // Whether the set ends with a read of what was set.
   virtual bool ReadsBack() { return true; }
   // The name of a field in the failure box.
@@ -165,7 +172,7 @@ class ParameterColumn {
   int AddressOnPage(const Parameter& row) const { return AddressOf(row, rules_.IndexOf(row.location)); }
   void Tie(const Field& field);
   void ShowValue(const Field& field, const RegisterData& data, std::size_t at);
-  bool MayStart();
+  bool MayStart(bool selected);
   bool Judge(const WritePlan& plan);
   void ReadBack();
   // False when the operator has ended the set.

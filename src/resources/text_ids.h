@@ -164,5 +164,9 @@ inline constexpr int kFullModel = 3356;
 inline constexpr int kSingleModel = 3357;
 inline constexpr int kReadMeter = 3358;
 inline constexpr int kFirstSteps = 3359;  // a title, and below it the steps
+// Maintenance. kTestState: %1 the meters ("COM1-02"), %2 the page, %3 the button that ends the state.
+inline constexpr int kTestState = 3325;
+inline constexpr int kTestNeedsValue = 3326;
+inline constexpr int kMilliampere = 3327;
 
 }  // namespace vlt::text

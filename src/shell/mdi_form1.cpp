@@ -6,6 +6,7 @@
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "shell/frame_facts.h"
+#include "state/tested_meters.h"
 
 namespace vlt {
 namespace {
@@ -15,6 +16,8 @@ constexpr int kPageFont = 1;
 constexpr const char* kRs485 = "RS485";
 constexpr int kTitleText = 1344;
 constexpr int kEndText = 400;
+constexpr int kMaintenanceText = 1070;
+constexpr int kTestCancelText = 1210;
 
 // Language names by SystemLangFlag.
 constexpr std::array<int, 5> kMeterLanguageTexts = {3890, 2280, 2290, 2300, 2310};
@@ -64,6 +67,8 @@ MDIForm1::MDIForm1(App& app)
   calcSensorSpacing.on_click = [this] { calcSensorSpacing_Click(); };
   versionInfo.on_click = [this] { versionInfo_Click(); };
   tmrTimer.on_timer = [this] { tmrTimer_Timer(); };
+  lblTestState.SetBackColour(kWarningColour);
+  lblTestState.SetVisible(false);
   app_.frame = this;
 }
 
@@ -131,8 +136,17 @@ void MDIForm1::Dress() {
   };
   for (const PageButton& row : kPageButtons) dress_button(this->*row.button, row.caption_id);
   dress_button(Command13, kEndText);
+  lblTestState.SetFont({font, 12, true});
+  ShowTestState();
   ShowPvButton();
   ShowFacts();
+}
+
+void MDIForm1::ShowTestState() {
+  lblTestState.SetCaption(
+      FormatText(app_.Text(text::kTestState),
+                 {MetersInTestText(app_), app_.Text(kMaintenanceText), app_.Text(kTestCancelText)}));
+  lblTestState.SetVisible(IsAnyMeterInTest(app_));
 }
 
 void MDIForm1::ShowMeterLanguage() {

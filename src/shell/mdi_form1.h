@@ -43,6 +43,7 @@ class MDIForm1 : public Form, public MainFrame {
   StatusBar& Status() override { return StatusBar1; }
   PushButton& ExitButton() override { return Command13; }
   Timer& OneShotTimer() override { return tmrTimer; }
+  void ShowTestState() override;
   void SetPageButtonIdle(std::string_view page) override;
   void ShowFacts() override;
   void ShowMeter() override;
@@ -106,6 +107,8 @@ class MDIForm1 : public Form, public MainFrame {
   MenuItem calcSensorSpacing{*this, "calcSensorSpacing"};
   MenuItem versionInfo{*this, "versionInfo"};
 
+  // Which meters are in their test state; there while one is.
+  Label lblTestState{*this, "lblTestState"};
   StatusBar StatusBar1{*this, "StatusBar1", 3};  // messages, meter language, unit system
   Timer tmrTimer{*this, "tmrTimer"};
   SerialPort& objMSComm;

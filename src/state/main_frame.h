@@ -25,6 +25,8 @@ class MainFrame {
   virtual void ShowMeter() {}
   // TransMethod has changed: some buttons are there on RS485 only.
   virtual void ShowPvButton() {}
+  // Tells on every page which meters are in their test state, as the shared state has it.
+  virtual void ShowTestState() = 0;
   // Gives the navigation button of the page ("Form10") the idle colour.
   virtual void SetPageButtonIdle(std::string_view page) = 0;
 };

@@ -2,13 +2,39 @@
 #pragma once
 
 #include <array>
+#include <compare>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
 namespace vlt {
 
 inline constexpr int kChannels = 3;  // CH1, CH2 and the computed CH3
+
+// Where a meter is reached: port n of COMn, and station, 0 for the only meter on a line.
+struct MeterPlace {
+  int port = 0;
+  int station = 0;
+  auto operator<=>(const MeterPlace&) const = default;
+};
+
+// What the maintenance page showed when it was left last. Goes to no file.
+struct MaintenanceTexts {
+  // Of an analog output: the point that is adjusted (0 is 4 mA, 1 is 20 mA, -1 none) and the texts of both.
+  struct Adjustment {
+    int point = -1;
+    std::string text_4ma;
+    std::string text_20ma;
+  };
+  std::array<Adjustment, 2> adjustments;
+  std::string ao_percent;
+  int do_index = -1;
+  std::string pulse;
+  std::string do2_frequency;
+  std::string input_data;
+  std::string tracking_time;
+};
 
 // Booleans kept as numbers are -1 for true and 0 for false, and are only compared against 0.
 struct SharedState {
@@ -89,6 +115,9 @@ struct SharedState {
   std::string MeterVersion;
   std::string MeterIdNo;
   std::string MeterSpecNo;
+  // Meters that are, or may be, in their test state.
+  std::set<MeterPlace> MetersInTest;
+  MaintenanceTexts Maintenance;
 
   // Channel or output that a page shows; persists between openings.
   int ProcessChannel = 0;

@@ -224,6 +224,12 @@ bool ComboBox::Choose(int list_index) {
 Label::Label(ControlOwner& owner, std::string name, int index)
     : Control(owner, ControlKind::kLabel, std::move(name), index) {}
 
+void Label::SetBackColour(unsigned bgr) {
+  if (back_colour_ == bgr) return;
+  back_colour_ = bgr;
+  Changed();
+}
+
 FrameBox::FrameBox(ControlOwner& owner, std::string name, int index)
     : Control(owner, ControlKind::kFrame, std::move(name), index) {}
 

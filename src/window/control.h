@@ -46,6 +46,7 @@ struct Font {
 // Colours in blue-green-red order, and the system's button face.
 inline constexpr unsigned kActiveButtonColour = 0x80C0FF;
 inline constexpr unsigned kButtonFaceColour = 0x8000000F;
+inline constexpr unsigned kWarningColour = 0x2030C8;
 
 class Control {
  public:
@@ -192,6 +193,12 @@ class ComboBox : public Control {
 class Label : public Control {
  public:
   Label(ControlOwner& owner, std::string name, int index = kNoIndex);
+  // A label with a colour of its own is a bar that must not be overlooked.
+  unsigned BackColour() const { return back_colour_; }
+  void SetBackColour(unsigned bgr);
+
+ private:
+  unsigned back_colour_ = kButtonFaceColour;
 };
 
 class FrameBox : public Control {

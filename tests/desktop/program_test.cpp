@@ -128,6 +128,28 @@ TEST_P(ProgramTest, FieldsHaveRoomForTheWidestValueOrTellIt) {
   }
 }
 
+TEST_P(ProgramTest, ATestStateIsABarAbovePagesInTheNarrowestWindowToo) {
+  Open("Form7");
+  QWidget& bar = hands.Widget("MDIForm1", "lblTestState");
+  EXPECT_FALSE(bar.isVisible());
+  app.state.MetersInTest = {{.port = 1, .station = 1}, {.port = 1, .station = 2}, {.port = 10, .station = 0}};
+  app.frame->ShowTestState();
+  QWidget& window = *hands.Window("MDIForm1").window();
+  for (const int width : {1280, window.minimumWidth()}) {
+    window.resize(width, 800);
+    program.Screen().Flush();
+    QApplication::processEvents();
+    EXPECT_TRUE(bar.isVisible());
+    EXPECT_GE(bar.height(), bar.heightForWidth(bar.width())) << "the text is whole";
+    EXPECT_LE(bar.mapTo(&window, bar.rect().bottomRight()).x(), width);
+    EXPECT_EQ(bar.palette().color(QPalette::Window), QColor(0xC8, 0x30, 0x20));
+  }
+  app.state.MetersInTest.clear();
+  app.frame->ShowTestState();
+  program.Screen().Flush();
+  EXPECT_FALSE(bar.isVisible());
+}
+
 TEST_P(ProgramTest, TheMainWindowComesBackWhereItWasLeft) {
   const QString path = folder.filePath("VLT.ini");
   BoxAnswers boxes;

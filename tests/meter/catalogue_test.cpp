@@ -6,6 +6,7 @@
 #include "meter/details_table.h"
 #include "meter/display_table.h"
 #include "meter/heat_table.h"
+#include "meter/maintenance_table.h"
 #include "meter/process_table.h"
 #include "meter/range_table.h"
 #include "meter/status_table.h"
@@ -18,8 +19,8 @@ namespace {
 
 using Table = std::span<const Parameter>;
 
-const Table kTables[] = {kProcessTable, kRangeTable,  kTotalTable, kStatusTable,
-                         kDisplayTable, kSystemTable, kHeatTable,  kDetailsTable};
+const Table kTables[] = {kProcessTable, kRangeTable, kTotalTable,   kStatusTable,     kDisplayTable,
+                         kSystemTable,  kHeatTable,  kDetailsTable, kMaintenanceTable};
 
 // What would go unseen until an operator reads or writes the wrong register.
 TEST(Catalogue, RowsAreDistinctNamedAndLieApart) {
@@ -83,6 +84,8 @@ TEST(Catalogue, ATextThatTheRegisterCannotHoldIsTold) {
       {ProcessRow("outer_diameter"), 1, "21474836.47", TextFault::kOutOfRange, "214748.3647"},
       {ProcessRow("sensor_spacing_2"), 0, "-1", TextFault::kOutOfRange, "65535"},
       {RangeRow("hysteresis"), 0, "327.68", TextFault::kOutOfRange, "327.67"},
+      {MaintenanceRow("ao1_adjustment_4ma"), 0, "65535", TextFault::kNone, "65535"},
+      {MaintenanceRow("ao1_adjustment_4ma"), 0, "-32769", TextFault::kOutOfRange, "65535"},
   };
   for (const auto& c : cases) {
     state.UnitFlag = c.unit_flag;

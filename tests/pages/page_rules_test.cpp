@@ -14,7 +14,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5", "Form6"};
+constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5", "Form6", "Form7"};
 
 ParameterPage& OpenPage(PageTest& test, const char* name) { return test.Open<ParameterPage>(name); }
 

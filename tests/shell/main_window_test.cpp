@@ -3,6 +3,7 @@
 #include "shell/version.h"
 #include "shell_fixture.h"
 #include "state/form_lock.h"
+#include "state/tested_meters.h"
 
 namespace vlt::test {
 namespace {
@@ -55,6 +56,23 @@ TEST_F(MainWindowTest, AButtonOpensItsPageAndClosesItByFamily) {
     EXPECT_EQ(notes[given.page].loads, 1);
     EXPECT_EQ(notes[given.page].inits, given.toggles ? 2 : 3);
   }
+}
+
+TEST_F(MainWindowTest, ATestStateIsTold) {
+  MDIForm1& window = OpenMainWindow("VR=M627\r\nLANG_FLAG=1\r\n[COMM]\r\nPORT=2\r\nSTATION_NO=07\r\n");
+  EXPECT_FALSE(window.lblTestState.Visible());
+  MeterIsInTest(*app);
+  EXPECT_TRUE(window.lblTestState.Visible());
+  EXPECT_EQ(window.lblTestState.BackColour(), kWarningColour);
+  EXPECT_EQ(window.lblTestState.Caption(),
+            "TEST STATE (COM2-07): outputs may not be what is measured. End it by \"TEST Cancel\" on page "
+            "MAINTENANCE.");
+  app->state.StationNo = "08";
+  MeterTestHasEnded(*app);
+  EXPECT_TRUE(window.lblTestState.Visible()) << "another meter's";
+  app->state.StationNo = "07";
+  MeterTestHasEnded(*app);
+  EXPECT_FALSE(window.lblTestState.Visible());
 }
 
 TEST_F(MainWindowTest, TheOtherFamilyClosesOnePageAtATime) {

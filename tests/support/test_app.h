@@ -19,12 +19,14 @@ class TestFrame : public Form, public MainFrame {
   StatusBar& Status() override { return StatusBar1; }
   PushButton& ExitButton() override { return Command13; }
   Timer& OneShotTimer() override { return tmrTimer; }
+  void ShowTestState() override { ++test_state_shown; }
   void SetPageButtonIdle(std::string_view page) override { idle_pages.emplace_back(page); }
 
   StatusBar StatusBar1;
   PushButton Command13;
   Timer tmrTimer;
   bool menubar_enabled = true;
+  int test_state_shown = 0;
   std::vector<std::string> idle_pages;
 };
 

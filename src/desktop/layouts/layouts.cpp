@@ -4,10 +4,10 @@ namespace vlt {
 namespace {
 
 constexpr const WindowLayout* kLayouts[] = {
-    &kMDIForm1Layout, &kSplashLayout,   &kSplashT305Layout, &kSplashK410Layout,
-    &kFrmMssgLayout,  &kFrmAboutLayout, &kFrmWaitLayout,    &kFrmCSetLayout,
-    &kForm2Layout,    &kForm3Layout,    &kForm4Layout,      &kForm5Layout,
-    &kForm6Layout,    &kForm8Layout,    &kForm9Layout,      &kForm10Layout,
+    &kMDIForm1Layout, &kSplashLayout,  &kSplashT305Layout, &kSplashK410Layout, &kFrmMssgLayout,
+    &kFrmAboutLayout, &kFrmWaitLayout, &kFrmCSetLayout,    &kForm2Layout,      &kForm3Layout,
+    &kForm4Layout,    &kForm5Layout,   &kForm6Layout,      &kForm7Layout,      &kForm8Layout,
+    &kForm9Layout,    &kForm10Layout,
 };
 
 }  // namespace

@@ -18,6 +18,7 @@ extern const WindowLayout kForm3Layout;
 extern const WindowLayout kForm4Layout;
 extern const WindowLayout kForm5Layout;
 extern const WindowLayout kForm6Layout;
+extern const WindowLayout kForm7Layout;
 extern const WindowLayout kForm8Layout;
 extern const WindowLayout kForm9Layout;
 extern const WindowLayout kForm10Layout;

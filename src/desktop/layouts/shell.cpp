@@ -12,6 +12,7 @@ constexpr LayoutItem kMainWindow[] = {
     Navigation("Command1", "Command2", "Command3", "Command5", "Command4", "Command6", "Command7", "Command9",
                "Command10", "Command11", "Command14", ">", "cmdLink", "Command13"),
     Column(),
+    Strip("lblTestState"),
     PageArea(),
     EmptyPage(),
     Columns(),
