@@ -5,8 +5,8 @@
 #include <cmath>
 
 #include "link/device_queries.h"
-#include "link/modbus.h"
-#include "link/port.h"
+#include "link/operation.h"
+#include "link/registers.h"
 #include "state/form_lock.h"
 #include "values/code_tables.h"
 #include "values/codecs.h"
@@ -15,7 +15,10 @@
 namespace vlt {
 namespace {
 
-constexpr int kInputRegisters = 4;
+constexpr int kTitle = 1360;
+constexpr int kAlarmHead = 460;
+constexpr int kReadCaption = 2030;
+
 constexpr std::array<int, kChannels> kRasWord = {0x0024, 0x13AC, 0x2540};
 constexpr int kOneChannel = 1;  // of GetChannelConfig
 constexpr int kTwoPaths = 2;
@@ -37,7 +40,6 @@ constexpr int kLongestWait = 2;  // ticks
 
 constexpr int kReadStarted = 4018;
 constexpr int kReadCompleted = 4028;
-constexpr int kPortFailed = 3950;
 
 }  // namespace
 
@@ -48,9 +50,9 @@ Form8::Form8(App& app) : PageForm(app, "Form8") {
 }
 
 void Form8::C10_RAS_FrmInit() {
-  SetCaption(app().Text(1360));
-  LabelRAS.SetCaption(app().Text(460));
-  RASReadParameter.SetCaption(app().Text(2030));
+  SetCaption(app().Text(kTitle));
+  LabelRAS.SetCaption(app().Text(kAlarmHead));
+  RASReadParameter.SetCaption(app().Text(kReadCaption));
   for (int column = 0; column < MSFlexGrid1.Columns(); ++column) {
     MSFlexGrid1.SetCell(0, column, app().Text(kHeadTexts[column]));
   }
@@ -72,14 +74,8 @@ void Form8::Form_Activate() {
 }
 
 void Form8::RASReadParameter_Click() {
-  FormLock(app(), *this, 0);
-  app().windows.SetMousePointer(kHourglassPointer);
-  app().Status(app().Text(kReadStarted));
-  if (!OpenPort(app())) {
-    app().Show(app().Text(kPortFailed));
-    End(CommunicationErrorText(app()));
-    return;
-  }
+  Operation operation(app(), *this, RASReadParameter.Name(), kReadStarted);
+  if (!operation.OpenPortOrTell(MessageIcon::kNone)) return;
   const int mode = GetChannelConfig(app());
   ReadColumn(0);
   if (mode == kOneChannel) SetGeometry(true);
@@ -88,23 +84,17 @@ void Form8::RASReadParameter_Click() {
     ReadColumn(1);
     ReadColumn(2);
   }
-  End(app().Text(kReadCompleted) + " " + app().state.LastErrorText);
-}
-
-void Form8::End(const std::string& text) {
-  FormLock(app(), *this, 1);
-  app().windows.SetMousePointer(kNormalPointer);
-  app().Status(text);
+  operation.End(app().Text(kReadCompleted) + " " + app().state.LastErrorText);
 }
 
 void Form8::ReadColumn(int ch) {
-  Frame request =
-      ReadRequest(StationNumber(app()), kInputRegisters, kRasWord.at(static_cast<std::size_t>(ch)), 1);
-  Frame reply = ReplyFor(request);
-  if (!SendReceive(app(), request, reply)) return;
-  const std::bitset<kAlarms> word(static_cast<unsigned>(BytesToUInt16(reply, 3)));
+  const RegisterSpan word{
+      .function = ReadFunction::kInput, .address = kRasWord.at(static_cast<std::size_t>(ch)), .count = 1};
+  RegisterData data;
+  if (!ReadRegisters(app(), word, data)) return;
+  const std::bitset<kAlarms> bits(static_cast<unsigned>(BytesToUInt16(data, 0)));
   for (int row = 1; row <= kAlarms; ++row) {
-    MSFlexGrid1.SetCell(row, ch, word[static_cast<std::size_t>(kAlarms - row)] ? "1" : "0");
+    MSFlexGrid1.SetCell(row, ch, bits[static_cast<std::size_t>(kAlarms - row)] ? "1" : "0");
   }
 }
 

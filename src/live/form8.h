@@ -47,7 +47,6 @@ class Form8 : public PageForm {
   // Reads the word of a channel into its column, which stays as it is without an answer.
   void ReadColumn(int ch);
   void SetGeometry(bool one_channel);
-  void End(const std::string& text);
 
   int wait_ticks_ = 0;
 };

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "link/port.h"
-#include "live/form9_busy.h"
 #include "state/form_lock.h"
 #include "values/input_check.h"
 #include "values/number_text.h"
@@ -12,6 +11,10 @@
 
 namespace vlt {
 namespace {
+
+constexpr int kTitle = 1310;
+constexpr int kPercent = 10;
+constexpr int kPulses = 130;
 
 constexpr const char* kDefaultMax = "1000";
 constexpr const char* kDefaultMin = "-1000";
@@ -48,7 +51,10 @@ std::vector<Form9::Scale> Form9::Scales() {
   };
 }
 
-Form9::Form9(App& app) : PageForm(app, "Form9") {
+Form9::Form9(App& app)
+    : PageForm(app, "Form9"),
+      log_(app, [this] { return HeadLines(); }),
+      run_(app, *this, [this](bool may_ask) { RunStopped(may_ask); }) {
   Start.on_click = [this] { Start_Click(); };
   Stop.on_click = [this] { Stop_Click(); };
   SaveCSV.on_click = [this] { SaveCSV_Click(); };
@@ -58,10 +64,7 @@ Form9::Form9(App& app) : PageForm(app, "Form9") {
   for (const Scale& scale : Scales()) {
     scale.box.on_lost_focus = [this, scale] { CheckScale(scale); };
   }
-  for (const auto fields : {MeasuredFields(), HeatFields()}) {
-    for (const MeasureField& field : fields)
-      (this->*field.box).ForEach([](TextBox& b) { b.SetLocked(true); });
-  }
+  for (const Shown& shown : kShown) (this->*shown.box).ForEach([](TextBox& box) { box.SetLocked(true); });
 }
 
 void Form9::C07_KEISOKU_FrmInit() {
@@ -102,11 +105,11 @@ void Form9::C07_KEISOKU_FrmInit() {
       {lblRETURN_TEMP, 2399},
       {lblHPerUnit, 10},
   };
-  SetCaption(app().Text(1310));
+  SetCaption(app().Text(kTitle));
   for (const auto& row : rows) row.control.SetCaption(app().Text(row.text_id));
-  lblRyuryoPerUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(10)); });
-  lblPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(130)); });
-  lblHPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(130)); });
+  lblRyuryoPerUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(kPercent)); });
+  lblPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(kPulses)); });
+  lblHPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(kPulses)); });
   const ControlArray<Label>* names[] = {&lblCh1, &lblCh2, &lblCh3};
   for (std::size_t i = 0; i < std::size(names); ++i) {
     ChannelNames[i] = app().Text(kChannelNames[i]);
@@ -121,34 +124,38 @@ void Form9::Form_Load() {
   C07_KEISOKU_FrmInit();
   SetRunButtons(0);
   RestoreMeasureScales();
+  KeepScales();
   Chart2D1.SetYTitle("[   ]");
   PrepareTrend();
   FillChannelList();
 }
 
 void Form9::Form_Activate() {
+  // The last tick of a run that was stopped would be taken for a run.
+  if (IsEnding()) EndTicks();
   // Looking at the other pages gives way, so a run may have begun meanwhile.
-  const bool idle = !app().state.UiLocked && IsMonitorIdle(app()) && !app().state.UiLocked && !busy_;
+  const bool idle = !app().state.UiLocked && IsMonitorIdle(app()) && !app().state.UiLocked && !run_.Busy();
   Start.SetEnabled(idle);
   SaveCSV.SetEnabled(idle);
-  if (!idle || leaving_) return;
-  const Busy busy(*this);
-  OpenPort(app());
-  AskChannelMode();
-  FillChannelList();
+  if (!idle || run_.Leaving()) return;
+  run_.Ask([this] {
+    OpenPort(app());
+    AskChannelMode();
+    FillChannelList();
+  });
 }
 
 void Form9::Form_Deactivate() { SetButtonIdle(); }
 
 void Form9::Form_Unload(int&) {
-  leaving_ = true;
   for (Control* control :
        std::initializer_list<Control*>{&Start, &SaveCSV, &Frame6, &CH_Combo, &Flow_Combo}) {
     control->SetEnabled(true);
   }
   CycleTimer.SetRunning(false);
   Text_Box_Enable();
-  Stop_Click();
+  if (app().state.PvRunning == 0) app().state.StopRequest = 1;
+  run_.Leave();
   if (IsMonitorIdle(app())) app().state.StopRequest = 1;
   Taihi_Form9();
   if (app().frame == nullptr) return;
@@ -158,6 +165,13 @@ void Form9::Form_Unload(int&) {
 
 void Form9::Taihi_Form9() {
   for (const Scale& scale : Scales()) app().state.*scale.kept = Trim(scale.box.Text());
+}
+
+// What is typed is kept at once: the settings file is written while the page is still open.
+void Form9::KeepScales() {
+  for (const Scale& scale : Scales()) {
+    scale.box.on_change = [this, scale] { app().state.*scale.kept = Trim(scale.box.Text()); };
+  }
 }
 
 void Form9::RestoreMeasureScales() {

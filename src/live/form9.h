@@ -1,26 +1,21 @@
 // Measure: polls the measured values of every channel once a cycle, shows them, draws one of them on the
 // trend chart and adds a record to a CSV file. Nothing is written to the meter.
-//
-// Every exchange gives way to events, so Stop, or the unloading of the page, may come in the middle of a
-// cycle or of a start. They only leave a note then; what they have to do (the Stop sequence asks the meter)
-// follows when the running work has returned, so no exchange lies inside another.
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "link/modbus.h"
+#include "live/live_fields.h"
+#include "live/live_run.h"
+#include "live/measure_log.h"
 #include "live/measure_record.h"
 #include "live/trend.h"
 #include "pages/page.h"
 
 namespace vlt {
-
-struct MeasureBlock;
 
 class Form9 : public PageForm {
  public:
@@ -50,17 +45,21 @@ class Form9 : public PageForm {
   void AcquireOnce();
   // Reads all channels, shows them and adds the record. 0, or -7000 when at least one exchange failed.
   int ReadMeasuredValues();
-  // Adds a record to the file and starts the next file when it is full. A record that cannot be written is
-  // lost, and panel 2 of StatusBar2 says so until records are written again. A file that is not there gets
-  // its head first. Nothing for an empty path or "***".
+  // Adds a record to the file (MeasureLog::Append). Panel 2 of StatusBar2 tells of records that are lost
+  // until records are written again.
   void AppendMeasureRecord(const std::string& path, const LocalTime& localTime,
                            std::span<const FieldTexts> fieldTexts, const std::string& errorText);
-  // Adds the two head lines. Nothing for an empty path or "***".
+  // Adds the two head lines (MeasureLog::WriteHead).
   void WriteMeasureHeader(const std::string& path);
 
-  std::string MeasureFilePath;  // of the current file; empty until SaveCSV has given one
-  int MeasureRecordCount = 0;   // records in the current file
-  int Running = 0;              // 1 while a run is on
+ private:
+  MeasureLog log_;
+  LiveRun run_;
+
+ public:
+  std::string& MeasureFilePath = log_.Path;    // of the current file; empty until SaveCSV has given one
+  int& MeasureRecordCount = log_.RecordCount;  // records in the current file
+  int& Running = run_.Running;                 // 1 while a run is on
   int CycleSeconds = 1;
   int CycleCount = 0;   // ticks since the last cycle
   int ChannelMode = 0;  // of GetChannelConfig: 1, 2, 3, or -1; 0 before it was asked
@@ -147,9 +146,14 @@ class Form9 : public PageForm {
   Trend trend{Chart2D1};
 
  private:
-  // Work that exchanges with the meter. Ticks that fall into it are dropped; Stop waits for its end.
-  class Busy;
   struct Scale;
+  // Where a live value is shown.
+  struct Shown {
+    ControlArray<TextBox> Form9::*box;
+    Label& (*unit)(Form9&, int) = nullptr;  // of a channel; null for a value without a unit
+  };
+  // By the places of live_fields.h.
+  static const std::array<Shown, kAllFields> kShown;
 
   void Start_Click();
   void Stop_Click();
@@ -162,6 +166,7 @@ class Form9 : public PageForm {
   std::vector<Scale> Scales();
   bool CheckScale(const Scale& scale);
   bool CheckScales();
+  void KeepScales();
   double ScaleValue(const TextBox& box, const char* fallback) const;
   void PrepareTrend();
   void FillChannelList();
@@ -173,12 +178,18 @@ class Form9 : public PageForm {
   bool CanStart();
   bool OpenForRun();
   void LockForRun();
+  bool PrepareRun();
+  void BeginCycles();
   void RestartTimer();
-  void AskUnits();
+  bool AskUnits();
+  void TellUnknownChannels();
   void AskChannelMode();
-  void FinishStop();
+  void RunStopped(bool may_ask);
+  void EndTicks();
+  void WakePageInFront();
+  // Stopped, and the last tick is still to come.
+  bool IsEnding() const { return Running != 1 && CycleTimer.Running() && !run_.Busy(); }
   void ShowState(int text_id, bool with_error);
-  void SetLock(bool locked);
   void SetScaleControls(bool enabled);
   void ShowChannelsInUse();
   void EnableChannelLabels(int ch, bool enabled);
@@ -187,52 +198,22 @@ class Form9 : public PageForm {
 
   // form9_read.cpp
   bool ReadChannel(int ch);
-  bool ReadBlock(const MeasureBlock& block, int ch);
-  void ShowField(const MeasureBlock& block, std::size_t row, int ch, const Frame& reply);
-  void ShowRas(int ch, const std::string& bits);
+  bool ReadBlock(const LiveBlock& block, int ch);
+  void ShowField(int place, int ch, const RegisterData& data);
+  void ShowVelocity(int ch, std::string& text);
   void FailChannel(int ch);
   void EmptyBoxes();
-  int PlottedField() const;
+  int PlottedPlace() const;
   int ChannelCount() const { return ChannelMode == 1 ? 1 : kChannels; }
   int FieldCount() const { return heat_ ? kAllFields : kPlainFields; }
   bool HasNoVelocity(int ch) const { return ChannelMode == 3 && ch == 2; }
 
   // form9_file.cpp
-  FileError WriteHeader(const std::string& path);
-  void TellLoss(const std::string& path, FileError error);
+  std::vector<std::string> HeadLines();
 
   bool heat_ = false;  // this run reads the heat block too
-  bool busy_ = false;
-  bool stop_pending_ = false;
-  bool owns_lock_ = false;
-  bool leaving_ = false;  // the page is being unloaded
   std::array<FieldTexts, kChannels> texts_;
   std::optional<double> TrendValue;  // to draw in this cycle
-  int lost_records_ = 0;             // since the last one that was written
 };
-
-enum class MeasureType { kSingle, kDouble, kPulses, kBits };
-
-// One value of a block: where it lies, where it is shown, the head of its column.
-struct MeasureField {
-  int offset;  // in words from the start of the block
-  MeasureType type;
-  ControlArray<TextBox> Form9::*box;
-  int head;                               // text id
-  Label& (*unit)(Form9&, int) = nullptr;  // of a channel; null for a value without a unit
-};
-
-// A block of input registers (function 04), its fields in the order of the record.
-struct MeasureBlock {
-  std::array<int, kChannels> address;  // by channel
-  int words;
-  int place;  // of its first field in a record
-  std::span<const MeasureField> fields;
-};
-
-const MeasureBlock& MeasuredBlock();
-const MeasureBlock& HeatBlock();
-inline std::span<const MeasureField> MeasuredFields() { return MeasuredBlock().fields; }
-inline std::span<const MeasureField> HeatFields() { return HeatBlock().fields; }
 
 }  // namespace vlt

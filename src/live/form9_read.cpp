@@ -1,79 +1,45 @@
-#include <bitset>
+#include <algorithm>
 
 #include "link/port.h"
 #include "live/form9.h"
-#include "values/code_tables.h"
-#include "values/codecs.h"
-#include "values/number_text.h"
 
 namespace vlt {
 namespace {
 
-constexpr int kInputRegisters = 4;
-constexpr std::size_t kReplyHead = 3;
-constexpr int kShownDecimals = 3;
-constexpr int kNoAlarm = 4880;
 constexpr int kFailed = -7000;
 constexpr unsigned kLineColour = 0xFF0000;  // blue
 constexpr const char* kNoValue = "-";
 
-// Rows of the measured fields that the trend can draw.
-constexpr int kVelocityRow = 0;
-constexpr int kFlowRow = 1;
-constexpr int kPercentRow = 2;
-constexpr int kQuantityRows[] = {kFlowRow, kVelocityRow, kPercentRow};
-constexpr int kQuantityRowsWithoutVelocity[] = {kFlowRow, kPercentRow, kPercentRow};
-
-// clang-format off
-constexpr MeasureField kMeasured[] = {
-    {0, MeasureType::kSingle, &Form9::txtRyusoku, 2180, [](Form9& f, int ch) -> Label& { return f.lblRyusokuUnit(ch); }},
-    {2, MeasureType::kSingle, &Form9::txtRyuryo, 2220, [](Form9& f, int ch) -> Label& { return f.lblRyuryoUnit(ch); }},
-    {4, MeasureType::kSingle, &Form9::txtRyuryoPer, 2221, [](Form9& f, int ch) -> Label& { return f.lblRyuryoPerUnit(ch); }},
-    {6, MeasureType::kDouble, &Form9::txtPlusSekisan, 2360, [](Form9& f, int ch) -> Label& { return f.lblSekisanUnit(2 * ch); }},
-    {10, MeasureType::kDouble, &Form9::txtMinusSekisan, 2370, [](Form9& f, int ch) -> Label& { return f.lblSekisanUnit(2 * ch + 1); }},
-    {14, MeasureType::kPulses, &Form9::txtPlusSekisanPulse, 2380, [](Form9& f, int ch) -> Label& { return f.lblPulseUnit(2 * ch); }},
-    {16, MeasureType::kPulses, &Form9::txtMinusSekisanPulse, 2390, [](Form9& f, int ch) -> Label& { return f.lblPulseUnit(2 * ch + 1); }},
-    {18, MeasureType::kBits, &Form9::txtRAS, 1965},
-};
-constexpr MeasureField kHeat[] = {
-    {2, MeasureType::kSingle, &Form9::txtThermalFlowPer, 2392, [](Form9& f, int) -> Label& { return f.lblHPerUnit; }},
-    {0, MeasureType::kSingle, &Form9::txtThermalFlow, 2391, [](Form9& f, int) -> Label& { return f.lblHRyuryoUnit; }},
-    {24, MeasureType::kDouble, &Form9::txtTempDifference, 2393, [](Form9& f, int) -> Label& { return f.lbldegreeCUnit(2); }},
-    {4, MeasureType::kDouble, &Form9::txtHTotal, 2394, [](Form9& f, int) -> Label& { return f.lblHSekisanUnit(0); }},
-    {12, MeasureType::kPulses, &Form9::txtHTotalPulse, 2395, [](Form9& f, int) -> Label& { return f.lblHPulseUnit(0); }},
-    {8, MeasureType::kDouble, &Form9::txtCTotal, 2396, [](Form9& f, int) -> Label& { return f.lblHSekisanUnit(1); }},
-    {14, MeasureType::kPulses, &Form9::txtCTotalPulse, 2397, [](Form9& f, int) -> Label& { return f.lblHPulseUnit(1); }},
-    {16, MeasureType::kDouble, &Form9::txtSupplyTemp, 2398, [](Form9& f, int) -> Label& { return f.lbldegreeCUnit(0); }},
-    {20, MeasureType::kDouble, &Form9::txtReturnTemp, 2399, [](Form9& f, int) -> Label& { return f.lbldegreeCUnit(1); }},
-};
-// clang-format on
-static_assert(std::size(kMeasured) == kPlainFields && std::size(kMeasured) + std::size(kHeat) == kAllFields);
-
-constexpr MeasureBlock kMeasuredBlock{{0x0000, 0x1388, 0x251C}, 19, 0, kMeasured};
-constexpr MeasureBlock kHeatBlock{{0x10C0, 0x2448, 0x2648}, 28, kPlainFields, kHeat};
-
-std::string FieldText(MeasureType type, const Frame& reply, std::size_t start) {
-  switch (type) {
-    case MeasureType::kSingle:
-      return SingleText(static_cast<float>(CutDigits(BytesToSingle(reply, start), kShownDecimals)));
-    case MeasureType::kDouble:
-      return GeneralText(CutDigits(BytesToDouble(reply, start), kShownDecimals));
-    case MeasureType::kPulses:
-      return std::to_string(BytesToInt32(reply, start));
-    case MeasureType::kBits:
-      break;
-  }
-  return std::bitset<16>(static_cast<unsigned>(BytesToUInt16(reply, start))).to_string();
-}
+// What the trend can draw, by the quantity list.
+constexpr int kQuantityPlaces[] = {kFlowPlace, kVelocityPlace, kFlowPercentPlace};
+constexpr int kQuantityPlacesWithoutVelocity[] = {kFlowPlace, kFlowPercentPlace, kFlowPercentPlace};
 
 }  // namespace
 
-const MeasureBlock& MeasuredBlock() { return kMeasuredBlock; }
-const MeasureBlock& HeatBlock() { return kHeatBlock; }
+const std::array<Form9::Shown, kAllFields> Form9::kShown = {{
+    {&Form9::txtRyusoku, [](Form9& f, int ch) -> Label& { return f.lblRyusokuUnit(ch); }},
+    {&Form9::txtRyuryo, [](Form9& f, int ch) -> Label& { return f.lblRyuryoUnit(ch); }},
+    {&Form9::txtRyuryoPer, [](Form9& f, int ch) -> Label& { return f.lblRyuryoPerUnit(ch); }},
+    {&Form9::txtPlusSekisan, [](Form9& f, int ch) -> Label& { return f.lblSekisanUnit(2 * ch); }},
+    {&Form9::txtMinusSekisan, [](Form9& f, int ch) -> Label& { return f.lblSekisanUnit(2 * ch + 1); }},
+    {&Form9::txtPlusSekisanPulse, [](Form9& f, int ch) -> Label& { return f.lblPulseUnit(2 * ch); }},
+    {&Form9::txtMinusSekisanPulse, [](Form9& f, int ch) -> Label& { return f.lblPulseUnit(2 * ch + 1); }},
+    {&Form9::txtRAS},
+    {&Form9::txtThermalFlowPer, [](Form9& f, int) -> Label& { return f.lblHPerUnit; }},
+    {&Form9::txtThermalFlow, [](Form9& f, int) -> Label& { return f.lblHRyuryoUnit; }},
+    {&Form9::txtTempDifference, [](Form9& f, int) -> Label& { return f.lbldegreeCUnit(2); }},
+    {&Form9::txtHTotal, [](Form9& f, int) -> Label& { return f.lblHSekisanUnit(0); }},
+    {&Form9::txtHTotalPulse, [](Form9& f, int) -> Label& { return f.lblHPulseUnit(0); }},
+    {&Form9::txtCTotal, [](Form9& f, int) -> Label& { return f.lblHSekisanUnit(1); }},
+    {&Form9::txtCTotalPulse, [](Form9& f, int) -> Label& { return f.lblHPulseUnit(1); }},
+    {&Form9::txtSupplyTemp, [](Form9& f, int) -> Label& { return f.lbldegreeCUnit(0); }},
+    {&Form9::txtReturnTemp, [](Form9& f, int) -> Label& { return f.lbldegreeCUnit(1); }},
+}};
 
-int Form9::PlottedField() const {
+int Form9::PlottedPlace() const {
   const auto quantity = static_cast<std::size_t>(std::clamp(Flow_Combo.ListIndex(), 0, 2));
-  return HasNoVelocity(ChosenChannel()) ? kQuantityRowsWithoutVelocity[quantity] : kQuantityRows[quantity];
+  return HasNoVelocity(ChosenChannel()) ? kQuantityPlacesWithoutVelocity[quantity]
+                                        : kQuantityPlaces[quantity];
 }
 
 int Form9::ReadMeasuredValues() {
@@ -94,64 +60,47 @@ bool Form9::ReadChannel(int ch) {
   return false;
 }
 
-bool Form9::ReadBlock(const MeasureBlock& block, int ch) {
-  Frame request = ReadRequest(StationNumber(app()), kInputRegisters,
-                              block.address.at(static_cast<std::size_t>(ch)), block.words);
-  Frame reply = ReplyFor(request);
-  if (!SendReceive(app(), request, reply)) return false;
-  for (std::size_t row = 0; row < block.fields.size(); ++row) ShowField(block, row, ch, reply);
+bool Form9::ReadBlock(const LiveBlock& block, int ch) {
+  RegisterData data;
+  if (!ReadRegisters(app(), SpanOf(block, ch), data)) return false;
+  for (int row = 0; row < static_cast<int>(block.fields.size()); ++row)
+    ShowField(block.place + row, ch, data);
   return true;
 }
 
-void Form9::ShowField(const MeasureBlock& block, std::size_t row, int ch, const Frame& reply) {
-  const MeasureField& field = block.fields[row];
-  const std::size_t start = kReplyHead + 2 * static_cast<std::size_t>(field.offset);
-  const bool measured = &block == &MeasuredBlock();
-  if (measured && CH_Combo.ListIndex() == ch && PlottedField() == static_cast<int>(row)) {
-    TrendValue = BytesToSingle(reply, start);
+void Form9::ShowField(int place, int ch, const RegisterData& data) {
+  const LiveField& field = LiveFieldAt(place);
+  if (CH_Combo.ListIndex() == ch && PlottedPlace() == place) {
+    TrendValue = LiveNumber(field, data);
     Chart2D1.SetColour(kLineColour);
   }
-  std::string& text = texts_[static_cast<std::size_t>(ch)][static_cast<std::size_t>(block.place) + row];
-  text = FieldText(field.type, reply, start);
-  if (field.type == MeasureType::kBits) {
-    ShowRas(ch, text);
-    return;
-  }
-  if (measured && row == kVelocityRow) {
-    const bool there = !HasNoVelocity(ch);
-    txtRyusoku(ch).SetEnabled(there);
-    lblRyusokuUnit(ch).SetEnabled(there);
-    if (!there) {
-      text.clear();
-      lblRyusokuUnit(ch).SetCaption("");
-    }
-  }
-  (this->*field.box)(ch).SetText(text);
+  std::string& text = texts_[static_cast<std::size_t>(ch)][static_cast<std::size_t>(place)];
+  text = LiveText(field, data);
+  if (place == kVelocityPlace) ShowVelocity(ch, text);
+  const std::string& shown = place == kAlarmPlace ? AlarmOf(text, app().state.LangOffset) : text;
+  (this->*kShown[static_cast<std::size_t>(place)].box)(ch).SetText(shown);
 }
 
-// Of several alarms the one of the highest bit is told.
-void Form9::ShowRas(int ch, const std::string& bits) {
-  const std::size_t alarm = bits.find('1');
-  txtRAS(ch).SetText(alarm == std::string::npos ? app().Text(kNoAlarm)
-                                                : AlarmRows(app().state.LangOffset)[alarm]);
+void Form9::ShowVelocity(int ch, std::string& text) {
+  const bool there = !HasNoVelocity(ch);
+  txtRyusoku(ch).SetEnabled(there);
+  lblRyusokuUnit(ch).SetEnabled(there);
+  if (there) return;
+  text.clear();
+  lblRyusokuUnit(ch).SetCaption("");
 }
 
 // What a silent channel showed before is not taken for its present state.
 void Form9::FailChannel(int ch) {
   texts_[static_cast<std::size_t>(ch)].fill(kNoValue);
-  for (const auto fields : {MeasuredFields(), HeatFields()}) {
-    for (const MeasureField& field : fields) {
-      TextBox& box = (this->*field.box)(ch);
-      if (box.Enabled()) box.SetText(kNoValue);
-    }
+  for (const Shown& shown : kShown) {
+    TextBox& box = (this->*shown.box)(ch);
+    if (box.Enabled()) box.SetText(kNoValue);
   }
 }
 
 void Form9::EmptyBoxes() {
-  for (const auto fields : {MeasuredFields(), HeatFields()}) {
-    for (const MeasureField& field : fields)
-      (this->*field.box).ForEach([](TextBox& box) { box.SetText(""); });
-  }
+  for (const Shown& shown : kShown) (this->*shown.box).ForEach([](TextBox& box) { box.SetText(""); });
 }
 
 }  // namespace vlt

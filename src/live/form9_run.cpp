@@ -1,10 +1,10 @@
 #include <cmath>
 
-#include "files/csv_log.h"
 #include "link/device_queries.h"
+#include "link/operation.h"
 #include "link/port.h"
-#include "live/form9_busy.h"
-#include "state/form_lock.h"
+#include "live/form9.h"
+#include "resources/text_ids.h"
 #include "values/number_text.h"
 
 namespace vlt {
@@ -16,11 +16,6 @@ constexpr int kPortFailed = 3950;
 constexpr int kRunStarted = 1390;
 constexpr int kRunAcquiring = 4190;
 constexpr int kRunEnded = 4690;
-
-std::string InBrackets(const std::vector<std::string>& names, int code) {
-  const bool known = code >= 0 && code < static_cast<int>(names.size());
-  return "[" + (known ? names[static_cast<std::size_t>(code)] : "") + "]";
-}
 
 // Captions that belong to units which are about to be read anew.
 void ClearUnitCaches(App& app) {
@@ -53,30 +48,33 @@ bool Form9::OpenForRun() {
 }
 
 void Form9::Start_Click() {
-  if (busy_ || leaving_) return;
+  if (run_.Busy() || run_.Leaving()) return;
   app().state.StopRequest = 0;
   if (!CanStart()) return;
-  if (app().platform.files.Exists(MeasureFilePath)) {
-    MeasureRecordCount = 0;
-    MeasureFilePath = RestampedCsvPath(app().platform.files, MeasureFilePath, app().platform.clock.Now());
-  }
+  log_.BeginRun();
   if (!OpenForRun()) return;
-  const Busy busy(*this);
+  run_.Start([this] { return PrepareRun(); }, [this] { BeginCycles(); });
+}
+
+bool Form9::PrepareRun() {
   LockForRun();
   PrepareTrend();
   EmptyBoxes();
-  AskUnits();
+  const bool asked = AskUnits();
   app().windows.SetMousePointer(kNormalPointer);
-  if (stop_pending_) return;
+  if (!asked) return false;
   ShowChannelsInUse();
   ShowUnits();
   WriteMeasureHeader(MeasureFilePath);
-  const MeasureField& plotted = MeasuredFields()[static_cast<std::size_t>(PlottedField())];
+  const Shown& plotted = kShown[static_cast<std::size_t>(PlottedPlace())];
   Chart2D1.SetYTitle(plotted.unit(*this, ChosenChannel()).Caption());
-  Running = 1;
+  return true;
+}
+
+void Form9::BeginCycles() {
   ShowState(kRunStarted, false);
   AcquireOnce();
-  if (stop_pending_) return;
+  if (!run_.GoesOn()) return;
   CycleCount = 0;
   CycleSeconds = static_cast<int>(RoundHalfEven(ParseNumber(Cycle.Text()).value_or(1)));
   CycleTimer.SetInterval(kTickMs);
@@ -85,7 +83,6 @@ void Form9::Start_Click() {
 }
 
 void Form9::LockForRun() {
-  SetLock(true);
   SetRunButtons(2);
   Frame6.SetEnabled(false);
   SetScaleControls(false);
@@ -104,18 +101,22 @@ void Form9::SetScaleControls(bool enabled) {
   }
 }
 
-void Form9::AskUnits() {
+// False when the run is to end.
+bool Form9::AskUnits() {
   GetUnitFlag(app());
   ClearUnitCaches(app());
-  if (!stop_pending_) ChannelMode = GetChannelConfig(app());
+  if (run_.GoesOn()) {
+    ChannelMode = GetChannelConfig(app());
+    TellUnknownChannels();
+  }
   heat_ = ChannelMode != 3 && app().state.SpecClass == 0;
   for (int ch = 0; ch < kChannels; ++ch) {
-    if (!stop_pending_) GetRangeUnit(app(), ch);
-    if (!stop_pending_) GetTotalUnit(app(), ch);
+    if (run_.GoesOn()) GetRangeUnit(app(), ch);
+    if (run_.GoesOn()) GetTotalUnit(app(), ch);
   }
   if (app().state.SpecClass == 0) {
     for (const auto query : {GetHeatFlowUnit, GetHeatTotalUnit, GetTempUnit}) {
-      if (!stop_pending_) query(app());
+      if (run_.GoesOn()) query(app());
     }
   }
   BuildFlowUnitNames(app());
@@ -124,25 +125,26 @@ void Form9::AskUnits() {
   BuildHeatTotalUnitNames(app());
   BuildTempUnitNames(app());
   BuildBaseUnitNames(app());
+  return run_.GoesOn();
+}
+
+// The run goes on with all channels; why some of them stay silent stands in the main window's status line,
+// which the cycles leave alone.
+void Form9::TellUnknownChannels() {
+  if (ChannelMode > 0) return;
+  app().Status(app().Text(text::kChannelsUnknown) + " " + app().state.LastErrorText);
 }
 
 void Form9::ShowUnits() {
-  constexpr int kVelocityUnit = 1;  // of the base units
-  const SharedState& state = app().state;
+  const LiveUnits units = KnownUnits(app().state);
   for (int ch = 0; ch < kChannels; ++ch) {
-    const auto at = static_cast<std::size_t>(ch);
-    lblRyusokuUnit(ch).SetCaption(InBrackets(state.BaseUnitNames, kVelocityUnit));
-    lblRyuryoUnit(ch).SetCaption(InBrackets(state.FlowUnitNames, state.RangeUnit[at]));
-    const std::string total = InBrackets(state.TotalUnitNames, state.TotalUnit[at]);
-    lblSekisanUnit(2 * ch).SetCaption(total);
-    lblSekisanUnit(2 * ch + 1).SetCaption(total);
+    for (int place = 0; place < FieldCount(); ++place) {
+      const Shown& shown = kShown[static_cast<std::size_t>(place)];
+      if (shown.unit == nullptr) continue;
+      shown.unit(*this, ch).SetCaption(
+          LiveUnitText(units, LiveFieldAt(place).unit, ch, app().state.LangOffset));
+    }
   }
-  if (!heat_) return;
-  lblHRyuryoUnit.SetCaption(InBrackets(state.HeatFlowUnitNames, state.HeatFlowUnit));
-  const std::string total = InBrackets(state.HeatTotalUnitNames, state.HeatTotalUnit);
-  lblHSekisanUnit.ForEach([&](Label& label) { label.SetCaption(total); });
-  const std::string degree = InBrackets(state.TempUnitNames, state.TempUnit);
-  lbldegreeCUnit.ForEach([&](Label& label) { label.SetCaption(degree); });
 }
 
 std::vector<Control*> Form9::HeatLabels() {
@@ -157,8 +159,8 @@ std::vector<Control*> Form9::HeatLabels() {
 void Form9::EnableChannelLabels(int ch, bool enabled) {
   const ControlArray<Label>* names[] = {&lblCh1, &lblCh2, &lblCh3};
   names[ch]->ForEach([&](Label& label) { label.SetEnabled(enabled); });
-  for (const MeasureField& field : MeasuredFields()) {
-    if (field.unit != nullptr) field.unit(*this, ch).SetEnabled(enabled);
+  for (const Shown& shown : std::span(kShown).first(kPlainFields)) {
+    if (shown.unit != nullptr) shown.unit(*this, ch).SetEnabled(enabled);
   }
 }
 
@@ -166,8 +168,9 @@ void Form9::ShowChannelsInUse() {
   for (int ch = 0; ch < kChannels; ++ch) {
     const bool used = ch < ChannelCount();
     EnableChannelLabels(ch, used);
-    for (const MeasureField& field : MeasuredFields()) (this->*field.box)(ch).SetEnabled(used);
-    for (const MeasureField& field : HeatFields()) (this->*field.box)(ch).SetEnabled(used && heat_);
+    for (std::size_t place = 0; place < kShown.size(); ++place) {
+      (this->*kShown[place].box)(ch).SetEnabled(used && (place < kHeatPlace || heat_));
+    }
   }
   for (Control* label : HeatLabels()) label->SetEnabled(heat_);
   if (ChannelMode != 3) return;
@@ -202,55 +205,46 @@ void Form9::RestartTimer() {
 }
 
 void Form9::CycleTimer_Timer() {
-  if (busy_) return;
-  if (Running == 1) {
-    if (++CycleCount < CycleSeconds) return;
-    const Busy busy(*this);
+  if (run_.Busy()) return;
+  if (Running != 1) {
+    EndTicks();
+    WakePageInFront();
+    return;
+  }
+  if (++CycleCount < CycleSeconds) return;
+  run_.Cycle([this] {
     AcquireOnce();
     CycleCount = 0;
     RestartTimer();
-    return;
-  }
+  });
+}
+
+// What is left of a run that was stopped.
+void Form9::EndTicks() {
   CycleTimer.SetRunning(false);
   ShowState(kRunEnded, true);
   if (!app().state.AppRunning) app().platform.events.EndProcess();
 }
 
-void Form9::Stop_Click() {
-  if (app().state.PvRunning == 0) app().state.StopRequest = 1;
-  Running = 0;
-  if (busy_) {
-    stop_pending_ = true;
-  } else {
-    FinishStop();
-  }
+// A page that was opened since Stop has taken the ticks for a run and its commands are off.
+void Form9::WakePageInFront() {
+  const std::vector<Form*> pages = List().VisiblePages();
+  if (!pages.empty() && pages.back() != this && !app().state.UiLocked) pages.back()->Form_Activate();
 }
 
-void Form9::SetLock(bool locked) {
-  FormLock(app(), *this, locked ? 0 : 1);
-  owns_lock_ = locked;
+void Form9::Stop_Click() {
+  if (app().state.PvRunning == 0) app().state.StopRequest = 1;
+  run_.Stop();
 }
 
 void Form9::AskChannelMode() {
-  SetLock(true);
-  app().windows.SetMousePointer(kHourglassPointer);
+  const Operation operation(app(), *this, Operation::kUnnamed);
   ChannelMode = GetChannelConfig(app());
-  SetLock(false);
-  app().windows.SetMousePointer(kNormalPointer);
 }
 
-void Form9::FinishStop() {
-  stop_pending_ = false;
-  // A lock that another operation holds is not ours to release, and its exchange must not be cut into.
-  const bool foreign = app().state.UiLocked && !owns_lock_;
-  const bool there = List().Exists(this);
-  if (!foreign) SetLock(false);
+void Form9::RunStopped(bool may_ask) {
   Frame6.SetEnabled(true);
-  if (!foreign && there) {
-    const Busy busy(*this);
-    AskChannelMode();
-    stop_pending_ = false;
-  }
+  if (may_ask) run_.Ask([this] { AskChannelMode(); });
   FillChannelList();
   SetScaleControls(true);
   for (int ch = 0; ch < kChannels; ++ch) EnableChannelLabels(ch, true);

@@ -7,7 +7,7 @@ std::string MeasureRecordLine(const LocalTime& time, std::span<const FieldTexts>
   std::string line = DateTimeText(time) + ",";
   for (const FieldTexts& texts : channels) {
     for (int i = 0; i < fields; ++i) {
-      if (i == kRasField) line += '\'';
+      if (i == kAlarmPlace) line += '\'';
       line.append(texts.at(static_cast<std::size_t>(i))).append(1, ',');
     }
   }

@@ -6,16 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "live/live_fields.h"
 #include "platform/clock.h"
 
 namespace vlt {
 
-// Fields of a channel: the first ones always, the others with heat.
-inline constexpr int kPlainFields = 8;
-inline constexpr int kAllFields = 17;
-// Place of the word of alarm bits among them.
-inline constexpr int kRasField = 7;
-
+// The texts of a channel by the places of live_fields.h.
 using FieldTexts = std::array<std::string, kAllFields>;
 
 // The time, then `fields` fields of each channel, each with a comma behind it and the alarm word with an

@@ -10,7 +10,7 @@ namespace {
 constexpr int kVelocityKind = 0;
 
 // Texts of the fixed units from UnitKind::kPercent on; they stand between brackets.
-constexpr std::array kFixedTexts = {10, 100, 70, 110, 4963, 40, 131};
+constexpr std::array kFixedTexts = {10, 100, 70, 110, 4963, 40, 131, 130};
 
 std::string NameAt(const std::vector<std::string>& names, int code) {
   const bool known = code >= 0 && static_cast<std::size_t>(code) < names.size();

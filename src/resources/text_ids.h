@@ -122,4 +122,7 @@ inline constexpr int kNotConnected = 3285;
 inline constexpr int kSimulatedMeter = 3286;
 inline constexpr int kAssignPort = 3287;
 
+// A run of live values. Behind it a blank and why the last exchange failed.
+inline constexpr int kChannelsUnknown = 3300;
+
 }  // namespace vlt::text

@@ -4,7 +4,7 @@
 
 namespace vlt {
 
-App::App(Platform& machine) : platform(machine), windows(machine) {}
+App::App(Platform& machine) : platform(machine), slots(state), windows(machine) {}
 
 std::string App::Text(int id) const { return LookupText(id + state.LangOffset); }
 

@@ -21,6 +21,8 @@ struct SlotRow {
   int SharedState::*number = nullptr;
   // For a unit caption that loses its meaning when a unit of this kind is read anew from the meter.
   UnitKind unit = UnitKind::kNone;
+  // The text behind a key that the settings file holds too, else null: one store for both files.
+  std::string SharedState::*text = nullptr;
 };
 
 inline constexpr SlotRow kSlotRows[] = {
@@ -156,10 +158,10 @@ inline constexpr SlotRow kSlotRows[] = {
     {"SYSTEMDISP", "CH3ENZAN", ""},
     {"SYSTEMDISP", "AO1", ""},
     {"SYSTEMDISP", "AO2", ""},
-    {"MEASURE", "Y-SCALE MAX", ""},
-    {"MEASURE", "Y-SCALE MIN", ""},
-    {"MEASURE", "X-SCALE CYCLE", ""},
-    {"MEASURE", "X-SCALE POINT", ""},
+    {"MEASURE", "Y-SCALE MAX", "", nullptr, UnitKind::kNone, &SharedState::TrendYScaleMax},
+    {"MEASURE", "Y-SCALE MIN", "", nullptr, UnitKind::kNone, &SharedState::TrendYScaleMin},
+    {"MEASURE", "X-SCALE CYCLE", "", nullptr, UnitKind::kNone, &SharedState::TrendXScaleCycle},
+    {"MEASURE", "X-SCALE POINT", "", nullptr, UnitKind::kNone, &SharedState::TrendXScalePoint},
     {"TDELTA", "CHANNEL_DETAIL", "0", &SharedState::DetailChannel},
     {"TDELTA", "SEND_PATTERN", ""},
     {"TDELTA", "SEND_COUNT", ""},

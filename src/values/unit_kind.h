@@ -23,6 +23,7 @@ enum class UnitKind {
   kMinute,
   kHertz,
   kPulsesPerSecond,
+  kPulses,
   kNone,
 };
 

@@ -1,10 +1,13 @@
 // A run of the measure page: what starts it, what it shows, how it ends, and what may come in between.
+#include <algorithm>
 #include <cmath>
 
 #include "link/port.h"
+#include "live/form8.h"
 #include "measure_fixture.h"
 #include "shell/mdi_form1.h"
 #include "shell/start.h"
+#include "state/form_lock.h"
 
 namespace vlt::test {
 namespace {
@@ -95,6 +98,47 @@ TEST(MeasureScales, OutliveThePageAndFallBackWhereTheFileIsWrong) {
   EXPECT_EQ(t.page().Min.Text(), "rubbish");
   EXPECT_EQ(t.page().Chart2D1.Y(), (ChartAxis{-1000, 12, "[   ]"}));
   EXPECT_EQ(t.page().Chart2D1.PointCount(), 75);
+}
+
+// A meter that does not tell its shape is measured all the same, and the operator is told.
+TEST(MeasureStart, MeasuresAllChannelsOfAMeterThatDoesNotTellThem) {
+  struct Case {
+    const char* silence;
+    std::string title;
+    int fields;
+  };
+  const Case cases[] = {
+      {"silence@0148", "The measurement data,CH1,,,,,,,,CH2,,,,,,,,CH3", 8},
+      {"silence@03E8", "The measurement data,CH1,,,,,,,,,,,,,,,,,CH2,,,,,,,,,,,,,,,,,CH3", 17},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.silence);
+    MeasureTest t(kTwoPaths);
+    t.app().state.RetryNo = 0;
+    t.meter().SetLive(2, sim::Quantity::Velocity, 2.5);
+    t.test.platform.Arm(c.silence);
+    t.StartRun();
+    EXPECT_EQ(t.page().ChannelMode, -1);
+    EXPECT_EQ(t.test.StatusText(),
+              "The meter did not tell which channels it has, all of them are measured [NO RESPONSE ERROR]");
+    EXPECT_EQ(t.State(), "It is display acquisition data");
+    EXPECT_EQ(t.Lines()[0], c.title);
+    EXPECT_EQ(std::ranges::count(t.Lines()[2], ','), 1 + 3 * c.fields);
+    EXPECT_EQ(t.page().txtRyusoku(2).Text(), "2.5");
+    EXPECT_EQ(t.page().txtThermalFlow(0).Enabled(), c.fields > 8);
+  }
+}
+
+TEST(MeasureStart, ShowsTheChartsOwnAxesAnew) {
+  MeasureTest t(kOneChannel);
+  for (int run = 0; run < 2; ++run) {
+    const std::uint64_t before = t.page().Chart2D1.Runs();
+    t.StartRun("3");
+    EXPECT_EQ(t.page().Chart2D1.Runs(), before + 1);
+    t.RunCycles(8);
+    EXPECT_EQ(t.page().Chart2D1.Runs(), before + 1) << "a full chart slides, the view stays";
+    t.page().Stop.Press();
+  }
 }
 
 // A cycle begins so many seconds after the last one has returned; its exchanges lengthen the period.
@@ -262,6 +306,7 @@ class Interrupted {
     EXPECT_FALSE(app().state.UiLocked);
     EXPECT_EQ(app().windows.MousePointer(), kNormalPointer);
     EXPECT_TRUE(MainWindow(app()).Command13.Enabled());
+    EXPECT_TRUE(IsMonitorIdle(app()));
     for (const auto& [path, text] : test.platform.files.files) MeasureTest::LinesOf(text);
     if (page() == nullptr) return;
     EXPECT_EQ(page()->Running, 0);
@@ -328,14 +373,105 @@ TEST(MeasureInterrupted, TheMainWindowStaysOpenUntilTheRunIsStopped) {
   }
 }
 
+// The end of the page asks the meter, which lets events run.
+TEST(MeasureInterrupted, UnloadInsideOfUnloadEndsTheRunOnce) {
+  for (std::int64_t at = 0; at < 400 && !::testing::Test::HasFailure(); at += 3) {
+    SCOPED_TRACE(at);
+    Interrupted t;
+    t.Run(3600 + at % 2 * 500, [&](Interrupted& i) {
+      i.test.Time().After(at, [&i] { i.Unload(); });
+      i.Unload();
+    });
+    EXPECT_EQ(t.page(), nullptr);
+    t.CheckLine();
+    t.CheckEnd();
+  }
+}
+
+// The page gives way once more between its last question and its end, with Start enabled.
+TEST(MeasureInterrupted, StartWhileThePageLeavesBeginsNoRun) {
+  Interrupted t;
+  int presses = 0;
+  t.page()->Start.Observe([&] {
+    if (t.page() == nullptr || !t.page()->Start.Enabled()) return;
+    t.test.Time().After(0, [&] { presses += t.page() != nullptr && t.page()->Start.Press() ? 1 : 0; });
+  });
+  t.Unload();
+  t.test.Time().RunFor(1500);
+  EXPECT_GT(presses, 0);
+  EXPECT_EQ(t.page(), nullptr);
+  EXPECT_TRUE(t.test.platform.files.files.empty());
+  t.CheckLine();
+  t.CheckEnd();
+}
+
+TEST(MeasureInterrupted, TheLockOfAnotherPageStaysWhenThePageLeaves) {
+  Interrupted t;
+  Form& ras = t.app().windows.Load("Form8");
+  FormLock(t.app(), ras, 0);
+  t.Unload();
+  EXPECT_TRUE(t.app().state.UiLocked);
+  EXPECT_FALSE(MainWindow(t.app()).Command13.Enabled());
+  EXPECT_TRUE(t.test.platform.line.Log().empty()) << "nor is its exchange cut into";
+}
+
+TEST(MeasureStop, AnotherPageAndBackWithinTheLastTickFindNoRun) {
+  Interrupted t;
+  t.page()->Start.Press();
+  t.page()->Stop.Press();
+  ASSERT_TRUE(t.page()->CycleTimer.Running());
+  MainWindow(t.app()).Command10.Press();
+  MainWindow(t.app()).Command7.Press();
+  t.CheckEnd();
+  EXPECT_TRUE(t.page()->Start.Press());
+  EXPECT_EQ(t.page()->Running, 1);
+}
+
+TEST(MeasureStop, APageOpenedBeforeTheLastTickIsUsableBehindIt) {
+  Interrupted t;
+  t.page()->Start.Press();
+  t.page()->Stop.Press();
+  MainWindow(t.app()).Command10.Press();
+  auto& ras = static_cast<Form8&>(t.app().windows.Load("Form8"));
+  t.test.Time().RunFor(1500);
+  EXPECT_FALSE(t.page()->CycleTimer.Running());
+  EXPECT_TRUE(ras.RASReadParameter.Enabled());
+}
+
+// The parameter file, the settings file and the page speak of the same scales.
+TEST(MeasureScales, AreOneStoreForThePageAndBothFiles) {
+  Interrupted t;
+  std::map<std::string, std::string>& files = t.test.platform.files.files;
+  MDIForm1& window = MainWindow(t.app());
+  t.app().state.IniFilePath = "/app/VLT.ini";
+  t.page()->Max.Type(" 12.5 ");
+  t.page()->PointText.Type("75");
+  t.test.platform.dialogs.SaveFile("/data/pump.ini");
+  window.setParam.Press();
+  std::string& saved = files["/data/pump.ini"];
+  EXPECT_NE(saved.find("Y-SCALE MAX=12.5\r\n"), std::string::npos) << saved;
+  EXPECT_NE(saved.find("X-SCALE POINT=75\r\n"), std::string::npos);
+  saved.replace(saved.find("MAX=12.5"), 8, "MAX=77");
+  t.test.platform.dialogs.OpenFile("/data/pump.ini");
+  window.readparam.Press();
+  window.Command7.Press();
+  EXPECT_EQ(t.page()->Max.Text(), "77");
+  EXPECT_EQ(t.page()->PointText.Text(), "75");
+  // What is typed on the open page outlives End without a parameter file.
+  t.app().state.IniFilePath = "/app/VLT.ini";
+  t.page()->Min.Type("-3");
+  t.test.platform.dialogs.Answer(MessageAnswer::kNo);
+  window.Command13.Press();
+  EXPECT_NE(files["/app/VLT.ini"].find("Y-SCALE MIN=-3\r\n"), std::string::npos) << files["/app/VLT.ini"];
+}
+
 // Pages may be opened beside a run; none of them may take the meter or give the lock away.
 TEST(MeasureInterrupted, PagesOpenedMeanwhileLeaveTheMeterAlone) {
-  const auto buttons = MDIForm1::PageButtons();
-  for (std::size_t i = 0; i < buttons.size(); ++i) {
-    SCOPED_TRACE(buttons[i].page);
+  for (const MDIForm1::PageButton& row : MDIForm1::PageButtons()) {
+    SCOPED_TRACE(row.page);
     Interrupted t;
     t.Run(3010, [&](Interrupted& run) {
-      (MainWindow(run.app()).*buttons[i].button).Press();
+      (MainWindow(run.app()).*row.button).Press();
       EXPECT_TRUE(run.app().state.UiLocked);
     });
     EXPECT_EQ(t.page()->Running, 1);

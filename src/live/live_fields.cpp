@@ -1,0 +1,136 @@
+#include "live/live_fields.h"
+
+#include <bitset>
+#include <vector>
+
+#include "resources/string_table.h"
+#include "values/code_tables.h"
+#include "values/codecs.h"
+#include "values/number_text.h"
+#include "values/unit_names.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kShownDecimals = 3;
+constexpr int kNoAlarm = 4880;
+constexpr int kPercentText = 10;
+constexpr int kPulseText = 130;
+
+constexpr LiveField kMeasured[] = {
+    {0, LiveType::kSingle, 2180, UnitKind::kVelocity}, {2, LiveType::kSingle, 2220, UnitKind::kFlow},
+    {4, LiveType::kSingle, 2221, UnitKind::kPercent},  {6, LiveType::kDouble, 2360, UnitKind::kTotal},
+    {10, LiveType::kDouble, 2370, UnitKind::kTotal},   {14, LiveType::kPulses, 2380, UnitKind::kPulses},
+    {16, LiveType::kPulses, 2390, UnitKind::kPulses},  {18, LiveType::kBits, 1965},
+};
+constexpr LiveField kHeat[] = {
+    {2, LiveType::kSingle, 2392, UnitKind::kPercent},
+    {0, LiveType::kSingle, 2391, UnitKind::kHeatFlow},
+    {24, LiveType::kDouble, 2393, UnitKind::kTemperature},
+    {4, LiveType::kDouble, 2394, UnitKind::kHeatTotal},
+    {12, LiveType::kPulses, 2395, UnitKind::kPulses},
+    {8, LiveType::kDouble, 2396, UnitKind::kHeatTotal},
+    {14, LiveType::kPulses, 2397, UnitKind::kPulses},
+    {16, LiveType::kDouble, 2398, UnitKind::kTemperature},
+    {20, LiveType::kDouble, 2399, UnitKind::kTemperature},
+};
+static_assert(std::size(kMeasured) == kPlainFields && std::size(kMeasured) + std::size(kHeat) == kAllFields);
+
+constexpr LiveBlock kMeasuredBlock{{0x0000, 0x1388, 0x251C}, 19, kVelocityPlace, kMeasured};
+constexpr LiveBlock kHeatBlock{{0x10C0, 0x2448, 0x2648}, 28, kHeatPlace, kHeat};
+constexpr const LiveBlock* kBlocks[] = {&kMeasuredBlock, &kHeatBlock};
+
+std::size_t StartOf(const LiveField& field) { return 2 * static_cast<std::size_t>(field.offset); }
+
+template <class Names>
+std::string InBrackets(const Names& names, int code) {
+  const bool known = code >= 0 && code < static_cast<int>(names.size());
+  return "[" + (known ? names[static_cast<std::size_t>(code)] : "") + "]";
+}
+
+}  // namespace
+
+const LiveBlock& MeasuredBlock() { return kMeasuredBlock; }
+const LiveBlock& HeatBlock() { return kHeatBlock; }
+std::span<const LiveBlock* const> LiveBlocks() { return kBlocks; }
+
+const LiveField& LiveFieldAt(int place) {
+  const LiveBlock& block = place < kHeatPlace ? kMeasuredBlock : kHeatBlock;
+  return block.fields[static_cast<std::size_t>(place - block.place)];
+}
+
+RegisterSpan SpanOf(const LiveBlock& block, int ch) {
+  return {.function = ReadFunction::kInput,
+          .address = block.address.at(static_cast<std::size_t>(ch)),
+          .count = block.count};
+}
+
+std::string LiveText(const LiveField& field, const RegisterData& block) {
+  const std::size_t start = StartOf(field);
+  switch (field.type) {
+    case LiveType::kSingle:
+      return SingleText(static_cast<float>(CutDigits(BytesToSingle(block, start), kShownDecimals)));
+    case LiveType::kDouble:
+      return GeneralText(CutDigits(BytesToDouble(block, start), kShownDecimals));
+    case LiveType::kPulses:
+      return std::to_string(BytesToInt32(block, start));
+    case LiveType::kBits:
+      break;
+  }
+  return std::bitset<16>(static_cast<unsigned>(BytesToUInt16(block, start))).to_string();
+}
+
+std::optional<double> LiveNumber(const LiveField& field, const RegisterData& block) {
+  const std::size_t start = StartOf(field);
+  switch (field.type) {
+    case LiveType::kSingle:
+      return BytesToSingle(block, start);
+    case LiveType::kDouble:
+      return BytesToDouble(block, start);
+    case LiveType::kPulses:
+      return BytesToInt32(block, start);
+    case LiveType::kBits:
+      break;
+  }
+  return std::nullopt;
+}
+
+std::string AlarmOf(std::string_view bits, int lang_offset) {
+  const std::size_t alarm = bits.find('1');
+  return alarm == std::string_view::npos ? LookupText(kNoAlarm + lang_offset) : AlarmRows(lang_offset)[alarm];
+}
+
+LiveUnits KnownUnits(const SharedState& state) {
+  return {.unit_flag = state.UnitFlag,
+          .flow = state.RangeUnit,
+          .total = state.TotalUnit,
+          .heat_flow = state.HeatFlowUnit,
+          .heat_total = state.HeatTotalUnit,
+          .temperature = state.TempUnit};
+}
+
+std::string LiveUnitText(const LiveUnits& units, UnitKind kind, int ch, int lang_offset) {
+  const auto at = static_cast<std::size_t>(ch);
+  switch (kind) {
+    case UnitKind::kVelocity:
+      return InBrackets(BuildBaseUnitNames(units.unit_flag), static_cast<int>(kind));
+    case UnitKind::kFlow:
+      return InBrackets(BuildFlowUnitNames(units.unit_flag), units.flow.at(at));
+    case UnitKind::kTotal:
+      return InBrackets(BuildTotalUnitNames(units.unit_flag), units.total.at(at));
+    case UnitKind::kHeatFlow:
+      return InBrackets(BuildHeatFlowUnitNames(lang_offset), units.heat_flow);
+    case UnitKind::kHeatTotal:
+      return InBrackets(BuildHeatTotalUnitNames(lang_offset), units.heat_total);
+    case UnitKind::kTemperature:
+      return InBrackets(BuildTempUnitNames(lang_offset), units.temperature);
+    case UnitKind::kPercent:
+      return LookupText(kPercentText + lang_offset);
+    case UnitKind::kPulses:
+      return LookupText(kPulseText + lang_offset);
+    default:
+      return {};
+  }
+}
+
+}  // namespace vlt

@@ -1,0 +1,76 @@
+#include "live/measure_log.h"
+
+#include <utility>
+
+#include "files/csv_log.h"
+#include "files/file_report.h"
+#include "files/settings_file.h"
+#include "resources/string_table.h"
+#include "resources/text_ids.h"
+#include "values/number_text.h"
+
+namespace vlt {
+namespace {
+
+bool IsNoFile(const std::string& path) {
+  const std::string_view name = Trim(path);
+  return name.empty() || name == "***";
+}
+
+}  // namespace
+
+MeasureLog::MeasureLog(App& app, std::function<std::vector<std::string>()> head)
+    : app_(app), head_(std::move(head)) {}
+
+void MeasureLog::BeginRun() {
+  FileSystem& files = app_.platform.files;
+  if (!files.Exists(Path)) return;
+  RecordCount = 0;
+  Path = RestampedCsvPath(files, Path, app_.platform.clock.Now());
+}
+
+FileError MeasureLog::AddHead(const std::string& path) {
+  std::string text;
+  const std::vector<std::string> lines = head_();
+  for (const std::string& line : lines) text.append(text.empty() ? "" : "\r\n").append(line);
+  head_lines_ = static_cast<int>(lines.size());
+  return AppendCsv(app_.platform.files, path, {text});
+}
+
+void MeasureLog::Note(const std::string& path, FileError error) {
+  last_error_ = error;
+  last_name_ = LastComponent(path);
+}
+
+void MeasureLog::WriteHead(const std::string& path) {
+  if (IsNoFile(path)) return;
+  const FileError error = AddHead(path);
+  if (error == FileError::kGood) lost_records_ = 0;
+  Note(path, error);
+}
+
+void MeasureLog::Append(const std::string& path, const std::string& record, const LocalTime& time) {
+  if (IsNoFile(path)) return;
+  FileSystem& files = app_.platform.files;
+  FileError error = FileError::kGood;
+  if (!files.Exists(path)) {
+    RecordCount = 0;
+    error = AddHead(path);
+  }
+  if (error == FileError::kGood) error = AppendCsv(files, path, {record});
+  lost_records_ = error == FileError::kGood ? 0 : lost_records_ + 1;
+  Note(path, error);
+  if (error != FileError::kGood || ++RecordCount < kLinesInFile - head_lines_) return;
+  RecordCount = 0;
+  Path = RestampedCsvPath(files, path, time);
+  WriteHead(Path);
+}
+
+std::string MeasureLog::Trouble() const {
+  if (last_error_ == FileError::kGood) return {};
+  const std::string reason = app_.Text(NotWrittenReason(last_error_));
+  if (lost_records_ == 0) return FormatText(app_.Text(text::kFileNotWritten), {last_name_, reason});
+  return FormatText(app_.Text(text::kRecordsLost), {std::to_string(lost_records_), last_name_, reason});
+}
+
+}  // namespace vlt
