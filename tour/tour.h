@@ -62,6 +62,7 @@ std::span<const Step> StartSteps();
 std::span<const Step> ProcessSteps();
 std::span<const Step> PageSteps();
 std::span<const Step> SystemSteps();
+std::span<const Step> DetailSteps();
 std::span<const Step> MeasureSteps();
 std::span<const Step> EndSteps();
 // What differs between the hardware variants: the splash alone, and the end.

@@ -31,11 +31,14 @@ std::vector<Walk> AllWalks() {
                      lang_flag,
                      {vlt::test::StartSteps(), vlt::test::ProcessSteps(), vlt::test::PageSteps(),
                       vlt::test::SystemSteps(), vlt::test::MeasureSteps(), vlt::test::EndSteps()}});
-    for (const char* model : {"T305", "K410"}) {
-      walks.push_back({model, lang_flag, {vlt::test::SplashSteps(), vlt::test::LeaveSteps()}});
-    }
+    vlt::test::DetailSteps(), vlt::test::MeasureSteps(), vlt::test::EndSteps()
   }
-  return walks;
+});
+for (const char* model : {"T305", "K410"}) {
+  walks.push_back({model, lang_flag, {vlt::test::SplashSteps(), vlt::test::LeaveSteps()}});
+}
+}
+return walks;
 }
 
 // False, with a message, at the first trouble.
