@@ -30,15 +30,13 @@ std::vector<Walk> AllWalks() {
     walks.push_back({"M627",
                      lang_flag,
                      {vlt::test::StartSteps(), vlt::test::ProcessSteps(), vlt::test::PageSteps(),
-                      vlt::test::SystemSteps(), vlt::test::MeasureSteps(), vlt::test::EndSteps()}});
-    vlt::test::DetailSteps(), vlt::test::MeasureSteps(), vlt::test::EndSteps()
+                      vlt::test::SystemSteps(), vlt::test::DetailSteps(), vlt::test::MeasureSteps(),
+                      vlt::test::EndSteps()}});
+    for (const char* model : {"T305", "K410"}) {
+      walks.push_back({model, lang_flag, {vlt::test::SplashSteps(), vlt::test::LeaveSteps()}});
+    }
   }
-});
-for (const char* model : {"T305", "K410"}) {
-  walks.push_back({model, lang_flag, {vlt::test::SplashSteps(), vlt::test::LeaveSteps()}});
-}
-}
-return walks;
+  return walks;
 }
 
 // False, with a message, at the first trouble.
