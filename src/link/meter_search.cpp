@@ -39,7 +39,7 @@ class KeepLink {
     const std::string reason = app_.state.PortFaultReason;
     bool open = false;
     OpenPort(app_, port_, settings_, open);
-    if (open) app_.state.PortFaultReason = reason;
+    if (!reason.empty()) app_.state.PortFaultReason = reason;  // of the search, told behind it
   }
   KeepLink(const KeepLink&) = delete;
   KeepLink& operator=(const KeepLink&) = delete;

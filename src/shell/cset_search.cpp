@@ -93,6 +93,7 @@ void CSetSearch::cmdSearch_Click() {
     return;
   }
   stop_ = false;
+  searched_port_ = plan.port;
   found_.clear();
   grdFound.SetSelectedRow(0);
   grdFound.SetRows(1);
@@ -153,7 +154,9 @@ void CSetSearch::cmdStop_Click() { stop_ = true; }
 
 void CSetSearch::grdFound_Click() {
   const int row = grdFound.SelectedRow();
-  if (row >= 1) dialog_.Fill(found_.at(static_cast<std::size_t>(row) - 1));
+  if (row < 1) return;
+  dialog_.PortNo.SetListIndex(searched_port_ - 1);
+  dialog_.Fill(found_.at(static_cast<std::size_t>(row) - 1));
 }
 
 }  // namespace vlt

@@ -40,6 +40,7 @@ class CSetSearch : public FormPart {
   App& app_;
   FrmCSet& dialog_;
   std::vector<FoundMeter> found_;
+  int searched_port_ = 0;  // where they were found
   bool stop_ = false;
 };
 

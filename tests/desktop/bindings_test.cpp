@@ -32,6 +32,9 @@ class Bench : public Form {
     tabs.on_click = [this] { log.push_back("tab"); };
     updown.on_up = [this] { log.push_back("up"); };
     updown.on_down = [this] { log.push_back("down"); };
+    choice.on_choose = [this] { log.push_back("row"); };
+    choice.SetColumnWidth(0, 1500);
+    choice.SetSize(3000, 3000);
     combo.SetItems({"red", "green", "blue"});
     tabs.SetTabCaption(0, "one");
     tabs.SetTabCaption(1, "two");
@@ -48,6 +51,7 @@ class Bench : public Form {
   TabControl tabs{*this, "tabs", 2};
   UpDown updown{*this, "updown"};
   Grid grid{*this, "grid", 3, 2};
+  Grid choice{*this, "choice", 4, 1};
   Picture picture{*this, "picture", "logo"};
   std::vector<std::string> log;
 };
@@ -267,6 +271,25 @@ TEST_F(BindingTest, GridsShowTheRowsThatThereAre) {
   bench->grid.SetRows(0);
   screen.desktop.Flush();
   EXPECT_EQ(table.rowCount(), 0);
+}
+
+TEST_F(BindingTest, ARowIsChosenByMouseAndKeysAndTheProgram) {
+  auto& table = Widget<QTableWidget>("choice");
+  const auto click = [&](int row) {
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {},
+                      table.visualItemRect(table.item(row, 0)).center());
+    screen.desktop.Flush();
+  };
+  click(1);
+  EXPECT_EQ(bench->choice.SelectedRow(), 2);
+  QTest::keyClick(&table, Qt::Key_Down);
+  EXPECT_EQ(bench->choice.SelectedRow(), 3);
+  bench->choice.SetSelectedRow(1);
+  screen.desktop.Flush();
+  EXPECT_EQ(table.currentRow(), 0);
+  const auto before = bench->log;
+  click(0);
+  EXPECT_GT(bench->log.size(), before.size()) << "the row that is marked can be chosen again";
 }
 
 TEST_F(BindingTest, AHandlerThatBreaksOffIsToldAndAllElseGoesOn) {

@@ -316,7 +316,9 @@ TEST_F(SerialSettingsTest, ASearchFillsTheFieldsAndCommand1ProvesThem) {
   EXPECT_TRUE(dialog.Command1.Enabled());
   EXPECT_EQ(Ini(), ini_before);
   EXPECT_EQ(app->state.CommSettings, "9600,O,8,1") << "nothing is in force by a search alone";
+  dialog.PortNo.Choose(5);
   Searching().grdFound.Choose(2);
+  EXPECT_EQ(dialog.PortNo.Text(), "COM1") << "where it was found";
   EXPECT_EQ((Texts{dialog.Speed.Text(), dialog.Parity.Text(), dialog.StaitionNo.Text()}),
             (Texts{"19200BPS", "EVEN", "09"}));
   dialog.Command1.Press();

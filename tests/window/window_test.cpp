@@ -188,6 +188,19 @@ TEST_F(WindowTest, GridsGrowAndShrink) {
   EXPECT_EQ(grid.Cell(1, 2), "c");
 }
 
+TEST_F(WindowTest, RowsCanBeChosenWhereSomebodyListens) {
+  Sheet& sheet = Load();
+  Grid grid(sheet, "grid", 3, 1);
+  EXPECT_FALSE(grid.Choose(1));
+  int chosen = 0;
+  grid.on_choose = [&] { chosen = grid.SelectedRow(); };
+  EXPECT_FALSE(grid.Choose(0) || grid.Choose(3)) << "the head is no row";
+  EXPECT_TRUE(grid.Choose(2));
+  EXPECT_EQ(chosen, 2);
+  grid.SetRows(2);
+  EXPECT_EQ(grid.SelectedRow(), 0) << "its row is gone";
+}
+
 TEST_F(WindowTest, HolesOfALineLieInThePlacesThatTheyLeave) {
   const ChartPoint hole;
   const struct {
