@@ -76,6 +76,7 @@ class UpDownBinding : public Binding {
     button->setObjectName(name);
     button->setArrowType(arrow);
     button->setAutoRepeat(true);
+    button->setIconSize(QSize(10, 7));
     button->setFixedSize(22, 14);
     Widget()->layout()->addWidget(button);
     connect(button, &QToolButton::clicked, this, [this, button, step = std::move(step)] {
