@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <compare>
 #include <cstdint>
 #include <set>
 #include <string>
@@ -16,7 +15,9 @@ inline constexpr int kChannels = 3;  // CH1, CH2 and the computed CH3
 struct MeterPlace {
   int port = 0;
   int station = 0;
-  auto operator<=>(const MeterPlace&) const = default;
+  friend bool operator<(const MeterPlace& a, const MeterPlace& b) {
+    return a.port != b.port ? a.port < b.port : a.station < b.station;
+  }
 };
 
 // What the maintenance page showed when it was left last. Goes to no file.
