@@ -9,7 +9,6 @@
 #include "resources/text_ids.h"
 #include "shell/frm_about.h"
 #include "shell/frm_mssg.h"
-#include "shell/frm_wait.h"
 #include "shell/mdi_form1.h"
 #include "shell/splash.h"
 #include "state/form_lock.h"
@@ -63,7 +62,6 @@ void RegisterShellWindows(App& app) {
   RegisterWindow<MDIForm1>(app, "MDIForm1");
   RegisterWindow<frmMssg>(app, "frmMssg");
   RegisterWindow<frmAbout>(app, "frmAbout");
-  RegisterWindow<frmWait>(app, "frmWait");
   for (const SplashVariant& variant : SplashVariants()) {
     app.windows.Register(variant.form,
                          [&app, &variant] { return std::make_unique<SplashForm>(app, variant); });

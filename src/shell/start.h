@@ -5,7 +5,7 @@
 
 namespace vlt {
 
-// Makes the windows of this folder known: MDIForm1, the splash windows, frmMssg, frmAbout, frmWait.
+// Makes the windows of this folder known: MDIForm1, the splash windows, frmMssg, frmAbout.
 void RegisterShellWindows(App& app);
 // Those and the pages.
 void RegisterAllWindows(App& app);
