@@ -62,7 +62,6 @@ void Form12::FrmInit() {
     const ControlArray<Label>& labels;
     int text_id;
   } heads[] = {
-      {lblHeadStation, 700},
       {lblHead1, 2100},
       {lblHead2, 2110},
       {lblHeadAnswered, text::kLastAnswer},
@@ -73,7 +72,7 @@ void Form12::FrmInit() {
   for (const auto& head : heads) {
     head.labels.ForEach([&](Label& label) { label.SetCaption(app().Text(head.text_id)); });
   }
-  chkStationNo.ForEach([](CheckBox& box) { box.SetCaption(std::to_string(box.Index() + 1)); });
+  lblStation.ForEach([](Label& label) { label.SetCaption(std::to_string(label.Index() + 1)); });
   FillLists();
   for (Control* control : Controls()) control->SetFont({app().state.PageFont, 12, false});
 }

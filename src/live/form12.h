@@ -75,6 +75,8 @@ class Form12 : public PageForm {
   // Stations 1 to 31, index 0 the first.
   FrameBox fraStation{*this, "fraStation"};
   ControlArray<CheckBox> chkStationNo{*this, "chkStationNo", Indexes(kMostStations)};
+  // The number beside the box: it stays black while the box is off.
+  ControlArray<Label> lblStation{*this, "lblStation", Indexes(kMostStations)};
   ControlArray<TextBox> txtDisp1{*this, "txtDisp1", Indexes(kMostStations)};
   ControlArray<Label> lblUnit1{*this, "lblUnit1", Indexes(kMostStations)};
   ControlArray<TextBox> txtDisp2{*this, "txtDisp2", Indexes(kMostStations)};
@@ -83,7 +85,6 @@ class Form12 : public PageForm {
   ControlArray<Label> lblFailed{*this, "lblFailed", Indexes(kMostStations)};      // polls, "3/120"
 
   // Heads over the two halves of the list.
-  ControlArray<Label> lblHeadStation{*this, "lblHeadStation", Indexes(2)};
   ControlArray<Label> lblHead1{*this, "lblHead1", Indexes(2)};
   ControlArray<Label> lblHead2{*this, "lblHead2", Indexes(2)};
   ControlArray<Label> lblHeadAnswered{*this, "lblHeadAnswered", Indexes(2)};

@@ -243,6 +243,9 @@ void Form12::EndPass() {
   FixTimer.SetRunning(false);
   in_pass_ = false;
   pass_ms_ = app().platform.clock.NowMs() - pass_started_ms_;
+  // The first poll lies in a tick of CycleTimer, and the ticks that fall into it are lost.
+  overran_ = overran_ || *pass_ms_ > CycleTimer.Interval();
+  if (overran_) ShowState(kRunAcquiring, app().Text(text::kPassTooLong));
   ShowValues();
   log_.Append(PvFileName, StationRecordLine(pass_time_, stations_, displays_), pass_time_);
   ShowLog();

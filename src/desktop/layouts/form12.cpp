@@ -6,8 +6,8 @@ namespace {
 
 using namespace layout;
 
-constexpr LayoutItem kStation = Cells("chkStationNo(#)", "txtDisp1(#)", "lblUnit1(#)", "txtDisp2(#)",
-                                      "lblUnit2(#)", "lblAnswered(#)", "lblFailed(#)");
+constexpr LayoutItem kStation = Cells("chkStationNo(#)", "lblStation(#)", "txtDisp1(#)", "lblUnit1(#)",
+                                      "txtDisp2(#)", "lblUnit2(#)", "lblAnswered(#)", "lblFailed(#)");
 
 constexpr LayoutItem kItems[] = {
     Columns(),
@@ -26,12 +26,10 @@ constexpr LayoutItem kItems[] = {
     Group("fraStation"),
     Columns(),
     Column(),
-    Cells("lblHeadStation(0)", "lblHead1(0)", "", "lblHead2(0)", "", "lblHeadAnswered(0)",
-          "lblHeadFailed(0)"),
+    Cells("", "", "lblHead1(0)", "", "lblHead2(0)", "", "lblHeadAnswered(0)", "lblHeadFailed(0)"),
     Repeat(0, 15, kStation),
     Column(),
-    Cells("lblHeadStation(1)", "lblHead1(1)", "", "lblHead2(1)", "", "lblHeadAnswered(1)",
-          "lblHeadFailed(1)"),
+    Cells("", "", "lblHead1(1)", "", "lblHead2(1)", "", "lblHeadAnswered(1)", "lblHeadFailed(1)"),
     Repeat(16, 30, kStation),
     End(),
     End(),
