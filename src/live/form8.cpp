@@ -15,6 +15,10 @@
 namespace vlt {
 namespace {
 
+constexpr int kTitle = 1360;
+constexpr int kAlarmHead = 460;
+constexpr int kReadCaption = 2030;
+
 constexpr std::array<int, kChannels> kRasWord = {0x0024, 0x13AC, 0x2540};
 constexpr int kOneChannel = 1;  // of GetChannelConfig
 constexpr int kTwoPaths = 2;
@@ -46,9 +50,9 @@ Form8::Form8(App& app) : PageForm(app, "Form8") {
 }
 
 void Form8::C10_RAS_FrmInit() {
-  SetCaption(app().Text(1360));
-  LabelRAS.SetCaption(app().Text(460));
-  RASReadParameter.SetCaption(app().Text(2030));
+  SetCaption(app().Text(kTitle));
+  LabelRAS.SetCaption(app().Text(kAlarmHead));
+  RASReadParameter.SetCaption(app().Text(kReadCaption));
   for (int column = 0; column < MSFlexGrid1.Columns(); ++column) {
     MSFlexGrid1.SetCell(0, column, app().Text(kHeadTexts[column]));
   }

@@ -11,6 +11,10 @@
 namespace vlt {
 namespace {
 
+constexpr int kTitle = 1310;
+constexpr int kPercent = 10;
+constexpr int kPulses = 130;
+
 constexpr const char* kDefaultMax = "1000";
 constexpr const char* kDefaultMin = "-1000";
 constexpr const char* kDefaultCycle = "1";
@@ -98,11 +102,11 @@ void Form9::C07_KEISOKU_FrmInit() {
       {lblRETURN_TEMP, 2399},
       {lblHPerUnit, 10},
   };
-  SetCaption(app().Text(1310));
+  SetCaption(app().Text(kTitle));
   for (const auto& row : rows) row.control.SetCaption(app().Text(row.text_id));
-  lblRyuryoPerUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(10)); });
-  lblPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(130)); });
-  lblHPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(130)); });
+  lblRyuryoPerUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(kPercent)); });
+  lblPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(kPulses)); });
+  lblHPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(kPulses)); });
   const ControlArray<Label>* names[] = {&lblCh1, &lblCh2, &lblCh3};
   for (std::size_t i = 0; i < std::size(names); ++i) {
     ChannelNames[i] = app().Text(kChannelNames[i]);

@@ -3,13 +3,18 @@
 #include "resources/text_ids.h"
 
 namespace vlt {
+namespace {
+
+constexpr int kLoaderName = 1344;
+
+}  // namespace
 
 frmWait::frmWait(App& app) : Form(app.windows, "frmWait", FormPlace::kWindow), app_(app) {
   cmdCan.on_click = [this] { cmdCan_Click(); };
 }
 
 void frmWait::Form_Load() {
-  SetCaption(app_.Text(1344));
+  SetCaption(app_.Text(kLoaderName));
   cmdCan.SetCaption(app_.Text(text::kCancel));
 }
 

@@ -9,6 +9,8 @@
 namespace vlt {
 namespace {
 
+constexpr int kPageFont = 1;
+
 constexpr const char* kRs485 = "RS485";
 constexpr int kTitleText = 1344;
 constexpr int kEndText = 400;
@@ -95,7 +97,7 @@ void MDIForm1::SetPageButtonIdle(std::string_view page) {
 }
 
 void MDIForm1::Dress() {
-  const std::string& font = app_.state.PageFont = app_.Text(1);
+  const std::string& font = app_.state.PageFont = app_.Text(kPageFont);
   SetCaption(app_.Text(kTitleText));
   for (const MenuCaption& row : kMenuCaptions) {
     MenuItem& item = this->*row.item;

@@ -10,6 +10,9 @@
 namespace vlt {
 namespace {
 
+constexpr int kIsLoaderFile = 4510;
+constexpr int kSaveQuestion = 4500;
+
 constexpr const char* kParameterFilter = "Initial value(*.ini)|*.ini";
 // Shown by the menu in both languages.
 constexpr const char* kLoaderFileRefused = "ローダー初期ファイルを更新することはできません";
@@ -82,7 +85,7 @@ FileError MDIForm1::SaveAtClosing() {
   const std::string path = dialog_file_;
   if (path.empty()) return FileError::kGood;
   if (IsLoaderFile(app_, path)) {
-    app_.Show(app_.Text(4510));
+    app_.Show(app_.Text(kIsLoaderFile));
     return FileError::kGood;
   }
   SavePagesToSlots(app_);
@@ -97,7 +100,7 @@ void MDIForm1::SaveLoaderFile() {
 }
 
 bool MDIForm1::MayEnd() {
-  const bool save = app_.AskYesNo(app_.Text(4500), MessageIcon::kInformation);
+  const bool save = app_.AskYesNo(app_.Text(kSaveQuestion), MessageIcon::kInformation);
   const FileError saved = save ? SaveAtClosing() : FileError::kGood;
   SaveLoaderFile();
   if (saved == FileError::kGood) return true;

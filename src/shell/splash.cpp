@@ -12,6 +12,9 @@
 namespace vlt {
 namespace {
 
+constexpr int kLoaderName = 1344;
+constexpr int kSetCommunication = 4280;
+
 constexpr SplashVariant kVariants[] = {
     {"frmSplash", "M627", "splash_m627", "D", 4, false},
     {"frmSplash_T305", "T305", "splash_t305", nullptr, 3, true},
@@ -56,8 +59,8 @@ SplashForm::SplashForm(App& app, const SplashVariant& variant)
 
 void SplashForm::Form_Load() {
   lblVersion.SetCaption(VersionText(SuffixOf(&variant_, app_.state.LangFlag)));
-  lblProductName.SetCaption(app_.Text(1344));
-  SetCaption(app_.Text(1344));
+  lblProductName.SetCaption(app_.Text(kLoaderName));
+  SetCaption(app_.Text(kLoaderName));
   // Nothing on it is to be clicked, and closing it would leave a start that is half done.
   SetCloseCommand(false);
   Timer1.SetInterval(kSplashMs);
@@ -96,8 +99,9 @@ void SplashForm::IdentifyMeter() {
   auto request = ReadRequest(StationNumber(app_), 3, kUnitSystemRegister, 2);
   auto reply = ReplyFor(request);
   if (!OpenPort(app_) || !SendReceive(app_, request, reply)) {
-    app_.Show(app_.Text(4280), MessageIcon::kInformation);
-    if (!app_.state.PortFaultReason.empty()) app_.Status(app_.Text(4280) + " " + app_.state.PortFaultReason);
+    app_.Show(app_.Text(kSetCommunication), MessageIcon::kInformation);
+    if (!app_.state.PortFaultReason.empty())
+      app_.Status(app_.Text(kSetCommunication) + " " + app_.state.PortFaultReason);
     return;
   }
   app_.state.UnitFlag = BytesToInt16(reply, 3);

@@ -16,6 +16,8 @@
 namespace vlt {
 namespace {
 
+constexpr int kCanNotStart = 4960;
+
 constexpr int kEnglishOffset = 5000;
 
 StartResult End(App& app) {
@@ -97,7 +99,7 @@ StartResult StartUp(App& app) {
   if (variant == nullptr) {
     state.StartFaultReason = WhyNoVariant(app, last);
     app.platform.process.PutError(state.StartFaultReason);
-    app.Show(app.Text(4960));
+    app.Show(app.Text(kCanNotStart));
     return End(app);
   }
   app.windows.Run([&] { app.windows.Load(variant->form).Show(); });
