@@ -19,29 +19,37 @@ constexpr const char* kOwnSettings =
     "[COMM]\nPORT=10\nSPEED=38400\nPARITY=O\nSTOP_BIT=1\nTRANS_METHOD=RS232C\nSTATION_NO=01\nRETRY_NO=3\n"
     "[PORTS]\nCOM10=simulator\n";
 
+// Of the stations some are silent while they are polled, and one has an alarm.
+constexpr const char* kManyStations =
+    "stations=1-31 fleet=on 1:unit=metric 1:lang=english fault=silence/04:3*ever fault=silence/04:17*ever "
+    "fault=silence/04:18*ever fault=silence:29*ever 2:ras=1:0800";
+
 QString Language(int lang_flag) { return lang_flag == 0 ? "ja" : "en"; }
 
 }  // namespace
 
-Tour::Tour(int lang_flag, const QString& model, const QString& folder, const QString& pictures)
-    : pictures_(pictures),
-      lang_flag_(lang_flag),
-      program_((WriteSettings(lang_flag, model, folder), std::make_unique<Program>(FromQt(folder_.path())))),
+Tour::Tour(const Setting& setting)
+    : setting_(setting),
+      program_((WriteSettings(), std::make_unique<Program>(FromQt(folder_.path())))),
       hands_(program_->Screen()) {
   boxes_.on_box = [this](QWidget& box) {
     Keep(box, QString("box_%1").arg(++boxes_seen_, 2, 10, QChar('0')));
   };
 }
 
-void Tour::WriteSettings(int lang_flag, const QString& model, const QString& from) const {
+void Tour::WriteSettings() const {
   QString settings(kOwnSettings);
-  QFile given(QDir(from).filePath("VLT.ini"));
-  if (!from.isEmpty()) {
-    if (!given.open(QIODevice::ReadOnly)) throw Trouble("no VLT.ini in " + FromQt(from));
+  QFile given(QDir(setting_.folder).filePath("VLT.ini"));
+  if (!setting_.folder.isEmpty()) {
+    if (!given.open(QIODevice::ReadOnly)) throw Trouble("no VLT.ini in " + FromQt(setting_.folder));
     settings = QString::fromUtf8(given.readAll());
   }
-  settings.replace(QRegularExpression("LANG_FLAG *=.*"), QString("LANG_FLAG=%1").arg(lang_flag));
-  settings.replace(QRegularExpression("VR *=.*"), "VR=" + model);
+  settings.replace(QRegularExpression("LANG_FLAG *=.*"), QString("LANG_FLAG=%1").arg(setting_.lang_flag));
+  settings.replace(QRegularExpression("VR *=.*"), "VR=" + setting_.model);
+  if (setting_.stations > 0) {
+    settings.replace("TRANS_METHOD=RS232C", "TRANS_METHOD=RS485");
+    settings.replace("COM10=simulator", QString("COM10=simulator ") + kManyStations);
+  }
   QFile file(QDir(folder_.path()).filePath("VLT.ini"));
   if (!file.open(QIODevice::WriteOnly)) throw Trouble("the settings can't be written");
   file.write(settings.toUtf8());
@@ -77,7 +85,7 @@ void Tour::Picture(const std::string& form, const std::string& name) {
 }
 
 void Tour::Keep(QWidget& window, const QString& name) {
-  const QString path = QDir(pictures_).filePath(name + "_" + Language(lang_flag_) + ".png");
+  const QString path = QDir(setting_.pictures).filePath(name + "_" + Language(setting_.lang_flag) + ".png");
   if (!window.grab().save(path)) throw Trouble("can't write " + FromQt(path));
 }
 

@@ -16,14 +16,23 @@ namespace vlt::test {
 // One walk: a program in one language, working on the meter simulated in process.
 class Tour {
  public:
-  // `folder` holds VLT.ini or is empty for one of the tour's own; `model` is the hardware variant. Pictures
-  // go to `pictures`.
-  Tour(int lang_flag, const QString& model, const QString& folder, const QString& pictures);
+  // What the walk's program finds installed. `folder` holds VLT.ini or is empty for one of the tour's own;
+  // `model` is the hardware variant. With `stations` several meters hang on an RS485 line, so many of which
+  // the tour polls. Pictures go to `pictures`.
+  struct Setting {
+    int lang_flag = 1;
+    QString model;
+    QString folder;
+    QString pictures;
+    int stations = 0;
+  };
+  explicit Tour(const Setting& setting);
 
   Program& Running() { return *program_; }
   Hands& Operator() { return hands_; }
   BoxAnswers& Boxes() { return boxes_; }
   Lookout& Meanwhile() { return lookout_; }
+  int Stations() const { return setting_.stations; }
   // A text of the table in the tour's language.
   std::string Text(int id) const;
 
@@ -40,11 +49,10 @@ class Tour {
 
  private:
   void Keep(QWidget& window, const QString& name);
-  void WriteSettings(int lang_flag, const QString& model, const QString& from) const;
+  void WriteSettings() const;
 
+  Setting setting_;
   QTemporaryDir folder_;
-  QString pictures_;
-  int lang_flag_;
   int boxes_seen_ = 0;
   std::unique_ptr<Program> program_;
   Hands hands_;
@@ -64,6 +72,7 @@ std::span<const Step> PageSteps();
 std::span<const Step> SystemSteps();
 std::span<const Step> DetailSteps();
 std::span<const Step> MeasureSteps();
+std::span<const Step> StationSteps();
 std::span<const Step> EndSteps();
 // What differs between the hardware variants: the splash alone, and the end.
 std::span<const Step> SplashSteps();

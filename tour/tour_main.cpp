@@ -1,11 +1,12 @@
-// veltrano3-tour [--out FOLDER] [--dir FOLDER]: walks through the program as an operator would, on the meter
-// simulated in process, once in each language, and keeps a picture of every window.
+// veltrano3-tour [--out FOLDER] [--dir FOLDER] [--stations NUMBER]: walks through the program as an operator
+// would, on the meter simulated in process, once in each language, and keeps a picture of every window.
 //
 // Exit status 0, or 1 with a message on the first thing that is not as it should be.
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QTimer>
+#include <algorithm>
 #include <cstdio>
 #include <vector>
 
@@ -22,9 +23,10 @@ struct Walk {
   const char* model;
   int lang_flag;
   std::vector<std::span<const Step>> steps;
+  int stations = 0;
 };
 
-std::vector<Walk> AllWalks() {
+std::vector<Walk> AllWalks(int stations) {
   std::vector<Walk> walks;
   for (const int lang_flag : {1, 0}) {
     walks.push_back({"M627",
@@ -35,6 +37,10 @@ std::vector<Walk> AllWalks() {
     for (const char* model : {"T305", "K410"}) {
       walks.push_back({model, lang_flag, {vlt::test::SplashSteps(), vlt::test::LeaveSteps()}});
     }
+    walks.push_back({"M627",
+                     lang_flag,
+                     {vlt::test::SplashSteps(), vlt::test::StationSteps(), vlt::test::LeaveSteps()},
+                     stations});
   }
   return walks;
 }
@@ -44,7 +50,7 @@ bool Go(const Walk& walk, const QString& folder, const QString& pictures) {
   const char* language = walk.lang_flag == 0 ? "ja" : "en";
   const char* at = "start";
   try {
-    Tour tour(walk.lang_flag, walk.model, folder, pictures);
+    Tour tour({walk.lang_flag, walk.model, folder, pictures, walk.stations});
     for (const auto& area : walk.steps) {
       for (const Step& step : area) {
         at = step.name;
@@ -71,7 +77,9 @@ int main(int argc, char** argv) {
                                "FOLDER", "tour");
   const QCommandLineOption dir("dir", "Folder with the VLT.ini to start from; default: the tour's own.",
                                "FOLDER");
-  options.addOptions({out, dir});
+  const QCommandLineOption stations("stations", "How many of 31 stations to poll; default: 6.", "NUMBER",
+                                    "6");
+  options.addOptions({out, dir, stations});
   options.addHelpOption();
   options.process(application);
   const QString pictures = QDir(options.value(out)).absolutePath();
@@ -81,7 +89,7 @@ int main(int argc, char** argv) {
   }
   QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   vlt::DressApplication();
-  for (const Walk& walk : AllWalks()) {
+  for (const Walk& walk : AllWalks(std::clamp(options.value(stations).toInt(), 1, 31))) {
     // Inside the application's loop, which the program's end ends.
     QTimer::singleShot(0, &application,
                        [&] { QApplication::exit(Go(walk, options.value(dir), pictures) ? 0 : 1); });

@@ -116,7 +116,9 @@ std::optional<std::string> QtDialogs::AskFile(const FileQuestion& question, bool
   if (last_folder_.isEmpty()) {
     last_folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   }
-  dialog.setDirectory(question.folder.empty() ? last_folder_ : ToQt(question.folder));
+  // A folder of the settings may be one that this machine does not have.
+  const QString folder = ToQt(question.folder);
+  dialog.setDirectory(!folder.isEmpty() && QFileInfo(folder).isDir() ? folder : last_folder_);
   if (!question.name.empty()) dialog.selectFile(ToQt(question.name));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   const QString path = dialog.selectedFiles().first();

@@ -45,8 +45,10 @@ bool IsSettingsFile(App& app, std::string_view path) {
 std::optional<std::string> AskCsvFile(App& app, const CsvQuestion& question) {
   std::string filter = app.Text(question.kind) + "(*.csv)|*.csv";
   if (question.all_files) filter += "|" + app.Text(kAllFiles) + "(*.*)|*.*";
-  const auto chosen = app.platform.dialogs.AskSaveFile(
-      {.title = app.Text(question.title), .filter = filter, .folder = question.folder, .name = {}});
+  const auto chosen = app.platform.dialogs.AskSaveFile({.title = app.Text(question.title),
+                                                        .filter = filter,
+                                                        .folder = question.folder,
+                                                        .name = question.name});
   const std::string path(Trim(chosen.value_or("")));
   if (path.empty()) return std::nullopt;
   if (!IsSettingsFile(app, path)) return path;
@@ -56,7 +58,11 @@ std::optional<std::string> AskCsvFile(App& app, const CsvQuestion& question) {
 
 std::optional<std::string> AskCsvLog(App& app, const std::string& current) {
   const bool has_folder = current.find_first_of("\\/") != std::string::npos;
-  const auto chosen = AskCsvFile(app, {.folder = has_folder ? FolderOfPath(current) : ""});
+  return AskCsvLog(app, CsvQuestion{.folder = has_folder ? FolderOfPath(current) : ""});
+}
+
+std::optional<std::string> AskCsvLog(App& app, const CsvQuestion& question) {
+  const auto chosen = AskCsvFile(app, question);
   if (!chosen) return std::nullopt;
   const std::string path = StampedCsvPath(*chosen, app.platform.clock.Now());
   ClearTheWay(app, path);

@@ -19,15 +19,17 @@ struct CsvQuestion {
   int kind = 4540;        // text id of the filter's name: "The measurement data"
   bool all_files = true;  // the filter offers every file too
   std::string folder{};   // where the dialog starts; empty: the last folder used
+  std::string name{};     // the name shown at first
 };
 
 // Asks for a CSV file and gives its path, trimmed. Nothing when the operator cancels or leaves the name
 // blank, and, after a message box, for the file of the program's own settings. Events run meanwhile.
 std::optional<std::string> AskCsvFile(App& app, const CsvQuestion& question = {});
 
-// Asks for the log of a run, in the folder of `current` when that has one, and gives the stamped name
-// (StampedCsvPath). A file of that name is removed when the operator agrees, and stays otherwise; one that
-// can't be removed is told in status panel 1. The name is taken in each of these cases.
+// Asks for the log of a run, the second form in the folder of `current` when that has one, and gives the
+// stamped name (StampedCsvPath). A file of that name is removed when the operator agrees, and stays
+// otherwise; one that can't be removed is told in status panel 1. The name is taken in each of these cases.
+std::optional<std::string> AskCsvLog(App& app, const CsvQuestion& question);
 std::optional<std::string> AskCsvLog(App& app, const std::string& current);
 
 }  // namespace vlt

@@ -58,8 +58,10 @@ bool Ask(App& app, int station, int address, int mode, int& value) {
 
 int AskAt(App& app, const Query& query, int station, int ch = 0) {
   int value = kNoAnswer;
-  Ask(app, station, query.address.at(static_cast<std::size_t>(ch)), query.mode_at, value);
-  return value;
+  if (!Ask(app, station, query.address.at(static_cast<std::size_t>(ch)), query.mode_at, value)) {
+    return kNoAnswer;
+  }
+  return IsFromStation(app, app.state.MemRxFrame, station) ? value : kNoAnswer;
 }
 
 int AskOwn(App& app, const Query& query, int ch = 0) {

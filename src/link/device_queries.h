@@ -23,7 +23,7 @@ int GetHeatFlowUnit(App& app);
 int GetHeatTotalUnit(App& app);
 int GetTempUnit(App& app);
 
-// Of another station on the line; nothing is stored.
+// Of another station on the line; nothing is stored. A reply that some other station has signed is no answer.
 int GetUnitFlagAt(App& app, int station);
 int GetRangeUnitAt(App& app, int station, int ch);
 int GetTotalUnitAt(App& app, int station, int ch);

@@ -8,6 +8,7 @@
 namespace vlt {
 namespace {
 
+constexpr const char* kNoResponse = "[NO RESPONSE ERROR]";
 constexpr int kHeadBytes = 2;         // station and function
 constexpr int kDrainPollMs = 3;       // while the driver still holds bytes
 constexpr int kFirstPollMs = 5;       // until something arrives
@@ -97,7 +98,7 @@ const char* ExceptionText(int code) {
 // Takes station and function. A lone byte fails without a text: the exchange finds one at its end.
 bool CheckHead(Exchange& x) {
   if (x.Port().BytesIn() == 0) {
-    x.app.state.LastErrorText = "[NO RESPONSE ERROR]";
+    x.app.state.LastErrorText = kNoResponse;
     return false;
   }
   if (x.Port().BytesIn() < kHeadBytes) return false;
@@ -218,6 +219,12 @@ bool EchoWordMatch(std::span<const std::uint8_t> reply, int expected, int is_uns
   if (reply.size() < 6) return false;
   const int word = is_unsigned == 1 ? BytesToUInt16(reply[4], reply[5]) : BytesToInt16(reply[4], reply[5]);
   return word == expected;
+}
+
+bool IsFromStation(App& app, std::span<const std::uint8_t> reply, int station) {
+  if (!reply.empty() && reply[0] == (station & 0xFF)) return true;
+  app.state.LastErrorText = kNoResponse;
+  return false;
 }
 
 int StationNumber(const App& app) {

@@ -50,6 +50,11 @@ void WaitMs(App& app, int ms);
 bool EchoWordEqual(std::span<const std::uint8_t> reply, int expected);
 bool EchoWordMatch(std::span<const std::uint8_t> reply, int expected, int is_unsigned);
 
+// The reply's first byte is the station that was asked. Where several stations hang on the line, who asks one
+// of them looks at it: the exchange itself takes a reply from any. When it is another one's, LastErrorText
+// says that there was no response.
+bool IsFromStation(App& app, std::span<const std::uint8_t> reply, int station);
+
 // StationNo as a number; 0 for a text that is none.
 int StationNumber(const App& app);
 

@@ -24,6 +24,7 @@ bool ReadRegisters(App& app, const Target& target, const RegisterSpan& span, Reg
   Frame reply = ReplyFor(request);
   data.clear();
   if (!SendReceive(app, request, reply, target.mode)) return false;
+  if (target.mode == kModeStations && !IsFromStation(app, reply, target.station)) return false;
   data.assign(reply.begin() + kReplyHead, reply.end() - kCheckBytes);
   return true;
 }

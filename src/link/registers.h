@@ -35,7 +35,7 @@ struct RegisterSpan {
 using RegisterData = std::vector<std::uint8_t>;
 
 // Fills `data` with 2 * span.count bytes. False without a valid reply: LastErrorText says why and `data` is
-// empty.
+// empty. In kModeStations a reply that another station has signed is none.
 bool ReadRegisters(App& app, const Target& target, const RegisterSpan& span, RegisterData& data);
 bool ReadRegisters(App& app, const RegisterSpan& span, RegisterData& data);
 

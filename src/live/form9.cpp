@@ -4,10 +4,9 @@
 #include <cmath>
 
 #include "link/port.h"
+#include "live/entry_check.h"
 #include "state/form_lock.h"
-#include "values/input_check.h"
 #include "values/number_text.h"
-#include "values/text.h"
 
 namespace vlt {
 namespace {
@@ -25,8 +24,6 @@ constexpr double kLowest = -2147483648.0;
 constexpr double kHighest = 2147483647.0;
 constexpr double kLongestCycle = 3600;
 
-constexpr int kNotANumber = 3920;
-constexpr int kOutOfRange = 4480;
 constexpr int kChannelNames[] = {182, 183, 184};
 constexpr int kQuantityNames[] = {2220, 2180, 2221};
 constexpr std::size_t kVelocity = 1;  // among the quantities
@@ -197,16 +194,7 @@ void Form9::Text_Box_Able() {
   for (const Scale& scale : Scales()) scale.box.SetEnabled(false);
 }
 
-bool Form9::CheckScale(const Scale& scale) {
-  const std::string& text = scale.box.Text();
-  const bool numeric = IsNumericText(text, static_cast<int>(CharCount(text))) == 0;
-  const std::optional<double> value = numeric ? ParseNumber(text) : std::nullopt;
-  if (value && *value >= scale.low && *value <= scale.high) return true;
-  scale.box.SelectAll();
-  app().Show(app().Text(value ? kOutOfRange : kNotANumber), value ? MessageIcon::kStop : MessageIcon::kNone);
-  scale.box.SetFocus();
-  return false;
-}
+bool Form9::CheckScale(const Scale& scale) { return CheckEntry(app(), scale.box, scale.low, scale.high); }
 
 bool Form9::CheckScales() {
   for (const Scale& scale : Scales()) {

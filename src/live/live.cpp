@@ -2,13 +2,17 @@
 
 #include <memory>
 
+#include "live/form12.h"
 #include "live/form8.h"
 #include "live/form9.h"
+#include "live/frm_wait.h"
 
 namespace vlt {
 
 void RegisterLiveWindows(App& app) {
   app.windows.Register("Form8", [&app] { return std::make_unique<Form8>(app); });
+  app.windows.Register("Form12", [&app] { return std::make_unique<Form12>(app); });
+  app.windows.Register("frmWait", [&app] { return std::make_unique<frmWait>(app); });
   app.windows.Register("Form9", [&app] { return std::make_unique<Form9>(app); });
 }
 

@@ -174,5 +174,16 @@ inline constexpr int kFirstSteps = 3359;  // a title, and below it the steps
 inline constexpr int kTestState = 3325;
 inline constexpr int kTestNeedsValue = 3326;
 inline constexpr int kMilliampere = 3327;
+// Several stations in turn. kStationTiming: %1 seconds from pass to pass, %2 seconds of a pass, %3 per cent.
+// kStationSilent: %1 why the last exchange failed.
+inline constexpr int kDisplayNotUsed = 3360;
+inline constexpr int kLastAnswer = 3361;
+inline constexpr int kFailedPolls = 3362;
+inline constexpr int kStationTiming = 3363;
+inline constexpr int kPassTooLong = 3364;
+inline constexpr int kStartCancelled = 3365;
+inline constexpr int kStationSilent = 3366;
+inline constexpr int kNoLog = 3367;
+inline constexpr int kUnitUnknown = 3368;
 
 }  // namespace vlt::text

@@ -13,7 +13,6 @@
 #include "shell/frm_about.h"
 #include "shell/frm_cset.h"
 #include "shell/frm_mssg.h"
-#include "shell/frm_wait.h"
 #include "shell/mdi_form1.h"
 #include "shell/splash.h"
 #include "state/form_lock.h"
@@ -76,7 +75,6 @@ void RegisterShellWindows(App& app) {
   RegisterWindow<MDIForm1>(app, "MDIForm1");
   RegisterWindow<frmMssg>(app, "frmMssg");
   RegisterWindow<frmAbout>(app, "frmAbout");
-  RegisterWindow<frmWait>(app, "frmWait");
   RegisterWindow<FrmCSet>(app, "FrmCSet");
   RegisterPartOf<FrameFacts, Form>(app, "MDIForm1");
   RegisterPartOf<CSetDevices, FrmCSet>(app, "FrmCSet");

@@ -5,8 +5,7 @@
 
 namespace vlt {
 
-// Makes the windows of this folder known: MDIForm1, the splash windows, frmMssg, frmAbout, frmWait,
-// FrmCSet.
+// Makes the windows of this folder known: MDIForm1, the splash windows, frmMssg, frmAbout, FrmCSet.
 void RegisterShellWindows(App& app);
 // Those and the pages.
 void RegisterAllWindows(App& app);

@@ -136,6 +136,8 @@ TEST(Queries, OfAnotherStationKeepNothingAndArePacedByTheirMode) {
   for (const auto& c : cases) {
     meter.holding().PutWord(c.address, 2);
     EXPECT_EQ(c.ask(t.app, 5), 2) << c.address;
+    t.platform.Arm("station");
+    EXPECT_EQ(c.ask(t.app, 5), -1) << "signed by another station, " << c.address;
     const std::int64_t start = t.Time().NowMs();
     EXPECT_EQ(c.ask(t.app, 6), -1) << c.address;
     EXPECT_EQ(t.Time().NowMs() - start, c.silent_ms) << c.address;

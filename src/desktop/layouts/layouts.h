@@ -23,6 +23,7 @@ extern const WindowLayout kForm8Layout;
 extern const WindowLayout kForm9Layout;
 extern const WindowLayout kForm10Layout;
 extern const WindowLayout kForm11Layout;
+extern const WindowLayout kForm12Layout;
 
 // The table of a form, or null.
 const WindowLayout* FindLayout(std::string_view form);

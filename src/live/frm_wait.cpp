@@ -1,4 +1,4 @@
-#include "shell/frm_wait.h"
+#include "live/frm_wait.h"
 
 #include "resources/text_ids.h"
 

@@ -1,0 +1,29 @@
+#include "live/entry_check.h"
+
+#include <optional>
+
+#include "resources/text_ids.h"
+#include "values/input_check.h"
+#include "values/number_text.h"
+#include "values/text.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kOutOfRange = 4480;
+
+}  // namespace
+
+bool CheckEntry(App& app, TextBox& box, double low, double high) {
+  const std::string& text = box.Text();
+  const bool numeric = IsNumericText(text, static_cast<int>(CharCount(text))) == 0;
+  const std::optional<double> value = numeric ? ParseNumber(text) : std::nullopt;
+  if (value && *value >= low && *value <= high) return true;
+  box.SelectAll();
+  app.Show(app.Text(value ? kOutOfRange : text::kNotANumber),
+           value ? MessageIcon::kStop : MessageIcon::kNone);
+  box.SetFocus();
+  return false;
+}
+
+}  // namespace vlt

@@ -1,0 +1,276 @@
+#include <cmath>
+
+#include "files/csv_question.h"
+#include "files/settings_file.h"
+#include "link/port.h"
+#include "live/entry_check.h"
+#include "live/form12.h"
+#include "live/frm_wait.h"
+#include "live/stations_record.h"
+#include "resources/text_ids.h"
+#include "values/number_text.h"
+#include "values/text.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kChooseChannels = 4505;
+constexpr int kSelectDisplay = 4502;
+constexpr int kTooManyStations = 4504;
+constexpr int kSelectStation = 4503;
+constexpr int kSaveTitle = 4530;
+constexpr int kStartTitle = 4060;
+constexpr int kRunStarted = 1390;
+constexpr int kRunAcquiring = 4190;
+constexpr int kRunEnded = 4690;
+
+constexpr int kMsInSecond = 1000;
+constexpr int kMsOfStation = 500;  // each station needs more than this of the cycle
+constexpr int kPollTickMs = 100;
+constexpr double kLongestCycle = 3600;
+constexpr const char* kWaitText = "Wait ...... Get Unit";
+constexpr const char* kWaitWindow = "frmWait";
+
+}  // namespace
+
+bool Form12::Refuse(int text_id) {
+  app().Show(app().Text(text_id));
+  return false;
+}
+
+int Form12::CycleSeconds() const {
+  const double seconds = std::trunc(ParseNumber(txtCycle.Text()).value_or(0));
+  return seconds >= 0 && seconds <= kLongestCycle ? static_cast<int>(seconds) : 0;
+}
+
+bool Form12::CanStart() {
+  if (CH_Combo1.ListIndex() < 0 || CH_Combo2.ListIndex() < 0) return Refuse(kChooseChannels);
+  if (cmbDisp1.ListIndex() < 0 && cmbDisp2.ListIndex() < 0) return Refuse(kSelectDisplay);
+  TakeDisplays();
+  TakeStations();
+  const double most = std::trunc(ParseNumber(txtCycle.Text()).value_or(0)) * kMsInSecond / kMsOfStation - 1;
+  if (most <= static_cast<double>(PvStations.size()) - 1) return Refuse(kTooManyStations);
+  if (PvStations.empty()) return Refuse(kSelectStation);
+  return CheckEntry(app(), txtCycle, 1, kLongestCycle);
+}
+
+void Form12::TakeDisplays() {
+  for (int i = 0; i < kDisplays; ++i) {
+    const DisplayControls controls = ControlsOf(i);
+    StationDisplay& display = displays_[static_cast<std::size_t>(i)];
+    display = {};
+    if (controls.value.ListIndex() < 0) continue;
+    display.channel = controls.channel.ListIndex();
+    display.place = controls.value.ListIndex();
+    display.heat = display.place >= kHeatPlace;
+  }
+}
+
+void Form12::TakeStations() {
+  PvStations.clear();
+  stations_.clear();
+  chkStationNo.ForEach([this](const CheckBox& box) {
+    if (!box.Ticked()) return;
+    PvStations.push_back(box.Index() + 1);
+    stations_.emplace_back().number = box.Index() + 1;
+  });
+}
+
+bool Form12::OpenForRun() {
+  if (OpenPort(app())) return true;
+  app().Show(app().Text(text::kCommunicationError));
+  app().Status(CommunicationErrorText(app()));
+  return false;
+}
+
+void Form12::EmptyFields() {
+  for (int display = 0; display < kDisplays; ++display) {
+    const DisplayControls controls = ControlsOf(display);
+    controls.shown.ForEach([](TextBox& box) {
+      box.SetText("");
+      box.SetMark("");
+    });
+    controls.unit.ForEach([](Label& label) { label.SetCaption(""); });
+  }
+  for (const auto* labels : {&lblAnswered, &lblFailed}) {
+    labels->ForEach([](Label& label) {
+      label.SetCaption("");
+      label.SetHint("");
+    });
+  }
+  for (int panel = 1; panel <= StatusBar2.PanelCount(); ++panel) StatusBar2.SetPanel(panel, "");
+}
+
+void Form12::cmdStart_Click() {
+  if (run_.Busy() || run_.Leaving()) return;
+  app().state.StopRequest = 0;
+  if (!CanStart() || !OpenForRun()) return;
+  EmptyFields();
+  run_.Start([this] { return PrepareRun(); }, [this] { BeginCycles(); });
+}
+
+bool Form12::PrepareRun() {
+  Text_Box_Able();
+  cmdStop.SetEnabled(true);
+  run_started_ = app().platform.clock.Now();
+  if (!AskUnits()) return false;
+  for (int at = 0; at < static_cast<int>(stations_.size()); ++at) ShowUnits(at);
+  if (!name_is_new_) PvFileName.clear();
+  AskFile(kStartTitle);
+  if (!run_.GoesOn()) return false;
+  OpenLog();
+  return true;
+}
+
+bool Form12::AskUnits() {
+  app().state.WaitCancel = 0;
+  auto& wait = static_cast<frmWait&>(List().Load(kWaitWindow));
+  wait.lblMssg.SetCaption(kWaitText);
+  wait.pbWait.SetMax(static_cast<int>(stations_.size()));
+  wait.pbWait.SetValue(0);
+  wait.Show();
+  const bool asked = AskUnitsBehind(wait);
+  List().Unload(kWaitWindow);
+  return asked;
+}
+
+// A wait window that was closed has been cancelled.
+bool Form12::AskUnitsBehind(frmWait& wait) {
+  const GoesOn goes_on = [&] { return run_.GoesOn() && app().state.WaitCancel == 0 && List().Exists(&wait); };
+  for (Station& station : stations_) {
+    station.units = AskStationUnits(app(), station.number, displays_, goes_on);
+    if (!goes_on()) return false;
+    wait.pbWait.SetValue(wait.pbWait.Value() + 1);
+  }
+  return true;
+}
+
+void Form12::cmdSaveCSV_Click() {
+  app().windows.SetMousePointer(kHourglassPointer);
+  AskFile(kSaveTitle);
+  ShowLog();
+  app().windows.SetMousePointer(kNormalPointer);
+}
+
+// A name that is given takes the place of the one before; its folder is where the next question starts.
+void Form12::AskFile(int title) {
+  const auto path = AskCsvLog(app(), CsvQuestion{.title = title, .folder = GetPvCsvDir(app())});
+  if (!path) return;
+  PvFileName = *path;
+  log_.RecordCount = 0;
+  name_is_new_ = true;
+  SetPvCsvDir(app(), FolderOfPath(*path));
+}
+
+void Form12::OpenLog() {
+  name_is_new_ = false;
+  if (!PvFileName.empty()) {
+    log_.BeginRun();
+    log_.WriteHead(PvFileName);
+  }
+  ShowLog();
+}
+
+std::vector<std::string> Form12::HeadLines() {
+  const StationRun run{.started = run_started_, .cycle_seconds = CycleSeconds()};
+  return StationHeadLines(run, stations_, displays_, app().state.LangOffset);
+}
+
+void Form12::BeginCycles() {
+  app().state.PvRunning = 1;
+  cycles_on_ = true;
+  overran_ = false;
+  pass_ms_ = cycle_ms_ = std::nullopt;
+  load_.reset();
+  busy_ms_ = 0;
+  CycleTimer.SetInterval(CycleSeconds() * kMsInSecond);
+  CycleTimer.SetRunning(true);
+  ShowState(kRunStarted);
+}
+
+void Form12::CycleTimer_Timer() {
+  // Without a run only its timer is left: its work has come to an unforeseen end.
+  if (app().state.StopRequest == 1 || (run_.Running != 1 && !run_.Busy())) {
+    run_.Stop();
+  } else if (in_pass_) {
+    overran_ = true;
+    ShowState(kRunAcquiring, app().Text(text::kPassTooLong));
+  } else {
+    BeginPass();
+  }
+}
+
+void Form12::BeginPass() {
+  const std::int64_t now = app().platform.clock.NowMs();
+  if (pass_ms_) {
+    cycle_ms_ = now - pass_started_ms_;
+    load_ = static_cast<double>(busy_ms_) / static_cast<double>(*cycle_ms_);
+  }
+  ShowState(kRunAcquiring, overran_ ? app().Text(text::kPassTooLong) : "");
+  ShowPace();
+  in_pass_ = true;
+  overran_ = false;
+  busy_ms_ = 0;
+  PvIndex = 0;
+  pass_started_ms_ = now;
+  pass_time_ = app().platform.clock.Now();
+  FixTimer_Timer();
+  if (run_.Running != 1) return;
+  FixTimer.SetInterval(kPollTickMs);
+  FixTimer.SetRunning(true);
+}
+
+void Form12::FixTimer_Timer() {
+  run_.Cycle([this] { PollNext(); });
+}
+
+void Form12::PollNext() {
+  if (PvIndex >= static_cast<int>(stations_.size())) {
+    EndPass();
+    return;
+  }
+  // A port that went away is tried again each pass: an adapter that is plugged in again goes on.
+  if (PvIndex == 0 && !app().platform.port.IsOpen()) OpenPort(app());
+  const std::int64_t before = app().platform.clock.NowMs();
+  PollStation(app(), stations_[static_cast<std::size_t>(PvIndex)], displays_,
+              [this] { return run_.GoesOn(); });
+  busy_ms_ += app().platform.clock.NowMs() - before;
+  ShowHealth(PvIndex);
+  ++PvIndex;
+}
+
+void Form12::EndPass() {
+  FixTimer.SetRunning(false);
+  in_pass_ = false;
+  pass_ms_ = app().platform.clock.NowMs() - pass_started_ms_;
+  // The first poll lies in a tick of CycleTimer, and the ticks that fall into it are lost.
+  overran_ = overran_ || *pass_ms_ > CycleTimer.Interval();
+  if (overran_) ShowState(kRunAcquiring, app().Text(text::kPassTooLong));
+  ShowValues();
+  log_.Append(PvFileName, StationRecordLine(pass_time_, stations_, displays_), pass_time_);
+  ShowLog();
+  ShowPace();
+}
+
+void Form12::cmdStop_Click() {
+  app().state.StopRequest = 1;
+  run_.Stop();
+}
+
+void Form12::RunStopped() {
+  CycleTimer.SetRunning(false);
+  FixTimer.SetRunning(false);
+  in_pass_ = false;
+  Text_Box_Enable();
+  cmdStop.SetEnabled(false);
+  if (!cycles_on_) {
+    ShowState(text::kStartCancelled);
+    return;
+  }
+  cycles_on_ = false;
+  app().state.PvRunning = 0;
+  ShowState(kRunEnded);
+  if (!app().state.AppRunning) app().platform.events.EndProcess();
+}
+
+}  // namespace vlt

@@ -1,0 +1,166 @@
+#include "live/stations.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "link/device_queries.h"
+#include "resources/string_table.h"
+#include "resources/text_ids.h"
+#include "values/unit_names.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kUnknown = -1;
+constexpr int kRestMs = 10;  // behind each unit query
+constexpr int kTotalUnitWithoutMetric = 8;
+constexpr int kChannelName = 182;  // of CH1; the others follow
+constexpr int kUnitError = 1966;
+constexpr int kCommunicationFailed = 1964;
+constexpr const char* kNoValue = "***";
+
+// In the order of the displays.
+std::vector<int> ChannelsOf(const StationDisplays& displays) {
+  std::vector<int> channels;
+  for (const StationDisplay& display : displays) {
+    const bool known = std::ranges::find(channels, display.channel) != channels.end();
+    if (display.IsUsed() && !known) channels.push_back(display.channel);
+  }
+  return channels;
+}
+
+bool NeedsHeat(const StationDisplays& displays, int ch) {
+  return std::ranges::any_of(displays, [ch](const StationDisplay& d) { return d.channel == ch && d.heat; });
+}
+
+LiveUnits UnknownUnits() {
+  LiveUnits units{.unit_flag = kUnknown,
+                  .flow = {},
+                  .total = {},
+                  .heat_flow = kUnknown,
+                  .heat_total = kUnknown,
+                  .temperature = kUnknown};
+  units.flow.fill(kUnknown);
+  units.total.fill(kUnknown);
+  return units;
+}
+
+// The code that a unit's text depends on beside the unit system; the unit system itself where there is none.
+int CodeOf(const LiveUnits& units, UnitKind kind, int ch) {
+  const auto at = static_cast<std::size_t>(ch);
+  switch (kind) {
+    case UnitKind::kFlow:
+      return units.flow.at(at);
+    case UnitKind::kTotal:
+      return units.total.at(at);
+    case UnitKind::kHeatFlow:
+      return units.heat_flow;
+    case UnitKind::kHeatTotal:
+      return units.heat_total;
+    case UnitKind::kTemperature:
+      return units.temperature;
+    default:
+      return units.unit_flag;
+  }
+}
+
+bool IsUnitKnown(const Station& station, const StationDisplay& display) {
+  const UnitKind kind = LiveFieldAt(display.place).unit;
+  return station.units.unit_flag != kUnknown && CodeOf(station.units, kind, display.channel) != kUnknown;
+}
+
+const RegisterData& BlockOf(const Station& station, const StationDisplay& display) {
+  return station.blocks.at(static_cast<std::size_t>(display.channel)).at(display.heat ? 1 : 0);
+}
+
+bool ReadBlock(App& app, Station& station, int ch, std::size_t block) {
+  RegisterData& data = station.blocks.at(static_cast<std::size_t>(ch)).at(block);
+  const Target target{.station = station.number, .mode = kModeStations};
+  if (!ReadRegisters(app, target, SpanOf(*LiveBlocks()[block], ch), data)) {
+    station.failure = app.state.LastErrorText;
+    return false;
+  }
+  station.answered = app.platform.clock.Now();
+  return true;
+}
+
+}  // namespace
+
+LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays, const GoesOn& goes_on) {
+  LiveUnits units = UnknownUnits();
+  const auto ask = [&](int& code, const auto& query) {
+    if (!goes_on()) return;
+    code = query();
+    WaitMs(app, kRestMs);
+  };
+  ask(units.unit_flag, [&] { return GetUnitFlagAt(app, station); });
+  if (units.unit_flag == kUnknown) return units;
+  for (const int ch : ChannelsOf(displays)) {
+    const auto at = static_cast<std::size_t>(ch);
+    ask(units.flow[at], [&] { return GetRangeUnitAt(app, station, ch); });
+    ask(units.total[at], [&] { return GetTotalUnitAt(app, station, ch); });
+    if (units.unit_flag == 0 && units.total[at] == kTotalUnitWithoutMetric) units.total[at] = 0;
+  }
+  ask(units.heat_flow, [&] { return GetHeatFlowUnitAt(app, station); });
+  ask(units.heat_total, [&] { return GetHeatTotalUnitAt(app, station); });
+  ask(units.temperature, [&] { return GetTempUnitAt(app, station); });
+  return units;
+}
+
+void PollStation(App& app, Station& station, const StationDisplays& displays, const GoesOn& goes_on) {
+  for (auto& blocks : station.blocks) {
+    for (RegisterData& data : blocks) data.clear();
+  }
+  station.failure.clear();
+  bool good = true;
+  for (const int ch : ChannelsOf(displays)) {
+    for (std::size_t block = 0; block < (NeedsHeat(displays, ch) ? 2 : 1); ++block) {
+      if (!goes_on()) return;
+      good = ReadBlock(app, station, ch, block) && good;
+    }
+  }
+  ++station.polls;
+  if (!good) ++station.failed;
+}
+
+std::string DisplayItem(const StationDisplay& display, int lang_offset) {
+  return std::string(LookupText(kChannelName + display.channel + lang_offset)) + " " +
+         LookupText(LiveFieldAt(display.place).head + lang_offset);
+}
+
+std::string StationUnitCaption(const Station& station, const StationDisplay& display, int lang_offset) {
+  if (!display.IsUsed()) return {};
+  const UnitKind kind = LiveFieldAt(display.place).unit;
+  if (kind == UnitKind::kNone) return {};
+  if (!IsUnitKnown(station, display)) return LookupText(text::kUnitUnknown + lang_offset);
+  return LiveUnitText(station.units, kind, display.channel, lang_offset);
+}
+
+std::string StationUnitName(const Station& station, const StationDisplay& display, int lang_offset) {
+  const std::string caption = StationUnitCaption(station, display, lang_offset);
+  if (caption.empty()) return {};
+  if (!IsUnitKnown(station, display)) return LookupText(kUnitError + lang_offset);
+  return caption.substr(1, caption.size() - 2);
+}
+
+bool IsSilent(const Station& station, const StationDisplay& display) {
+  return display.IsUsed() && BlockOf(station, display).empty();
+}
+
+std::string StationValue(const Station& station, const StationDisplay& display) {
+  if (!display.IsUsed()) return {};
+  const RegisterData& block = BlockOf(station, display);
+  if (block.empty()) return kNoValue;
+  const LiveField& field = LiveFieldAt(display.place);
+  const std::optional<double> number = LiveNumber(field, block);
+  return number && !std::isfinite(*number) ? kNoValue : LiveText(field, block);
+}
+
+std::string ShownStationValue(const Station& station, const StationDisplay& display, int lang_offset) {
+  if (IsSilent(station, display)) return LookupText(kCommunicationFailed + lang_offset);
+  const std::string value = StationValue(station, display);
+  const bool bits = display.IsUsed() && LiveFieldAt(display.place).type == LiveType::kBits;
+  return bits ? AlarmOf(value, lang_offset) : value;
+}
+
+}  // namespace vlt

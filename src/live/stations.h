@@ -1,0 +1,71 @@
+// Several meters on one line as rows of data: what is asked of each in a pass, what it last sent, how well it
+// answers. Nothing here knows a control.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "live/live_fields.h"
+#include "platform/clock.h"
+#include "state/app.h"
+
+namespace vlt {
+
+inline constexpr int kMostStations = 31;
+inline constexpr int kDisplays = 2;
+
+// What one of the two displays shows of every station.
+struct StationDisplay {
+  int channel = -1;   // 0 to 2, or -1 when the display is not used
+  int place = 0;      // of live_fields.h
+  bool heat = false;  // the value lies in the heat block
+  bool IsUsed() const { return channel >= 0; }
+};
+using StationDisplays = std::array<StationDisplay, kDisplays>;
+
+// A station in a run.
+struct Station {
+  int number = 0;
+  LiveUnits units;  // codes that could not be read are -1
+  // What the blocks of each channel held at the last poll, in the order of LiveBlocks(); empty without an
+  // answer.
+  std::array<std::array<RegisterData, 2>, kChannels> blocks;
+  std::int64_t polls = 0;             // in this run
+  std::int64_t failed = 0;            // of those, the ones with an exchange that failed
+  std::optional<LocalTime> answered;  // when the last good exchange ended
+  std::string failure;                // why the last poll failed; empty when it was good
+};
+
+// False when the run is to end: nothing more is asked then.
+using GoesOn = std::function<bool()>;
+
+// Asks a station for the unit system, the units of the channels in use and those of the heat block, with a
+// rest behind each query. Of a station that does not tell its unit system nothing more is asked: its codes
+// mean nothing without.
+LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays, const GoesOn& goes_on);
+
+// One poll: the blocks that the displays need, kModeStations. A poll that a Stop has cut short is not
+// counted.
+void PollStation(App& app, Station& station, const StationDisplays& displays, const GoesOn& goes_on);
+
+// "FLOW RATE", with its channel in front: "CH1 FLOW RATE".
+std::string DisplayItem(const StationDisplay& display, int lang_offset);
+// The unit of a display's value at this station, without brackets; "Unit acquisition error" when it could not
+// be read, empty for a value that has none.
+std::string StationUnitName(const Station& station, const StationDisplay& display, int lang_offset);
+// The same for a caption, in brackets; "[?]" when it could not be read.
+std::string StationUnitCaption(const Station& station, const StationDisplay& display, int lang_offset);
+
+// The display's value as a record holds it: a number, 16 digits of alarms, "***" for what can't be given. No
+// text for a display that is not used.
+std::string StationValue(const Station& station, const StationDisplay& display);
+// The same for a person: alarms in words, "Communication Error" for a block that was not answered.
+std::string ShownStationValue(const Station& station, const StationDisplay& display, int lang_offset);
+// The value's block was not answered at the last poll.
+bool IsSilent(const Station& station, const StationDisplay& display);
+
+}  // namespace vlt

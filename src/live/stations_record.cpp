@@ -1,0 +1,60 @@
+#include "live/stations_record.h"
+
+#include "resources/string_table.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kTitle = 1343;
+constexpr int kTime = 991;
+constexpr int kCycle = 1450;
+constexpr int kSeconds = 100;
+constexpr int kStation = 700;
+constexpr const char* kGap = ",,,,";  // between a station and its items
+
+// "CH1 FLOW RATE(m3/h)"
+std::string ItemWithUnit(const Station& station, const StationDisplay& display, int lang_offset) {
+  if (!display.IsUsed()) return {};
+  const std::string unit = StationUnitName(station, display, lang_offset);
+  return DisplayItem(display, lang_offset) + (unit.empty() ? "" : "(" + unit + ")");
+}
+
+bool IsText(const StationDisplay& display) {
+  return display.IsUsed() && LiveFieldAt(display.place).type == LiveType::kBits;
+}
+
+}  // namespace
+
+std::vector<std::string> StationHeadLines(const StationRun& run, std::span<const Station> stations,
+                                          const StationDisplays& displays, int lang_offset) {
+  const auto text = [lang_offset](int id) { return std::string(LookupText(id + lang_offset)); };
+  std::vector<std::string> lines = {"<" + text(kTitle) + ">",
+                                    text(kTime) + "," + DateTimeText(run.started) + "," + text(kCycle) + "," +
+                                        std::to_string(run.cycle_seconds) + "," + text(kSeconds)};
+  std::string columns = text(kTime);
+  for (const Station& station : stations) {
+    const std::string number = text(kStation) + std::to_string(station.number);
+    std::string line = number + kGap;
+    for (const StationDisplay& display : displays) {
+      const std::string item = ItemWithUnit(station, display, lang_offset);
+      line += (&display == &displays.front() ? "" : ",") + item;
+      columns += "," + (item.empty() ? "" : number + " " + item);
+    }
+    lines.push_back(line);
+  }
+  lines.push_back(columns);
+  return lines;
+}
+
+std::string StationRecordLine(const LocalTime& time, std::span<const Station> stations,
+                              const StationDisplays& displays) {
+  std::string line = DateTimeText(time);
+  for (const Station& station : stations) {
+    for (const StationDisplay& display : displays) {
+      line.append(IsText(display) ? ",'" : ",").append(StationValue(station, display));
+    }
+  }
+  return line;
+}
+
+}  // namespace vlt
