@@ -72,6 +72,7 @@ class TextBoxBinding : public Binding {
   void PushState() override {
     View()->setMaxLength(box_.MaxLength() > 0 ? box_.MaxLength() : kNoLimit);
     View()->setReadOnly(box_.Locked());
+    PushGround();
     const QString text = ToQt(box_.Text());
     if (View()->text() != text) {
       View()->setText(text);
@@ -83,6 +84,14 @@ class TextBoxBinding : public Binding {
     View()->selectAll();
   }
 
+  void PushGround() {
+    if (ground_ == box_.BackColour()) return;
+    ground_ = box_.BackColour();
+    QPalette palette;
+    if (ground_ == kButtonFaceColour) palette.setColor(QPalette::Base, palette.color(QPalette::Button));
+    View()->setPalette(palette);
+  }
+
   // Qt drops the mark of a field without focus; the operator is to find it when the focus comes back.
   void MarkAgain(Qt::FocusReason reason) {
     if (reason == Qt::MouseFocusReason) marked_ = false;
@@ -90,7 +99,8 @@ class TextBoxBinding : public Binding {
   }
 
   TextBox& box_;
-  int marks_;            // requests to mark the text that are done
+  int marks_;  // requests to mark the text that are done
+  unsigned ground_ = kWindowColour;
   bool marked_ = false;  // by the program, and not typed over yet
 };
 

@@ -29,6 +29,7 @@ constexpr Maker kMakers[] = {
     {ControlKind::kGrid, BindGrid},
     {ControlKind::kChart, BindChart},
     {ControlKind::kPicture, BindPicture},
+    {ControlKind::kDrawing, BindDrawing},
 };
 
 // A widget that was never hidden is left for its parent to show.

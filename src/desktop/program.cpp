@@ -27,6 +27,7 @@ Program::Program(const std::string& folder)
       app_(platform_),
       desktop_(app_.windows, [this](int id) { return ToQt(app_.Text(id)); }) {
   dialogs_.SetTexts([this](int id) { return ToQt(app_.Text(id)); });
+  platform_.printer = &printer_;
   RegisterAllWindows(app_);
 }
 

@@ -1,5 +1,6 @@
 #include "shell/start.h"
 
+#include "calc/calc.h"
 #include "files/settings_file.h"
 #include "link/port.h"
 #include "live/live.h"
@@ -50,7 +51,7 @@ void RegisterAllWindows(App& app) {
   RegisterShellWindows(app);
   RegisterPages(app);
   RegisterLiveWindows(app);
-  RegisterLiveWindows(app);
+  RegisterCalcWindows(app);
 }
 
 StartResult StartUp(App& app) {

@@ -5,8 +5,8 @@ namespace {
 
 constexpr const WindowLayout* kLayouts[] = {
     &kMDIForm1Layout, &kSplashLayout,  &kSplashT305Layout, &kSplashK410Layout, &kFrmMssgLayout,
-    &kFrmAboutLayout, &kFrmWaitLayout, &kForm2Layout,      &kForm3Layout,      &kForm4Layout,
-    &kForm5Layout,    &kForm8Layout,   &kForm9Layout,      &kForm10Layout,
+    &kFrmAboutLayout, &kFrmWaitLayout, &kFrmCalcLayout,    &kForm2Layout,      &kForm3Layout,
+    &kForm4Layout,    &kForm5Layout,   &kForm8Layout,      &kForm9Layout,      &kForm10Layout,
 };
 
 }  // namespace
