@@ -1,6 +1,7 @@
 // The tour: an operator's walk through the real program, step by step, in both languages.
 #pragma once
 
+#include <QImage>
 #include <QString>
 #include <QTemporaryDir>
 #include <functional>
@@ -37,9 +38,12 @@ class Tour {
                       bool first);
   // Keeps the window of a form as a picture. `name` without language and ending.
   void Picture(const std::string& form, const std::string& name);
+  // Keeps what the program has made, as a picture.
+  void KeepImage(const QImage& image, const std::string& name);
 
  private:
   void Keep(QWidget& window, const QString& name);
+  QString PathOf(const QString& name) const;
   void WriteSettings(int lang_flag, const QString& model, const QString& from) const;
 
   QTemporaryDir folder_;

@@ -95,10 +95,8 @@ void frmCalc::Form_Activate() {
 void frmCalc::Dress() {
   SetCaption(app_.Text(1382));
   for (Control* control : Controls()) control->SetFont({app_.state.PageFont, kFontSize, false});
-  for (const Entry& entry : entries_) {
-    entry.caption.SetCaption(app_.Text(entry.caption_id));
-    lblRequired(entry.mark).SetCaption(kRequiredMark);
-  }
+  for (const Entry& entry : entries_) entry.caption.SetCaption(app_.Text(entry.caption_id));
+  for (const int always : {kDiameter, kWall}) lblRequired(always).SetCaption(kRequiredMark);
   for (const ListCaption& row : kListCaptions) (this->*row.label).SetCaption(app_.Text(row.caption_id));
   SENSOR_MOUNT.SetCaption(app_.Text(kMountCaption));
   MOUNT_SIZE1.SetCaption(app_.Text(kSpacingText) + "1");
@@ -108,10 +106,9 @@ void frmCalc::Dress() {
     Control& control;
     int text_id;
   };
-  for (const Caption& row :
-       {Caption{ExecuteCalc, 3922}, Caption{fraResult, 3926}, Caption{fraDrawing, text::kCalcDrawing},
-        Caption{cmdTake, text::kCalcTake}, Caption{cmdPrint, text::kCalcPrint},
-        Caption{cmdSave, text::kCalcSave}, Caption{cmdClose, text::kClose}}) {
+  for (const Caption& row : {Caption{ExecuteCalc, 3922}, Caption{fraResult, 3926},
+                             Caption{cmdTake, text::kCalcTake}, Caption{cmdPrint, text::kCalcPrint},
+                             Caption{cmdSave, text::kCalcSave}, Caption{cmdClose, text::kClose}}) {
     row.control.SetCaption(app_.Text(row.text_id));
   }
 }
@@ -145,7 +142,7 @@ void frmCalc::FillLists() {
 void frmCalc::Open(const Entry& entry, bool open) {
   entry.text.SetLocked(!open);
   entry.text.SetBackColour(open ? kWindowColour : kButtonFaceColour);
-  lblRequired(entry.mark).SetVisible(open);
+  lblRequired(entry.mark).SetCaption(open ? kRequiredMark : "");
 }
 
 void frmCalc::PIPE_MATERIALCombo_Click() {

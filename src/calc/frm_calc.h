@@ -80,7 +80,6 @@ class frmCalc : public Form {
   Label lblMount2Sensor{*this, "lblMount2Sensor"};
   PushButton ExecuteCalc{*this, "ExecuteCalc"};
 
-  FrameBox fraDrawing{*this, "fraDrawing"};
   Drawing picSpacing{*this, "picSpacing"};
   // What was done last, or that the result is not that of the fields any more.
   Label lblNote{*this, "lblNote"};

@@ -13,8 +13,8 @@ namespace vlt {
 namespace {
 
 // Of the sheet.
-constexpr double kSectionWidth = 118;
-constexpr double kSideX = 122;
+constexpr double kSectionWidth = 114;
+constexpr double kSideX = kDrawingSideX;
 constexpr double kSideWidth = kDrawingWidth - kSideX;
 constexpr double kTextSize = 3.5;
 constexpr double kNoteSize = 3;
@@ -270,23 +270,25 @@ std::vector<RefractionLayer> RefractionLayers(const SpacingInputs& inputs, const
 // angle.
 void ChooseHeights(std::vector<RefractionLayer>& layers) {
   constexpr double kHighest = 11;
-  constexpr double kLowest = 5.5;
-  constexpr double kRunOfALayer = 7;
+  constexpr double kLowest = 5;
+  constexpr double kRunOfALayer = 6;
   for (RefractionLayer& layer : layers) {
     const double slope = std::max(std::tan(layer.angle), 0.01);
     layer.height = std::clamp(kRunOfALayer / slope, kLowest, kHighest);
   }
 }
 
-// The ray through the layers, from the upper left corner of the first one on; it ends where it leaves the
-// picture at the side.
+// The ray through the layers that begin at `y`, far to the right, where no text is. Where the picture is too
+// narrow for it, it ends at its side.
 std::vector<SheetPoint> Ray(const std::vector<RefractionLayer>& layers, double y) {
-  constexpr double kRight = kSideX + kSideWidth;
-  std::vector<SheetPoint> ray{{kSideX + 2, y}};
+  constexpr double kRight = kSideX + kSideWidth - 2;
+  double run = 0;
+  for (const RefractionLayer& layer : layers) run += layer.height * std::tan(layer.angle);
+  std::vector<SheetPoint> ray{{std::max(kSideX + 2, kRight - run), y}};
   for (const RefractionLayer& layer : layers) {
     const SheetPoint from = ray.back();
-    const double slope = std::tan(layer.angle);
-    const double depth = std::min(layer.height, (kRight - from.x) / std::max(slope, 1e-6));
+    const double slope = std::max(std::tan(layer.angle), 1e-6);
+    const double depth = std::min(layer.height, (kRight - from.x) / slope);
     ray.push_back({from.x + depth * slope, from.y + depth});
     if (depth < layer.height) break;
   }
@@ -315,10 +317,9 @@ double DrawRefraction(Sheet& sheet, double y, const SpacingInputs& inputs, const
     sheet.Box(layer.ink, kSideX, y, kSideWidth, layer.height);
     const double shown = inputs.unit_flag != 0 ? FromMetrePerSecond(layer.velocity) : layer.velocity;
     const double base = y + layer.height / 2 + 1.2;
-    sheet.Text({.size = kTextSize, .side = TextSide::kRight, .bold = true}, {kRight - 1.5, base},
+    sheet.Text({.size = kTextSize, .side = TextSide::kRight, .bold = true}, {kSideX + 11.5, base},
                AngleText(layer.angle));
-    sheet.Text({.size = 2.9, .side = TextSide::kRight}, {kRight - 13, base},
-               text(layer.text_id) + " " + FixedText(shown, 0) + unit);
+    sheet.Text({.size = 2.9}, {kSideX + 13.5, base}, text(layer.text_id) + " " + FixedText(shown, 0) + unit);
     y += layer.height;
   }
   DrawRay(sheet, layers, top);
@@ -349,15 +350,17 @@ std::vector<Entry> Entries(const SpacingInputs& inputs, const SpacingResult& res
 void DrawEntries(Sheet& sheet, double y, const SpacingInputs& inputs, const SpacingResult& result,
                  const TextOf& text) {
   constexpr double kRow = 6.2;
+  constexpr double kBesideCaption = 5;  // a result stands below its caption
+  constexpr double kRight = kSideX + kSideWidth;
   for (const Entry& entry : Entries(inputs, result)) {
-    const Ink ink = entry.is_result ? Ink::kDimension : Ink::kText;
     sheet.Text({.size = kNoteSize, .ink = Ink::kQuiet}, {kSideX, y}, text(entry.text_id));
-    sheet.Text({.size = entry.is_result ? 4.2 : kTextSize,
-                .ink = ink,
-                .side = TextSide::kRight,
-                .bold = entry.is_result},
-               {kSideX + kSideWidth, y}, entry.value);
-    sheet.Line({.ink = Ink::kRule, .width = 0.15}, {{kSideX, y + 1.8}, {kSideX + kSideWidth, y + 1.8}});
+    TextStyle value{.size = kTextSize, .side = TextSide::kRight};
+    if (entry.is_result) {
+      value = {.size = 5.2, .ink = Ink::kDimension, .side = TextSide::kRight, .bold = true};
+      y += kBesideCaption;
+    }
+    sheet.Text(value, {kRight, y}, entry.value);
+    sheet.Line({.ink = Ink::kRule, .width = 0.15}, {{kSideX, y + 1.8}, {kRight, y + 1.8}});
     y += kRow;
   }
 }

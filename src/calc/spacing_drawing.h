@@ -12,6 +12,8 @@ namespace vlt {
 
 inline constexpr double kDrawingWidth = 180;
 inline constexpr double kDrawingHeight = 112;
+// Where its right-hand part begins.
+inline constexpr double kDrawingSideX = 118;
 
 // The text of an id in the language in force.
 using TextOf = std::function<std::string(int id)>;

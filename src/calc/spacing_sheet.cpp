@@ -16,14 +16,13 @@ constexpr double kRow = 5.6;
 constexpr double kValueX = 82;
 constexpr double kUnitX = 85;
 constexpr double kRangeX = 98;
-constexpr double kInputsRight = 132;
-constexpr double kResultX = 139;
+constexpr double kInputsRight = 127;
+constexpr double kResultX = kLeft + kDrawingSideX;
 
 constexpr double kListY = 36;
-constexpr double kDrawingY = 110;
-constexpr double kNotesY = 232;
+constexpr double kBetween = 10;
 constexpr double kNoteLine = 8.5;
-constexpr int kNoteLines = 4;
+constexpr double kFootY = kPageHeight - 10;
 
 const LineStyle kThin{.ink = Ink::kRule, .width = 0.15};
 const LineStyle kThick{.ink = Ink::kText, .width = 0.4};
@@ -37,7 +36,9 @@ class Page {
     AddHead();
     AddInputs();
     AddResults();
-    sheet_.Place(parts_.drawing, {kLeft, kDrawingY});
+    y_ += kBetween;
+    sheet_.Place(parts_.drawing, {kLeft, y_});
+    y_ += kDrawingHeight + kBetween;
     AddNotes();
     AddFoot();
     return sheet_;
@@ -57,16 +58,16 @@ class Page {
   void AddInputs() {
     AddTitle(kLeft, kListY - 2.5, text::kSheetInputs);
     sheet_.Text({.size = 3, .ink = Ink::kQuiet}, {kRangeX, kListY - 2.5}, text_(text::kSheetRange));
-    double y = kListY;
-    sheet_.Line(kThin, {{kLeft, y}, {kInputsRight, y}});
+    y_ = kListY;
+    sheet_.Line(kThin, {{kLeft, y_}, {kInputsRight, y_}});
     for (const SheetRow& row : parts_.inputs) {
-      y += kRow;
-      const double base = y - 1.7;
+      y_ += kRow;
+      const double base = y_ - 1.7;
       sheet_.Text({.size = kTextSize}, {kLeft, base}, row.caption);
       sheet_.Text({.size = kTextSize, .side = TextSide::kRight, .bold = true}, {kValueX, base}, row.value);
       sheet_.Text({.size = kTextSize}, {kUnitX, base}, row.unit);
       sheet_.Text({.size = 3, .ink = Ink::kQuiet}, {kRangeX, base}, row.range);
-      sheet_.Line(kThin, {{kLeft, y}, {kInputsRight, y}});
+      sheet_.Line(kThin, {{kLeft, y_}, {kInputsRight, y_}});
     }
   }
 
@@ -85,28 +86,27 @@ class Page {
   }
 
   void AddNotes() {
-    AddTitle(kLeft, kNotesY, text::kSheetNotes);
-    double y = kNotesY + 9;
+    AddTitle(kLeft, y_, text::kSheetNotes);
+    y_ += 9;
     constexpr double kPart = (kRight - kLeft) / 3;
     double x = kLeft;
     for (const int id : {text::kSheetPoint, text::kSheetFitter, text::kSheetDate}) {
-      sheet_.Text({.size = 3, .ink = Ink::kQuiet}, {x, y - 1.5}, text_(id));
-      sheet_.Line(kThin, {{x + 26, y}, {x + kPart - 4, y}});
+      sheet_.Text({.size = 3, .ink = Ink::kQuiet}, {x, y_ - 1.2}, text_(id));
+      sheet_.Line(kThin, {{x, y_}, {x + kPart - 4, y_}});
       x += kPart;
     }
-    for (int i = 0; i < kNoteLines; ++i) {
-      y += kNoteLine;
-      sheet_.Line(kThin, {{kLeft, y}, {kRight, y}});
+    while (y_ + 2 * kNoteLine < kFootY) {
+      y_ += kNoteLine;
+      sheet_.Line(kThin, {{kLeft, y_}, {kRight, y_}});
     }
   }
 
-  void AddFoot() {
-    sheet_.Text({.size = 2.8, .ink = Ink::kQuiet}, {kLeft, kPageHeight - 10}, parts_.program);
-  }
+  void AddFoot() { sheet_.Text({.size = 2.8, .ink = Ink::kQuiet}, {kLeft, kFootY}, parts_.program); }
 
   const SheetParts& parts_;
   const TextOf& text_;
   Sheet sheet_;
+  double y_ = 0;  // where the next part begins
 };
 
 }  // namespace

@@ -11,9 +11,9 @@
 namespace vlt {
 namespace {
 
-constexpr QSize kUsualSize(684, 426);
+constexpr QSize kUsualSize(648, 404);
 constexpr int kMargin = 6;
-constexpr double kFaint = 0.25;
+constexpr float kVeil = 0.78F;     // over a drawing that does not hold any more
 constexpr int kLightGround = 128;  // lightness
 
 class SheetView : public QWidget {
@@ -36,12 +36,17 @@ class SheetView : public QWidget {
     QPainter painter(this);
     const QColor ground = palette().color(QPalette::Base);
     painter.fillRect(rect(), ground);
-    if (!note_.isEmpty()) painter.setOpacity(kFaint);
     const Ground kind = ground.lightness() < kLightGround ? Ground::kDark : Ground::kPaper;
     PaintSheet(painter, sheet_, QRectF(rect()).adjusted(kMargin, kMargin, -kMargin, -kMargin),
                {font(), kind});
-    painter.setOpacity(1);
-    if (!note_.isEmpty()) PaintNote(painter, ground);
+    if (!note_.isEmpty()) {
+      QColor veil = ground;
+      veil.setAlphaF(kVeil);
+      painter.fillRect(rect(), veil);
+      PaintNote(painter, ground);
+    }
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
   }
 
  private:

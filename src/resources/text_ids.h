@@ -85,7 +85,6 @@ inline constexpr int kCalcTake = 3330;
 inline constexpr int kCalcPrint = 3331;
 inline constexpr int kCalcSave = 3332;
 inline constexpr int kCalcOutdated = 3333;
-inline constexpr int kCalcDrawing = 3334;
 
 // Its drawing.
 inline constexpr int kInnerDiameter = 3335;
