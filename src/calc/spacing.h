@@ -45,13 +45,13 @@ struct SpacingInputs {
   int lining = 0;
   int fluid = 0;
   int mount = 0;
-  std::string outer_diameter;
-  std::string wall_thickness;
-  std::string lining_thickness;
+  std::string outer_diameter = {};
+  std::string wall_thickness = {};
+  std::string lining_thickness = {};
   // A typed velocity, or nothing where that of the list holds.
-  std::optional<std::string> pipe_velocity;
-  std::optional<std::string> lining_velocity;
-  std::optional<std::string> fluid_velocity;
+  std::optional<std::string> pipe_velocity = {};
+  std::optional<std::string> lining_velocity = {};
+  std::optional<std::string> fluid_velocity = {};
   bool operator==(const SpacingInputs&) const = default;
 };
 
