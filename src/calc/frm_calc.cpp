@@ -312,7 +312,9 @@ void frmCalc::cmdTake_Click() {
   changing_ = false;
   InputChanged();
   const int channel = app_.state.ProcessChannel == 1 ? 2 : 1;
+  const std::string outdated = lblNote.Caption();
   Tell(FormatText(app_.Text(text::kProcessTaken), {std::to_string(channel), std::to_string(values.count)}));
+  if (!outdated.empty()) lblNote.SetCaption(lblNote.Caption() + "   " + outdated);
 }
 
 void frmCalc::Tell(const std::string& text) {
