@@ -1,5 +1,6 @@
 #include "desktop/builder.h"
 
+#include <QComboBox>
 #include <QFrame>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -237,6 +238,8 @@ void Builder::Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int ro
   if (kind == ControlKind::kComboBox) {
     // A list has no unit and takes that room too.
     widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    // Qt would size it by its entries a moment after they change, whatever its cell gives it.
+    static_cast<QComboBox*>(widget)->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     widget->setMinimumWidth(kEntryWidth);
     grid->setColumnStretch(column, 1);
     grid->addWidget(widget, row, column, 1, last ? -1 : 1);

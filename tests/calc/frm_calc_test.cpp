@@ -176,7 +176,7 @@ TEST_F(CalcTest, TheDrawingFollowsEveryValidChange) {
   ASSERT_EQ(way.size(), 9u) << "wedge, wall, lining, fluid, and back";
   // To scale: angle of the fluid, wall to bore, in both directions alike.
   const double fluid = (way[4].x - way[3].x) / (way[4].y - way[3].y);
-  EXPECT_NEAR(fluid, 0.41654, 1e-4) << "tan(arcsin(1440 / 2505 sin 42))";
+  EXPECT_NEAR(fluid, 0.416711, 1e-6) << "tan(arcsin(1440 / 2505 sin 42))";
   EXPECT_NEAR((way[4].y - way[3].y) / (way[2].y - way[1].y), 90.0 / 5, 1e-9);
   EXPECT_TRUE(Shows(calc().picSpacing.Shown(), "52.54 mm"));
   calc().SENSOR_MOUNTCombo.Choose(1);
