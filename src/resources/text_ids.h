@@ -81,48 +81,48 @@ inline constexpr int kSimulatedMeter = 3286;
 inline constexpr int kAssignPort = 3287;
 
 // Sensor spacing calculator: its controls.
-inline constexpr int kCalcTake = 3330;
-inline constexpr int kCalcPrint = 3331;
-inline constexpr int kCalcSave = 3332;
-inline constexpr int kCalcOutdated = 3333;
+inline constexpr int kCalcTake = 3800;
+inline constexpr int kCalcPrint = 3801;
+inline constexpr int kCalcSave = 3802;
+inline constexpr int kCalcOutdated = 3803;
 
 // Its drawing.
-inline constexpr int kInnerDiameter = 3335;
-inline constexpr int kWedge = 3336;
-inline constexpr int kScaleStep = 3337;
-inline constexpr int kToScale = 3338;
-inline constexpr int kSensorsEnlarged = 3339;
-inline constexpr int kSensorsTouch = 3340;
-inline constexpr int kSoundPath = 3361;
-inline constexpr int kSpacingMeaning = 3363;
+inline constexpr int kInnerDiameter = 3805;
+inline constexpr int kWedge = 3806;
+inline constexpr int kScaleStep = 3807;
+inline constexpr int kToScale = 3808;
+inline constexpr int kSensorsEnlarged = 3809;
+inline constexpr int kSensorsTouch = 3810;
+inline constexpr int kSoundPath = 3831;
+inline constexpr int kSpacingMeaning = 3833;
 
 // Why there is nothing to draw or to calculate. %1 the field's caption, %2 what it holds.
-inline constexpr int kFieldMissing = 3341;
-inline constexpr int kNoBore = 3342;
-inline constexpr int kFieldNotANumber = 3343;
-inline constexpr int kNothingChosen = 3344;
-inline constexpr int kTotalReflection = 3345;
-inline constexpr int kTooLarge = 3346;
+inline constexpr int kFieldMissing = 3811;
+inline constexpr int kNoBore = 3812;
+inline constexpr int kFieldNotANumber = 3813;
+inline constexpr int kNothingChosen = 3814;
+inline constexpr int kTotalReflection = 3815;
+inline constexpr int kTooLarge = 3816;
 
 // Values of the process page. kProcessTaken: %1 the channel, %2 how many.
-inline constexpr int kProcessEmpty = 3347;
-inline constexpr int kProcessTaken = 3348;
+inline constexpr int kProcessEmpty = 3817;
+inline constexpr int kProcessTaken = 3818;
 
 // Printing. %1 the title of what is printed, or the file's name.
-inline constexpr int kSheetPrinted = 3349;
-inline constexpr int kNoPrinter = 3350;
-inline constexpr int kPrintFailed = 3351;
-inline constexpr int kPrintingMissing = 3352;
-inline constexpr int kSheetSuffix = 3353;
-inline constexpr int kPdfFile = 3354;
-inline constexpr int kSheetNotMade = 3362;
+inline constexpr int kSheetPrinted = 3819;
+inline constexpr int kNoPrinter = 3820;
+inline constexpr int kPrintFailed = 3821;
+inline constexpr int kPrintingMissing = 3822;
+inline constexpr int kSheetSuffix = 3823;
+inline constexpr int kPdfFile = 3824;
+inline constexpr int kSheetNotMade = 3832;
 
 // Words of the printed sheet.
-inline constexpr int kSheetInputs = 3355;
-inline constexpr int kSheetRange = 3356;
-inline constexpr int kSheetNotes = 3357;
-inline constexpr int kSheetPoint = 3358;
-inline constexpr int kSheetFitter = 3359;
-inline constexpr int kSheetDate = 3360;
+inline constexpr int kSheetInputs = 3825;
+inline constexpr int kSheetRange = 3826;
+inline constexpr int kSheetNotes = 3827;
+inline constexpr int kSheetPoint = 3828;
+inline constexpr int kSheetFitter = 3829;
+inline constexpr int kSheetDate = 3830;
 
 }  // namespace vlt::text
