@@ -85,8 +85,15 @@ void Tour::Picture(const std::string& form, const std::string& name) {
 }
 
 void Tour::Keep(QWidget& window, const QString& name) {
-  const QString path = QDir(setting_.pictures).filePath(name + "_" + Language(setting_.lang_flag) + ".png");
-  if (!window.grab().save(path)) throw Trouble("can't write " + FromQt(path));
+  if (!window.grab().save(PathOf(name))) throw Trouble("can't write " + FromQt(PathOf(name)));
+}
+
+void Tour::KeepImage(const QImage& image, const std::string& name) {
+  if (!image.save(PathOf(ToQt(name)))) throw Trouble("can't write " + FromQt(PathOf(ToQt(name))));
+}
+
+QString Tour::PathOf(const QString& name) const {
+  return QDir(setting_.pictures).filePath(name + "_" + Language(setting_.lang_flag) + ".png");
 }
 
 }  // namespace vlt::test

@@ -1,6 +1,7 @@
 // The tour: an operator's walk through the real program, step by step, in both languages.
 #pragma once
 
+#include <QImage>
 #include <QString>
 #include <QTemporaryDir>
 #include <functional>
@@ -46,9 +47,12 @@ class Tour {
                       bool first);
   // Keeps the window of a form as a picture. `name` without language and ending.
   void Picture(const std::string& form, const std::string& name);
+  // Keeps what the program has made, as a picture.
+  void KeepImage(const QImage& image, const std::string& name);
 
  private:
   void Keep(QWidget& window, const QString& name);
+  QString PathOf(const QString& name) const;
   void WriteSettings() const;
 
   Setting setting_;
@@ -73,6 +77,7 @@ std::span<const Step> SystemSteps();
 std::span<const Step> DetailSteps();
 std::span<const Step> MeasureSteps();
 std::span<const Step> StationSteps();
+std::span<const Step> CalcSteps();
 std::span<const Step> EndSteps();
 // What differs between the hardware variants: the splash alone, and the end.
 std::span<const Step> SplashSteps();

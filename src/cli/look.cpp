@@ -6,6 +6,7 @@
 #include "cli/trouble.h"
 #include "values/number_text.h"
 #include "window/chart.h"
+#include "window/drawing.h"
 
 namespace vlt {
 namespace {
@@ -78,6 +79,9 @@ const Look kLooks[] = {
        return PointText(ShownPoints(c)[static_cast<std::size_t>(at[0]) - 1]);
      }},
     {ControlKind::kPicture, [](const Control& c) { return As<Picture>(c).Art(); }, nullptr, nullptr, 0,
+     nullptr},
+    {ControlKind::kDrawing, [](const Control& c) { return As<Drawing>(c).Note(); },
+     [](const Control& c) { return std::to_string(As<Drawing>(c).Shown().Items().size()); }, nullptr, 0,
      nullptr},
 };
 

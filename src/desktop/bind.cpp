@@ -25,6 +25,7 @@ constexpr Maker kMakers[] = {
     {ControlKind::kGrid, BindGrid},
     {ControlKind::kChart, BindChart},
     {ControlKind::kPicture, BindPicture},
+    {ControlKind::kDrawing, BindDrawing},
 };
 
 }  // namespace

@@ -101,6 +101,7 @@ class TextBoxBinding : public Binding {
   }
 
   void PushState() override {
+    PushGround();
     const QString text = ToQt(box_.Text());
     PushLimit();
     View()->setReadOnly(box_.Locked());
@@ -123,6 +124,14 @@ class TextBoxBinding : public Binding {
 
   QString CutText() const override { return View()->IsCut() ? View()->text() : QString(); }
 
+  void PushGround() {
+    if (ground_ == box_.BackColour()) return;
+    ground_ = box_.BackColour();
+    QPalette palette;
+    if (ground_ == kButtonFaceColour) palette.setColor(QPalette::Base, palette.color(QPalette::Button));
+    View()->setPalette(palette);
+  }
+
   // Qt drops the mark of a field without focus; the operator is to find it when the focus comes back.
   void MarkAgain(Qt::FocusReason reason) {
     if (reason == Qt::MouseFocusReason) marked_ = false;
@@ -130,7 +139,8 @@ class TextBoxBinding : public Binding {
   }
 
   TextBox& box_;
-  int marks_;            // requests to mark the text that are done
+  int marks_;  // requests to mark the text that are done
+  unsigned ground_ = kWindowColour;
   bool marked_ = false;  // by the program, and not typed over yet
 };
 

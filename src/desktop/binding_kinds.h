@@ -21,5 +21,6 @@ std::unique_ptr<Binding> BindUpDown(Control& control, BindContext& context, QWid
 std::unique_ptr<Binding> BindGrid(Control& control, BindContext& context, QWidget* parent);
 std::unique_ptr<Binding> BindChart(Control& control, BindContext& context, QWidget* parent);
 std::unique_ptr<Binding> BindPicture(Control& control, BindContext& context, QWidget* parent);
+std::unique_ptr<Binding> BindDrawing(Control& control, BindContext& context, QWidget* parent);
 
 }  // namespace vlt

@@ -1,5 +1,6 @@
 #include "desktop/builder.h"
 
+#include <QComboBox>
 #include <QFrame>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -53,6 +54,13 @@ bool IsPlacedByBuilder(const Control& control) {
   return control.Kind() != ControlKind::kTimer && control.Kind() != ControlKind::kMenuItem;
 }
 
+// What a cell needs. A label that was given a least width may still need more for its text.
+int CellWidth(QLayoutItem& item) {
+  const int least = item.minimumSize().width();
+  const auto* label = qobject_cast<const QLabel*>(item.widget());
+  return label == nullptr || label->isHidden() ? least : std::max(least, label->minimumSizeHint().width());
+}
+
 }  // namespace
 
 void AlignColumns(const AlignedGrids& grids) {
@@ -64,7 +72,7 @@ void AlignColumns(const AlignedGrids& grids) {
       if (columns != 1) continue;
       if (static_cast<int>(widths.size()) <= column) widths.resize(static_cast<std::size_t>(column) + 1);
       int& width = widths[static_cast<std::size_t>(column)];
-      width = std::max(width, grid->itemAt(i)->minimumSize().width());
+      width = std::max(width, CellWidth(*grid->itemAt(i)));
     }
   }
   for (QGridLayout* grid : grids) {
@@ -237,7 +245,11 @@ void Builder::AddRow(const LayoutItem& item) {
   for (int column = 0; column < count; ++column) {
     ControlKind kind{};
     const std::string_view name = item.names[static_cast<std::size_t>(column)];
-    if (name.empty()) continue;
+    if (name.empty()) {
+      // A free column between others keeps its place beside the grids above and below.
+      if (column > 0) grid->addWidget(new QWidget(Top().parent), row, column);
+      continue;
+    }
     QWidget* widget = Make(name, &kind);
     if (widget == nullptr) continue;
     if (item.kind == LayoutKind::kCells) {
@@ -253,6 +265,8 @@ void Builder::Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int ro
   if (kind == ControlKind::kComboBox) {
     // A list has no unit and takes that room too.
     widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    // Qt would size it by its entries a moment after they change, whatever its cell gives it.
+    static_cast<QComboBox*>(widget)->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     widget->setMinimumWidth(kEntryWidth);
     grid->setColumnStretch(column, 1);
     grid->addWidget(widget, row, column, 1, last ? -1 : 1);

@@ -41,6 +41,7 @@ Program::Program(const std::string& folder)
   dialogs_.SetTexts([this](int id) { return ToQt(app_.Text(id)); });
   desktop_.SetPlaceKeeper(PlaceInSettings(app_));
   desktop_.on_failure = [this](const std::string& what) { TellHandlerFault(app_, what); };
+  platform_.printer = &printer_;
   RegisterAllWindows(app_);
   TellFailures([this](const std::string& what) { desktop_.TellFailure(what); });
 }

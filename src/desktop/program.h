@@ -6,6 +6,7 @@
 
 #include "desktop/desktop.h"
 #include "desktop/qt_dialogs.h"
+#include "desktop/qt_printer.h"
 #include "host/host.h"
 #include "state/app.h"
 
@@ -34,6 +35,7 @@ class Program {
  private:
   QTranslator qt_words_;
   QtDialogs dialogs_;
+  QtPrinter printer_;
   Host host_;
   Platform platform_;
   App app_;

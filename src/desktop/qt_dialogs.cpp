@@ -113,6 +113,10 @@ std::optional<std::string> QtDialogs::AskFile(const FileQuestion& question, bool
   dialog.setOption(QFileDialog::DontConfirmOverwrite, !question.ask_before_overwrite);
   dialog.setNameFilters(QtFilter(question.filter).split(";;", Qt::SkipEmptyParts));
   dialog.setDefaultSuffix(DefaultSuffix(question.filter));
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& chosen) {
+    dialog.setDefaultSuffix(
+        DefaultSuffix(FromQt(chosen.section(" (", 0, 0) + "|" + chosen.section('(', 1).chopped(1))));
+  });
   if (last_folder_.isEmpty()) {
     last_folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   }

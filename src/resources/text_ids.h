@@ -185,5 +185,49 @@ inline constexpr int kStartCancelled = 3365;
 inline constexpr int kStationSilent = 3366;
 inline constexpr int kNoLog = 3367;
 inline constexpr int kUnitUnknown = 3368;
+// Sensor spacing calculator: its controls.
+inline constexpr int kCalcTake = 3800;
+inline constexpr int kCalcPrint = 3801;
+inline constexpr int kCalcSave = 3802;
+inline constexpr int kCalcOutdated = 3803;
+
+// Its drawing.
+inline constexpr int kInnerDiameter = 3805;
+inline constexpr int kWedge = 3806;
+inline constexpr int kScaleStep = 3807;
+inline constexpr int kToScale = 3808;
+inline constexpr int kSensorsEnlarged = 3809;
+inline constexpr int kSensorsTouch = 3810;
+inline constexpr int kSoundPath = 3831;
+inline constexpr int kSpacingMeaning = 3833;
+
+// Why there is nothing to draw or to calculate. %1 the field's caption, %2 what it holds.
+inline constexpr int kFieldMissing = 3811;
+inline constexpr int kNoBore = 3812;
+inline constexpr int kFieldNotANumber = 3813;
+inline constexpr int kNothingChosen = 3814;
+inline constexpr int kTotalReflection = 3815;
+inline constexpr int kTooLarge = 3816;
+
+// Values of the process page. kProcessTaken: %1 the channel, %2 how many.
+inline constexpr int kProcessEmpty = 3817;
+inline constexpr int kProcessTaken = 3818;
+
+// Printing. %1 the title of what is printed, or the file's name.
+inline constexpr int kSheetPrinted = 3819;
+inline constexpr int kNoPrinter = 3820;
+inline constexpr int kPrintFailed = 3821;
+inline constexpr int kPrintingMissing = 3822;
+inline constexpr int kSheetSuffix = 3823;
+inline constexpr int kPdfFile = 3824;
+inline constexpr int kSheetNotMade = 3832;
+
+// Words of the printed sheet.
+inline constexpr int kSheetInputs = 3825;
+inline constexpr int kSheetRange = 3826;
+inline constexpr int kSheetNotes = 3827;
+inline constexpr int kSheetPoint = 3828;
+inline constexpr int kSheetFitter = 3829;
+inline constexpr int kSheetDate = 3830;
 
 }  // namespace vlt::text

@@ -1,5 +1,6 @@
 #include "shell/start.h"
 
+#include "calc/calc.h"
 #include "files/file_report.h"
 #include "files/settings_file.h"
 #include "files/whole_file.h"
@@ -89,6 +90,7 @@ void RegisterAllWindows(App& app) {
   RegisterShellWindows(app);
   RegisterPages(app);
   RegisterLiveWindows(app);
+  RegisterCalcWindows(app);
 }
 
 StartResult StartUp(App& app) {

@@ -148,6 +148,12 @@ void TextBox::SetLocked(bool locked) {
   Changed();
 }
 
+void TextBox::SetBackColour(unsigned bgr) {
+  if (back_colour_ == bgr) return;
+  back_colour_ = bgr;
+  Changed();
+}
+
 void TextBox::SelectAll() {
   ++select_all_count_;
   Changed();

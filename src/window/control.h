@@ -34,6 +34,7 @@ enum class ControlKind {
   kChart,
   kMenuItem,
   kPicture,
+  kDrawing,
 };
 
 struct Font {
@@ -47,6 +48,8 @@ struct Font {
 inline constexpr unsigned kActiveButtonColour = 0x80C0FF;
 inline constexpr unsigned kButtonFaceColour = 0x8000000F;
 inline constexpr unsigned kWarningColour = 0x2030C8;
+// The ground of an entry.
+inline constexpr unsigned kWindowColour = 0x80000005;
 
 class Control {
  public:
@@ -145,6 +148,8 @@ class TextBox : public Control {
   void SetMaxLength(int characters);
   bool Locked() const { return locked_; }  // shown but not to be typed into
   void SetLocked(bool locked);
+  unsigned BackColour() const { return back_colour_; }
+  void SetBackColour(unsigned bgr);
   // The whole text is marked, so that typing replaces it.
   void SelectAll();
   int SelectAllCount() const { return select_all_count_; }
@@ -162,6 +167,7 @@ class TextBox : public Control {
   std::string text_;
   int max_length_ = 0;
   bool locked_ = false;
+  unsigned back_colour_ = kWindowColour;
   int select_all_count_ = 0;
 };
 

@@ -5,9 +5,9 @@ namespace {
 
 constexpr const WindowLayout* kLayouts[] = {
     &kMDIForm1Layout, &kSplashLayout,  &kSplashT305Layout, &kSplashK410Layout, &kFrmMssgLayout,
-    &kFrmAboutLayout, &kFrmWaitLayout, &kFrmCSetLayout,    &kForm2Layout,      &kForm3Layout,
-    &kForm4Layout,    &kForm5Layout,   &kForm6Layout,      &kForm7Layout,      &kForm8Layout,
-    &kForm9Layout,    &kForm10Layout,  &kForm11Layout,     &kForm12Layout,
+    &kFrmAboutLayout, &kFrmWaitLayout, &kFrmCSetLayout,    &kFrmCalcLayout,    &kForm2Layout,
+    &kForm3Layout,    &kForm4Layout,   &kForm5Layout,      &kForm6Layout,      &kForm7Layout,
+    &kForm8Layout,    &kForm9Layout,   &kForm10Layout,     &kForm11Layout,     &kForm12Layout,
 };
 
 }  // namespace

@@ -13,6 +13,7 @@ extern const WindowLayout kFrmMssgLayout;
 extern const WindowLayout kFrmAboutLayout;
 extern const WindowLayout kFrmWaitLayout;
 extern const WindowLayout kFrmCSetLayout;
+extern const WindowLayout kFrmCalcLayout;
 extern const WindowLayout kForm2Layout;
 extern const WindowLayout kForm3Layout;
 extern const WindowLayout kForm4Layout;

@@ -1,0 +1,327 @@
+#include "calc/frm_calc.h"
+
+#include "calc/process_values.h"
+#include "resources/string_table.h"
+#include "resources/text_ids.h"
+#include "values/code_tables.h"
+#include "values/input_check.h"
+#include "values/number_text.h"
+#include "values/text.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kNotANumber = 3920;
+constexpr int kOutOfRange = 3921;
+constexpr int kSpacingText = 1380;
+constexpr int kFontSize = 9;
+
+constexpr const char* kRequiredMark = "*";
+
+// Places of the fields in the list of entries, and of their marks.
+enum EntryIndex { kDiameter, kWall, kPipeVelocity, kLiningThickness, kLiningVelocity, kFluidVelocity };
+
+struct ListCaption {
+  Label frmCalc::*label;
+  SpacingField field;
+  int caption_id;
+};
+
+constexpr ListCaption kListCaptions[] = {
+    {&frmCalc::PIPE_MATERIAL, SpacingField::kPipeMaterial, 2060},
+    {&frmCalc::LINING_MATERIAL, SpacingField::kLiningMaterial, 1120},
+    {&frmCalc::KIND_OF_FLUID, SpacingField::kFluid, 2210},
+    {&frmCalc::SENSOR_TYPE, SpacingField::kSensor, 800},
+};
+
+constexpr int kMountCaption = 790;
+
+}  // namespace
+
+frmCalc::frmCalc(App& app)
+    : Form(app.windows, "frmCalc", FormPlace::kWindow),
+      app_(app),
+      entries_{Entry{SpacingField::kOuterDiameter, 1240, OUTER_DIAMETER, OUTER_DIAMETERText, Label8(0),
+                     OUTER_DIAMETER_RANGE, kDiameter},
+               Entry{SpacingField::kWallThickness, 2880, WALL_THICKNESS, WALL_THICKNESSText, Label8(1),
+                     WALL_THICKNESS_RANGE, kWall},
+               Entry{SpacingField::kPipeVelocity, 2050, TRANS_FREQUENCY, TRANS_FREQUENCYText, Label12,
+                     TRANS_FREQUENCY_RANGE, kPipeVelocity},
+               Entry{SpacingField::kLiningThickness, 1110, LINING_THICKNESS, LINING_THICKNESSText, Label2,
+                     LINING_THICKNESS_RANGE, kLiningThickness},
+               Entry{SpacingField::kLiningVelocity, 1100, LINING_S_V, LINING_S_VText, Label1(0),
+                     LINING_S_V_RANGE, kLiningVelocity},
+               Entry{SpacingField::kFluidVelocity, 2200, FLUID_S_V, FLUID_S_VText, Label1(1), FLUID_S_V_RANGE,
+                     kFluidVelocity}} {
+  for (const Entry& entry : entries_) {
+    entry.text.on_lost_focus = [this, &entry] { CheckEntry(entry); };
+    entry.text.on_change = [this] { InputChanged(); };
+  }
+  PIPE_MATERIALCombo.on_click = [this] { PIPE_MATERIALCombo_Click(); };
+  LINING_MATERIALCombo.on_click = [this] { LINING_MATERIALCombo_Click(); };
+  KIND_OF_FLUIDCombo.on_click = [this] { KIND_OF_FLUIDCombo_Click(); };
+  SENSOR_MOUNTCombo.on_click = [this] { InputChanged(); };
+  SENSOR_TYPECombo.on_click = [this] { InputChanged(); };
+  ExecuteCalc.on_click = [this] { ExecuteCalc_Click(); };
+  cmdTake.on_click = [this] { cmdTake_Click(); };
+  cmdPrint.on_click = [this] { cmdPrint_Click(); };
+  cmdSave.on_click = [this] { cmdSave_Click(); };
+  cmdClose.on_click = [this] { cmdClose_Click(); };
+}
+
+void frmCalc::Form_Load() {
+  changing_ = true;
+  unit_flag_ = app_.state.UnitFlag;
+  Dress();
+  ShowUnitsAndRanges();
+  FillLists();
+  for (TextBox* result : {&txtResult1Text, &txtResult2Text}) {
+    result->SetLocked(true);
+    result->SetFont({app_.state.PageFont, kFontSize, true});
+    result->SetBackColour(kButtonFaceColour);
+  }
+  changing_ = false;
+  InputChanged();
+}
+
+void frmCalc::Form_Activate() {
+  if ((unit_flag_ != 0) == (app_.state.UnitFlag != 0)) return;
+  const int before = unit_flag_;
+  unit_flag_ = app_.state.UnitFlag;
+  ShowUnitsAndRanges();
+  ConvertEntries(before);
+}
+
+void frmCalc::Dress() {
+  SetCaption(app_.Text(1382));
+  for (Control* control : Controls()) control->SetFont({app_.state.PageFont, kFontSize, false});
+  for (const Entry& entry : entries_) entry.caption.SetCaption(app_.Text(entry.caption_id));
+  for (const int always : {kDiameter, kWall}) lblRequired(always).SetCaption(kRequiredMark);
+  for (const ListCaption& row : kListCaptions) (this->*row.label).SetCaption(app_.Text(row.caption_id));
+  SENSOR_MOUNT.SetCaption(app_.Text(kMountCaption));
+  MOUNT_SIZE1.SetCaption(app_.Text(kSpacingText) + "1");
+  MOUNT_SIZE2.SetCaption(app_.Text(kSpacingText) + "2");
+  lblInputRequired.SetCaption("* : " + app_.Text(1967));
+  struct Caption {
+    Control& control;
+    int text_id;
+  };
+  for (const Caption& row : {Caption{ExecuteCalc, 3922}, Caption{fraResult, 3926},
+                             Caption{cmdTake, text::kCalcTake}, Caption{cmdPrint, text::kCalcPrint},
+                             Caption{cmdSave, text::kCalcSave}, Caption{cmdClose, text::kClose}}) {
+    row.control.SetCaption(app_.Text(row.text_id));
+  }
+}
+
+void frmCalc::ShowUnitsAndRanges() {
+  const RangeTexts limits = SubGetUnitRange(unit_flag_);
+  for (const Entry& entry : entries_) {
+    const std::string unit = UnitOf(entry.field, unit_flag_);
+    const std::size_t at = RangeOf(entry.field);
+    entry.unit.SetCaption(unit);
+    entry.range.SetCaption(std::string(limits[at]) + "-" + std::string(limits[at + 1]) + unit);
+  }
+  Label4.SetCaption(SubGetUnitForm1(unit_flag_)[0]);
+}
+
+void frmCalc::FillLists() {
+  const CodeContext codes = app_.Codes();
+  PIPE_MATERIALCombo.SetItems(ListTexts(codes, 1));
+  LINING_MATERIALCombo.SetItems(ListTexts(codes, 2));
+  KIND_OF_FLUIDCombo.SetItems(ListTexts(codes, 3));
+  SENSOR_TYPECombo.SetItems(ListTexts(codes, 6));
+  // Of the four mounts the window offers two.
+  SENSOR_MOUNTCombo.SetItems({app_.Text(3140), app_.Text(3150)});
+  for (ComboBox* list : {&PIPE_MATERIALCombo, &LINING_MATERIALCombo, &KIND_OF_FLUIDCombo, &SENSOR_TYPECombo,
+                         &SENSOR_MOUNTCombo}) {
+    list->SetListIndex(0);
+  }
+  lblMount2Sensor.SetCaption("(" + CodeToText(codes, 6, 2) + "," + CodeToText(codes, 6, 3) + ")");
+}
+
+void frmCalc::Open(const Entry& entry, bool open) {
+  entry.text.SetLocked(!open);
+  entry.text.SetBackColour(open ? kWindowColour : kButtonFaceColour);
+  lblRequired(entry.mark).SetCaption(open ? kRequiredMark : "");
+}
+
+void frmCalc::PIPE_MATERIALCombo_Click() {
+  Open(entries_[kPipeVelocity], PIPE_MATERIALCombo.ListIndex() == kOwnPipe);
+  InputChanged();
+}
+
+void frmCalc::KIND_OF_FLUIDCombo_Click() {
+  Open(entries_[kFluidVelocity], KIND_OF_FLUIDCombo.ListIndex() == kOwnFluid);
+  InputChanged();
+}
+
+void frmCalc::LINING_MATERIALCombo_Click() {
+  Open(entries_[kLiningVelocity], LINING_MATERIALCombo.ListIndex() == kOwnLining);
+  Open(entries_[kLiningThickness], LINING_MATERIALCombo.ListIndex() != kNoLining);
+  InputChanged();
+}
+
+void frmCalc::CheckEntry(const Entry& entry) {
+  const std::string& text = entry.text.Text();
+  const int numeric = IsNumericText(text, static_cast<int>(CharCount(text)));
+  if (numeric > 0) return;
+  // What passes character by character may still be no number ("1.2.3").
+  const bool is_number = numeric == 0 && ParseNumber(text).has_value();
+  if (is_number && IsInRange(entry.field, text, unit_flag_)) return;
+  entry.text.SelectAll();
+  app_.Show(app_.Text(is_number ? kOutOfRange : kNotANumber));
+}
+
+SpacingInputs frmCalc::Inputs() const {
+  const auto typed = [](const TextBox& box) {
+    return box.Locked() ? std::nullopt : std::optional<std::string>(box.Text());
+  };
+  return {.unit_flag = unit_flag_,
+          .sensor = SENSOR_TYPECombo.ListIndex(),
+          .pipe = PIPE_MATERIALCombo.ListIndex(),
+          .lining = LINING_MATERIALCombo.ListIndex(),
+          .fluid = KIND_OF_FLUIDCombo.ListIndex(),
+          .mount = SENSOR_MOUNTCombo.ListIndex(),
+          .outer_diameter = OUTER_DIAMETERText.Text(),
+          .wall_thickness = WALL_THICKNESSText.Text(),
+          .lining_thickness = LINING_THICKNESSText.Text(),
+          .pipe_velocity = typed(TRANS_FREQUENCYText),
+          .lining_velocity = typed(LINING_S_VText),
+          .fluid_velocity = typed(FLUID_S_VText)};
+}
+
+void frmCalc::ExecuteCalc_Click() {
+  const SpacingInputs inputs = Inputs();
+  const auto outcome = CalculateSpacing(inputs);
+  if (const auto* failure = std::get_if<SpacingFailure>(&outcome)) {
+    app_.Show(FailureText(*failure));
+    return;
+  }
+  const auto& result = std::get<SpacingResult>(outcome);
+  txtResult1Text.SetText(result.result1);
+  txtResult2Text.SetText(result.result2);
+  executed_ = inputs;
+  lblNote.SetCaption("");
+}
+
+void frmCalc::InputChanged() {
+  if (changing_) return;
+  const bool outdated = executed_ && !(*executed_ == Inputs());
+  lblNote.SetCaption(outdated ? app_.Text(text::kCalcOutdated) : "");
+  Redraw();
+}
+
+void frmCalc::Redraw() {
+  const SpacingInputs inputs = Inputs();
+  if (const auto fault = FindInputFault(inputs)) {
+    picSpacing.SetNote(FaultText(*fault));
+    return;
+  }
+  const auto outcome = CalculateSpacing(inputs);
+  if (const auto* failure = std::get_if<SpacingFailure>(&outcome)) {
+    picSpacing.SetNote(FailureText(*failure));
+  } else {
+    picSpacing.SetSheet(DrawSpacing(inputs, std::get<SpacingResult>(outcome), Texts()));
+  }
+}
+
+TextOf frmCalc::Texts() const {
+  return [this](int id) { return app_.Text(id); };
+}
+
+std::string frmCalc::CaptionOf(SpacingField field) const {
+  for (const Entry& entry : entries_) {
+    if (entry.field == field) return entry.caption.Caption();
+  }
+  for (const ListCaption& row : kListCaptions) {
+    if (row.field == field) return (this->*row.label).Caption();
+  }
+  return fraResult.Caption();
+}
+
+std::string frmCalc::FaultText(const InputFault& fault) const {
+  const std::string caption = CaptionOf(fault.field);
+  switch (fault.why) {
+    case InputFault::Why::kMissing:
+      return FormatText(app_.Text(text::kFieldMissing), {caption});
+    case InputFault::Why::kNotANumber:
+      return caption + ": " + app_.Text(kNotANumber);
+    case InputFault::Why::kOutOfRange:
+      return caption + ": " + app_.Text(kOutOfRange);
+    case InputFault::Why::kNoBore:
+      break;
+  }
+  return app_.Text(text::kNoBore);
+}
+
+std::string frmCalc::FailureText(const SpacingFailure& failure) const {
+  const std::string caption = CaptionOf(failure.field);
+  std::string typed;
+  for (const Entry& entry : entries_) {
+    if (entry.field == failure.field) typed = entry.text.Text();
+  }
+  switch (failure.why) {
+    case SpacingFailure::Why::kNotANumber:
+      return FormatText(app_.Text(text::kFieldNotANumber), {caption, typed});
+    case SpacingFailure::Why::kNothingChosen:
+      return FormatText(app_.Text(text::kNothingChosen), {caption});
+    case SpacingFailure::Why::kTotalReflection:
+      return FormatText(app_.Text(text::kTotalReflection), {caption});
+    case SpacingFailure::Why::kOverflow:
+      break;
+  }
+  return app_.Text(text::kTooLarge);
+}
+
+void frmCalc::ConvertEntries(int from_unit_flag) {
+  changing_ = true;
+  for (const Entry& entry : entries_) {
+    const auto number = ParseNumber(entry.text.Text());
+    if (number && (from_unit_flag != 0) != (unit_flag_ != 0)) {
+      entry.text.SetText(ConvertedText(entry.field, *number, unit_flag_));
+    }
+  }
+  txtResult1Text.SetText("");
+  txtResult2Text.SetText("");
+  executed_.reset();
+  changing_ = false;
+  InputChanged();
+}
+
+void frmCalc::cmdTake_Click() {
+  const ProcessValues values = ReadProcessValues(app_, unit_flag_);
+  if (values.count == 0) {
+    app_.Show(app_.Text(text::kProcessEmpty));
+    return;
+  }
+  changing_ = true;
+  const auto choose = [](ComboBox& list, const std::optional<int>& index) {
+    if (index) list.SetListIndex(*index);
+  };
+  choose(PIPE_MATERIALCombo, values.pipe);
+  choose(LINING_MATERIALCombo, values.lining);
+  choose(KIND_OF_FLUIDCombo, values.fluid);
+  choose(SENSOR_MOUNTCombo, values.mount);
+  choose(SENSOR_TYPECombo, values.sensor);
+  const std::string* texts[] = {&values.outer_diameter,   &values.wall_thickness,  &values.pipe_velocity,
+                                &values.lining_thickness, &values.lining_velocity, &values.fluid_velocity};
+  for (const Entry& entry : entries_) {
+    const std::string& text = *texts[entry.mark];
+    if (!text.empty()) entry.text.SetText(text);
+  }
+  changing_ = false;
+  InputChanged();
+  const int channel = app_.state.ProcessChannel == 1 ? 2 : 1;
+  const std::string outdated = lblNote.Caption();
+  Tell(FormatText(app_.Text(text::kProcessTaken), {std::to_string(channel), std::to_string(values.count)}));
+  if (!outdated.empty()) lblNote.SetCaption(lblNote.Caption() + "   " + outdated);
+}
+
+void frmCalc::Tell(const std::string& text) {
+  lblNote.SetCaption(text);
+  app_.Status(text);
+}
+
+void frmCalc::cmdClose_Click() { List().Unload(Name()); }
+
+}  // namespace vlt
