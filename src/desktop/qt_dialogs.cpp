@@ -1,6 +1,7 @@
 #include "desktop/qt_dialogs.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -113,15 +114,30 @@ std::optional<std::string> QtDialogs::AskFile(const FileQuestion& question, bool
   dialog.setOption(QFileDialog::DontConfirmOverwrite, !question.ask_before_overwrite);
   dialog.setNameFilters(QtFilter(question.filter).split(";;", Qt::SkipEmptyParts));
   dialog.setDefaultSuffix(DefaultSuffix(question.filter));
-  if (last_folder_.isEmpty()) {
-    last_folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-  }
-  dialog.setDirectory(question.folder.empty() ? last_folder_ : ToQt(question.folder));
+  dialog.setDirectory(StartFolder(question.folder));
   if (!question.name.empty()) dialog.selectFile(ToQt(question.name));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   const QString path = dialog.selectedFiles().first();
   last_folder_ = QFileInfo(path).absolutePath();
   return FromQt(path);
+}
+
+QString QtDialogs::StartFolder(const std::string& asked) {
+  if (!asked.empty()) return ToQt(asked);
+  if (last_folder_.isEmpty()) {
+    last_folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  }
+  return last_folder_;
+}
+
+std::optional<std::string> QtDialogs::AskFolder(const FolderQuestion& question) {
+  QFileDialog dialog(QApplication::activeWindow(), ToQt(question.text));
+  dialog.setFileMode(QFileDialog::Directory);
+  dialog.setOption(QFileDialog::ShowDirsOnly);
+  dialog.setDirectory(StartFolder(question.folder));
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  last_folder_ = dialog.selectedFiles().first();
+  return FromQt(QDir::toNativeSeparators(last_folder_));
 }
 
 }  // namespace vlt

@@ -54,6 +54,8 @@ void ReportNotWritten(App& app, const std::string& path, FileError error) {
   ReportFailure(app, text::kFileNotWritten, path, error, &Reason::writing);
 }
 
+int NotReadReason(FileError error) { return ReasonId(error, &Reason::reading); }
+
 int NotWrittenReason(FileError error) { return ReasonId(error, &Reason::writing); }
 
 }  // namespace vlt

@@ -36,17 +36,6 @@ int ReasonId(PortFaultCode code, int port) {
   }
 }
 
-// A COM number that stands for no device reads "COM3", without empty brackets behind it.
-std::string Reason(const App& app, const PortFault& fault, int port, const std::string& settings) {
-  const bool about_settings = fault.Code() == PortFaultCode::kSettings;
-  std::string reason = FormatText(app.Text(ReasonId(fault.Code(), port)),
-                                  {"COM" + std::to_string(port), fault.Device(),
-                                   about_settings ? settings : std::to_string(fault.Number())});
-  const std::string empty = " ()";
-  if (const std::size_t at = reason.find(empty); at != std::string::npos) reason.erase(at, empty.size());
-  return reason;
-}
-
 void Configure(SerialPort& port, int number, const std::string& settings) {
   port.Open(number, settings);
   port.SetRts(false);
@@ -66,6 +55,17 @@ bool Try(Operation&& operation) {
 
 }  // namespace
 
+// A COM number that stands for no device reads "COM3", without empty brackets behind it.
+std::string PortFaultText(const App& app, const PortFault& fault, int port, const std::string& settings) {
+  const bool about_settings = fault.Code() == PortFaultCode::kSettings;
+  std::string reason = FormatText(app.Text(ReasonId(fault.Code(), port)),
+                                  {"COM" + std::to_string(port), fault.Device(),
+                                   about_settings ? settings : std::to_string(fault.Number())});
+  const std::string empty = " ()";
+  if (const std::size_t at = reason.find(empty); at != std::string::npos) reason.erase(at, empty.size());
+  return reason;
+}
+
 void OpenPort(App& app, int port, const std::string& settings, bool& result) {
   SerialPort& device = app.platform.port;
   result = device.IsOpen();
@@ -76,7 +76,7 @@ void OpenPort(App& app, int port, const std::string& settings, bool& result) {
     Configure(device, port, settings);
     result = true;
   } catch (const PortFault& fault) {
-    app.state.PortFaultReason = Reason(app, fault, port, settings);
+    app.state.PortFaultReason = PortFaultText(app, fault, port, settings);
     Try([&] { device.Close(); });
   }
   app.state.PortIsOpen = result;

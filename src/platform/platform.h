@@ -6,6 +6,7 @@
 #include "platform/dialogs.h"
 #include "platform/event_queue.h"
 #include "platform/file_system.h"
+#include "platform/firmware_port.h"
 #include "platform/process.h"
 #include "platform/serial_port.h"
 
@@ -18,6 +19,7 @@ struct Platform {
   Dialogs& dialogs;
   FileSystem& files;
   Process& process;
+  FirmwarePort& firmware;
 };
 
 }  // namespace vlt

@@ -1,6 +1,7 @@
 #include "shell/start.h"
 
 #include "files/settings_file.h"
+#include "firmware/firmware.h"
 #include "link/port.h"
 #include "live/live.h"
 #include "pages/pages.h"
@@ -50,7 +51,7 @@ void RegisterAllWindows(App& app) {
   RegisterShellWindows(app);
   RegisterPages(app);
   RegisterLiveWindows(app);
-  RegisterLiveWindows(app);
+  RegisterFirmwareWindows(app);
 }
 
 StartResult StartUp(App& app) {

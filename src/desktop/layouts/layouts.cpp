@@ -4,9 +4,10 @@ namespace vlt {
 namespace {
 
 constexpr const WindowLayout* kLayouts[] = {
-    &kMDIForm1Layout, &kSplashLayout,  &kSplashT305Layout, &kSplashK410Layout, &kFrmMssgLayout,
-    &kFrmAboutLayout, &kFrmWaitLayout, &kForm2Layout,      &kForm3Layout,      &kForm4Layout,
-    &kForm5Layout,    &kForm8Layout,   &kForm9Layout,      &kForm10Layout,
+    &kMDIForm1Layout,     &kSplashLayout,       &kSplashT305Layout, &kSplashK410Layout, &kFrmMssgLayout,
+    &kFrmAboutLayout,     &kFrmWaitLayout,      &kForm2Layout,      &kForm3Layout,      &kForm4Layout,
+    &kForm5Layout,        &kForm8Layout,        &kForm9Layout,      &kForm10Layout,     &kFrmMaintMainLayout,
+    &kFrmMaintWaitLayout, &kFrmMaintCommLayout,
 };
 
 }  // namespace

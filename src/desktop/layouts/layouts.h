@@ -19,7 +19,8 @@ extern const WindowLayout kForm5Layout;
 extern const WindowLayout kForm8Layout;
 extern const WindowLayout kForm9Layout;
 extern const WindowLayout kForm10Layout;
-extern const WindowLayout kForm8Layout;
-extern const WindowLayout kForm9Layout;
+extern const WindowLayout kFrmMaintMainLayout;
+extern const WindowLayout kFrmMaintWaitLayout;
+extern const WindowLayout kFrmMaintCommLayout;
 
 }  // namespace vlt
