@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -22,6 +24,19 @@ using Texts = std::vector<std::string>;
 
 inline const std::string kFolder = "/fw/v12";
 inline const std::string kCompleted = "Processing has been completed.";
+
+// Files that somebody else changes: `meddle` runs before each read and is told how often the path was read.
+class MeddledFiles : public MemoryFileSystem {
+ public:
+  FileError Read(const std::string& path, std::string& content) override {
+    if (meddle) meddle(path, ++reads_[path]);
+    return MemoryFileSystem::Read(path, content);
+  }
+  std::function<void(const std::string& path, int read)> meddle;
+
+ private:
+  std::map<std::string, int> reads_;
+};
 
 class FirmwareTest : public ::testing::Test {
  protected:
@@ -99,7 +114,7 @@ class FirmwareTest : public ::testing::Test {
 
   struct World {
     VirtualTime time;
-    MemoryFileSystem files;
+    MeddledFiles files;
     ScriptedDialogs dialogs;
     FakeProcess process;
     FirmwarePeer peer{time};
