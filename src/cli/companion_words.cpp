@@ -117,7 +117,7 @@ std::span<const Companion::Word> Companion::Words() {
       {"down", "NAME", 1, 1, "press the lower one", &Companion::WordDown},
       {"answer", "[ANSWER]...", 0, 64, "ok, cancel, yes, no for the next boxes; none: forget those left",
        &Companion::WordAnswer},
-      {"file", "[PATH]", 0, 1, "what the next file dialog is given; none: Cancel", &Companion::WordFile},
+      {"file", "[PATH]", 0, 1, "what the next file or folder dialog is given; none: Cancel", &Companion::WordFile},
       {"show", "NAME", 1, 1, "tell name, text, state and value of a control", &Companion::WordShow},
       {"form", "[WINDOW]", 0, 1, "show every control of a window; none: of the topmost one",
        &Companion::WordForm},

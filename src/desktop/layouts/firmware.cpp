@@ -50,7 +50,7 @@ constexpr LayoutItem kPort[] = {
 
 constinit const WindowLayout kFrmMaintMainLayout{"frmMaint_MAIN", WindowStyle::kDialog, kMain};
 constinit const WindowLayout kFrmMaintWaitLayout{"frmMaint_Wait", WindowStyle::kDialog, kWait, "", "cmdCan"};
-constinit const WindowLayout kFrmMaintCommLayout{"frmMaint_COMM", WindowStyle::kDialog, kPort, "cmdOK",
-                                                 "cmdCan"};
+// The enter key belongs to the open list here, so it presses no button.
+constinit const WindowLayout kFrmMaintCommLayout{"frmMaint_COMM", WindowStyle::kDialog, kPort, "", "cmdCan"};
 
 }  // namespace vlt
