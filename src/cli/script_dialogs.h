@@ -19,8 +19,8 @@ std::optional<MessageAnswer> AnswerOf(std::string_view name);
 // A box or dialog that no fitting answer waits for is answered as closing it would.
 class ScriptDialogs : public Dialogs {
  public:
-  // Told of each box (its text and the answer) and of each file dialog ("open", "save" or "folder" and the path,
-  // empty for Cancel), and of what a person could not have answered so.
+  // Told of each box (its text and the answer) and of each file dialog ("open", "save" or "folder" and the
+  // path, empty for Cancel), and of what a person could not have answered so.
   struct Observer {
     std::function<void(const std::string& text, const std::string& answer)> message;
     std::function<void(const std::string& kind, const std::string& path)> file;

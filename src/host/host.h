@@ -19,7 +19,10 @@ class Host {
  public:
   // `folder` is the program folder, empty for that of the executable.
   Host(const std::string& folder, DeviceOf device_of)
-      : events(clock), process(folder), port(clock, events, std::move(device_of)), firmware(clock, events, port) {}
+      : events(clock),
+        process(folder),
+        port(clock, events, std::move(device_of)),
+        firmware(clock, events, port) {}
 
   Platform With(Dialogs& dialogs) { return {clock, events, port, dialogs, files, process, firmware}; }
 

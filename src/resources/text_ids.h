@@ -88,7 +88,8 @@ inline constexpr int kFwExecute = 3354;
 inline constexpr int kFwPort = 3355;
 
 // A run of it. kFwImage: %1 bytes, %2 the first digits of the checksum; kFwElapsed: %1 elapsed, %2 expected
-// ("4:16"); kFwToWrite and kFwToCompare: %1 the modules; kFwJournal: %1 the file; kFwNoJournal: %1 the reason.
+// ("4:16"); kFwToWrite and kFwToCompare: %1 the modules; kFwJournal: %1 the file; kFwNoJournal: %1 the
+// reason.
 inline constexpr int kFwImage = 3356;
 inline constexpr int kFwElapsed = 3357;
 inline constexpr int kFwToWrite = 3358;
@@ -99,8 +100,8 @@ inline constexpr int kFwNotNow = 3362;
 inline constexpr int kFwJournal = 3363;
 inline constexpr int kFwNoJournal = 3364;
 
-// What went wrong in it and what to do next. %1 the module or its file, %2 the port's or the device's words, the
-// index of a byte, bytes received; %3 bytes asked for. kFwTooLong: %1 bytes.
+// What went wrong in it and what to do next. %1 the module or its file, %2 the port's or the device's words,
+// the index of a byte, bytes received; %3 bytes asked for. kFwTooLong: %1 bytes.
 inline constexpr int kFwNextPort = 3365;
 inline constexpr int kFwNextSilence = 3366;
 inline constexpr int kFwNextBroken = 3367;

@@ -57,7 +57,8 @@ struct Session {
   VirtualPlatform machine;
   ProgramEvents events{machine.time};
   ScriptDialogs dialogs{machine.files};
-  Platform platform{machine.time, events, machine.machine.port, dialogs, machine.files, machine.process, machine.firmware};
+  Platform platform{machine.time,  events,          machine.machine.port, dialogs,
+                    machine.files, machine.process, machine.firmware};
   App app{platform};
   std::vector<std::string> output;
   std::string trouble;  // "LINE: TEXT"

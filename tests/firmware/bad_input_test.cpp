@@ -38,7 +38,8 @@ Spoil Fails(int module, FileError error) {
 }
 
 // Something happens between the announcement of the files and their use.
-Spoil Meanwhile(int module, std::function<void(MeddledFiles& files, const std::string& path)> happens) {
+Spoil Meanwhile(int module,
+                const std::function<void(MeddledFiles& files, const std::string& path)>& happens) {
   return [=](MeddledFiles& files, std::string&) {
     files.meddle = [=, &files](const std::string& path, int read) {
       if (path == PathOfModule(module) && read == 2) happens(files, path);

@@ -13,7 +13,8 @@ VirtualPlatform::VirtualPlatform(PortKind kind, const sim::MeterConfig& config)
       scripted(time),
       firmware(time, time, kind == PortKind::kSimulated ? static_cast<SerialPort&>(simulated) : scripted),
       machine{time,    time,  kind == PortKind::kSimulated ? static_cast<SerialPort&>(simulated) : scripted,
-              dialogs, files, process, firmware} {
+              dialogs, files, process,
+              firmware} {
   line.AddStation(1, config);
   sockets[1] = {.line = &line, .name = "simulator"};
 }

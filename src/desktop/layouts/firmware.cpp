@@ -19,7 +19,7 @@ constexpr LayoutItem kMain[] = {
     End(),
     Space(),
     Tab(),
-    Strip("optSEL_UP(0)", "txtVer", ">"),
+    Strip("optSEL_UP(0)", "txtVer"),
     Strip("optSEL_UP(1)"),
     Strip("lblFolder_up"),
     Strip("txtUp", "cmdUP"),
