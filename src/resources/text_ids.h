@@ -80,39 +80,39 @@ inline constexpr int kSimulatedMeter = 3286;
 inline constexpr int kAssignPort = 3287;
 
 // The firmware tool. Captions.
-inline constexpr int kFwDownloadTab = 3350;
-inline constexpr int kFwUploadTab = 3351;
-inline constexpr int kFwFolder = 3352;
-inline constexpr int kFwBrowse = 3353;
-inline constexpr int kFwExecute = 3354;
-inline constexpr int kFwPort = 3355;
+inline constexpr int kFwDownloadTab = 3840;
+inline constexpr int kFwUploadTab = 3841;
+inline constexpr int kFwFolder = 3842;
+inline constexpr int kFwBrowse = 3843;
+inline constexpr int kFwExecute = 3844;
+inline constexpr int kFwPort = 3845;
 
 // A run of it. kFwImage: %1 bytes, %2 the first digits of the checksum; kFwElapsed: %1 elapsed, %2 expected
 // ("4:16"); kFwToWrite and kFwToCompare: %1 the modules; kFwJournal: %1 the file; kFwNoJournal: %1 the
 // reason.
-inline constexpr int kFwImage = 3356;
-inline constexpr int kFwElapsed = 3357;
-inline constexpr int kFwToWrite = 3358;
-inline constexpr int kFwToCompare = 3359;
-inline constexpr int kFwWillStop = 3360;
-inline constexpr int kFwCancelled = 3361;
-inline constexpr int kFwNotNow = 3362;
-inline constexpr int kFwJournal = 3363;
-inline constexpr int kFwNoJournal = 3364;
+inline constexpr int kFwImage = 3846;
+inline constexpr int kFwElapsed = 3847;
+inline constexpr int kFwToWrite = 3848;
+inline constexpr int kFwToCompare = 3849;
+inline constexpr int kFwWillStop = 3850;
+inline constexpr int kFwCancelled = 3851;
+inline constexpr int kFwNotNow = 3852;
+inline constexpr int kFwJournal = 3853;
+inline constexpr int kFwNoJournal = 3854;
 
 // What went wrong in it and what to do next. %1 the module or its file, %2 the port's or the device's words,
 // the index of a byte, bytes received; %3 bytes asked for. kFwTooLong: %1 bytes.
-inline constexpr int kFwNextPort = 3365;
-inline constexpr int kFwNextSilence = 3366;
-inline constexpr int kFwNextBroken = 3367;
-inline constexpr int kFwNextLost = 3368;
-inline constexpr int kFwNextDevice = 3369;
-inline constexpr int kFwNextChanged = 3370;
-inline constexpr int kFwIncomplete = 3371;
-inline constexpr int kFwOtherModule = 3372;
-inline constexpr int kFwEmptyFile = 3373;
-inline constexpr int kFwTooLong = 3374;
-inline constexpr int kFwShortImage = 3375;
-inline constexpr int kFwDiffers = 3376;
+inline constexpr int kFwNextPort = 3855;
+inline constexpr int kFwNextSilence = 3856;
+inline constexpr int kFwNextBroken = 3857;
+inline constexpr int kFwNextLost = 3858;
+inline constexpr int kFwNextDevice = 3859;
+inline constexpr int kFwNextChanged = 3860;
+inline constexpr int kFwIncomplete = 3861;
+inline constexpr int kFwOtherModule = 3862;
+inline constexpr int kFwEmptyFile = 3863;
+inline constexpr int kFwTooLong = 3864;
+inline constexpr int kFwShortImage = 3865;
+inline constexpr int kFwDiffers = 3866;
 
 }  // namespace vlt::text
