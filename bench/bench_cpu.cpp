@@ -31,6 +31,7 @@ class NoDialogs : public vlt::Dialogs {
   }
   std::optional<std::string> AskOpenFile(const vlt::FileQuestion& /*question*/) override { return {}; }
   std::optional<std::string> AskSaveFile(const vlt::FileQuestion& /*question*/) override { return {}; }
+  std::optional<std::string> AskFolder(const vlt::FolderQuestion& /*question*/) override { return {}; }
 };
 
 double ProcessorSeconds() {

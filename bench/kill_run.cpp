@@ -38,6 +38,7 @@ class NoDialogs : public Dialogs {
   }
   std::optional<std::string> AskOpenFile(const FileQuestion& /*question*/) override { return {}; }
   std::optional<std::string> AskSaveFile(const FileQuestion& /*question*/) override { return {}; }
+  std::optional<std::string> AskFolder(const FolderQuestion& /*question*/) override { return {}; }
 };
 
 int Measure(const std::string& folder) {

@@ -79,6 +79,8 @@ std::span<const Step> MeasureSteps();
 std::span<const Step> StationSteps();
 std::span<const Step> CalcSteps();
 std::span<const Step> EndSteps();
+// The firmware tool from the choice at the start to the program's end.
+std::span<const Step> FirmwareSteps();
 // What differs between the hardware variants: the splash alone, and the end.
 std::span<const Step> SplashSteps();
 std::span<const Step> LeaveSteps();

@@ -99,7 +99,7 @@ class Session {
         host_(folder, [this](int number) { return GetPortDevice(app_, number); }),
         dialogs_(host_.files),
         events_(host_.events),
-        platform_{host_.clock, events_, host_.port, dialogs_, host_.files, host_.process},
+        platform_{host_.clock, events_, host_.port, dialogs_, host_.files, host_.process, host_.firmware},
         app_(platform_),
         companion_(app_, dialogs_, events_,
                    {[](const std::string& line) { PutLine(line); },

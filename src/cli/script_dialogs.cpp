@@ -86,9 +86,9 @@ MessageAnswer ScriptDialogs::Ask(const Message& message) {
   return answer;
 }
 
-std::optional<std::string> ScriptDialogs::TakePath(const FileQuestion& question) {
+std::optional<std::string> ScriptDialogs::TakePath(const std::string& title) {
   if (paths_.empty()) {
-    if (observer_.unanswered) observer_.unanswered("no file was waiting for the dialog " + question.title);
+    if (observer_.unanswered) observer_.unanswered("no file was waiting for the dialog " + title);
     return std::nullopt;
   }
   auto path = std::move(paths_.front());
@@ -97,18 +97,27 @@ std::optional<std::string> ScriptDialogs::TakePath(const FileQuestion& question)
   return path;
 }
 
-std::optional<std::string> ScriptDialogs::AskOpenFile(const FileQuestion& question) {
-  auto path = TakePath(question);
+std::optional<std::string> ScriptDialogs::TakeExisting(const std::string& title, const std::string& kind) {
+  auto path = TakePath(title);
   if (path && !files_.Exists(*path)) {
-    if (observer_.refused) observer_.refused("there is no file " + *path);
+    const std::string what = kind == "folder" ? "folder " : "file ";
+    if (observer_.refused) observer_.refused("there is no " + what + *path);
     path.reset();
   }
-  if (observer_.file) observer_.file("open", path.value_or(""));
+  if (observer_.file) observer_.file(kind, path.value_or(""));
   return path;
 }
 
+std::optional<std::string> ScriptDialogs::AskOpenFile(const FileQuestion& question) {
+  return TakeExisting(question.title, "open");
+}
+
+std::optional<std::string> ScriptDialogs::AskFolder(const FolderQuestion& question) {
+  return TakeExisting(question.text, "folder");
+}
+
 std::optional<std::string> ScriptDialogs::AskSaveFile(const FileQuestion& question) {
-  auto path = TakePath(question);
+  auto path = TakePath(question.title);
   if (path && !PathOf(*path).has_extension()) *path += SuffixOf(question.filter);
   if (observer_.file) observer_.file("save", path.value_or(""));
   return path;

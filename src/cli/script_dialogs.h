@@ -19,8 +19,8 @@ std::optional<MessageAnswer> AnswerOf(std::string_view name);
 // A box or dialog that no fitting answer waits for is answered as closing it would.
 class ScriptDialogs : public Dialogs {
  public:
-  // Told of each box (its text and the answer) and of each file dialog ("open" or "save" and the path, empty
-  // for Cancel), and of what a person could not have answered so.
+  // Told of each box (its text and the answer) and of each file dialog ("open", "save" or "folder" and the
+  // path, empty for Cancel), and of what a person could not have answered so.
   struct Observer {
     std::function<void(const std::string& text, const std::string& answer)> message;
     std::function<void(const std::string& kind, const std::string& path)> file;
@@ -43,9 +43,12 @@ class ScriptDialogs : public Dialogs {
   std::optional<std::string> AskOpenFile(const FileQuestion& question) override;
   // A name without a suffix gets that of the dialog's filter. A file that is there may be overwritten.
   std::optional<std::string> AskSaveFile(const FileQuestion& question) override;
+  // Takes a prepared path likewise; one that is not there is refused.
+  std::optional<std::string> AskFolder(const FolderQuestion& question) override;
 
  private:
-  std::optional<std::string> TakePath(const FileQuestion& question);
+  std::optional<std::string> TakePath(const std::string& title);
+  std::optional<std::string> TakeExisting(const std::string& title, const std::string& kind);
 
   FileSystem& files_;
   Observer observer_;

@@ -89,6 +89,9 @@ void FormView::Build() {
   if (style == WindowStyle::kDialog) {
     static_cast<QVBoxLayout*>(content_->layout())->addStrut(kSmallestDialog);
     content_->layout()->setSizeConstraint(QLayout::SetFixedSize);
+    if (auto* bar = content_->findChild<QMenuBar*>(QString(), Qt::FindDirectChildrenOnly)) {
+      content_->layout()->setMenuBar(bar);
+    }
   }
   for (const auto& binding : built_.bindings) {
     binding->on_size_change = [this] {

@@ -1,6 +1,7 @@
 #include "desktop/qt_dialogs.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -117,17 +118,32 @@ std::optional<std::string> QtDialogs::AskFile(const FileQuestion& question, bool
     dialog.setDefaultSuffix(
         DefaultSuffix(FromQt(chosen.section(" (", 0, 0) + "|" + chosen.section('(', 1).chopped(1))));
   });
-  if (last_folder_.isEmpty()) {
-    last_folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-  }
-  // A folder of the settings may be one that this machine does not have.
-  const QString folder = ToQt(question.folder);
-  dialog.setDirectory(!folder.isEmpty() && QFileInfo(folder).isDir() ? folder : last_folder_);
+  dialog.setDirectory(StartFolder(question.folder));
   if (!question.name.empty()) dialog.selectFile(ToQt(question.name));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   const QString path = dialog.selectedFiles().first();
   last_folder_ = QFileInfo(path).absolutePath();
   return FromQt(path);
+}
+
+QString QtDialogs::StartFolder(const std::string& asked) {
+  // A folder of the settings may be one that this machine does not have.
+  const QString folder = ToQt(asked);
+  if (!folder.isEmpty() && QFileInfo(folder).isDir()) return folder;
+  if (last_folder_.isEmpty()) {
+    last_folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  }
+  return last_folder_;
+}
+
+std::optional<std::string> QtDialogs::AskFolder(const FolderQuestion& question) {
+  QFileDialog dialog(QApplication::activeWindow(), ToQt(question.text));
+  dialog.setFileMode(QFileDialog::Directory);
+  dialog.setOption(QFileDialog::ShowDirsOnly);
+  dialog.setDirectory(StartFolder(question.folder));
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  last_folder_ = dialog.selectedFiles().first();
+  return FromQt(QDir::toNativeSeparators(last_folder_));
 }
 
 }  // namespace vlt

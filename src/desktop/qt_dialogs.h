@@ -18,11 +18,14 @@ class QtDialogs : public Dialogs {
   MessageAnswer Ask(const Message& message) override;
   std::optional<std::string> AskOpenFile(const FileQuestion& question) override;
   std::optional<std::string> AskSaveFile(const FileQuestion& question) override;
+  std::optional<std::string> AskFolder(const FolderQuestion& question) override;
 
  private:
   std::optional<std::string> AskFile(const FileQuestion& question, bool to_save);
 
   std::function<QString(int id)> texts_;
+  // Where a dialog starts that nothing else tells.
+  QString StartFolder(const std::string& asked);
   QString last_folder_;
 };
 

@@ -64,6 +64,7 @@ void ReportNotWritten(App& app, const std::string& path, FileError error) {
 std::string NotReadText(const App& app, const std::string& name, FileError error) {
   return FormatText(app.Text(text::kFileNotRead), {name, app.Text(ReasonId(error, &Reason::reading))});
 }
+int NotReadReason(FileError error) { return ReasonId(error, &Reason::reading); }
 
 int NotWrittenReason(FileError error) { return ReasonId(error, &Reason::writing); }
 

@@ -16,6 +16,9 @@ void ReportSaved(App& app, const std::string& path);
 void ReportNotRead(App& app, const std::string& path, FileError error);
 void ReportNotWritten(App& app, const std::string& path, FileError error);
 
+// Text id of why a file could not be read, for the middle of a sentence. `error` is not kGood.
+int NotReadReason(FileError error);
+
 // Text id of why a file could not be written, for the middle of a sentence. `error` is not kGood.
 int NotWrittenReason(FileError error);
 // "VLT.ini could not be read: there is no such file", with the name as it is given. `error` is not kGood.

@@ -11,6 +11,7 @@
 #include "host/qt_process.h"
 #include "host/std_file_system.h"
 #include "platform/platform.h"
+#include "platform/serial_firmware_port.h"
 
 namespace vlt {
 
@@ -18,15 +19,20 @@ class Host {
  public:
   // `folder` is the program folder, empty for that of the executable.
   Host(const std::string& folder, DeviceOf device_of)
-      : events(clock), process(folder), port(clock, events, std::move(device_of)) {}
+      : events(clock),
+        process(folder),
+        port(clock, events, std::move(device_of)),
+        firmware(clock, events, port) {}
 
-  Platform With(Dialogs& dialogs) { return {clock, events, port, dialogs, files, process}; }
+  Platform With(Dialogs& dialogs) { return {clock, events, port, dialogs, files, process, firmware}; }
 
   QtClock clock;
   QtEventQueue events;
   StdFileSystem files;
   QtProcess process;
   PortSwitch port;
+  // On the same port, so that the boot loader of a simulated meter is the one of the meter on that line.
+  SerialFirmwarePort firmware;
 };
 
 }  // namespace vlt

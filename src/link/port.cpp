@@ -44,16 +44,6 @@ std::string Detail(const App& app, const PortFault& fault, const std::string& se
   return std::to_string(fault.Number());
 }
 
-// A COM number that stands for no device reads "COM3", without empty brackets behind it.
-std::string Reason(const App& app, const PortFault& fault, int port, const std::string& settings) {
-  std::string reason =
-      FormatText(app.Text(ReasonId(app, fault, port)),
-                 {"COM" + std::to_string(port), fault.Device(), Detail(app, fault, settings)});
-  const std::string empty = " ()";
-  if (const std::size_t at = reason.find(empty); at != std::string::npos) reason.erase(at, empty.size());
-  return reason;
-}
-
 void Configure(SerialPort& port, int number, const std::string& settings) {
   port.Open(number, settings);
   port.SetRts(false);
@@ -73,6 +63,17 @@ bool Try(Operation&& operation) {
 
 }  // namespace
 
+// A COM number that stands for no device reads "COM3", without empty brackets behind it.
+// A COM number that stands for no device reads "COM3", without empty brackets behind it.
+std::string PortFaultText(const App& app, const PortFault& fault, int port, const std::string& settings) {
+  std::string reason =
+      FormatText(app.Text(ReasonId(app, fault, port)),
+                 {"COM" + std::to_string(port), fault.Device(), Detail(app, fault, settings)});
+  const std::string empty = " ()";
+  if (const std::size_t at = reason.find(empty); at != std::string::npos) reason.erase(at, empty.size());
+  return reason;
+}
+
 void OpenPort(App& app, int port, const std::string& settings, bool& result) {
   SerialPort& device = app.platform.port;
   result = device.IsOpen();
@@ -86,7 +87,7 @@ void OpenPort(App& app, int port, const std::string& settings, bool& result) {
     app.state.OpenedDevice = device.DeviceBehind(port);
     app.state.OpenedSettings = settings;
   } catch (const PortFault& fault) {
-    app.state.PortFaultReason = Reason(app, fault, port, settings);
+    app.state.PortFaultReason = PortFaultText(app, fault, port, settings);
     Try([&] { device.Close(); });
   }
   app.state.PortIsOpen = result;

@@ -15,6 +15,9 @@ void OpenPort(App& app, int port, const std::string& settings, bool& result);
 // The same with PortNo and CommSettings.
 bool OpenPort(App& app);
 
+// Why a port could not be opened or was lost, in the language in force. `port` is the n of COMn.
+std::string PortFaultText(const App& app, const PortFault& fault, int port, const std::string& settings);
+
 // Closes the port and stands still for 200 ms, so that an adapter comes to rest before it is opened again.
 // `result` is true when the port closed without fault or was not open.
 void ClosePort(App& app, bool& result);

@@ -26,6 +26,11 @@ struct FileQuestion {
   bool ask_before_overwrite = false;
 };
 
+struct FolderQuestion {
+  std::string text;    // what the operator is asked
+  std::string folder;  // where the dialog starts; empty: the last folder used
+};
+
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
@@ -36,6 +41,8 @@ class Dialogs {
   virtual std::optional<std::string> AskOpenFile(const FileQuestion& question) = 0;
   // The full path of a file to write, or nothing when the operator cancels.
   virtual std::optional<std::string> AskSaveFile(const FileQuestion& question) = 0;
+  // The full path of an existing folder, or nothing when the operator cancels.
+  virtual std::optional<std::string> AskFolder(const FolderQuestion& question) = 0;
 };
 
 }  // namespace vlt

@@ -6,6 +6,7 @@
 #include "platform/dialogs.h"
 #include "platform/event_queue.h"
 #include "platform/file_system.h"
+#include "platform/firmware_port.h"
 #include "platform/printer.h"
 #include "platform/process.h"
 #include "platform/serial_port.h"
@@ -19,6 +20,7 @@ struct Platform {
   Dialogs& dialogs;
   FileSystem& files;
   Process& process;
+  FirmwarePort& firmware;
   Printer* printer = nullptr;  // null: this machine cannot print
 };
 

@@ -40,7 +40,6 @@ inline constexpr int kStartBadModel = 3215;
 inline constexpr int kHandlerFault = 3216;
 
 // What this version does not have. %1 the caption of the button or menu that opens it.
-inline constexpr int kFirmwareToolMissing = 3210;
 inline constexpr int kPageMissing = 3211;
 
 // Files. %1 the file's name, %2 one of the reasons below.
@@ -229,5 +228,40 @@ inline constexpr int kSheetNotes = 3827;
 inline constexpr int kSheetPoint = 3828;
 inline constexpr int kSheetFitter = 3829;
 inline constexpr int kSheetDate = 3830;
+// The firmware tool. Captions.
+inline constexpr int kFwDownloadTab = 3840;
+inline constexpr int kFwUploadTab = 3841;
+inline constexpr int kFwFolder = 3842;
+inline constexpr int kFwBrowse = 3843;
+inline constexpr int kFwExecute = 3844;
+inline constexpr int kFwPort = 3845;
+
+// A run of it. kFwImage: %1 bytes, %2 the first digits of the checksum; kFwElapsed: %1 elapsed, %2 expected
+// ("4:16"); kFwToWrite and kFwToCompare: %1 the modules; kFwJournal: %1 the file; kFwNoJournal: %1 the
+// reason.
+inline constexpr int kFwImage = 3846;
+inline constexpr int kFwElapsed = 3847;
+inline constexpr int kFwToWrite = 3848;
+inline constexpr int kFwToCompare = 3849;
+inline constexpr int kFwWillStop = 3850;
+inline constexpr int kFwCancelled = 3851;
+inline constexpr int kFwNotNow = 3852;
+inline constexpr int kFwJournal = 3853;
+inline constexpr int kFwNoJournal = 3854;
+
+// What went wrong in it and what to do next. %1 the module or its file, %2 the port's or the device's words,
+// the index of a byte, bytes received; %3 bytes asked for. kFwTooLong: %1 bytes.
+inline constexpr int kFwNextPort = 3855;
+inline constexpr int kFwNextSilence = 3856;
+inline constexpr int kFwNextBroken = 3857;
+inline constexpr int kFwNextLost = 3858;
+inline constexpr int kFwNextDevice = 3859;
+inline constexpr int kFwNextChanged = 3860;
+inline constexpr int kFwIncomplete = 3861;
+inline constexpr int kFwOtherModule = 3862;
+inline constexpr int kFwEmptyFile = 3863;
+inline constexpr int kFwTooLong = 3864;
+inline constexpr int kFwShortImage = 3865;
+inline constexpr int kFwDiffers = 3866;
 
 }  // namespace vlt::text

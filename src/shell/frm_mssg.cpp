@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "resources/text_ids.h"
+#include "firmware/fw_link.h"
 #include "shell/splash.h"
 
 namespace vlt {
@@ -30,21 +30,18 @@ void frmMssg::Form_Load() {
 
 void frmMssg::cmdDown_Click() {
   Windows& windows = List();
-  if (!windows.IsRegistered(kFirmwareWindow)) {
-    app_.Show(app_.Text(text::kFirmwareToolMissing), MessageIcon::kInformation);
-    return;
-  }
   const SplashVariant* variant = FindSplashVariant(app_.state.ModelCode);
   Form* splash = variant != nullptr ? windows.Find(variant->form) : nullptr;
   if (splash != nullptr) splash->Hide();
   windows.Unload(Name());
+  app_.state.FwEndFlag = 0;
   windows.Load(kFirmwareWindow).Show();
-  // The tool is at its end when its window is gone.
-  while (windows.Find(kFirmwareWindow) != nullptr) {
+  while (app_.state.FwEndFlag == 0) {
     app_.platform.events.GiveWay(app_.platform.clock.NowMs() + kLookAgainMs);
   }
   if (splash != nullptr && windows.Exists(splash)) splash->Show();
-  app_.Show(app_.Text(4370), MessageIcon::kInformation);
+  app_.platform.dialogs.Ask(
+      {.text = app_.Text(4370), .title = kDownloadToolTitle, .icon = MessageIcon::kInformation});
   app_.state.ChoiceResult = 1;
 }
 

@@ -10,7 +10,8 @@ class frmMssg : public Form {
   explicit frmMssg(App& app);
 
   void Form_Load() override;
-  // Runs the firmware tool to its end and sets ChoiceResult to 1. Without the tool it says so and stays.
+  // Runs the firmware tool to its end, shows the splash again and "Normal End", and sets ChoiceResult to 1:
+  // the splash then ends the program.
   void cmdDown_Click();
   // Goes on to the main program: ChoiceResult 2.
   void cmdLoader_Click();

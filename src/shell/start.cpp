@@ -4,6 +4,7 @@
 #include "files/file_report.h"
 #include "files/settings_file.h"
 #include "files/whole_file.h"
+#include "firmware/firmware.h"
 #include "live/live.h"
 #include "pages/pages.h"
 #include "resources/string_table.h"
@@ -91,6 +92,7 @@ void RegisterAllWindows(App& app) {
   RegisterPages(app);
   RegisterLiveWindows(app);
   RegisterCalcWindows(app);
+  RegisterFirmwareWindows(app);
 }
 
 StartResult StartUp(App& app) {

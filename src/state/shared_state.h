@@ -89,6 +89,8 @@ struct SharedState {
   bool TellingFault = false;  // a box about an unforeseen exception is up
   int ChoiceResult = 0;       // frmMssg: 0 pending, 1 the firmware tool ran, 2 go on
   int WaitCancel = 0;         // frmWait: 1 after its Cancel button
+  int FwCancelFlag = 0;       // frmMaint_Wait: 1 after its Cancel button
+  int FwEndFlag = 0;          // 1 when the firmware tool's window is gone; frmMssg waits for it
 
   // Device facts. The settings file keeps the units of the last session; in its tables these are
   // RangeKindCache, RangeUnitCache, TotalUnitCache, OperationModeCache, TemperatureUnitCache (TempUnit),

@@ -57,7 +57,8 @@ struct Session {
   VirtualPlatform machine;
   ProgramEvents events{machine.time};
   ScriptDialogs dialogs{machine.files};
-  Platform platform{machine.time, events, machine.machine.port, dialogs, machine.files, machine.process};
+  Platform platform{machine.time,  events,          machine.machine.port, dialogs,
+                    machine.files, machine.process, machine.firmware};
   App app{platform};
   std::vector<std::string> output;
   std::string trouble;  // "LINE: TEXT"
@@ -467,7 +468,8 @@ TEST(Companion, ItsObserversEndWithIt) {
   machine.files.files["/app/VLT.ini"] = kIni;
   ProgramEvents events{machine.time};
   ScriptDialogs dialogs{machine.files};
-  Platform platform{machine.time, events, machine.machine.port, dialogs, machine.files, machine.process};
+  Platform platform{machine.time,  events,          machine.machine.port, dialogs,
+                    machine.files, machine.process, machine.firmware};
   App app{platform};
   RegisterAllWindows(app);
   int told = 0;

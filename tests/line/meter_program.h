@@ -25,6 +25,7 @@ class AnsweringDialogs : public Dialogs {
   }
   std::optional<std::string> AskOpenFile(const FileQuestion&) override { return std::nullopt; }
   std::optional<std::string> AskSaveFile(const FileQuestion&) override { return std::nullopt; }
+  std::optional<std::string> AskFolder(const FolderQuestion&) override { return std::nullopt; }
 
   std::deque<MessageAnswer> answers;
   std::vector<std::string> texts;

@@ -235,7 +235,8 @@ TEST(Port, NamesTheGroupToJoinAndThePortThatThereIsNot) {
   for (const auto& c : cases) {
     test::VirtualPlatform platform;
     RefusingPort port(platform.time, c.fault);
-    Platform machine{platform.time, platform.time, port, platform.dialogs, platform.files, platform.process};
+    Platform machine{platform.time,    platform.time,    port, platform.dialogs, platform.files,
+                     platform.process, platform.firmware};
     App app(machine);
     app.state.LangOffset = 5000;
     app.state.PortNo = c.port;

@@ -160,7 +160,8 @@ TEST(LongRun, LosesNothingAndDoesNotGrow) {
   WatchedFiles files(port);
   ScriptedDialogs dialogs;
   FakeProcess process;
-  Platform machine{time, time, port, dialogs, files, process};
+  SerialFirmwarePort firmware(time, time, port);
+  Platform machine{time, time, port, dialogs, files, process, firmware};
   App app(machine);
   app.state.LangOffset = 5000;
   app.state.PortNo = "1";

@@ -1,6 +1,6 @@
 #include "shell/splash.h"
 
-#include "resources/text_ids.h"
+#include "firmware/firmware.h"
 #include "shell/version.h"
 #include "shell_fixture.h"
 
@@ -123,33 +123,34 @@ class ChoiceTest : public SplashTest {
   }
 };
 
-TEST_F(ChoiceTest, WithoutTheFirmwareToolOnlyTheLoaderGoesOn) {
+TEST_F(ChoiceTest, TheLoaderGoesOn) {
   Start("VR=T305\r\nLANG_FLAG=1\r\nUSER_INFO=Service\r\n", kLine);
-  platform->dialogs.Answer(MessageAnswer::kOk);
-  PressAt(700, "cmdDown");
   PressAt(60'000, "cmdLoader");
   platform->time.RunFor(500);
-  EXPECT_EQ(platform->dialogs.TakeTexts(), Texts{app->Text(text::kFirmwareToolMissing)});
   EXPECT_EQ(app->windows.Open(), std::vector<Form*>{&app->frame->Window()});
   EXPECT_GT(platform->time.NowMs(), 60'000);
 }
 
 TEST_F(ChoiceTest, TheFirmwareToolRunsToItsEndAndTheProgramWithIt) {
-  app->windows.Register("frmMaint_MAIN", [this] {
-    return std::make_unique<Form>(app->windows, "frmMaint_MAIN", FormPlace::kWindow);
-  });
+  RegisterFirmwareWindows(*app);
   Start("VR=T305\r\nLANG_FLAG=1\r\nUSER_INFO=Factory\r\n", kLine);
   PressAt(700, "cmdDown");
   platform->time.At(90'000, [this] {
     EXPECT_TRUE(IsShown("frmMaint_MAIN"));
     EXPECT_FALSE(IsShown("frmSplash_T305") || IsShown("frmMssg"));
-    app->windows.Unload("frmMaint_MAIN");
+    On<MenuItem>("frmMaint_MAIN", "MENU_COMM").Press();
+    On<PushButton>("frmMaint_MAIN", "cmdQuit").Press();
   });
-  platform->dialogs.Answer(MessageAnswer::kOk, [this] { EXPECT_TRUE(IsShown("frmSplash_T305")); });
+  platform->dialogs.Answer(MessageAnswer::kOk, [this] {
+    EXPECT_TRUE(IsShown("frmSplash_T305"));
+    EXPECT_EQ(app->windows.Open().size(), 1U);
+  });
   platform->time.RunFor(500);
   EXPECT_EQ(platform->dialogs.TakeTexts(), Texts{"Normal End"});
+  EXPECT_EQ(app->state.ChoiceResult, 1);
   EXPECT_TRUE(platform->time.Ended());
   EXPECT_TRUE(app->windows.Open().empty());
+  EXPECT_TRUE(platform->TakeRequests().empty());
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ std::vector<MessageAnswer> AnswersOf(MessageButtons buttons) {
 }  // namespace
 
 ScriptedDialogs::~ScriptedDialogs() {
-  const std::size_t left = answers_.size() + open_paths_.size() + save_paths_.size();
+  const std::size_t left = answers_.size() + open_paths_.size() + save_paths_.size() + folder_paths_.size();
   if (left != 0) ADD_FAILURE() << left << " prepared answers were never asked for";
 }
 
@@ -60,6 +60,17 @@ std::optional<std::string> ScriptedDialogs::AskOpenFile(const FileQuestion& ques
 
 std::optional<std::string> ScriptedDialogs::AskSaveFile(const FileQuestion& question) {
   return TakePath(save_paths_, question);
+}
+
+std::optional<std::string> ScriptedDialogs::AskFolder(const FolderQuestion& question) {
+  folder_questions.push_back(question);
+  if (folder_paths_.empty()) {
+    ADD_FAILURE() << "unexpected folder dialog: " << question.text;
+    return std::nullopt;
+  }
+  auto path = std::move(folder_paths_.front());
+  folder_paths_.pop_front();
+  return path;
 }
 
 std::vector<std::string> ScriptedDialogs::TakeTexts() {

@@ -23,16 +23,19 @@ class ScriptedDialogs : public Dialogs {
   // Paths for the next file dialogs; nothing is Cancel.
   void OpenFile(std::optional<std::string> path) { open_paths_.push_back(std::move(path)); }
   void SaveFile(std::optional<std::string> path) { save_paths_.push_back(std::move(path)); }
+  void Folder(std::optional<std::string> path) { folder_paths_.push_back(std::move(path)); }
 
   MessageAnswer Ask(const Message& message) override;
   std::optional<std::string> AskOpenFile(const FileQuestion& question) override;
   std::optional<std::string> AskSaveFile(const FileQuestion& question) override;
+  std::optional<std::string> AskFolder(const FolderQuestion& question) override;
 
   // The texts shown since the last call.
   std::vector<std::string> TakeTexts();
 
   std::vector<Message> messages;        // all boxes shown
   std::vector<FileQuestion> questions;  // all file dialogs shown
+  std::vector<FolderQuestion> folder_questions;
 
  private:
   struct Prepared {
@@ -45,6 +48,7 @@ class ScriptedDialogs : public Dialogs {
   std::deque<Prepared> answers_;
   Paths open_paths_;
   Paths save_paths_;
+  Paths folder_paths_;
   std::size_t taken_ = 0;
 };
 

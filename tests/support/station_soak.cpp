@@ -1,4 +1,5 @@
 #include "support/station_soak.h"
+#include "platform/serial_firmware_port.h"
 
 #include <algorithm>
 #include <charconv>
@@ -172,7 +173,8 @@ SoakResult SoakStations(const SoakPlan& plan) {
   JudgingFiles files(port);
   ScriptedDialogs dialogs;
   FakeProcess process;
-  Platform machine{time, time, port, dialogs, files, process};
+  SerialFirmwarePort firmware(time, time, port);
+  Platform machine{time, time, port, dialogs, files, process, firmware};
   App app(machine);
   app.state.LangOffset = 5000;
   app.state.PortNo = "1";

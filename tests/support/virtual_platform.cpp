@@ -11,8 +11,10 @@ VirtualPlatform::VirtualPlatform(PortKind kind, const sim::MeterConfig& config)
                   return socket == sockets.end() ? sim::Socket{} : socket->second;
                 }),
       scripted(time),
+      firmware(time, time, kind == PortKind::kSimulated ? static_cast<SerialPort&>(simulated) : scripted),
       machine{time,    time,  kind == PortKind::kSimulated ? static_cast<SerialPort&>(simulated) : scripted,
-              dialogs, files, process} {
+              dialogs, files, process,
+              firmware} {
   line.AddStation(1, config);
   sockets[1] = {.line = &line, .name = "simulator"};
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/platform.h"
+#include "platform/serial_firmware_port.h"
 #include "sim/line.h"
 #include "sim/simulated_port.h"
 #include "support/fake_process.h"
@@ -37,6 +38,7 @@ class VirtualPlatform {
   std::map<int, sim::Socket> sockets;  // what each COM number leads to
   sim::SimulatedPort simulated;
   ScriptedLine scripted;
+  SerialFirmwarePort firmware;
   Platform machine;
 };
 

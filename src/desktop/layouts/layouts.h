@@ -28,5 +28,8 @@ extern const WindowLayout kForm12Layout;
 
 // The table of a form, or null.
 const WindowLayout* FindLayout(std::string_view form);
+extern const WindowLayout kFrmMaintMainLayout;
+extern const WindowLayout kFrmMaintWaitLayout;
+extern const WindowLayout kFrmMaintCommLayout;
 
 }  // namespace vlt

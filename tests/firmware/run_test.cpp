@@ -1,0 +1,256 @@
+// A run as the operator sees it: the wait window, Cancel, closing, the journal, the port.
+#include "firmware/sha256.h"
+#include "firmware_fixture.h"
+
+namespace vlt::test {
+namespace {
+
+class RunTest : public FirmwareTest {
+ protected:
+  // Notes what the wait window says, with the seconds of the run.
+  void Watch() {
+    auto& wait = static_cast<frmMaint_Wait&>(App_().windows.Load("frmMaint_Wait"));
+    wait.lblMssg.Observe([this, &wait] {
+      seen.push_back(std::to_string(Time().NowMs() / 1000) + " " + wait.lblMssg.Caption());
+      values.push_back(wait.pbWait.Value());
+    });
+  }
+  Texts seen;
+  std::vector<int> values;
+};
+
+TEST_F(RunTest, TheWaitWindowFollowsADownload) {
+  File("KRT_CNTL") = GoodFile(0, 38'400);  // ten seconds on the line
+  Watch();
+  Time().At(5000, [&] {
+    EXPECT_EQ(Wait()->lblTitle.Caption(), "SYSTEM EXECUTION MODULE");
+    EXPECT_EQ(Wait()->pbWait.Max(), 4);
+    EXPECT_EQ(Wait()->lblTime.Caption().substr(0, 4), "0:03");
+    EXPECT_NE(Wait()->lblTime.Caption().find("0:12 expected"), std::string::npos)
+        << Wait()->lblTime.Caption();
+    EXPECT_EQ(App_().windows.MousePointer(), kHourglassPointer);
+    // Nothing of the tool can be worked but Cancel.
+    EXPECT_FALSE(Tool().cmdEXE.Press() || Tool().cmdQuit.Press() || Tool().chkModule(1).Tick() ||
+                 Tool().txtDown.Type("x") || Tool().MENU_COMM.Press() || Tool().SSTab1.Select(1) ||
+                 Tool().optSEL_UP(0).Choose());
+    EXPECT_TRUE(Wait()->cmdCan.Enabled());
+  });
+  EXPECT_EQ(Download(0), Texts{kCompleted});
+  EXPECT_EQ(seen, (Texts{"0 Wait ...... DOWNLOAD Start", "2 Wait ...... DOWNLOAD",
+                         "13 Wait ...... DOWNLOAD End", "15 Wait ...... FlashROM IS WRITING IN."}));
+  EXPECT_EQ(values, (std::vector<int>{1, 2, 3, 4}));
+  EXPECT_EQ(Time().NowMs() / 1000, 21);
+  ExpectUsable();
+}
+
+TEST_F(RunTest, TheWaitWindowFollowsAVerificationAndAVersionRead) {
+  File("KRT_BOOT") = Peer().image = GoodFile(1, 2000);
+  Watch();
+  Verify(1);
+  EXPECT_EQ(Wait()->pbWait.Max(), 5);
+  EXPECT_EQ(values, (std::vector<int>{1, 2, 3, 4, 5}));
+  for (std::string& text : seen) text = text.substr(text.rfind("... ") + 4);
+  EXPECT_EQ(seen, (Texts{"UPLOAD Start", "UPLOAD", "VERIFICATION", "UPLOAD End", "UPLOAD Save"}));
+  seen.clear();
+  Peer().image = "V 1.00\r\n";
+  ReadVersion();
+  for (std::string& text : seen) text = text.substr(text.rfind("... ") + 4);
+  EXPECT_EQ(seen, (Texts{"VERSION Start", "UPLOAD", "VERSION End"}));
+  EXPECT_EQ(Wait()->pbWait.Max(), 3);
+}
+
+// A failed module stands as such and the next one is tried; Cancel ends the run before the next module.
+TEST_F(RunTest, ModulesInOrderUntilCancel) {
+  for (const bool cancels : {false, true}) {
+    Reset();
+    for (int i = 0; i < kFwModules; ++i) {
+      File(FwModules()[static_cast<std::size_t>(i)].stem) = GoodFile(i, 2000);
+      Tool().chkModule(i).SetValue(1);
+    }
+    Peer().answer = [this](const std::string& frame) {
+      return frame[1] == 'B' && Peer().frames.size() == 2 ? "no line end" : Peer().Good(frame);
+    };
+    Tool().txtDown.SetText(kFolder);
+    if (cancels) {
+      // Within the second module's data frame, which goes on.
+      Time().At(14'000, [this] {
+        EXPECT_TRUE(Wait()->cmdCan.Press());
+        EXPECT_FALSE(Wait()->lblStop.Caption().empty());
+      });
+    }
+    EXPECT_EQ(Execute(1), Texts{kCompleted});
+    Texts results;
+    for (int i = 0; i < kFwModules; ++i) results.push_back(DownloadResult(i));
+    EXPECT_EQ(results,
+              cancels ? (Texts{"NG", "SUCCESS", "", ""}) : (Texts{"NG", "SUCCESS", "SUCCESS", "SUCCESS"}));
+    EXPECT_EQ(Tool().lblNote.Caption().find("Stopped before") != std::string::npos, cancels);
+    ExpectUsable();
+    // The next run begins afresh.
+    Peer().answer = [this](const std::string& frame) { return Peer().Good(frame); };
+    Execute(1);
+    EXPECT_EQ(DownloadResult(3), "SUCCESS");
+  }
+}
+
+TEST_F(RunTest, TheFilesAreNamedBeforeTheFirstFrame) {
+  const std::string file = GoodFile(0, 38'401);
+  File("KRT_CNTL") = file;
+  Peer().answer = [&](const std::string& frame) {
+    EXPECT_EQ(Tool().lblImage(0).Caption(), "38401 bytes, SHA-256 " + Sha256(file).substr(0, 16) + "...");
+    EXPECT_NE(Tool().lblImage(0).Hint().find(Sha256(file)), std::string::npos);
+    EXPECT_TRUE(Tool().lblNote.Caption().starts_with("To be written: KRT_CNTL"));
+    return Peer().Good(frame);
+  };
+  Download(0);
+  EXPECT_EQ(Peer().frames.size(), 3U);
+}
+
+TEST_F(RunTest, ARunningToolIsNotClosed) {
+  File("KRT_CNTL") = GoodFile(0, 1000);
+  Time().At(2000, [&] {
+    EXPECT_FALSE(App_().windows.Unload("frmMaint_MAIN"));
+    EXPECT_FALSE(App_().windows.Unload("frmMaint_Wait"));
+    EXPECT_TRUE(App_().state.UiLocked);
+    EXPECT_NE(Tool().lblNote.Caption().find("can't be closed during a run"), std::string::npos);
+  });
+  // Nor while its last box is shown.
+  machine->dialogs.Answer(MessageAnswer::kOk, [&] { EXPECT_FALSE(App_().windows.Unload("frmMaint_MAIN")); });
+  EXPECT_EQ(Download(0, 0), Texts{kCompleted});
+  EXPECT_EQ(DownloadResult(0), "SUCCESS");
+  EXPECT_TRUE(Tool().cmdQuit.Press());
+  EXPECT_TRUE(App_().windows.Open().empty());
+  EXPECT_EQ(App_().state.FwEndFlag, 1);
+}
+
+TEST_F(RunTest, TheJournalTellsEachStep) {
+  const std::string file = "KRT_CNTL_KRT1SYS!";
+  File("KRT_CNTL") = file;
+  Peer().answer = [this](const std::string& frame) {
+    return frame[1] == 'C' ? std::string(
+                                 "\x02"
+                                 "EFLASH, PAGE \"3\"\x0C\r\n")
+                           : Peer().Good(frame);
+  };
+  Download(0, 2);
+  const std::string path = "/fw/v12_journal_20261124100000.csv";
+  const std::string of = ",KRT_CNTL,17," + Sha256(file) + ",";
+  EXPECT_EQ(machine->files.files[path],
+            "\xEF\xBB\xBF"
+            "time,module,bytes,sha256,step,outcome,detail\r\n"
+            "2026/11/24 10:00:00.000,,,,run,begun,download\r\n"
+            "2026/11/24 10:00:01.013" +
+                of +
+                "open,good,\r\n"
+                "2026/11/24 10:00:03.028" +
+                of +
+                "data,good,\r\n"
+                "2026/11/24 10:00:05.043" +
+                of +
+                "close,failed,\"error answer: KRT_ERROR : FLASH, PAGE \"\"3\"\"\"\r\n"
+                "2026/11/24 10:00:05.043" +
+                of +
+                "result,NG,\r\n"
+                "2026/11/24 10:00:11.044,,,,run,ended,\r\n");
+  EXPECT_NE(Tool().lblNote.Caption().find(path), std::string::npos);
+}
+
+TEST_F(RunTest, AJournalThatCantBeWrittenIsToldAndStopsNothing) {
+  const std::string beside = "/fw/v12_journal_20261124100000.csv";
+  const std::string within = "/fw/v12/journal_20261124100000.csv";
+  for (const bool folder_too : {false, true}) {
+    Reset();
+    File("KRT_CNTL") = GoodFile(0, 100);
+    machine->files.FailPath(beside, FileError::kNoPermission);
+    if (folder_too) machine->files.FailPath(within, FileError::kFull);
+    Download(0);
+    EXPECT_EQ(DownloadResult(0), "SUCCESS");
+    EXPECT_EQ(machine->files.files.contains(within), !folder_too);
+    const char* note = folder_too ? "could not be written: the disk is full" : "Journal: /fw/v12/journal";
+    EXPECT_NE(Tool().lblNote.Caption().find(note), std::string::npos) << Tool().lblNote.Caption();
+  }
+}
+
+TEST_F(RunTest, AnImageThatCantBeSavedIsTold) {
+  File("KRT_CNTL") = Peer().image = GoodFile(0, 100);
+  for (int second = 0; second < 20; ++second) {
+    const std::string stamp = (second < 10 ? "0" : "") + std::to_string(second);
+    machine->files.FailPath("/fw/v12/KRT_CNTL_202611241000" + stamp + ".bin", FileError::kFull);
+  }
+  Verify(0);
+  EXPECT_EQ(VerifyResult(0), "SUCCESS");
+  EXPECT_NE(Tool().lblNote.Caption().find("could not be written: the disk is full"), std::string::npos);
+}
+
+TEST_F(RunTest, PortsThatCantBeOpenedSayWhy) {
+  for (const auto& [code, words] : {std::pair(PortFaultCode::kMissing, "is not there"),
+                                    std::pair(PortFaultCode::kBusy, "in use by another program"),
+                                    std::pair(PortFaultCode::kNoPermission, "No permission"),
+                                    std::pair(PortFaultCode::kSettings, "38400,N,8,1")}) {
+    Reset();
+    File("KRT_CNTL") = GoodFile(0, 100);
+    Peer().refuses_to_open = code;
+    Download(0);
+    EXPECT_EQ(DownloadResult(0), "NG");
+    EXPECT_NE(Tool().lblNote.Caption().find(words), std::string::npos) << Tool().lblNote.Caption();
+    EXPECT_TRUE(Peer().frames.empty());
+    ReadVersion();
+    EXPECT_EQ(Tool().txtVer.Text(), "Error");
+    ExpectUsable();
+  }
+}
+
+TEST_F(RunTest, FoldersComeFromTheDialog) {
+  machine->dialogs.Folder(kFolder + std::string("\0rest", 5));
+  machine->dialogs.Folder(std::nullopt);
+  Tool().cmdFolder.Press();
+  EXPECT_EQ(Tool().txtDown.Text(), kFolder);
+  Tool().txtUp.SetText("/kept");
+  Tool().cmdUP.Press();
+  EXPECT_EQ(Tool().txtUp.Text(), "/kept");
+  EXPECT_EQ(machine->dialogs.folder_questions[0].text, "Please choose a folder.");
+}
+
+TEST_F(RunTest, ThePortIsChosenAndKept) {
+  machine->files.files["/app/VLT.ini"] = "[COMM]\r\nPORT=1\r\nSPEED=9600\r\n[PORTS]\r\nCOM7=/dev/ttyUSB0\r\n";
+  auto port = [&]() -> frmMaint_COMM& {
+    Tool().MENU_COMM.Press();
+    return static_cast<frmMaint_COMM&>(App_().windows.Load("frmMaint_COMM"));
+  };
+  EXPECT_EQ(port().cmbComm.Count(), 10);
+  EXPECT_EQ(port().cmbComm.Text(), "COM1");
+  port().cmbComm.Choose(3);
+  port().cmdCan.Press();
+  EXPECT_EQ(App_().state.PortNo, "1");
+  port().cmbComm.Choose(6);
+  port().cmdOK.Press();
+  EXPECT_EQ(App_().windows.Find("frmMaint_COMM"), nullptr);
+  EXPECT_EQ(App_().state.PortNo, "7");
+  EXPECT_EQ(Tool().Link.FwPortName, "COM7");
+  EXPECT_EQ(Tool().StatusBar1.Panel(1), "COM7   /dev/ttyUSB0");
+  EXPECT_EQ(machine->files.files["/app/VLT.ini"],
+            "[COMM]\r\nPORT=7\r\nSPEED=9600\r\n[PORTS]\r\nCOM7=/dev/ttyUSB0\r\n");
+  // A settings file that can't be written is told; the port is in force all the same.
+  machine->files.FailPath("/app/VLT.ini", FileError::kNoPermission);
+  port().cmbComm.Choose(1);
+  port().cmdOK.Press();
+  EXPECT_EQ(Tool().Link.FwPortName, "COM2");
+  EXPECT_NE(Tool().lblNote.Caption().find("VLT.ini"), std::string::npos);
+  // No port chosen yet: nothing is taken over.
+  App_().state.PortNo = "0";
+  auto& none = port();
+  EXPECT_EQ(none.cmbComm.ListIndex(), -1);
+  none.cmdOK.Press();
+  EXPECT_EQ(App_().state.PortNo, "0");
+  EXPECT_TRUE(none.Visible());
+}
+
+TEST_F(RunTest, FontsFollowTheSystemsLanguage) {
+  EXPECT_EQ(Tool().cmdEXE.GetFont(), (Font{"Times New Roman", 9, false}));
+  Reset();
+  App_().windows.Unload("frmMaint_MAIN");
+  App_().state.LocaleId = 1041;
+  EXPECT_EQ(Tool().cmdEXE.GetFont(), (Font{"ＭＳ ゴシック", 9, false}));
+}
+
+}  // namespace
+}  // namespace vlt::test
