@@ -89,7 +89,7 @@ class Session : public ::testing::Test {
       : meter({"--log", folder.filePath("frames.log"), "speed=38400"}),
         host(folder.path().toStdString(), [this](int) { return meter.Port(); }),
         line(host),
-        machine{line, line, line, dialogs, host.files, host.process},
+        machine{line, line, line, dialogs, host.files, host.process, host.firmware},
         app(machine) {
     QFile ini(folder.filePath("VLT.ini"));
     EXPECT_TRUE(ini.open(QIODevice::WriteOnly));
