@@ -4,7 +4,8 @@
 
 namespace vlt {
 
-Drawing::Drawing(Form& form, std::string name) : Control(form, ControlKind::kDrawing, std::move(name)) {}
+Drawing::Drawing(ControlOwner& owner, std::string name)
+    : Control(owner, ControlKind::kDrawing, std::move(name)) {}
 
 void Drawing::SetSheet(Sheet sheet) {
   if (note_.empty() && sheet_ == sheet) return;

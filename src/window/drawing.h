@@ -8,7 +8,7 @@ namespace vlt {
 
 class Drawing : public Control {
  public:
-  Drawing(Form& form, std::string name);
+  Drawing(ControlOwner& owner, std::string name);
 
   const Sheet& Shown() const { return sheet_; }
   // A new sheet; the note goes.
