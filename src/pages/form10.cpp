@@ -45,6 +45,8 @@ Form10::Form10(App& app)
   LINING_MATERIALCombo.on_click = [this] { LINING_MATERIALCombo_Click(); };
   CmdBtnClear.on_click = [this] { AdjustZero(CmdBtnClear, kClear, kClearQuestion); };
   CmdBtnAdjust.on_click = [this] { AdjustZero(CmdBtnAdjust, kSetZero, kSetZeroQuestion); };
+  AddColumn(Heat.Parts(), Heat);
+  Heat.SetUp();
 }
 
 std::vector<Field> Form10::Table() {
@@ -76,6 +78,8 @@ void Form10::BuildLists() {
 
 void Form10::Form_Load() {
   SetParameter2.SetTab(0);
+  // Until the captions come, a coefficient has room for one character less.
+  for (TextBox* coefficient : {&Heat.HTEMPCONVText, &Heat.CTEMPCONVText}) coefficient->SetMaxLength(5);
   ParameterPage::Form_Load();
   chooser_.Show();
   // With nothing selected the dependent parameters rest as their lists say.
@@ -87,9 +91,19 @@ void Form10::Form_Load() {
 void Form10::Form_Activate() {
   chooser_.Show();
   chooser_.EnableAll(AskChannelConfig(app(), *this) == ChannelConfig::kTwoPipes);
-  SetParameter2.SetTabEnabled(1, MayHaveHeat(app().state));
+  ShowHeatTab(MayHaveHeat(app().state));
   // Behind the lock, which releases every button.
   ParameterPage::Form_Activate();
+}
+
+// A tab that is not there any more is left.
+void Form10::ShowHeatTab(bool there) {
+  if (!there) SetParameter2.SetTab(0);
+  SetParameter2.SetTabEnabled(1, there);
+}
+
+bool Form10::IsMasterBox(const Control& control) const {
+  return &control == &Heat.chkCheckHeat || ParameterPage::IsMasterBox(control);
 }
 
 void Form10::EnableCommands(bool enabled) {
@@ -106,7 +120,11 @@ void Form10::C01_SECHI_FrmInit() {
                    {&ChannelSelect(1), 183},
                    {&FrameZero, kZeroName},
                    {&CmdBtnClear, 3880},
-                   {&CmdBtnAdjust, 1911}});
+                   {&CmdBtnAdjust, 1911},
+                   {&Heat.ReadParameterHeat, 2030},
+                   {&Heat.SetParameterHeat, 1650},
+                   {&Heat.SaveParameterHeat, 2140},
+                   {&Heat.chkCheckHeat, text::kSelectAll}});
 }
 
 bool Form10::Check_On() { return SENSOR_SPACINGCheck.Ticked() || column().IsAnyTicked(); }

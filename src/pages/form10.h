@@ -1,8 +1,9 @@
 // Process setting: pipe, lining, fluid and sensor of a channel, the sensor spacing that the meter computes
-// from them, and the zero adjustment.
+// from them, and the zero adjustment. A tab of its own holds the heat calculation.
 #pragma once
 
 #include "pages/chooser.h"
+#include "pages/heat_column.h"
 #include "pages/parameter_page.h"
 
 namespace vlt {
@@ -17,6 +18,7 @@ class Form10 : public ParameterPage {
   void Taihi_Form10() { ParameterPage::Taihi(); }
   void Taihi() override { Taihi_Form10(); }
   bool IsChoice(const Control& control) const override { return chooser_.Has(control); }
+  bool IsMasterBox(const Control& control) const override;
   void Form_Load() override;
   void Form_Activate() override;
 
@@ -64,6 +66,8 @@ class Form10 : public ParameterPage {
   ControlArray<Label> Label5{*this, "Label5", Indexes(1)};
   TextBox SENSOR_SPACING2Text{*this, "SENSOR_SPACING2Text"};
 
+  HeatColumn Heat{app(), *this};
+
  private:
   std::vector<Field> Table();
   // True when the spacing or any enabled parameter is ticked.
@@ -76,6 +80,7 @@ class Form10 : public ParameterPage {
   void BuildLists() override;
   void EnableCommands(bool enabled) override;
 
+  void ShowHeatTab(bool there);
   void ChannelSelect_Click(int index);
   void PIPE_MATERIALCombo_Click();
   void KIND_OF_FLUIDCombo_Click();

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "pages/form10.h"
+#include "pages/form11.h"
 #include "pages/form2.h"
 #include "pages/form3.h"
 #include "pages/form4.h"
@@ -20,6 +21,7 @@ void Register(App& app, const char* name) {
 
 void RegisterPages(App& app) {
   Register<Form10>(app, "Form10");
+  Register<Form11>(app, "Form11");
   Register<Form2>(app, "Form2");
   Register<Form3>(app, "Form3");
   Register<Form4>(app, "Form4");

@@ -340,7 +340,7 @@ bool ParameterColumn::Judge(const WritePlan& plan) {
   const Field* refused = plan.Refused();
   if (refused == nullptr) return true;
   refused->Mark(TextFaultText(app_, *refused, plan.Fault()));
-  app_.Status(app_.Text(text::kErrorOccurred) + " " + rules_.FailureName(*refused) + ": " +
+  app_.Status(app_.Text(text::kErrorOccurred) + " " + rules_.StatusName(*refused) + ": " +
               TextFaultText(app_, *refused, plan.Fault()));
   refused->text->SelectAll();
   refused->text->SetFocus();
@@ -387,7 +387,7 @@ bool ParameterColumn::Send(const PlannedWrite& write) {
   }
   const std::string reason = WriteFailureText(app_, result);
   if (write.field != nullptr) write.field->Mark(reason);
-  app_.Status(write.name + ": " + reason);
+  app_.Status((write.field != nullptr ? rules_.StatusName(*write.field) : write.name) + ": " + reason);
   return app_.AskOkCancel(write.name + " " + app_.Text(parts_.not_set) + "\n" +
                           app_.Text(text::kContinueQuestion));
 }

@@ -61,6 +61,9 @@ class ColumnRules {
   virtual bool ReadsBack() { return true; }
   // The name of a field in the failure box.
   virtual std::string FailureName(const Field& field);
+  // Its name in the status line; by default the same. A page that has the same caption twice tells the two
+  // apart here.
+  virtual std::string StatusName(const Field& field) { return FailureName(field); }
 
  protected:
   ParameterColumn& column() const { return *column_; }

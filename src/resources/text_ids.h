@@ -98,6 +98,11 @@ inline constexpr int kGroupLining = 3261;
 inline constexpr int kGroupFluid = 3262;
 inline constexpr int kGroupSensor = 3263;
 
+// Transit time: a tab and two groups.
+inline constexpr int kWaveform = 3315;
+inline constexpr int kGroupSending = 3316;
+inline constexpr int kGroupReceiving = 3317;
+
 // Buttons and options.
 inline constexpr int kYes = 3270;
 inline constexpr int kNo = 3271;

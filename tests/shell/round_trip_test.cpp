@@ -8,7 +8,7 @@ namespace vlt::test {
 namespace {
 
 constexpr const char* kFile = "/data/pipe 7.ini";
-constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5"};
+constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5", "Form11"};
 
 // What a person sees of every control: text, selection, caption of units.
 using Picture = std::map<std::string, std::string>;

@@ -7,6 +7,12 @@ namespace {
 
 using namespace layout;
 
+// Text ids of groups on the energy tab.
+constexpr int kUnitName = 4680;
+constexpr int kCoolingName = 532;
+constexpr int kHeatingName = 533;
+constexpr int kBothName = 534;
+
 constexpr LayoutItem kItems[] = {
     Tabs("SetParameter2"),
     Tab(),
@@ -43,6 +49,48 @@ constexpr LayoutItem kItems[] = {
     Space(),
     Strip("chkCheck", ">", "ReadParameter", "SetParameter", "SaveParameter"),
     Tab(),
+    Columns(),
+    Column(),
+    TitledGroup(kUnitName),
+    Row("TEMPERATURECheck", "TEMPERATURECombo"),
+    Row("HEAT_FLOW_RATECheck", "HEAT_FLOW_RATECombo"),
+    Row("HEAT_FLOW_RATE_SekisanCheck", "HEAT_FLOW_RATE_SekisanCombo"),
+    End(),
+    Box(),
+    Row("MODECheck", "MODECombo"),
+    Row("RUNCheck", "RUNCombo"),
+    End(),
+    TitledGroup(kCoolingName),
+    Row("CTEMPCONVCheck", "CTEMPCONVText", ""),
+    End(),
+    TitledGroup(kHeatingName),
+    Row("HTEMPCONVCheck", "HTEMPCONVText", ""),
+    End(),
+    TitledGroup(kBothName),
+    Row("SWITCH_TEMPERATURECheck", "SWITCH_TEMPERATUREText", "lblTemp(0)"),
+    Row("HYSTERESISCheck", "HYSTERESISText", "lblTemp(1)"),
+    End(),
+    Column(),
+    Box(),
+    Row("TEMPERATURE_INPUT_SIGNALCheck", "TEMPERATURE_INPUT_SIGNALCombo"),
+    End(),
+    Box(),
+    Row("SUPPLY_TEMPERATURECheck", "SUPPLY_TEMPERATURECombo"),
+    Row("SET_UP_SUPPLY_TEMPERATURECheck", "SET_UP_SUPPLY_TEMPERATUREText", "lblTemp(2)"),
+    Row("SUPPLY_TEMP_ZEROCheck", "SUPPLY_TEMP_ZEROText", "lblTemp(4)"),
+    Row("SUPPLY_TEMP_SPANCheck", "SUPPLY_TEMP_SPANText", "lblPer(0)"),
+    Row("SUPPLY_TEMP_FILTERCheck", "SUPPLY_TEMP_FILTERText", "lblSec(0)"),
+    End(),
+    Box(),
+    Row("RETURNER_TEMPERATURECheck", "RETURNER_TEMPERATURECombo"),
+    Row("SET_UP_RETURNER_TEMPERATURECheck", "SET_UP_RETURNER_TEMPERATUREText", "lblTemp(3)"),
+    Row("RETURNER_TEMP_ZEROCheck", "RETURNER_TEMP_ZEROText", "lblTemp(5)"),
+    Row("RETURNER_TEMP_SPANCheck", "RETURNER_TEMP_SPANText", "lblPer(1)"),
+    Row("RETURNER_TEMP_FILTERCheck", "RETURNER_TEMP_FILTERText", "lblSec(1)"),
+    End(),
+    End(),
+    Space(),
+    Strip("chkCheckHeat", ">", "ReadParameterHeat", "SetParameterHeat", "SaveParameterHeat"),
     End(),
 };
 

@@ -6,7 +6,7 @@ namespace {
 constexpr const WindowLayout* kLayouts[] = {
     &kMDIForm1Layout, &kSplashLayout,  &kSplashT305Layout, &kSplashK410Layout, &kFrmMssgLayout,
     &kFrmAboutLayout, &kFrmWaitLayout, &kForm2Layout,      &kForm3Layout,      &kForm4Layout,
-    &kForm5Layout,    &kForm8Layout,   &kForm9Layout,      &kForm10Layout,
+    &kForm5Layout,    &kForm8Layout,   &kForm9Layout,      &kForm10Layout,     &kForm11Layout,
 };
 
 }  // namespace

@@ -19,6 +19,7 @@ extern const WindowLayout kForm5Layout;
 extern const WindowLayout kForm8Layout;
 extern const WindowLayout kForm9Layout;
 extern const WindowLayout kForm10Layout;
+extern const WindowLayout kForm11Layout;
 
 // The table of a form, or null.
 const WindowLayout* FindLayout(std::string_view form);

@@ -1,0 +1,54 @@
+// Transit time: details of a path; condition and waves on tabs of their own.
+#include "desktop/layouts/layouts.h"
+#include "resources/text_ids.h"
+
+namespace vlt {
+namespace {
+
+using namespace layout;
+
+constexpr LayoutItem kItems[] = {
+    Tabs("DetailTabs"),
+    Tab(),
+    Strip("lblChannel", "DetailChSelect(0)", "DetailChSelect(1)", ">"),
+    Columns(),
+    Column(),
+    TitledGroup(text::kGroupSending),
+    Row("SendPatternCheck", "SendPatternCombo"),
+    Row("SendCountCheck", "SendCountCombo"),
+    Row("MeasureMethodCheck", "MeasureMethodCombo"),
+    Row("chkTRWaitTim", "txtTRWaitTim", "", "lblTRWaitTimUnit"),
+    End(),
+    TitledGroup(text::kGroupReceiving),
+    Row("SaturateLevelCheck", "SaturateLevelInput", "SaturateLevelUpDown", ""),
+    Row("ReceiveBalanceCheck", "ReceiveBalanceInput", "ReceiveBalanceUpDown", ""),
+    Row("ReceivePeakCheck", "ReceivePeakCombo"),
+    End(),
+    Column(),
+    Box(),
+    Strip("TriggerLevelCheck", ">", "TriggerLevelCtlAutoOption", "TriggerLevelCtlManualOption"),
+    Row("lblTriggerLevel", "TriggerLevelInput", "TriggerLevelUpDown", "lblTriggerLevelUnit"),
+    End(),
+    Box(),
+    Strip("WindowTimeCheck", ">", "WindowTimeCtlAutoOption", "WindowTimeCtlManualOption"),
+    Row("lblOpenTimeF", "OpenTimeFInput", "", "lblOpenTimeUnit(0)"),
+    Row("lblOpenTimeR", "OpenTimeRInput", "", "lblOpenTimeUnit(1)"),
+    End(),
+    Box(),
+    Strip("AgcCheck", ">", "AgcCtlAutoOption", "AgcCtlManualOption"),
+    Row("lblAgcForward", "AgcForwardInput", "", "lblAgcUnit(0)"),
+    Row("lblAgcReverse", "AgcReverseInput", "", "lblAgcUnit(1)"),
+    End(),
+    End(),
+    Space(),
+    Strip("chkCheck", ">", "ReadParameter", "SetParameter", "SaveParameter"),
+    Tab(),
+    Tab(),
+    End(),
+};
+
+}  // namespace
+
+constinit const WindowLayout kForm11Layout{"Form11", WindowStyle::kPage, kItems};
+
+}  // namespace vlt

@@ -1,0 +1,306 @@
+#include "pages/form11.h"
+
+#include "link/operation.h"
+#include "page_fixture.h"
+
+namespace vlt::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+constexpr const char* kBlock = "03 01 8E 00 0F";
+constexpr const char* kMode = "03 00 3E 00 01";
+
+Form11& Open(PageTest& test) { return test.Open<Form11>("Form11"); }
+
+void FillAll(Form11& page) {
+  page.chkCheck.Tick();
+  page.SendPatternCombo.Choose(5);
+  page.SendCountCombo.Choose(3);
+  page.MeasureMethodCombo.Choose(1);
+  page.SaturateLevelInput.Type("81");
+  page.ReceiveBalanceInput.Type("24");
+  page.ReceivePeakCombo.Choose(3);
+  page.TriggerLevelCtlManualOption.Choose();
+  page.TriggerLevelInput.Type("45.9");
+  page.WindowTimeCtlManualOption.Choose();
+  page.OpenTimeFInput.Type("71");
+  page.OpenTimeRInput.Type("-72");
+  page.AgcCtlManualOption.Choose();
+  page.AgcForwardInput.Type("55.559");
+  page.AgcReverseInput.Type("0.29");
+  page.txtTRWaitTim.Type("4");
+}
+
+TEST(Form11, FullSetOfEachShapeWritesWordByWordAndReadsBackInOneBlock) {
+  const Texts expected = {
+      "10 01 A0 00 01 02 00 05",
+      "10 01 8E 00 01 02 00 04",  // 64 transmissions: the fourth entry counts from 1
+      "10 01 9C 00 01 02 00 01", "10 01 9A 00 01 02 00 51",
+      "10 01 9E 00 01 02 00 18", "10 01 A8 00 01 02 00 03",
+      "10 01 90 00 01 02 00 01",
+      "10 01 92 00 01 02 00 2D",  // cut to an integer
+      "10 01 94 00 01 02 00 01", "10 01 96 00 01 02 00 47",
+      "10 01 98 00 01 02 FF B8", "10 01 A2 00 01 02 00 01",
+      "10 01 A4 00 01 02 15 B3",  // 55.559 is 5555
+      "10 01 A6 00 01 02 00 1D",  // 0.29 is 29, not 28
+      "10 01 AA 00 01 02 00 04", kBlock,
+  };
+  for (const Shape& shape : {kSingleModel, kOnePath, kTwoPaths, kTwoPipes}) {
+    for (const int channel : {0, 1}) {
+      SCOPED_TRACE(std::string(shape.name) + ", channel " + std::to_string(channel));
+      PageTest test(shape);
+      Form11& page = Open(test);
+      const bool two = shape.path_mode != 0 && shape.specification == kFull;
+      EXPECT_EQ(page.DetailChSelect(1).Enabled(), two);
+      if (channel == 1 && !two) continue;
+      page.DetailChSelect(channel).Choose();
+      FillAll(page);
+      page.SetParameter.Press();
+      Texts all = Moved(expected, channel == 0 ? 0 : 0x1300);
+      all.push_back(kMode);
+      EXPECT_EQ(test.Requests(), all);
+      EXPECT_EQ(page.AgcForwardInput.Text(), "55.55");
+      EXPECT_EQ(page.AgcReverseInput.Text(), "0.29");
+      EXPECT_EQ(page.OpenTimeRInput.Text(), "-72");
+      EXPECT_EQ(page.SendCountCombo.Text(), "64");
+      EXPECT_EQ(test.test.StatusText(), "Setting of detailed setup was completed ");
+      EXPECT_FALSE(test.app().state.UiLocked);
+    }
+  }
+}
+
+TEST(Form11, TransmissionCountsFollowTheOperationMode) {
+  struct Case {
+    int mode;
+    int word;
+    int index;
+    const char* count;
+    const char* written;
+  };
+  for (const Case& c : {Case{0, 0, -1, "", ""}, Case{0, 1, 0, "8", "00 01"}, Case{0, 6, 5, "256", "00 06"},
+                        Case{0, 7, -1, "", ""}, Case{1, 0, 0, "4", "00 00"}, Case{1, 5, 5, "128", "00 05"}}) {
+    SCOPED_TRACE(std::to_string(c.mode) + ": " + std::to_string(c.word));
+    PageTest test(kOnePath);
+    Form11& page = Open(test);
+    page.SendCountCheck.Tick();
+    test.meter().holding().PutWord(0x003E, c.mode);
+    test.meter().holding().PutWord(0x018E, c.word);
+    page.ReadParameter.Press();
+    EXPECT_EQ(test.Requests(), (Texts{kBlock, kMode}));
+    EXPECT_EQ(page.SendCountCombo.ListIndex(), c.index);
+    EXPECT_EQ(page.SendCountCombo.Text(), c.count);
+    if (c.index < 0) continue;
+    page.SetParameter.Press();
+    EXPECT_EQ(test.Requests().front(), std::string("10 01 8E 00 01 02 ") + c.written);
+  }
+  // The mode changes while the page is away: the count stays the same, not its place.
+  PageTest test(kOnePath);
+  Form11& page = Open(test);
+  for (const auto& [mode, index] : {std::pair(1, 3), std::pair(0, 2)}) {
+    page.SendCountCombo.SetListIndex(mode == 1 ? 2 : 3);
+    test.app().state.OperationMode = mode;
+    page.Show();
+    EXPECT_EQ(page.SendCountCombo.ListIndex(), index);
+    EXPECT_EQ(page.SendCountCombo.Text(), "32");
+  }
+  // No answer about the mode counts as the ordinary one.
+  test.app().state.OperationMode = 1;
+  page.Show();
+  page.SendCountCheck.Tick();
+  test.test.platform.Arm("silence@003EH*ever");
+  page.ReadParameter.Press();
+  EXPECT_EQ(page.SendCountCombo.Text(), "128");
+  const int counts[] = {8, 16, 32, 64, 128, 256};
+  for (int i = 0; i < 6; ++i) EXPECT_EQ(Form11::CSIndex_SendKaisu(counts[i]), i);
+  for (const int count : {4, 0, 9, 512}) EXPECT_EQ(Form11::CSIndex_SendKaisu(count), -1);
+}
+
+TEST(Form11, WhatTheMeterFindsByItselfIsShownAndNotSent) {
+  PageTest test(kOnePath);
+  Form11& page = Open(test);
+  for (CheckBox* box : {&page.TriggerLevelCheck, &page.WindowTimeCheck, &page.AgcCheck}) box->Tick();
+  EXPECT_FALSE(page.TriggerLevelInput.Enabled()) << "automatic until something else is known";
+  test.meter().holding().PutWord(0x0194, 5);  // any number but 0 is by hand
+  page.ReadParameter.Press();
+  EXPECT_EQ(test.Requests(), Texts{kBlock});
+  struct Case {
+    OptionButton* by_itself;
+    OptionButton* by_hand;
+    TextBox* input;
+    const char* text;
+    bool manual;
+  };
+  for (const Case& c :
+       {Case{&page.TriggerLevelCtlAutoOption, &page.TriggerLevelCtlManualOption, &page.TriggerLevelInput,
+             "50", false},
+        Case{&page.WindowTimeCtlAutoOption, &page.WindowTimeCtlManualOption, &page.OpenTimeRInput, "70",
+             true},
+        Case{&page.AgcCtlAutoOption, &page.AgcCtlManualOption, &page.AgcForwardInput, "55.00", false}}) {
+    EXPECT_EQ(c.input->Text(), c.text);
+    EXPECT_EQ(c.by_hand->Value(), c.manual);
+    EXPECT_EQ(c.by_itself->Value(), !c.manual);
+    EXPECT_EQ(c.input->Enabled(), c.manual);
+  }
+  EXPECT_FALSE(page.TriggerLevelUpDown.Enabled());
+  page.WindowTimeCtlAutoOption.Choose();
+  page.OpenTimeFInput.SetText("no number");  // nobody sends it
+  page.SetParameter.Press();
+  EXPECT_EQ(test.Requests(),
+            (Texts{"10 01 90 00 01 02 00 00", "10 01 94 00 01 02 00 00", "10 01 A2 00 01 02 00 00", kBlock}));
+
+  page.TriggerLevelCtlManualOption.Choose();
+  EXPECT_TRUE(page.TriggerLevelInput.Enabled());
+  page.TriggerLevelUpDown.Up();
+  page.TriggerLevelUpDown.Up();
+  page.TriggerLevelUpDown.Down();
+  EXPECT_EQ(page.TriggerLevelInput.Text(), "51");
+  page.TriggerLevelInput.Type("");
+  page.TriggerLevelUpDown.Down();
+  EXPECT_EQ(page.TriggerLevelInput.Text(), "-1");
+  page.TriggerLevelInput.Type("-32768");
+  page.TriggerLevelUpDown.Down();
+  EXPECT_EQ(page.TriggerLevelInput.Text(), "-32768");
+  page.TriggerLevelInput.Type("1-2");
+  page.TriggerLevelUpDown.Up();
+  EXPECT_EQ(page.TriggerLevelInput.Text(), "1-2");
+  EXPECT_EQ(test.Requests(), Texts{}) << "the arrows send nothing";
+  page.TriggerLevelCheck.Untick();
+  EXPECT_FALSE(page.TriggerLevelInput.Enabled() || page.TriggerLevelUpDown.Enabled() ||
+               page.TriggerLevelCtlManualOption.Enabled());
+}
+
+TEST(Form11, ASecondChannelThatIsNotThereIsRefused) {
+  for (const Shape& shape : {kSingleModel, kOnePath}) {
+    PageTest test(shape);
+    test.app().state.DetailChannel = 1;  // left there by an earlier session
+    Form11& page = Open(test);
+    page.SaturateLevelCheck.Tick();
+    for (PushButton* button : {&page.ReadParameter, &page.SetParameter}) {
+      test.dialogs().Answer(MessageAnswer::kOk);
+      button->Press();
+      EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Please choose CH correctly."});
+    }
+    EXPECT_EQ(test.Requests(), Texts{});
+    page.SaturateLevelCheck.Untick();
+    page.ReadParameter.Press();
+    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{}) << "nothing ticked, nothing said";
+  }
+}
+
+TEST(Form11, FailuresAreToldAndThePageStaysUsable) {
+  PageTest test(kTwoPaths);
+  Form11& page = Open(test);
+  page.SaturateLevelCheck.Tick();
+  page.TriggerLevelCheck.Tick();
+  page.TriggerLevelCtlManualOption.Choose();
+  page.SaturateLevelInput.Type("60");
+  page.TriggerLevelInput.Type("40000");
+  page.SetParameter.Press();
+  EXPECT_EQ(test.Requests(), Texts{});
+  EXPECT_EQ(test.test.StatusText(),
+            "\nAn error has occurred. TRIGGER LEVEL: the meter's register holds -32768 to 32767");
+  page.TriggerLevelInput.Type("40");
+
+  for (const char* fault : {"exception=3@0190H*4", "wrong-echo@0190H", "silence@0190H*4"}) {
+    SCOPED_TRACE(fault);
+    test.test.platform.Arm(fault);
+    test.dialogs().Answer(MessageAnswer::kCancel);
+    page.SetParameter.Press();
+    EXPECT_EQ(test.dialogs().TakeTexts(),
+              Texts{"TRIGGER CONTROL A setup was not completed\nDoes it continue?"});
+    EXPECT_EQ(test.Requests().front(), "10 01 9A 00 01 02 00 3C");
+    EXPECT_EQ(test.test.StatusText().find("Setting of detailed setup was completed"), 0u);
+    EXPECT_EQ(page.TriggerLevelInput.Text(), "40");
+    EXPECT_FALSE(test.app().state.UiLocked);
+  }
+  page.TriggerLevelInput.SetText("41");
+  test.test.platform.Arm("silence*ever");
+  test.dialogs().Answer(MessageAnswer::kOk);
+  page.ReadParameter.Press();
+  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"The error occurred at the time of communication"});
+  EXPECT_EQ(test.test.StatusText(), "Reading of detailed setup was completed [NO RESPONSE ERROR]");
+  EXPECT_EQ(page.TriggerLevelInput.Text(), "41");
+  EXPECT_TRUE(page.ReadParameter.Enabled());
+
+  bool closed = false;
+  ClosePort(test.app(), closed);
+  test.app().state.PortNo = "7";
+  test.dialogs().Answer(MessageAnswer::kOk);
+  page.SetParameter.Press();
+  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"The error occurred at the time of communication"});
+  EXPECT_FALSE(test.app().state.UiLocked);
+}
+
+// Stands for the tab of the waves.
+class WaveOptions : public FormPart {
+ public:
+  using FormPart::FormPart;
+  OptionButton ForwardReceiveOption{Whole(), "ForwardReceiveOption", Control::kNoIndex, "wave"};
+  OptionButton ReverseReceiveOption{Whole(), "ReverseReceiveOption", Control::kNoIndex, "wave"};
+  OptionButton ForwardFilterOption{Whole(), "ForwardFilterOption", Control::kNoIndex, "wave"};
+  OptionButton ReverseFilterOption{Whole(), "ReverseFilterOption", Control::kNoIndex, "wave"};
+  OptionButton CorrelationCalOption{Whole(), "CorrelationCalOption", Control::kNoIndex, "wave"};
+};
+
+TEST(Form11, KindsOfWaveFollowTheMeasuringMethod) {
+  PageTest test(kTwoPipes);
+  test.app().windows.RegisterPart("Form11", [](Form& whole) { return std::make_unique<WaveOptions>(whole); });
+  Form11& page = Open(test);
+  auto& waves = *page.Part<WaveOptions>();
+  waves.CorrelationCalOption.SetValue(true);
+  page.MeasureMethodCheck.Tick();
+  for (const int method : {2, 1, 0}) {
+    test.meter().holding().PutWord(0x019C, method);
+    page.ReadParameter.Press();
+    EXPECT_EQ(waves.ForwardFilterOption.Enabled(), method != 0);
+    EXPECT_EQ(waves.CorrelationCalOption.Enabled(), method != 0);
+    EXPECT_EQ(waves.CorrelationCalOption.Value(), method != 0);
+    EXPECT_TRUE(waves.ReverseReceiveOption.Enabled());
+  }
+  EXPECT_TRUE(waves.ForwardReceiveOption.Value());
+  waves.ReverseReceiveOption.Choose();
+  page.ReadParameter.Press();
+  EXPECT_TRUE(waves.ReverseReceiveOption.Value()) << "a kind that is offered stays";
+  test.Requests();
+
+  test.meter().holding().PutWord(0x149C, 2);
+  page.DetailChSelect(1).Choose();
+  int method = -1;
+  Operation operation(test.app(), page, Operation::kUnnamed);
+  EXPECT_TRUE(page.Read_Houshiki(method));
+  EXPECT_EQ(method, 2);
+  EXPECT_TRUE(page.Read_HoushikiCH(0, method));
+  EXPECT_EQ(method, 0);
+  EXPECT_EQ(test.Requests(), (Texts{"03 14 9C 00 01", "03 01 9C 00 01"}));
+  test.test.platform.Arm("silence*ever");
+  test.dialogs().Answer(MessageAnswer::kOk);
+  EXPECT_FALSE(page.Read_Houshiki(method));
+  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"The error occurred at the time of communication"});
+  EXPECT_EQ(method, 0);
+}
+
+TEST(Form11, SlotsKeepOptionsCountAndChannel) {
+  PageTest test(kTwoPaths);
+  Form11& page = Open(test);
+  page.DetailChSelect(1).Choose();
+  FillAll(page);
+  page.AgcCtlAutoOption.Choose();
+  ASSERT_TRUE(test.app().windows.Unload("Form11"));
+  PageSlots& slots = test.app().slots;
+  EXPECT_EQ(slots.At("TDELTA", "SEND_COUNT"), "3");
+  EXPECT_EQ(slots.At("TDELTA", "WINDOW_CTL"), "1");
+  EXPECT_EQ(slots.At("TDELTA", "AGC_CTL"), "0");
+  EXPECT_EQ(slots.At("TDELTA", "U:AGC"), "55.559");
+  slots.At("TDELTA", "TRIGGER_LEVEL_CTL") = "";
+  slots.At("TDELTA", "AGC_CTL") = "7";
+  Form11& again = Open(test);
+  EXPECT_TRUE(again.DetailChSelect(1).Value());
+  EXPECT_TRUE(again.TriggerLevelCtlAutoOption.Value()) << "what is not told is automatic";
+  EXPECT_TRUE(again.WindowTimeCtlManualOption.Value());
+  EXPECT_EQ(again.SendCountCombo.Text(), "64");
+  EXPECT_FALSE(again.OpenTimeFInput.Enabled());
+}
+
+}  // namespace
+}  // namespace vlt::test
