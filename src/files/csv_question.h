@@ -19,6 +19,7 @@ struct CsvQuestion {
   int kind = 4540;        // text id of the filter's name: "The measurement data"
   bool all_files = true;  // the filter offers every file too
   std::string folder{};   // where the dialog starts; empty: the last folder used
+  bool ask_before_overwrite = false;
 };
 
 // Asks for a CSV file and gives its path, trimmed. Nothing when the operator cancels or leaves the name

@@ -2,14 +2,19 @@
 
 #include <memory>
 
+#include "live/condition_tab.h"
 #include "live/form8.h"
 #include "live/form9.h"
+#include "live/wave_tab.h"
 
 namespace vlt {
 
 void RegisterLiveWindows(App& app) {
   app.windows.Register("Form8", [&app] { return std::make_unique<Form8>(app); });
   app.windows.Register("Form9", [&app] { return std::make_unique<Form9>(app); });
+  app.windows.RegisterPart("Form11",
+                           [&app](Form& whole) { return std::make_unique<ConditionTab>(app, whole); });
+  app.windows.RegisterPart("Form11", [&app](Form& whole) { return std::make_unique<WaveTab>(app, whole); });
 }
 
 }  // namespace vlt

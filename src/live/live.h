@@ -5,7 +5,8 @@
 
 namespace vlt {
 
-// Registers the measure page (Form9) and the RAS page (Form8).
+// Registers the measure page (Form9), the RAS page (Form8) and the live tabs of the
+// transit-time page (Form11).
 void RegisterLiveWindows(App& app);
 
 }  // namespace vlt
