@@ -62,6 +62,7 @@ std::span<const Step> StartSteps();
 std::span<const Step> ProcessSteps();
 std::span<const Step> PageSteps();
 std::span<const Step> MeasureSteps();
+std::span<const Step> TransitSteps();
 std::span<const Step> EndSteps();
 // What differs between the hardware variants: the splash alone, and the end.
 std::span<const Step> SplashSteps();

@@ -136,7 +136,7 @@ TEST(Condition, FileIsTheseLines) {
   TransitTest t = Scripted();
   Script(t, "00 51", "00 02", Zeros());
   t.condition().ReadInfButton.Press();
-  t.app().state.MeasureDir = "/logs/";
+  t.app().state.MeasureDir = "/logs";
   t.dialogs().SaveFile("/logs/state.csv");
   ASSERT_TRUE(t.condition().SaveInfButton.Press());
   EXPECT_EQ(t.dialogs().questions.back().title, "Please specify the file name to save");
@@ -211,7 +211,7 @@ TEST(Condition, KeepsTheRowsOfAChannelThatFails) {
       {"silence@0030H*ever", "[NO RESPONSE ERROR]", true},
       {"exception=2@13B8H*ever", "[ADDRESS ERROR(02H)]", false},
       {"short@13B8H*ever", "[CRC ERROR]", false},
-      {"unplug@0030H", "[RECEIVE ERROR(8", true},
+      {"unplug@0030H", "[RECEIVE ERROR(", true},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.fault);
