@@ -55,6 +55,7 @@ void WaveTab::PrepareChart() {
     DeltaChart2D1.SetColour(series == kTriggerSeries ? kTriggerColour : kWaveColour, series);
     DeltaChart2D1.SetStyle(series >= kTrailSeries ? SeriesStyle::kFaint : SeriesStyle::kPlain, series);
   }
+  DeltaChart2D1.SetSeriesName(kTriggerSeries, "");
   std::vector<ChartPoint> holes = PointsOf({});
   for (ChartPoint& point : holes) point.y = kChartHole;
   DeltaChart2D1.SetPoints(holes, kWaveSeries);
