@@ -21,6 +21,7 @@ void WaveTab::ProfileStartButton_Click() {
   if (run_.Busy() || run_.Running == 1 || run_.Leaving()) return;
   app_.state.StopRequest = 0;
   app_.state.PvRunning = 1;
+  begun_ = true;
   TakeKind();
   order_.channel = channels_.Index();
   end_text_ = kRunEnded;
@@ -122,6 +123,7 @@ void WaveTab::LockControls() {
 }
 
 void WaveTab::ReleaseControls() {
+  begun_ = false;
   app_.state.PvRunning = 0;
   for (Control* control : std::initializer_list<Control*>{&Frame2, &Frame19, &lblWaveChSelect}) {
     control->SetEnabled(true);
@@ -134,6 +136,8 @@ void WaveTab::ReleaseControls() {
 }
 
 void WaveTab::RunStopped() {
+  // A page that is left without a run has nothing to give back.
+  if (!begun_) return;
   ReleaseControls();
   KindOptions()[static_cast<std::size_t>(order_.kind - kWaveKinds)]->SetValue(true);
   prgWave.SetValue(0);

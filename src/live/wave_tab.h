@@ -102,6 +102,7 @@ class WaveTab : public FormPart {
   WaveCapture capture_;
   WaveOrder order_;                // of the run whose captures are stored
   WaveSampleArray fresh_{};        // of the capture under way
+  bool begun_ = false;             // a run has taken the controls
   std::string failure_;            // why the run has ended; empty when the operator has stopped it
   int end_text_ = 0;               // text id of how it has ended
   double height_ = 0;              // of the chart, in counts to both sides

@@ -301,6 +301,13 @@ TEST(Waves, PageStaysUntilTheRunHasEnded) {
   EXPECT_TRUE(t.app().windows.Unload("Form11"));
 }
 
+TEST(Waves, LeavingWithoutARunEndsNothing) {
+  TransitTest t = TwoPipes();
+  t.app().state.AppRunning = false;
+  EXPECT_TRUE(t.app().windows.Unload("Form11"));
+  EXPECT_FALSE(t.time().Ended());
+}
+
 TEST(Waves, TheEndOfTheProgramEndsTheRunFirst) {
   TransitTest t = TwoPipes();
   t.meter().holding().PutWord(0x019C, 0);
