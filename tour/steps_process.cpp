@@ -1,4 +1,5 @@
-// Process setting: read the pipe, change it, set it, save it, adjust the zero.
+// Process setting: read the pipe, change it, set it, save it, adjust the zero; then the energy tab: read,
+// cool instead of heat, and give a fixed return temperature.
 #include <array>
 
 #include "tour/tour.h"
@@ -69,6 +70,42 @@ void Zero(Tour& tour) {
   tour.ClickAndAnswer(kPage, "CmdBtnClear", tour.Text(3962), false);
 }
 
+constexpr const char* kTabs = "SetParameter2";
+constexpr const char* kReturn = "SET_UP_RETURNER_TEMPERATUREText";
+
+void ReadHeat(Tour& tour) {
+  Hands& hands = tour.Operator();
+  hands.SelectTab(kPage, kTabs, 1);
+  tour.Picture("MDIForm1", "energy");
+  hands.Tick(kPage, "chkCheckHeat");
+  hands.Click(kPage, "ReadParameterHeat");
+  tour.ExpectStatus(4021);
+  for (const char* field : {"TEMPERATURECombo", "HTEMPCONVText", "SUPPLY_TEMP_ZEROText"}) {
+    if (hands.Text(kPage, field).empty()) throw Trouble(std::string("not read: ") + field);
+  }
+  if (hands.Enabled(kPage, "CTEMPCONVText")) throw Trouble("a plant that heats has a cooling coefficient");
+  tour.Picture("MDIForm1", "energy_read");
+}
+
+void SetHeat(Tour& tour) {
+  Hands& hands = tour.Operator();
+  hands.Choose(kPage, "RUNCombo", 2);
+  hands.Choose(kPage, "RETURNER_TEMPERATURECombo", 1);
+  hands.Type(kPage, "SWITCH_TEMPERATUREText", "21.5");
+  hands.Type(kPage, kReturn, "12.3");
+  hands.Click(kPage, "SetParameterHeat");
+  tour.ExpectStatus(4001);
+  tour.Expect("the meter's return temperature", hands.Text(kPage, kReturn), "12.3");
+  tour.Expect("the meter's change temperature", hands.Text(kPage, "SWITCH_TEMPERATUREText"), "21.5");
+  tour.Picture("MDIForm1", "energy_set");
+  hands.Choose(kPage, "RUNCombo", 1);
+  hands.Choose(kPage, "RETURNER_TEMPERATURECombo", 0);
+  hands.Click(kPage, "SetParameterHeat");
+  tour.ExpectStatus(4001);
+  hands.Tick(kPage, "chkCheckHeat", false);
+  hands.SelectTab(kPage, kTabs, 0);
+}
+
 void HideAndShow(Tour& tour) {
   Hands& hands = tour.Operator();
   hands.Click("MDIForm1", "Command1");
@@ -84,6 +121,8 @@ constexpr Step kSteps[] = {
     {"the outer diameter is set", Set},
     {"saved into the meter", Save},
     {"zero set and cleared", Zero},
+    {"the energy mode is read", ReadHeat},
+    {"the energy mode is set", SetHeat},
     {"the page is hidden and shown", HideAndShow},
 };
 

@@ -61,6 +61,7 @@ struct Step {
 std::span<const Step> StartSteps();
 std::span<const Step> ProcessSteps();
 std::span<const Step> PageSteps();
+std::span<const Step> DetailSteps();
 std::span<const Step> MeasureSteps();
 std::span<const Step> TransitSteps();
 std::span<const Step> EndSteps();

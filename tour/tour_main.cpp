@@ -30,7 +30,8 @@ std::vector<Walk> AllWalks() {
     walks.push_back({"M627",
                      lang_flag,
                      {vlt::test::StartSteps(), vlt::test::ProcessSteps(), vlt::test::PageSteps(),
-                      vlt::test::MeasureSteps(), vlt::test::TransitSteps(), vlt::test::EndSteps()}});
+                      vlt::test::DetailSteps(), vlt::test::MeasureSteps(), vlt::test::TransitSteps(),
+                      vlt::test::EndSteps()}});
     for (const char* model : {"T305", "K410"}) {
       walks.push_back({model, lang_flag, {vlt::test::SplashSteps(), vlt::test::LeaveSteps()}});
     }

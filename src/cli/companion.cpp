@@ -63,9 +63,10 @@ std::string Companion::Check(const ScriptLine& line) {
 Companion::Companion(App& app, ScriptDialogs& dialogs, ProgramEvents& program, Sinks sinks)
     : app_(app), dialogs_(dialogs), program_(program), sinks_(std::move(sinks)) {
   app_.windows.SetObserver({[this](Form& form) { Watch(form); },
-                            {},
+                            [](Form& form) { Forget(form); },
                             {},
                             [this](const std::string& what) { TellHandlerFault(app_, what); }});
+  app_.on_operation = [this](const OperationReport& operation) { TellOperation(operation); };
   dialogs_.SetObserver({
       [this](const std::string& text, const std::string& answer) {
         Report({"message", text, answer});
@@ -81,7 +82,9 @@ Companion::Companion(App& app, ScriptDialogs& dialogs, ProgramEvents& program, S
 Companion::~Companion() {
   StopLooking();
   dialogs_.SetObserver({});
+  app_.on_operation = {};
   app_.windows.SetObserver({});
+  for (Form* form : app_.windows.Open()) Forget(*form);
 }
 
 void Companion::Add(ScriptLine line) {
@@ -96,7 +99,9 @@ void Companion::EndOfScript() {
 }
 
 void Companion::PostNext() {
-  program_.Post([this] { Next(); });
+  program_.Post([this, alive = std::weak_ptr(alive_)] {
+    if (!alive.expired()) Next();
+  });
 }
 
 void Companion::Next() {
@@ -187,6 +192,12 @@ void Companion::Watch(Form& form) {
   }
 }
 
+void Companion::Forget(Form& form) {
+  for (Control* control : form.Controls()) {
+    if (control->Kind() == ControlKind::kStatusBar) control->Observe({});
+  }
+}
+
 void Companion::WatchBar(Form& form, StatusBar& bar) {
   std::vector<std::string> told(static_cast<std::size_t>(bar.PanelCount()));
   bar.Observe([this, &form, &bar, told]() mutable {
@@ -198,6 +209,14 @@ void Companion::WatchBar(Form& form, StatusBar& bar) {
       Report({"status", Place{&form, &bar, part}.Name(), last});
     }
   });
+}
+
+void Companion::TellOperation(const OperationReport& operation) {
+  const std::string name = operation.window + "." + operation.command;
+  const std::string reason = operation.port_failed ? CommunicationErrorText(app_) : operation.first_failure;
+  Report({"operation", name, std::to_string(operation.exchanges), std::to_string(operation.failed), reason});
+  if (!strict_ || (operation.failed == 0 && !operation.port_failed)) return;
+  FailOutside(ScriptStatus::kDiffers, name + ": " + reason);
 }
 
 }  // namespace vlt

@@ -8,6 +8,10 @@
 //   file     open|save PATH         a file dialog; an empty path is Cancel
 //   show     NAME TEXT STATE VALUE  what `show` and `form` were asked for
 //   refused  NAME REASON            a gesture that nobody could have made
+//   operation NAME EXCHANGES FAILED REASON
+//                                   what an operation that NAME began did on the line when it ended: how
+//                                   many exchanges, how many of them failed, why the first of these did (or
+//                                   why the port did not open)
 // In a field "\t", "\n", "\r" and "\\" stand for tab, line feed, carriage return and backslash.
 //
 // The script ends at its first trouble, at `quit`, or behind its last line. The port is closed then, nothing
@@ -17,6 +21,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -59,8 +64,8 @@ class Companion {
     std::function<void()> finished;
   };
 
-  // Becomes the observer of the app's windows and of the dialogs; both must be those of `app`'s platform, as
-  // `program` is its event queue. All windows must be registered.
+  // Becomes the observer of the app's windows, operations and dialogs until it is destroyed; the dialogs must
+  // be those of `app`'s platform, as `program` is its event queue. All windows must be registered.
   Companion(App& app, ScriptDialogs& dialogs, ProgramEvents& program, Sinks sinks);
   ~Companion();
   Companion(const Companion&) = delete;
@@ -91,7 +96,9 @@ class Companion {
   void Report(const std::vector<std::string>& fields);
   void Describe(const Place& place);
   void Watch(Form& form);
+  static void Forget(Form& form);
   void WatchBar(Form& form, StatusBar& bar);
+  void TellOperation(const OperationReport& operation);
 
   Place Find(const Argument& name) const;
   template <class T>
@@ -122,6 +129,7 @@ class Companion {
   After WordShow(const Arguments& arguments);
   After WordForm(const Arguments& arguments);
   After WordWait(const Arguments& arguments);
+  After WordStrict(const Arguments& arguments);
   After WordExpect(const Arguments& arguments);
   After WordAwait(const Arguments& arguments);
   After WordQuit(const Arguments& arguments);
@@ -138,11 +146,14 @@ class Companion {
   int gestures_ = 0;      // on the stack
   int begun_ = 0;         // of them, those that `begin` has begun
   bool started_ = false;  // `start` was run
+  bool strict_ = false;   // a failed exchange ends the script
   EventQueue::TimerId look_ = 0;
 
   bool failed_ = false;
   bool finished_ = false;
   ScriptStatus status_ = ScriptStatus::kGood;
+  // Gone before the rest: a task that is still in the queue then does nothing.
+  std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };
 
 }  // namespace vlt

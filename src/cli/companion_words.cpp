@@ -123,6 +123,8 @@ std::span<const Companion::Word> Companion::Words() {
        &Companion::WordForm},
       {"wait", "[MS]", 0, 1, "let the program run so long; none: until all that was begun is done",
        &Companion::WordWait},
+      {"strict", "[off]", 0, 1, "from here on a failed exchange ends the script with status 1",
+       &Companion::WordStrict},
       {"expect", "NAME [HOW] TEXT", 2, 3, "end with status 1 unless it shows TEXT; HOW: contains, ends",
        &Companion::WordExpect},
       {"await", "MS NAME [HOW] TEXT", 3, 4, "the same, but it may take so long until it is so",
@@ -358,6 +360,13 @@ Companion::After Companion::WordWait(const Arguments& arguments) {
     HoldUntil(NumberOrTrouble(arguments[0]), [] { return true; });
   }
   return After::kHold;
+}
+
+Companion::After Companion::WordStrict(const Arguments& arguments) {
+  strict_ = arguments.empty();
+  if (!strict_ && arguments[0].text != "off")
+    throw Trouble{kUnknown, "strict does not know " + arguments[0].text};
+  return After::kNext;
 }
 
 void Companion::Compare(const Arguments& arguments) const {

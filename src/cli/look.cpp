@@ -128,6 +128,7 @@ std::vector<std::vector<std::string>> Description(const Place& place) {
   if (!place.part.empty()) return {{place.Name(), TextOf(place)}};
   std::vector<std::vector<std::string>> lines{
       {place.Name(), TextOf(place), StateOf(control), ValueOf(control)}};
+  if (!control.Mark().empty()) lines.front().push_back(control.Mark());
   if (control.Kind() == ControlKind::kStatusBar) {
     for (int panel = 2; panel <= As<StatusBar>(control).PanelCount(); ++panel) {
       const Place part{place.form, place.control, {panel}};

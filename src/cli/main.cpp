@@ -40,10 +40,12 @@ constexpr const char* kMore =
     "quotes.\n"
     "\n"
     "Output is one line an event, its fields separated by tabs: status NAME TEXT, message TEXT ANSWER,\n"
-    "file open|save PATH, show NAME TEXT STATE VALUE, refused NAME REASON.\n"
+    "file open|save PATH, show NAME TEXT STATE VALUE, refused NAME REASON,\n"
+    "operation NAME EXCHANGES FAILED REASON.\n"
     "\n"
-    "Exit status: 0 when all went well; 1 when an expect differs or a gesture could not be made; 2 for a "
-    "word,\n"
+    "Exit status: 0 when all went well; 1 when an expect differs, a gesture could not be made, or, behind "
+    "strict,\n"
+    "an exchange with the meter failed; 2 for a word,\n"
     "a name or an option that is not known; 3 for a message box that no answer was waiting for.\n";
 
 constexpr int kUnknownStatus = static_cast<int>(ScriptStatus::kUnknown);

@@ -7,7 +7,7 @@ namespace vlt {
 
 enum class ScriptStatus {
   kGood = 0,
-  kDiffers = 1,     // an `expect` differs, or what a line wants could not be done
+  kDiffers = 1,     // an `expect` differs, a line could not be done, or an exchange failed behind `strict`
   kUnknown = 2,     // a word or a name is not known, or a line is not written as the language asks
   kUnanswered = 3,  // a message box or file dialog came up and no answer was waiting for it
 };

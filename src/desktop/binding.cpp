@@ -72,8 +72,10 @@ void Binding::PushCommon() {
   PushMark();
 }
 
-// What is wrong is seen at once, and told by the tooltip.
+// What is wrong is seen at once, and told by the tooltip and to those who listen to the screen.
 void Binding::PushMark() {
+  const QString reason = ToQt(control_.Mark());
+  if (widget_->accessibleDescription() != reason) widget_->setAccessibleDescription(reason);
   const bool marked = !control_.Mark().empty();
   if (marked == marked_) return;
   marked_ = marked;

@@ -98,10 +98,11 @@ inline constexpr int kGroupLining = 3261;
 inline constexpr int kGroupFluid = 3262;
 inline constexpr int kGroupSensor = 3263;
 
-// Transit time: a tab and two groups.
+// Transit time: a tab and two groups. Energy mode: a group.
 inline constexpr int kWaveform = 3315;
 inline constexpr int kGroupSending = 3316;
 inline constexpr int kGroupReceiving = 3317;
+inline constexpr int kGroupHeatUnits = 3318;
 
 // Buttons and options.
 inline constexpr int kYes = 3270;

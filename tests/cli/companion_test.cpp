@@ -85,6 +85,15 @@ TEST(Companion, StartShowsTheMainWindowAndTellsItsStatusBar) {
   EXPECT_EQ(session.machine.files.files["/app/VLT.ini"], kIni) << "and saves nothing";
 }
 
+TEST(Companion, ShowTellsWhyTheMeterHasNotTakenAValue) {
+  Session session;
+  EXPECT_EQ(session.Run(kOpenProcess + "tick OUTER_DIAMETER\ntype OUTER_DIAMETERText 1.2.3\n"
+                                       "press SetParameter\nshow OUTER_DIAMETERText\n"),
+            0)
+      << session.trouble;
+  EXPECT_TRUE(session.Told("show\tForm10.OUTER_DIAMETERText\t1.2.3\tenabled\t\tthis is no number"));
+}
+
 TEST(Companion, ARefusedStartNamesFileAndKey) {
   Session session;
   session.machine.files.files["/app/VLT.ini"] =
@@ -158,6 +167,7 @@ TEST(Companion, TroubleEndsTheScript) {
       {"start\nawait 50 StatusBar1[2] JAPANESE", 1, "2: MDIForm1.StatusBar1[2] is \"ENGLISH\" and not"},
       {"start\nawait 50 NONE enabled", 2, "2: there is no control NONE"},
       {"await soon X enabled", 2, "1: soon is no whole number"},
+      {"strict maybe", 2, "1: strict does not know maybe"},
       {"start\nexpect StatusBar1 like X", 2, "2: expect does not know like"},
       {"start\nclose", 3, "2: no answer was waiting for the box"},
       {"answer ok\nstart\nclose", 3, "3: the box \"Does it save"},
@@ -409,6 +419,71 @@ TEST(Companion, WatchesARun) {
   EXPECT_FALSE(stopped.machine.machine.port.IsOpen());
 }
 
+constexpr const char* kReadProcess = "start\nopen Form10\ntick chkCheck\npress ReadParameter\n";
+
+// A failed exchange shows in the line of its operation, also when a later good one has cleared the page's
+// words for it; behind `strict` it ends the script.
+TEST(Companion, OperationsTellWhatFailedOnTheLine) {
+  const struct {
+    const char* fault;
+    std::string script;
+    int status;
+    const char* told;
+  } cases[] = {
+      {"", std::string("strict\n") + kReadProcess, 0, "operation\tForm10.ReadParameter\t3\t0\t"},
+      {"silence@0100H/03#2*4", kReadProcess + std::string("expect StatusBar1 ends \"completed \""), 0,
+       "operation\tForm10.ReadParameter\t3\t1\t[NO RESPONSE ERROR]"},
+      {"silence@0100H/03#2*4", std::string("strict\n") + kReadProcess + "nonsense", 1,
+       "operation\tForm10.ReadParameter\t3\t1\t[NO RESPONSE ERROR]"},
+      {"silence@0100H/03#2*4", std::string("strict\nstrict off\n") + kReadProcess, 0,
+       "operation\tForm10.ReadParameter\t3\t1\t[NO RESPONSE ERROR]"},
+      {"silence@0150H*ever", "strict\nanswer ok\nstart\nopen Form10\npress SaveParameter", 1,
+       "operation\tForm10.SaveParameter\t5\t5\t[NO RESPONSE ERROR]"},
+  };
+  for (const auto& c : cases) {
+    Session session;
+    if (*c.fault != '\0') session.machine.Arm(c.fault);
+    EXPECT_EQ(session.Run(c.script), c.status) << c.script << "\n" << session.trouble;
+    EXPECT_TRUE(session.Told(c.told)) << c.fault << "\n"
+                                      << c.script << ::testing::PrintToString(session.output);
+    EXPECT_TRUE(session.ToldPart("was completed")) << "the handler comes to its end";
+  }
+}
+
+TEST(Companion, AnOperationWithoutAPortIsAFailure) {
+  Session session;
+  session.machine.sockets.clear();
+  EXPECT_EQ(session.Run("answer ok ok ok\nstart\nopen Form10\ntick chkCheck\nstrict\npress ReadParameter"),
+            1);
+  EXPECT_TRUE(
+      session.ToldPart("operation\tForm10.ReadParameter\t0\t0\tThe error occurred at the time of "
+                       "communication"))
+      << ::testing::PrintToString(session.output);
+}
+
+// What outlives the companion tells it nothing any more, and a line that was about to run does not.
+TEST(Companion, ItsObserversEndWithIt) {
+  VirtualPlatform machine;
+  machine.files.files["/app/VLT.ini"] = kIni;
+  ProgramEvents events{machine.time};
+  ScriptDialogs dialogs{machine.files};
+  Platform platform{machine.time, events, machine.machine.port, dialogs, machine.files, machine.process};
+  App app{platform};
+  RegisterAllWindows(app);
+  int told = 0;
+  {
+    Companion companion(app, dialogs, events, {[&](const std::string&) { ++told; }, {}, {}});
+    app.windows.Load("MDIForm1");
+    app.Status("one");
+    companion.Add({.number = 1, .word = "form", .arguments = {}, .error = {}});
+  }
+  EXPECT_EQ(told, 1);
+  app.Status("two");
+  EXPECT_FALSE(app.on_operation);
+  machine.time.GiveWay(machine.time.NowMs() + 100);
+  EXPECT_EQ(told, 1);
+}
+
 // The documentation's table is the table of the words.
 TEST(Companion, DocumentationListsEveryWord) {
   const std::string text = ReadFile(std::string(DOCS) + "/companion.md");
@@ -447,7 +522,8 @@ TEST(Companion, CommissioningSeesWhatTheMeterHolds) {
   Session good;
   EXPECT_EQ(good.Run(ReadFile(std::string(DOCS) + "/samples/commission-pipe.vlt")), 0) << good.trouble;
   EXPECT_EQ(good.machine.Meter().holding().Long(0x00D2), 11430);
-  for (const char* fault : {"ignore-write/10*ever", "silence@00D0H/03*ever", "silence@00D0H/03#2*ever"}) {
+  for (const char* fault :
+       {"ignore-write/10*ever", "silence@00D0H/03*ever", "silence@00D0H/03#2*ever", "silence@0100H/03#2*4"}) {
     Session session;
     session.machine.Arm(fault);
     EXPECT_EQ(session.Run(ReadFile(std::string(DOCS) + "/samples/commission-pipe.vlt")), 1) << fault;

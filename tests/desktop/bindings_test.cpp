@@ -243,6 +243,7 @@ TEST_F(BindingTest, WhatIsWrongIsSeenAndTold) {
   bench->text.SetHint("Register 00D2H");
   bench->text.SetMark("not taken");
   screen.desktop.Flush();
+  EXPECT_EQ(field.accessibleDescription(), "not taken");
   EXPECT_GT(field.palette().color(QPalette::Base).red(), field.palette().color(QPalette::Base).green() + 20);
   EXPECT_EQ(field.toolTip(), "not taken\nRegister 00D2H");
   bench->text.SetMark("");

@@ -3,6 +3,8 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sched.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cstdint>
@@ -47,6 +49,32 @@ class Pty {
  private:
   int master_;
   std::string path_;
+};
+
+// A look at what the driver of the port's end holds. The kernel carries bytes from one end to the other in a
+// task of its own, which a loaded machine runs late.
+class DriverInput {
+ public:
+  explicit DriverInput(const std::string& path) : port_(::open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+    if (port_ < 0) std::abort();
+  }
+  ~DriverInput() { ::close(port_); }
+  DriverInput(const DriverInput&) = delete;
+  DriverInput& operator=(const DriverInput&) = delete;
+
+  // True as soon as `count` bytes wait; false when five seconds pass without any.
+  bool Awaits(int count) const {
+    int waiting = 0;
+    pollfd state{port_, POLLIN, 0};
+    while (::ioctl(port_, FIONREAD, &waiting) == 0 && waiting < count) {
+      if (waiting == 0 && ::poll(&state, 1, 5000) <= 0) return false;
+      ::sched_yield();
+    }
+    return waiting >= count;
+  }
+
+ private:
+  int port_;
 };
 
 }  // namespace vlt

@@ -99,11 +99,13 @@ TEST_F(QtSerialPortTest, GivingWayWakesWhenBytesArrive) {
 
 TEST_F(QtSerialPortTest, DiscardedInputIsGoneAndLaterBytesAreNot) {
   const Pty pty;
+  const DriverInput other(pty.Path());  // before the port claims the device for itself
   device = pty.Path();
   port.Open(1, "9600,N,8,1");
   pty.Send(Bytes{1, 2, 3});
   ASSERT_TRUE(Until([&] { return port.BytesIn() == 3; }));
-  pty.Send(Bytes{4, 5});  // still with the driver
+  pty.Send(Bytes{4, 5});
+  ASSERT_TRUE(other.Awaits(2)) << "with the driver, and the queue has not run";
   port.DiscardInput();
   port.DiscardOutput();
   EXPECT_EQ(port.BytesIn(), 0);

@@ -6,11 +6,13 @@
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <chrono>
 #include <deque>
 
 #include "files/settings_file.h"
 #include "host/host.h"
+#include "link/modbus.h"
 #include "pages/form10.h"
 #include "shell/mdi_form1.h"
 #include "shell/start.h"
@@ -53,12 +55,77 @@ class MeterProgram {
   std::string port_;
 };
 
+// The host's clock, which stands while the meter owes a reply, and the port that knows of it. How late a
+// loaded machine lets the meter's process run then changes nothing in what is sent: a request is not sent
+// again because its reply was slow. A meter that stays silent for ten seconds counts as one that does not
+// answer.
+class PatientLine : public Clock, public EventQueue, public SerialPort {
+ public:
+  explicit PatientLine(Host& host) : host_(host) {}
+
+  std::int64_t NowMs() override {
+    const std::int64_t now = host_.clock.NowMs();
+    if (owed_ > 0 && (host_.port.BytesIn() >= owed_ || now - asked_ > kPatienceMs)) GoOn(now);
+    return (owed_ > 0 ? asked_ : now) - stood_;
+  }
+  LocalTime Now() override { return host_.clock.Now(); }
+
+  void GiveWay(std::int64_t until_ms) override {
+    const std::int64_t until = until_ms + stood_;
+    host_.events.GiveWay(owed_ > 0 ? std::max(until, host_.clock.NowMs() + kLookMs) : until);
+  }
+  void Sleep(int ms) override { host_.events.Sleep(ms); }
+  TimerId StartTimer(int interval_ms, std::function<void()> tick) override {
+    return host_.events.StartTimer(interval_ms, std::move(tick));
+  }
+  void StopTimer(TimerId id) override { host_.events.StopTimer(id); }
+  void Post(std::function<void()> task) override { host_.events.Post(std::move(task)); }
+  void EndProcess() override { host_.events.EndProcess(); }
+
+  void Open(int number, const std::string& settings) override { host_.port.Open(number, settings); }
+  void Close() override {
+    if (owed_ > 0) GoOn(host_.clock.NowMs());
+    host_.port.Close();
+  }
+  bool IsOpen() const override { return host_.port.IsOpen(); }
+  void DiscardInput() override { host_.port.DiscardInput(); }
+  void DiscardOutput() override { host_.port.DiscardOutput(); }
+  void Write(std::span<const std::uint8_t> bytes) override {
+    host_.port.Write(bytes);
+    asked_ = host_.clock.NowMs();
+    owed_ = static_cast<int>(ReplyFor(bytes).size());
+  }
+  int BytesOut() override { return host_.port.BytesOut(); }
+  int BytesIn() override {
+    NowMs();
+    return host_.port.BytesIn();
+  }
+  std::uint8_t TakeByte() override { return host_.port.TakeByte(); }
+  void SetRts(bool on) override { host_.port.SetRts(on); }
+  void SetDtr(bool on) override { host_.port.SetDtr(on); }
+
+ private:
+  static constexpr std::int64_t kPatienceMs = 10000;
+  static constexpr std::int64_t kLookMs = 5;
+
+  void GoOn(std::int64_t now) {
+    stood_ += now - asked_;
+    owed_ = 0;
+  }
+
+  Host& host_;
+  std::int64_t asked_ = 0;  // by the host's clock, when the last request went out
+  std::int64_t stood_ = 0;  // how long the clock has stood so far
+  int owed_ = 0;            // bytes of the reply that is to come; 0 while none is
+};
+
 class Session : public ::testing::Test {
  protected:
   Session()
       : meter(folder.filePath("frames.log")),
         host(folder.path().toStdString(), [this](int) { return meter.Port(); }),
-        machine(host.With(dialogs)),
+        line(host),
+        machine{line, line, line, dialogs, host.files, host.process},
         app(machine) {
     QFile ini(folder.filePath("VLT.ini"));
     EXPECT_TRUE(ini.open(QIODevice::WriteOnly));
@@ -80,8 +147,8 @@ class Session : public ::testing::Test {
     EXPECT_TRUE(log.open(QIODevice::ReadOnly));
     log.seek(read_);
     std::vector<std::string> requests;
-    for (const QByteArray& line : log.readAll().split('\n')) {
-      const QList<QByteArray> columns = line.split('\t');
+    for (const QByteArray& entry : log.readAll().split('\n')) {
+      const QList<QByteArray> columns = entry.split('\t');
       if (columns.size() >= 3 && columns[1] == "request") requests.push_back(columns[2].toStdString());
     }
     read_ = log.size();
@@ -92,6 +159,7 @@ class Session : public ::testing::Test {
   MeterProgram meter;
   AnsweringDialogs dialogs;
   Host host;
+  PatientLine line;
   Platform machine;
   App app;
 

@@ -19,7 +19,7 @@ class LoopWindow : public Form {
  public:
   explicit LoopWindow(App& app) : Form(app.windows, "Form11", FormPlace::kPage), app_(app) {
     Start.on_click = [this] {
-      run.Start([this] { return Ask(); },
+      run.Start([this] { return Prepare(); },
                 [this] {
                   while (run.GoesOn() && Ask() && run.Pause(300)) ++captures;
                 });
@@ -29,6 +29,11 @@ class LoopWindow : public Form {
   void Form_Unload(int&) override { run.Leave(); }
   const Control* StopButton() const override { return &Stop; }
 
+  // What a person finds usable at the start of a run.
+  bool Prepare() {
+    Stop.SetEnabled(true);
+    return Ask();
+  }
   bool Ask() {
     RegisterData data;
     return ReadRegisters(app_, {.address = 0x0148, .count = 1}, data) && prepared;
@@ -36,6 +41,7 @@ class LoopWindow : public Form {
   void Stopped(bool may_ask) {
     ++stops;
     if (may_ask) run.Ask([this] { Ask(); });
+    Stop.SetEnabled(false);
   }
 
   PushButton Start{*this, "Start"};
@@ -75,10 +81,11 @@ TEST_F(LiveRunTest, StopsFromEveryState) {
     test.Time().After(at, [&] {
       stopped_at = test.Time().NowMs();
       Page()->Stop.Press();
-      Page()->Stop.Press();
+      for (const int later : {0, 10, 60}) test.Time().After(later, [&] { Page()->Stop.Press(); });
     });
     Page()->Start.Press();
     EXPECT_LE(test.Time().NowMs() - stopped_at, 200) << "a pause is left at once";
+    test.Time().RunFor(100);
     EXPECT_EQ(Page()->stops, stops + 1);
     EXPECT_EQ(Page()->run.Running, 0);
     EXPECT_FALSE(app.state.UiLocked || Page()->run.Busy());
@@ -105,6 +112,15 @@ TEST_F(LiveRunTest, IsLeftFromEveryStateAndStartsNoMore) {
     EXPECT_FALSE(app.state.UiLocked);
     CheckLine();
   }
+}
+
+TEST_F(LiveRunTest, StartsNoMoreOnceItsWindowLeaves) {
+  app.windows.Run([&] {
+    LoopWindow* left = Page();
+    app.windows.Unload("Form11");
+    left->run.Start([] { return true; }, [] { ADD_FAILURE() << "a run of a window that is gone"; });
+  });
+  EXPECT_FALSE(app.state.UiLocked);
 }
 
 TEST_F(LiveRunTest, ThatCannotBePreparedEndsAsByStop) {

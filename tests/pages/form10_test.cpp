@@ -300,6 +300,8 @@ TEST(Form10, StaysOpenDuringAnExchangeAndKeepsItsFieldsInTheSlots) {
   Form10& again = Open(test);
   EXPECT_EQ(again.OUTER_DIAMETERText.Text(), "77.70");
   EXPECT_EQ(again.Label8(1).Caption(), "[mm]");
+  EXPECT_EQ(again.SENSOR_MOUNTCombo.Items(), (Texts{"V METHOD", "Z METHOD"}))
+      << "what every pair of sensors allows";
   EXPECT_EQ(again.Label2(0).Caption(), "[furlong]");
   EXPECT_EQ(again.SENSOR_TYPECombo.ListIndex(), -1);
   EXPECT_FALSE(again.OUTER_DIAMETER.Ticked());

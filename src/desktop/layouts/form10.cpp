@@ -8,7 +8,6 @@ namespace {
 using namespace layout;
 
 // Text ids of groups on the energy tab.
-constexpr int kUnitName = 4680;
 constexpr int kCoolingName = 532;
 constexpr int kHeatingName = 533;
 constexpr int kBothName = 534;
@@ -51,7 +50,7 @@ constexpr LayoutItem kItems[] = {
     Tab(),
     Columns(),
     Column(),
-    TitledGroup(kUnitName),
+    TitledGroup(text::kGroupHeatUnits),
     Row("TEMPERATURECheck", "TEMPERATURECombo"),
     Row("HEAT_FLOW_RATECheck", "HEAT_FLOW_RATECombo"),
     Row("HEAT_FLOW_RATE_SekisanCheck", "HEAT_FLOW_RATE_SekisanCombo"),
