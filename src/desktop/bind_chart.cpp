@@ -82,7 +82,10 @@ class ChartBinding : public Binding {
     reading_->setText(ToQt(text));
   }
 
-  static std::string WithUnit(const std::string& number, const std::string& unit) {
+  // The unit of an axis is what its title has in brackets, or all of the title.
+  static std::string WithUnit(const std::string& number, const std::string& title) {
+    const std::size_t bracket = title.rfind('[');
+    const std::string unit = bracket == std::string::npos ? title : title.substr(bracket);
     return unit.empty() ? number : number + " " + unit;
   }
 

@@ -45,10 +45,12 @@ bool IsSettingsFile(App& app, std::string_view path) {
 std::optional<std::string> AskCsvFile(App& app, const CsvQuestion& question) {
   std::string filter = app.Text(question.kind) + "(*.csv)|*.csv";
   if (question.all_files) filter += "|" + app.Text(kAllFiles) + "(*.*)|*.*";
-  const auto chosen = app.platform.dialogs.AskSaveFile({.title = app.Text(question.title),
-                                                        .filter = filter,
-                                                        .folder = question.folder,
-                                                        .name = question.name});
+  const auto chosen =
+      app.platform.dialogs.AskSaveFile({.title = app.Text(question.title),
+                                        .filter = filter,
+                                        .folder = question.folder,
+                                        .name = question.name,
+                                        .ask_before_overwrite = question.ask_before_overwrite});
   const std::string path(Trim(chosen.value_or("")));
   if (path.empty()) return std::nullopt;
   if (!IsSettingsFile(app, path)) return path;

@@ -20,6 +20,7 @@ struct CsvQuestion {
   bool all_files = true;  // the filter offers every file too
   std::string folder{};   // where the dialog starts; empty: the last folder used
   std::string name{};     // the name shown at first
+  bool ask_before_overwrite = false;
 };
 
 // Asks for a CSV file and gives its path, trimmed. Nothing when the operator cancels or leaves the name

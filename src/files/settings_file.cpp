@@ -361,4 +361,15 @@ FileError SetPortDevice(App& app, int number, const std::string& device) {
   return SetBootstrapKey(app, "PORTS", "COM" + std::to_string(number), device);
 }
 
+int GetWaveTrail(App& app, int most, int absent) {
+  ProfileFile profile;
+  ReadProfile(app.platform.files, CommPath(app), profile);
+  const int count = profile.GetInt("VIEW", "WAVE_TRAIL", absent);
+  return count < 0 || count > most ? absent : count;
+}
+
+FileError SetWaveTrail(App& app, int count) {
+  return SetBootstrapKey(app, "VIEW", "WAVE_TRAIL", std::to_string(count));
+}
+
 }  // namespace vlt

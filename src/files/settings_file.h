@@ -82,4 +82,9 @@ FileError SetPvCsvDir(App& app, const std::string& folder);
 std::string GetPortDevice(App& app, int number);
 FileError SetPortDevice(App& app, int number, const std::string& device);
 
+// How many earlier captures the chart of waves shows behind the newest one: key WAVE_TRAIL of section VIEW of
+// the bootstrap file. What is no number from 0 to `most` reads as `absent`.
+int GetWaveTrail(App& app, int most, int absent);
+FileError SetWaveTrail(App& app, int count);
+
 }  // namespace vlt

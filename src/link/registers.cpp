@@ -1,6 +1,7 @@
 #include "link/registers.h"
 
 #include "resources/text_ids.h"
+#include "values/codecs.h"
 
 namespace vlt {
 namespace {
@@ -42,6 +43,15 @@ WriteResult WriteRegister(App& app, const Target& target, int address, int value
 
 WriteResult WriteRegister(App& app, int address, int value) {
   return WriteRegister(app, OwnStation(app), address, value);
+}
+
+bool WriteCommand(App& app, int address, int value, int& answer) {
+  constexpr std::size_t kAnswerByte = 4;
+  Frame request = WriteRegisterRequest(OwnStation(app).station, address, value);
+  Frame reply = ReplyFor(request);
+  if (!SendReceive(app, request, reply)) return false;
+  answer = BytesToUInt16(reply, kAnswerByte);
+  return true;
 }
 
 WriteResult WriteRegisters(App& app, const Target& target, int address, std::span<const std::uint8_t> data) {

@@ -54,6 +54,10 @@ WriteResult WriteRegister(App& app, int address, int value);
 WriteResult WriteRegisters(App& app, const Target& target, int address, std::span<const std::uint8_t> data);
 WriteResult WriteRegisters(App& app, int address, std::span<const std::uint8_t> data);
 
+// A command register with function 06: its reply carries what the meter makes of the command in place of the
+// value. False without a valid reply, and then LastErrorText says why and `answer` is as it was.
+bool WriteCommand(App& app, int address, int value, int& answer);
+
 // Why a write is not proven, in the language in force: LastErrorText, or that the meter has repeated another
 // value. Empty for kProven.
 std::string WriteFailureText(const App& app, WriteResult result);

@@ -5,8 +5,8 @@
 
 namespace vlt {
 
-// Registers the measure page (Form9), the RAS page (Form8), and several stations (Form12) with its
-// frmWait.
+// Registers the measure page (Form9), the RAS page (Form8), several stations (Form12) with its frmWait, and
+// the live tabs of the transit-time page (Form11).
 void RegisterLiveWindows(App& app);
 
 }  // namespace vlt

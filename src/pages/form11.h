@@ -33,6 +33,8 @@ class Form11 : public ParameterPage {
 
   // 0 details, 1 condition, 2 waves.
   TabControl DetailTabs{*this, "DetailTabs", 3};
+  // For the readings of the other tabs: their state, what they are doing, what they have done.
+  StatusBar StatusBar2{*this, "StatusBar2", 3};
 
   Label lblChannel{*this, "lblChannel"};
   ControlArray<OptionButton> DetailChSelect{*this, "DetailChSelect", Indexes(2)};

@@ -263,5 +263,20 @@ inline constexpr int kFwEmptyFile = 3863;
 inline constexpr int kFwTooLong = 3864;
 inline constexpr int kFwShortImage = 3865;
 inline constexpr int kFwDiffers = 3866;
+// Condition and waves of a path.
+inline constexpr int kNanosecond = 3370;
+inline constexpr int kWaveAwaited = 3371;
+// %1 the block that has come, %2 how many there are.
+inline constexpr int kWaveBlock = 3372;
+// %1 the number of captures, %2 seconds.
+inline constexpr int kWaveTook = 3373;
+// %1 the block that has failed, %2 why.
+inline constexpr int kWaveRepeated = 3374;
+inline constexpr int kWaveTrail = 3375;
+inline constexpr int kWaveCapture = 3376;
+inline constexpr int kWaveTime = 3377;
+inline constexpr int kWaveAmplitude = 3378;
+// %1 the value, %2 its sample.
+inline constexpr int kWavePeak = 3379;
 
 }  // namespace vlt::text
