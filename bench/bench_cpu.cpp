@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How much of a core the program takes while it identifies a meter and reads its process block in a loop,
 // over a real pseudo-terminal.
 //

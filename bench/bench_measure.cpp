@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What measuring costs, as ratios taken in one run:
 //
 //   bench_measure [SECONDS]       20 seconds of measuring without it

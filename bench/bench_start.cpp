@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How long the program takes from the start of its process to the painted main window, less the waits that
 // the start orders (the splash's half second, the identification of the meter, the second of the loader),
 // against an empty window of Qt started the same way in the same run.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Several stations in turn, on virtual time: what a long run costs, and that no value is shown or logged
 // under a station or an item that did not send it.
 //

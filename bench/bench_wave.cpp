@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What capturing waves in a loop costs, on the program with windows, the meter simulated in process:
 //
 //   bench_wave [SECONDS]       20 seconds each without it

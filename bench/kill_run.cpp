@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Kills a measuring program with signal 9 at random moments and looks at what it has left.
 //
 //   kill_run [TIMES [SEED]]       50 times without them

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the meter works out from its process settings: angles, times and spacing of the sensors.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The words that do something to a running line.
 #include <algorithm>
 #include <array>

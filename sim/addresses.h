@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Addresses of the registers that the meter itself works with. Those of a channel are CH1's.
 #pragma once
 

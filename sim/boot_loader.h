@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The boot loader of a meter: what it answers to the frames of a program that loads and reads back modules.
 // It is a pure engine, as the meter is: frames in, answers out, the caller says when.
 //

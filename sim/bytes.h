@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Bytes on the wire: big-endian values, hexadecimal text, the frame check.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Faults of a line and of a meter, armed by name for chosen requests.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A serial line with one or more simulated meters on it, as its master sees it: bytes go in at a moment,
 // bytes come out when the line has carried them. No threads, no clock, no input or output of its own: the
 // caller says what time it is, and moments must not go backwards.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What moves in a meter: velocity over time and the path it has covered, as pure functions of the moment.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Register memory of a meter. An address counts bytes: a 16-bit value at 00D0H is followed by the next one at
 // 00D2H, and a request for n words at A covers the bytes A to A + 2n - 1.
 #pragma once

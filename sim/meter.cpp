@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Requests and commands. What moves is in meter_live.cpp, what scenarios do to a meter in meter_scenario.cpp.
 #include "sim/meter.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One simulated flow meter: what stands in its registers, what a request does to them, what it answers.
 //
 // A meter has no clock. Whoever asks it says what time it is, and everything that moves (live values, totals,

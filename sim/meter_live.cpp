@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What moves in a meter: the input space and the numbers behind it.
 #include <algorithm>
 #include <cmath>

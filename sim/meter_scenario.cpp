@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What scenarios do to a meter past its own rules.
 #include <algorithm>
 

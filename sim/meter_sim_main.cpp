@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // meter-sim: the simulated meter as a program on a pseudo-terminal or on a serial device.
 #include <fcntl.h>
 #include <poll.h>

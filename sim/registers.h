@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The register map of the holding space: addresses, factory values, limits.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A line and its meters from words: "model=single path=2 unit=english speed=9600 stations=1,2,5
 // fault=crc@00D0H*2". The program meter-sim and the meter simulated in process take the same words.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The serial port of the program with simulated meters behind it, in process. It lives on the clock and the
 // event queue that it is given: on real time the bytes come as slowly as on a real line, on a test's virtual
 // time they come at the same virtual moments.

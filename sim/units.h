@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Factors from SI to the unit codes that registers hold. A code outside its table counts as code 0.
 #pragma once
 

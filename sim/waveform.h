@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A received wave as the capture command leaves it in the input registers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An operator at the screen: finds widgets by the names of their controls and works them with mouse and keys.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sensor spacing calculator: V and Z, metric and inch, values of the process page, the sheet in a file.
 #include <QDir>
 #include <QFile>

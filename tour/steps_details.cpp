@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Transit time: the details of a path are read, the trigger is taken over by hand and given back.
 #include <string>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The firmware tool, with a boot loader of the tour's own on a pseudo-terminal.
 #include <fcntl.h>
 #include <unistd.h>

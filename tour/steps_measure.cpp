@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measure: name a file, start, watch some cycles, look at the chart, stop.
 #include <QDir>
 #include <QFile>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The other pages: opened, read with everything ticked, and hidden again.
 #include <string>
 

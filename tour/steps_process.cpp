@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Process setting: read the pipe, change it, set it, save it, adjust the zero; then the energy tab: read,
 // cool instead of heat, and give a fixed return temperature.
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // From the splash to the main window.
 #include "shell/splash.h"
 #include "tour/tour.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Several stations on one line: choose, start, watch the units being read and some passes, stop.
 #include <QDir>
 #include <QFile>

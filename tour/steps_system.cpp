@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // System: read the page, read all settings into a report, and stop that half-way.
 #include <QFile>
 #include <QTemporaryDir>

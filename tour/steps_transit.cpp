@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Transit time: the condition of the paths, and each kind of wave captured, stopped and saved.
 #include <QDir>
 #include <QFile>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The tour: an operator's walk through the real program, step by step, in both languages.
 #pragma once
 

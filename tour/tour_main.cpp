@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // veltrano3-tour [--out FOLDER] [--dir FOLDER] [--stations NUMBER]: walks through the program as an operator
 // would, on the meter simulated in process, once in each language, and keeps a picture of every window.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sensor spacing calculator: off line, from pipe, lining, fluid and sensor to the distance of the sensors.
 #pragma once
 

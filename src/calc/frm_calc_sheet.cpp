@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The calculator's printed sheet: on paper, and in a file.
 #include "calc/frm_calc.h"
 #include "files/file_report.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the process page last knew of the pipe, from the slots that it shares with the parameter file.
 #pragma once
 

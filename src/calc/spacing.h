@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How far apart two clamp-on sensors are fixed on a pipe: Snell's law through wedge, pipe wall, lining and
 // fluid. Pure functions of the inputs; the tables are those of the meter.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Units and ranges of the calculator's fields, and what keeps inputs from describing a pipe.
 #pragma once
 

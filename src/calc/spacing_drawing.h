@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A section through the pipe to scale: wall, lining, fluid, both sensors, the way of the sound and the
 // spacing, and beside it the angles layer by layer.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sheet that a fitter takes along: inputs, result, drawing, date, and room to write by hand. A4, upright.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs a script on the program's own windows. Every line is an event of its own: a gesture on a control, as a
 // person makes it, or a look at one. The next line follows when the gesture's handler has returned, so
 // timers, arriving bytes and cycles run between two lines and inside each of them.

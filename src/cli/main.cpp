@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // vlt [--dir FOLDER] [SCRIPT]: the program without a screen, driven by words.
 #include <QCoreApplication>
 #include <QTimer>

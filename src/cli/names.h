@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Finding windows and controls by the names that a script gives them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The machine's event queue, but for one thing: when the program ends, the process does not. The script that
 // runs it has the last word, and looks here.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The script language of the companion: one gesture or look a line.
 //
 //   type OUTER_DIAMETERText 60.5     # what follows a "#" at the start of a word is a comment

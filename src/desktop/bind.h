@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The binding that a control gets, by its kind.
 #pragma once
 

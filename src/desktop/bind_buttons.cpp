@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Push buttons, up-down buttons and tabs.
 #include <QPushButton>
 #include <QSignalBlocker>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Charts: the plot, and over it the reading at the mouse and what a person can do with the view.
 #include <QAction>
 #include <QFontMetrics>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Check boxes, option buttons and lists.
 #include <QCheckBox>
 #include <QComboBox>

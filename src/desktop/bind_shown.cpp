@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What is shown and not operated: labels, frames, pictures, progress bars.
 #include <QGroupBox>
 #include <QLabel>

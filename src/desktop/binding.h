@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A binding ties one control to one widget: what the control holds is pushed into the widget, what a person
 // does with the widget becomes a gesture on the control. Neither knows the other.
 #pragma once

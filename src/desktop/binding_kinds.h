@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One maker for each kind of control; Bind() chooses among them.
 #pragma once
 

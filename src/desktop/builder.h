@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Makes the widgets of a window from its layout table.
 #pragma once
 

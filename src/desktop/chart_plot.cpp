@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The plotting library's header is written in Qt's keywords, which are off in this program.
 #undef QT_NO_KEYWORDS
 #include <qcustomplot.h>

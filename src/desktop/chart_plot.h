@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The drawing of a chart. The plotting library is known to chart_plot.cpp alone.
 #pragma once
 

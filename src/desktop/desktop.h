@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The screen of a list of windows: shows each form that becomes visible and hands on what a person does.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Fonts of the product's table on the fonts that are installed.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One window on the screen: the widgets of one form, made when it is first shown.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where gestures of widgets enter the logic, and what the focus does on the way.
 //
 // Leaving a text field runs its check. The check may show a message box and take the focus back; then the

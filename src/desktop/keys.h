@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Short cuts of buttons, and how mnemonics are given out.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where the controls of a window lie: one table a window, read by one builder.
 //
 // A table is read from top to bottom and fills a flow that runs downwards. Containers (columns, groups, tabs)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // veltrano3 [--dir FOLDER]: the program with windows.
 #include <QCommandLineParser>
 #include <cstdio>

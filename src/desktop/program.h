@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole program, ready to start: the machine by Qt, the logic, and the screen that shows it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Between the logic's UTF-8 and Qt's strings, and what a caption's ampersands mean.
 #pragma once
 

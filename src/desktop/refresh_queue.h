@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Changes of controls reach the screen together: however many setters a handler runs, each widget is brought
 // up to date once, when the event queue next runs.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Paints a sheet of shapes: on the screen, on paper, into a picture.
 #pragma once
 

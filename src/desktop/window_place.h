@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where the main window lies on the screen, and how that is kept from one start to the next.
 #pragma once
 

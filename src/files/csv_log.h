@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // CSV logs: files that grow by a record a cycle, each run and each file of a run with a time stamp in its
 // name ("flow_20261124100000.csv"). Text is UTF-8 with a byte-order mark at the head, lines end in CR LF.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where a CSV file is to be written: what the operator is asked, and which answers are refused.
 #pragma once
 

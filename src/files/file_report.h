@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the operator is told about a file, in status panel 1: its name and the reason.
 #pragma once
 

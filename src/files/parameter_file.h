@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The parameter file: the saved picture of what the pages show, with the link settings and the user level.
 // Values reach the meter only through the pages.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Text files of sections and keys ("[SECTION]", "KEY=value"), read and written as the platform's own profile
 // calls do it (GetPrivateProfileStringA, GetPrivateProfileIntA, WritePrivateProfileStringA), but parsed once,
 // changed in memory and written whole.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program's own settings: VLT.ini beside the program (the bootstrap file) and the loader initial file
 // that its key INI_FILENAME names, mostly the same file. A failed write harms nothing; it is returned so that
 // the caller can tell the operator (files/file_report.h).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Replacing a file whole: whatever happens, the old or the new file stands.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "firmware/firmware.h"
 
 #include "firmware/frm_maint_comm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The windows of the firmware tool: frmMaint_MAIN, frmMaint_Wait, frmMaint_COMM.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "firmware/frm_maint_comm.h"
 
 #include "files/settings_file.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The firmware tool's choice of the serial port.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The firmware tool: loads program modules into the device, reads them back and compares them, reads the
 // version. A run blocks its handler from the first frame to the last pause; events run in all its waits, and
 // of the tool's controls only the wait window's Cancel can be worked then.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The runs of the firmware tool.
 #include <algorithm>
 #include <utility>

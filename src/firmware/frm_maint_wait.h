@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The firmware tool's wait window: which module, which step, how long it has taken and should take. The run
 // that shows it fills it and hides it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The journal of a run: one CSV file, a record a step, on the disk before the step behind it begins. Its
 // words are the same in every language, so that journals can be compared.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The link to the device's boot loader: text-framed, one exchange a step, a whole module in one frame. Names,
 // frames and time-outs are those of the boot loader's protocol.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program modules of the device and their files: the image that is to be sent, the image that was read
 // back.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // SHA-256 (FIPS 180-4), to name a module file beyond doubt in the window and in the journal.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The machine by Qt, whole: everything of Platform but the dialogs, which the program with windows and the
 // companion fill each in its own way. Needs a QCoreApplication that outlives it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One port for both kinds of device: Open() chooses by what the COM number stands for.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The event queue by Qt's event loop: for both the program with windows and the companion without.
 #pragma once
 

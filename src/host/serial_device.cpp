@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/serial_device.h"
 
 #ifdef _WIN32

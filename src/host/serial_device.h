@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What an open descriptor of a serial device tells beside what Qt's port tells, and why a device can't be
 // opened. On systems without POSIX every question gets its harmless answer.
 #pragma once

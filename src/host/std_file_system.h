@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files by the standard library and POSIX.
 #pragma once
 

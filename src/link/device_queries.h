@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the program asks the meter about itself: unit system, units of each channel, model, paths. The port
 // must be open. A query returns the value, or -1 without an answer, and then nothing is stored.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the program asks of a meter to know whom it talks to. The port must be open and the interface locked.
 // An answer is kept in the shared state; without one the values that were there stay.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Looks for meters on a port: asks each station at each combination of speed and parity for its unit system,
 // once, and goes on. It writes nothing to a meter. The interface must be locked. The port is closed and
 // opened on the way; behind the search it is as it was before, with its old settings.

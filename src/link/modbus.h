@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The exchange with the meter: one request, one reply, Modbus RTU, this program being the only master.
 //
 // Frames are byte arrays sized exactly to the frame, the two bytes of the frame check included: the whole

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One operation of a window that exchanges with the meter, as an object on the stack: the interface is locked
 // and the pointer an hourglass while it lives, and both are given back on every way out. What it did on the
 // line is reported to App::on_operation at its end.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Opening and closing the serial port of the main window (objMSComm). It is opened by the first operation
 // that needs it and stays open between pages; only the settings window and the end of the program close it.
 #pragma once

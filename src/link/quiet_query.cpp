@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "link/quiet_query.h"
 
 #include "link/device_queries.h"

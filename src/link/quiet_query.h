@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Queries of the meter that a page makes by itself, without a word to the operator: whoever opens a page may
 // want no meter.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "link/registers.h"
 
 #include "resources/text_ids.h"

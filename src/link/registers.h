@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Registers of a meter, read and written: what every page, live read and query of the meter goes through.
 // Addresses count bytes, as in the meter's register map; quantities count registers of 16 bits. The port must
 // be open and the interface locked. Every wait lets events run, so a caller must not assume that nothing

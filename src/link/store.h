@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The store command: register 0150H reads 0 when idle, and 1 is written to it to make the meter keep in its
 // non-volatile memory what was set.
 #pragma once

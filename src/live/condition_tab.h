@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Condition: the second tab of the transit-time page. It reads what the meter works with on each path, once a
 // press, into a grid with a column a channel, and saves it as CSV.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The check of an entry with limits, as the pages with a live run make it.
 #pragma once
 

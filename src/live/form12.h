@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // PV read: several meters on one RS485 line in turn. Two values of each station are shown and added to a CSV
 // file, once a cycle. Nothing is written to a meter.
 //

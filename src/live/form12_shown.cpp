@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "files/settings_file.h"
 #include "live/form12.h"
 #include "resources/string_table.h"

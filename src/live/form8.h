@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // RAS: the word of alarm bits of each channel, bit by bit, a column a channel and a row an alarm.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measure: polls the measured values of every channel once a cycle, shows them, draws one of them on the
 // trend chart and adds a record to a CSV file. Nothing is written to the meter.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "files/csv_log.h"
 #include "files/csv_question.h"
 #include "files/file_report.h"

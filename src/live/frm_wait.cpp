@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "live/frm_wait.h"
 
 #include "resources/text_ids.h"

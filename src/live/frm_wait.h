@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A small window with a text and a progress bar. Who shows it fills it, reads WaitCancel and unloads it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The live values of a meter as rows of data that know no control: where a value lies, what it holds, what
 // its column is called, which unit it carries. Addresses and layout come from the meter's register map.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A run of a window that watches the meter: what is asked again and again until it is stopped. The measure
 // page, the stations page and the waveform tab hold one each.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The file of a run: a head, a record a cycle, the next file when one is full. A record that cannot be
 // written is lost and counted; the run goes on.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Several meters on one line as rows of data: what is asked of each in a pass, what it last sent, how well it
 // answers. Nothing here knows a control.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "live/stations_record.h"
 
 #include "resources/string_table.h"

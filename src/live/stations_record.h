@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lines of the log of several stations, as texts. Head and records have the stations in the same order,
 // two columns each.
 #pragma once

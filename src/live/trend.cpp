@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "live/trend.h"
 
 #include "values/number_text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The bookkeeping of the trend chart: where the next point goes, and what happens when the chart is full.
 //
 // A full chart jumps: the last points move to its start and room for 2 % of its width (one point below a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The capture of one wave: the exchanges from the scale head to the last sample. It knows no control.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "link/port.h"
 #include "live/wave_tab.h"
 #include "resources/string_table.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The captures of a run, and their CSV matrix.
 #pragma once
 

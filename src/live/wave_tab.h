@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Waves: the third tab of the transit-time page. It lets the meter capture one kind of wave of a channel
 // again and again until it is stopped, draws each capture, and saves those of a run as one CSV matrix.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The condition of an ultrasonic path: what the meter works with, as rows of data that know no control.
 // Addresses and layout come from the meter's register map.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Details: how the meter sends, receives and judges the signals of a transit-time path.
 #pragma once
 

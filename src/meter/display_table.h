@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Display: what the meter's two display rows show, with which decimal point, and the backlight.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Energy mode: units, mode and temperatures of the heat calculation. A meter has one, whatever its channels.
 #pragma once
 

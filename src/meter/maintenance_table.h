@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Maintenance: adjustment and check of the analog outputs, checks of the digital outputs, the test mode with
 // simulated input, and the measured temperature inputs. All of it is written one register at a time.
 #pragma once

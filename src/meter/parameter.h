@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A parameter of the meter as one row of data that knows no control: where its register lies, what it holds,
 // how it is shown and typed, what it is called, where it is kept. Everything that speaks of a parameter takes
 // it from its row. The addresses come from the meter's register map.

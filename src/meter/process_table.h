@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Process setting: pipe, lining, fluid and sensor of a measuring channel, and the sensor spacing that the
 // meter computes from them.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Range: what the analog output and the measured value of a channel mean.
 #pragma once
 

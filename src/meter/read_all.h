@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The read-out of all settings of a meter in one go.
 #pragma once
 

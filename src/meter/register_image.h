@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a read-out has brought from a meter: registers by function and address.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lines of the settings report as data: sections in their order, and in each its rows.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The report of all settings of a meter: a CSV file for people and spreadsheets, never read back. Its format
 // is told in docs/report-format.md.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // System: what concerns the meter as a whole, and what it says of its own hardware.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The unit that a value carries by what the meter has told of itself, without brackets. Each brings its unit
 // list of the shared state up to date first. A code that the list does not have gives an empty text.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The waves that a meter captures: their kinds, and the registers of a capture. Addresses, codes and layout
 // come from the meter's register map.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A page whose parameters belong to one of the three channels, in a unit that the operator chooses from a
 // list: range and total.
 #pragma once

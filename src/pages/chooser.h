@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The option buttons by which a page chooses the channel or output that it shows.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A parameter on a page: its row of the catalogue, and the controls that it is bound to.
 #pragma once
 

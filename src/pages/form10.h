@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Process setting: pipe, lining, fluid and sensor of a channel, the sensor spacing that the meter computes
 // from them, and the zero adjustment. A tab of its own holds the heat calculation.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Transit time: how the meter sends, receives and judges the signals of a path. The other two tabs, the
 // condition of the paths and their waves, are parts of this window that live readings add.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Total: the totalizer of a channel, and rate and preset of the heat totalizer.
 #pragma once
 

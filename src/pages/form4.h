@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Status: what drives each digital output, on which channel, with which switch points and contact action.
 #pragma once
 

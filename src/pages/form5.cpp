@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "pages/form5.h"
 
 #include "meter/display_table.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // System: what concerns the meter as a whole, its identification, the memory initialisation, and the read-out
 // of all settings into a report.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Maintenance: adjusts and checks the analog outputs, checks the digital ones, drives the test mode with its
 // simulated input, and shows the measured temperature inputs. What it has begun goes on in the meter until
 // ReleaseParameter ends it, whatever page is open.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The energy tab of the process page: what the heat calculation of the meter works with. A column of its own,
 // which is read, set and saved apart from the installation.
 #pragma once

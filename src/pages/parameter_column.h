@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One column of parameters with its master box and its three buttons: what every parameter page does. A page
 // owns one column or several, and tells each by ColumnRules what it does its own way.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A parameter page: the four commands, and one column of parameters or several that follow the life of the
 // window.
 #pragma once

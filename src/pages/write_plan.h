@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The writes of a set, worked out and judged before the first of them is sent, so that a value that can't be
 // sent leaves no meter half set.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files as the logic needs them: read whole, replaced whole, or grown by one line.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The serial port as the firmware link sees it: opened with time-outs, then whole blocking calls. While a
 // call waits, the event queue runs, so windows are painted and a Cancel button can be pressed.
 #pragma once

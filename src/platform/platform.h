@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Everything the logic takes from the machine, in one place. The desktop fills it with Qt, the tests with
 // virtual time and memory.
 #pragma once

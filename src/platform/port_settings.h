@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The settings text of a serial port, as every filling of SerialPort reads it.
 #pragma once
 

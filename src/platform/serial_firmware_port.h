@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The firmware link's port over any SerialPort: a real one, the simulated one, a test's. All that the
 // blocking calls add, their time-outs, is here once.
 #pragma once

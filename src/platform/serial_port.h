@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The serial port as the Modbus transaction sees it: bytes out, bytes in, nothing of frames.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A drawing as a list of shapes, without pixels and without a toolkit: what a window shows, a printer prints
 // and a file keeps is the same list.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // All captions and messages, in two languages side by side.
 #pragma once
 

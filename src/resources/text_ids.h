@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Names of the texts that have no id of old. They live in the block 3200 to 3389; new ones go behind their
 // group. Where a text has placeholders, the comment tells what FormatText is to be given.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The part of the serial settings that tells which device each COM number stands for, follows plugging while
 // the dialog is open, and gives a device to a COM number.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The part of the serial settings that looks for meters on the chosen port: at each speed and parity, on
 // RS232C the one meter there, on RS485 stations 1 to 31. A meter that was found fills the fields; Command1
 // proves them as ever.

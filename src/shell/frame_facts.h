@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The part of the main window that tells what is known: the link in force, beside the page buttons, and,
 // while no page is open, the meter and the first steps.
 #pragma once

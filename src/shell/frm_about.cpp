@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/frm_about.h"
 
 #include "resources/text_ids.h"

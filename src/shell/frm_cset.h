@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The serial settings: changes the link, proves it by reading the meter, and only then writes it to the
 // settings file. After a failure the dialog stays and the new values stay in force in memory, not in the
 // file.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The choice between the firmware tool and the main program, shown at user level Service and Factory.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the program does when a handler ends by an exception that nobody foresaw.
 #pragma once
 

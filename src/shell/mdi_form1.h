@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window: page buttons, menu, status bar and the port object. It holds no measurement logic.
 //
 // The colour of a page's button is the only record of which page is open. Two families of buttons:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window's parameter files and its end.
 #include "files/file_report.h"
 #include "files/parameter_file.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The splash windows: the bridge between the start routine and the main window. Each asks the meter once
 // for its unit system, its display language and its units, dresses the main window in the program's
 // language and shows it. A meter that does not answer leaves the values of the settings file.

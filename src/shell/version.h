@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program's version record, filled from the project's version by the build.
 #pragma once
 

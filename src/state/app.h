@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The App ties together what a handler works with. One a process; a test builds as many as it likes.
 #pragma once
 

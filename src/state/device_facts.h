@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What is known of the meter's shape, with one answer each. The numbers come from SpecClass and PathMode of
 // the shared state: what the meter last told, or the last session's until it does.
 #pragma once

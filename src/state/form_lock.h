@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The busy lock. It is taken around every exchange with the meter, and it is the only guard against a second
 // exchange that starts from a click while the first one waits.
 #pragma once

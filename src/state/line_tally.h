@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What went over the line since the program started, and what one operation of a window had of it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The page slots: one text for each key of the parameter file. They carry what the pages show between the
 // pages and the file, and outlive a page.
 #pragma once

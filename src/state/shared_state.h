@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // All that outlives one handler: plain named variables, one instance a process, read and written directly.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The parameter file's keys in the order of the file. Each row is a slot of PageSlots: the one list of what
 // pages keep and files hold.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Meters in their test state: a check holds their outputs or the test mode simulates their input, so that a
 // plant behind them gets values that nobody has measured. The main window tells it until the state has ended.
 #pragma once

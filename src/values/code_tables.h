@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Register codes to texts. A table is known by its number; a code is the position of its text, from 0.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Register bytes to values and back. The meter's order everywhere: the byte at the lower index, and the
 // register at the lower address, is the more significant one. Data begin at byte 3 of a read reply and at
 // byte 7 of a write request with function 10H.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A shown number to the integer that a register holds: cut to the shown decimals, times the scale, cut again.
 #pragma once
 

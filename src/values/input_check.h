@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The first test of a typed number, character by character.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The one place where numbers become texts and texts numbers. "." is the decimal sign under every locale. A
 // number that is not finite reads "NaN", "INF" or "-INF"; minus zero reads as zero.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Small text routines. Texts are UTF-8; what a person counts as characters are code points.
 #pragma once
 

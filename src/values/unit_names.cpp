@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "values/unit_names.h"
 
 #include "values/code_tables.h"

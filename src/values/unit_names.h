@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The unit text lists of a unit system. flag is 0 for metric, else English; lang_offset is 0 or 5000.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A chart as the logic sees it: series of points, axes, colours; no pixels.
 //
 // Points are counted from 1. A series has a number of points, of which those from the first to the last point

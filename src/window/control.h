@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Controls as the logic sees them: names, states and handlers, no pixels.
 //
 // Two kinds of call change a control. Setters are the program's own doing; where the product's controls run

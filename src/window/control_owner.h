@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a control asks of the window that it lies on.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A drawing in a window: a sheet of shapes, and a note in its place or over it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A window as the logic sees it, the parts that it is made of, and the list of the windows that exist.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The calculator's window, worked by gestures: locks, checks, results, drawing, process values, sheets.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The calculation against results worked out by an independent program in high precision, and its failures.
 #include <gtest/gtest.h>
 

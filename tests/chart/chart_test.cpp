@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The chart on the screen: what is drawn and when, and what mouse and buttons do.
 #include <gtest/gtest.h>
 

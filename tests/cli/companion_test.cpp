@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Scripts on the program's own windows, on virtual time.
 #include "cli/companion.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The script language: lines, quotes, comments, pieces.
 #include "cli/script.h"
 

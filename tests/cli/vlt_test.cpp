@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The companion as a program: standard input, options, signals.
 #include <gtest/gtest.h>
 #include <sys/wait.h>

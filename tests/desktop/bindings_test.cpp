@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Each kind of control and its widget: what a person does reaches the control, what the control holds shows.
 #include <gtest/gtest.h>
 

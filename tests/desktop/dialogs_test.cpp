@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Message boxes, file dialogs, captions and mnemonics.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Leaving a text field: its check, the box that it may show, and the press that must not run then.
 #include <gtest/gtest.h>
 

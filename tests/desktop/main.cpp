@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The desktop tests need an application; they show nothing on a real screen unless they are told to.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program's own windows: every control has its place, nothing is cut off, closing asks the logic.
 #include <gtest/gtest.h>
 

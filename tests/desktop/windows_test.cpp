@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Windows on the screen: the frame and its pages, dialogs, closing, pointer, life and death of widgets.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files and folders that are not what they should be: told, and not one byte leaves.
 #include "firmware_fixture.h"
 

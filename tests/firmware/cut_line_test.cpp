@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The line goes at every place of a run: the run ends in time, as a failure, and the window can be worked.
 #include "firmware_fixture.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The firmware tool on virtual time, with files in memory and a boot loader at the other end.
 #pragma once
 

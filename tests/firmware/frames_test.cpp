@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What goes over the line, byte for byte, and what the answers do.
 #include "firmware_fixture.h"
 

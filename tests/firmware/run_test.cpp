@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A run as the operator sees it: the wait window, Cancel, closing, the journal, the port.
 #include "firmware/sha256.h"
 #include "firmware_fixture.h"

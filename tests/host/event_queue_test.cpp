@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/qt_event_queue.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A folder of its own for one test, and a user without the administrator's rights.
 #pragma once
 

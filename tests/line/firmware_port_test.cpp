@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The firmware link's port on a real serial device.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the sessions with the simulated meter share: the program on its line, and who answers the boxes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A pseudo-terminal: the test holds the meter's end, the port under test opens the other by its path.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/qt_serial_port.h"
 
 #include <gtest/gtest.h>

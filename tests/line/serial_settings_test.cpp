@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The serial settings against meters on pseudo-terminals: what is proved, what the file holds behind it.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A whole session with the simulated meter as a program of its own on a pseudo-terminal: every frame that the
 // meter sees, byte for byte, from the splash to the store and the zero adjustment.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The store command and the queries of the meter's facts, on a simulated meter at 9600 baud. An exchange of
 // one word takes 43 ms, one that meets silence 224 ms an attempt.
 #include <gtest/gtest.h>

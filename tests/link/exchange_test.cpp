@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The exchange on a simulated meter: for every fault of the line and every mode the result, the text, the
 // number of requests and the time from call to return. All on 9600 baud unless told: a request of 8 bytes is
 // on its way for 9.2 ms, and the drain looks every 4 ms, so it ends at 12 ms.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The search for meters: who is found, how long silence takes, what disturbs it, what it leaves behind.
 #include "link/meter_search.h"
 

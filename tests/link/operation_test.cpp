@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What one operation takes, gives back, and tells of what it did on the line.
 #include "link/operation.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The exchange on a scripted line: order of the calls to the port, odd replies to the byte, faults of the
 // driver, and the port's own opening and closing.
 #include <gtest/gtest.h>

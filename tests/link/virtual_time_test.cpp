@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The timeline that all logic tests trust.
 #include <gtest/gtest.h>
 

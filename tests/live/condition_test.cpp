@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The condition tab: what stands in the grid and in the file, and what happens on a bad line.
 #include "transit_fixture.h"
 #include "values/codecs.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A live run by itself, as a window holds it that captures in a loop: stopped and left from every state.
 #include "live/live_run.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // More than a day of measuring with faults sprinkled in: nothing lost, nothing double, no growth.
 #if __has_include(<malloc.h>)
 #include <malloc.h>

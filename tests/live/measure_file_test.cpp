@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The files of the measure page: their names, their bytes, and what happens when they cannot be written.
 #include <cmath>
 

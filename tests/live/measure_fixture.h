@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The measure page on a simulated meter, as an operator has it after SaveCSV.
 #pragma once
 

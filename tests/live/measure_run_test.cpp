@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A run of the measure page: what starts it, what it shows, how it ends, and what may come in between.
 #include <algorithm>
 #include <cmath>

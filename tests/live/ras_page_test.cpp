@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The RAS page: the grid, the wire, and when its button is live.
 #include "link/port.h"
 #include "live/form8.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Several stations in turn: the texts of values, and the file.
 #include <algorithm>
 

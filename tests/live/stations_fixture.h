@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The stations page on a simulated line, as an operator has it in front of him.
 #pragma once
 

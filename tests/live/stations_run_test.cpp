@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Several stations in turn: what refuses a start, what goes over the line and when, what a run ends by.
 #include <functional>
 

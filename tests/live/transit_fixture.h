@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The transit-time page with its live tabs, on a meter.
 #pragma once
 

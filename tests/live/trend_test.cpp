@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The chart: what the control keeps and tells, and the bookkeeping of the trend on the page.
 #include <cmath>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The wave tab: a capture as bytes and milliseconds, each fault, the stored captures and their file.
 #include <algorithm>
 

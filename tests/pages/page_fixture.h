@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A page opened on a simulated meter, as the main window opens it.
 #pragma once
 

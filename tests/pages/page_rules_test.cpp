@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What all parameter pages share.
 #include <algorithm>
 #include <set>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The read-out of all settings and its report.
 #include <algorithm>
 #include <clocale>

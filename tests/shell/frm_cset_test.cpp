@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The serial settings: fields, the proof of a link, what the file holds after each way out, devices, search.
 #include "shell/frm_cset.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // All parameter pages filled, saved through the menu, and opened again by a program that was started anew.
 #include <gtest/gtest.h>
 

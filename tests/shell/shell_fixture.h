@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program from its settings file on, with pages that only note what happens to them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A simulated line driven by hand: bytes in, what comes out and when.
 #pragma once
 

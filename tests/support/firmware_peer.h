@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A boot loader at the far end of a serial port, written down by the test: it takes whole frames and answers
 // each as the test says, at the pace of 38400 bit/s on virtual time. The line can be cut at any byte.
 #pragma once

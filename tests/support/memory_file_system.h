@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files in memory, with a failure or a kill at any chosen step.
 #pragma once
 

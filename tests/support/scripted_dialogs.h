@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Answers to message boxes and file dialogs, prepared by the test. A box that no answer waits for fails the
 // test, and so does an answer that nobody asked for.
 #pragma once

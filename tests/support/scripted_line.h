@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A serial port whose replies are written down by the test, byte by byte, for what no meter would send and
 // for the faults of a driver.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/station_soak.h"
 #include "platform/serial_firmware_port.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A line of stations that answer well, late, twice, for each other, in part and with noise, and a run of the
 // stations page on it that is judged value by value. On virtual time.
 #pragma once

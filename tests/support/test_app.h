@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A program ready to work: English, port 1, station 1, 9600 baud, odd parity, three retries, the smallest
 // main window that the lower code needs. The port is closed, as at start.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole machine of a logic test. COM1 leads to a simulated line with one meter, station 1; every other
 // number to nothing, unless the test plugs a line in.
 #pragma once

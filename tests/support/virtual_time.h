@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Clock and event queue on one virtual timeline. Nothing here sleeps: giving way jumps to the next event or
 // to the given moment, so a wait of five minutes takes no time and ends at its exact millisecond.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The firmware tool: its window, its wait window, its choice of the port.
 #include "desktop/layouts/layouts.h"
 

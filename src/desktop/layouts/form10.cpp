@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Process setting.
 #include "desktop/layouts/layouts.h"
 #include "resources/text_ids.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Transit time: details of a path; condition and waves on tabs of their own.
 #include "desktop/layouts/layouts.h"
 #include "resources/text_ids.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // PV read: what is asked above, the stations below in two halves.
 #include "desktop/layouts/layouts.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Range: full scales, output, limits, damping and calibration of a channel.
 #include "desktop/layouts/layouts.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Total: the totalizer of a channel and the heat totalizer.
 #include "desktop/layouts/layouts.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Status: the digital outputs.
 #include "desktop/layouts/layouts.h"
 

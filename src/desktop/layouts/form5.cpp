@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Display: the meter's two display rows and its backlight.
 #include "desktop/layouts/layouts.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // System: the meter as a whole, memory initialisation, and the report of all settings.
 #include "desktop/layouts/layouts.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Maintenance: analog outputs, digital outputs, test mode, temperature inputs.
 #include "desktop/layouts/layouts.h"
 

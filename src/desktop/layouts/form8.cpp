@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // RAS: the alarm bits of each channel.
 #include "desktop/layouts/layouts.h"
 

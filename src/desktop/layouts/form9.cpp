@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Measure: the flow of all channels and the settings of the trend above, heat and the trend below.
 #include "desktop/layouts/layouts.h"
 

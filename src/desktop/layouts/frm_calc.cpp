@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sensor spacing calculator: the fields, and beside them the drawing and the result.
 #include "desktop/layouts/layouts.h"
 #include "resources/text_ids.h"

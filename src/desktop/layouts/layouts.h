@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The layout tables, one file a window. A new window adds its table here and in layouts.cpp.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The windows of the frame: main window, splash windows, choice, about, wait.
 #include "desktop/layouts/layouts.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A list of windows on a screen of its own, with forms of the tests' own making.
 #pragma once
 
