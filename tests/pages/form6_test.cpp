@@ -152,7 +152,7 @@ TEST(Form6, ASingleChannelMeterGetsNoMeasureSetup) {
   }
   page.chkCheck.Tick();
   page.Read_All_Set_Data.Untick();
-  EXPECT_FALSE(page.SPEC.Ticked()) << "only the factory ticks the specification in passing";
+  EXPECT_FALSE(page.SPEC.Ticked()) << "only the factory ticks SPEC in passing";
   EXPECT_FALSE(page.SPEC_Text.Enabled());
   page.MEASUREMENT_MODECombo.SetListIndex(1);
   page.A01_OUT_SOURCECombo.SetListIndex(1);
@@ -245,7 +245,7 @@ TEST(Form6, ABadLineLeavesThePageUsable) {
     page.ReadParameter.Press();
     EXPECT_EQ(page.LANGUAGECombo.ListIndex(), c.language);
     EXPECT_EQ(page.SYSTEM_MODECombo.ListIndex(), c.mode);
-    EXPECT_EQ(page.SPEC_Text.Text(), "0081") << "the specification follows a failed block";
+    EXPECT_EQ(page.SPEC_Text.Text(), "0081") << "SPEC follows a failed block";
     EXPECT_FALSE(test.app().state.UiLocked);
   }
 
