@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "meter/register_image.h"
 
+#include <ranges>
 #include <utility>
 
 namespace vlt {
@@ -13,8 +14,7 @@ std::span<const std::uint8_t> RegisterImage::Of(const Parameter& parameter, int 
   const int address = AddressOf(parameter, index);
   const int size = 2 * parameter.Words();
   // What was read last counts.
-  for (auto at = pieces_.rbegin(); at != pieces_.rend(); ++at) {
-    const Piece& piece = *at;
+  for (const Piece& piece : std::views::reverse(pieces_)) {
     const int offset = address - piece.address;
     const bool inside = offset >= 0 && offset + size <= static_cast<int>(piece.data.size());
     if (piece.function != parameter.function || !inside) continue;
