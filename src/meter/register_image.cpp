@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "meter/register_image.h"
 
-#include <ranges>
+#include <algorithm>
 #include <utility>
 
 namespace vlt {
@@ -14,13 +14,14 @@ std::span<const std::uint8_t> RegisterImage::Of(const Parameter& parameter, int 
   const int address = AddressOf(parameter, index);
   const int size = 2 * parameter.Words();
   // What was read last counts.
-  for (const Piece& piece : std::views::reverse(pieces_)) {
-    const int offset = address - piece.address;
-    const bool inside = offset >= 0 && offset + size <= static_cast<int>(piece.data.size());
-    if (piece.function != parameter.function || !inside) continue;
-    return std::span(piece.data).subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(size));
-  }
-  return {};
+  const auto piece = std::find_if(pieces_.rbegin(), pieces_.rend(), [&](const Piece& candidate) {
+    const int offset = address - candidate.address;
+    return candidate.function == parameter.function && offset >= 0 &&
+           offset + size <= static_cast<int>(candidate.data.size());
+  });
+  if (piece == pieces_.rend()) return {};
+  return std::span(piece->data)
+      .subspan(static_cast<std::size_t>(address - piece->address), static_cast<std::size_t>(size));
 }
 
 int RegisterImage::CodeOf(const Parameter& parameter, int index, int absent) const {
