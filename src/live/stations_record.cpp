@@ -39,7 +39,8 @@ std::vector<std::string> StationHeadLines(const StationRun& run, std::span<const
     for (const StationDisplay& display : displays) {
       const std::string item = ItemWithUnit(station, display, lang_offset);
       line += (&display == &displays.front() ? "" : ",") + item;
-      columns += "," + (item.empty() ? "" : number + " " + item);
+      columns += ",";
+      if (!item.empty()) columns.append(number).append(" ").append(item);
     }
     lines.push_back(line);
   }

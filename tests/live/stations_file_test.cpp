@@ -137,7 +137,7 @@ TEST_F(StationsFileTest, LostRecordsAreToldAndTheRunGoesOn) {
   Start("1");
   test.platform.files.FailChange(1, FileError::kFull);
   RunPasses(1);
-  EXPECT_NE(Page().StatusBar2.Panel(3).find("1"), std::string::npos);
+  EXPECT_NE(Page().StatusBar2.Panel(3).find('1'), std::string::npos);
   EXPECT_NE(Page().StatusBar2.Panel(3), "run_20261124100000.csv");
   RunPasses(2);
   EXPECT_TRUE(Page().StatusBar2.Panel(3).starts_with("run_"));
