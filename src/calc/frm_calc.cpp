@@ -7,7 +7,6 @@
 #include "values/code_tables.h"
 #include "values/input_check.h"
 #include "values/number_text.h"
-#include "values/text.h"
 
 namespace vlt {
 namespace {
@@ -164,7 +163,7 @@ void frmCalc::LINING_MATERIALCombo_Click() {
 
 void frmCalc::CheckEntry(const Entry& entry) {
   const std::string& text = entry.text.Text();
-  const int numeric = IsNumericText(text, static_cast<int>(CharCount(text)));
+  const int numeric = IsNumericText(text);
   if (numeric > 0) return;
   // What passes character by character may still be no number ("1.2.3").
   const bool is_number = numeric == 0 && ParseNumber(text).has_value();

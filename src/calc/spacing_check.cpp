@@ -3,7 +3,6 @@
 
 #include "values/input_check.h"
 #include "values/number_text.h"
-#include "values/text.h"
 #include "values/unit_names.h"
 
 namespace vlt {
@@ -37,7 +36,7 @@ using Why = InputFault::Why;
 
 std::optional<InputFault> FaultOf(SpacingField field, const std::string& text, int unit_flag) {
   if (text.empty()) return InputFault{Why::kMissing, field};
-  if (IsNumericText(text, static_cast<int>(CharCount(text))) != 0 || !ParseNumber(text)) {
+  if (IsNumericText(text) != 0 || !ParseNumber(text)) {
     return InputFault{Why::kNotANumber, field};
   }
   if (!IsInRange(field, text, unit_flag)) return InputFault{Why::kOutOfRange, field};

@@ -6,7 +6,6 @@
 #include "resources/text_ids.h"
 #include "values/input_check.h"
 #include "values/number_text.h"
-#include "values/text.h"
 
 namespace vlt {
 namespace {
@@ -17,7 +16,7 @@ constexpr int kOutOfRange = 4480;
 
 bool CheckEntry(App& app, TextBox& box, double low, double high) {
   const std::string& text = box.Text();
-  const bool numeric = IsNumericText(text, static_cast<int>(CharCount(text))) == 0;
+  const bool numeric = IsNumericText(text) == 0;
   const std::optional<double> value = numeric ? ParseNumber(text) : std::nullopt;
   if (value && *value >= low && *value <= high) return true;
   box.SelectAll();

@@ -7,14 +7,14 @@
 #include "link/device_queries.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "state/device_facts.h"
 #include "values/unit_names.h"
 
 namespace vlt {
 namespace {
 
 constexpr int kUnknown = -1;
-constexpr int kRestMs = 10;  // behind each unit query
-constexpr int kTotalUnitWithoutMetric = 8;
+constexpr int kRestMs = 10;        // behind each unit query
 constexpr int kChannelName = 182;  // of CH1; the others follow
 constexpr int kUnitError = 1966;
 constexpr int kCommunicationFailed = 1964;
@@ -100,7 +100,7 @@ LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays
     const auto at = static_cast<std::size_t>(ch);
     ask(units.flow[at], [&] { return GetRangeUnitAt(app, station, ch); });
     ask(units.total[at], [&] { return GetTotalUnitAt(app, station, ch); });
-    if (units.unit_flag == 0 && units.total[at] == kTotalUnitWithoutMetric) units.total[at] = 0;
+    units.total[at] = TotalUnitOf(units.unit_flag, units.total[at]);
   }
   ask(units.heat_flow, [&] { return GetHeatFlowUnitAt(app, station); });
   ask(units.heat_total, [&] { return GetHeatTotalUnitAt(app, station); });

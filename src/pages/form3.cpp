@@ -107,7 +107,7 @@ void Form3::FieldWasRead(const Field& field, int code) {
   column().FirstInThisRead(kUnitMark);
   ReadUnitSystem(app());
   RefillUnits();
-  const int unit = app().state.UnitFlag == 0 && code == kUnitWithoutMetric ? 0 : code;
+  const int unit = TotalUnitOf(app().state.UnitFlag, code);
   UNIT_SYSTEMCombo.SetListIndex(unit);
   app().state.TotalUnit.at(static_cast<std::size_t>(Channel())) = unit;
   ShowTotalUnits();

@@ -216,7 +216,7 @@ void Form6::RebuildOutSourceLists() {
 
 // These two are emptied when they hold no number.
 void Form6::CheckFourDigits(TextBox& box) {
-  if (IsNumericText(box.Text(), static_cast<int>(CharCount(box.Text()))) >= 0) return;
+  if (IsNumericText(box.Text()) >= 0) return;
   box.SetText("");
   app().Show(app().Text(text::kNotANumber));
   box.SetFocus();

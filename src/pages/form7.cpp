@@ -282,7 +282,7 @@ void Form7::BoxClicked(CheckBox&) {
 }
 
 void Form7::CheckOrClear(TextBox& box) {
-  if (IsNumericText(box.Text(), static_cast<int>(CharCount(box.Text()))) >= 0) return;
+  if (IsNumericText(box.Text()) >= 0) return;
   app().Show(app().Text(text::kNotANumber));
   box.SetText("");
   box.SetFocus();

@@ -2,7 +2,6 @@
 #include "pages/parameter_column.h"
 
 #include <algorithm>
-#include <optional>
 #include <stdexcept>
 
 #include "link/device_queries.h"
@@ -12,7 +11,6 @@
 #include "resources/text_ids.h"
 #include "values/input_check.h"
 #include "values/number_text.h"
-#include "values/text.h"
 
 namespace vlt {
 namespace {
@@ -24,7 +22,7 @@ std::string InBrackets(const std::string& unit) { return "[" + unit + "]"; }
 }  // namespace
 
 void CheckNumber(App& app, TextBox& box) {
-  if (IsNumericText(box.Text(), static_cast<int>(CharCount(box.Text()))) >= 0) return;
+  if (IsNumericText(box.Text()) >= 0) return;
   box.SelectAll();
   app.Show(app.Text(text::kNotANumber));
   box.SetFocus();

@@ -15,7 +15,6 @@
 #include "state/form_lock.h"
 #include "values/input_check.h"
 #include "values/number_text.h"
-#include "values/text.h"
 
 namespace vlt {
 namespace {
@@ -178,7 +177,7 @@ void FrmCSet::TransMethod_Click() {
 void FrmCSet::StaitionNo_LostFocus() {
   const std::string& typed = StaitionNo.Text();
   if (typed.empty()) return;
-  const bool numeric = IsNumericText(typed, static_cast<int>(CharCount(typed))) == 0;
+  const bool numeric = IsNumericText(typed) == 0;
   const std::optional<int> number = StationIn(typed);
   if (IsStation(number)) {
     StaitionNo.SetMark("");

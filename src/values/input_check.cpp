@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "values/input_check.h"
 
+#include "values/text.h"
+
 namespace vlt {
 
 int IsNumericText(std::string_view text, int length) {
@@ -16,5 +18,7 @@ int IsNumericText(std::string_view text, int length) {
   }
   return 0;
 }
+
+int IsNumericText(std::string_view text) { return IsNumericText(text, static_cast<int>(CharCount(text))); }
 
 }  // namespace vlt

@@ -10,5 +10,7 @@ namespace vlt {
 // (code points), as CharCount gives them. A sign is taken at the first place only, a point or comma only
 // behind it; a text with two points passes, and ParseNumber then decides.
 int IsNumericText(std::string_view text, int length);
+// The same for the whole text.
+int IsNumericText(std::string_view text);
 
 }  // namespace vlt
