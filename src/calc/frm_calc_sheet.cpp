@@ -136,9 +136,7 @@ void frmCalc::WriteSheet(const Sheet& sheet, const std::string& path) {
   }
   const FileError error = WriteWhole(app_.platform.files, path, *content, false);
   if (error == FileError::kGood) return Tell(FormatText(app_.Text(text::kFileSaved), {LastComponent(path)}));
-  app_.Show(
-      FormatText(app_.Text(text::kFileNotWritten), {LastComponent(path), app_.Text(NotWrittenReason(error))}),
-      MessageIcon::kStop);
+  app_.Show(NotWrittenText(app_, path, error), MessageIcon::kStop);
 }
 
 }  // namespace vlt

@@ -62,9 +62,23 @@ void ReportNotWritten(App& app, const std::string& path, FileError error) {
   ReportFailure(app, text::kFileNotWritten, path, error, &Reason::writing);
 }
 
+void ReportWritten(App& app, const std::string& path, FileError error) {
+  if (error == FileError::kGood) {
+    ReportSaved(app, path);
+  } else {
+    ReportNotWritten(app, path, error);
+  }
+}
+
 std::string NotReadText(const App& app, const std::string& name, FileError error) {
   return FormatText(app.Text(text::kFileNotRead), {name, app.Text(ReasonId(error, &Reason::reading))});
 }
+
+std::string NotWrittenText(const App& app, const std::string& path, FileError error) {
+  return FormatText(app.Text(text::kFileNotWritten),
+                    {LastComponent(path), app.Text(NotWrittenReason(error))});
+}
+
 int NotReadReason(FileError error) { return ReasonId(error, &Reason::reading); }
 
 int NotWrittenReason(FileError error) { return ReasonId(error, &Reason::writing); }

@@ -16,6 +16,8 @@ void ReportOpened(App& app, const std::string& path, const LoadResult& result);
 void ReportSaved(App& app, const std::string& path);
 void ReportNotRead(App& app, const std::string& path, FileError error);
 void ReportNotWritten(App& app, const std::string& path, FileError error);
+// ReportSaved, or for another error than kGood ReportNotWritten.
+void ReportWritten(App& app, const std::string& path, FileError error);
 
 // Text id of why a file could not be read, for the middle of a sentence. `error` is not kGood.
 int NotReadReason(FileError error);
@@ -24,5 +26,7 @@ int NotReadReason(FileError error);
 int NotWrittenReason(FileError error);
 // "VLT.ini could not be read: there is no such file", with the name as it is given. `error` is not kGood.
 std::string NotReadText(const App& app, const std::string& name, FileError error);
+// "report.csv could not be written: the disk is full", with the last component of the path.
+std::string NotWrittenText(const App& app, const std::string& path, FileError error);
 
 }  // namespace vlt

@@ -156,8 +156,7 @@ void frmMaint_MAIN::SetPort(const std::string& name, FileError written) {
   ShowPort();
   if (written == FileError::kGood) return;
   notes_.clear();
-  Note(FormatText(app_.Text(text::kFileNotWritten),
-                  {LastComponent(CommPath(app_)), app_.Text(NotWrittenReason(written))}));
+  Note(NotWrittenText(app_, CommPath(app_), written));
 }
 
 // "COM3   /dev/ttyUSB0".

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "files/file_report.h"
-#include "files/settings_file.h"
 #include "firmware/frm_maint_main.h"
 #include "link/modbus.h"
 #include "resources/string_table.h"
@@ -320,8 +319,7 @@ void frmMaint_MAIN::SaveReadBack(const std::string& path) {
   const FileError error = Files.FwSaveImage(base, Files.FwImage);
   journal_.Add("save", error == FileError::kGood ? "good" : "failed", Files.SavedPath);
   if (error == FileError::kGood) return;
-  Note(FormatText(app_.Text(text::kFileNotWritten),
-                  {LastComponent(Files.SavedPath), app_.Text(NotWrittenReason(error))}));
+  Note(NotWrittenText(app_, Files.SavedPath, error));
 }
 
 void frmMaint_MAIN::ReadVersion() {

@@ -152,12 +152,7 @@ void ConditionTab::SaveInfButton_Click() {
       {.title = kSaveTitle, .folder = FolderOfPath(app_.state.MeasureDir), .ask_before_overwrite = true});
   if (!path) return;
   app_.state.MeasureDir = *path;
-  const FileError error = WriteConditionCsv(*path);
-  if (error == FileError::kGood) {
-    ReportSaved(app_, *path);
-  } else {
-    ReportNotWritten(app_, *path, error);
-  }
+  ReportWritten(app_, *path, WriteConditionCsv(*path));
 }
 
 FileError ConditionTab::WriteConditionCsv(const std::string& path) {

@@ -69,9 +69,9 @@ void MeasureLog::Append(const std::string& path, const std::string& record, cons
 
 std::string MeasureLog::Trouble() const {
   if (last_error_ == FileError::kGood) return {};
-  const std::string reason = app_.Text(NotWrittenReason(last_error_));
-  if (lost_records_ == 0) return FormatText(app_.Text(text::kFileNotWritten), {last_name_, reason});
-  return FormatText(app_.Text(text::kRecordsLost), {std::to_string(lost_records_), last_name_, reason});
+  if (lost_records_ == 0) return NotWrittenText(app_, last_name_, last_error_);
+  return FormatText(app_.Text(text::kRecordsLost),
+                    {std::to_string(lost_records_), last_name_, app_.Text(NotWrittenReason(last_error_))});
 }
 
 }  // namespace vlt

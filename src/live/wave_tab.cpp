@@ -137,12 +137,7 @@ void WaveTab::ProfileSaveButton_Click() {
       AskCsvFile(app_, {.folder = FolderOfPath(app_.state.MeasureDir), .ask_before_overwrite = true});
   if (!path) return;
   app_.state.MeasureDir = *path;
-  const FileError error = WriteWaveCsv(*path);
-  if (error == FileError::kGood) {
-    ReportSaved(app_, *path);
-  } else {
-    ReportNotWritten(app_, *path, error);
-  }
+  ReportWritten(app_, *path, WriteWaveCsv(*path));
 }
 
 FileError WaveTab::WriteWaveCsv(const std::string& path) {

@@ -5,7 +5,6 @@
 
 #include "files/csv_question.h"
 #include "files/file_report.h"
-#include "files/settings_file.h"
 #include "link/device_queries.h"
 #include "link/modbus.h"
 #include "meter/settings_report.h"
@@ -15,7 +14,6 @@
 #include "state/form_lock.h"
 #include "values/input_check.h"
 #include "values/number_text.h"
-#include "values/text.h"
 
 namespace vlt {
 namespace {
@@ -374,8 +372,7 @@ std::string Form6::SaveReportTo(const std::string& file, const MeterSettings& se
   if (settings.registers.Empty()) return app().Text(text::kNothingRead);
   const FileError error = SaveReport(app(), settings, file);
   if (error == FileError::kGood) return {};
-  return FormatText(app().Text(text::kFileNotWritten),
-                    {LastComponent(file), app().Text(NotWrittenReason(error))});
+  return NotWrittenText(app(), file, error);
 }
 
 std::string Form6::ReadRemark() {

@@ -73,11 +73,7 @@ void MDIForm1::setParam_Click() {
 
 FileError MDIForm1::WriteParameterFile(const std::string& path) {
   const FileError error = SaveParameterFile(app_, path);
-  if (error == FileError::kGood) {
-    ReportSaved(app_, path);
-  } else {
-    ReportNotWritten(app_, path, error);
-  }
+  ReportWritten(app_, path, error);
   return error;
 }
 
