@@ -2,21 +2,18 @@
 #include "live/live_fields.h"
 
 #include <bitset>
-#include <vector>
 
+#include "meter/units.h"
 #include "resources/string_table.h"
 #include "values/code_tables.h"
 #include "values/codecs.h"
 #include "values/number_text.h"
-#include "values/unit_names.h"
 
 namespace vlt {
 namespace {
 
 constexpr int kShownDecimals = 3;
 constexpr int kNoAlarm = 4880;
-constexpr int kPercentText = 10;
-constexpr int kPulseText = 130;
 
 constexpr LiveField kMeasured[] = {
     {0, LiveType::kSingle, 2180, UnitKind::kVelocity}, {2, LiveType::kSingle, 2220, UnitKind::kFlow},
@@ -42,12 +39,6 @@ constexpr LiveBlock kHeatBlock{{0x10C0, 0x2448, 0x2648}, 28, kHeatPlace, kHeat};
 constexpr const LiveBlock* kBlocks[] = {&kMeasuredBlock, &kHeatBlock};
 
 std::size_t StartOf(const LiveField& field) { return 2 * static_cast<std::size_t>(field.offset); }
-
-template <class Names>
-std::string InBrackets(const Names& names, int code) {
-  const bool known = code >= 0 && code < static_cast<int>(names.size());
-  return "[" + (known ? names[static_cast<std::size_t>(code)] : "") + "]";
-}
 
 }  // namespace
 
@@ -110,28 +101,27 @@ LiveUnits KnownUnits(const SharedState& state) {
           .temperature = state.TempUnit};
 }
 
-std::string LiveUnitText(const LiveUnits& units, UnitKind kind, int ch, int lang_offset) {
+int UnitCodeOf(const LiveUnits& units, UnitKind kind, int ch) {
   const auto at = static_cast<std::size_t>(ch);
   switch (kind) {
-    case UnitKind::kVelocity:
-      return InBrackets(BuildBaseUnitNames(units.unit_flag), static_cast<int>(kind));
     case UnitKind::kFlow:
-      return InBrackets(BuildFlowUnitNames(units.unit_flag), units.flow.at(at));
+      return units.flow.at(at);
     case UnitKind::kTotal:
-      return InBrackets(BuildTotalUnitNames(units.unit_flag), units.total.at(at));
+      return units.total.at(at);
     case UnitKind::kHeatFlow:
-      return InBrackets(BuildHeatFlowUnitNames(lang_offset), units.heat_flow);
+      return units.heat_flow;
     case UnitKind::kHeatTotal:
-      return InBrackets(BuildHeatTotalUnitNames(lang_offset), units.heat_total);
+      return units.heat_total;
     case UnitKind::kTemperature:
-      return InBrackets(BuildTempUnitNames(lang_offset), units.temperature);
-    case UnitKind::kPercent:
-      return LookupText(kPercentText + lang_offset);
-    case UnitKind::kPulses:
-      return LookupText(kPulseText + lang_offset);
+      return units.temperature;
     default:
-      return {};
+      return units.unit_flag;
   }
+}
+
+std::string LiveUnitText(const LiveUnits& units, UnitKind kind, int ch, int lang_offset) {
+  if (kind == UnitKind::kNone) return {};
+  return "[" + UnitName(kind, UnitCodeOf(units, kind, ch), units.unit_flag, lang_offset) + "]";
 }
 
 }  // namespace vlt

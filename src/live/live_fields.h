@@ -80,6 +80,8 @@ struct LiveUnits {
 
 // Those of our own station that the program knows.
 LiveUnits KnownUnits(const SharedState& state);
+// The code that a unit's text depends on beside the unit system; the unit system itself where there is none.
+int UnitCodeOf(const LiveUnits& units, UnitKind kind, int ch);
 // A unit in brackets, for channel 0 to 2: "[m3/h]", "[]" for a code without a text. Empty for a field without
 // a unit. A flow is a flow here whatever the kind of the range says.
 std::string LiveUnitText(const LiveUnits& units, UnitKind kind, int ch, int lang_offset);

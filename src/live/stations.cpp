@@ -8,7 +8,6 @@
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "state/device_facts.h"
-#include "values/unit_names.h"
 
 namespace vlt {
 namespace {
@@ -46,28 +45,9 @@ LiveUnits UnknownUnits() {
   return units;
 }
 
-// The code that a unit's text depends on beside the unit system; the unit system itself where there is none.
-int CodeOf(const LiveUnits& units, UnitKind kind, int ch) {
-  const auto at = static_cast<std::size_t>(ch);
-  switch (kind) {
-    case UnitKind::kFlow:
-      return units.flow.at(at);
-    case UnitKind::kTotal:
-      return units.total.at(at);
-    case UnitKind::kHeatFlow:
-      return units.heat_flow;
-    case UnitKind::kHeatTotal:
-      return units.heat_total;
-    case UnitKind::kTemperature:
-      return units.temperature;
-    default:
-      return units.unit_flag;
-  }
-}
-
 bool IsUnitKnown(const Station& station, const StationDisplay& display) {
   const UnitKind kind = LiveFieldAt(display.place).unit;
-  return station.units.unit_flag != kUnknown && CodeOf(station.units, kind, display.channel) != kUnknown;
+  return station.units.unit_flag != kUnknown && UnitCodeOf(station.units, kind, display.channel) != kUnknown;
 }
 
 const RegisterData& BlockOf(const Station& station, const StationDisplay& display) {

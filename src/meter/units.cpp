@@ -20,27 +20,40 @@ std::string NameAt(const std::vector<std::string>& names, int code) {
   return known ? names[static_cast<std::size_t>(code)] : std::string();
 }
 
-std::string FixedUnitText(const SharedState& state, UnitKind kind) {
+std::string FixedUnitText(UnitKind kind, int lang_offset) {
   const auto at = static_cast<std::size_t>(kind) - static_cast<std::size_t>(UnitKind::kPercent);
-  return at < kFixedTexts.size() ? WithoutBrackets(LookupText(kFixedTexts[at] + state.LangOffset))
-                                 : std::string();
+  return at < kFixedTexts.size() ? WithoutBrackets(LookupText(kFixedTexts[at] + lang_offset)) : std::string();
 }
 
-std::string BaseUnitText(const SharedState& state, UnitKind kind) {
-  return BuildBaseUnitNames(state.UnitFlag).at(static_cast<std::size_t>(kind));
+// A range of velocities has their unit and no code of its own.
+bool IsVelocity(const SharedState& state, int channel) {
+  return state.RangeKind.at(static_cast<std::size_t>(channel)) == kVelocityKind;
 }
 
-std::string FlowUnitText(const SharedState& state, int channel) {
+// The code that the meter has told for a unit.
+int CodeOf(const SharedState& state, UnitKind kind, int channel) {
   const auto at = static_cast<std::size_t>(channel);
-  if (state.RangeKind.at(at) == kVelocityKind) return BaseUnitText(state, UnitKind::kVelocity);
-  return NameAt(BuildFlowUnitNames(state.UnitFlag), state.RangeUnit.at(at));
+  switch (kind) {
+    case UnitKind::kFlow:
+      return state.RangeUnit.at(at);
+    case UnitKind::kTotal:
+      return state.TotalUnit.at(at);
+    case UnitKind::kHeatFlow:
+      return state.HeatFlowUnit;
+    case UnitKind::kHeatTotal:
+      return state.HeatTotalUnit;
+    case UnitKind::kTemperature:
+      return state.TempUnit;
+    default:
+      return 0;
+  }
 }
 
 // The list of the shared state that a unit comes from.
 void BuildLists(App& app, UnitKind kind, int channel) {
   switch (kind) {
     case UnitKind::kFlow:
-      if (app.state.RangeKind.at(static_cast<std::size_t>(channel)) == kVelocityKind) {
+      if (IsVelocity(app.state, channel)) {
         BuildBaseUnitNames(app);
       } else {
         BuildFlowUnitNames(app);
@@ -70,15 +83,23 @@ std::string WithoutBrackets(std::string text) {
   return text;
 }
 
-std::string RangeUnitText(App& app, int channel) { return UnitText(app, UnitKind::kFlow, channel); }
-
-std::string TotalUnitText(App& app, int channel) { return UnitText(app, UnitKind::kTotal, channel); }
-
-std::string HeatFlowUnitText(App& app) { return UnitText(app, UnitKind::kHeatFlow, 0); }
-
-std::string HeatTotalUnitText(App& app) { return UnitText(app, UnitKind::kHeatTotal, 0); }
-
-std::string TemperatureUnitText(App& app) { return UnitText(app, UnitKind::kTemperature, 0); }
+std::string UnitName(UnitKind kind, int code, int unit_flag, int lang_offset) {
+  switch (kind) {
+    case UnitKind::kFlow:
+      return NameAt(BuildFlowUnitNames(unit_flag), code);
+    case UnitKind::kTotal:
+      return NameAt(BuildTotalUnitNames(unit_flag), code);
+    case UnitKind::kHeatFlow:
+      return NameAt(BuildHeatFlowUnitNames(lang_offset), code);
+    case UnitKind::kHeatTotal:
+      return NameAt(BuildHeatTotalUnitNames(lang_offset), code);
+    case UnitKind::kTemperature:
+      return NameAt(BuildTempUnitNames(lang_offset), code);
+    default:
+      return IsFixedUnit(kind) ? FixedUnitText(kind, lang_offset)
+                               : BuildBaseUnitNames(unit_flag).at(static_cast<std::size_t>(kind));
+  }
+}
 
 std::string UnitText(App& app, UnitKind kind, int channel) {
   BuildLists(app, kind, channel);
@@ -86,21 +107,8 @@ std::string UnitText(App& app, UnitKind kind, int channel) {
 }
 
 std::string UnitText(const SharedState& state, UnitKind kind, int channel) {
-  switch (kind) {
-    case UnitKind::kFlow:
-      return FlowUnitText(state, channel);
-    case UnitKind::kTotal:
-      return NameAt(BuildTotalUnitNames(state.UnitFlag),
-                    state.TotalUnit.at(static_cast<std::size_t>(channel)));
-    case UnitKind::kHeatFlow:
-      return NameAt(BuildHeatFlowUnitNames(state.LangOffset), state.HeatFlowUnit);
-    case UnitKind::kHeatTotal:
-      return NameAt(BuildHeatTotalUnitNames(state.LangOffset), state.HeatTotalUnit);
-    case UnitKind::kTemperature:
-      return NameAt(BuildTempUnitNames(state.LangOffset), state.TempUnit);
-    default:
-      return IsFixedUnit(kind) ? FixedUnitText(state, kind) : BaseUnitText(state, kind);
-  }
+  if (kind == UnitKind::kFlow && IsVelocity(state, channel)) kind = UnitKind::kVelocity;
+  return UnitName(kind, CodeOf(state, kind, channel), state.UnitFlag, state.LangOffset);
 }
 
 }  // namespace vlt

@@ -10,13 +10,9 @@
 
 namespace vlt {
 
-// Of the measured value of channel 0 to 2: a velocity or a flow, as its kind says.
-std::string RangeUnitText(App& app, int channel);
-// Of the totalizer of channel 0 to 2.
-std::string TotalUnitText(App& app, int channel);
-std::string HeatFlowUnitText(App& app);
-std::string HeatTotalUnitText(App& app);
-std::string TemperatureUnitText(App& app);
+// The unit that a code stands for; base units and fixed ones have no code. Empty for a code without a text
+// and for UnitKind::kNone. A flow is a flow here, whatever the kind of a range says.
+std::string UnitName(UnitKind kind, int code, int unit_flag, int lang_offset);
 
 // Of any kind; `channel` counts for the units that each channel has of its own. Empty for UnitKind::kNone.
 std::string UnitText(App& app, UnitKind kind, int channel);

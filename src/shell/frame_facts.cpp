@@ -148,8 +148,9 @@ std::string FrameFacts::PathText() const {
 
 std::string FrameFacts::UnitText() const {
   const int system = app_.state.UnitFlag != 0 ? 1 : 0;
-  return app_.Text(kUnitSystemTexts[static_cast<std::size_t>(system)]) + ", " + RangeUnitText(app_, 0) +
-         ", " + TotalUnitText(app_, 0);
+  return app_.Text(kUnitSystemTexts[static_cast<std::size_t>(system)]) + ", " +
+         vlt::UnitText(app_.state, UnitKind::kFlow, 0) + ", " +
+         vlt::UnitText(app_.state, UnitKind::kTotal, 0);
 }
 
 std::string FrameFacts::LanguageText() const {
