@@ -3,7 +3,6 @@
 
 #include <array>
 
-#include "link/device_queries.h"
 #include "resources/string_table.h"
 #include "values/unit_names.h"
 
@@ -49,33 +48,6 @@ int CodeOf(const SharedState& state, UnitKind kind, int channel) {
   }
 }
 
-// The list of the shared state that a unit comes from.
-void BuildLists(App& app, UnitKind kind, int channel) {
-  switch (kind) {
-    case UnitKind::kFlow:
-      if (IsVelocity(app.state, channel)) {
-        BuildBaseUnitNames(app);
-      } else {
-        BuildFlowUnitNames(app);
-      }
-      break;
-    case UnitKind::kTotal:
-      BuildTotalUnitNames(app);
-      break;
-    case UnitKind::kHeatFlow:
-      BuildHeatFlowUnitNames(app);
-      break;
-    case UnitKind::kHeatTotal:
-      BuildHeatTotalUnitNames(app);
-      break;
-    case UnitKind::kTemperature:
-      BuildTempUnitNames(app);
-      break;
-    default:
-      if (!IsFixedUnit(kind)) BuildBaseUnitNames(app);
-  }
-}
-
 }  // namespace
 
 std::string WithoutBrackets(std::string text) {
@@ -99,11 +71,6 @@ std::string UnitName(UnitKind kind, int code, int unit_flag, int lang_offset) {
       return IsFixedUnit(kind) ? FixedUnitText(kind, lang_offset)
                                : BuildBaseUnitNames(unit_flag).at(static_cast<std::size_t>(kind));
   }
-}
-
-std::string UnitText(App& app, UnitKind kind, int channel) {
-  BuildLists(app, kind, channel);
-  return UnitText(app.state, kind, channel);
 }
 
 std::string UnitText(const SharedState& state, UnitKind kind, int channel) {

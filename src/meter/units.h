@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The unit that a value carries by what the meter has told of itself, without brackets. Each brings its unit
-// list of the shared state up to date first. A code that the list does not have gives an empty text.
+// The unit that a value carries, without brackets.
 #pragma once
 
 #include <string>
 
-#include "state/app.h"
+#include "state/shared_state.h"
 #include "values/unit_kind.h"
 
 namespace vlt {
@@ -14,10 +13,8 @@ namespace vlt {
 // and for UnitKind::kNone. A flow is a flow here, whatever the kind of a range says.
 std::string UnitName(UnitKind kind, int code, int unit_flag, int lang_offset);
 
-// Of any kind; `channel` counts for the units that each channel has of its own. Empty for UnitKind::kNone.
-std::string UnitText(App& app, UnitKind kind, int channel);
-
-// The same for a meter whose facts are `state`, without touching any list.
+// By what is known of a meter; `channel` counts for the units that each channel has of its own. A flow is a
+// velocity where the kind of the channel's range says so.
 std::string UnitText(const SharedState& state, UnitKind kind, int channel);
 
 // "[mm]" as "mm".

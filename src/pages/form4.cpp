@@ -215,7 +215,9 @@ void Form4::ShowUnitsInForce() {
 
 int Form4::Channel() const { return std::max(CH_Combo.ListIndex(), 0); }
 
-std::string Form4::UnitOf(const Field& field) { return UnitText(app(), field.parameter->unit, Channel()); }
+std::string Form4::UnitOf(const Field& field) {
+  return UnitText(app().state, field.parameter->unit, Channel());
+}
 
 // --- exchanges -----------------------------------------------------------------------------------------
 

@@ -57,7 +57,7 @@ void ColumnRules::LearnUnit(const Field&) {
 }
 
 std::string ColumnRules::UnitOf(const Field& field) {
-  return UnitText(column_->TheApp(), field.parameter->unit, IndexOf(field.parameter->location));
+  return UnitText(column_->TheApp().state, field.parameter->unit, IndexOf(field.parameter->location));
 }
 
 void ColumnRules::FieldWasRead(const Field&, int) {}
