@@ -9,9 +9,6 @@
 namespace vlt {
 namespace {
 
-// During a run the interface is locked already, and an exchange would run into that of the run.
-bool IsLineTaken(App& app) { return app.state.UiLocked || !IsMonitorIdle(app); }
-
 void AskOnFreeLine(App& app, Form& page, const std::function<void()>& ask) {
   const Operation operation(app, page, Operation::kUnnamed);
   if (OpenPort(app)) ask();
@@ -20,11 +17,11 @@ void AskOnFreeLine(App& app, Form& page, const std::function<void()>& ask) {
 }  // namespace
 
 void AskUnderLock(App& app, Form& page, const std::function<void()>& ask) {
-  if (!IsLineTaken(app)) AskOnFreeLine(app, page, ask);
+  if (IsLineFree(app)) AskOnFreeLine(app, page, ask);
 }
 
 ChannelConfig AskChannelConfig(App& app, Form& page) {
-  if (IsLineTaken(app)) return KnownChannelConfig(app.state);
+  if (!IsLineFree(app)) return KnownChannelConfig(app.state);
   ChannelConfig config = ChannelConfig::kUnknown;
   AskOnFreeLine(app, page, [&] { config = AskChannelConfig(app); });
   return config;

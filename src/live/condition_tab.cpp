@@ -64,7 +64,7 @@ void ConditionTab::Form_Load() {
 }
 
 void ConditionTab::Form_Activate() {
-  const bool idle = !app_.state.UiLocked && IsMonitorIdle(app_) && !app_.state.UiLocked;
+  const bool idle = IsLineFree(app_);
   ReadInfButton.SetEnabled(idle);
   SaveInfButton.SetEnabled(idle);
 }

@@ -107,8 +107,7 @@ void Form12::Form_Load() {
 }
 
 void Form12::Form_Activate() {
-  // Looking at the other pages gives way, so a run may have begun meanwhile.
-  const bool idle = !app().state.UiLocked && IsMonitorIdle(app()) && !app().state.UiLocked && !run_.Busy();
+  const bool idle = IsLineFree(app()) && !run_.Busy();
   cmdStart.SetEnabled(idle);
   cmdSaveCSV.SetEnabled(idle);
 }

@@ -69,10 +69,7 @@ void Form8::Form_Load() {
   C10_RAS_FrmInit();
 }
 
-void Form8::Form_Activate() {
-  const bool idle = !app().state.UiLocked && IsMonitorIdle(app());
-  RASReadParameter.SetEnabled(idle && !app().state.UiLocked);
-}
+void Form8::Form_Activate() { RASReadParameter.SetEnabled(IsLineFree(app())); }
 
 void Form8::RASReadParameter_Click() {
   Operation operation(app(), *this, RASReadParameter.Name(), kReadStarted);

@@ -131,8 +131,7 @@ void Form9::Form_Load() {
 void Form9::Form_Activate() {
   // The last tick of a run that was stopped would be taken for a run.
   if (IsEnding()) EndTicks();
-  // Looking at the other pages gives way, so a run may have begun meanwhile.
-  const bool idle = !app().state.UiLocked && IsMonitorIdle(app()) && !app().state.UiLocked && !run_.Busy();
+  const bool idle = IsLineFree(app()) && !run_.Busy();
   Start.SetEnabled(idle);
   SaveCSV.SetEnabled(idle);
   if (!idle || run_.Leaving()) return;

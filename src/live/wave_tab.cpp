@@ -90,7 +90,7 @@ void WaveTab::Form_Load() {
 }
 
 void WaveTab::Form_Activate() {
-  const bool idle = !app_.state.UiLocked && IsMonitorIdle(app_) && !app_.state.UiLocked;
+  const bool idle = IsLineFree(app_);
   ProfileStartButton.SetEnabled(idle);
   ProfileSaveButton.SetEnabled(idle);
   if (!idle) return;

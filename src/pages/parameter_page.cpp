@@ -49,7 +49,7 @@ void ParameterPage::Form_Load() {
 }
 
 void ParameterPage::Form_Activate() {
-  EnableCommands(!app().state.UiLocked && IsMonitorIdle(app()));
+  EnableCommands(IsLineFree(app()));
   BuildBaseUnitNames(app());
   for (const auto& column : columns_) column->ApplyUnitCaptions();
 }

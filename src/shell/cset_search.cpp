@@ -69,7 +69,7 @@ void CSetSearch::Form_Load() {
   FrmInit();
 }
 
-void CSetSearch::Form_Activate() { cmdSearch.SetEnabled(!app_.state.UiLocked && IsMonitorIdle(app_)); }
+void CSetSearch::Form_Activate() { cmdSearch.SetEnabled(IsLineFree(app_)); }
 
 SearchPlan CSetSearch::Plan() const {
   SearchPlan plan;

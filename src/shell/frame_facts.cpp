@@ -164,7 +164,7 @@ void FrameFacts::cmdLink_Click() {
 }
 
 void FrameFacts::cmdReadMeter_Click() {
-  if (app_.state.UiLocked || !IsMonitorIdle(app_)) return;
+  if (!IsLineFree(app_)) return;
   Operation operation(app_, Whole(), "cmdReadMeter");
   if (!operation.OpenPortOrTell()) return;
   std::string ended = app_.Text(text::kMeter) + ": " + app_.Text(text::kLinkProved);

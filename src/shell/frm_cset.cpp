@@ -125,7 +125,7 @@ void FrmCSet::Form_Load() {
   table_setup();
 }
 
-void FrmCSet::Form_Activate() { Command1.SetEnabled(!app_.state.UiLocked && IsMonitorIdle(app_)); }
+void FrmCSet::Form_Activate() { Command1.SetEnabled(IsLineFree(app_)); }
 
 void FrmCSet::FillLists() {
   std::vector<std::string> ports;
@@ -226,7 +226,7 @@ std::string FrmCSet::DeviceText(const App& app, const std::string& device) {
 }
 
 bool FrmCSet::IsLineTaken() {
-  if (!app_.state.UiLocked && IsMonitorIdle(app_)) return false;
+  if (IsLineFree(app_)) return false;
   app_.Status(app_.Text(text::kMonitorRuns));
   return true;
 }

@@ -67,6 +67,8 @@ bool IsMonitorIdle(App& app) {
   return app.state.PvRunning == 0;
 }
 
+bool IsLineFree(App& app) { return !app.state.UiLocked && IsMonitorIdle(app) && !app.state.UiLocked; }
+
 void GetShortPath(App& app, const std::string& path) {
   app.state.IniShortPath = app.platform.process.ShortPath(path);
 }

@@ -25,6 +25,10 @@ bool IsAnyChecked(const Form& form);
 // No live read runs. Gives way to events between the windows it looks at.
 bool IsMonitorIdle(App& app);
 
+// Neither a lock nor a live read holds the line. Looking for live reads gives way, so the lock is looked at
+// again behind it.
+bool IsLineFree(App& app);
+
 // Stores the 8.3 form of `path` into IniShortPath.
 void GetShortPath(App& app, const std::string& path);
 
