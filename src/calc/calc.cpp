@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/calc.h"
 
-#include <memory>
-
 #include "calc/frm_calc.h"
+#include "state/register_window.h"
 
 namespace vlt {
 
-void RegisterCalcWindows(App& app) {
-  app.windows.Register("frmCalc", [&app] { return std::make_unique<frmCalc>(app); });
-}
+void RegisterCalcWindows(App& app) { RegisterWindow<frmCalc>(app, "frmCalc"); }
 
 }  // namespace vlt

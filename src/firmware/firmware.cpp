@@ -4,16 +4,9 @@
 #include "firmware/frm_maint_comm.h"
 #include "firmware/frm_maint_main.h"
 #include "firmware/frm_maint_wait.h"
+#include "state/register_window.h"
 
 namespace vlt {
-namespace {
-
-template <class T>
-void RegisterWindow(App& app, const char* name) {
-  app.windows.Register(name, [&app] { return std::make_unique<T>(app); });
-}
-
-}  // namespace
 
 void RegisterFirmwareWindows(App& app) {
   RegisterWindow<frmMaint_MAIN>(app, "frmMaint_MAIN");

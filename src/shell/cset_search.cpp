@@ -4,6 +4,7 @@
 #include <array>
 
 #include "link/operation.h"
+#include "meter/system_table.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "state/form_lock.h"
@@ -24,14 +25,10 @@ struct Column {
 constexpr std::array<Column, 5> kColumns = {
     {{1940, 1500}, {930, 1300}, {700, 1500}, {4680, 1500}, {2250, 2000}}};
 
-// By the numbers that the meter has for them.
-constexpr std::array kUnitTexts = {2260, 2270};
-constexpr std::array kLanguageTexts = {3890, 2280, 2290, 2300, 2310};
-
-template <std::size_t count>
-std::string NameOf(const App& app, const std::array<int, count>& ids, int number) {
-  const bool known = number >= 0 && number < static_cast<int>(count);
-  return known ? app.Text(ids[static_cast<std::size_t>(number)]) : std::to_string(number);
+// A code that has no text is told as a number.
+std::string NameOf(const App& app, const Parameter& row, int code) {
+  const std::string name = CodeToText(app.Codes(), row.codes, code);
+  return name.empty() ? std::to_string(code) : name;
 }
 
 }  // namespace
@@ -124,10 +121,10 @@ void CSetSearch::Add(const FoundMeter& meter) {
   found_.push_back(meter);
   const int row = static_cast<int>(found_.size());
   grdFound.SetRows(row + 1);
-  grdFound.SetRow(
-      row, std::array{meter.link.speed + "BPS", FrmCSet::ParityText(app_, meter.link.parity),
-                      ZeroPadded(meter.station, kStationDigits), NameOf(app_, kUnitTexts, meter.unit_system),
-                      NameOf(app_, kLanguageTexts, meter.language)});
+  grdFound.SetRow(row, std::array{meter.link.speed + "BPS", FrmCSet::ParityText(app_, meter.link.parity),
+                                  ZeroPadded(meter.station, kStationDigits),
+                                  NameOf(app_, SystemRow("unit"), meter.unit_system),
+                                  NameOf(app_, SystemRow("language"), meter.language)});
 }
 
 std::string CSetSearch::EndText(const SearchPlan& plan, const SearchResult& result) const {

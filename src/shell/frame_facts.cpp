@@ -6,6 +6,7 @@
 #include "link/identification.h"
 #include "link/operation.h"
 #include "link/port.h"
+#include "meter/system_table.h"
 #include "meter/units.h"
 #include "platform/port_settings.h"
 #include "resources/string_table.h"
@@ -27,9 +28,6 @@ constexpr int kLanguageText = 2250;
 constexpr std::size_t kLinkChars = 18;  // that have room beside the page buttons
 constexpr const char* kComPortMenu = "ComPort";
 
-constexpr std::array kPathTexts = {403, 404, 405};
-constexpr std::array kLanguageTexts = {3890, 2280, 2290, 2300, 2310};
-constexpr std::array kUnitSystemTexts = {2260, 2270};
 // By the places of PortParity.
 constexpr std::array kParityLetters = {"N", "E", "O"};
 
@@ -141,22 +139,19 @@ std::string FrameFacts::SpecificationText() const {
 }
 
 std::string FrameFacts::PathText() const {
-  const int paths = app_.state.PathMode;
-  const bool known = app_.state.PathModeKnown && paths >= kOnePathMode && paths <= kTwoPipesMode;
-  return known ? app_.Text(kPathTexts[static_cast<std::size_t>(paths)]) : "";
+  if (!app_.state.PathModeKnown) return {};
+  return CodeToText(app_.Codes(), SystemRow("measurement_mode").codes, app_.state.PathMode);
 }
 
 std::string FrameFacts::UnitText() const {
   const int system = app_.state.UnitFlag != 0 ? 1 : 0;
-  return app_.Text(kUnitSystemTexts[static_cast<std::size_t>(system)]) + ", " +
+  return CodeToText(app_.Codes(), SystemRow("unit").codes, system) + ", " +
          vlt::UnitText(app_.state, UnitKind::kFlow, 0) + ", " +
          vlt::UnitText(app_.state, UnitKind::kTotal, 0);
 }
 
 std::string FrameFacts::LanguageText() const {
-  const int language = app_.state.SystemLangFlag;
-  const bool known = language >= 0 && language < static_cast<int>(kLanguageTexts.size());
-  return known ? app_.Text(kLanguageTexts[static_cast<std::size_t>(language)]) : "";
+  return CodeToText(app_.Codes(), SystemRow("language").codes, app_.state.SystemLangFlag);
 }
 
 void FrameFacts::cmdLink_Click() {

@@ -2,8 +2,8 @@
 #include "shell/mdi_form1.h"
 
 #include <algorithm>
-#include <array>
 
+#include "meter/system_table.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "shell/frame_facts.h"
@@ -20,8 +20,6 @@ constexpr int kEndText = 400;
 constexpr int kMaintenanceText = 1070;
 constexpr int kTestCancelText = 1210;
 
-// Language names by SystemLangFlag.
-constexpr std::array<int, 5> kMeterLanguageTexts = {3890, 2280, 2290, 2300, 2310};
 constexpr int kMetricText = 2260;
 constexpr int kEnglishUnitsText = 2270;
 
@@ -151,9 +149,8 @@ void MDIForm1::ShowTestState() {
 }
 
 void MDIForm1::ShowMeterLanguage() {
-  const int language = app_.state.SystemLangFlag;
-  if (language < 0 || language >= static_cast<int>(kMeterLanguageTexts.size())) return;
-  StatusBar1.SetPanel(2, app_.Text(kMeterLanguageTexts[static_cast<std::size_t>(language)]));
+  const std::string name = CodeToText(app_.Codes(), SystemRow("language").codes, app_.state.SystemLangFlag);
+  if (!name.empty()) StatusBar1.SetPanel(2, name);
 }
 
 void MDIForm1::ShowUnitSystem() {

@@ -19,12 +19,12 @@
 #include "shell/mdi_form1.h"
 #include "shell/splash.h"
 #include "state/form_lock.h"
+#include "state/register_window.h"
 
 namespace vlt {
 namespace {
 
 constexpr int kCanNotStart = 4960;
-
 constexpr int kEnglishOffset = 5000;
 
 StartResult End(App& app) {
@@ -60,18 +60,6 @@ std::string WhyNoVariant(const App& app, const SettingsRead& last) {
   return FormatText(app.Text(text::kStartBadModel), {path, "SYSTEM/VR", app.state.ModelCode, codes});
 }
 
-// A part that works on its window by what only this kind of window has.
-template <class T, class Whole>
-void RegisterPartOf(App& app, const char* name) {
-  app.windows.RegisterPart(
-      name, [&app](Form& whole) { return std::make_unique<T>(app, static_cast<Whole&>(whole)); });
-}
-
-template <class T>
-void RegisterWindow(App& app, const char* name) {
-  app.windows.Register(name, [&app] { return std::make_unique<T>(app); });
-}
-
 }  // namespace
 
 void RegisterShellWindows(App& app) {
@@ -79,9 +67,9 @@ void RegisterShellWindows(App& app) {
   RegisterWindow<frmMssg>(app, "frmMssg");
   RegisterWindow<frmAbout>(app, "frmAbout");
   RegisterWindow<FrmCSet>(app, "FrmCSet");
-  RegisterPartOf<FrameFacts, Form>(app, "MDIForm1");
-  RegisterPartOf<CSetDevices, FrmCSet>(app, "FrmCSet");
-  RegisterPartOf<CSetSearch, FrmCSet>(app, "FrmCSet");
+  RegisterPart<FrameFacts>(app, "MDIForm1");
+  RegisterPart<CSetDevices, FrmCSet>(app, "FrmCSet");
+  RegisterPart<CSetSearch, FrmCSet>(app, "FrmCSet");
   for (const SplashVariant& variant : SplashVariants()) {
     app.windows.Register(variant.form,
                          [&app, &variant] { return std::make_unique<SplashForm>(app, variant); });
