@@ -150,4 +150,20 @@ void ClearHeatFlowCache(App& app) { app.slots.ForgetUnits(UnitKind::kHeatFlow); 
 void ClearHeatTotalCache(App& app) { app.slots.ForgetUnits(UnitKind::kHeatTotal); }
 void ClearTempCache(App& app) { app.slots.ForgetUnits(UnitKind::kTemperature); }
 
+void RefreshChannelUnits(App& app, int ch) {
+  GetRangeUnit(app, ch);
+  ClearFlowCache(app);
+  GetTotalUnit(app, ch);
+  ClearTotalCache(app);
+}
+
+void RefreshHeatUnits(App& app) {
+  GetHeatFlowUnit(app);
+  ClearHeatFlowCache(app);
+  GetHeatTotalUnit(app);
+  ClearHeatTotalCache(app);
+  GetTempUnit(app);
+  ClearTempCache(app);
+}
+
 }  // namespace vlt

@@ -58,4 +58,8 @@ void ClearHeatFlowCache(App& app);
 void ClearHeatTotalCache(App& app);
 void ClearTempCache(App& app);
 
+// Units asked anew with what depends on them: the query, then its captions, as above.
+void RefreshChannelUnits(App& app, int ch);  // flow and total of channel 0 to 2
+void RefreshHeatUnits(App& app);             // heat flow, heat total and temperature
+
 }  // namespace vlt

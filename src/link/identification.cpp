@@ -41,15 +41,6 @@ bool Ask(App& app, const RegisterSpan& span, std::string (*shown)(const Register
   return true;
 }
 
-void ReadHeatUnits(App& app) {
-  GetHeatFlowUnit(app);
-  ClearHeatFlowCache(app);
-  GetHeatTotalUnit(app);
-  ClearHeatTotalCache(app);
-  GetTempUnit(app);
-  ClearTempCache(app);
-}
-
 }  // namespace
 
 void ForgetMeter(SharedState& state) {
@@ -72,14 +63,11 @@ bool ReadIdentification(App& app) {
 }
 
 void ReadUnits(App& app, const UnitQueries& queries) {
-  GetRangeUnit(app, 0);
-  ClearFlowCache(app);
-  GetTotalUnit(app, 0);
-  ClearTotalCache(app);
+  RefreshChannelUnits(app, 0);
   if (queries.operation_mode_first) GetOperationMode(app);
   const int spec_class = GetSpecClass(app);
   if (spec_class >= 0) app.state.SpecClass = spec_class;
-  if (queries.heat_always || spec_class == kFullModel) ReadHeatUnits(app);
+  if (queries.heat_always || spec_class == kFullModel) RefreshHeatUnits(app);
   if (!queries.operation_mode_first) GetOperationMode(app);
 }
 

@@ -101,6 +101,14 @@ bool OpenPort(App& app) {
   return result;
 }
 
+bool OpenPortOrTell(App& app, MessageIcon icon) {
+  if (OpenPort(app)) return true;
+  app.Show(app.Text(text::kCommunicationError), icon);
+  app.windows.SetMousePointer(kNormalPointer);
+  app.Status(CommunicationErrorText(app));
+  return false;
+}
+
 void ClosePort(App& app, bool& result) {
   StopTimer(app);
   SerialPort& device = app.platform.port;

@@ -16,6 +16,10 @@ void OpenPort(App& app, int port, const std::string& settings, bool& result);
 // The same with PortNo and CommSettings.
 bool OpenPort(App& app);
 
+// The same; on failure a box says "The error occurred at the time of communication", the pointer is normal
+// again, and the status line has that text and the reason.
+bool OpenPortOrTell(App& app, MessageIcon icon);
+
 // Why a port could not be opened or was lost, in the language in force. `port` is the n of COMn.
 std::string PortFaultText(const App& app, const PortFault& fault, int port, const std::string& settings);
 

@@ -3,7 +3,6 @@
 
 #include "link/port.h"
 #include "link/registers.h"
-#include "resources/text_ids.h"
 #include "values/codecs.h"
 
 namespace vlt {
@@ -14,14 +13,6 @@ constexpr int kIdle = 0;
 constexpr int kRequest = 1;
 constexpr int kRounds = 5;
 constexpr int kStoreMs = 200;  // the meter needs a pause before it can be asked about the store
-
-bool OpenOrTell(App& app, MessageIcon icon) {
-  if (OpenPort(app)) return true;
-  app.Show(app.Text(text::kCommunicationError), icon);
-  app.windows.SetMousePointer(kNormalPointer);
-  app.Status(CommunicationErrorText(app));
-  return false;
-}
 
 bool RequestStore(App& app) {
   for (int round = 0; round < kRounds; ++round) {
@@ -44,7 +35,7 @@ bool AwaitStore(App& app) {
 }  // namespace
 
 bool SaveToDevice(App& app) {
-  return OpenOrTell(app, MessageIcon::kStop) && RequestStore(app) && AwaitStore(app);
+  return OpenPortOrTell(app, MessageIcon::kStop) && RequestStore(app) && AwaitStore(app);
 }
 
 bool ReadSaveStatus(App& app) {
@@ -54,7 +45,7 @@ bool ReadSaveStatus(App& app) {
 }
 
 bool WriteSaveRequest(App& app) {
-  return OpenOrTell(app, MessageIcon::kNone) &&
+  return OpenPortOrTell(app, MessageIcon::kNone) &&
          WriteRegister(app, OwnStation(app, kModeStore), kStoreRegister, kRequest) == WriteResult::kProven;
 }
 

@@ -5,9 +5,9 @@
 #include "files/csv_question.h"
 #include "files/file_report.h"
 #include "files/whole_file.h"
-#include "link/device_queries.h"
 #include "link/operation.h"
 #include "link/port.h"
+#include "link/quiet_query.h"
 #include "state/form_lock.h"
 #include "values/text.h"
 
@@ -26,10 +26,6 @@ constexpr int kNotRead = 3130;
 constexpr int kSaveTitle = 4060;
 
 enum Column : std::uint8_t { kName, kUnit, kFirstChannel, kSecondChannel };
-
-// Answers of GetChannelConfig.
-constexpr int kOneChannel = 1;
-constexpr int kTwoPaths = 2;
 
 // In the page's logical units.
 constexpr int kNameWidth = 3760;
@@ -118,9 +114,9 @@ std::string ConditionTab::ReadChannels() {
   SubGetUnitForm11();
   std::string error = ReadChannel(0);
   if (error.empty()) ReadTime = DateTimeText(app_.platform.clock.Now());
-  const int config = GetChannelConfig(app_);
-  if (config == kOneChannel) SetColumns(false);
-  if (config >= kTwoPaths) {
+  const ChannelConfig config = AskChannelConfig(app_);
+  if (config == ChannelConfig::kOneChannel) SetColumns(false);
+  if (config == ChannelConfig::kTwoPaths || config == ChannelConfig::kTwoPipes) {
     SetColumns(true);
     const std::string second = ReadChannel(1);
     if (error.empty()) error = second;

@@ -123,7 +123,6 @@ class Form12 : public PageForm {
   int CycleSeconds() const;
   void TakeDisplays();
   void TakeStations();
-  bool OpenForRun();
   void EmptyFields();
   bool PrepareRun();
   bool AskUnits();

@@ -77,13 +77,6 @@ void Form12::TakeStations() {
   });
 }
 
-bool Form12::OpenForRun() {
-  if (OpenPort(app())) return true;
-  app().Show(app().Text(text::kCommunicationError));
-  app().Status(CommunicationErrorText(app()));
-  return false;
-}
-
 void Form12::EmptyFields() {
   for (int display = 0; display < kDisplays; ++display) {
     const DisplayControls controls = ControlsOf(display);
@@ -105,7 +98,7 @@ void Form12::EmptyFields() {
 void Form12::cmdStart_Click() {
   if (run_.Busy() || run_.Leaving()) return;
   app().state.StopRequest = 0;
-  if (!CanStart() || !OpenForRun()) return;
+  if (!CanStart() || !OpenPortOrTell(app(), MessageIcon::kNone)) return;
   EmptyFields();
   run_.Start([this] { return PrepareRun(); }, [this] { BeginCycles(); });
 }

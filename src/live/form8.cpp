@@ -5,8 +5,8 @@
 #include <bitset>
 #include <cmath>
 
-#include "link/device_queries.h"
 #include "link/operation.h"
+#include "link/quiet_query.h"
 #include "link/registers.h"
 #include "state/form_lock.h"
 #include "values/code_tables.h"
@@ -21,9 +21,6 @@ constexpr int kAlarmHead = 460;
 constexpr int kReadCaption = 2030;
 
 constexpr std::array<int, kChannels> kRasWord = {0x0024, 0x13AC, 0x2540};
-constexpr int kOneChannel = 1;  // of GetChannelConfig
-constexpr int kTwoPaths = 2;
-constexpr int kTwoPipes = 3;
 
 constexpr int kAlarms = 16;
 constexpr int kNameColumn = 3;
@@ -74,10 +71,10 @@ void Form8::Form_Activate() { RASReadParameter.SetEnabled(IsLineFree(app())); }
 void Form8::RASReadParameter_Click() {
   Operation operation(app(), *this, RASReadParameter.Name(), kReadStarted);
   if (!operation.OpenPortOrTell(MessageIcon::kNone)) return;
-  const int mode = GetChannelConfig(app());
+  const ChannelConfig config = AskChannelConfig(app());
   ReadColumn(0);
-  if (mode == kOneChannel) SetGeometry(true);
-  if (mode == kTwoPaths || mode == kTwoPipes) {
+  if (config == ChannelConfig::kOneChannel) SetGeometry(true);
+  if (config == ChannelConfig::kTwoPaths || config == ChannelConfig::kTwoPipes) {
     SetGeometry(false);
     ReadColumn(1);
     ReadColumn(2);

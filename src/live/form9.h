@@ -177,7 +177,6 @@ class Form9 : public PageForm {
 
   // form9_run.cpp
   bool CanStart();
-  bool OpenForRun();
   void LockForRun();
   bool PrepareRun();
   void BeginCycles();

@@ -13,7 +13,6 @@ namespace {
 
 constexpr int kTickMs = 1000;
 constexpr int kNoFileName = 4060;
-constexpr int kPortFailed = 3950;
 constexpr int kRunStarted = 1390;
 constexpr int kRunAcquiring = 4190;
 constexpr int kRunEnded = 4690;
@@ -39,21 +38,13 @@ bool Form9::CanStart() {
   return CheckScales();
 }
 
-bool Form9::OpenForRun() {
-  app().windows.SetMousePointer(kHourglassPointer);
-  if (OpenPort(app())) return true;
-  app().Show(app().Text(kPortFailed), MessageIcon::kStop);
-  app().windows.SetMousePointer(kNormalPointer);
-  app().Status(CommunicationErrorText(app()));
-  return false;
-}
-
 void Form9::Start_Click() {
   if (run_.Busy() || run_.Leaving()) return;
   app().state.StopRequest = 0;
   if (!CanStart()) return;
   log_.BeginRun();
-  if (!OpenForRun()) return;
+  app().windows.SetMousePointer(kHourglassPointer);
+  if (!OpenPortOrTell(app(), MessageIcon::kStop)) return;
   run_.Start([this] { return PrepareRun(); }, [this] { BeginCycles(); });
 }
 

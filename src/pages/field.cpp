@@ -115,12 +115,11 @@ void ShowSlot(const Field& field, const std::string& slot) {
   }
 }
 
-std::string FieldHint(const App& app, const Field& field, int address) {
+std::string FieldHint(const App& app, const Parameter& row, int address) {
   constexpr int kTypes[] = {text::kTypeInt16,  text::kTypeUInt16,     text::kTypeInt32,
                             text::kTypeDouble, text::kTypeCharacters, text::kTypeInt16};
-  return FormatText(app.Text(text::kTipRegister),
-                    {Hex4(static_cast<unsigned>(address)),
-                     app.Text(kTypes[static_cast<std::size_t>(field.parameter->wire)])});
+  return FormatText(app.Text(text::kTipRegister), {Hex4(static_cast<unsigned>(address)),
+                                                   app.Text(kTypes[static_cast<std::size_t>(row.wire)])});
 }
 
 std::string TextFaultText(const App& app, const Field& field, TextFault fault) {

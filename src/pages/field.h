@@ -55,7 +55,7 @@ std::string SlotText(const Field& field);
 void ShowSlot(const Field& field, const std::string& slot);
 
 // What a tooltip says of a parameter whose register lies at `address`: register and value type.
-std::string FieldHint(const App& app, const Field& field, int address);
+std::string FieldHint(const App& app, const Parameter& row, int address);
 // Why the typed text of a field can't be sent.
 std::string TextFaultText(const App& app, const Field& field, TextFault fault);
 

@@ -275,21 +275,10 @@ void Form6::UnitWasRead(int unit_flag) {
     app().frame->Status().SetPanel(kUnitPanel, names[unit_flag == 0 ? 0 : 1]);
   }
   const bool single = IsSingleChannel(app().state);
-  for (int channel = 0; channel < (single ? 1 : kChannels); ++channel) {
-    GetRangeUnit(app(), channel);
-    ClearFlowCache(app());
-    GetTotalUnit(app(), channel);
-    ClearTotalCache(app());
-  }
+  for (int channel = 0; channel < (single ? 1 : kChannels); ++channel) RefreshChannelUnits(app(), channel);
   BuildBaseUnitNames(app());
   ClearProcessCache(app());
-  if (single) return;
-  GetHeatFlowUnit(app());
-  ClearHeatFlowCache(app());
-  GetHeatTotalUnit(app());
-  ClearHeatTotalCache(app());
-  GetTempUnit(app());
-  ClearTempCache(app());
+  if (!single) RefreshHeatUnits(app());
 }
 
 void Form6::LanguageWasRead(int language) {

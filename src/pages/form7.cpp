@@ -149,14 +149,13 @@ void Form7::ShowHints() {
   for (const AnalogOutput& output : outputs_) ShowPointHint(output);
   for (const DigitalCheck& check : checks_) check.option.SetHint(check.entry.Hint());
   chkDO.SetHint("");
-  Field test_mode;
-  test_mode.parameter = &MaintenanceRow("test_mode");
-  TEST_MODECheck.SetHint(FieldHint(app(), test_mode, test_mode.parameter->address));
+  const Parameter& test_mode = MaintenanceRow("test_mode");
+  TEST_MODECheck.SetHint(FieldHint(app(), test_mode, test_mode.address));
 }
 
 void Form7::ShowPointHint(const AnalogOutput& output) {
   const Parameter& row = *output.rows[output.point.ListIndex() == 1 ? 1 : 0];
-  const std::string hint = FieldHint(app(), column().FieldOf(output.value), row.address);
+  const std::string hint = FieldHint(app(), row, row.address);
   output.value.SetHint(hint);
   output.adjustment.SetHint(hint);
 }

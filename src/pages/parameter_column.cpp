@@ -232,7 +232,7 @@ void ParameterColumn::ShowNames() {
 
 void ParameterColumn::ShowHints() {
   for (const Field& field : fields_) {
-    const std::string hint = FieldHint(app_, field, AddressOnPage(*field.parameter));
+    const std::string hint = FieldHint(app_, *field.parameter, AddressOnPage(*field.parameter));
     field.Entry().SetHint(hint);
     if (field.options[1] != nullptr) field.options[1]->SetHint(hint);
     field.box->SetHint(hint);
