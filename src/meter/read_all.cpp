@@ -100,8 +100,7 @@ bool SettingsReader::ReadFrom(int at, const Block& block, int index) {
   return true;
 }
 
-// --- the readers: a failed exchange leaves its registers out, the others are read all the same
-// ----------------
+// --- the readers: a failed exchange leaves its registers out, the others are read all the same -----------
 
 bool SettingsReader::ReadAllSystem(int) {
   bool good = Read(kFirmwareBlock);
