@@ -265,10 +265,12 @@ FileError StdFileSystem::ReadTail(const std::string& path, std::size_t most, std
 }
 
 FileError StdFileSystem::MakeFolder(const std::string& path) {
+  const fs::path folder = PathOf(path);
   std::error_code code;
-  fs::create_directories(PathOf(path), code);
-  if (code) return ErrorOf(code);
-  return fs::is_directory(PathOf(path), code) ? FileError::kGood : FileError::kNotAFile;
+  if (fs::is_directory(folder, code)) return FileError::kGood;
+  if (fs::exists(folder, code)) return FileError::kNotAFile;
+  fs::create_directories(folder, code);
+  return code ? ErrorOf(code) : FileError::kGood;
 }
 
 FileError StdFileSystem::FilesIn(const std::string& path, std::vector<std::string>& names) {
