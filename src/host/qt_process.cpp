@@ -49,6 +49,12 @@ std::unique_ptr<QLockFile> LockAt(const QString& path) {
 
 QtProcess::QtProcess(const std::string& folder) : folder_(Absolute(folder)) {}
 
+std::string QtProcess::UserFolder() {
+  const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  if (data.isEmpty()) return folder_;
+  return QDir::toNativeSeparators(data + QStringLiteral("/veltrano3")).toStdString();
+}
+
 char QtProcess::Separator() { return QDir::separator().toLatin1(); }
 
 bool QtProcess::BecomeOnlyInstance() {

@@ -16,6 +16,7 @@ class QtProcess : public Process {
   explicit QtProcess(const std::string& folder = "");
 
   std::string ProgramFolder() override { return folder_; }
+  std::string UserFolder() override;
   char Separator() override;
   // The guard is a lock file in the program folder, or, where that can't be written, one in the user's
   // run-time folder that carries the program folder's fingerprint. It is held until the process ends.

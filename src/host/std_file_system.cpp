@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/std_file_system.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdint>
@@ -67,6 +68,7 @@ class Handle {
   Handle(const fs::path& path, int flags) : fd_(_wopen(path.c_str(), flags, _S_IREAD | _S_IWRITE)) {}
   bool Flush() { return _commit(fd_) == 0; }
   bool Cut(std::uintmax_t size) { return _chsize_s(fd_, static_cast<long long>(size)) == 0; }
+  bool Seek(std::uintmax_t to) { return _lseeki64(fd_, static_cast<long long>(to), SEEK_SET) >= 0; }
   std::ptrdiff_t Get(char* to, std::size_t size) { return _read(fd_, to, static_cast<unsigned>(size)); }
   std::ptrdiff_t Put(const char* from, std::size_t size) {
     return _write(fd_, from, static_cast<unsigned>(size));
@@ -80,6 +82,7 @@ class Handle {
   Handle(const fs::path& path, int flags) : fd_(::open(path.c_str(), flags, 0666)) {}
   bool Flush() const { return ::fsync(fd_) == 0; }
   bool Cut(std::uintmax_t size) const { return ::ftruncate(fd_, static_cast<off_t>(size)) == 0; }
+  bool Seek(std::uintmax_t to) const { return ::lseek(fd_, static_cast<off_t>(to), SEEK_SET) >= 0; }
   std::ptrdiff_t Get(char* to, std::size_t size) const { return ::read(fd_, to, size); }
   std::ptrdiff_t Put(const char* from, std::size_t size) const { return ::write(fd_, from, size); }
   bool Close() { return ::close(std::exchange(fd_, -1)) == 0; }
@@ -226,6 +229,64 @@ FileError StdFileSystem::Append(const std::string& path, std::string_view conten
     fs::remove(file, ignored);
   }
   return error;
+}
+
+FileError StdFileSystem::Flush(const std::string& path) {
+  const fs::path file = PathOf(path);
+  const Found found = Look(file);
+  if (found.error != FileError::kGood) return found.error;
+  if (!found.exists) return FileError::kMissing;
+  Handle handle(file, Handle::kAppend);
+  return handle.IsOpen() && handle.Flush() ? FileError::kGood : LastError();
+}
+
+FileError StdFileSystem::ReadTail(const std::string& path, std::size_t most, std::string& content,
+                                  std::uint64_t& length) {
+  const fs::path file = PathOf(path);
+  const Found found = Look(file);
+  if (found.error != FileError::kGood) return found.error;
+  if (!found.exists) return FileError::kMissing;
+  Handle handle(file, Handle::kRead);
+  const std::uintmax_t size = std::min<std::uintmax_t>(most, found.size);
+  if (!handle.IsOpen() || !handle.Seek(found.size - size)) return LastError();
+  std::string read(static_cast<std::size_t>(size), '\0');
+  std::size_t done = 0;
+  while (done < read.size()) {
+    const std::ptrdiff_t got = handle.Get(read.data() + done, read.size() - done);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return LastError();
+    if (got == 0) break;  // it was cut meanwhile
+    done += static_cast<std::size_t>(got);
+  }
+  read.resize(done);
+  content = std::move(read);
+  length = found.size;
+  return FileError::kGood;
+}
+
+FileError StdFileSystem::MakeFolder(const std::string& path) {
+  const fs::path folder = PathOf(path);
+  std::error_code code;
+  if (fs::is_directory(folder, code)) return FileError::kGood;
+  if (fs::exists(folder, code)) return FileError::kNotAFile;
+  fs::create_directories(folder, code);
+  return code ? ErrorOf(code) : FileError::kGood;
+}
+
+FileError StdFileSystem::FilesIn(const std::string& path, std::vector<std::string>& names) {
+  std::error_code code;
+  std::vector<std::string> found;
+  for (fs::directory_iterator entry(PathOf(path), code); !code && entry != fs::directory_iterator();
+       entry.increment(code)) {
+    std::error_code ignored;
+    if (!entry->is_regular_file(ignored)) continue;
+    const std::u8string name = entry->path().filename().u8string();
+    found.emplace_back(name.begin(), name.end());
+  }
+  if (code) return ErrorOf(code);
+  std::sort(found.begin(), found.end());
+  names = std::move(found);
+  return FileError::kGood;
 }
 
 bool StdFileSystem::Exists(const std::string& path) {

@@ -15,6 +15,11 @@ class StdFileSystem : public FileSystem {
   FileError Rename(const std::string& from, const std::string& to) override;
   FileError Remove(const std::string& path) override;
   FileError Append(const std::string& path, std::string_view content) override;
+  FileError Flush(const std::string& path) override;
+  FileError ReadTail(const std::string& path, std::size_t most, std::string& content,
+                     std::uint64_t& length) override;
+  FileError MakeFolder(const std::string& path) override;
+  FileError FilesIn(const std::string& path, std::vector<std::string>& names) override;
   bool Exists(const std::string& path) override;
   // Links that lead in a circle end somewhere in it.
   std::string Target(const std::string& path) override;

@@ -2,8 +2,11 @@
 // Files as the logic needs them: read whole, replaced whole, or grown by one line.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vlt {
 
@@ -35,6 +38,19 @@ class FileSystem {
   // Adds `content` at the end of the file in one write, creating it when missing, and hands it to the
   // system before returning.
   virtual FileError Append(const std::string& path, std::string_view content) = 0;
+
+  // Makes what was appended to the file last over a power cut.
+  virtual FileError Flush(const std::string& path) = 0;
+
+  // The last bytes of a file, `most` of them or all when it is shorter, and its whole length; of a file of
+  // any length.
+  virtual FileError ReadTail(const std::string& path, std::size_t most, std::string& content,
+                             std::uint64_t& length) = 0;
+
+  // Makes the folder and those above it that are missing. A folder that is there already is good.
+  virtual FileError MakeFolder(const std::string& path) = 0;
+  // The names of the files in a folder, sorted by their bytes; its folders are left out.
+  virtual FileError FilesIn(const std::string& path, std::vector<std::string>& names) = 0;
 
   virtual bool Exists(const std::string& path) = 0;
 

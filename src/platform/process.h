@@ -22,6 +22,9 @@ class Process {
   virtual ~Process() = default;
   // The folder that holds VLT.ini, without a trailing separator.
   virtual std::string ProgramFolder() = 0;
+  // The folder for what the program keeps for this user beside his own files, without a trailing separator.
+  // It need not be there yet.
+  virtual std::string UserFolder() { return ProgramFolder(); }
   // '/' or '\\': what stands between a folder and a file name here.
   virtual char Separator() = 0;
   // False when another instance of the program runs from the same folder. A guard that a crashed instance

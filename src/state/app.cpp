@@ -2,10 +2,14 @@
 #include "state/app.h"
 
 #include "resources/string_table.h"
+#include "state/line_record.h"
 
 namespace vlt {
 
-App::App(Platform& machine) : platform(machine), slots(state), windows(machine) {}
+App::App(Platform& machine)
+    : platform(machine), slots(state), windows(machine), line(std::make_unique<LineRecord>()) {}
+
+App::~App() = default;
 
 std::string App::Text(int id) const { return LookupText(id + state.LangOffset); }
 

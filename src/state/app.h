@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "platform/platform.h"
@@ -18,15 +19,22 @@ namespace vlt {
 // The title of message boxes.
 inline constexpr const char* kProductTitle = "Veltrano3";
 
+class LineRecord;
+
 class App {
  public:
   explicit App(Platform& machine);
+  ~App();
+  App(const App&) = delete;
+  App& operator=(const App&) = delete;
 
   Platform& platform;
   SharedState state;
   PageSlots slots;
   Windows windows;
   LineTally tally;
+  // What each attempt on the line did.
+  const std::unique_ptr<LineRecord> line;
   // Told at the end of each operation of a window.
   std::function<void(const OperationReport&)> on_operation;
   // The main window while it exists, else null.

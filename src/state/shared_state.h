@@ -66,6 +66,8 @@ struct SharedState {
   std::string TransMethod = "RS232C";
   std::string StationNo = "00";
   int RetryNo = 3;
+  // A reply is taken when its last byte is in, and the waits of the pattern are only limits.
+  bool EventTiming = false;
   int CharGapMs = 0;  // silence between two frames, computed when the port opens
   bool PortIsOpen = false;
   std::string LastErrorText;    // why the last transfer failed; cleared by every SendReceive
@@ -74,6 +76,7 @@ struct SharedState {
   int OpenedPort = 0;
   std::string OpenedDevice;
   std::string OpenedSettings;
+  std::string OpenedSerial;  // serial number of its adapter; empty where the adapter tells none
   // Request and reply of the device queries, shared by all of them.
   std::array<std::uint8_t, 8> MemTxFrame{};
   std::array<std::uint8_t, 7> MemRxFrame{};
@@ -145,6 +148,8 @@ struct SharedState {
   std::string VerificationFile;
   int VerificationNumber = 0;
   int VerificationLogo = 0;
+
+  bool LogSync = false;  // logs are flushed to the disk once a cycle
 
   int LocaleId = 0;  // the user's locale; the firmware tool reads it
 };

@@ -60,6 +60,13 @@ void Control::SetMark(const std::string& reason) {
   Changed();
 }
 
+void Control::SetOrigin(ValueOrigin origin, const std::string& told) {
+  if (origin_ == origin && origin_text_ == told) return;
+  origin_ = origin;
+  origin_text_ = told;
+  Changed();
+}
+
 void Control::SetHint(const std::string& hint) {
   if (hint_ == hint) return;
   hint_ = hint;

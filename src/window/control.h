@@ -52,6 +52,15 @@ inline constexpr unsigned kWarningColour = 0x2030C8;
 // The ground of an entry.
 inline constexpr unsigned kWindowColour = 0x80000005;
 
+// Where the value that an entry holds comes from.
+enum class ValueOrigin : unsigned char {
+  kNone,      // nothing is known of it: the entry is empty, or the program has put it there
+  kRead,      // read from the meter, from the place that is shown
+  kTyped,     // typed or chosen, and not yet set
+  kFile,      // from a file
+  kOutdated,  // channel, output, unit system or meter changed behind it
+};
+
 class Control {
  public:
   // `index` is the place in a control array, or kNoIndex. The control registers itself with `owner`.
@@ -82,6 +91,10 @@ class Control {
   // What is wrong with what the control holds: a value that the meter has not taken. Empty when nothing is.
   const std::string& Mark() const { return mark_; }
   void SetMark(const std::string& reason);
+  // Where the value comes from, and the words that tell it; empty for kNone.
+  ValueOrigin Origin() const { return origin_; }
+  const std::string& OriginText() const { return origin_text_; }
+  void SetOrigin(ValueOrigin origin, const std::string& told = {});
 
   // One observer is told after each change; an empty function ends it.
   void Observe(std::function<void()> observer) { observer_ = std::move(observer); }
@@ -102,6 +115,8 @@ class Control {
   std::string caption_;
   std::string hint_;
   std::string mark_;
+  ValueOrigin origin_ = ValueOrigin::kNone;
+  std::string origin_text_;
   Font font_;
   std::function<void()> observer_;
 };

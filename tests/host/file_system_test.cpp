@@ -48,6 +48,38 @@ class FullDisk {
   void (*old_handler_)(int) = nullptr;
 };
 
+TEST(StdFileSystem, TellsTheEndOfAFileAndWhatAFolderHolds) {
+  const Scratch scratch;
+  StdFileSystem files;
+  const std::string folder = scratch.Path("記録/points");
+  EXPECT_EQ(files.MakeFolder(folder), FileError::kGood);
+  EXPECT_EQ(files.MakeFolder(folder), FileError::kGood) << "it is there already";
+  Put(folder + "/b.txt", "0123456789");
+  Put(folder + "/a.txt", "");
+  EXPECT_EQ(files.MakeFolder(folder + "/inner"), FileError::kGood);
+  EXPECT_EQ(files.MakeFolder(folder + "/b.txt"), FileError::kNotAFile);
+  std::vector<std::string> names;
+  ASSERT_EQ(files.FilesIn(folder, names), FileError::kGood);
+  EXPECT_EQ(names, (std::vector<std::string>{"a.txt", "b.txt"}));
+  EXPECT_EQ(files.FilesIn(folder + "/nowhere", names), FileError::kMissing);
+
+  std::string content;
+  std::uint64_t length = 0;
+  ASSERT_EQ(files.ReadTail(folder + "/b.txt", 4, content, length), FileError::kGood);
+  EXPECT_EQ(content, "6789");
+  EXPECT_EQ(length, 10U);
+  ASSERT_EQ(files.ReadTail(folder + "/b.txt", 40, content, length), FileError::kGood);
+  EXPECT_EQ(content, "0123456789");
+  ASSERT_EQ(files.ReadTail(folder + "/a.txt", 4, content, length), FileError::kGood);
+  EXPECT_EQ(content, "");
+  EXPECT_EQ(files.ReadTail(folder, 4, content, length), FileError::kNotAFile);
+
+  EXPECT_EQ(files.Flush(folder + "/b.txt"), FileError::kGood);
+  EXPECT_EQ(Slurp(folder + "/b.txt"), "0123456789");
+  EXPECT_EQ(files.Flush(folder + "/c.txt"), FileError::kMissing);
+  EXPECT_FALSE(files.Exists(folder + "/c.txt"));
+}
+
 TEST(StdFileSystem, KeepsEveryByteThroughEachOperation) {
   const Scratch scratch;
   StdFileSystem files;

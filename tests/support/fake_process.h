@@ -9,6 +9,7 @@ namespace vlt::test {
 class FakeProcess : public Process {
  public:
   std::string ProgramFolder() override { return folder; }
+  std::string UserFolder() override { return user_folder; }
   char Separator() override { return separator; }
   bool BecomeOnlyInstance() override { return only_instance; }
   int LocaleId() override { return locale_id; }
@@ -17,6 +18,7 @@ class FakeProcess : public Process {
   std::vector<PortInfo> Ports() override { return ports; }
 
   std::string folder = "/app";
+  std::string user_folder = "/home/operator/veltrano3";
   char separator = '/';
   bool only_instance = true;
   int locale_id = 1033;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/memory_file_system.h"
 
+#include <algorithm>
+
 namespace vlt::test {
 namespace {
 
@@ -61,6 +63,48 @@ FileError MemoryFileSystem::Append(const std::string& path, std::string_view con
   if (error != FileError::kGood) return error;
   files[path] += killed ? Half(content) : content;
   if (killed) throw Killed{};
+  return FileError::kGood;
+}
+
+FileError MemoryFileSystem::Flush(const std::string& path) {
+  bool killed = false;
+  const FileError error = Begin("flush " + path, path, killed);
+  if (error != FileError::kGood) return error;
+  if (killed) throw Killed{};
+  return files.contains(path) ? FileError::kGood : FileError::kMissing;
+}
+
+FileError MemoryFileSystem::ReadTail(const std::string& path, std::size_t most, std::string& content,
+                                     std::uint64_t& length) {
+  std::string whole;
+  const FileError error = Read(path, whole);
+  if (error != FileError::kGood) return error;
+  length = whole.size();
+  content = whole.substr(whole.size() - std::min(most, whole.size()));
+  return FileError::kGood;
+}
+
+FileError MemoryFileSystem::MakeFolder(const std::string& path) {
+  if (folders.contains(path)) return FileError::kGood;
+  bool killed = false;
+  const FileError error = Begin("folder " + path, path, killed);
+  if (error != FileError::kGood) return error;
+  if (killed) throw Killed{};
+  if (files.contains(path)) return FileError::kNotAFile;
+  folders.insert(path);
+  return FileError::kGood;
+}
+
+FileError MemoryFileSystem::FilesIn(const std::string& path, std::vector<std::string>& names) {
+  if (const auto bad = bad_paths_.find(path); bad != bad_paths_.end()) return bad->second;
+  if (!folders.contains(path)) return FileError::kMissing;
+  names.clear();
+  for (const auto& [file, content] : files) {
+    if (file.size() > path.size() + 1 && file.starts_with(path) &&
+        file.find_first_of("/\\", path.size() + 1) == std::string::npos) {
+      names.push_back(file.substr(path.size() + 1));
+    }
+  }
   return FileError::kGood;
 }
 

@@ -21,9 +21,15 @@ class MemoryFileSystem : public FileSystem {
   FileError Rename(const std::string& from, const std::string& to) override;
   FileError Remove(const std::string& path) override;
   FileError Append(const std::string& path, std::string_view content) override;
+  FileError Flush(const std::string& path) override;
+  FileError ReadTail(const std::string& path, std::size_t most, std::string& content,
+                     std::uint64_t& length) override;
+  FileError MakeFolder(const std::string& path) override;
+  FileError FilesIn(const std::string& path, std::vector<std::string>& names) override;
   bool Exists(const std::string& path) override { return files.contains(path) || folders.contains(path); }
 
-  // The n-th change (Create, Rename, Remove, Append) from now fails and leaves the files as they are.
+  // The n-th change (Create, Rename, Remove, Append, Flush, MakeFolder) from now fails and leaves the files
+  // as they are.
   void FailChange(int n, FileError error) { fail_ = {n, error}; }
   // The process dies at the n-th change from now: half of the bytes are written, a rename has not happened,
   // and nothing behind it changes a file any more.
@@ -33,7 +39,8 @@ class MemoryFileSystem : public FileSystem {
 
   std::map<std::string, std::string> files;
   std::set<std::string> folders;     // paths that are folders
-  std::vector<std::string> changes;  // "create P", "rename P Q", "remove P", "append P"
+  std::vector<std::string> changes;  // "create P", "rename P Q", "remove P", "append P",
+                                     // "flush P", "folder P"
 
  private:
   FileError Begin(const std::string& change, const std::string& path, bool& killed);
