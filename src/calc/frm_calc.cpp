@@ -24,14 +24,13 @@ enum EntryIndex { kDiameter, kWall, kPipeVelocity, kLiningThickness, kLiningVelo
 struct ListCaption {
   Label frmCalc::*label;
   SpacingField field;
-  int caption_id;
 };
 
 constexpr ListCaption kListCaptions[] = {
-    {&frmCalc::PIPE_MATERIAL, SpacingField::kPipeMaterial, 2060},
-    {&frmCalc::LINING_MATERIAL, SpacingField::kLiningMaterial, 1120},
-    {&frmCalc::KIND_OF_FLUID, SpacingField::kFluid, 2210},
-    {&frmCalc::SENSOR_TYPE, SpacingField::kSensor, 800},
+    {&frmCalc::PIPE_MATERIAL, SpacingField::kPipeMaterial},
+    {&frmCalc::LINING_MATERIAL, SpacingField::kLiningMaterial},
+    {&frmCalc::KIND_OF_FLUID, SpacingField::kFluid},
+    {&frmCalc::SENSOR_TYPE, SpacingField::kSensor},
 };
 
 constexpr int kMountCaption = 790;
@@ -41,17 +40,17 @@ constexpr int kMountCaption = 790;
 frmCalc::frmCalc(App& app)
     : Form(app.windows, "frmCalc", FormPlace::kWindow),
       app_(app),
-      entries_{Entry{SpacingField::kOuterDiameter, 1240, OUTER_DIAMETER, OUTER_DIAMETERText, Label8(0),
+      entries_{Entry{SpacingField::kOuterDiameter, OUTER_DIAMETER, OUTER_DIAMETERText, Label8(0),
                      OUTER_DIAMETER_RANGE, kDiameter},
-               Entry{SpacingField::kWallThickness, 2880, WALL_THICKNESS, WALL_THICKNESSText, Label8(1),
+               Entry{SpacingField::kWallThickness, WALL_THICKNESS, WALL_THICKNESSText, Label8(1),
                      WALL_THICKNESS_RANGE, kWall},
-               Entry{SpacingField::kPipeVelocity, 2050, TRANS_FREQUENCY, TRANS_FREQUENCYText, Label12,
+               Entry{SpacingField::kPipeVelocity, TRANS_FREQUENCY, TRANS_FREQUENCYText, Label12,
                      TRANS_FREQUENCY_RANGE, kPipeVelocity},
-               Entry{SpacingField::kLiningThickness, 1110, LINING_THICKNESS, LINING_THICKNESSText, Label2,
+               Entry{SpacingField::kLiningThickness, LINING_THICKNESS, LINING_THICKNESSText, Label2,
                      LINING_THICKNESS_RANGE, kLiningThickness},
-               Entry{SpacingField::kLiningVelocity, 1100, LINING_S_V, LINING_S_VText, Label1(0),
-                     LINING_S_V_RANGE, kLiningVelocity},
-               Entry{SpacingField::kFluidVelocity, 2200, FLUID_S_V, FLUID_S_VText, Label1(1), FLUID_S_V_RANGE,
+               Entry{SpacingField::kLiningVelocity, LINING_S_V, LINING_S_VText, Label1(0), LINING_S_V_RANGE,
+                     kLiningVelocity},
+               Entry{SpacingField::kFluidVelocity, FLUID_S_V, FLUID_S_VText, Label1(1), FLUID_S_V_RANGE,
                      kFluidVelocity}} {
   for (const Entry& entry : entries_) {
     entry.text.on_lost_focus = [this, &entry] { CheckEntry(entry); };
@@ -95,9 +94,10 @@ void frmCalc::Form_Activate() {
 void frmCalc::Dress() {
   SetCaption(app_.Text(1382));
   for (Control* control : Controls()) control->SetFont({app_.state.PageFont, kFontSize, false});
-  for (const Entry& entry : entries_) entry.caption.SetCaption(app_.Text(entry.caption_id));
+  for (const Entry& entry : entries_) entry.caption.SetCaption(FieldCaption(entry.field, Texts()));
   for (const int always : {kDiameter, kWall}) lblRequired(always).SetCaption(kRequiredMark);
-  for (const ListCaption& row : kListCaptions) (this->*row.label).SetCaption(app_.Text(row.caption_id));
+  for (const ListCaption& row : kListCaptions)
+    (this->*row.label).SetCaption(FieldCaption(row.field, Texts()));
   SENSOR_MOUNT.SetCaption(app_.Text(kMountCaption));
   MOUNT_SIZE1.SetCaption(app_.Text(kSpacingText) + "1");
   MOUNT_SIZE2.SetCaption(app_.Text(kSpacingText) + "2");
@@ -194,7 +194,7 @@ void frmCalc::ExecuteCalc_Click() {
   const SpacingInputs inputs = Inputs();
   const auto outcome = CalculateSpacing(inputs);
   if (const auto* failure = std::get_if<SpacingFailure>(&outcome)) {
-    app_.Show(FailureText(*failure));
+    app_.Show(FailureText(*failure, inputs, Texts()));
     return;
   }
   const auto& result = std::get<SpacingResult>(outcome);
@@ -214,12 +214,12 @@ void frmCalc::InputChanged() {
 void frmCalc::Redraw() {
   const SpacingInputs inputs = Inputs();
   if (const auto fault = FindInputFault(inputs)) {
-    picSpacing.SetNote(FaultText(*fault));
+    picSpacing.SetNote(FaultText(*fault, Texts()));
     return;
   }
   const auto outcome = CalculateSpacing(inputs);
   if (const auto* failure = std::get_if<SpacingFailure>(&outcome)) {
-    picSpacing.SetNote(FailureText(*failure));
+    picSpacing.SetNote(FailureText(*failure, inputs, Texts()));
   } else {
     picSpacing.SetSheet(DrawSpacing(inputs, std::get<SpacingResult>(outcome), Texts()));
   }
@@ -227,50 +227,6 @@ void frmCalc::Redraw() {
 
 TextOf frmCalc::Texts() const {
   return [this](int id) { return app_.Text(id); };
-}
-
-std::string frmCalc::CaptionOf(SpacingField field) const {
-  for (const Entry& entry : entries_) {
-    if (entry.field == field) return entry.caption.Caption();
-  }
-  for (const ListCaption& row : kListCaptions) {
-    if (row.field == field) return (this->*row.label).Caption();
-  }
-  return fraResult.Caption();
-}
-
-std::string frmCalc::FaultText(const InputFault& fault) const {
-  const std::string caption = CaptionOf(fault.field);
-  switch (fault.why) {
-    case InputFault::Why::kMissing:
-      return FormatText(app_.Text(text::kFieldMissing), {caption});
-    case InputFault::Why::kNotANumber:
-      return caption + ": " + app_.Text(kNotANumber);
-    case InputFault::Why::kOutOfRange:
-      return caption + ": " + app_.Text(kOutOfRange);
-    case InputFault::Why::kNoBore:
-      break;
-  }
-  return app_.Text(text::kNoBore);
-}
-
-std::string frmCalc::FailureText(const SpacingFailure& failure) const {
-  const std::string caption = CaptionOf(failure.field);
-  std::string typed;
-  for (const Entry& entry : entries_) {
-    if (entry.field == failure.field) typed = entry.text.Text();
-  }
-  switch (failure.why) {
-    case SpacingFailure::Why::kNotANumber:
-      return FormatText(app_.Text(text::kFieldNotANumber), {caption, typed});
-    case SpacingFailure::Why::kNothingChosen:
-      return FormatText(app_.Text(text::kNothingChosen), {caption});
-    case SpacingFailure::Why::kTotalReflection:
-      return FormatText(app_.Text(text::kTotalReflection), {caption});
-    case SpacingFailure::Why::kOverflow:
-      break;
-  }
-  return app_.Text(text::kTooLarge);
 }
 
 void frmCalc::ConvertEntries(int from_unit_flag) {

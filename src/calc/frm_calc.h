@@ -93,7 +93,6 @@ class frmCalc : public Form {
   // A typed field with all that belongs to it.
   struct Entry {
     SpacingField field;
-    int caption_id;
     Label& caption;
     TextBox& text;
     Label& unit;
@@ -114,9 +113,6 @@ class frmCalc : public Form {
   // A field or list has changed: the drawing follows, and a result that is there may be outdated.
   void InputChanged();
   void Redraw();
-  std::string CaptionOf(SpacingField field) const;
-  std::string FaultText(const InputFault& fault) const;
-  std::string FailureText(const SpacingFailure& failure) const;
   TextOf Texts() const;
   void ConvertEntries(int from_unit_flag);
 

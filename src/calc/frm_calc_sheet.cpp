@@ -43,7 +43,7 @@ std::string ListVelocity(double metre_per_second, int unit_flag) {
 std::optional<Sheet> frmCalc::MakeSheet() {
   const SpacingInputs inputs = Inputs();
   if (const auto fault = FindInputFault(inputs)) {
-    app_.Show(FaultText(*fault), MessageIcon::kInformation);
+    app_.Show(FaultText(*fault, Texts()), MessageIcon::kInformation);
     return std::nullopt;
   }
   ExecuteCalc_Click();

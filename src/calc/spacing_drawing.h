@@ -3,10 +3,8 @@
 // spacing, and beside it the angles layer by layer.
 #pragma once
 
-#include <functional>
-#include <string>
-
 #include "calc/spacing.h"
+#include "calc/spacing_texts.h"
 #include "platform/sheet.h"
 
 namespace vlt {
@@ -15,9 +13,6 @@ inline constexpr double kDrawingWidth = 180;
 inline constexpr double kDrawingHeight = 112;
 // Where its right-hand part begins.
 inline constexpr double kDrawingSideX = 118;
-
-// The text of an id in the language in force.
-using TextOf = std::function<std::string(int id)>;
 
 // `result` is what CalculateSpacing has made of `inputs`, which must describe a pipe (FindInputFault).
 Sheet DrawSpacing(const SpacingInputs& inputs, const SpacingResult& result, const TextOf& text);

@@ -12,26 +12,6 @@
 namespace vlt {
 namespace {
 
-struct Escape {
-  char plain;
-  const char* written;
-};
-constexpr Escape kEscapes[] = {{'\t', "\\t"}, {'\n', "\\n"}, {'\r', "\\r"}, {'\\', "\\\\"}};
-
-std::string Escaped(const std::string& field) {
-  std::string text;
-  for (const char c : field) {
-    const auto* escape = std::find_if(std::begin(kEscapes), std::end(kEscapes),
-                                      [&](const Escape& row) { return row.plain == c; });
-    if (escape == std::end(kEscapes)) {
-      text += c;
-    } else {
-      text += escape->written;
-    }
-  }
-  return text;
-}
-
 const Companion::Word* FindWord(const std::string& name) {
   for (const Companion::Word& word : Companion::Words()) {
     if (word.name == name) return &word;
@@ -152,7 +132,7 @@ void Companion::StopLooking() {
 void Companion::Fail(int line, ScriptStatus status, const std::string& text) {
   if (std::exchange(failed_, true)) return;
   status_ = status;
-  sinks_.trouble(line, Escaped(text));
+  sinks_.trouble({line, status, text});
 }
 
 // For what comes up inside the program. Its handler goes on to its end: a gesture of the script finishes
@@ -174,16 +154,16 @@ void Companion::Finish() {
   sinks_.finished();
 }
 
-void Companion::Report(const std::vector<std::string>& fields) {
-  std::string line;
-  for (const std::string& field : fields) line += (line.empty() ? "" : "\t") + Escaped(field);
-  sinks_.output(line);
+void Companion::Report(const EventFields& fields, const EventShape* shape) {
+  sinks_.output(json_ ? JsonLine(fields, shape == nullptr ? ShapeOf(fields) : *shape) : TabbedLine(fields));
 }
 
 void Companion::Describe(const Place& place) {
-  for (std::vector<std::string>& fields : Description(place)) {
+  const bool has_rows = place.part.empty() && place.control->Kind() == ControlKind::kGrid;
+  bool first = true;
+  for (EventFields& fields : Description(place)) {
     fields.insert(fields.begin(), "show");
-    Report(fields);
+    Report(fields, has_rows && !std::exchange(first, false) ? &kGridRowShape : nullptr);
   }
 }
 

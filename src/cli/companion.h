@@ -3,7 +3,7 @@
 // person makes it, or a look at one. The next line follows when the gesture's handler has returned, so
 // timers, arriving bytes and cycles run between two lines and inside each of them.
 //
-// Output is one line an event, its fields separated by tabs:
+// Output is one line an event (cli/event.h):
 //   status   NAME TEXT              a panel of a status bar has changed
 //   message  TEXT ANSWER            a message box and how it was answered
 //   file     open|save PATH         a file dialog; an empty path is Cancel
@@ -13,7 +13,7 @@
 //                                   what an operation that NAME began did on the line when it ended: how
 //                                   many exchanges, how many of them failed, why the first of these did (or
 //                                   why the port did not open)
-// In a field "\t", "\n", "\r" and "\\" stand for tab, line feed, carriage return and backslash.
+// and those of the words that need no window (cli/meter_words.h).
 //
 // The script ends at its first trouble, at `quit`, or behind its last line. The port is closed then, nothing
 // is asked and nothing is saved: that is what `close` is for.
@@ -28,6 +28,8 @@
 #include <string_view>
 #include <vector>
 
+#include "cli/event.h"
+#include "cli/meter_words.h"
 #include "cli/names.h"
 #include "cli/program_events.h"
 #include "cli/script.h"
@@ -51,8 +53,11 @@ class Companion {
     std::size_t most;
     const char* help;
     After (Companion::*run)(const Arguments&);
+    bool alone = false;  // may stand on the command line in place of a script
   };
   static std::span<const Word> Words();
+  // Null for a word that is not known.
+  static const Word* FindWord(std::string_view name);
   // One row a word: what is written and what it does.
   static std::string Help();
   // What is wrong with the line before it runs (quotes, word, number of arguments); empty for nothing.
@@ -60,8 +65,8 @@ class Companion {
 
   struct Sinks {
     std::function<void(const std::string& line)> output;
-    // Why the script ended early; the line's number, 0 for none.
-    std::function<void(int line, const std::string& text)> trouble;
+    // Why the script ended early.
+    std::function<void(const ScriptTrouble& trouble)> trouble;
     std::function<void()> finished;
   };
 
@@ -71,6 +76,9 @@ class Companion {
   ~Companion();
   Companion(const Companion&) = delete;
   Companion& operator=(const Companion&) = delete;
+
+  // From here on each event is a JSON object in place of fields with tabs between them.
+  void WriteJson() { json_ = true; }
 
   // Lines run in the order in which they are added, as soon as events run.
   void Add(ScriptLine line);
@@ -94,7 +102,8 @@ class Companion {
   void FailOutside(ScriptStatus status, const std::string& text);
   void Finish();
 
-  void Report(const std::vector<std::string>& fields);
+  // Null is the shape that the event always has.
+  void Report(const EventFields& fields, const EventShape* shape = nullptr);
   void Describe(const Place& place);
   void Watch(Form& form);
   static void Forget(Form& form);
@@ -134,11 +143,15 @@ class Companion {
   After WordExpect(const Arguments& arguments);
   After WordAwait(const Arguments& arguments);
   After WordQuit(const Arguments& arguments);
+  template <void (MeterWords::*work)(const Arguments&)>
+  After Work(const Arguments& arguments);
 
   App& app_;
   ScriptDialogs& dialogs_;
   ProgramEvents& program_;
   Sinks sinks_;
+  bool json_ = false;
+  MeterWords meter_words_;
 
   std::deque<ScriptLine> lines_;
   bool ended_ = false;    // no line follows

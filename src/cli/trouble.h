@@ -19,4 +19,11 @@ struct Trouble {
   std::string text;
 };
 
+// What ended a script early. The line counts from 1; 0 is none.
+struct ScriptTrouble {
+  int line = 0;
+  ScriptStatus status = ScriptStatus::kGood;
+  std::string text;
+};
+
 }  // namespace vlt

@@ -22,7 +22,7 @@ struct Column {
   int head_id;
   int width;
 };
-constexpr std::array<Column, 5> kColumns = {
+constexpr std::array<Column, kFoundTexts> kColumns = {
     {{1940, 1500}, {930, 1300}, {700, 1500}, {4680, 1500}, {2250, 2000}}};
 
 // A code that has no text is told as a number.
@@ -32,6 +32,40 @@ std::string NameOf(const App& app, const Parameter& row, int code) {
 }
 
 }  // namespace
+
+std::vector<int> StationsToSearch(bool rs485) {
+  if (!rs485) return {0};
+  std::vector<int> stations;
+  for (int station = 1; station <= kLastStation; ++station) stations.push_back(station);
+  return stations;
+}
+
+std::array<std::string, kFoundTexts> FoundMeterTexts(const App& app, const FoundMeter& meter) {
+  return {meter.link.speed + "BPS", FrmCSet::ParityText(app, meter.link.parity),
+          ZeroPadded(meter.station, kStationDigits), NameOf(app, SystemRow("unit"), meter.unit_system),
+          NameOf(app, SystemRow("language"), meter.language)};
+}
+
+std::string SearchEndText(const App& app, int number, const SearchResult& result) {
+  const std::string port = "COM" + std::to_string(number);
+  const std::string count = std::to_string(result.found);
+  switch (result.end) {
+    case SearchEnd::kStopped:
+      return FormatText(app.Text(text::kSearchStopped), {count});
+    case SearchEnd::kOtherMaster:
+      return FormatText(app.Text(text::kOtherMaster), {port, count});
+    case SearchEnd::kPortClosed:
+      return app.state.PortFaultReason;
+    case SearchEnd::kPortLost:
+      return FormatText(app.Text(text::kSearchPortLost), {port, app.state.LastErrorText, count});
+    case SearchEnd::kFinished:
+      break;
+  }
+  const std::string odd =
+      result.odd == 0 ? "" : ' ' + FormatText(app.Text(text::kSearchOdd), {std::to_string(result.odd)});
+  return FormatText(app.Text(result.found == 0 ? text::kSearchNone : text::kSearchFound), {port, count}) +
+         odd;
+}
 
 CSetSearch::CSetSearch(App& app, FrmCSet& dialog)
     : FormPart(dialog),
@@ -74,11 +108,7 @@ SearchPlan CSetSearch::Plan() const {
   plan.tries = AllTries(dialog_.ChosenLink());
   if (dialog_.StopBit.ListIndex() >= 0) plan.stop_bits = dialog_.StopBit.Text();
   plan.first_only = !dialog_.IsRs485();
-  if (plan.first_only) {
-    plan.stations = {0};
-  } else {
-    for (int station = 1; station <= kLastStation; ++station) plan.stations.push_back(station);
-  }
+  plan.stations = StationsToSearch(dialog_.IsRs485());
   return plan;
 }
 
@@ -103,7 +133,7 @@ void CSetSearch::cmdSearch_Click() {
                                             .found = [this](const FoundMeter& meter) { Add(meter); }});
   cmdStop.SetEnabled(false);
   pbSearch.SetValue(0);
-  stbSearch.SetPanel(1, EndText(plan, result));
+  stbSearch.SetPanel(1, SearchEndText(app_, plan.port, result));
 }
 
 // Before each question. False when the operator has stopped the search.
@@ -121,31 +151,7 @@ void CSetSearch::Add(const FoundMeter& meter) {
   found_.push_back(meter);
   const int row = static_cast<int>(found_.size());
   grdFound.SetRows(row + 1);
-  grdFound.SetRow(row, std::array{meter.link.speed + "BPS", FrmCSet::ParityText(app_, meter.link.parity),
-                                  ZeroPadded(meter.station, kStationDigits),
-                                  NameOf(app_, SystemRow("unit"), meter.unit_system),
-                                  NameOf(app_, SystemRow("language"), meter.language)});
-}
-
-std::string CSetSearch::EndText(const SearchPlan& plan, const SearchResult& result) const {
-  const std::string port = "COM" + std::to_string(plan.port);
-  const std::string count = std::to_string(result.found);
-  switch (result.end) {
-    case SearchEnd::kStopped:
-      return FormatText(app_.Text(text::kSearchStopped), {count});
-    case SearchEnd::kOtherMaster:
-      return FormatText(app_.Text(text::kOtherMaster), {port, count});
-    case SearchEnd::kPortClosed:
-      return app_.state.PortFaultReason;
-    case SearchEnd::kPortLost:
-      return FormatText(app_.Text(text::kSearchPortLost), {port, app_.state.LastErrorText, count});
-    case SearchEnd::kFinished:
-      break;
-  }
-  const std::string odd =
-      result.odd == 0 ? "" : ' ' + FormatText(app_.Text(text::kSearchOdd), {std::to_string(result.odd)});
-  return FormatText(app_.Text(result.found == 0 ? text::kSearchNone : text::kSearchFound), {port, count}) +
-         odd;
+  grdFound.SetRow(row, FoundMeterTexts(app_, meter));
 }
 
 void CSetSearch::cmdStop_Click() { stop_ = true; }

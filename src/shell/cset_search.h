@@ -4,6 +4,7 @@
 // proves them as ever.
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,14 @@
 #include "state/app.h"
 
 namespace vlt {
+
+// The stations that a search asks: on RS485 1 to 31, else the one meter at the other end.
+std::vector<int> StationsToSearch(bool rs485);
+// How a search on COM`port` ended, in the language in force.
+std::string SearchEndText(const App& app, int port, const SearchResult& result);
+// What is told of a meter that was found: speed, parity, station, unit system, display language.
+inline constexpr std::size_t kFoundTexts = 5;
+std::array<std::string, kFoundTexts> FoundMeterTexts(const App& app, const FoundMeter& meter);
 
 class CSetSearch : public FormPart {
  public:
@@ -36,7 +45,6 @@ class CSetSearch : public FormPart {
   SearchPlan Plan() const;
   bool Tell(const SearchPlan& plan, const SearchStep& step);
   void Add(const FoundMeter& meter);
-  std::string EndText(const SearchPlan& plan, const SearchResult& result) const;
 
   App& app_;
   FrmCSet& dialog_;

@@ -84,9 +84,8 @@ void RegisterAllWindows(App& app) {
   RegisterFirmwareWindows(app);
 }
 
-StartResult StartUp(App& app) {
+bool ReadStartSettings(App& app) {
   SharedState& state = app.state;
-  if (!app.platform.process.BecomeOnlyInstance()) return End(app);
   state.LocaleId = app.platform.process.LocaleId();
   state.PortIsOpen = false;
   state.PortNo.clear();  // unknown until a file or its default names it
@@ -103,14 +102,20 @@ StartResult StartUp(App& app) {
   state.RangeUnitTrack = state.UnitFlag;
   state.TotalUnitTrack = state.UnitFlag;
   state.PvRunning = 0;
-  const SplashVariant* variant = FindSplashVariant(state.ModelCode);
-  if (variant == nullptr) {
-    state.StartFaultReason = WhyNoVariant(app, last);
-    app.platform.process.PutError(state.StartFaultReason);
+  if (FindSplashVariant(state.ModelCode) != nullptr) return true;
+  state.StartFaultReason = WhyNoVariant(app, last);
+  return false;
+}
+
+StartResult StartUp(App& app) {
+  if (!app.platform.process.BecomeOnlyInstance()) return End(app);
+  if (!ReadStartSettings(app)) {
+    app.platform.process.PutError(app.state.StartFaultReason);
     app.Show(app.Text(kCanNotStart));
     return End(app);
   }
-  app.windows.Run([&] { app.windows.Load(variant->form).Show(); });
+  const SplashVariant& variant = *FindSplashVariant(app.state.ModelCode);
+  app.windows.Run([&] { app.windows.Load(variant.form).Show(); });
   return StartResult::kSplashRuns;
 }
 

@@ -11,6 +11,11 @@ void RegisterShellWindows(App& app);
 // Those and the pages.
 void RegisterAllWindows(App& app);
 
+// What a start begins with: the settings of this folder into the shared state, without a window, a box, or a
+// guard against another instance. False when they name no known hardware variant; StartFaultReason then names
+// the file and the key.
+bool ReadStartSettings(App& app);
+
 enum class StartResult {
   kEnded,       // the process was asked to end
   kSplashRuns,  // a splash window is shown; its timer carries on

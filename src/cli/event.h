@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A line of output: an event and its fields. Written with tabs the fields stand one after the other in the
+// order of their shape; as JSON each has a name.
+#pragma once
+
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vlt {
+
+// The event and its fields, all of them texts.
+using EventFields = std::vector<std::string>;
+
+// What the fields of an event are called. A name that ends in "#" is that of a whole number, one that ends in
+// "..." takes the rest as a list. The last fields of an event may be missing.
+struct EventShape {
+  static constexpr std::size_t kMost = 10;
+  std::string_view event;
+  std::array<std::string_view, kMost> names;
+};
+
+// Every event that the companion tells of.
+std::span<const EventShape> EventShapes();
+// The shape of the event that `fields` begin with; an unknown one is a programming error and throws
+// std::out_of_range.
+const EventShape& ShapeOf(const EventFields& fields);
+// The row of a grid: its name and its cells.
+extern const EventShape kGridRowShape;
+
+// "status<TAB>NAME<TAB>TEXT". In a field "\t", "\n", "\r" and "\\" stand for tab, line feed, carriage return
+// and backslash.
+std::string TabbedLine(const EventFields& fields);
+std::string EscapedField(const std::string& field);
+
+// {"event":"status","name":"...","text":"..."}. A byte that is no UTF-8 becomes U+FFFD.
+std::string JsonLine(const EventFields& fields, const EventShape& shape);
+
+}  // namespace vlt
