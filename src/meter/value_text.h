@@ -23,16 +23,17 @@ std::vector<std::string> CodeWords(const Parameter& row, const SharedState& fact
 // Why a text is no value of a row.
 enum class ValueFault : std::uint8_t {
   kNone,
-  kNoNumber,     // a number is wanted
-  kOutOfRange,   // LeastText and GreatestText of parameter.h tell the limits
-  kNoSuchCode,   // neither a code of the row nor the text of one
-  kNotWritable,  // the meter computes it
+  kNoNumber,    // a number is wanted
+  kOutOfRange,  // LeastText and GreatestText of parameter.h tell the limits
+  kNoSuchCode,  // neither a code of the row nor the text of one
 };
 struct EncodedValue {
   std::vector<std::uint8_t> bytes;  // whole registers; empty with a fault
   ValueFault fault = ValueFault::kNone;
 };
-// The register bytes of a typed value: a number, or for a code its number or its text in either language.
+// The register bytes of a typed value: a number, or for a code its text in either language or its number; a
+// number that is the text of an entry is that entry ("8" transmissions). A code without a text is taken in
+// parentheses alone. Whether the row may be written is another question (SendRuleOf, WriteWith).
 EncodedValue EncodeValue(const Parameter& row, const SharedState& facts, std::string_view text);
 // Why it can't be sent, in the language of `facts`; empty for kNone.
 std::string ValueFaultText(const Parameter& row, const SharedState& facts, ValueFault fault);
