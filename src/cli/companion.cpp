@@ -10,16 +10,7 @@
 #include "shell/handler_fault.h"
 
 namespace vlt {
-namespace {
-
-const Companion::Word* FindWord(const std::string& name) {
-  for (const Companion::Word& word : Companion::Words()) {
-    if (word.name == name) return &word;
-  }
-  return nullptr;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 std::string Companion::Help() {
   constexpr std::size_t kColumn = 29;
@@ -42,7 +33,12 @@ std::string Companion::Check(const ScriptLine& line) {
 }
 
 Companion::Companion(App& app, ScriptDialogs& dialogs, ProgramEvents& program, Sinks sinks)
-    : app_(app), dialogs_(dialogs), program_(program), sinks_(std::move(sinks)) {
+    : app_(app),
+      dialogs_(dialogs),
+      program_(program),
+      sinks_(std::move(sinks)),
+      meter_words_(app, {.tell = [this](const EventFields& fields) { Report(fields); },
+                         .stop = [this] { return finished_ || failed_; }}) {
   app_.windows.SetObserver({[this](Form& form) { Watch(form); },
                             [](Form& form) { Forget(form); },
                             {},

@@ -6,6 +6,7 @@
 
 #include "cli/companion.h"
 #include "cli/look.h"
+#include "link/port.h"
 #include "shell/mdi_form1.h"
 #include "shell/splash.h"
 #include "shell/start.h"
@@ -132,6 +133,21 @@ std::span<const Companion::Word> Companion::Words() {
        &Companion::WordExpect},
       {"await", "MS NAME [HOW] TEXT", 3, 4, "the same, but it may take so long until it is so",
        &Companion::WordAwait},
+      {"get", "NAME [CH]", 1, 2, "read a parameter from the meter; without CH, at each of its places",
+       &Companion::Work<&MeterWords::Get>, true},
+      {"set", "NAME VALUE [CH]", 2, 3, "write one and read it back; status 1 unless it is stored",
+       &Companion::Work<&MeterWords::Set>, true},
+      {"snapshot", "FILE", 1, 1, "read all parameters of the meter into a file",
+       &Companion::Work<&MeterWords::TakeSnapshot>, true},
+      {"compare", "A B [all]", 2, 3,
+       "a snapshot, a parameter file, meter or fields: status 0 equal, 1 different, 2 could not tell",
+       &Companion::Work<&MeterWords::CompareSides>, true},
+      {"restore", "FILE", 1, 1, "bring the meter back to what a snapshot holds",
+       &Companion::Work<&MeterWords::Restore>, true},
+      {"scan", "[KEY=VALUE]...", 0, 2, "look for meters on the port; port=2, stations=1-31",
+       &Companion::Work<&MeterWords::Scan>, true},
+      {"spacing", "KEY=VALUE...", 1, 12, "the distance of the sensors: outer_diameter=60.5 sensor_type=1 ...",
+       &Companion::Work<&MeterWords::Spacing>, true},
       {"quit", "", 0, 0, "end the script here; nothing is asked, nothing is saved", &Companion::WordQuit},
       {"end", "", 0, 0, "the same", &Companion::WordQuit},
   };
@@ -149,6 +165,14 @@ class Companion::Running {
  private:
   int& count_;
 };
+
+template <void (MeterWords::*work)(const Arguments&)>
+Companion::After Companion::Work(const Arguments& arguments) {
+  if (program_.Ended()) throw Trouble{kDiffers, "the program has ended"};
+  const Running running(gestures_);
+  (meter_words_.*work)(arguments);
+  return After::kNext;
+}
 
 Place Companion::Find(const Argument& name) const {
   if (program_.Ended()) throw Trouble{kDiffers, "the program has ended"};
@@ -181,6 +205,9 @@ bool Companion::Press(Control& control) {
 
 Companion::After Companion::WordStart(const Arguments&) {
   if (std::exchange(started_, true)) throw Trouble{kDiffers, "the program can be started only once"};
+  // A word before it may have opened the port.
+  if (bool closed = false; app_.platform.port.IsOpen()) ClosePort(app_, closed);
+  meter_words_.SettingsAreRead();
   if (StartUp(app_) == StartResult::kEnded) {
     const std::string& reason = app_.state.StartFaultReason;
     if (reason.empty()) throw Trouble{kDiffers, "another instance of the program runs in this folder"};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// vlt [--dir FOLDER] [SCRIPT]: the program without a screen, driven by words.
+// vlt [--json] [--dir FOLDER] [SCRIPT | WORD ARGUMENTS]: the program without a screen, driven by words.
 #include <QCoreApplication>
 #include <QTimer>
 #include <csignal>
@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <exception>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -21,13 +22,13 @@ namespace vlt {
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: vlt [--dir FOLDER] [SCRIPT]\n"
+    "Usage: vlt [--json] [--dir FOLDER] [SCRIPT]\n"
+    "       vlt [--json] [--dir FOLDER] WORD [ARGUMENT]...\n"
     "\n"
     "Runs the windows of Veltrano3 without a screen. SCRIPT is a file with one word and its arguments a "
     "line;\n"
     "without it the script comes from standard input. FOLDER holds VLT.ini; default: the folder of vlt.\n"
-    "\n"
-    "Words:\n";
+    "--json makes each line of output a JSON object. On the command line a WORD does one thing and ends:\n";
 
 constexpr const char* kMore =
     "\n"
@@ -42,12 +43,16 @@ constexpr const char* kMore =
     "\n"
     "Output is one line an event, its fields separated by tabs: status NAME TEXT, message TEXT ANSWER,\n"
     "file open|save PATH, show NAME TEXT STATE VALUE, refused NAME REASON,\n"
-    "operation NAME EXCHANGES FAILED REASON.\n"
+    "operation NAME EXCHANGES FAILED REASON; those of the words that work with the meter stand in\n"
+    "docs/companion.md.\n"
     "\n"
-    "Exit status: 0 when all went well; 1 when an expect differs, a gesture could not be made, or, behind "
-    "strict,\n"
-    "an exchange with the meter failed; 2 for a word,\n"
-    "a name or an option that is not known; 3 for a message box that no answer was waiting for.\n";
+    "Exit status: 0 when all went well; 1 when an expect differs, a gesture could not be made, the meter did "
+    "not\n"
+    "do what a word asked of it, or, behind strict, an exchange with it failed; 2 for a word, a name or an "
+    "option\n"
+    "that is not known; 3 for a message box that no answer was waiting for. compare: 0 equal, 1 different, "
+    "2 could\n"
+    "not tell.\n";
 
 constexpr int kUnknownStatus = static_cast<int>(ScriptStatus::kUnknown);
 constexpr int kStopLookMs = 100;
@@ -60,19 +65,34 @@ volatile std::sig_atomic_t stop_signal = 0;
 struct Options {
   bool help = false;
   bool version = false;
+  bool json = false;
   std::string folder;
   std::string script;
+  ScriptLine word;    // in place of a script: one line of it
   std::string wrong;  // what is wrong with them
 };
+
+// A word that may stand alone, and all that is behind it.
+ScriptLine WordAlone(std::span<const std::string> words) {
+  const Companion::Word* word = Companion::FindWord(words.front());
+  if (word == nullptr || !word->alone) return {};
+  ScriptLine line{.number = 0, .word = words.front(), .arguments = {}, .error = {}};
+  for (const std::string& argument : words.subspan(1)) line.arguments.push_back({.text = argument});
+  return line;
+}
 
 Options ReadOptions(const std::vector<std::string>& words) {
   Options options;
   for (std::size_t i = 0; i < words.size() && options.wrong.empty(); ++i) {
     const std::string& word = words[i];
+    options.word = WordAlone(std::span(words).subspan(i));
+    if (!options.word.word.empty()) break;
     if (word == "--help" || word == "-h") {
       options.help = true;
     } else if (word == "--version") {
       options.version = true;
+    } else if (word == "--json") {
+      options.json = true;
     } else if (word == "--dir" && i + 1 < words.size()) {
       options.folder = words[++i];
     } else if (word == "--dir") {
@@ -93,20 +113,28 @@ void PutError(const std::string& place, const std::string& text) {
   std::fprintf(stderr, "vlt: %s%s%s\n", place.c_str(), place.empty() ? "" : ": ", text.c_str());
 }
 
+void PutLine(const std::string& line) {
+  std::fwrite(line.data(), 1, line.size(), stdout);
+  std::fputc('\n', stdout);
+  std::fflush(stdout);
+}
+
 class Session {
  public:
-  Session(const std::string& folder, std::string script_name)
+  Session(const Options& options, std::string script_name)
       : script_name_(std::move(script_name)),
-        host_(folder, [this](int number) { return GetPortDevice(app_, number); }),
+        json_(options.json),
+        host_(options.folder, [this](int number) { return GetPortDevice(app_, number); }),
         dialogs_(host_.files),
         events_(host_.events),
         platform_{host_.clock, events_, host_.port, dialogs_, host_.files, host_.process, host_.firmware},
         app_(platform_),
         companion_(app_, dialogs_, events_,
                    {[](const std::string& line) { PutLine(line); },
-                    [this](int line, const std::string& text) { PutError(PlaceOf(line), text); },
+                    [this](const ScriptTrouble& trouble) { PutTrouble(trouble); },
                     [this] { End(static_cast<int>(companion_.Status())); }}) {
     RegisterAllWindows(app_);
+    if (json_) companion_.WriteJson();
   }
 
   // False, with a message, when a line can't be right: nothing is run then.
@@ -115,15 +143,24 @@ class Session {
     reader.Add(content);
     reader.End();
     bool good = true;
-    while (auto line = reader.Next()) {
-      if (const std::string wrong = Companion::Check(*line); !wrong.empty()) {
-        PutError(PlaceOf(line->number), wrong);
-        good = false;
-      }
-      companion_.Add(std::move(*line));
-    }
+    while (auto line = reader.Next()) good = AddLine(std::move(*line)) && good;
     companion_.EndOfScript();
     return good;
+  }
+
+  bool AddWord(ScriptLine line) {
+    const bool good = AddLine(std::move(line));
+    companion_.EndOfScript();
+    return good;
+  }
+
+  void PutTrouble(const ScriptTrouble& trouble) const {
+    const std::string line = trouble.line == 0 ? std::string() : std::to_string(trouble.line);
+    PutError(script_name_ + (line.empty() ? "" : ":") + line, EscapedField(trouble.text));
+    if (!json_) return;
+    const EventFields fields{"trouble", script_name_, line, std::to_string(static_cast<int>(trouble.status)),
+                             trouble.text};
+    PutLine(JsonLine(fields, ShapeOf(fields)));
   }
 
   void ListenToInput() {
@@ -141,14 +178,12 @@ class Session {
   }
 
  private:
-  static void PutLine(const std::string& line) {
-    std::fwrite(line.data(), 1, line.size(), stdout);
-    std::fputc('\n', stdout);
-    std::fflush(stdout);
-  }
-
-  std::string PlaceOf(int line) const {
-    return line == 0 ? script_name_ : script_name_ + ":" + std::to_string(line);
+  // False, with a message, for a line that can't be right.
+  bool AddLine(ScriptLine line) {
+    const std::string wrong = Companion::Check(line);
+    if (!wrong.empty()) PutTrouble({line.number, ScriptStatus::kUnknown, wrong});
+    companion_.Add(std::move(line));
+    return wrong.empty();
   }
 
   static void End(int status) {
@@ -162,6 +197,7 @@ class Session {
   }
 
   std::string script_name_;
+  bool json_;
   Host host_;
   ScriptDialogs dialogs_;
   ProgramEvents events_;
@@ -172,18 +208,31 @@ class Session {
 };
 
 int RunScript(const Options& options) {
+  if (!options.word.word.empty()) {
+    Session session(options, options.word.word);
+    return session.AddWord(options.word) ? session.Run() : kUnknownStatus;
+  }
   const bool listens = options.script.empty();
-  Session session(options.folder, listens ? "line" : options.script);
+  Session session(options, listens ? "line" : options.script);
   if (listens) {
     session.ListenToInput();
     return session.Run();
   }
   const auto content = ReadScriptFile(options.script);
   if (!content) {
-    PutError(options.script, "the script cannot be read");
+    session.PutTrouble({0, ScriptStatus::kUnknown, "the script cannot be read"});
     return kUnknownStatus;
   }
   return session.AddScript(*content) ? session.Run() : kUnknownStatus;
+}
+
+// The words that may stand alone: "get, set, ...".
+std::string WordsAlone() {
+  std::string text;
+  for (const Companion::Word& word : Companion::Words()) {
+    if (word.alone) text += (text.empty() ? "" : ", ") + std::string(word.name);
+  }
+  return text;
 }
 
 }  // namespace
@@ -197,7 +246,8 @@ int main(int argc, char** argv) {
     return vlt::kUnknownStatus;
   }
   if (options.help) {
-    std::printf("%s%s%s", vlt::kUsage, vlt::Companion::Help().c_str(), vlt::kMore);
+    std::printf("%s%s.\n\nWords:\n%s%s", vlt::kUsage, vlt::WordsAlone().c_str(),
+                vlt::Companion::Help().c_str(), vlt::kMore);
     return 0;
   }
   if (options.version) {

@@ -69,7 +69,7 @@ struct Session {
       dialogs,
       events,
       {[this](const std::string& line) { output.push_back(line); },
-       [this](int line, const std::string& text) { trouble += std::to_string(line) + ": " + text; },
+       [this](const ScriptTrouble& t) { trouble += std::to_string(t.line) + ": " + t.text; },
        [this] { finished = true; }}};
 };
 

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "meter/single_read.h"
+
+#include <algorithm>
+
+#include "meter/heat_table.h"
+#include "meter/proven_write.h"
+#include "meter/range_table.h"
+#include "meter/status_table.h"
+#include "meter/system_table.h"
+#include "meter/total_table.h"
+
+namespace vlt {
+namespace {
+
+constexpr int kMostPlaces = 4;
+
+// The rows that the unit of a kind stands in.
+struct UnitRows {
+  UnitKind kind;
+  std::vector<const Parameter*> rows;
+};
+const UnitRows kUnitRows[] = {
+    {UnitKind::kFlow, {&RangeRow("kind"), &RangeRow("unit")}},
+    {UnitKind::kTotal, {&TotalRow("unit")}},
+    {UnitKind::kHeatFlow, {&HeatRow("flow_unit")}},
+    {UnitKind::kHeatTotal, {&HeatRow("total_unit")}},
+    {UnitKind::kTemperature, {&HeatRow("temperature_unit")}},
+};
+
+bool IsOutput(Location location) {
+  return location == Location::kOutput || location == Location::kThermalOutput ||
+         location == Location::kOutputRow;
+}
+
+class Reader {
+ public:
+  explicit Reader(App& app) : app_(app), facts_(app.state) {}
+
+  SingleRead Run(const Parameter& row, int index) {
+    SingleRead result;
+    if (!ReadShape()) {
+      result.failure = failure_;
+      return result;
+    }
+    std::vector<ParameterPlace> places;
+    for (int at = 0; at < kMostPlaces; ++at) {
+      if ((index == kEveryPlace || index == at) && ExistsIn(row, facts_, at)) places.push_back({&row, at});
+    }
+    for (const ParameterPlace& place : places) ReadMeaning(place);
+    const Snapshot snapshot = Complete();
+    result.facts = snapshot.facts;
+    for (const ParameterPlace& place : places) result.rows.push_back(*snapshot.Find(place));
+    return result;
+  }
+
+ private:
+  // False without the answers that decide which parameters there are.
+  bool ReadShape() {
+    for (const Parameter* row : {&SystemRow("specification"), &SystemRow("unit"),
+                                 &SystemRow("operation_mode"), &SystemRow("measurement_mode")}) {
+      if (!ExistsIn(*row, facts_, 0)) continue;
+      const SnapshotRow& read = Read({row, 0});
+      if (!read.Known()) {
+        failure_ = read.unread;
+        return false;
+      }
+      facts_ = Complete().facts;
+    }
+    return true;
+  }
+
+  // The place, and what its value is shown by.
+  void ReadMeaning(const ParameterPlace& place) {
+    Read(place);
+    if (place.row->unit == UnitKind::kNone) return;
+    int channel = place.index;
+    if (IsOutput(place.row->location)) {
+      const SnapshotRow& follows = Read({&StatusRow("channel"), place.index});
+      if (!follows.Known()) return;
+      channel = CodeAt(StatusRow("channel"), follows.raw, 0);
+    }
+    channel = std::clamp(channel, 0, kChannels - 1);
+    for (const UnitRows& unit : kUnitRows) {
+      if (unit.kind != place.row->unit) continue;
+      for (const Parameter* row : unit.rows) Read({row, row->location == Location::kMeter ? 0 : channel});
+    }
+  }
+
+  const SnapshotRow& Read(const ParameterPlace& place) {
+    const auto at = std::lower_bound(rows_.begin(), rows_.end(), place,
+                                     [](const SnapshotRow& row, const ParameterPlace& wanted) {
+                                       return InCatalogueOrder(row.place, wanted);
+                                     });
+    if (at != rows_.end() && at->place == place) return *at;
+    SnapshotRow row{.place = place, .raw = ReadPlace(app_, place), .value = {}, .unit = {}, .unread = {}};
+    if (row.raw.empty()) row.unread = app_.state.LastErrorText;
+    return *rows_.insert(at, std::move(row));
+  }
+
+  Snapshot Complete() const { return CompleteSnapshot(facts_, rows_, {}); }
+
+  App& app_;
+  SharedState facts_;
+  std::vector<SnapshotRow> rows_;  // in catalogue order
+  std::string failure_;
+};
+
+}  // namespace
+
+SingleRead ReadSingle(App& app, const Parameter& row, int index) { return Reader(app).Run(row, index); }
+
+}  // namespace vlt
