@@ -181,11 +181,6 @@ std::string Joined(std::span<const int> ids, int lang_offset) {
   return joined;
 }
 
-bool HasOutputs(Location location) {
-  return location == Location::kOutput || location == Location::kThermalOutput ||
-         location == Location::kOutputRow;
-}
-
 // How many places of a kind the largest meter has.
 int MostPlaces(Location location) { return LocationCount(location, SharedState{}); }
 
@@ -232,9 +227,14 @@ std::vector<ParameterPlace> PlacesOf(const SharedState& facts) {
   return places;
 }
 
+bool IsOutput(const Parameter& row) {
+  return row.location == Location::kOutput || row.location == Location::kThermalOutput ||
+         row.location == Location::kOutputRow;
+}
+
 std::string PlaceName(const Parameter& row, int index) {
   if (row.location == Location::kMeter) return {};
-  return (HasOutputs(row.location) ? "DO" : "CH") + std::to_string(index + 1);
+  return (IsOutput(row) ? "DO" : "CH") + std::to_string(index + 1);
 }
 
 int PlaceIndexOf(const Parameter& row, std::string_view name) {

@@ -47,14 +47,9 @@ class RowList {
   const std::vector<SnapshotRow>& rows_;
 };
 
-bool IsOutput(Location location) {
-  return location == Location::kOutput || location == Location::kThermalOutput ||
-         location == Location::kOutputRow;
-}
-
 // The channel whose units a place carries: its own, or the one that its output follows.
 int UnitChannel(const RowList& rows, const ParameterPlace& place) {
-  if (!IsOutput(place.row->location)) return std::min(place.index, kChannels - 1);
+  if (!IsOutput(*place.row)) return std::min(place.index, kChannels - 1);
   return std::clamp(rows.Code(StatusRow("channel"), place.index, 0), 0, kChannels - 1);
 }
 
@@ -86,7 +81,7 @@ void Learn(const RowList& rows, SharedState& facts) {
 bool MeaningIsKnown(const RowList& rows, const SharedState& facts, const ParameterPlace& place) {
   const Parameter& row = *place.row;
   const int channel = UnitChannel(rows, place);
-  const bool follows = IsOutput(row.location) && row.unit != UnitKind::kNone;
+  const bool follows = IsOutput(row) && row.unit != UnitKind::kNone;
   if (follows && rows.Find({&StatusRow("channel"), place.index}) != nullptr &&
       !rows.Has(StatusRow("channel"), place.index)) {
     return false;

@@ -10,6 +10,7 @@
 #include "meter/range_table.h"
 #include "meter/status_table.h"
 #include "meter/total_table.h"
+#include "meter/units.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_compare.h"
@@ -115,6 +116,11 @@ std::vector<std::string> CodeWords(const Parameter& row, const SharedState& fact
 
 std::string ValueText(const Parameter& row, const SharedState& facts, std::span<const std::uint8_t> bytes) {
   return row.IsCode() ? CodeText(row, facts, CodeAt(row, bytes, 0)) : ShowValue(row, facts, bytes, 0);
+}
+
+std::string UnitTextAt(const ParameterPlace& place, const SharedState& facts, int channel_of_output) {
+  const int channel = IsOutput(*place.row) ? channel_of_output : place.index;
+  return UnitText(facts, place.row->unit, std::clamp(channel, 0, kChannels - 1));
 }
 
 EncodedValue EncodeValue(const Parameter& row, const SharedState& facts, std::string_view text) {

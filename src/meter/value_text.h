@@ -9,13 +9,16 @@
 #include <string_view>
 #include <vector>
 
-#include "meter/parameter.h"
+#include "meter/catalogue.h"
 
 namespace vlt {
 
 // The value in `bytes` (2 * row.Words() of them) in the language and the units of `facts`: a number as an
 // entry shows it, a code as its list text, a code without a text in parentheses: "(7)".
 std::string ValueText(const Parameter& row, const SharedState& facts, std::span<const std::uint8_t> bytes);
+
+// The unit of a place, without brackets; `channel` is the one that an output follows.
+std::string UnitTextAt(const ParameterPlace& place, const SharedState& facts, int channel_of_output);
 
 // The texts of a row's codes from 0 on, in the language of `facts`; none for a number.
 std::vector<std::string> CodeWords(const Parameter& row, const SharedState& facts);
