@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/companion.h"
 
-#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -10,7 +9,13 @@
 #include "shell/handler_fault.h"
 
 namespace vlt {
-namespace {}  // namespace
+
+const Companion::Word* Companion::FindWord(std::string_view name) {
+  for (const Word& word : Words()) {
+    if (word.name == name) return &word;
+  }
+  return nullptr;
+}
 
 std::string Companion::Help() {
   constexpr std::size_t kColumn = 29;

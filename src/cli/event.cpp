@@ -17,7 +17,7 @@ constexpr EventShape kShapes[] = {
     {"operation", {"name", "exchanges#", "failed#", "reason"}},
     {"value", {"name", "place", "value", "unit", "register", "raw"}},
     {"unread", {"name", "place", "reason"}},
-    {"sent", {"name", "place", "end", "value", "holds", "was", "reason"}},
+    {"sent", {"name", "place", "end", "value", "holds", "was", "unit", "reason"}},
     {"progress", {"step#", "steps#", "text"}},
     {"identity",
      {"side", "title", "id_number", "specification", "type", "version", "date", "unit_system", "path_mode"}},

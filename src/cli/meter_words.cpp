@@ -187,7 +187,7 @@ void MeterWords::Set(const Arguments& arguments) {
 void MeterWords::TellSent(const SnapshotRow& before, const Sent& sent) const {
   const Parameter& row = *before.place.row;
   desk_.tell({"sent", std::string(row.name), PlaceName(row, before.place.index), WordOf(sent.end), sent.value,
-              sent.holds, before.value, sent.reason});
+              sent.holds, before.value, before.unit, sent.reason});
   if (sent.end != WriteEnd::kStored) Fail(text::kNameAndReason, {FullName(before.place), sent.reason});
 }
 

@@ -6,7 +6,8 @@
 //   value    NAME PLACE VALUE UNIT REGISTER RAW    what the meter holds; REGISTER is function and address
 //                                                  ("3:00D2"), RAW the contents as hexadecimal digits
 //   unread   NAME PLACE REASON                     a parameter that could not be read
-//   sent     NAME PLACE END VALUE HOLDS WAS REASON a value that was to be written; END is stored, refused,
+//   sent     NAME PLACE END VALUE HOLDS WAS UNIT REASON
+//                                                  a value that was to be written; END is stored, refused,
 //                                                  not_proven or not_sent
 //   progress STEP STEPS TEXT                       a long piece of work
 //   identity SIDE TITLE ID_NUMBER SPECIFICATION TYPE VERSION DATE UNIT_SYSTEM PATH_MODE

@@ -141,7 +141,8 @@ void MeterWords::TellRestored(const RestoreReport& report) const {
     const Parameter& parameter = *row.place.row;
     const std::string& holds = row.end == WriteEnd::kStored ? row.sent : row.came_back;
     desk_.tell({"sent", std::string(parameter.name), PlaceName(parameter, row.place.index), WordOf(row.end),
-                row.sent, holds, before == nullptr ? "" : before->value, row.reason});
+                row.sent, holds, before == nullptr ? "" : before->value,
+                before == nullptr ? "" : before->unit, row.reason});
   }
   desk_.tell({"restored", Count(sent.Count(WriteEnd::kStored)), Count(sent.Count(WriteEnd::kRefused)),
               Count(sent.Count(WriteEnd::kNotProven)), Count(sent.Count(WriteEnd::kNotSent)),
