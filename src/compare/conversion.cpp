@@ -338,7 +338,8 @@ SendRule SendRuleOf(const Parameter& row) {
   return by_hand ? SendRule::kByHand : SendRule::kOrdinary;
 }
 
-Conversion ConvertFor(const SideCell& cell, const SharedState& from, const SharedState& to, int output_channel) {
+Conversion ConvertFor(const SideCell& cell, const SharedState& from, const SharedState& to,
+                      int output_channel) {
   return Converter(cell, from, to, output_channel).Run();
 }
 
