@@ -26,6 +26,7 @@ constexpr EventShape kShapes[] = {
      {"name", "place", "state", "left", "left_unit", "left_raw", "right", "right_unit", "right_raw", "note"}},
     {"remark", {"side", "text"}},
     {"compared", {"all#", "equal#", "different#", "only_left#", "only_right#", "unread#", "text"}},
+    {"differs", {"name", "place", "reason"}},
     {"restored", {"stored#", "refused#", "not_proven#", "not_sent#", "different#", "restore_point"}},
     {"found", {"port", "speed", "parity", "station", "unit_system", "language"}},
     {"spacing", {"spacing", "unit", "step"}},

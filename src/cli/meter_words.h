@@ -17,6 +17,7 @@
 //                                                  STATE is equal, different, only_left, only_right, unread
 //   remark   SIDE TEXT                             a line of a file that was not taken
 //   compared ALL EQUAL DIFFERENT ONLY_LEFT ONLY_RIGHT UNREAD TEXT
+//   differs  NAME PLACE REASON                     what is not as the snapshot has it, after restoring
 //   restored STORED REFUSED NOT_PROVEN NOT_SENT DIFFERENT RESTORE_POINT
 //   found    PORT SPEED PARITY STATION UNIT_SYSTEM LANGUAGE
 //   spacing  SPACING UNIT STEP

@@ -115,8 +115,12 @@ void MeterWords::CompareSides(const Arguments& arguments) {
   if (all && arguments[2].text != kAllRows) {
     throw Trouble{kCouldNotTell, Format(text::kOnlyAll, {arguments[2].text})};
   }
-  CompareSide left = SideOf(arguments[0].text);
-  const Comparison comparison(std::move(left), SideOf(arguments[1].text));
+  // The meter last: a file that can't be read need not wait for it.
+  const bool meter_is_left = arguments[0].text == kMeterSide;
+  CompareSide first = SideOf(arguments[meter_is_left ? 1 : 0].text);
+  CompareSide second = SideOf(arguments[meter_is_left ? 0 : 1].text);
+  if (meter_is_left) std::swap(first, second);
+  const Comparison comparison(std::move(first), std::move(second));
   TellSide("left", comparison.Left());
   TellSide("right", comparison.Right());
   for (const ComparisonRow& row : comparison.Rows()) {
@@ -143,6 +147,10 @@ void MeterWords::TellRestored(const RestoreReport& report) const {
     desk_.tell({"sent", std::string(parameter.name), PlaceName(parameter, row.place.index), WordOf(row.end),
                 row.sent, holds, before == nullptr ? "" : before->value,
                 before == nullptr ? "" : before->unit, row.reason});
+  }
+  for (const SentRow& row : report.left) {
+    const Parameter& parameter = *row.place.row;
+    desk_.tell({"differs", std::string(parameter.name), PlaceName(parameter, row.place.index), row.reason});
   }
   desk_.tell({"restored", Count(sent.Count(WriteEnd::kStored)), Count(sent.Count(WriteEnd::kRefused)),
               Count(sent.Count(WriteEnd::kNotProven)), Count(sent.Count(WriteEnd::kNotSent)),
