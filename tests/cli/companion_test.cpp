@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-#include "cli/session.h"
+#include "tests/cli/session.h"
 #include "window/chart.h"
 
 namespace vlt {

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Lines of output: with tabs, and as JSON.
+#include "cli/event.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/cli/json.h"
+#include "tests/cli/session.h"
+
+namespace vlt {
+namespace {
+
+using test::ParseJson;
+using test::ReadFile;
+using test::Session;
+
+std::string Json(const EventFields& fields) { return JsonLine(fields, ShapeOf(fields)); }
+
+TEST(Event, JsonNamesTheFields) {
+  const struct {
+    EventFields fields;
+    const char* json;
+  } cases[] = {
+      {{"status", "A.B", ""}, R"({"event":"status","name":"A.B","text":""})"},
+      {{"operation", "A.B", "3", "0", ""},
+       R"({"event":"operation","name":"A.B","exchanges":3,"failed":0,"reason":""})"},
+      {{"trouble", "s", "", "1", "x"},
+       R"({"event":"trouble","script":"s","line":null,"status":1,"text":"x"})"},
+      {{"show", "A.B", "t"}, R"({"event":"show","name":"A.B","text":"t"})"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Json(c.fields), c.json);
+  EXPECT_EQ(JsonLine({"show", "G[0]", "a", "", "b"}, kGridRowShape),
+            R"({"event":"show","name":"G[0]","cells":["a","","b"]})");
+  EXPECT_THROW(ShapeOf({"nothing"}), std::out_of_range);
+}
+
+// What no JSON text may hold is written another way; what is no UTF-8 at all is replaced byte by byte.
+TEST(Event, JsonTextsAreUtf8WithoutControlCharacters) {
+  const std::string replaced = "\xEF\xBF\xBD";
+  const struct {
+    std::string text;
+    std::string json;
+  } cases[] = {
+      {"a\tb\nc\rd\"e\\f\bg\fh", R"(a\tb\nc\rd\"e\\f\bg\fh)"},
+      {std::string("\x01\x1F\0/", 4), R"(\u0001\u001f\u0000/)"},
+      {"\x7F \xC2\xB0 \xE6\xB5\x81 \xF0\x9F\x98\x80", "\x7F \xC2\xB0 \xE6\xB5\x81 \xF0\x9F\x98\x80"},
+      {"\xFF", replaced},
+      {"a\x80z", "a" + replaced + "z"},
+      {"\xC0\xAF", replaced + replaced},                 // longer than it need be
+      {"\xED\xA0\x80", replaced + replaced + replaced},  // a surrogate
+      {"\xF4\x90\x80\x80", replaced + replaced + replaced + replaced},
+      {"\xE6\xB5", replaced + replaced},  // cut off
+      {"\xE6\xB5z", replaced + replaced + "z"},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(Json({"status", "", c.text}), R"({"event":"status","name":"","text":")" + c.json + "\"}");
+}
+
+// Both forms of the same script say the same, line for line.
+TEST(Event, JsonSaysWhatTheTabsSay) {
+  const std::string script =
+      "answer ok no\nfile\nstart\nopen Form10\ntick OUTER_DIAMETER\ntype OUTER_DIAMETERText \"a\tb\\c\"\"\"\n"
+      "press ReadParameter\npress SetParameter\nform\nopen frmCalc\nform\nopen FrmCSet\nform\nclose FrmCSet\n"
+      "close frmCalc\nget process.fluid\nset process.fluid 1 1\nspacing outer_diameter=60.5 "
+      "wall_thickness=3.8 pipe_material=0 fluid=0 sensor_type=1\nscan\npress NONE";
+  Session tabs;
+  Session json;
+  json.companion.WriteJson();
+  EXPECT_EQ(tabs.Run(script), json.Run(script));
+  EXPECT_EQ(tabs.trouble, json.trouble);
+  ASSERT_EQ(tabs.output.size(), json.output.size());
+  ASSERT_GT(tabs.output.size(), 100U);
+  for (std::size_t i = 0; i < tabs.output.size(); ++i) {
+    const auto object = ParseJson(json.output[i]);
+    ASSERT_TRUE(object) << json.output[i];
+    const std::string& line = tabs.output[i];
+    EXPECT_TRUE(line.starts_with(object->at("event") + '\t')) << line;
+    for (const auto& [key, value] : *object) {
+      if (key != "cells") EXPECT_NE(line.find(EscapedField(value)), std::string::npos) << key << '\n' << line;
+    }
+  }
+}
+
+// The documentation's table of events is the table of their shapes.
+TEST(Event, DocumentationListsEveryEvent) {
+  const std::string text = ReadFile(std::string(DOCS) + "/companion.md");
+  for (const EventShape& shape : EventShapes()) {
+    std::string row = "| `" + std::string(shape.event) + "` | ";
+    for (const std::string_view name : shape.names) {
+      if (!name.empty())
+        row += (row.ends_with("| ") ? "`" : ", `") + std::string(name.substr(0, name.find('#'))) + '`';
+    }
+    EXPECT_NE(text.find(row + " |"), std::string::npos) << row << " |";
+  }
+}
+
+}  // namespace
+}  // namespace vlt

@@ -1,0 +1,395 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The words that need no window, on the simulated meter.
+#include "cli/meter_words.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/cli/session.h"
+#include "meter/process_table.h"
+
+namespace vlt {
+namespace {
+
+using test::kIni;
+using test::Session;
+
+const std::string kPort1 = "COM1";
+
+// One word and what comes of it.
+struct WordCase {
+  const char* line;
+  int status;
+  const char* told;     // a whole line of output; empty for none at all
+  const char* trouble;  // what it begins with
+  const char* fault = "";
+};
+
+void Check(const WordCase& c) {
+  Session session;
+  if (*c.fault != '\0') session.machine.Arm(c.fault);
+  EXPECT_EQ(session.Run(c.line), c.status) << c.line << '\n' << session.trouble;
+  if (*c.told == '\0') {
+    EXPECT_TRUE(session.output.empty()) << c.line << '\n' << ::testing::PrintToString(session.output);
+  } else {
+    EXPECT_TRUE(session.Told(c.told)) << c.line << '\n' << ::testing::PrintToString(session.output);
+  }
+  EXPECT_TRUE(session.trouble.starts_with(c.trouble)) << session.trouble;
+  EXPECT_EQ(session.trouble.empty(), c.status == 0) << session.trouble;
+  EXPECT_FALSE(session.app.state.UiLocked);
+  EXPECT_FALSE(session.machine.machine.port.IsOpen());
+  EXPECT_EQ(session.machine.files.files["/app/VLT.ini"], kIni) << "nothing is saved";
+}
+
+bool HasWritten(Session& session) {
+  const auto requests = session.machine.TakeRequests();
+  return std::any_of(requests.begin(), requests.end(), [](const std::string& request) {
+    return request.substr(3, 2) == "10" || request.substr(3, 2) == "06";
+  });
+}
+
+TEST(MeterWords, GetTellsWhatTheMeterHolds) {
+  const WordCase cases[] = {
+      {"get process.outer_diameter 1", 0, "value\tprocess.outer_diameter\tCH1\t60.50\tmm\t3:00D2\t000017A2",
+       ""},
+      {"get process.outer_diameter ch2", 0, "value\tprocess.outer_diameter\tCH2\t60.50\tmm\t3:145A\t000017A2",
+       ""},
+      {"get process.pipe_material", 0, "value\tprocess.pipe_material\tCH2\tCARBON STEEL\t\t3:145E\t0000", ""},
+      {"get range.full_scale_1 CH3", 0, "value\trange.full_scale_1\tCH3\t15\tm3/h\t3:13CC\t402E000000000000",
+       ""},
+      {"get status.flow_switch_high DO4", 0,
+       "value\tstatus.flow_switch_high\tDO4\t12\tm3/h\t3:0416\t4028000000000000", ""},
+      {"get system.type", 0, "value\tsystem.type\t\tTWO-CH\t\t4:0094\t54574F2D43482020", ""},
+      // What can't be read is told with its reason.
+      {"get process.outer_diameter CH1", 1, "unread\tprocess.outer_diameter\tCH1\t[NO RESPONSE ERROR]",
+       "1: process.outer_diameter CH1: [NO RESPONSE ERROR]", "silence@00D2H*ever"},
+      {"get range.full_scale_1 CH2", 1,
+       "unread\trange.full_scale_1\tCH2\tthe unit or unit system was not read",
+       "1: range.full_scale_1 CH2: the unit", "silence@1388H*ever"},
+      {"get process.outer_diameter", 1, "", "1: the meter could not be read: [NO RESPONSE ERROR]",
+       "silence*ever"},
+      // Names.
+      {"get process.outer_diametre", 2, "",
+       "1: there is no parameter process.outer_diametre; near it: process.outer_diameter"},
+      {"get fluid", 2, "", "1: there is no parameter fluid; near it: process.fluid"},
+      {"get XYZZY", 2, "", "1: there is no parameter XYZZY"},
+      {"get process.fluid CH3", 2, "", "1: process.fluid has no CH3; it has CH1, CH2"},
+      {"get status.channel 5", 2, "", "1: status.channel has no 5; it has DO1, DO2, DO3, DO4"},
+      {"get system.unit 1", 2, "", "1: a meter has system.unit once"},
+  };
+  for (const WordCase& c : cases) Check(c);
+}
+
+TEST(MeterWords, SetTellsWhatBecameOfAValue) {
+  const WordCase cases[] = {
+      {"set process.outer_diameter 114.3 1", 0,
+       "sent\tprocess.outer_diameter\tCH1\tstored\t114.30\t114.30\t60.50\tmm\t", ""},
+      {"set process.pipe_material \"stainless steel\" CH2", 0,
+       "sent\tprocess.pipe_material\tCH2\tstored\tSTAINLESS STEEL\tSTAINLESS STEEL\tCARBON STEEL\t\t", ""},
+      {"set process.pipe_material 1 CH2", 0,
+       "sent\tprocess.pipe_material\tCH2\tstored\tSTAINLESS STEEL\tSTAINLESS STEEL\tCARBON STEEL\t\t", ""},
+      // What the meter does not do.
+      {"set process.outer_diameter 114.3 1", 1,
+       "sent\tprocess.outer_diameter\tCH1\tnot_proven\t114.30\t60.50\t60.50\tmm\tthe register holds 60.50",
+       "1: process.outer_diameter CH1: the register holds 60.50", "ignore-write/10*ever"},
+      {"set process.outer_diameter 114.3 1", 1,
+       "sent\tprocess.outer_diameter\tCH1\trefused\t114.30\t60.50\t60.50\tmm\t[EXCEPTION ERROR] 3",
+       "1: process.outer_diameter CH1: ", "exception=3/10*ever"},
+  };
+  for (const WordCase& c : cases) Check(c);
+}
+
+// A value that can't be right goes nowhere.
+TEST(MeterWords, SetSendsNothingThatARowRefuses) {
+  const WordCase cases[] = {
+      {"set process.outer_diameter abc 1", 1,
+       "sent\tprocess.outer_diameter\tCH1\tnot_sent\tabc\t60.50\t60.50\tmm\tthis is no number",
+       "1: process.outer_diameter CH1: this is no number"},
+      {"set process.outer_diameter 1,5 1", 1,
+       "sent\tprocess.outer_diameter\tCH1\tnot_sent\t1,5\t60.50\t60.50\tmm\tthis is no number", "1: process"},
+      {"set process.pipe_sound_velocity 99999 1", 1,
+       "sent\tprocess.pipe_sound_velocity\tCH1\tnot_sent\t99999\t3206\t3206\tm/s\tthe value must lie from "
+       "-32768 to 32767",
+       "1: process.pipe_sound_velocity CH1: "},
+      {"set process.outer_diameter 123456.78 1", 1,
+       "sent\tprocess.outer_diameter\tCH1\tnot_sent\t123456.78\t60.50\t60.50\tmm\tit takes no more than 7 "
+       "characters",
+       "1: process.outer_diameter CH1: "},
+      {"set system.unit GOLD", 1,
+       "sent\tsystem.unit\t\tnot_sent\tGOLD\tMETRIC\tMETRIC\t\tthe entries are: METRIC, ENGLISH",
+       "1: system.unit: the entries are"},
+      // Without what was there before nothing is sent.
+      {"set process.outer_diameter 114.3 1", 1,
+       "sent\tprocess.outer_diameter\tCH1\tnot_sent\t114.3\t\t\t\t[NO RESPONSE ERROR]",
+       "1: process.outer_diameter CH1: [NO RESPONSE ERROR]", "silence@00D2H/03*ever"},
+      {"set process.outer_diameter 114.3", 2, "",
+       "1: there is more than one process.outer_diameter: say which"},
+      {"set process.sensor_spacing 3 1", 1, "", "1: process.sensor_spacing: the meter works it out itself"},
+      {"set system.specification 81", 1, "", "1: system.specification is not set by a word"},
+      {"set process.outer_diametre 3 1", 2, "", "1: there is no parameter"},
+  };
+  for (const WordCase& c : cases) {
+    Check(c);
+    Session session;
+    if (*c.fault != '\0') session.machine.Arm(c.fault);
+    session.Run(c.line);
+    EXPECT_FALSE(HasWritten(session)) << c.line;
+  }
+}
+
+TEST(MeterWords, AValueFollowsTheMetersOwnUnits) {
+  Session session({.unit_system = 1});
+  EXPECT_EQ(session.Run("set process.outer_diameter 4.5 1\nget process.outer_diameter 1"), 0)
+      << session.trouble;
+  EXPECT_TRUE(session.ToldPart("value\tprocess.outer_diameter\tCH1\t4.5000\tinch\t3:00D2\t0000AFC8"))
+      << ::testing::PrintToString(session.output);
+}
+
+TEST(MeterWords, AMeterLacksWhatItsShapeHasNot) {
+  Session session({.specification = 182});
+  EXPECT_EQ(session.Run("get process.fluid\nset process.fluid 1\nget process.fluid 2"), 1);
+  EXPECT_EQ(session.trouble, "3: this meter has no process.fluid CH2");
+  EXPECT_EQ(std::count_if(session.output.begin(), session.output.end(),
+                          [](const std::string& line) { return line.starts_with("value"); }),
+            1);
+  EXPECT_TRUE(session.ToldPart("sent\tprocess.fluid\tCH1\tstored")) << "there is only one";
+}
+
+// The settings, the port and the line are needed, and each that is not to be had is told.
+TEST(MeterWords, WhatKeepsThemFromTheLine) {
+  Session broken;
+  broken.machine.files.files["/app/VLT.ini"] = "[SYSTEM]\r\nVR=X\r\n";
+  EXPECT_EQ(broken.Run("get system.unit"), 1);
+  EXPECT_TRUE(broken.ToldPart("refused\tstart\t/app/VLT.ini: "));
+
+  Session unplugged;
+  unplugged.machine.sockets.clear();
+  EXPECT_EQ(unplugged.Run("get system.unit"), 1);
+  EXPECT_EQ(unplugged.trouble, "1: COM1 () is not there: check that the adapter is plugged in");
+
+  Session second;
+  second.machine.process.only_instance = false;
+  EXPECT_EQ(
+      second.Run("spacing outer_diameter=60.5 wall_thickness=3.8 pipe_material=0 fluid=0 sensor_type=1\n"
+                 "get system.unit"),
+      1);
+  EXPECT_EQ(second.trouble, "2: another instance of the program runs in this folder");
+
+  Session measuring;
+  EXPECT_EQ(measuring.Run("start\nopen Form9\nfile /data/run.csv\npress SaveCSV\npress Start\nwait 1500\n"
+                          "get system.unit"),
+            1);
+  EXPECT_EQ(measuring.trouble, "7: the line is in use by other work of the program");
+
+  Session ended;
+  EXPECT_EQ(ended.Run("answer no\nstart\nclose\nget system.unit"), 1);
+  EXPECT_EQ(ended.trouble, "4: the program has ended");
+}
+
+// Words with and without windows live beside each other.
+TEST(MeterWords, TheyWorkBeforeAndBehindAStart) {
+  Session session;
+  EXPECT_EQ(
+      session.Run("get process.fluid 1\nstart\nopen Form10\ntick OUTER_DIAMETER\n"
+                  "set process.outer_diameter 88.9 1\npress ReadParameter\nexpect OUTER_DIAMETERText 88.90\n"
+                  "expect ReadParameter enabled\nexpect StatusBar1[2] ENGLISH"),
+      0)
+      << session.trouble << ::testing::PrintToString(session.output);
+}
+
+// --- whole meters ------------------------------------------------------------------------------------------
+
+TEST(MeterWords, ASnapshotIsComparedAndRestored) {
+  Session session;
+  const int status = session.Run(
+      "snapshot /data/a.txt\ncompare meter /data/a.txt\nset process.outer_diameter 114.3 1\n"
+      "set range.damping 7 2\nsnapshot /data/b.txt\nrestore /data/a.txt\ncompare /data/a.txt meter\n"
+      "compare /data/a.txt /data/b.txt");
+  EXPECT_EQ(status, 1);
+  EXPECT_TRUE(session.trouble.starts_with("8: All ")) << session.trouble;
+  const auto told = [&](const std::string& line) {
+    EXPECT_TRUE(session.ToldPart(line)) << line << '\n' << ::testing::PrintToString(session.output);
+  };
+  told("identity\tmeter\t\t0001\t0081\tTWO-CH\t");
+  told("snapshot\t/data/a.txt\t");
+  told("identity\tright\tSnapshot a.txt\t0001\t0081\tTWO-CH\t");
+  told("No differences in ");
+  told("sent\tprocess.outer_diameter\tCH1\tstored\t60.50\t60.50\t114.30\tmm\t");
+  told("sent\trange.damping\tCH2\tstored\t5.0\t5.0\t7.0\tsec\t");
+  told("restored\t2\t0\t0\t0\t0\t/home/operator/veltrano3/");
+  told("row\tprocess.outer_diameter\tCH1\tdifferent\t60.50\tmm\t000017A2\t114.30\tmm\t00002CA6\t");
+  EXPECT_FALSE(session.ToldPart("row\tprocess.fluid")) << "equal rows are not told";
+  EXPECT_EQ(session.machine.Meter().holding().Long(0x00D2), 6050);
+}
+
+TEST(MeterWords, AComparisonHasThreeEnds) {
+  const struct {
+    const char* script;
+    int status;
+    const char* trouble;
+    const char* fault = "";
+  } cases[] = {
+      {"snapshot /s\ncompare /s /s all", 0, ""},
+      {"snapshot /s\nset process.fluid 3 1\ncompare /s meter", 1, "3: All "},
+      {"compare /s /t", 2, "1: /s could not be read: there is no such file"},
+      {"compare /app/VLT.ini meter", 2, "1: /app/VLT.ini is neither a snapshot nor a parameter file"},
+      {"compare meter fields", 2, "1: no page holds a value"},
+      {"compare a b c", 2, "1: behind both sides only all may stand, not c"},
+      {"compare meter meter", 2, "1: the meter could not be read: [NO RESPONSE ERROR]", "silence*ever"},
+      // A part that is missing keeps a comparison from saying that nothing differs.
+      {"snapshot /s\ncompare /s meter", 2, "2: All ", "silence@00D0H/03#2*ever"},
+  };
+  for (const auto& c : cases) {
+    Session session;
+    if (*c.fault != '\0') session.machine.Arm(c.fault);
+    EXPECT_EQ(session.Run(c.script), c.status) << c.script << '\n' << session.trouble;
+    EXPECT_TRUE(session.trouble.starts_with(c.trouble)) << session.trouble;
+  }
+}
+
+// What the pages hold is a side, too.
+TEST(MeterWords, FieldsAreComparedWithTheMeter) {
+  Session session;
+  EXPECT_EQ(session.Run("start\nopen Form10\ntick OUTER_DIAMETER\npress ReadParameter\n"
+                        "type OUTER_DIAMETERText 77\ncompare fields meter"),
+            1);
+  EXPECT_TRUE(session.ToldPart("row\tprocess.outer_diameter\tCH1\tdifferent\t77"))
+      << ::testing::PrintToString(session.output);
+}
+
+TEST(MeterWords, SnapshotLosesNoFile) {
+  const struct {
+    const char* script;
+    const char* trouble;
+    const char* fault = "";
+    bool written = false;
+  } cases[] = {
+      {"snapshot /app/VLT.ini", "1: /app/VLT.ini is there and is no snapshot"},
+      {"snapshot /s", "1: the meter could not be read: [NO RESPONSE ERROR]", "silence*ever"},
+      {"snapshot /s", "1: ", "silence@00D0H/03*ever", true},
+  };
+  for (const auto& c : cases) {
+    Session session;
+    if (*c.fault != '\0') session.machine.Arm(c.fault);
+    EXPECT_EQ(session.Run(c.script), 1) << c.script;
+    EXPECT_TRUE(session.trouble.starts_with(c.trouble)) << session.trouble;
+    EXPECT_EQ(session.machine.files.files.contains("/s"), c.written);
+    EXPECT_EQ(session.machine.files.files["/app/VLT.ini"], kIni);
+  }
+}
+
+TEST(MeterWords, RestoreTellsWhatItCouldNotDo) {
+  const std::string changed = "snapshot /s\nset process.outer_diameter 114.3 1\nset process.fluid 3 1\n";
+  const struct {
+    std::string script;
+    const char* trouble;
+    const char* told;
+    const char* fault = "";
+  } cases[] = {
+      {"restore /none", "1: /none could not be read", ""},
+      {"restore /app/VLT.ini", "1: /app/VLT.ini is neither", ""},
+      {changed + "restore /s", "4: parameters that are not as the snapshot has them: 1",
+       "sent\tprocess.outer_diameter\tCH1\tnot_proven\t60.50\t114.30\t114.30\tmm\t",
+       "ignore-write@00D2H/10#2*ever"},
+      {changed + "set system.id_number 9\nrestore /s",
+       "5: parameters that are not as the snapshot has them: 1",
+       "differs\tsystem.id_number\t\tthe meter holds 0009"},
+  };
+  for (const auto& c : cases) {
+    Session session;
+    if (*c.fault != '\0') session.machine.Arm(c.fault);
+    EXPECT_EQ(session.Run(c.script), 1) << c.script;
+    EXPECT_TRUE(session.trouble.starts_with(c.trouble)) << session.trouble;
+    EXPECT_TRUE(*c.told == '\0' || session.ToldPart(c.told)) << ::testing::PrintToString(session.output);
+  }
+}
+
+// A script that is stopped (by a signal) breaks long work off at its next exchange, and writes nothing.
+TEST(MeterWords, AStoppedScriptBreaksOff) {
+  for (const char* script : {"snapshot /s", "scan stations=1-31", "snapshot /s\nrestore /s"}) {
+    Session session;
+    session.machine.Arm("silence*ever");
+    session.machine.time.After(500, [&] { session.companion.Stop(); });
+    session.Run(script);
+    const auto stopped_at = session.machine.time.NowMs();
+    session.machine.time.GiveWay(stopped_at + 60'000);
+    EXPECT_FALSE(session.app.state.UiLocked) << script;
+    EXPECT_FALSE(session.machine.files.files.contains("/s"));
+    EXPECT_FALSE(session.machine.machine.port.IsOpen());
+  }
+}
+
+// --- scan and spacing --------------------------------------------------------------------------------------
+
+TEST(MeterWords, ScanFindsMeters) {
+  const WordCase cases[] = {
+      {"scan", 0, "found\tCOM1\t9600\tO\t00\tMETRIC\tENGLISH", ""},
+      {"scan stations=1", 0, "found\tCOM1\t9600\tO\t01\tMETRIC\tENGLISH", ""},
+      {"scan stations=2-3", 1, "progress\t1\t18\tCOM1 9600,O", "1: "},
+      {"scan port=2", 1, "", "1: COM2 () is not there"},
+      {"scan port=0", 2, "", "1: port=0: a whole number from 1 to 10 is needed"},
+      {"scan stations=5-2", 2, "", "1: stations=5-2: a whole number from 0 to 31 is needed"},
+      {"scan stations=1-99", 2, "", "1: stations=1-99: "},
+      {"scan station=1", 2, "", "1: there is no key station; near it: stations"},
+      {"scan 7", 2, "", "1: 7 is not written KEY=VALUE"},
+      {"scan port=1 port=1", 2, "", "1: port is given twice"},
+  };
+  for (const WordCase& c : cases) Check(c);
+}
+
+TEST(MeterWords, SpacingCalculatesAsItsWindowDoes) {
+  const std::string pipe = "spacing outer_diameter=60.5 wall_thickness=3.8 ";
+  const struct {
+    std::string line;
+    int status;
+    const char* text;
+  } cases[] = {
+      {pipe + "pipe_material=0 fluid=0 sensor_type=0", 0, ""},
+      {pipe + "pipe_material=\"carbon steel\" fluid=WATER sensor_type=3 sensor_mount=\"Z METHOD\"", 0, ""},
+      {pipe + "pipe_material=0 fluid=0", 1, "SENSOR TYPE"},
+      {"spacing wall_thickness=3.8 pipe_material=0 fluid=0 sensor_type=1", 1, "OUTER DIAMETER"},
+      {pipe + "pipe_material=GOLD fluid=0 sensor_type=1", 1,
+       "pipe_material: the entries are: CARBON STEEL, "},
+      {pipe + "pipe_material=0 pipe_sound_velocity=3000 fluid=0 sensor_type=1", 1,
+       "pipe_sound_velocity is that of pipe_material; for an own value write pipe_material=12"},
+      {"spacing outer_diameter=5 wall_thickness=3.8 pipe_material=0 fluid=0 sensor_type=1", 1,
+       "OUTER DIAMETER"},
+      {"spacing outer_diamter=5", 2, "there is no key outer_diamter; near it: outer_diameter"},
+      {"spacing x=5", 2, "there is no key x; the keys are unit, outer_diameter, "},
+  };
+  for (const auto& c : cases) {
+    Session session;
+    EXPECT_EQ(session.Run(c.line), c.status) << c.line << '\n' << session.trouble;
+    EXPECT_NE(session.trouble.find(c.text), std::string::npos) << session.trouble;
+    EXPECT_TRUE(session.machine.TakeRequests().empty()) << "no meter is asked";
+  }
+  const std::pair<const char*, const char*> same[] = {
+      {"pipe_material=2 fluid=1 sensor_type=1",
+       "choose PIPE_MATERIALCombo 2\nchoose KIND_OF_FLUIDCombo 1\n"
+       "choose SENSOR_TYPECombo 1\n"},
+      {"pipe_sound_velocity=3300 fluid_sound_velocity=1400 sensor_type=0 sensor_mount=1",
+       "choose PIPE_MATERIALCombo 12\ntype TRANS_FREQUENCYText 3300\nchoose KIND_OF_FLUIDCombo 17\n"
+       "type FLUID_S_VText 1400\nchoose SENSOR_TYPECombo 0\nchoose SENSOR_MOUNTCombo 1\n"},
+      {"pipe_material=0 fluid=0 sensor_type=2 lining_material=3 lining_thickness=2",
+       "choose SENSOR_TYPECombo 2\nchoose LINING_MATERIALCombo 3\ntype LINING_THICKNESSText 2\n"},
+  };
+  for (const auto& [keys, gestures] : same) {
+    Session word;
+    EXPECT_EQ(word.Run(pipe + keys), 0) << word.trouble;
+    Session window;
+    EXPECT_EQ(window.Run(std::string("start\nopen frmCalc\ntype OUTER_DIAMETERText 60.5\n"
+                                     "type WALL_THICKNESSText 3.8\n") +
+                         gestures + "press ExecuteCalc\n"),
+              0)
+        << window.trouble;
+    const auto* calc = window.app.windows.Find("frmCalc");
+    const auto text = [&](const char* name) { return static_cast<TextBox*>(calc->Find(name))->Text(); };
+    EXPECT_EQ(word.output,
+              std::vector{"spacing\t" + text("txtResult1Text") + "\tmm\t" + text("txtResult2Text")});
+    EXPECT_FALSE(text("txtResult1Text").empty());
+  }
+}
+
+}  // namespace
+}  // namespace vlt
