@@ -325,6 +325,10 @@ class SnapshotParser {
   }
 
   void CheckHead(const Snapshot& told) {
+    const HeadText& model = head_.at(std::string(kModelKey));
+    if (model.text != ModelText(told.facts)) {
+      Remark(Kind::kBadHead, model.line, kModelKey, Word(text::kHeadContradicts));
+    }
     for (const HeadLine& line : kHead) {
       const auto found = head_.find(std::string(line.key));
       if (found == head_.end()) {
