@@ -192,7 +192,7 @@ class SlotReader {
 
   void AddCell(const Parameter& row, std::vector<SideCell>& cells) const {
     const int index = PageIndex(row);
-    const bool exists = shape_is_known_ ? ExistsIn(row, facts_, index)
+    const bool exists = shape_is_known_ ? HasPlace({&row, index}, facts_)
                                         : index >= 0 && index < LocationCount(row.location, SharedState{});
     if (!IsKept(row) || !exists) return;
     SideCell cell{
