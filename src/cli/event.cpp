@@ -18,6 +18,7 @@ constexpr EventShape kShapes[] = {
     {"value", {"name", "place", "value", "unit", "register", "raw"}},
     {"unread", {"name", "place", "reason"}},
     {"sent", {"name", "place", "end", "value", "holds", "was", "unit", "reason"}},
+    {"parameter", {"name", "places", "title", "set", "entries..."}},
     {"progress", {"step#", "steps#", "text"}},
     {"identity",
      {"side", "title", "id_number", "specification", "type", "version", "date", "unit_system", "path_mode"}},

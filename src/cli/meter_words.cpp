@@ -46,8 +46,8 @@ std::vector<std::string> PlaceNames(const Parameter& row) {
   return names;
 }
 
-std::string Joined(const std::vector<std::string>& names) {
-  return Listed(std::vector<std::string_view>(names.begin(), names.end()));
+bool IsSetByWord(const Parameter& row) {
+  return row.write != WriteWith::kNothing && SendRuleOf(row) != SendRule::kNever;
 }
 
 // "1" and "ch1" are CH1.
@@ -124,7 +124,7 @@ int MeterWords::PlaceOf(const Parameter& row, const Arguments& arguments, std::s
     if (IsPlace(name, written)) return PlaceIndexOf(row, name);
   }
   throw Trouble{kUnknown, names.empty() ? Format(text::kNoPlaces, {row.name})
-                                        : Format(text::kNoPlace, {row.name, written, Joined(names)})};
+                                        : Format(text::kNoPlace, {row.name, written, Listed(names)})};
 }
 
 void MeterWords::TellValue(const SnapshotRow& row) {
@@ -163,11 +163,11 @@ void MeterWords::Set(const Arguments& arguments) {
   if (row.write == WriteWith::kNothing)
     Fail(text::kNameAndReason, {row.name, app_.Text(text::kMeterComputes)});
   // What a page asks before it does it is not done by a word.
-  if (SendRuleOf(row) == SendRule::kNever) Fail(text::kNotByWord, {row.name});
+  if (!IsSetByWord(row)) Fail(text::kNotByWord, {row.name});
   const OnLine line(app_, lock_holder_);
   const SingleRead read = ReadPlaces(row, index);
   if (read.rows.size() > 1) {
-    throw Trouble{kUnknown, Format(text::kWhichPlace, {row.name, Joined(PlaceNames(row))})};
+    throw Trouble{kUnknown, Format(text::kWhichPlace, {row.name, Listed(PlaceNames(row))})};
   }
   const SnapshotRow& before = read.rows.front();
   const std::string& typed = arguments[1].text;
@@ -182,6 +182,26 @@ void MeterWords::Set(const Arguments& arguments) {
     return bytes.empty() ? std::string() : ValueText(row, read.facts, bytes);
   };
   TellSent(before, {written.end, shown(value.bytes), shown(written.came_back), written.reason});
+}
+
+void MeterWords::Names(const Arguments& arguments) {
+  KnowSettings();
+  const std::string part = arguments.empty() ? std::string() : LowerText(arguments[0].text);
+  bool found = false;
+  for (const ParameterGroup& group : ParameterGroups()) {
+    for (const Parameter& row : group.rows) {
+      const std::string title = RowTitle(row, app_.state.LangOffset);
+      const bool fits =
+          row.name.find(part) != std::string_view::npos || LowerText(title).find(part) != std::string::npos;
+      if (!fits) continue;
+      found = true;
+      EventFields fields{"parameter", std::string(row.name), Listed(PlaceNames(row), ","), title,
+                         IsSetByWord(row) ? "yes" : "no"};
+      for (const std::string& entry : CodeWords(row, app_.state)) fields.push_back(entry);
+      desk_.tell(fields);
+    }
+  }
+  if (!found) ParameterOf(arguments[0].text);  // throws, with what is near
 }
 
 void MeterWords::TellSent(const SnapshotRow& before, const Sent& sent) const {

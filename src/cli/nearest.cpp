@@ -12,12 +12,6 @@ constexpr std::size_t kMostOffered = 3;
 
 char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-std::string LowerText(std::string_view text) {
-  std::string lower(text);
-  std::transform(lower.begin(), lower.end(), lower.begin(), Lower);
-  return lower;
-}
-
 // How many letters must be put in, taken out or replaced to make `b` of `a`.
 std::size_t Distance(std::string_view a, std::string_view b) {
   std::vector<std::size_t> row(b.size() + 1);
@@ -40,6 +34,12 @@ std::string_view OwnPart(std::string_view name) { return name.substr(name.rfind(
 bool IsNear(std::size_t distance, std::string_view name) { return distance <= 1 + name.size() / 3; }
 
 }  // namespace
+
+std::string LowerText(std::string_view text) {
+  std::string lower(text);
+  std::transform(lower.begin(), lower.end(), lower.begin(), Lower);
+  return lower;
+}
 
 std::vector<std::string_view> NearestNames(std::string_view name, std::span<const std::string_view> names) {
   struct Candidate {
@@ -67,13 +67,17 @@ std::vector<std::string_view> NearestNames(std::string_view name, std::span<cons
   return offered;
 }
 
-std::string Listed(std::span<const std::string_view> names) {
+std::string Listed(std::span<const std::string> names, std::string_view between) {
   std::string text;
-  for (const std::string_view name : names) {
-    if (!text.empty()) text += ", ";
+  for (const std::string& name : names) {
+    if (!text.empty()) text += between;
     text += name;
   }
   return text;
+}
+
+std::string Listed(std::span<const std::string_view> names) {
+  return Listed(std::vector<std::string>(names.begin(), names.end()));
 }
 
 }  // namespace vlt

@@ -15,5 +15,9 @@ std::vector<std::string_view> NearestNames(std::string_view name, std::span<cons
 
 // "a, b, c".
 std::string Listed(std::span<const std::string_view> names);
+std::string Listed(std::span<const std::string> names, std::string_view between = ", ");
+
+// With a to z for A to Z.
+std::string LowerText(std::string_view text);
 
 }  // namespace vlt

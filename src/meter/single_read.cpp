@@ -28,11 +28,6 @@ const UnitRows kUnitRows[] = {
     {UnitKind::kTemperature, {&HeatRow("temperature_unit")}},
 };
 
-bool IsOutput(Location location) {
-  return location == Location::kOutput || location == Location::kThermalOutput ||
-         location == Location::kOutputRow;
-}
-
 class Reader {
  public:
   explicit Reader(App& app) : app_(app), facts_(app.state) {}
@@ -45,7 +40,7 @@ class Reader {
     }
     std::vector<ParameterPlace> places;
     for (int at = 0; at < kMostPlaces; ++at) {
-      if ((index == kEveryPlace || index == at) && ExistsIn(row, facts_, at)) places.push_back({&row, at});
+      if ((index == kEveryPlace || index == at) && HasPlace({&row, at}, facts_)) places.push_back({&row, at});
     }
     for (const ParameterPlace& place : places) ReadMeaning(place);
     const Snapshot snapshot = Complete();
@@ -59,7 +54,7 @@ class Reader {
   bool ReadShape() {
     for (const Parameter* row : {&SystemRow("specification"), &SystemRow("unit"),
                                  &SystemRow("operation_mode"), &SystemRow("measurement_mode")}) {
-      if (!ExistsIn(*row, facts_, 0)) continue;
+      if (!HasPlace({row, 0}, facts_)) continue;
       const SnapshotRow& read = Read({row, 0});
       if (!read.Known()) {
         failure_ = read.unread;
@@ -75,10 +70,11 @@ class Reader {
     Read(place);
     if (place.row->unit == UnitKind::kNone) return;
     int channel = place.index;
-    if (IsOutput(place.row->location)) {
-      const SnapshotRow& follows = Read({&StatusRow("channel"), place.index});
-      if (!follows.Known()) return;
-      channel = CodeAt(StatusRow("channel"), follows.raw, 0);
+    if (const ParameterPlace follows{&StatusRow("channel"), place.index}; IsOutput(*place.row)) {
+      // A meter with one channel has no choice of it.
+      const bool chosen = HasPlace(follows, facts_);
+      if (chosen && !Read(follows).Known()) return;
+      channel = chosen ? CodeAt(*follows.row, Read(follows).raw, 0) : 0;
     }
     channel = std::clamp(channel, 0, kChannels - 1);
     for (const UnitRows& unit : kUnitRows) {

@@ -58,16 +58,30 @@ std::string CodeText(const Parameter& row, const SharedState& facts, int code) {
   return words[static_cast<std::size_t>(code)];
 }
 
-std::optional<int> WholeNumber(std::string_view text) {
+constexpr int kGreatestCode = 32767;
+
+// The code that a number stands for; none for a text that is no whole number in the range of codes.
+std::optional<int> CodeNumber(std::string_view text) {
   const auto number = ParseNumber(text);
-  if (!number || *number != static_cast<double>(static_cast<int>(*number))) return std::nullopt;
-  return static_cast<int>(*number);
+  if (!number || !(*number >= 0) || *number > kGreatestCode) return std::nullopt;
+  const int code = static_cast<int>(*number);
+  return code == *number ? std::optional(code) : std::nullopt;
+}
+
+// A list whose words are numbers themselves: "5.0", "10.0", ...
+bool AreNumbers(const std::vector<std::string>& words) {
+  return !words.empty() && std::all_of(words.begin(), words.end(), [](const std::string& word) {
+    return word.empty() || ParseNumber(word).has_value();
+  });
 }
 
 // The code of a text in the words of one language. Several codes of the same word are none.
 std::optional<int> CodeOfWord(const Parameter& row, const SharedState& facts, std::string_view text) {
   const std::vector<std::string> words = CodeWords(row, facts);
-  const auto is_it = [&](const std::string& word) { return !word.empty() && EqualsNoCase(Trim(word), text); };
+  const auto number = AreNumbers(words) ? ParseNumber(text) : std::nullopt;
+  const auto is_it = [&](const std::string& word) {
+    return !word.empty() && (number ? ParseNumber(word) == number : EqualsNoCase(Trim(word), text));
+  };
   const auto first = std::find_if(words.begin(), words.end(), is_it);
   if (first == words.end() || std::find_if(first + 1, words.end(), is_it) != words.end()) return std::nullopt;
   return static_cast<int>(first - words.begin());
@@ -80,13 +94,12 @@ EncodedValue EncodeCodeText(const Parameter& row, const SharedState& facts, std:
     if (const auto code = CodeOfWord(row, speaker, text)) return {.bytes = EncodeCode(*code)};
   }
   const bool in_parentheses = text.size() > 2 && text.front() == '(' && text.back() == ')';
-  const auto code = WholeNumber(in_parentheses ? text.substr(1, text.size() - 2) : text);
-  const std::size_t words = CodeWords(row, facts).size();
-  constexpr int kGreatest = 32767;
-  if (!code || *code < 0 || *code > kGreatest) return {.bytes = {}, .fault = ValueFault::kNoSuchCode};
-  // A code in parentheses is one without a word, as ValueText gives it.
-  const bool has_word = words == 0 || *code < static_cast<int>(words);
-  if (!has_word && !in_parentheses) return {.bytes = {}, .fault = ValueFault::kNoSuchCode};
+  const auto code = CodeNumber(in_parentheses ? text.substr(1, text.size() - 2) : text);
+  const std::vector<std::string> words = CodeWords(row, facts);
+  // A code in parentheses is one without a word, as ValueText gives it. Where the words are numbers, a bare
+  // number is one of them and never a code.
+  const bool has_word = words.empty() || (code < static_cast<int>(words.size()) && !AreNumbers(words));
+  if (!code || (!has_word && !in_parentheses)) return {.bytes = {}, .fault = ValueFault::kNoSuchCode};
   return {.bytes = EncodeCode(*code)};
 }
 

@@ -78,7 +78,8 @@ TEST(Event, JsonSaysWhatTheTabsSay) {
     const std::string& line = tabs.output[i];
     EXPECT_TRUE(line.starts_with(object->at("event") + '\t')) << line;
     for (const auto& [key, value] : *object) {
-      if (key != "cells") EXPECT_NE(line.find(EscapedField(value)), std::string::npos) << key << '\n' << line;
+      if (key == "cells") continue;
+      EXPECT_NE(line.find(EscapedField(value)), std::string::npos) << key << '\n' << line;
     }
   }
 }

@@ -6,8 +6,8 @@
 
 #include <algorithm>
 
+#include "meter/catalogue.h"
 #include "tests/cli/session.h"
-#include "meter/process_table.h"
 
 namespace vlt {
 namespace {
@@ -56,7 +56,7 @@ TEST(MeterWords, GetTellsWhatTheMeterHolds) {
       {"get process.outer_diameter ch2", 0, "value\tprocess.outer_diameter\tCH2\t60.50\tmm\t3:145A\t000017A2",
        ""},
       {"get process.pipe_material", 0, "value\tprocess.pipe_material\tCH2\tCARBON STEEL\t\t3:145E\t0000", ""},
-      {"get range.full_scale_1 CH3", 0, "value\trange.full_scale_1\tCH3\t15\tm3/h\t3:13CC\t402E000000000000",
+      {"get range.full_scale_1 CH3", 0, "value\trange.full_scale_1\tCH3\t15\tm3/h\t3:1B60\t402E000000000000",
        ""},
       {"get status.flow_switch_high DO4", 0,
        "value\tstatus.flow_switch_high\tDO4\t12\tm3/h\t3:0416\t4028000000000000", ""},
@@ -64,9 +64,8 @@ TEST(MeterWords, GetTellsWhatTheMeterHolds) {
       // What can't be read is told with its reason.
       {"get process.outer_diameter CH1", 1, "unread\tprocess.outer_diameter\tCH1\t[NO RESPONSE ERROR]",
        "1: process.outer_diameter CH1: [NO RESPONSE ERROR]", "silence@00D2H*ever"},
-      {"get range.full_scale_1 CH2", 1,
-       "unread\trange.full_scale_1\tCH2\tthe unit or unit system was not read",
-       "1: range.full_scale_1 CH2: the unit", "silence@1388H*ever"},
+      {"get range.full_scale_1 CH2", 1, "unread\trange.full_scale_1\tCH2\tits unit could not be read",
+       "1: range.full_scale_1 CH2: its unit", "silence@138CH*ever"},
       {"get process.outer_diameter", 1, "", "1: the meter could not be read: [NO RESPONSE ERROR]",
        "silence*ever"},
       // Names.
@@ -89,12 +88,16 @@ TEST(MeterWords, SetTellsWhatBecameOfAValue) {
        "sent\tprocess.pipe_material\tCH2\tstored\tSTAINLESS STEEL\tSTAINLESS STEEL\tCARBON STEEL\t\t", ""},
       {"set process.pipe_material 1 CH2", 0,
        "sent\tprocess.pipe_material\tCH2\tstored\tSTAINLESS STEEL\tSTAINLESS STEEL\tCARBON STEEL\t\t", ""},
+      // Where the entries are numbers, a number is an entry and no code.
+      {"set total.pulse_width 50 1", 0, "sent\ttotal.pulse_width\tCH1\tstored\t50.0\t50.0\t50.0\tms\t", ""},
+      {"set total.pulse_width 5 1", 0, "sent\ttotal.pulse_width\tCH1\tstored\t5.0\t5.0\t50.0\tms\t", ""},
+      {"set details.send_count (4) 1", 0, "sent\tdetails.send_count\tCH1\tstored\t64\t64\t128\t\t", ""},
       // What the meter does not do.
       {"set process.outer_diameter 114.3 1", 1,
-       "sent\tprocess.outer_diameter\tCH1\tnot_proven\t114.30\t60.50\t60.50\tmm\tthe register holds 60.50",
-       "1: process.outer_diameter CH1: the register holds 60.50", "ignore-write/10*ever"},
+       "sent\tprocess.outer_diameter\tCH1\tnot_proven\t114.30\t60.50\t60.50\tmm\tthe meter holds 60.50",
+       "1: process.outer_diameter CH1: the meter holds 60.50", "ignore-write/10*ever"},
       {"set process.outer_diameter 114.3 1", 1,
-       "sent\tprocess.outer_diameter\tCH1\trefused\t114.30\t60.50\t60.50\tmm\t[EXCEPTION ERROR] 3",
+       "sent\tprocess.outer_diameter\tCH1\trefused\t114.30\t60.50\t60.50\tmm\t[REGISTER COUNT ERROR(03H)]",
        "1: process.outer_diameter CH1: ", "exception=3/10*ever"},
   };
   for (const WordCase& c : cases) Check(c);
@@ -109,16 +112,27 @@ TEST(MeterWords, SetSendsNothingThatARowRefuses) {
       {"set process.outer_diameter 1,5 1", 1,
        "sent\tprocess.outer_diameter\tCH1\tnot_sent\t1,5\t60.50\t60.50\tmm\tthis is no number", "1: process"},
       {"set process.pipe_sound_velocity 99999 1", 1,
-       "sent\tprocess.pipe_sound_velocity\tCH1\tnot_sent\t99999\t3206\t3206\tm/s\tthe value must lie from "
+       "sent\tprocess.pipe_sound_velocity\tCH1\tnot_sent\t99999\t3206\t3206\tm/s\tthe meter's register holds "
        "-32768 to 32767",
        "1: process.pipe_sound_velocity CH1: "},
       {"set process.outer_diameter 123456.78 1", 1,
-       "sent\tprocess.outer_diameter\tCH1\tnot_sent\t123456.78\t60.50\t60.50\tmm\tit takes no more than 7 "
+       "sent\tprocess.outer_diameter\tCH1\tnot_sent\t123456.78\t60.50\t60.50\tmm\tit has more than 7 "
        "characters",
        "1: process.outer_diameter CH1: "},
       {"set system.unit GOLD", 1,
        "sent\tsystem.unit\t\tnot_sent\tGOLD\tMETRIC\tMETRIC\t\tthe entries are: METRIC, ENGLISH",
        "1: system.unit: the entries are"},
+      {"set total.pulse_width 2 1", 1,
+       "sent\ttotal.pulse_width\tCH1\tnot_sent\t2\t50.0\t50.0\tms\tthe entries are: 5.0, 10.0, 50.0, "
+       "100.0, "
+       "200.0, 500.0, 1000.0",
+       "1: total.pulse_width CH1: the entries are"},
+      {"set process.fluid 1e300 1", 1,
+       "sent\tprocess.fluid\tCH1\tnot_sent\t1e300\tWATER\tWATER\t\tthe entries are: "
+       "WATER, SEAWATER, DIST. WATER, AMMONIA, ALCOHOL, BENZENE, BROMIDE, ETHANOL, GLYCOL, KEROSENE, MILK, "
+       "METHANOL, "
+       "TOLUOL, LUBE OIL, FUEL OIL, PETROL, REFRIGERANT R410, FLUID S.V.",
+       "1: process.fluid CH1: "},
       // Without what was there before nothing is sent.
       {"set process.outer_diameter 114.3 1", 1,
        "sent\tprocess.outer_diameter\tCH1\tnot_sent\t114.3\t\t\t\t[NO RESPONSE ERROR]",
@@ -159,14 +173,14 @@ TEST(MeterWords, AMeterLacksWhatItsShapeHasNot) {
 // The settings, the port and the line are needed, and each that is not to be had is told.
 TEST(MeterWords, WhatKeepsThemFromTheLine) {
   Session broken;
-  broken.machine.files.files["/app/VLT.ini"] = "[SYSTEM]\r\nVR=X\r\n";
+  broken.machine.files.files["/app/VLT.ini"] = "[SYSTEM]\r\nINI_FILENAME=VLT.ini\r\nVR=X\r\nLANG_FLAG=1\r\n";
   EXPECT_EQ(broken.Run("get system.unit"), 1);
   EXPECT_TRUE(broken.ToldPart("refused\tstart\t/app/VLT.ini: "));
 
   Session unplugged;
   unplugged.machine.sockets.clear();
   EXPECT_EQ(unplugged.Run("get system.unit"), 1);
-  EXPECT_EQ(unplugged.trouble, "1: COM1 () is not there: check that the adapter is plugged in");
+  EXPECT_EQ(unplugged.trouble, "1: COM1 is not there: check that the adapter is plugged in");
 
   Session second;
   second.machine.process.only_instance = false;
@@ -289,7 +303,7 @@ TEST(MeterWords, RestoreTellsWhatItCouldNotDo) {
   } cases[] = {
       {"restore /none", "1: /none could not be read", ""},
       {"restore /app/VLT.ini", "1: /app/VLT.ini is neither", ""},
-      {changed + "restore /s", "4: parameters that are not as the snapshot has them: 1",
+      {changed + "restore /s", "4: parameters that are not as the snapshot has them: 3",
        "sent\tprocess.outer_diameter\tCH1\tnot_proven\t60.50\t114.30\t114.30\tmm\t",
        "ignore-write@00D2H/10#2*ever"},
       {changed + "set system.id_number 9\nrestore /s",
@@ -320,14 +334,32 @@ TEST(MeterWords, AStoppedScriptBreaksOff) {
   }
 }
 
-// --- scan and spacing --------------------------------------------------------------------------------------
+// --- names, scan and spacing
+// --------------------------------------------------------------------------------------
+
+TEST(MeterWords, NamesListsWhatMayBeRead) {
+  const WordCase cases[] = {
+      {"names wall", 0, "parameter\tprocess.wall_thickness\tCH1,CH2\tWALL THICKNESS\tyes", ""},
+      {"names system.unit", 0, "parameter\tsystem.unit\t\tUNIT\tyes\tMETRIC\tENGLISH", ""},
+      {"names \"sensor spacing\"", 0, "parameter\tprocess.sensor_spacing\tCH1,CH2\tSENSOR SPACING\tno", ""},
+      {"names system.specification", 0, "parameter\tsystem.specification\t\tSPECIFICATION\tno", ""},
+      {"names proces.fluid", 2, "", "1: there is no parameter proces.fluid; near it: process.fluid"},
+  };
+  for (const WordCase& c : cases) Check(c);
+  Session all;
+  EXPECT_EQ(all.Run("names"), 0);
+  std::size_t rows = 0;
+  for (const ParameterGroup& group : ParameterGroups()) rows += group.rows.size();
+  EXPECT_EQ(all.output.size(), rows);
+  EXPECT_TRUE(all.machine.TakeRequests().empty());
+}
 
 TEST(MeterWords, ScanFindsMeters) {
   const WordCase cases[] = {
       {"scan", 0, "found\tCOM1\t9600\tO\t00\tMETRIC\tENGLISH", ""},
       {"scan stations=1", 0, "found\tCOM1\t9600\tO\t01\tMETRIC\tENGLISH", ""},
       {"scan stations=2-3", 1, "progress\t1\t18\tCOM1 9600,O", "1: "},
-      {"scan port=2", 1, "", "1: COM2 () is not there"},
+      {"scan port=2", 1, "", "1: COM2 is not there"},
       {"scan port=0", 2, "", "1: port=0: a whole number from 1 to 10 is needed"},
       {"scan stations=5-2", 2, "", "1: stations=5-2: a whole number from 0 to 31 is needed"},
       {"scan stations=1-99", 2, "", "1: stations=1-99: "},
@@ -346,7 +378,7 @@ TEST(MeterWords, SpacingCalculatesAsItsWindowDoes) {
     const char* text;
   } cases[] = {
       {pipe + "pipe_material=0 fluid=0 sensor_type=0", 0, ""},
-      {pipe + "pipe_material=\"carbon steel\" fluid=WATER sensor_type=3 sensor_mount=\"Z METHOD\"", 0, ""},
+      {pipe + "\"pipe_material=carbon steel\" fluid=WATER sensor_type=3 \"sensor_mount=Z METHOD\"", 0, ""},
       {pipe + "pipe_material=0 fluid=0", 1, "SENSOR TYPE"},
       {"spacing wall_thickness=3.8 pipe_material=0 fluid=0 sensor_type=1", 1, "OUTER DIAMETER"},
       {pipe + "pipe_material=GOLD fluid=0 sensor_type=1", 1,

@@ -63,12 +63,13 @@ struct Session {
   std::vector<std::string> output;
   std::string trouble;  // "LINE: TEXT"
   bool finished = false;
-  Companion companion{app,
-                      dialogs,
-                      events,
-                      {[this](const std::string& line) { output.push_back(line); },
-                       [this](const ScriptTrouble& t) { trouble += std::to_string(t.line) + ": " + t.text; },
-                       [this] { finished = true; }}};
+  Companion companion{
+      app,
+      dialogs,
+      events,
+      {[this](const std::string& line) { output.push_back(line); },
+       [this](const ScriptTrouble& t) { trouble += std::to_string(t.line) + ": " + EscapedField(t.text); },
+       [this] { finished = true; }}};
 };
 
 }  // namespace vlt::test
