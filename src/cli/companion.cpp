@@ -155,16 +155,18 @@ void Companion::Finish() {
   sinks_.finished();
 }
 
-void Companion::Report(const EventFields& fields, const EventShape* shape) {
-  sinks_.output(json_ ? JsonLine(fields, shape == nullptr ? ShapeOf(fields) : *shape) : TabbedLine(fields));
+void Companion::Report(const EventFields& fields, std::span<const std::string_view> names) {
+  sinks_.output(json_ ? JsonLine(fields, names.empty() ? NamesOf(fields.front()) : names)
+                      : TabbedLine(fields));
 }
 
 void Companion::Describe(const Place& place) {
   const bool has_rows = place.part.empty() && place.control->Kind() == ControlKind::kGrid;
-  bool first = true;
+  std::span<const std::string_view> names;
   for (EventFields& fields : Description(place)) {
     fields.insert(fields.begin(), "show");
-    Report(fields, has_rows && !std::exchange(first, false) ? &kGridRowShape : nullptr);
+    Report(fields, names);
+    if (has_rows) names = GridRowNames();
   }
 }
 

@@ -102,8 +102,8 @@ class Companion {
   void FailOutside(ScriptStatus status, const std::string& text);
   void Finish();
 
-  // Null is the shape that the event always has.
-  void Report(const EventFields& fields, const EventShape* shape = nullptr);
+  // `names` are those of the fields where the event has others than usual.
+  void Report(const EventFields& fields, std::span<const std::string_view> names = {});
   void Describe(const Place& place);
   void Watch(Form& form);
   static void Forget(Form& form);

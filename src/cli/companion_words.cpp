@@ -137,6 +137,8 @@ std::span<const Companion::Word> Companion::Words() {
        &Companion::Work<&MeterWords::Get>, true},
       {"set", "NAME VALUE [CH]", 2, 3, "write one and read it back; status 1 unless it is stored",
        &Companion::Work<&MeterWords::Set>, true},
+      {"keep", "", 0, 0, "have the meter keep what is set when its power goes",
+       &Companion::Work<&MeterWords::Keep>, true},
       {"names", "[PART]", 0, 1, "list the parameters whose name or title holds PART",
        &Companion::Work<&MeterWords::Names>, true},
       {"snapshot", "FILE", 1, 1, "read all parameters of the meter into a file",

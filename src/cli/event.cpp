@@ -2,8 +2,6 @@
 #include "cli/event.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <stdexcept>
 
 namespace vlt {
 namespace {
@@ -18,6 +16,7 @@ constexpr EventShape kShapes[] = {
     {"value", {"name", "place", "value", "unit", "register", "raw"}},
     {"unread", {"name", "place", "reason"}},
     {"sent", {"name", "place", "end", "value", "holds", "was", "unit", "reason"}},
+    {"kept", {}},
     {"parameter", {"name", "places", "title", "set", "entries..."}},
     {"progress", {"step#", "steps#", "text"}},
     {"identity",
@@ -44,6 +43,7 @@ constexpr Escape kJsonEscapes[] = {{'\t', "\\t"}, {'\n', "\\n"}, {'\r', "\\r"}, 
 constexpr unsigned char kFirstPrintable = 0x20;
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
 constexpr std::string_view kListMark = "...";
+constexpr char kNumberMark = '#';
 
 const Escape* FindEscape(std::span<const Escape> escapes, char c) {
   const auto found =
@@ -119,15 +119,19 @@ std::string JsonNumber(const std::string& digits) { return digits.empty() ? "nul
 
 }  // namespace
 
-const EventShape kGridRowShape{"show", {"name", "cells..."}};
-
 std::span<const EventShape> EventShapes() { return kShapes; }
 
-const EventShape& ShapeOf(const EventFields& fields) {
+std::span<const std::string_view> NamesOf(std::string_view event) {
+  static constexpr std::string_view kAnyFields[] = {"fields..."};
   for (const EventShape& shape : kShapes) {
-    if (shape.event == fields.front()) return shape;
+    if (shape.event == event) return shape.names;
   }
-  throw std::out_of_range("no event " + fields.front());
+  return kAnyFields;
+}
+
+std::span<const std::string_view> GridRowNames() {
+  static constexpr std::string_view kNames[] = {"name", "cells..."};
+  return kNames;
 }
 
 std::string EscapedField(const std::string& field) {
@@ -148,18 +152,15 @@ std::string TabbedLine(const EventFields& fields) {
   return line;
 }
 
-std::string JsonLine(const EventFields& fields, const EventShape& shape) {
-  std::string json = "{\"event\":" + JsonText(shape.event);
-  for (std::size_t i = 1; i < fields.size(); ++i) {
-    std::string_view name = shape.names.at(i - 1);
+std::string JsonLine(const EventFields& fields, std::span<const std::string_view> names) {
+  std::string json = "{\"event\":" + JsonText(fields.front());
+  for (std::size_t i = 1; i < fields.size() && i <= names.size(); ++i) {
+    std::string_view name = names[i - 1];
     const bool is_list = name.ends_with(kListMark);
-    const bool is_number = name.ends_with('#');
+    const bool is_number = name.ends_with(kNumberMark);
     name.remove_suffix(is_list ? kListMark.size() : is_number ? 1 : 0);
     json += ',' + JsonText(name) + ':';
-    if (is_list) {
-      json += JsonList(std::span(fields).subspan(i));
-      break;
-    }
+    if (is_list) return json + JsonList(std::span(fields).subspan(i)) + '}';
     json += is_number ? JsonNumber(fields[i]) : JsonText(fields[i]);
   }
   return json + '}';

@@ -22,13 +22,13 @@ struct EventShape {
   std::array<std::string_view, kMost> names;
 };
 
-// Every event that the companion tells of.
+// Every event that the companion tells of with fields of its own.
 std::span<const EventShape> EventShapes();
-// The shape of the event that `fields` begin with; an unknown one is a programming error and throws
-// std::out_of_range.
-const EventShape& ShapeOf(const EventFields& fields);
+// What the fields of an event are called; of one that is not among the shapes all of them are the list
+// "fields".
+std::span<const std::string_view> NamesOf(std::string_view event);
 // The row of a grid: its name and its cells.
-extern const EventShape kGridRowShape;
+std::span<const std::string_view> GridRowNames();
 
 // "status<TAB>NAME<TAB>TEXT". In a field "\t", "\n", "\r" and "\\" stand for tab, line feed, carriage return
 // and backslash.
@@ -36,6 +36,6 @@ std::string TabbedLine(const EventFields& fields);
 std::string EscapedField(const std::string& field);
 
 // {"event":"status","name":"...","text":"..."}. A byte that is no UTF-8 becomes U+FFFD.
-std::string JsonLine(const EventFields& fields, const EventShape& shape);
+std::string JsonLine(const EventFields& fields, std::span<const std::string_view> names);
 
 }  // namespace vlt

@@ -160,7 +160,7 @@ class Session {
     if (!json_) return;
     const EventFields fields{"trouble", script_name_, line, std::to_string(static_cast<int>(trouble.status)),
                              trouble.text};
-    PutLine(JsonLine(fields, ShapeOf(fields)));
+    PutLine(JsonLine(fields, NamesOf(fields.front())));
   }
 
   void ListenToInput() {

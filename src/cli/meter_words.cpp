@@ -10,14 +10,16 @@
 #include "cli/trouble.h"
 #include "cli/words_of_states.h"
 #include "compare/conversion.h"
+#include "link/store.h"
 #include "meter/proven_write.h"
 #include "meter/single_read.h"
 #include "meter/value_text.h"
 #include "resources/string_table.h"
+#include "resources/text_ids.h"
 #include "resources/text_ids_compare.h"
 #include "resources/text_ids_words.h"
 #include "shell/start.h"
-#include "values/hex_text.h"
+#include "values/hex_digits.h"
 #include "values/number_text.h"
 #include "values/text.h"
 
@@ -61,7 +63,7 @@ bool IsPlace(const std::string& place, const std::string& written) {
 // "3:00D2": function and address.
 std::string RegisterText(const ParameterPlace& place) {
   return std::to_string(static_cast<int>(place.row->function)) + ":" +
-         HexText(static_cast<unsigned>(place.Address()), 4);
+         HexDigits(static_cast<unsigned>(place.Address()), 4);
 }
 
 // "process.outer_diameter CH1".
@@ -131,7 +133,7 @@ void MeterWords::TellValue(const SnapshotRow& row) {
   const std::string place = PlaceName(*row.place.row, row.place.index);
   const std::string name(row.place.row->name);
   if (row.Known()) {
-    desk_.tell({"value", name, place, row.value, row.unit, RegisterText(row.place), HexText(row.raw)});
+    desk_.tell({"value", name, place, row.value, row.unit, RegisterText(row.place), HexDigits(row.raw)});
   } else {
     desk_.tell({"unread", name, place, row.unread});
   }
@@ -182,6 +184,16 @@ void MeterWords::Set(const Arguments& arguments) {
     return bytes.empty() ? std::string() : ValueText(row, read.facts, bytes);
   };
   TellSent(before, {written.end, shown(value.bytes), shown(written.came_back), written.reason});
+}
+
+void MeterWords::Keep(const Arguments&) {
+  KnowSettings();
+  const OnLine line(app_, lock_holder_);
+  if (!SaveToDevice(app_)) {
+    const std::string& reason = app_.state.LastErrorText;
+    throw Trouble{kDiffers, app_.Text(text::kNotSaved) + (reason.empty() ? "" : " " + reason)};
+  }
+  desk_.tell({"kept"});
 }
 
 void MeterWords::Names(const Arguments& arguments) {

@@ -9,6 +9,7 @@
 //   sent     NAME PLACE END VALUE HOLDS WAS UNIT REASON
 //                                                  a value that was to be written; END is stored, refused,
 //                                                  not_proven or not_sent
+//   kept                                           the meter has confirmed that it keeps what is set
 //   parameter NAME PLACES TITLE SET ENTRY...       a parameter of the catalogue; SET is yes or no
 //   progress STEP STEPS TEXT                       a long piece of work
 //   identity SIDE TITLE ID_NUMBER SPECIFICATION TYPE VERSION DATE UNIT_SYSTEM PATH_MODE
@@ -58,6 +59,7 @@ class MeterWords {
   void TakeSnapshot(const Arguments& arguments);
   void CompareSides(const Arguments& arguments);
   void Restore(const Arguments& arguments);
+  void Keep(const Arguments& arguments);
   void Names(const Arguments& arguments);
   void Scan(const Arguments& arguments);
   void Spacing(const Arguments& arguments);

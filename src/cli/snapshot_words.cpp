@@ -11,7 +11,7 @@
 #include "meter/snapshot_file.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_words.h"
-#include "values/hex_text.h"
+#include "values/hex_digits.h"
 
 namespace vlt {
 namespace {
@@ -105,8 +105,8 @@ void MeterWords::TellSide(const char* side, const CompareSide& shown) const {
 void MeterWords::TellRow(const ComparisonRow& row) const {
   const Parameter& parameter = *row.place.row;
   desk_.tell({"row", std::string(parameter.name), PlaceName(parameter, row.place.index), WordOf(row.state),
-              row.left.text, row.left.unit, HexText(row.left.raw), row.right.text, row.right.unit,
-              HexText(row.right.raw), row.note});
+              row.left.text, row.left.unit, HexDigits(row.left.raw), row.right.text, row.right.unit,
+              HexDigits(row.right.raw), row.note});
 }
 
 void MeterWords::CompareSides(const Arguments& arguments) {

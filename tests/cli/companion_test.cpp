@@ -462,6 +462,7 @@ INSTANTIATE_TEST_SUITE_P(Companion, SampleTest,
                          ::testing::Values(Sample{"commission-pipe.vlt", "Preservation was completed"},
                                            Sample{"read-display.vlt", "Form5.Selection1Combo\tFLOW RATE"},
                                            Sample{"report-all.vlt", "report.csv\t"},
+                                           Sample{"prove-settings.vlt", "kept"},
                                            Sample{"measure-run.vlt", "Form9.Chart2D1\t"}));
 
 // The commissioned pipe is in the meter. One that acknowledges a value and does not take it, or does not

@@ -103,6 +103,19 @@ TEST(MeterWords, SetTellsWhatBecameOfAValue) {
   for (const WordCase& c : cases) Check(c);
 }
 
+TEST(MeterWords, KeepIsConfirmedByTheMeter) {
+  const WordCase cases[] = {
+      {"keep", 0, "kept", ""},
+      {"keep", 1, "", "1: Preservation was not completed", "slow-store*ever"},
+      {"keep", 1, "", "1: Preservation was not completed [NO RESPONSE ERROR]", "silence@0150H*ever"},
+  };
+  for (const WordCase& c : cases) Check(c);
+  Session session;
+  EXPECT_EQ(session.Run("set process.fluid 3 1\nkeep\nset process.fluid 4 1"), 0) << session.trouble;
+  session.machine.Meter().Restart(0);
+  EXPECT_EQ(session.machine.Meter().holding().Word(0x00E6), 3) << "what was kept outlives the power";
+}
+
 // A value that can't be right goes nowhere.
 TEST(MeterWords, SetSendsNothingThatARowRefuses) {
   const WordCase cases[] = {

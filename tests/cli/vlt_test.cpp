@@ -77,6 +77,56 @@ TEST_F(VltTest, StatusAndMessagesWithoutAStart) {
   }
 }
 
+// One word on the command line is done, told and ended; what is behind it is its own, also with a dash in
+// front.
+TEST_F(VltTest, OneWordIsDoneAndEnds) {
+  const struct {
+    const char* line;
+    int status;
+    const char* told;
+  } cases[] = {
+      {"$VLT get process.outer_diameter 1", 0,
+       "value\tprocess.outer_diameter\tCH1\t60.50\tmm\t3:00D2\t000017A2\n"},
+      {"$VLT --json get process.outer_diameter 1", 0,
+       "{\"event\":\"value\",\"name\":\"process.outer_diameter\",\"place\":\"CH1\",\"value\":\"60.50\","
+       "\"unit\":"
+       "\"mm\",\"register\":\"3:00D2\",\"raw\":\"000017A2\"}\n"},
+      {"$VLT set process.pipe_material 'STAINLESS STEEL' 1", 0, "\tstored\tSTAINLESS STEEL\t"},
+      {"$VLT set range.full_scale_2 -5 1", 0, "\tstored\t-5\t"},
+      {"$VLT set process.pipe_material GOLD 1", 1, "vlt: set: process.pipe_material CH1: the entries are: "},
+      {"$VLT get", 2, "vlt: get: it is written: get NAME [CH]"},
+      {"$VLT get process.fluids", 2,
+       "vlt: get: there is no parameter process.fluids; near it: process.fluid"},
+      {"$VLT --json get process.fluids 2>/dev/null", 2,
+       "{\"event\":\"trouble\",\"script\":\"get\",\"line\":null,\"status\":2,\"text\":\"there is no "
+       "parameter "},
+      {"echo nonsense >s; $VLT --json s 2>/dev/null", 2, "\"script\":\"s\",\"line\":1,\"status\":2,"},
+      {"$VLT --json missing.vlt 2>/dev/null", 2, "\"text\":\"the script cannot be read\"}"},
+      {"$VLT compare a.txt b.txt", 2, "vlt: compare: b.txt could not be read: there is no such file"},
+      {"$VLT spacing outer_diameter=60.5 wall_thickness=3.8 pipe_material=0 fluid=0 sensor_type=1", 0,
+       "spacing\t"},
+      {"echo 'get system.unit' >get; $VLT ./get", 0, "value\tsystem.unit\t"},
+      {"rm VLT.ini; $VLT get system.unit", 1, "refused\tstart\t"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Run(c.line), c.status) << c.line << "\n" << output_;
+    EXPECT_TRUE(Told(c.told)) << c.line << "\n" << output_;
+    EXPECT_FALSE(Told("status\t")) << c.line;
+  }
+}
+
+// The sample for a shell: the meter as it was left, and one that another hand has changed.
+TEST_F(VltTest, TheShellSampleTellsByItsStatus) {
+  const std::string check = "VLT=" VLT_PATH " " DOCS "/samples/check-meter.sh . ref.txt d.json";
+  EXPECT_EQ(Run("sed -i s/=9600/=38400/ VLT.ini; " + check), 0) << output_;
+  EXPECT_TRUE(Told("as it was left"));
+  EXPECT_EQ(Run("sed -i '/^process.fluid\tCH1/s/0000\tWATER/0003\tAMMONIA/' ref.txt; " + check), 1)
+      << output_;
+  EXPECT_TRUE(Told("different: 1 parameters, see d.json"));
+  EXPECT_EQ(Run("echo nonsense >ref.txt; " + check), 2) << output_;
+  EXPECT_TRUE(Told("could not tell: {"));
+}
+
 // A signal ends the wait at once, and the process says by which.
 TEST_F(VltTest, ASignalEndsItCleanly) {
   EXPECT_EQ(Run("mkfifo out; printf 'start\\nform MDIForm1\\nwait 60000\\n' >s; $VLT s >out & exec 4<out;"

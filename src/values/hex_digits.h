@@ -9,8 +9,8 @@
 namespace vlt {
 
 // Two digits a byte: "00002CA6".
-std::string HexText(std::span<const std::uint8_t> bytes);
+std::string HexDigits(std::span<const std::uint8_t> bytes);
 // The low digits of a number, so many of them: 0xD2 with 4 gives "00D2".
-std::string HexText(unsigned number, int digits);
+std::string HexDigits(unsigned number, int digits);
 
 }  // namespace vlt
