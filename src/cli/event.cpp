@@ -156,6 +156,7 @@ std::string JsonLine(const EventFields& fields, std::span<const std::string_view
   std::string json = "{\"event\":" + JsonText(fields.front());
   for (std::size_t i = 1; i < fields.size() && i <= names.size(); ++i) {
     std::string_view name = names[i - 1];
+    if (name.empty()) break;
     const bool is_list = name.ends_with(kListMark);
     const bool is_number = name.ends_with(kNumberMark);
     name.remove_suffix(is_list ? kListMark.size() : is_number ? 1 : 0);

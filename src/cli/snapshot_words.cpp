@@ -139,7 +139,7 @@ void MeterWords::CompareSides(const Arguments& arguments) {
 
 void MeterWords::TellRestored(const RestoreReport& report) const {
   const SendReport& sent = report.sent;
-  TellIdentity(kMeterSide, "", sent.before.identity);
+  if (!sent.before.rows.empty()) TellIdentity(kMeterSide, "", sent.before.identity);
   for (const SentRow& row : sent.rows) {
     const SnapshotRow* before = sent.before.Find(row.place);
     const Parameter& parameter = *row.place.row;
@@ -149,6 +149,7 @@ void MeterWords::TellRestored(const RestoreReport& report) const {
                 before == nullptr ? "" : before->unit, row.reason});
   }
   for (const SentRow& row : report.left) {
+    if (!report.verified) break;
     const Parameter& parameter = *row.place.row;
     desk_.tell({"differs", std::string(parameter.name), PlaceName(parameter, row.place.index), row.reason});
   }

@@ -12,17 +12,19 @@ class Parser {
  public:
   explicit Parser(std::string_view text) : text_(text) {}
 
-  std::map<std::string, std::string> Object() {
-    std::map<std::string, std::string> object;
+  JsonFields Object() {
     Take('{');
     do {
       const std::string key = String();
+      for (const auto& field : fields_) {
+        if (field.first == key) throw Wrong();
+      }
       Take(':');
-      if (!object.emplace(key, Value()).second) throw Wrong();
+      Value(key);
     } while (TakeIf(','));
     Take('}');
     if (!text_.empty()) throw Wrong();
-    return object;
+    return fields_;
   }
 
  private:
@@ -41,20 +43,20 @@ class Parser {
     return c;
   }
 
-  std::string Value() {
-    if (text_.starts_with('"')) return String();
-    if (text_.starts_with("null")) {
+  void Value(const std::string& key) {
+    if (text_.starts_with('"')) {
+      fields_.emplace_back(key, String());
+    } else if (text_.starts_with("null")) {
       text_.remove_prefix(4);
-      return "null";
+      fields_.emplace_back(key, "");
+    } else if (!TakeIf('[')) {
+      fields_.emplace_back(key, Number());
+    } else if (!TakeIf(']')) {
+      do {
+        fields_.emplace_back(key, String());
+      } while (TakeIf(','));
+      Take(']');
     }
-    if (!TakeIf('[')) return Number();
-    std::string list;
-    if (TakeIf(']')) return list;
-    do {
-      list += (list.empty() ? "" : "|") + String();
-    } while (TakeIf(','));
-    Take(']');
-    return list;
   }
 
   std::string Number() {
@@ -92,11 +94,12 @@ class Parser {
   }
 
   std::string_view text_;
+  JsonFields fields_;
 };
 
 }  // namespace
 
-std::optional<std::map<std::string, std::string>> ParseJson(std::string_view line) {
+std::optional<JsonFields> ParseJson(std::string_view line) {
   try {
     return Parser(line).Object();
   } catch (const Wrong&) {

@@ -3,15 +3,17 @@
 // texts, whole numbers, null, and lists of texts.
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace vlt::test {
 
-// Texts as they are, numbers by their digits, null as "null", lists joined by "|". Nothing for a line that is
-// not such an object, or has a key twice.
-std::optional<std::map<std::string, std::string>> ParseJson(std::string_view line);
+// Keys and values in their order: texts as they are, numbers by their digits, null as no text, each entry of
+// a list under the list's key. Nothing for a line that is not such an object, or has a key twice.
+using JsonFields = std::vector<std::pair<std::string, std::string>>;
+std::optional<JsonFields> ParseJson(std::string_view line);
 
 }  // namespace vlt::test

@@ -275,8 +275,17 @@ TEST(MeterWords, AComparisonHasThreeEnds) {
   }
 }
 
-// What the pages hold is a side, too.
-TEST(MeterWords, FieldsAreComparedWithTheMeter) {
+// What the pages hold is a side, and so is the file that they write.
+TEST(MeterWords, FieldsAndTheirFileAreSides) {
+  const std::string page = "start\nopen Form10\ntick chkCheck\npress ReadParameter\n";
+  Session same;
+  EXPECT_EQ(same.Run(page + "file /data/pipe.ini\npress setParam\ncompare /data/pipe.ini fields\n"
+                            "compare /data/pipe.ini meter"),
+            2)
+      << "a file has one channel of each page";
+  EXPECT_TRUE(same.trouble.starts_with("8: All ")) << same.trouble;
+  EXPECT_TRUE(same.ToldPart("compared\t")) << ::testing::PrintToString(same.output);
+  EXPECT_FALSE(same.ToldPart("\tdifferent\t"));
   Session session;
   EXPECT_EQ(session.Run("start\nopen Form10\ntick OUTER_DIAMETER\npress ReadParameter\n"
                         "type OUTER_DIAMETERText 77\ncompare fields meter"),
