@@ -67,7 +67,11 @@ struct RestoreReport {
   bool verified = false;  // the meter was read whole at the end
   bool Equal() const { return verified && left.empty(); }
 };
-RestoreReport RestoreMeter(App& app, const CompareSide& point, const SendListener& listener);
+// A meter that is not the one of the point gets nothing, unless the operator wants it all the same; its ID
+// number and the adjustment of its outputs stay its own then.
+enum class OtherMeter : std::uint8_t { kRefuse, kTake };
+RestoreReport RestoreMeter(App& app, const CompareSide& point, const SendListener& listener,
+                           OtherMeter other = OtherMeter::kRefuse);
 
 // The rows that "all that differs" chooses to send from the left side to the meter on the right: different
 // ones, without those that are never sent and those of another meter alone.

@@ -65,9 +65,10 @@ class Bench {
   int id_ = 0;
 };
 
-// The kinds of trouble: lost, damaged, refused, acknowledged and not done.
-constexpr sim::Fault kFaults[] = {sim::Fault::Silence, sim::Fault::Crc, sim::Fault::Exception,
-                                  sim::Fault::IgnoreWrite};
+// The kinds of trouble: lost, damaged, refused, acknowledged and not done; late, cut off, behind noise.
+constexpr sim::Fault kFaults[] = {sim::Fault::Silence,     sim::Fault::Crc,  sim::Fault::Exception,
+                                  sim::Fault::IgnoreWrite, sim::Fault::Late, sim::Fault::Short,
+                                  sim::Fault::Noise};
 
 class WriteSoak {
  public:
@@ -105,6 +106,7 @@ class WriteSoak {
     sim::ArmedFault fault;
     fault.fault = kFaults[static_cast<std::size_t>(pick(0, std::size(kFaults) - 1))];
     if (fault.fault == sim::Fault::Exception) fault.value = pick(1, 4);
+    if (fault.fault == sim::Fault::Late) fault.value = pick(20, 1500);  // ms: also into the next exchanges
     fault.count = 1 << pick(0, 3);
     fault.first = pick(1, 2);
     board.Arm(fault);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Settings sent to a simulated meter over a line that loses, damages and refuses frames and swallows writes,
-// each row judged by what the meter's memory holds afterwards. On virtual time.
+// Settings sent to a simulated meter over a line that loses, delays and damages frames, to a meter that
+// refuses writes and swallows them, each row judged by what the meter's memory holds afterwards. On virtual
+// time.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +12,7 @@ namespace vlt::test {
 
 struct WriteSoakPlan {
   std::int64_t writes = 0;    // at least so many rows are written
-  double fault_share = 0.01;  // of each of the four kinds, by rows
+  double fault_share = 0.01;  // of each kind of trouble, by rows
   unsigned seed = 1;
 };
 
