@@ -86,11 +86,11 @@ void KeepFacts(const SharedState& facts, SharedState& state) {
 MeterWords::MeterWords(App& app, Desk desk)
     : app_(app), desk_(std::move(desk)), lock_holder_(app.windows, "vlt", FormPlace::kWindow) {}
 
-void MeterWords::KnowSettings() {
+void MeterWords::KnowSettings(ScriptStatus status) {
   if (settled_) return;
   if (!ReadStartSettings(app_)) {
     desk_.tell({"refused", "start", app_.state.StartFaultReason});
-    throw Trouble{kDiffers, app_.state.StartFaultReason};
+    throw Trouble{status, app_.state.StartFaultReason};
   }
   settled_ = true;
 }

@@ -32,6 +32,7 @@
 
 #include "cli/event.h"
 #include "cli/script.h"
+#include "cli/trouble.h"
 #include "compare/comparison.h"
 #include "compare/sender.h"
 #include "link/meter_search.h"
@@ -72,8 +73,8 @@ class MeterWords {
     std::string reason{};
   };
 
-  // Reads the settings of the folder, once.
-  void KnowSettings();
+  // Reads the settings of the folder, once. `status` is that of a script that they stop.
+  void KnowSettings(ScriptStatus status = ScriptStatus::kDiffers);
   std::string Format(int text_id, std::initializer_list<std::string_view> parts) const;
   [[noreturn]] void Fail(int text_id, std::initializer_list<std::string_view> parts) const;
 

@@ -110,7 +110,7 @@ void MeterWords::TellRow(const ComparisonRow& row) const {
 }
 
 void MeterWords::CompareSides(const Arguments& arguments) {
-  KnowSettings();
+  KnowSettings(kCouldNotTell);
   const bool all = arguments.size() > 2;
   if (all && arguments[2].text != kAllRows) {
     throw Trouble{kCouldNotTell, Format(text::kOnlyAll, {arguments[2].text})};
