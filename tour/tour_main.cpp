@@ -35,6 +35,8 @@ std::vector<Walk> AllWalks(int stations) {
                      {vlt::test::StartSteps(), vlt::test::ProcessSteps(), vlt::test::PageSteps(),
                       vlt::test::SystemSteps(), vlt::test::DetailSteps(), vlt::test::MeasureSteps(),
                       vlt::test::TransitSteps(), vlt::test::CalcSteps(), vlt::test::EndSteps()}});
+    walks.push_back(
+        {"M627", lang_flag, {vlt::test::SplashSteps(), vlt::test::OriginSteps(), vlt::test::LeaveSteps()}});
     walks.push_back({"M627", lang_flag, {vlt::test::FirmwareSteps()}});
     for (const char* model : {"T305", "K410"}) {
       walks.push_back({model, lang_flag, {vlt::test::SplashSteps(), vlt::test::LeaveSteps()}});

@@ -351,7 +351,9 @@ TEST(Companion, FieldsAreEscaped) {
   EXPECT_EQ(session.Run(kOpenProcess + "tick OUTER_DIAMETER\ntype OUTER_DIAMETERText \"a\tb\\c\"\n"
                                        "show OUTER_DIAMETERText"),
             0);
-  EXPECT_EQ(session.output.back(), "show\tForm10.OUTER_DIAMETERText\ta\\tb\\\\c\tenabled\t");
+  EXPECT_EQ(session.output.back(),
+            "show\tForm10.OUTER_DIAMETERText\ta\\tb\\\\c\tenabled\t"
+            "\t\ttyped\tTyped, not set");
 }
 
 // Each kind of control tells what a person sees of it.
