@@ -75,7 +75,7 @@ void FromFile(Tour& tour) {
       "[RANGE]\nCHANNEL=1\nRANGE_TYPE_Data=1\nFULL_SCALE1_Data=25\nFULL_SCALE2_Data=5\nSPAN_Data=100\n");
   file.close();
   tour.Boxes().LayFile(FromQt(file.fileName()));
-  hands.Menu("MDIForm1", "ParameterOpen");
+  hands.Menu("MDIForm1", "readparam");
   tour.ExpectSoon("the file's value", [&] { return hands.Text(kRange, "FULL_SCALE1Text") == "25"; });
   ExpectTold(tour, kRange, "FULL_SCALE1Text", FormatText(tour.Text(text::kOriginFile), {"pump.ini"}));
   hands.Tick(kRange, "DAMPING");
