@@ -15,6 +15,7 @@ namespace {
 
 constexpr const char* kProcess = "Form10";
 constexpr const char* kRange = "Form2";
+constexpr const char* kStatus = "Form4";
 
 void ExpectTold(Tour& tour, const char* form, const char* entry, const std::string& part) {
   const std::string tip = FromQt(tour.Operator().Widget(form, entry).toolTip());
@@ -52,7 +53,7 @@ void Type(Tour& tour) {
   tour.Picture("MDIForm1", "origin_set");
 }
 
-// The range of the other channel, on a page that shows every kind of entry.
+// What one output does is not what the next one does.
 void Outdate(Tour& tour) {
   Hands& hands = tour.Operator();
   OpenPage(tour, "Command2", kRange);
@@ -60,9 +61,14 @@ void Outdate(Tour& tour) {
   hands.Click(kRange, "ReadParameter");
   tour.ExpectStatus(4022);
   tour.Picture("MDIForm1", "origin_read");
-  hands.Click(kRange, "ChannelSelect(1)");
-  ExpectTold(tour, kRange, "FULL_SCALE1Text", Head(tour, text::kOutdatedChannel));
-  hands.Type(kRange, "FULL_SCALE1Text", "12.5");
+  OpenPage(tour, "Command5", kStatus);
+  hands.Tick(kStatus, "SELECT_Check");
+  hands.Tick(kStatus, "MODE_DO_1");
+  hands.Click(kStatus, "ReadParameter");
+  tour.ExpectStatus(4024);
+  hands.Click(kStatus, "DigitalOutputSelect(1)");
+  ExpectTold(tour, kStatus, "OUTPUT_DO_1Combo", Head(tour, text::kOutdatedOutput));
+  hands.Choose(kStatus, "OUTPUT_DO_1Combo", 5);
   tour.Picture("MDIForm1", "origin_outdated");
 }
 
@@ -72,16 +78,19 @@ void FromFile(Tour& tour) {
   QFile file(folder.filePath("pump.ini"));
   if (!file.open(QIODevice::WriteOnly)) throw Trouble("can't write the parameter file");
   file.write(
-      "[RANGE]\nCHANNEL=1\nRANGE_TYPE_Data=1\nFULL_SCALE1_Data=25\nFULL_SCALE2_Data=5\nSPAN_Data=100\n");
+      "[RANGE]\nCHANNEL=0\nRANGE_TYPE_Data=1\nFULL_SCALE1_Data=25\nFULL_SCALE2_Data=5\nSPAN_Data=100\n");
   file.close();
   tour.Boxes().LayFile(FromQt(file.fileName()));
   hands.Menu("MDIForm1", "readparam");
-  tour.ExpectSoon("the file's value", [&] { return hands.Text(kRange, "FULL_SCALE1Text") == "25"; });
+  OpenPage(tour, "Command2", kRange);
+  tour.Expect("the file's value", hands.Text(kRange, "FULL_SCALE1Text"), "25");
   ExpectTold(tour, kRange, "FULL_SCALE1Text", FormatText(tour.Text(text::kOriginFile), {"pump.ini"}));
+  hands.Tick(kRange, "chkCheck", false);
   hands.Tick(kRange, "DAMPING");
-  hands.Click(kRange, "ChannelSelect(0)");
   hands.Click(kRange, "ReadParameter");
-  hands.Tick(kRange, "SPAN", false);
+  tour.ExpectStatus(4022);
+  hands.Tick(kRange, "SPAN");
+  hands.Type(kRange, "SPANText", "99");
   tour.Picture("MDIForm1", "origin_file");
 }
 
@@ -91,14 +100,15 @@ void Dark(Tour& tour) {
   dark.setColor(QPalette::Base, QColor(0x22, 0x22, 0x22));
   dark.setColor(QPalette::Highlight, QColor(0x2A, 0x82, 0xDA));
   QApplication::setPalette(dark);
-  tour.Operator().Choose(kRange, "OUTPUT_BURNOUTCombo", 1);
+  tour.Operator().Tick(kRange, "TypeCheck");
+  tour.Operator().Choose(kRange, "TypeCheckCombo", 2);
   tour.Picture("MDIForm1", "origin_dark");
   QApplication::setPalette(light);
 }
 
 constexpr Step kSteps[] = {
     {"a typed value is marked until it is set", Type},
-    {"another channel outdates what was read", Outdate},
+    {"another output outdates what was read", Outdate},
     {"a file is told as the origin", FromFile},
     {"marks on a dark desk", Dark},
 };

@@ -30,6 +30,18 @@ bool IsOfOutput(Location location) {
          location == Location::kOutputRow;
 }
 
+int OutdatedText(PlaceChange change, Location location) {
+  constexpr int kTexts[] = {0,
+                            text::kOutdatedMeter,
+                            text::kOutdatedMemory,
+                            text::kOutdatedSent,
+                            text::kOutdatedChannel,
+                            text::kOutdatedUnitSystem,
+                            text::kOutdatedUnit};
+  if (change == PlaceChange::kIndex && IsOfOutput(location)) return text::kOutdatedOutput;
+  return kTexts[static_cast<std::size_t>(change)];
+}
+
 // The same value, however it is written.
 bool AreSame(const Field& field, const std::string& a, const std::string& b) {
   if (a == b) return true;
@@ -47,6 +59,11 @@ bool WasWritten(const App& app, const Field& field, std::span<const std::uint8_t
 
 }  // namespace
 
+// Of an exchange that has not come to its end nothing is known.
+FieldOrigins::~FieldOrigins() {
+  for (const Field* field : awaited_) RecordOf(*field) = {};
+}
+
 OriginRecord& FieldOrigins::RecordOf(const Field& field) const {
   const Parameter& row = *field.parameter;
   return row.slot != Slot::kNone ? app_.origins.Of(row.slot) : app_.origins.Of(row.name);
@@ -59,7 +76,8 @@ ValuePlace FieldOrigins::PlaceOf(const Field& field) const {
           .index = row.location == Location::kMeter ? 0 : rules_.IndexOf(row.location),
           .unit_flag = app_.state.UnitFlag,
           .unit = UnitCode(app_.state, row.unit, rules_.UnitChannel(field)),
-          .memory = app_.origins.Memory()};
+          .memory = app_.origins.Memory(),
+          .sent = app_.origins.Sent()};
 }
 
 PlaceChange FieldOrigins::ChangeSince(const Field& field, const OriginRecord& record) const {
@@ -185,27 +203,11 @@ FieldOrigins::Told FieldOrigins::Tell(const Field& field) const {
 
 FieldOrigins::Told FieldOrigins::TellRead(const Field& field, const OriginRecord& record) const {
   if (record.awaited) return {ValueOrigin::kRead, {}};  // until its exchange ends
-  int text = 0;
-  switch (ChangeSince(field, record)) {
-    case PlaceChange::kNone:
-      return {ValueOrigin::kRead, SourceText(field, record)};
-    case PlaceChange::kMeter:
-      text = text::kOutdatedMeter;
-      break;
-    case PlaceChange::kMemory:
-      text = text::kOutdatedMemory;
-      break;
-    case PlaceChange::kIndex:
-      text = IsOfOutput(field.parameter->location) ? text::kOutdatedOutput : text::kOutdatedChannel;
-      break;
-    case PlaceChange::kUnitSystem:
-      text = text::kOutdatedUnitSystem;
-      break;
-    case PlaceChange::kUnit:
-      text = text::kOutdatedUnit;
-      break;
-  }
-  return {ValueOrigin::kOutdated, FormatText(app_.Text(text), {SourceText(field, record)})};
+  const PlaceChange change = ChangeSince(field, record);
+  const std::string source = SourceText(field, record);
+  if (change == PlaceChange::kNone) return {ValueOrigin::kRead, source};
+  const int id = OutdatedText(change, field.parameter->location);
+  return {ValueOrigin::kOutdated, FormatText(app_.Text(id), {source})};
 }
 
 std::string FieldOrigins::SourceText(const Field& field, const OriginRecord& record) const {

@@ -19,6 +19,7 @@ class FieldOrigins {
   // Both live as long as the column.
   FieldOrigins(App& app, ColumnRules& rules, const std::vector<Field>& fields)
       : app_(app), rules_(rules), fields_(fields) {}
+  ~FieldOrigins();
   FieldOrigins(const FieldOrigins&) = delete;
   FieldOrigins& operator=(const FieldOrigins&) = delete;
 

@@ -19,6 +19,7 @@ inline constexpr int kOutdatedChannel = 2558;
 inline constexpr int kOutdatedOutput = 2559;
 inline constexpr int kOutdatedUnitSystem = 2560;
 inline constexpr int kOutdatedUnit = 2561;
+inline constexpr int kOutdatedSent = 2565;
 
 // Why an entry still shows what it showed before a read. %1 the reason.
 inline constexpr int kOriginNotRead = 2562;

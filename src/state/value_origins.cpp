@@ -10,6 +10,7 @@ PlaceChange ChangeOf(const ValuePlace& read, const ValuePlace& shown) {
       !read.id_number.empty() && !shown.id_number.empty() && read.id_number != shown.id_number;
   if (other_place || other_number) return PlaceChange::kMeter;
   if (read.memory != shown.memory) return PlaceChange::kMemory;
+  if (read.sent != shown.sent) return PlaceChange::kSent;
   if (read.index != shown.index) return PlaceChange::kIndex;
   if (read.unit_flag != shown.unit_flag) return PlaceChange::kUnitSystem;
   return read.unit != shown.unit ? PlaceChange::kUnit : PlaceChange::kNone;

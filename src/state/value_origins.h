@@ -23,10 +23,11 @@ struct ValuePlace {
   int unit_flag = 0;      // unit system
   int unit = 0;           // code of the value's unit, where it has one that can change
   int memory = 0;         // ValueOrigins::Memory
+  int sent = 0;           // ValueOrigins::Sent
 };
 
 // What has changed since a value was read, the first of them.
-enum class PlaceChange { kNone, kMeter, kMemory, kIndex, kUnitSystem, kUnit };
+enum class PlaceChange { kNone, kMeter, kMemory, kSent, kIndex, kUnitSystem, kUnit };
 PlaceChange ChangeOf(const ValuePlace& read, const ValuePlace& shown);
 
 struct OriginRecord {
@@ -62,11 +63,15 @@ class ValueOrigins {
   // holds.
   int Memory() const { return memory_; }
   void MemoryWasReset() { ++memory_; }
+  // The same for settings that reached a meter past the pages: a restore, a comparison, a word of a script.
+  int Sent() const { return sent_; }
+  void SettingsWereSent() { ++sent_; }
 
  private:
   std::map<Slot, OriginRecord> by_slot_;
   std::map<std::string, OriginRecord, std::less<>> by_name_;
   int memory_ = 0;
+  int sent_ = 0;
 };
 
 }  // namespace vlt

@@ -111,8 +111,7 @@ TEST_P(ProgramTest, MarksOfOriginStandFreeBesideTheEntriesOfAllPages) {
     SCOPED_TRACE(name);
     for (const auto& column : page->Columns()) {
       for (const Field& field : column->Fields()) {
-        Control& entry =
-            field.Selected() == 1 && field.options[1] != nullptr ? *field.options[1] : field.Entry();
+        Control& entry = field.options[1] != nullptr ? *field.options[1] : field.Entry();
         for (Control* other : page->Controls()) {
           if (auto* tabs = dynamic_cast<TabControl*>(other)) {
             tabs->SetTabEnabled(&column == &page->Columns().front() ? 0 : 1, true);

@@ -352,6 +352,10 @@ TEST(Origins, AMemoryThatBeginsAnewOutdatesAllPages) {
   system.CommandMemoryInit.Press();
   EXPECT_EQ(process.OUTER_DIAMETERText.Origin(), kOutdated);
   EXPECT_TRUE(Tells(process.OUTER_DIAMETERText, "memory of the meter"));
+  process.ReadParameter.Press();
+  EXPECT_EQ(process.OUTER_DIAMETERText.Origin(), kRead);
+  test.app().windows.Run([&] { test.app().origins.SettingsWereSent(); });
+  EXPECT_TRUE(Tells(process.OUTER_DIAMETERText, "since settings were sent"));
 }
 
 // Whatever the page and the shape of meter: what a read or a set has brought is read, and nothing else has an
