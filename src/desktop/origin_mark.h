@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The mark beside an entry that tells where its value comes from. The shape says it as well as the colour, and
-// it stands in the gap before the entry, so that nothing else moves or is covered:
+// The mark beside an entry that tells where its value comes from. The shape says it as well as the colour,
+// and it stands in the gap before the entry, so that nothing else moves or is covered:
 //   read      a thin line
 //   typed     a thick bar
 //   file      a bracket

@@ -39,8 +39,6 @@ void Depend(CheckBox& box, Control& entry, bool on) {
 
 bool ColumnRules::AnythingSelected() { return column_->IsAnyTicked(); }
 
-int ColumnRules::IndexOf(Location) { return 0; }
-
 std::vector<CheckBox*> ColumnRules::Boxes() { return column_->DistinctBoxes(); }
 
 void ColumnRules::BoxClicked(CheckBox& box) { column_->FollowBox(box); }
@@ -61,8 +59,6 @@ void ColumnRules::LearnUnit(const Field&) {
 std::string ColumnRules::UnitOf(const Field& field) {
   return UnitText(column_->TheApp().state, field.parameter->unit, UnitChannel(field));
 }
-
-int ColumnRules::UnitChannel(const Field& field) { return IndexOf(field.parameter->location); }
 
 void ColumnRules::FieldWasRead(const Field&, int) {}
 

@@ -10,7 +10,7 @@
 
 #include "link/operation.h"
 #include "pages/field.h"
-#include "pages/field_origins.h"
+#include "pages/origins.h"
 #include "pages/write_plan.h"
 
 namespace vlt {
@@ -18,16 +18,12 @@ namespace vlt {
 class ParameterColumn;
 
 // What a page does its own way; the defaults are what most pages do.
-class ColumnRules {
+class ColumnRules : public FieldPlaces {
  public:
-  virtual ~ColumnRules() = default;
-
   // --- what is chosen ---
   virtual bool AnythingSelected();
   // False shows "Please choose CH correctly." and ends the command.
   virtual bool ChannelIsChosen() { return true; }
-  // The channel or output that the page shows, from 0, among places of this kind.
-  virtual int IndexOf(Location location);
   // The boxes in the order in which All_OnOff ticks them; by default that of the fields.
   virtual std::vector<CheckBox*> Boxes();
   // A person or All_OnOff has changed a box; by default its entries follow it.
@@ -45,14 +41,8 @@ class ColumnRules {
   virtual void BlockFailed(const Block& block) { (void)block; }
   // Runs before a value that carries a unit is shown; by default asks for the unit system once a read.
   virtual void LearnUnit(const Field& field);
-  // The unit of a field, without brackets, and the channel that it is the unit of.
+  // The unit of a field, without brackets.
   std::string UnitOf(const Field& field);
-  virtual int UnitChannel(const Field& field);
-  // Whether the entry of a field shows it; false for the other field of an entry that two share.
-  virtual bool IsShown(const Field& field) {
-    (void)field;
-    return true;
-  }
   // Whether a field of a block takes the meter's value; by default when it is ticked and enabled.
   virtual bool FieldTakesPart(const Field& field) { return field.Ticked(); }
   // A field has taken the meter's value; `code` is that of a list or of options.

@@ -4,8 +4,8 @@
 
 namespace vlt::text {
 
-// Where a value comes from. kOriginRead, kOriginSet: %1 the meter and its channel or output, %2 date and time.
-// kOriginTypedOver: %1 what stood there before, %2 where that came from. kOriginFile: %1 the file.
+// Where a value comes from. kOriginRead, kOriginSet: %1 the meter and its channel or output, %2 date and
+// time. kOriginTypedOver: %1 what stood there before, %2 where that came from. kOriginFile: %1 the file.
 inline constexpr int kOriginRead = 2551;
 inline constexpr int kOriginSet = 2552;
 inline constexpr int kOriginTyped = 2553;

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "pages/field_origins.h"
+#include "pages/origins.h"
 
 #include <algorithm>
 
 #include "link/modbus.h"
 #include "link/port.h"
 #include "meter/units.h"
-#include "pages/parameter_column.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_origin.h"
 #include "values/number_text.h"
@@ -73,9 +72,9 @@ ValuePlace FieldOrigins::PlaceOf(const Field& field) const {
   const Parameter& row = *field.parameter;
   return {.meter = MeterInUse(app_),
           .id_number = app_.state.MeterIdNo,
-          .index = row.location == Location::kMeter ? 0 : rules_.IndexOf(row.location),
+          .index = row.location == Location::kMeter ? 0 : places_.IndexOf(row.location),
           .unit_flag = app_.state.UnitFlag,
-          .unit = UnitCode(app_.state, row.unit, rules_.UnitChannel(field)),
+          .unit = UnitCode(app_.state, row.unit, places_.UnitChannel(field)),
           .memory = app_.origins.Memory(),
           .sent = app_.origins.Sent()};
 }
@@ -89,11 +88,12 @@ bool FieldOrigins::Holds(const Field& field, const OriginRecord& record, const s
   return record.source == Source::kFile ? !record.awaited : ChangeSince(field, record) == PlaceChange::kNone;
 }
 
-// --- what happens -------------------------------------------------------------------------------------------
+// --- what happens
+// -------------------------------------------------------------------------------------------
 
 void FieldOrigins::Entered(const Control& control) {
   for (const Field& field : fields_) {
-    if (!field.HasEntry(control) || !rules_.IsShown(field)) continue;
+    if (!field.HasEntry(control) || !places_.IsShown(field)) continue;
     OriginRecord& record = RecordOf(field);
     const std::string value = ValueText(field);
     record.typed.reset();
@@ -128,9 +128,10 @@ void FieldOrigins::WasReadBehind(const Field& field, const std::string& value) {
 void FieldOrigins::WasSet(const PlannedWrite& write) {
   for (const Field& field : fields_) {
     const Parameter& row = *field.parameter;
-    const int offset = AddressOf(row, rules_.IndexOf(row.location)) - write.address;
+    const int offset = AddressOf(row, places_.IndexOf(row.location)) - write.address;
     const int bytes = 2 * row.Words();
-    if (offset < 0 || offset + bytes > static_cast<int>(write.data.size()) || !rules_.IsShown(field)) continue;
+    if (offset < 0 || offset + bytes > static_cast<int>(write.data.size()) || !places_.IsShown(field))
+      continue;
     const std::span<const std::uint8_t> data(write.data);
     if (WasWritten(app_, field,
                    data.subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(bytes)))) {
@@ -146,18 +147,19 @@ void FieldOrigins::ExchangeEnded() {
     record.place = PlaceOf(*field);
     record.when = DateTimeText(app_.platform.clock.Now());
     // A list may have been filled anew meanwhile. What was typed meanwhile is not the meter's.
-    if (record.typed || !rules_.IsShown(*field)) continue;
+    if (record.typed || !places_.IsShown(*field)) continue;
     record.value = ValueText(*field);
     record.shown = field->ShownText();
   }
   awaited_.clear();
 }
 
-// --- what is shown ------------------------------------------------------------------------------------------
+// --- what is shown
+// ------------------------------------------------------------------------------------------
 
 const Field* FieldOrigins::ShownIn(const Control& entry) const {
   const auto found = std::find_if(fields_.begin(), fields_.end(), [&](const Field& field) {
-    return &field.Entry() == &entry && rules_.IsShown(field);
+    return &field.Entry() == &entry && places_.IsShown(field);
   });
   return found == fields_.end() ? nullptr : &*found;
 }
@@ -192,8 +194,8 @@ FieldOrigins::Told FieldOrigins::Tell(const Field& field) const {
     if (record.source == Source::kNone || record.awaited || record.shown.empty()) {
       return {ValueOrigin::kTyped, app_.Text(text::kOriginTyped)};
     }
-    return {ValueOrigin::kTyped, FormatText(app_.Text(text::kOriginTypedOver),
-                                            {record.shown, SourceText(field, record)})};
+    return {ValueOrigin::kTyped,
+            FormatText(app_.Text(text::kOriginTypedOver), {record.shown, SourceText(field, record)})};
   }
   if (record.source == Source::kNone || !AreSame(field, value, record.value)) return {};
   if (record.source != Source::kFile) return TellRead(field, record);

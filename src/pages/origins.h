@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Where the values of a column's fields come from: what the column tells of reads, writes and typing goes into
-// the records of App::origins, and what follows from them is shown at the entries.
+// Where the values of a column's fields come from: what the column tells of reads, writes and typing goes
+// into the records of App::origins, and what follows from them is shown at the entries.
 #pragma once
 
 #include <set>
@@ -12,19 +12,35 @@
 
 namespace vlt {
 
-class ColumnRules;
+// What the fields of a column belong to, as the page answers it.
+class FieldPlaces {
+ public:
+  virtual ~FieldPlaces() = default;
+  // The channel or output that the page shows, from 0, among places of this kind.
+  virtual int IndexOf(Location location) {
+    (void)location;
+    return 0;
+  }
+  // The channel that the unit of a field is the unit of.
+  virtual int UnitChannel(const Field& field) { return IndexOf(field.parameter->location); }
+  // Whether the entry of a field shows it; false for the other field of an entry that two share.
+  virtual bool IsShown(const Field& field) {
+    (void)field;
+    return true;
+  }
+};
 
 class FieldOrigins {
  public:
   // Both live as long as the column.
-  FieldOrigins(App& app, ColumnRules& rules, const std::vector<Field>& fields)
-      : app_(app), rules_(rules), fields_(fields) {}
+  FieldOrigins(App& app, FieldPlaces& places, const std::vector<Field>& fields)
+      : app_(app), places_(places), fields_(fields) {}
   ~FieldOrigins();
   FieldOrigins(const FieldOrigins&) = delete;
   FieldOrigins& operator=(const FieldOrigins&) = delete;
 
-  // A person has entered a value; nothing for a control that is no entry. What is typed back to what the meter
-  // or the file holds counts as theirs.
+  // A person has entered a value; nothing for a control that is no entry. What is typed back to what the
+  // meter or the file holds counts as theirs.
   void Entered(const Control& control);
   // An entry shows what the slot holds.
   void Restored(const Field& field);
@@ -63,7 +79,7 @@ class FieldOrigins {
   std::string PlaceText(const Field& field, const ValuePlace& place) const;
 
   App& app_;
-  ColumnRules& rules_;
+  FieldPlaces& places_;
   const std::vector<Field>& fields_;
   std::vector<const Field*> awaited_;
   std::set<const OriginRecord*> not_set_;
