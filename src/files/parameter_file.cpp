@@ -53,7 +53,7 @@ bool TakeNumber(App& app, const SlotRow& row, const ProfileFile& profile) {
 // Where the value of a slot comes from now; a key that is not there, or empty, gives none.
 void NoteOrigin(App& app, Slot slot, bool there, const std::string& path) {
   if (there && !app.slots[slot].empty()) {
-    app.origins.FromFile(slot, path);
+    app.origins.FromFile(slot, app.slots[slot], path);
   } else {
     app.origins.Forget(slot);
   }

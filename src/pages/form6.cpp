@@ -306,6 +306,8 @@ void Form6::PlanWrites(WritePlan& plan) {
 void Form6::WriteProven(const PlannedWrite& write) {
   if (write.field != &column().FieldOf(SPEC_Text)) return;
   specification_changed_ = true;
+  // What this set has written before is gone with the rest.
+  column().Origins().ExchangeEnded();
   app().origins.MemoryWasReset();
   WaitMs(app(), kSettleMs);
   app().windows.SetMousePointer(kNormalPointer);

@@ -104,6 +104,11 @@ void FieldOrigins::Entered(const Control& control) {
 void FieldOrigins::Restored(const Field& field) {
   OriginRecord& record = RecordOf(field);
   if (record.source != Source::kFile || !record.awaited) return;
+  // A page that did not show the file's text may have kept another one since.
+  if (app_.slots[field.parameter->slot] != record.value) {
+    record = {};
+    return;
+  }
   record.awaited = false;
   record.value = ValueText(field);
   record.shown = field.ShownText();
@@ -125,19 +130,29 @@ void FieldOrigins::WasReadBehind(const Field& field, const std::string& value) {
   Note(field, Source::kRead, value);
 }
 
-void FieldOrigins::WasSet(const PlannedWrite& write) {
+template <class F>
+void FieldOrigins::ForEachIn(const PlannedWrite& write, F&& action) const {
   for (const Field& field : fields_) {
     const Parameter& row = *field.parameter;
     const int offset = AddressOf(row, places_.IndexOf(row.location)) - write.address;
     const int bytes = 2 * row.Words();
-    if (offset < 0 || offset + bytes > static_cast<int>(write.data.size()) || !places_.IsShown(field))
+    if (offset < 0 || offset + bytes > static_cast<int>(write.data.size()) || !places_.IsShown(field)) {
       continue;
-    const std::span<const std::uint8_t> data(write.data);
-    if (WasWritten(app_, field,
-                   data.subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(bytes)))) {
-      Note(field, Source::kSet, ValueText(field));
     }
+    const auto data = std::span(write.data).subspan(static_cast<std::size_t>(offset));
+    if (WasWritten(app_, field, data.first(static_cast<std::size_t>(bytes)))) action(field);
   }
+}
+
+void FieldOrigins::WasSet(const PlannedWrite& write) {
+  ForEachIn(write, [this](const Field& field) { Note(field, Source::kSet, ValueText(field)); });
+}
+
+void FieldOrigins::MayBeSet(const PlannedWrite& write) {
+  ForEachIn(write, [this](const Field& field) {
+    OriginRecord& record = RecordOf(field);
+    if (record.typed) record.source = Source::kNone;
+  });
 }
 
 void FieldOrigins::ExchangeEnded() {

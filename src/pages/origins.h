@@ -51,6 +51,9 @@ class FieldOrigins {
   // The same for a value that is kept behind the entry, which shows another row.
   void WasReadBehind(const Field& field, const std::string& value);
   void WasSet(const PlannedWrite& write);
+  // A write was not answered, or answered with another value: what was known of the meter's value is in
+  // doubt.
+  void MayBeSet(const PlannedWrite& write);
   void ExchangeEnded();
 
   // Brings the entries up to date.
@@ -68,6 +71,9 @@ class FieldOrigins {
   PlaceChange ChangeSince(const Field& field, const OriginRecord& record) const;
   // Whether what the record tells of the meter or a file still holds for this value.
   bool Holds(const Field& field, const OriginRecord& record, const std::string& value) const;
+  // Calls `action` for each field whose registers a write holds, when they hold what the entry shows.
+  template <class F>
+  void ForEachIn(const PlannedWrite& write, F&& action) const;
   void Note(const Field& field, OriginRecord::Source source, const std::string& value);
   // The field whose value the entry shows, or null.
   const Field* ShownIn(const Control& entry) const;

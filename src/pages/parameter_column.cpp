@@ -398,10 +398,11 @@ bool ParameterColumn::Send(const PlannedWrite& write) {
                                  ? WriteRegister(app_, write.address, (write.data[0] << 8) | write.data[1])
                                  : WriteRegisters(app_, write.address, write.data);
   if (result == WriteResult::kProven) {
-    origins_.WasSet(write);
     rules_.WriteProven(write);
+    origins_.WasSet(write);
     return true;
   }
+  if (result != WriteResult::kRefused) origins_.MayBeSet(write);
   rules_.WriteFailed(write, result);
   const std::string reason = WriteFailureText(app_, result);
   if (write.field != nullptr) write.field->Mark(reason);

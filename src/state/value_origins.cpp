@@ -23,10 +23,11 @@ OriginRecord& ValueOrigins::Of(std::string_view name) {
   return found != by_name_.end() ? found->second : by_name_[std::string(name)];
 }
 
-void ValueOrigins::FromFile(Slot slot, const std::string& path) {
+void ValueOrigins::FromFile(Slot slot, const std::string& text, const std::string& path) {
   OriginRecord record;
   record.source = OriginRecord::Source::kFile;
   record.awaited = true;
+  record.value = text;
   record.file = path.substr(path.find_last_of("/\\") + 1);
   Of(slot) = record;
 }

@@ -40,7 +40,8 @@ struct OriginRecord {
   Source source = Source::kNone;
   // A read value whose place is not known before the exchange ends, or a file's that no page has shown yet.
   bool awaited = false;
-  std::string value;  // as text; of a list and of options the code
+  std::string
+      value;  // as text; of a list and of options the code; while a file's is awaited, the slot's text
   std::string shown;  // the same as the page showed it
   ValuePlace place;
   std::string when;  // date and time
@@ -55,8 +56,8 @@ class ValueOrigins {
   OriginRecord& Of(Slot slot);
   OriginRecord& Of(std::string_view name);
 
-  // A file has filled the slot, or emptied it.
-  void FromFile(Slot slot, const std::string& path);
+  // A file has filled the slot with `text`, or emptied it.
+  void FromFile(Slot slot, const std::string& text, const std::string& path);
   void Forget(Slot slot) { Of(slot) = {}; }
 
   // Counts how often a meter was told to begin with its own settings anew: nothing that was read before

@@ -229,6 +229,41 @@ TEST(Origins, ARefusedOrLostWriteStaysTypedAndSoDoesWhatIsTypedMeanwhile) {
   EXPECT_TRUE(Tells(page.OUTER_DIAMETERText, "before it 75.5: Set in COM1-01 CH1"));
 }
 
+// The meter may have taken what it has not confirmed: what it held before is no answer any more.
+TEST(Origins, BehindAWriteInDoubtNothingIsKnownOfTheMeter) {
+  for (const auto& [fault, typed_back] :
+       {std::pair{"exception=2@00D2H*4", kRead}, std::pair{"silence@00D2H*4", kTyped},
+        std::pair{"wrong-echo@00D2H", kTyped}}) {
+    SCOPED_TRACE(fault);
+    PageTest test(kOnePath);
+    auto& page = test.Open<Form10>("Form10");
+    ReadOuterDiameter(page);
+    const std::string read = page.OUTER_DIAMETERText.Text();
+    page.OUTER_DIAMETERText.Type("75.5");
+    test.test.platform.Arm(fault);
+    test.dialogs().Answer(MessageAnswer::kCancel);
+    page.SetParameter.Press();
+    EXPECT_EQ(page.OUTER_DIAMETERText.Origin(), kTyped);
+    page.OUTER_DIAMETERText.Type(read);
+    EXPECT_EQ(page.OUTER_DIAMETERText.Origin(), typed_back);
+  }
+}
+
+// A new specification takes the rest of the same set with it.
+TEST(Origins, WhatWasSetBeforeANewSpecificationIsOutdated) {
+  PageTest test(kOnePath);
+  auto& page = test.Open<Form6>("Form6");
+  page.LANGUAGE.Tick();
+  page.LANGUAGECombo.Choose(2);
+  page.SPEC.Tick();
+  page.SPEC_Text.Type("0081");
+  test.dialogs().Answer(MessageAnswer::kYes);
+  test.dialogs().Answer(MessageAnswer::kOk);
+  page.SetParameter.Press();
+  EXPECT_EQ(page.LANGUAGECombo.Origin(), kOutdated);
+  EXPECT_EQ(page.SPEC_Text.Origin(), kRead);
+}
+
 TEST(Origins, EachRowOfAFailedReadIsMarkedUntilTheNextOne) {
   PageTest test(kOnePath);
   auto& page = test.Open<Form10>("Form10");
