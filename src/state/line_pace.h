@@ -17,16 +17,17 @@ struct OwedReply {
 };
 
 struct LinePace {
-  int speed = 9600;            // bit/s
-  int bits_of_character = 11;  // start, data, parity and stop bits
-  std::int64_t last_us = 0;    // the last character, out or in, was over
-  std::int64_t calls = 0;      // exchanges since the port was opened
+  int speed = 9600;                   // bit/s
+  int bits_of_character = 11;         // start, data, parity and stop bits
+  std::int64_t last_us = kLongAgoUs;  // the last character, out or in, was over
+  std::int64_t calls = 0;             // exchanges since the port was opened
   std::int64_t patience_us = kPatienceUs;
   std::vector<OwedReply> owed;  // oldest first
 
   // How much later than its limit a reply is reckoned with. A meter answers within some ten milliseconds, a
   // gateway or a radio link gives up after a second. A reply that comes later still doubles it.
   static constexpr std::int64_t kPatienceUs = 1'000'000;
+  static constexpr std::int64_t kLongAgoUs = -1'000'000;
   static constexpr std::int64_t kMostPatienceUs = 10'000'000;
 
   // Time of so many characters, rounded up.
