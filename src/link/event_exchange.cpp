@@ -195,8 +195,9 @@ class EventExchange {
     return IsCheckGood(std::span(x_.arrived).first(Whole())) ? AttemptEnd::kAnswered : AttemptEnd::kBadCheck;
   }
 
-  // A refusal that was held back counts when nothing else has come.
+  // A refusal that was held back counts when nothing else has come. What is not whole goes on coming.
   AttemptEnd JudgeAtLimit() {
+    stray_ = x_.arrived;
     if (x_.arrived.empty()) x_.arrived = refusal_;
     if (x_.arrived.empty()) return AttemptEnd::kSilence;
     if (x_.arrived.size() < kHeadBytes || HasOurFunction()) return AttemptEnd::kShort;
@@ -227,12 +228,11 @@ class EventExchange {
   // What may still come of it.
   void Settle(AttemptEnd end) {
     const std::int64_t limit_us = LimitMs().value_or(NowMs() + LastLookMs(x_, {})) * kUsOfMs;
-    const bool refused = end == AttemptEnd::kException && refusal_.empty();
     if (end == AttemptEnd::kAnswered) {
       owed_.Answered(limit_us);
-    } else if (refused || x_.arrived.size() >= Whole()) {
-      owed_.Spoilt(limit_us);
-    } else {
+    } else if (refusal_.empty() && IsRefusal(x_.tx, x_.arrived)) {
+      owed_.Refused(limit_us);
+    } else if (end != AttemptEnd::kBadCheck || !owed_.IsSurelyOurs(x_.arrived)) {
       owed_.GivenUp(limit_us);
     }
   }

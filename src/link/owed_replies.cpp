@@ -106,16 +106,20 @@ void OwedReplies::DropAllLate(Frame& bytes, std::int64_t now_us) {
   }
 }
 
+bool OwedReplies::IsSurelyOurs(const Frame& reply) const {
+  return pace_.owed.empty() && IsHeadOfReply(request_, reply);
+}
+
 void OwedReplies::Answered(std::int64_t limit_us) {
   std::erase_if(pace_.owed, [&](const OwedReply& owed) {
     return !IsOurs(owed) && owed.request[kStation] == request_[kStation];
   });
-  Spoilt(limit_us);
+  Refused(limit_us);
 }
 
 // One reply less to come. It is taken for the one to our oldest attempt, so that those to the later ones,
 // this one's too, may still come.
-void OwedReplies::Spoilt(std::int64_t limit_us) {
+void OwedReplies::Refused(std::int64_t limit_us) {
   const auto oldest = std::ranges::find_if(pace_.owed, [&](const OwedReply& owed) { return IsOurs(owed); });
   if (oldest == pace_.owed.end()) return;
   pace_.owed.erase(oldest);

@@ -51,9 +51,12 @@ class OwedReplies {
   // Replies to earlier exchanges, while nothing is asked.
   void DropAllLate(Frame& bytes, std::int64_t now_us);
 
-  // An attempt of ours has ended: with its reply, with bytes enough for one, or without.
+  // A damaged reply that can only be ours: its head is, and no other is owed.
+  bool IsSurelyOurs(const Frame& reply) const;
+
+  // An attempt of ours has ended: by its reply, by a refusal, without either.
   void Answered(std::int64_t limit_us);
-  void Spoilt(std::int64_t limit_us);
+  void Refused(std::int64_t limit_us);
   void GivenUp(std::int64_t limit_us);
 
  private:
