@@ -152,7 +152,7 @@ class EventExchange {
     const int count = x_.Port().BytesIn();
     if (count == 0) return false;
     for (int i = 0; i < count; ++i) bytes.push_back(x_.Port().TakeByte());
-    pace_.last_us = NowUs();
+    pace_.last_us = std::max(pace_.last_us, NowUs());  // ours may still be going out
     if (!first_ms_) first_ms_ = NowMs();
     return true;
   }

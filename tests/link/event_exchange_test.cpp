@@ -227,7 +227,7 @@ TEST(EventTiming, ALineThatIsNeverSilentIsWaitedForOnlySoLong) {
   Events t(test::PortKind::kScripted);
   t.app.state.RetryNo = 0;
   std::string babble;
-  for (int i = 0; i < 400; ++i) babble += "55 ";
+  for (int i = 0; i < 1500; ++i) babble += "55 ";
   t.platform.scripted.Reply(babble, 0, 3);
   Frame request = ReadRequest(1, 3, kOne, 1);
   Frame reply(7);
@@ -242,6 +242,8 @@ TEST(EventTiming, LateAnswersAreNeverTakenForAnother) {
   EXPECT_EQ(result.unproven, 0);
   EXPECT_GT(result.good, 13'000);
   EXPECT_GT(result.late, 4'000);
+  const auto pattern = test::SoakLateReplies({.exchanges = 2'000, .seed = 1, .events = false});
+  EXPECT_GT(pattern.wrong, 20) << "which is what the soak must be able to see";
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ constexpr int kStations = 3;
 class Soak {
  public:
   explicit Soak(const LateSoak& soak) : soak_(soak), random_(soak.seed) {
-    t_.app.state.EventTiming = true;
+    t_.app.state.EventTiming = soak.events;
     OpenPort(t_.app);
     t_.platform.line.SetLogLimit(0);
     for (int station = 2; station <= kStations; ++station) t_.platform.line.AddStation(station, {});
@@ -30,6 +30,8 @@ class Soak {
 
   LateSoakResult Run() {
     for (std::int64_t i = 0; i < soak_.exchanges; ++i) {
+      // The meters may not get new contents while a request is on its way.
+      while (t_.platform.line.Outgoing(t_.Time().NowMs() * 1000) > 0) t_.Time().RunFor(1);
       ++moment_;
       ArmFault();
       if (Chance(0.15)) {

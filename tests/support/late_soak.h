@@ -10,6 +10,7 @@ namespace vlt::test {
 struct LateSoak {
   std::int64_t exchanges = 0;
   std::uint32_t seed = 1;
+  bool events = true;  // false: by the pattern
   double late_share = 0.3;
   double lost_share = 0.05;
   double damaged_share = 0.05;
