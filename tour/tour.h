@@ -80,6 +80,7 @@ std::span<const Step> MeasureSteps();
 std::span<const Step> StationSteps();
 std::span<const Step> CalcSteps();
 std::span<const Step> TransitSteps();
+std::span<const Step> TimingSteps();
 std::span<const Step> EndSteps();
 // The firmware tool from the choice at the start to the program's end.
 std::span<const Step> FirmwareSteps();

@@ -36,6 +36,8 @@ std::vector<Walk> AllWalks(int stations) {
                       vlt::test::SystemSteps(), vlt::test::DetailSteps(), vlt::test::MeasureSteps(),
                       vlt::test::TransitSteps(), vlt::test::CalcSteps(), vlt::test::EndSteps()}});
     walks.push_back({"M627", lang_flag, {vlt::test::FirmwareSteps()}});
+    walks.push_back(
+        {"M627", lang_flag, {vlt::test::SplashSteps(), vlt::test::TimingSteps(), vlt::test::LeaveSteps()}});
     for (const char* model : {"T305", "K410"}) {
       walks.push_back({model, lang_flag, {vlt::test::SplashSteps(), vlt::test::LeaveSteps()}});
     }

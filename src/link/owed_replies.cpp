@@ -127,6 +127,9 @@ void OwedReplies::Refused(std::int64_t limit_us) {
 }
 
 void OwedReplies::GivenUp(std::int64_t limit_us) {
+  std::erase_if(pace_.owed, [&](const OwedReply& owed) {
+    return limit_us - owed.limit_us > 2 * LinePace::kMostPatienceUs;
+  });
   pace_.owed.push_back({Frame(request_.begin(), request_.end()), limit_us, call_});
   if (pace_.owed.size() > kMostOwed) pace_.owed.erase(pace_.owed.begin());
 }

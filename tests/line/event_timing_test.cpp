@@ -38,7 +38,7 @@ class EventTimingLine : public testing::Test {
 };
 
 TEST_F(EventTimingLine, ReadsWhatThePatternReads) {
-  Start({"speed=38400", "live=1:0", "fault=crc@00D0H", "fault=extra=3@00D0H#2", "fault=trickle=1@00D0H#3"});
+  Start({"speed=38400", "fault=crc@00D0H", "fault=extra=3@00D0H#2", "fault=trickle=1@00D0H#3"});
   std::vector<RegisterData> events;
   for (int i = 0; i < 4; ++i) events.push_back(Read(0x00D0, 18));
   events.push_back(Read(0x0100, 2));
