@@ -20,7 +20,6 @@ using test::TestApp;
 constexpr int kOne = 0x0040;
 constexpr int kOther = 0x04B4;
 constexpr std::int64_t kWord = 23;  // a reply of one word
-constexpr std::int64_t kLimit = 218;
 constexpr std::int64_t kPatience = 1000;
 
 struct Events : TestApp {

@@ -84,7 +84,7 @@ class Soak {
     bool right = true;
     for (int i = 0; i < count; ++i) {
       right =
-          right && BytesToUInt16(data, static_cast<std::size_t>(2 * i)) == Content(station, address + 2 * i);
+          right && BytesToUInt16(data, 2 * static_cast<std::size_t>(i)) == Content(station, address + 2 * i);
     }
     ++(right ? result_.good : result_.wrong);
   }
