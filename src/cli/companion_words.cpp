@@ -68,6 +68,8 @@ std::string WhyNot(const Place& place) {
 constexpr std::string_view kStates[] = {"enabled", "disabled", "hidden"};
 constexpr std::string_view kValues[] = {"ticked", "unticked", "running", "stopped"};
 
+constexpr std::string_view kFrom = "from";  // asks for the origin of a value instead of its text
+
 // How `expect` compares a text.
 struct Match {
   const char* word;
@@ -128,7 +130,7 @@ std::span<const Companion::Word> Companion::Words() {
        &Companion::WordWait},
       {"strict", "[off]", 0, 1, "from here on a failed exchange ends the script with status 1",
        &Companion::WordStrict},
-      {"expect", "NAME [HOW] TEXT", 2, 3, "end with status 1 unless it shows TEXT; HOW: contains, ends",
+      {"expect", "NAME [HOW] TEXT", 2, 3, "end with status 1 unless it shows TEXT; HOW: contains, ends, from",
        &Companion::WordExpect},
       {"await", "MS NAME [HOW] TEXT", 3, 4, "the same, but it may take so long until it is so",
        &Companion::WordAwait},
@@ -379,9 +381,15 @@ void Companion::Compare(const Arguments& arguments) const {
   const Place place = Find(arguments[0]);
   const Argument& wanted = arguments.back();
   const bool whole = arguments.size() == 2;
-  const Match& match = whole ? kMatches[0] : MatchOf(arguments[1]);
+  const bool origin = !whole && arguments[1].text == kFrom;
+  if (origin && !IsOneOf(kOriginWords, wanted)) {
+    throw Trouble{kUnknown, "expect does not know from " + wanted.text};
+  }
+  const Match& match = whole || origin ? kMatches[0] : MatchOf(arguments[1]);
   std::string is;
-  if (whole && IsOneOf(kStates, wanted)) {
+  if (origin) {
+    is = OriginOf(*place.control);
+  } else if (whole && IsOneOf(kStates, wanted)) {
     is = StateOf(*place.control);
   } else if (whole && IsOneOf(kValues, wanted)) {
     is = ValueOf(*place.control);

@@ -306,6 +306,7 @@ void Form6::PlanWrites(WritePlan& plan) {
 void Form6::WriteProven(const PlannedWrite& write) {
   if (write.field != &column().FieldOf(SPEC_Text)) return;
   specification_changed_ = true;
+  app().origins.MemoryWasReset();
   WaitMs(app(), kSettleMs);
   app().windows.SetMousePointer(kNormalPointer);
   app().Show(app().Text(kSpecificationChanged));
@@ -317,6 +318,7 @@ void Form6::CommandMemoryInit_Click() {
   if (!operation.OpenPortOrTell()) return;
   // The meter begins at once and may not answer any more: the reply says nothing.
   WriteRegister(app(), kMemoryInitRegister, kMemoryInitValue);
+  app().origins.MemoryWasReset();
   WaitMs(app(), kSettleMs);
   operation.ShowNormalPointer();
   app().Show(app().Text(kInitCompleted));

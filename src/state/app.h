@@ -11,6 +11,7 @@
 #include "state/main_frame.h"
 #include "state/page_slots.h"
 #include "state/shared_state.h"
+#include "state/value_origins.h"
 #include "values/code_tables.h"
 #include "window/form.h"
 
@@ -32,6 +33,7 @@ class App {
   Platform& platform;
   SharedState state;
   PageSlots slots;
+  ValueOrigins origins;
   Windows windows;
   LineTally tally;
   // What each attempt on the line did.

@@ -131,6 +131,7 @@ bool OptionButton::Choose() {
     } else {
       SetValue(true);
     }
+    Owner().Entered(*this);
   });
 }
 
@@ -174,8 +175,13 @@ bool TextBox::Type(const std::string& text) {
   return Gesture([this, &text] {
     const auto limit = static_cast<std::size_t>(max_length_);
     const bool fits = limit == 0 || CharCount(text) <= limit || IsLeftOf(text, text_);
-    SetText(fits ? text : std::string(FirstChars(text, limit)));
+    Enter(fits ? text : std::string(FirstChars(text, limit)));
   });
+}
+
+void TextBox::Enter(const std::string& text) {
+  SetText(text);
+  Owner().Entered(*this);
 }
 
 bool TextBox::LoseFocus() {
@@ -232,6 +238,7 @@ bool ComboBox::Choose(int list_index) {
     } else {
       SetListIndex(list_index);
     }
+    Owner().Entered(*this);
   });
 }
 

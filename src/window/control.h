@@ -174,6 +174,8 @@ class TextBox : public Control {
   // Replaces the text by what a person typed, at most MaxLength characters of it. A text that the program set
   // may be longer; a person can then only take from it.
   bool Type(const std::string& text);
+  // The same for a control that types for a person, as arrows beside a field do: no check of length or state.
+  void Enter(const std::string& text);
   // Leaves the field after typing: runs on_lost_focus.
   bool LoseFocus();
   std::function<void()> on_change;

@@ -38,6 +38,9 @@ class FormHooks {
 
   // Captions, fonts, units and lengths in the language in force.
   virtual void FrmInit() {}
+  // An event has been worked off, in this window or another one, and when the window is shown: what follows
+  // from controls and shared state is brought up to date. Asks nobody and unloads nothing.
+  virtual void Settled() {}
 
   // What a page offers to the parameter file: slots to controls, controls to slots. Windows that hold no
   // parameters do nothing.
@@ -206,6 +209,7 @@ class Windows {
   using FormPtr = std::unique_ptr<Form, Discard>;
 
   FormPtr Make(const std::string& name) const;
+  void Settle();
   void BringToFront(Form& form);
   void Bury(const Form* form);
 

@@ -93,7 +93,30 @@ TEST(Companion, ShowTellsWhyTheMeterHasNotTakenAValue) {
                                        "press SetParameter\nshow OUTER_DIAMETERText\n"),
             0)
       << session.trouble;
-  EXPECT_TRUE(session.Told("show\tForm10.OUTER_DIAMETERText\t1.2.3\tenabled\t\tthis is no number"));
+  EXPECT_TRUE(
+      session.Told("show\tForm10.OUTER_DIAMETERText\t1.2.3\tenabled\t\tthis is no number"
+                   "\ttyped\tTyped, not set"));
+}
+
+TEST(Companion, ScriptsAskWhereAValueComesFrom) {
+  Session session;
+  EXPECT_EQ(session.Run(kOpenProcess + "expect OUTER_DIAMETERText from none\nform Form10\n"), 0)
+      << session.trouble;
+  EXPECT_TRUE(session.Told("show\tForm10.OUTER_DIAMETERText\t\tdisabled\t")) << "nothing known, nothing told";
+  Session reading;
+  EXPECT_EQ(reading.Run(kOpenProcess +
+                        "tick OUTER_DIAMETER\npress ReadParameter\nexpect OUTER_DIAMETERText from read\n"
+                        "type OUTER_DIAMETERText 75.5\nawait 100 OUTER_DIAMETERText from typed\n"
+                        "press SetParameter\nshow OUTER_DIAMETERText\n"
+                        "expect OUTER_DIAMETERText from \"read\"\n"),
+            2)
+      << "a text in quotes is none of the words";
+  EXPECT_TRUE(
+      reading.ToldPart("show\tForm10.OUTER_DIAMETERText\t75.50\tenabled\t\t\tread\tRead from COM1-01 CH1"));
+  Session wrong;
+  EXPECT_EQ(wrong.Run(kOpenProcess + "expect OUTER_DIAMETERText from file\n"), 1);
+  EXPECT_NE(wrong.trouble.find("Form10.OUTER_DIAMETERText is \"none\" and not \"file\""), std::string::npos)
+      << wrong.trouble;
 }
 
 TEST(Companion, ARefusedStartNamesFileAndKey) {
@@ -328,7 +351,9 @@ TEST(Companion, FieldsAreEscaped) {
   EXPECT_EQ(session.Run(kOpenProcess + "tick OUTER_DIAMETER\ntype OUTER_DIAMETERText \"a\tb\\c\"\n"
                                        "show OUTER_DIAMETERText"),
             0);
-  EXPECT_EQ(session.output.back(), "show\tForm10.OUTER_DIAMETERText\ta\\tb\\\\c\tenabled\t");
+  EXPECT_EQ(session.output.back(),
+            "show\tForm10.OUTER_DIAMETERText\ta\\tb\\\\c\tenabled\t"
+            "\t\ttyped\tTyped, not set");
 }
 
 // Each kind of control tells what a person sees of it.

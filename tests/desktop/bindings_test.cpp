@@ -256,6 +256,58 @@ TEST_F(BindingTest, WhatIsWrongIsSeenAndTold) {
   EXPECT_EQ(field.palette().color(QPalette::Base), plain);
 }
 
+TEST_F(BindingTest, WhereAValueComesFromIsAMarkOfItsOwnShape) {
+  auto& field = Widget<QLineEdit>("text");
+  const QPoint corner = field.pos();
+  const auto mark = [&] { return screen.hands.Window("Bench").findChild<QWidget*>("origin of text"); };
+  screen.desktop.Flush();
+  EXPECT_EQ(mark(), nullptr) << "nothing is known";
+  bench->text.SetHint("Register 00D2H");
+  bench->text.SetMark("not taken");
+  std::vector<QImage> shapes;
+  for (const bool dark : {false, true}) {
+    QPalette palette;
+    if (dark) {
+      palette.setColor(QPalette::Window, QColor(0x35, 0x35, 0x35));
+      palette.setColor(QPalette::WindowText, Qt::white);
+    }
+    screen.hands.Window("Bench").setPalette(palette);
+    for (const auto origin :
+         {ValueOrigin::kRead, ValueOrigin::kTyped, ValueOrigin::kFile, ValueOrigin::kOutdated}) {
+      bench->text.SetOrigin(origin, "told " + std::to_string(static_cast<int>(origin)));
+      screen.desktop.Flush();
+      ASSERT_NE(mark(), nullptr);
+      EXPECT_TRUE(mark()->isVisible());
+      shapes.push_back(mark()->grab().toImage().convertToFormat(QImage::Format_RGB32));
+    }
+  }
+  // Black on white, so that what differs is the shape and not the colour; and each can be seen.
+  const auto ink = [](const QImage& shape, const QColor& ground) {
+    std::vector<bool> dots;
+    for (int y = 0; y < shape.height(); ++y) {
+      for (int x = 0; x < shape.width(); ++x) dots.push_back(shape.pixelColor(x, y) != ground);
+    }
+    return dots;
+  };
+  for (std::size_t a = 0; a < shapes.size(); ++a) {
+    const QColor ground = a < 4 ? QApplication::palette().color(QPalette::Window) : QColor(0x35, 0x35, 0x35);
+    const auto dots = ink(shapes[a], ground);
+    EXPECT_GT(std::count(dots.begin(), dots.end(), true), 8) << a;
+    for (std::size_t b = a / 4 * 4; b < a; ++b) EXPECT_NE(dots, ink(shapes[b], ground)) << a << " and " << b;
+  }
+  EXPECT_EQ(field.pos(), corner) << "nothing moves";
+  EXPECT_EQ(field.toolTip(), "not taken\ntold 4\nRegister 00D2H");
+  EXPECT_EQ(field.accessibleDescription(), "not taken\ntold 4");
+  bench->text.SetVisible(false);
+  screen.desktop.Flush();
+  EXPECT_FALSE(mark()->isVisible());
+  bench->text.SetVisible(true);
+  bench->text.SetOrigin(ValueOrigin::kNone);
+  screen.desktop.Flush();
+  EXPECT_FALSE(mark()->isVisible());
+  EXPECT_EQ(field.accessibleDescription(), "not taken");
+}
+
 TEST_F(BindingTest, GridsShowTheRowsThatThereAre) {
   auto& table = Widget<QTableWidget>("grid");
   for (const int column : {0, 1}) bench->grid.SetColumnWidth(column, 1500);
