@@ -83,6 +83,8 @@ std::span<const Step> MeasureSteps();
 std::span<const Step> StationSteps();
 std::span<const Step> CalcSteps();
 std::span<const Step> TransitSteps();
+// Event-driven timing.
+std::span<const Step> TimingSteps();
 // Where the values of the pages come from.
 std::span<const Step> OriginSteps();
 std::span<const Step> EndSteps();

@@ -43,6 +43,7 @@ const std::vector<Walk>& Walks() {
        {StartSteps(), ProcessSteps(), PageSteps(), SystemSteps(), DetailSteps(), LeaveSteps()}},
       {"live", "M627", {SplashSteps(), MeasureSteps(), TransitSteps(), PipeSteps(), CalcSteps(), EndSteps()}},
       {"origin", "M627", {SplashSteps(), OriginSteps(), LeaveSteps()}},
+      {"timing", "M627", {SplashSteps(), TimingSteps(), LeaveSteps()}},
       {"firmware", "M627", {FirmwareSteps()}},
       {"t305", "T305", {SplashSteps(), LeaveSteps()}},
       {"k410", "K410", {SplashSteps(), LeaveSteps()}},

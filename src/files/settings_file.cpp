@@ -15,6 +15,10 @@ namespace vlt {
 namespace {
 
 constexpr const char* kFileName = "VLT.ini";
+constexpr const char* kTimingSection = "COMM";
+constexpr const char* kTimingKey = "TIMING";
+constexpr const char* kEventTiming = "EVENT";
+constexpr const char* kPatternTiming = "PATTERN";
 constexpr const char* kDefaultCsvDir = "c:\\";
 constexpr const char* kUserLevels[] = {"Standard", "Service", "Factory"};
 
@@ -314,7 +318,17 @@ void BuildCommSettings(SharedState& state) {
 FileError SaveCommSettings(App& app, const std::string& path) {
   return ChangeProfile(app.platform.files, path, false, [&](ProfileFile& profile) {
     for (const WriteRow& row : kCommRows) Put(row, app.state, profile);
+    // A file that never had the key is left without it while the timing is the pattern's.
+    if (!app.state.EventTiming && !profile.Has(kTimingSection, kTimingKey)) return;
+    profile.SetString(kTimingSection, kTimingKey, app.state.EventTiming ? kEventTiming : kPatternTiming);
   });
+}
+
+void LoadTiming(App& app) {
+  ProfileFile profile;
+  ReadProfile(app.platform.files, CommPath(app), profile);
+  const std::string timing = CutAtNul(profile.GetString(kTimingSection, kTimingKey, kPatternTiming));
+  app.state.EventTiming = Trim(timing) == kEventTiming;
 }
 
 FileError SavePortNo(App& app) {

@@ -59,7 +59,11 @@ LoadResult LoadUnitCache(App& app, const std::string& path);
 // CommSettings from speed, parity and stop bits. The port in use does not change by it.
 void BuildCommSettings(SharedState& state);
 
-// Section COMM.
+// Key TIMING of section COMM of the bootstrap file: "EVENT" for event timing, any other value or none for the
+// pattern. It belongs to this machine's line, so that a parameter file neither holds nor changes it.
+void LoadTiming(App& app);
+
+// Section COMM, with TIMING.
 FileError SaveCommSettings(App& app, const std::string& path);
 // The highest COM number that the program's port list offers.
 inline constexpr int kHighestPort = 10;

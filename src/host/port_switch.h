@@ -23,6 +23,8 @@ class PortSwitch : public SerialPort {
   int BytesOut() override { return chosen_->BytesOut(); }
   int BytesIn() override { return chosen_->BytesIn(); }
   std::uint8_t TakeByte() override { return chosen_->TakeByte(); }
+  void HoldInput(bool held) override { chosen_->HoldInput(held); }
+  void AskPrompt() override { chosen_->AskPrompt(); }
   void SetRts(bool on) override { chosen_->SetRts(on); }
   void SetDtr(bool on) override { chosen_->SetDtr(on); }
 

@@ -3,8 +3,10 @@
 
 #include <charconv>
 
+#include "platform/port_settings.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "state/line_pace.h"
 #include "values/number_text.h"
 
 namespace vlt {
@@ -51,6 +53,17 @@ void Configure(SerialPort& port, int number, const std::string& settings) {
   port.SetDtr(false);
 }
 
+// Whatever was on its way before is lost.
+LinePace PaceOf(const std::string& settings) {
+  LinePace pace;
+  if (const auto parsed = ParsePortSettings(settings)) {
+    const int parity_bit = parsed->parity == PortParity::kNone ? 0 : 1;
+    pace.speed = parsed->speed;
+    pace.bits_of_character = 1 + parsed->data_bits + parity_bit + parsed->stop_bits;
+  }
+  return pace;
+}
+
 // Runs one operation; false when it raised a fault.
 template <class Operation>
 bool Try(Operation&& operation) {
@@ -82,6 +95,8 @@ void OpenPort(App& app, int port, const std::string& settings, bool& result) {
   app.state.PortFaultReason.clear();
   try {
     Configure(device, port, settings);
+    if (app.state.EventTiming) device.AskPrompt();
+    *app.pace = PaceOf(settings);
     result = true;
     app.state.OpenedPort = port;
     app.state.OpenedDevice = device.DeviceBehind(port);

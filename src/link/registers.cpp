@@ -10,10 +10,9 @@ namespace {
 constexpr std::size_t kReplyHead = 3;  // station, function, count
 constexpr std::size_t kCheckBytes = 2;
 
-constexpr int kException = 0x80;  // added to the function of a request that the meter refuses
-
 WriteResult Judge(const Frame& request, const Frame& reply, bool answered, bool repeated) {
-  if (!answered) return reply[1] == (request[1] | kException) ? WriteResult::kRefused : WriteResult::kNoReply;
+  if (!answered)
+    return reply[1] == (request[1] | kExceptionBit) ? WriteResult::kRefused : WriteResult::kNoReply;
   return repeated ? WriteResult::kProven : WriteResult::kOtherEcho;
 }
 

@@ -72,7 +72,7 @@ LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays
   const auto ask = [&](int& code, const auto& query) {
     if (!goes_on()) return;
     code = query();
-    WaitMs(app, kRestMs);
+    RestMs(app, kRestMs);
   };
   ask(units.unit_flag, [&] { return GetUnitFlagAt(app, station); });
   if (units.unit_flag == kUnknown) return units;

@@ -29,6 +29,8 @@ class Clock {
   virtual ~Clock() = default;
   // Milliseconds since an arbitrary moment; never goes back, resolution 1 ms.
   virtual std::int64_t NowMs() = 0;
+  // The same in microseconds, as finely as this clock tells them.
+  virtual std::int64_t NowUs() { return NowMs() * 1000; }
   virtual LocalTime Now() = 0;
 };
 

@@ -99,6 +99,7 @@ StartResult StartUp(App& app) {
     if (!named.empty()) last = {named, result};
   }
   state.LangOffset = state.LangFlag > 0 ? kEnglishOffset : 0;
+  LoadTiming(app);
   BuildCommSettings(state);
   state.RangeUnitTrack = state.UnitFlag;
   state.TotalUnitTrack = state.UnitFlag;

@@ -20,6 +20,7 @@ namespace vlt {
 // The title of message boxes.
 inline constexpr const char* kProductTitle = "Veltrano3";
 
+struct LinePace;
 class LineRecord;
 
 class App {
@@ -37,6 +38,8 @@ class App {
   LineTally tally;
   // What each attempt on the line did.
   const std::unique_ptr<LineRecord> line;
+  // What event timing remembers of the line between two exchanges.
+  const std::unique_ptr<LinePace> pace;
   // Told at the end of each operation of a window.
   std::function<void(const OperationReport&)> on_operation;
   // The main window while it exists, else null.

@@ -71,6 +71,7 @@ constexpr LayoutItem kSerialSettings[] = {
     Row("lblParity", "Parity"),
     Row("lblStopBit", "StopBit"),
     Row("lblRetryNo", "RetryNo"),
+    Strip("chkTiming"),
     End(),
     Column(),
     Wide("grdPorts"),
