@@ -95,7 +95,7 @@ void frmCalc::cmdPrint_Click() {
     return;
   }
   const std::string title = app_.Text(1382);
-  switch (printer->Print(*sheet, title)) {
+  switch (printer->Print({&*sheet, 1}, title)) {
     case PrintOutcome::kPrinted:
       return Tell(FormatText(app_.Text(text::kSheetPrinted), {title}));
     case PrintOutcome::kCancelled:
@@ -129,7 +129,7 @@ void frmCalc::WriteSheet(const Sheet& sheet, const std::string& path) {
     app_.Show(FormatText(app_.Text(text::kSheetSuffix), {LastComponent(path)}), MessageIcon::kStop);
     return;
   }
-  const auto content = app_.platform.printer->Render(sheet, *format, app_.Text(1382));
+  const auto content = app_.platform.printer->Render({&sheet, 1}, *format, app_.Text(1382));
   if (!content) {
     app_.Show(app_.Text(text::kSheetNotMade), MessageIcon::kStop);
     return;

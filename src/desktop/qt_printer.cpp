@@ -32,20 +32,23 @@ QPageLayout LayoutOf(const Sheet& sheet) {
   return layout;
 }
 
-bool PaintOn(QPagedPaintDevice& device, const Sheet& sheet) {
+bool PaintOn(QPagedPaintDevice& device, std::span<const Sheet> pages) {
   QPainter painter;
   if (!painter.begin(&device)) return false;
-  PaintSheet(painter, sheet, QRectF(0, 0, device.width(), device.height()), OnPaper());
+  for (const Sheet& sheet : pages) {
+    if (&sheet != pages.data() && !device.newPage()) return false;
+    PaintSheet(painter, sheet, QRectF(0, 0, device.width(), device.height()), OnPaper());
+  }
   return painter.end();
 }
 
-bool WritePdf(const Sheet& sheet, const QString& title, QBuffer& into) {
+bool WritePdf(std::span<const Sheet> pages, const QString& title, QBuffer& into) {
   QPdfWriter writer(&into);
   writer.setTitle(title);
   writer.setCreator(QApplication::applicationName());
   writer.setResolution(kPdfDpi);
-  writer.setPageLayout(LayoutOf(sheet));
-  return PaintOn(writer, sheet);
+  writer.setPageLayout(LayoutOf(pages.front()));
+  return PaintOn(writer, pages);
 }
 
 bool WritePng(const Sheet& sheet, const QString& title, QBuffer& into) {
@@ -64,25 +67,25 @@ bool WritePng(const Sheet& sheet, const QString& title, QBuffer& into) {
 
 }  // namespace
 
-PrintOutcome QtPrinter::Print(const Sheet& sheet, const std::string& title) {
+PrintOutcome QtPrinter::Print(std::span<const Sheet> pages, const std::string& title) {
   if (QPrinterInfo::availablePrinters().isEmpty()) return PrintOutcome::kNoPrinter;
   QPrinter printer(QPrinter::HighResolution);
   printer.setDocName(ToQt(title));
-  printer.setPageLayout(LayoutOf(sheet));
+  printer.setPageLayout(LayoutOf(pages.front()));
   QPrintDialog dialog(&printer, QApplication::activeWindow());
   dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
   if (dialog.exec() != QDialog::Accepted) return PrintOutcome::kCancelled;
   printer.setFullPage(true);
-  return PaintOn(printer, sheet) && printer.printerState() != QPrinter::Error ? PrintOutcome::kPrinted
+  return PaintOn(printer, pages) && printer.printerState() != QPrinter::Error ? PrintOutcome::kPrinted
                                                                               : PrintOutcome::kFailed;
 }
 
-std::optional<std::string> QtPrinter::Render(const Sheet& sheet, SheetFormat format,
+std::optional<std::string> QtPrinter::Render(std::span<const Sheet> pages, SheetFormat format,
                                              const std::string& title) {
   QBuffer buffer;
   buffer.open(QIODevice::WriteOnly);
-  const bool done = format == SheetFormat::kPdf ? WritePdf(sheet, ToQt(title), buffer)
-                                                : WritePng(sheet, ToQt(title), buffer);
+  const bool done = format == SheetFormat::kPdf ? WritePdf(pages, ToQt(title), buffer)
+                                                : WritePng(pages.front(), ToQt(title), buffer);
   if (!done) return std::nullopt;
   return buffer.data().toStdString();
 }

@@ -8,8 +8,8 @@ namespace vlt {
 
 class QtPrinter : public Printer {
  public:
-  PrintOutcome Print(const Sheet& sheet, const std::string& title) override;
-  std::optional<std::string> Render(const Sheet& sheet, SheetFormat format,
+  PrintOutcome Print(std::span<const Sheet> pages, const std::string& title) override;
+  std::optional<std::string> Render(std::span<const Sheet> pages, SheetFormat format,
                                     const std::string& title) override;
 };
 

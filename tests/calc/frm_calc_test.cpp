@@ -18,13 +18,14 @@ using Texts = std::vector<std::string>;
 // Keeps what it is given instead of printing it.
 class KeepingPrinter : public Printer {
  public:
-  PrintOutcome Print(const Sheet& sheet, const std::string& title) override {
-    sheets.push_back(sheet);
+  PrintOutcome Print(std::span<const Sheet> pages, const std::string& title) override {
+    sheets.push_back(pages.front());
     titles.push_back(title);
     return outcome;
   }
-  std::optional<std::string> Render(const Sheet& sheet, SheetFormat format, const std::string&) override {
-    sheets.push_back(sheet);
+  std::optional<std::string> Render(std::span<const Sheet> pages, SheetFormat format,
+                                    const std::string&) override {
+    sheets.push_back(pages.front());
     if (fails) return std::nullopt;
     return format == SheetFormat::kPdf ? "a pdf" : "a png";
   }
