@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "state/line_record.h"
 #include "values/codecs.h"
 
 namespace vlt {
@@ -11,6 +12,7 @@ namespace {
 
 constexpr const char* kNoResponse = "[NO RESPONSE ERROR]";
 constexpr int kHeadBytes = 2;         // station and function
+constexpr int kException = 0x80;      // added to the function of a request that the meter refuses
 constexpr int kDrainPollMs = 3;       // while the driver still holds bytes
 constexpr int kFirstPollMs = 5;       // until something arrives
 constexpr int kRestPollMs = 10;       // until the whole reply is there
@@ -47,6 +49,8 @@ struct Exchange {
   int first_wait_ms;
   int poll_limit;
   int count;
+  LineAttempt attempt = {};  // the one that is on, for the record
+  std::size_t taken = 0;     // bytes of its reply
 
   SerialPort& Port() const { return app.platform.port; }
   void GiveWay() const { app.platform.events.GiveWay(app.platform.clock.NowMs()); }
@@ -67,9 +71,13 @@ Exchange Prepare(App& app, std::span<std::uint8_t> tx, std::span<std::uint8_t> r
 }
 
 void SendFrame(Exchange& x) {
+  x.attempt.sent_ms = x.app.platform.clock.NowMs();
+  x.attempt.end = AttemptEnd::kPortFault;  // until it is known better
+  x.taken = 0;
   x.GiveWay();
   x.Port().DiscardInput();
   x.Port().DiscardOutput();
+  x.attempt.sent_ms = x.app.platform.clock.NowMs();
   x.Port().Write(x.tx);
   while (x.Port().BytesOut() > 0) {
     x.GiveWay();
@@ -96,17 +104,28 @@ const char* ExceptionText(int code) {
   return code >= 1 && code <= 3 ? kTexts[code - 1] : "[UNKNOWN FUNCTION CODE ERROR]";
 }
 
+std::uint8_t Take(Exchange& x) {
+  const std::uint8_t byte = x.Port().TakeByte();
+  ++x.taken;
+  return byte;
+}
+
 // Takes station and function. A lone byte fails without a text: the exchange finds one at its end.
 bool CheckHead(Exchange& x) {
   if (x.Port().BytesIn() == 0) {
     x.app.state.LastErrorText = kNoResponse;
+    x.attempt.end = AttemptEnd::kSilence;
     return false;
   }
-  if (x.Port().BytesIn() < kHeadBytes) return false;
-  for (int i = 0; i < kHeadBytes; ++i) x.rx[static_cast<std::size_t>(i)] = x.Port().TakeByte();
+  if (x.Port().BytesIn() < kHeadBytes) {
+    x.attempt.end = AttemptEnd::kShort;
+    return false;
+  }
+  for (int i = 0; i < kHeadBytes; ++i) x.rx[static_cast<std::size_t>(i)] = Take(x);
   if (x.rx[1] == x.tx[1]) return true;
   int code = 0;
-  if (x.Port().BytesIn() > 0) code = x.rx[2] = x.Port().TakeByte();
+  if (x.Port().BytesIn() > 0) code = x.rx[2] = Take(x);
+  x.attempt.end = x.rx[1] == (x.tx[1] | kException) ? AttemptEnd::kException : AttemptEnd::kWrongFunction;
   x.app.state.LastErrorText = ExceptionText(code);
   return false;
 }
@@ -114,14 +133,15 @@ bool CheckHead(Exchange& x) {
 // Takes the rest when all of it is there, and judges what rx holds then.
 bool CheckBody(Exchange& x) {
   const auto body = x.rx.subspan(kHeadBytes);
-  if (x.Port().BytesIn() >= static_cast<int>(body.size())) {
-    std::generate(body.begin(), body.end(), [&] { return x.Port().TakeByte(); });
-  }
+  const bool whole = x.Port().BytesIn() >= static_cast<int>(body.size());
+  if (whole) std::generate(body.begin(), body.end(), [&] { return Take(x); });
+  x.attempt.end = AttemptEnd::kAnswered;
   std::uint8_t high = 0;
   std::uint8_t low = 0;
   CalcCrc(x.rx, static_cast<int>(x.rx.size()) - 2, high, low);
   if (low == x.rx[x.rx.size() - 2] && high == x.rx[x.rx.size() - 1]) return true;
   x.app.state.LastErrorText = "[CRC ERROR]";
+  x.attempt.end = whole ? AttemptEnd::kBadCheck : AttemptEnd::kShort;
   return false;
 }
 
@@ -141,11 +161,24 @@ bool FinishFailed(Exchange& x) {
   return true;
 }
 
+// Tells the record how the attempt ended.
+void Note(Exchange& x, bool last) {
+  x.attempt.station = x.tx[0];
+  x.attempt.ended_ms = x.app.platform.clock.NowMs();
+  x.attempt.request = x.tx;
+  x.attempt.reply = x.rx.first(x.taken);
+  x.attempt.last = last;
+  x.app.line->Add(x.attempt);
+  ++x.attempt.number;
+}
+
 bool Run(Exchange& x) {
   for (;;) {
     SendFrame(x);
     AwaitReply(x);
-    if (CheckHead(x) && CheckBody(x)) {
+    const bool good = CheckHead(x) && CheckBody(x);
+    Note(x, good || x.count + 1 > x.app.state.RetryNo);
+    if (good) {
       FinishGood(x);
       return true;
     }
@@ -185,6 +218,7 @@ bool SendReceive(App& app, std::span<std::uint8_t> tx, int txLast, std::span<std
   try {
     good = Run(x);
   } catch (const PortFault& fault) {
+    if (x.attempt.end == AttemptEnd::kPortFault) Note(x, true);
     EndByFault(app, fault);
   }
   Count(app, good);
@@ -225,6 +259,7 @@ bool EchoWordMatch(std::span<const std::uint8_t> reply, int expected, int is_uns
 bool IsFromStation(App& app, std::span<const std::uint8_t> reply, int station) {
   if (!reply.empty() && reply[0] == (station & 0xFF)) return true;
   app.state.LastErrorText = kNoResponse;
+  app.line->CorrectLast(AttemptEnd::kOtherStation);
   return false;
 }
 

@@ -7,7 +7,7 @@
 namespace vlt {
 
 App::App(Platform& machine)
-    : platform(machine), slots(state), windows(machine), line(std::make_unique<LineRecord>()) {}
+    : platform(machine), slots(state), windows(machine), line(std::make_unique<LineRecord>(machine.clock)) {}
 
 App::~App() = default;
 
