@@ -25,7 +25,8 @@ struct MenuWindow {
 };
 constexpr MenuWindow kMenuWindows[] = {{"FrmCSet", &MDIForm1::ComPort},
                                        {"frmCalc", &MDIForm1::calcSensorSpacing},
-                                       {"frmAbout", &MDIForm1::versionInfo}};
+                                       {"frmAbout", &MDIForm1::versionInfo},
+                                       {"frmLine", &MDIForm1::mnuLine}};
 
 // A whole number without a sign that is not quoted.
 std::optional<int> NumberOf(const Argument& argument) {

@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QResizeEvent>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTableWidget>
 #include <vector>
@@ -35,6 +36,7 @@ class GridBinding : public Binding {
       View()->setHorizontalHeaderItem(column, new QTableWidgetItem);
     }
     if (grid_.on_choose) LetChoose();
+    if (grid_.Follows()) LetFollow();
   }
 
  private:
@@ -53,6 +55,28 @@ class GridBinding : public Binding {
     connect(View(), &QTableWidget::currentCellChanged, this, [this](int row) { Choose(row); });
   }
 
+  // As long as one wants, and never wider than it is: its last column takes the room that is left.
+  void LetFollow() {
+    View()->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    View()->setSelectionBehavior(QAbstractItemView::SelectRows);
+    View()->setMinimumSize(grid_.Width() / kUnitsPerPixel, grid_.Height() / kUnitsPerPixel);
+    View()->horizontalHeader()->setHighlightSections(false);
+    View()->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    View()->verticalHeader()->setDefaultSectionSize(View()->fontMetrics().height() + kRowRoom);
+  }
+
+  // Rows go from the top, and what is in view stays in view: its scroll bar counts pixels.
+  void PushDropped() {
+    const auto gone = static_cast<int>(qMin<qint64>(grid_.DroppedRows() - dropped_, View()->rowCount()));
+    dropped_ = grid_.DroppedRows();
+    if (gone <= 0) return;
+    const int above = gone * View()->verticalHeader()->defaultSectionSize();
+    QScrollBar* bar = View()->verticalScrollBar();
+    const int at = bar->value();
+    View()->model()->removeRows(0, gone);
+    keep_at_ = qMax(at - above, 0);
+  }
+
   void Choose(int row) {
     if (row >= 0) Gesture([&] { grid_.Choose(row + 1); });
   }
@@ -65,11 +89,24 @@ class GridBinding : public Binding {
 
   void PushState() override {
     const QSignalBlocker quiet(View());
+    const QScrollBar* bar = View()->verticalScrollBar();
+    const bool at_end = bar->value() >= bar->maximum();
+    PushDropped();
     const int rows = qMax(grid_.Rows() - 1, 0);
     // Fewer rows drop their items, and new ones come without.
     if (View()->rowCount() != rows) View()->setRowCount(rows);
     for (int column = 0; column < grid_.Columns(); ++column) PushColumn(column);
     if (grid_.on_choose) PushChoice();
+    if (grid_.Follows()) PushPlace(at_end);
+  }
+
+  void PushPlace(bool at_end) {
+    if (at_end) {
+      View()->scrollToBottom();
+    } else if (keep_at_ >= 0) {
+      View()->verticalScrollBar()->setValue(keep_at_);
+    }
+    keep_at_ = -1;
   }
 
   void PushColumn(int column) {
@@ -97,6 +134,8 @@ class GridBinding : public Binding {
 
   Grid& grid_;
   std::vector<int> widths_;  // that were pushed
+  qint64 dropped_ = 0;       // rows, that were taken away
+  int keep_at_ = -1;         // where the scroll bar belongs; -1 where it is
 };
 
 // One panel: a text that gives way to dots when it has no room, and then shows whole in a tooltip.

@@ -2,6 +2,7 @@
 #include "state/line_record.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "platform/port_settings.h"
 
@@ -172,8 +173,9 @@ LineTotals LineRecord::All() const {
 std::size_t LineRecord::FrameCount() const { return frames_.size(); }
 
 const LineFrame& LineRecord::Frame(std::size_t index) const {
+  if (index >= frames_.size()) throw std::out_of_range("line frame");
   const std::size_t oldest = frames_.size() < kFrames ? 0 : static_cast<std::size_t>(frames_ever_) % kFrames;
-  return frames_.at((oldest + index) % frames_.size());
+  return frames_[(oldest + index) % frames_.size()];
 }
 
 }  // namespace vlt

@@ -137,7 +137,7 @@ class LineRecord {
   // Start, data, parity and stop bits of a byte on it.
   int BitsPerByte() const { return bits_per_byte_; }
 
-  // Frames that are kept, from the oldest (0) on.
+  // Frames that are kept, from the oldest (0) on. A frame that is not there throws std::out_of_range.
   std::size_t FrameCount() const;
   const LineFrame& Frame(std::size_t index) const;
   // Frames since the program started.
