@@ -6,6 +6,7 @@
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <QTableWidget>
 #include <vector>
 
@@ -18,6 +19,7 @@ namespace {
 constexpr int kUnitsPerPixel = 15;   // of a grid's widths
 constexpr int kNarrowColumn = 1200;  // a mark or a digit, not a text
 constexpr int kRowRoom = 6;          // above and below the text of a row that can be chosen
+constexpr int kLongText = 24;        // characters that may not have room in a column
 constexpr int kPanelMargin = 6;      // between the frame of a panel and its text
 
 // Row 0 of the control is the head of the table.
@@ -36,7 +38,7 @@ class GridBinding : public Binding {
       View()->setHorizontalHeaderItem(column, new QTableWidgetItem);
     }
     if (grid_.on_choose) LetChoose();
-    if (grid_.Follows()) LetFollow();
+    if (grid_.IsDense()) FitDense();
   }
 
  private:
@@ -46,23 +48,27 @@ class GridBinding : public Binding {
   void LetChoose() {
     View()->setSelectionMode(QAbstractItemView::SingleSelection);
     View()->setSelectionBehavior(QAbstractItemView::SelectRows);
+    MakeDense();
     View()->setMinimumWidth(grid_.Width() / kUnitsPerPixel);
     View()->setFixedHeight(grid_.Height() / kUnitsPerPixel);
-    View()->horizontalHeader()->setHighlightSections(false);
-    View()->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    View()->verticalHeader()->setDefaultSectionSize(View()->fontMetrics().height() + kRowRoom);
     connect(View(), &QTableWidget::cellClicked, this, [this](int row) { Choose(row); });
     connect(View(), &QTableWidget::currentCellChanged, this, [this](int row) { Choose(row); });
   }
 
-  // As long as one wants, and never wider than it is: its last column takes the room that is left.
-  void LetFollow() {
-    View()->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    View()->setSelectionBehavior(QAbstractItemView::SelectRows);
-    View()->setMinimumSize(grid_.Width() / kUnitsPerPixel, grid_.Height() / kUnitsPerPixel);
+  // Rows as high as their text.
+  void MakeDense() {
     View()->horizontalHeader()->setHighlightSections(false);
     View()->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     View()->verticalHeader()->setDefaultSectionSize(View()->fontMetrics().height() + kRowRoom);
+  }
+
+  // Columns that need no scrolling; one that follows is as high as there is room.
+  void FitDense() {
+    MakeDense();
+    const QStyle& style = *View()->style();
+    const int beside = style.pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * View()->frameWidth();
+    View()->setMinimumSize(grid_.Width() / kUnitsPerPixel + beside, grid_.Height() / kUnitsPerPixel);
+    if (grid_.Follows()) View()->setMaximumHeight(QWIDGETSIZE_MAX);
   }
 
   // Rows go from the top, and what is in view stays in view: its scroll bar counts pixels.
@@ -128,7 +134,10 @@ class GridBinding : public Binding {
 
   static void PushCell(QTableWidgetItem& item, const std::string& text, Qt::Alignment alignment) {
     const QString shown = ToQt(text);
-    if (item.text() != shown) item.setText(shown);
+    if (item.text() != shown) {
+      item.setText(shown);
+      item.setToolTip(shown.size() < kLongText ? QString() : shown);
+    }
     if (item.textAlignment() != static_cast<int>(alignment)) item.setTextAlignment(alignment);
   }
 

@@ -62,7 +62,8 @@ WriteResult WriteRegisters(App& app, const Target& target, int address, std::spa
   Frame request = WriteRegistersRequest(target.station, address, data);
   Frame reply = ReplyFor(request);
   const bool answered = SendReceive(app, request, reply, target.mode);
-  return Judge(app, request, reply, answered, answered && EchoWordEqual(reply, static_cast<int>(data.size() / 2)));
+  return Judge(app, request, reply, answered,
+               answered && EchoWordEqual(reply, static_cast<int>(data.size() / 2)));
 }
 
 WriteResult WriteRegisters(App& app, int address, std::span<const std::uint8_t> data) {

@@ -21,7 +21,7 @@ enum class LiveType : std::uint8_t { kSingle, kDouble, kPulses, kBits };
 
 struct LiveField {
   std::string_view name;  // group and name: "measured.velocity"
-  int offset;  // in registers from the start of its block
+  int offset;             // in registers from the start of its block
   LiveType type;
   int head;  // text id
   UnitKind unit = UnitKind::kNone;

@@ -5,13 +5,12 @@
 namespace vlt::text {
 
 // The window. kLineSince: %1 date and time. kLineNow: %1 bytes a second, %2 per cent. kLineSpeed: %1 bits a
-// second, %2 bits a byte, %3 bytes a second. kLinePaused: %1 time.
+// second, %2 bits a byte, %3 bytes a second. kLineOutcomes: %1 whose. kLinePaused: %1 date and time.
 inline constexpr int kLineTitle = 4191;
 inline constexpr int kLineSince = 4192;
 inline constexpr int kLineReset = 4193;
 inline constexpr int kLineSaveFrames = 4194;
 inline constexpr int kLinePause = 4195;
-inline constexpr int kLineStations = 4196;
 inline constexpr int kLineOutcomes = 4197;
 inline constexpr int kLineFrames = 4198;
 inline constexpr int kLineFrameFile = 4199;

@@ -53,7 +53,8 @@ struct Asked {
 // The bytes of a frame from `start` up to its check; none when it is shorter.
 Bytes DataOf(const LineFrame& frame, std::size_t start) {
   const Bytes bytes(frame.bytes);
-  return bytes.size() < start + kCheckBytes ? Bytes() : bytes.subspan(start, bytes.size() - start - kCheckBytes);
+  return bytes.size() < start + kCheckBytes ? Bytes()
+                                            : bytes.subspan(start, bytes.size() - start - kCheckBytes);
 }
 
 std::string ValueOf(const App& app, const NamedRegisters& named, const RegisterSpan& span, Bytes data) {
@@ -69,8 +70,8 @@ std::string NamesText(const App& app, const RegisterSpan& span, Bytes data, Tell
   const auto names = NamesIn(span);
   if (names.empty()) return {};
   if (names.size() > 1 && telling == Telling::kShort) {
-    return ": " + FormatText(app.Text(text::kFrameNames), {names.front()->name, names.back()->name,
-                                                           std::to_string(names.size())});
+    return ": " + FormatText(app.Text(text::kFrameNames),
+                             {names.front()->name, names.back()->name, std::to_string(names.size())});
   }
   std::string text;
   for (const NamedRegisters* named : names) {
@@ -89,8 +90,8 @@ std::string RequestText(const App& app, const LineFrame& frame, const Asked& ask
   Bytes data;
   if (asked.function == kWriteSingle) data = DataOf(frame, kSingleDataStart);
   if (asked.function == kWriteSeveral) data = DataOf(frame, kWriteDataStart);
-  return FormatText(app.Text(id), {std::to_string(asked.span.count),
-                                   Hex(static_cast<unsigned>(asked.span.address), 4)}) +
+  return FormatText(app.Text(id),
+                    {std::to_string(asked.span.count), Hex(static_cast<unsigned>(asked.span.address), 4)}) +
          NamesText(app, asked.span, data, telling);
 }
 
@@ -106,8 +107,7 @@ std::string RefusalText(const App& app, const LineFrame& frame) {
                                      text::kRefusedCount};
   const std::size_t code = frame.bytes.size() > kExceptionCode ? frame.bytes[kExceptionCode] : 0;
   const int reason = kReasons[code < std::size(kReasons) ? code : 0];
-  return FormatText(app.Text(text::kFrameRefuses),
-                    {Hex(static_cast<unsigned>(code), 2), app.Text(reason)});
+  return FormatText(app.Text(text::kFrameRefuses), {Hex(static_cast<unsigned>(code), 2), app.Text(reason)});
 }
 
 std::string CheckText(const App& app, const LineFrame& frame) {
@@ -132,16 +132,15 @@ std::string DifferenceText(const App& app, int id, const LineFrame& frame, std::
 std::string EchoText(const App& app, const LineFrame& frame) {
   constexpr std::size_t kWord = 4;
   if (frame.bytes.size() < kWord + 2) return app.Text(text::kEndEcho);
-  return FormatText(app.Text(text::kFrameEcho),
-                    {HexText(Bytes(frame.bytes).subspan(kWord, 2)), HexText(Bytes(frame.asked).subspan(kWord, 2))});
+  return FormatText(app.Text(text::kFrameEcho), {HexText(Bytes(frame.bytes).subspan(kWord, 2)),
+                                                 HexText(Bytes(frame.asked).subspan(kWord, 2))});
 }
 
 std::string ShortText(const App& app, const LineFrame& frame, const Asked& asked) {
   constexpr int kReadFrame = 5;  // beside its registers
   constexpr int kWriteFrame = 8;
   const int whole = asked.Reads() ? asked.span.count * kBytesPerRegister + kReadFrame : kWriteFrame;
-  return FormatText(app.Text(text::kFrameShort),
-                    {std::to_string(frame.bytes.size()), std::to_string(whole)});
+  return FormatText(app.Text(text::kFrameShort), {std::to_string(frame.bytes.size()), std::to_string(whole)});
 }
 
 std::string OutcomeText(const App& app, const LineFrame& frame, const Asked& asked, Telling telling) {

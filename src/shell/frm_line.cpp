@@ -20,11 +20,10 @@ constexpr int kRefreshMs = 500;
 constexpr int kCsvCaption = 180;
 
 // In the grids' logical units.
-constexpr int kStationWidth = 900;
-constexpr int kFigureWidth = 1500;
-constexpr int kStationsHeight = 3300;
-constexpr int kOutcomeWidths[] = {3000, 1200, 1100};
-constexpr int kFrameWidths[] = {1500, 450, 750, 5250, 6000};
+constexpr int kStationWidths[] = {975, 1200, 1200, 1200, 1575, 1425, 1200, 1575};
+constexpr int kOutcomeWidths[] = {2850, 1200, 1200};
+constexpr int kFrameWidths[] = {1500, 450, 900, 5700, 7000};
+constexpr int kFiguresHeight = 3390;  // a head and nine outcomes
 constexpr int kFramesHeight = 4200;
 constexpr std::size_t kTimeOfDay = 11;  // in front of it stands the date
 
@@ -32,9 +31,9 @@ enum OutcomeColumn : std::uint8_t { kOutcome, kAttempts, kShare, kOutcomeColumns
 enum FrameColumn : std::uint8_t { kTime, kWay, kStation, kBytes, kMeaning, kFrameColumns };
 
 constexpr AttemptEnd kOutcomes[] = {
-    AttemptEnd::kAnswered,      AttemptEnd::kSilence,      AttemptEnd::kShort,
-    AttemptEnd::kBadCheck,      AttemptEnd::kException,    AttemptEnd::kWrongFunction,
-    AttemptEnd::kOtherStation,  AttemptEnd::kOtherEcho,    AttemptEnd::kPortFault};
+    AttemptEnd::kAnswered,     AttemptEnd::kSilence,   AttemptEnd::kShort,
+    AttemptEnd::kBadCheck,     AttemptEnd::kException, AttemptEnd::kWrongFunction,
+    AttemptEnd::kOtherStation, AttemptEnd::kOtherEcho, AttemptEnd::kPortFault};
 static_assert(std::size(kOutcomes) == kAttemptEnds);
 
 int WindowColumns() {
@@ -50,6 +49,7 @@ void SetWidths(Grid& grid, const int (&widths)[N], int height) {
     width += widths[i];
   }
   grid.SetSize(width, height);
+  grid.SetDense(true);
 }
 
 }  // namespace
@@ -70,9 +70,7 @@ frmLine::frmLine(App& app)
   tmrLine.SetInterval(kRefreshMs);
 }
 
-bool frmLine::StaysUsable(const Control& control) const {
-  return control.Kind() == ControlKind::kPushButton;
-}
+bool frmLine::StaysUsable(const Control& control) const { return control.Kind() == ControlKind::kPushButton; }
 
 void frmLine::Form_Load() {
   Dress();
@@ -86,25 +84,22 @@ void frmLine::Form_Activate() {
 
 void frmLine::Dress() {
   const std::pair<Control*, int> captions[] = {
-      {&cmdReset, text::kLineReset},      {&cmdCSV, kCsvCaption},
-      {&cmdSave, text::kLineSaveFrames},  {&cmdClose, text::kClose},
-      {&chkPause, text::kLinePause},      {&fraStations, text::kLineStations},
-      {&fraOutcomes, text::kLineOutcomes}, {&fraFrames, text::kLineFrames}};
+      {&cmdReset, text::kLineReset}, {&cmdCSV, kCsvCaption},        {&cmdSave, text::kLineSaveFrames},
+      {&cmdClose, text::kClose},     {&chkPause, text::kLinePause}, {&lblFrames, text::kLineFrames}};
   SetCaption(app_.Text(text::kLineTitle));
   for (const auto& [control, id] : captions) control->SetCaption(app_.Text(id));
   int at = 0;
   for (const LineColumn& column : LineColumns()) {
     if (!column.in_window) continue;
-    grdStations.SetColumnWidth(at, at == 0 ? kStationWidth : kFigureWidth);
     grdStations.SetCell(0, at++, app_.Text(column.head));
   }
-  grdStations.SetSize(kStationWidth + (at - 1) * kFigureWidth, kStationsHeight);
+  SetWidths(grdStations, kStationWidths, kFiguresHeight);
   constexpr int kOutcomeHeads[] = {text::kLineOutcome, text::kLineAttempts, text::kLineShare};
   for (int i = 0; i < kOutcomeColumns; ++i) grdOutcomes.SetCell(0, i, app_.Text(kOutcomeHeads[i]));
   for (std::size_t i = 0; i < kAttemptEnds; ++i) {
     grdOutcomes.SetCell(static_cast<int>(i) + 1, kOutcome, app_.Text(OutcomeText(kOutcomes[i])));
   }
-  SetWidths(grdOutcomes, kOutcomeWidths, kStationsHeight);
+  SetWidths(grdOutcomes, kOutcomeWidths, kFiguresHeight);
   constexpr int kFrameHeads[] = {text::kLineTime, 0, text::kLineStation, text::kLineBytes,
                                  text::kLineMeaning};
   for (int i = 0; i < kFrameColumns; ++i) {
@@ -151,6 +146,9 @@ void frmLine::ShowStations() {
 
 void frmLine::ShowOutcomes() {
   const LineTotals totals = station_ ? app_.line->Of(*station_) : app_.line->All();
+  const std::string whose = StationText(app_, {station_, {}});
+  lblOutcomes.SetCaption(FormatText(app_.Text(text::kLineOutcomes),
+                                    {station_ ? app_.Text(text::kLineStation) + " " + whose : whose}));
   std::int64_t attempts = 0;
   for (const std::int64_t count : totals.ends) attempts += count;
   for (std::size_t i = 0; i < kAttemptEnds; ++i) {
@@ -184,12 +182,12 @@ void frmLine::ShowSpeed() {
   const LineRecord& line = *app_.line;
   if (line.Speed() == 0) return stbLine.SetPanel(3, app_.Text(text::kLineNoPort));
   const LineRate rate = RateNow(line, app_.platform.clock.NowMs());
-  stbLine.SetPanel(2, FormatText(app_.Text(text::kLineNow), {FixedText(rate.bytes_per_second, 0),
-                                                             FixedText(100 * rate.share, 0)}));
+  stbLine.SetPanel(2, FormatText(app_.Text(text::kLineNow),
+                                 {FixedText(rate.bytes_per_second, 0), FixedText(100 * rate.share, 0)}));
   const double most = static_cast<double>(line.Speed()) / line.BitsPerByte();
-  stbLine.SetPanel(3, FormatText(app_.Text(text::kLineSpeed),
-                                 {std::to_string(line.Speed()), std::to_string(line.BitsPerByte()),
-                                  FixedText(most, 0)}));
+  stbLine.SetPanel(
+      3, FormatText(app_.Text(text::kLineSpeed),
+                    {std::to_string(line.Speed()), std::to_string(line.BitsPerByte()), FixedText(most, 0)}));
 }
 
 // --- what a person does ----------------------------------------------------------------------------------
@@ -221,10 +219,8 @@ void frmLine::cmdCSV_Click() {
 }
 
 void frmLine::cmdSave_Click() {
-  const CsvQuestion question{.kind = text::kLineFrameFile,
-                             .ending = "txt",
-                             .name = "frames.txt",
-                             .ask_before_overwrite = true};
+  const CsvQuestion question{
+      .kind = text::kLineFrameFile, .ending = "txt", .name = "frames.txt", .ask_before_overwrite = true};
   Save({question, FrameRecord(app_, paused_ ? standing_ : KeptFrames(*app_.line))});
 }
 

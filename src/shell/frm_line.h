@@ -24,14 +24,13 @@ class frmLine : public Form {
   bool StaysUsable(const Control& control) const override;
 
   Label lblSince{*this, "lblSince"};
+  Grid grdStations;  // all stations, then each; the chosen one's outcomes stand beside it
+  Label lblOutcomes{*this, "lblOutcomes"};
+  Grid grdOutcomes;
   PushButton cmdReset{*this, "cmdReset"};
   PushButton cmdCSV{*this, "cmdCSV"};
-  FrameBox fraStations{*this, "fraStations"};
-  Grid grdStations;  // all stations, then each; the chosen one's outcomes stand beside it
-  FrameBox fraOutcomes{*this, "fraOutcomes"};
-  Grid grdOutcomes;
-  FrameBox fraFrames{*this, "fraFrames"};
-  Grid grdFrames;  // the oldest on top
+  Label lblFrames{*this, "lblFrames"};
+  Grid grdFrames;                        // the oldest on top
   CheckBox chkPause{*this, "chkPause"};  // the frames stand still, and are what is saved
   Label lblPaused{*this, "lblPaused"};
   PushButton cmdSave{*this, "cmdSave"};
@@ -65,8 +64,8 @@ class frmLine : public Form {
 
   App& app_;
   std::int64_t shown_revision_ = -1;
-  std::int64_t shown_frames_ = 0;    // LineRecord::FramesEver
-  std::optional<int> station_;       // whose outcomes are shown; nothing for all
+  std::int64_t shown_frames_ = 0;  // LineRecord::FramesEver
+  std::optional<int> station_;     // whose outcomes are shown; nothing for all
   bool paused_ = false;
   std::vector<LineFrame> standing_;  // those that a pause shows
   std::vector<Export> waiting_;      // for the end of the work that their button was pressed in

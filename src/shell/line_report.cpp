@@ -128,15 +128,13 @@ std::string StationText(const App& app, const LineRow& row) {
 }
 
 int OutcomeText(AttemptEnd end) {
-  static constexpr int kTexts[kAttemptEnds] = {
-      text::kEndAnswered, text::kEndSilence, text::kEndShort, text::kEndException, text::kEndFunction,
-      text::kEndCheck,    text::kEndStation, text::kEndPort,  text::kEndEcho};
+  static constexpr int kTexts[kAttemptEnds] = {text::kEndAnswered,  text::kEndSilence,  text::kEndShort,
+                                               text::kEndException, text::kEndFunction, text::kEndCheck,
+                                               text::kEndStation,   text::kEndPort,     text::kEndEcho};
   return kTexts[static_cast<std::size_t>(end)];
 }
 
-std::string ShareText(double part, double whole) {
-  return whole > 0 ? FixedText(100 * part / whole, 1) : "";
-}
+std::string ShareText(double part, double whole) { return whole > 0 ? FixedText(100 * part / whole, 1) : ""; }
 
 LineRate RateNow(const LineRecord& record, std::int64_t now_ms) {
   std::int64_t from_ms = now_ms - kNowMs;

@@ -30,9 +30,10 @@ struct MenuCaption {
 };
 
 constexpr MenuCaption kMenuCaptions[] = {
-    {&MDIForm1::ComPort, 1920},   {&MDIForm1::Parameter, 1655},  {&MDIForm1::setParam, 1670},
-    {&MDIForm1::readparam, 1660}, {&MDIForm1::versionInfo, 890}, {&MDIForm1::calcSensorSpacing, 1381},
-    {&MDIForm1::mnuSerial, 670},  {&MDIForm1::mnuLine, text::kLineTitle},
+    {&MDIForm1::ComPort, 1920},    {&MDIForm1::Parameter, 1655},
+    {&MDIForm1::setParam, 1670},   {&MDIForm1::readparam, 1660},
+    {&MDIForm1::versionInfo, 890}, {&MDIForm1::calcSensorSpacing, 1381},
+    {&MDIForm1::mnuSerial, 670},   {&MDIForm1::mnuLine, text::kLineTitle},
 };
 
 constexpr MDIForm1::Family kToggles = MDIForm1::Family::kToggles;

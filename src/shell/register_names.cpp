@@ -26,9 +26,9 @@ using Bytes = std::span<const std::uint8_t>;
 using Names = std::vector<NamedRegisters>;
 
 constexpr int kBytesPerRegister = 2;
-constexpr std::span<const Parameter> kTables[] = {
-    kProcessTable, kHeatTable,   kRangeTable,   kTotalTable,      kStatusTable,
-    kDisplayTable, kSystemTable, kDetailsTable, kMaintenanceTable};
+constexpr std::span<const Parameter> kTables[] = {kProcessTable, kHeatTable,    kRangeTable,
+                                                  kTotalTable,   kStatusTable,  kDisplayTable,
+                                                  kSystemTable,  kDetailsTable, kMaintenanceTable};
 
 std::string Named(std::string_view name, Location location, int index) {
   if (location == Location::kMeter) return std::string(name);
@@ -52,10 +52,9 @@ void AddParameters(Names& names) {
   for (const std::span<const Parameter> table : kTables) {
     for (const Parameter& row : table) {
       for (int index = 0; index < LocationCount(row.location, largest); ++index) {
-        names.push_back(
-            {{.function = row.function, .address = AddressOf(row, index), .count = row.Words()},
-             Named(row.name, row.location, index),
-             [&row](const App& app, Bytes bytes) { return ParameterText(app, row, bytes); }});
+        names.push_back({{.function = row.function, .address = AddressOf(row, index), .count = row.Words()},
+                         Named(row.name, row.location, index),
+                         [&row](const App& app, Bytes bytes) { return ParameterText(app, row, bytes); }});
       }
     }
   }
@@ -162,9 +161,10 @@ std::vector<const NamedRegisters*> NamesIn(const RegisterSpan& span) {
   const Names& names = AllNames();
   const int end = span.address + span.count * kBytesPerRegister;
   std::vector<const NamedRegisters*> inside;
-  auto at = std::lower_bound(names.begin(), names.end(), span, [](const NamedRegisters& a, const RegisterSpan& b) {
-    return std::tie(a.span.function, a.span.address) < std::tie(b.function, b.address);
-  });
+  auto at =
+      std::lower_bound(names.begin(), names.end(), span, [](const NamedRegisters& a, const RegisterSpan& b) {
+        return std::tie(a.span.function, a.span.address) < std::tie(b.function, b.address);
+      });
   int next = span.address;  // where what was taken last ends
   for (; at != names.end() && at->span.function == span.function && at->span.address < end; ++at) {
     const int behind = at->span.address + at->span.count * kBytesPerRegister;

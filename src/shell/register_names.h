@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What stands at an address of the meter, for whoever looks at frames: parameters, live values, conditions and
-// commands by the names of the catalogue.
+// What stands at an address of the meter, for whoever looks at frames: parameters, live values, conditions
+// and commands by the names of the catalogue.
 #pragma once
 
 #include <cstdint>

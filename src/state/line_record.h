@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What went over the line: every attempt of every exchange is told here once, with its bytes and times. The
-// record counts it for its station and keeps its frames. It takes no more room however long it runs: a station
-// has a tally of fixed size (there are 256 at most), and of the frames the last ones are kept.
+// record counts it for its station and keeps its frames. It takes no more room however long it runs: a
+// station has a tally of fixed size (there are 256 at most), and of the frames the last ones are kept.
 #pragma once
 
 #include <array>
@@ -64,9 +64,9 @@ class AnswerTimes {
 
 // What went over the line to and from one station, or all of them.
 struct LineTotals {
-  std::int64_t exchanges = 0;  // that have ended
-  std::int64_t repeats = 0;  // attempts behind the first one of their exchange
-  std::int64_t failed = 0;   // exchanges whose last attempt was not answered
+  std::int64_t exchanges = 0;                     // that have ended
+  std::int64_t repeats = 0;                       // attempts behind the first one of their exchange
+  std::int64_t failed = 0;                        // exchanges whose last attempt was not answered
   std::array<std::int64_t, kAttemptEnds> ends{};  // attempts by how they ended
   std::int64_t sent_bytes = 0;
   std::int64_t received_bytes = 0;
@@ -84,17 +84,17 @@ enum class FrameWay : std::uint8_t {
   kNothing,  // stands in the place of a reply that did not come
 };
 
-// A frame as the monitor keeps it. Of a reply, or of none, `asked` holds the head of its request, and the last
-// three members say how the attempt ended.
+// A frame as the monitor keeps it. Of a reply, or of none, `asked` holds the head of its request, and the
+// last three members say how the attempt ended.
 struct LineFrame {
   static constexpr std::size_t kHeadBytes = 6;  // station, function, address, count or value
 
   std::int64_t number = 0;  // 1 for the first frame since the program started
   FrameWay way = FrameWay::kSent;
   int station = 0;
-  int attempt = 0;           // as LineAttempt::number
-  std::int64_t at_ms = 0;    // Clock::NowMs(); of a reply the moment of its last byte
-  LocalTime time;            // the same on the wall
+  int attempt = 0;         // as LineAttempt::number
+  std::int64_t at_ms = 0;  // Clock::NowMs(); of a reply the moment of its last byte
+  LocalTime time;          // the same on the wall
   std::vector<std::uint8_t> bytes;
   std::array<std::uint8_t, kHeadBytes> asked{};
   AttemptEnd end = AttemptEnd::kAnswered;

@@ -416,6 +416,12 @@ void Grid::DropRows(int count) {
   Changed();
 }
 
+void Grid::SetDense(bool dense) {
+  if (dense_ == dense) return;
+  dense_ = dense;
+  Changed();
+}
+
 void Grid::SetFollows(bool follows) {
   if (follows_ == follows) return;
   follows_ = follows;

@@ -362,6 +362,9 @@ class Grid : public Control {
   void DropRows(int count);
   // Rows that were taken away so far.
   std::int64_t DroppedRows() const { return dropped_rows_; }
+  // A dense grid has low rows and is as wide as its columns.
+  bool IsDense() const { return dense_; }
+  void SetDense(bool dense);
   // A grid that follows shows the rows that come at its end while its last row is in view.
   bool Follows() const { return follows_; }
   void SetFollows(bool follows);
@@ -384,6 +387,7 @@ class Grid : public Control {
   std::size_t At(int row, int column) const;
   int rows_;
   std::int64_t dropped_rows_ = 0;
+  bool dense_ = false;
   bool follows_ = false;
   int selected_row_ = 0;
   std::vector<int> widths_;

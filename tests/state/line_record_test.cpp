@@ -185,10 +185,8 @@ TEST_F(LineRecordTest, TheLineCarriesAsManyBytesAsItsSettingsLeave) {
     const char* settings;
     int speed;
     int bits;
-  } cases[] = {{"9600,O,8,1", 9600, 11},
-               {"19200,N,8,1", 19200, 10},
-               {"38400,E,8,2", 38400, 12},
-               {"fast", 38400, 12}};
+  } cases[] = {
+      {"9600,O,8,1", 9600, 11}, {"19200,N,8,1", 19200, 10}, {"38400,E,8,2", 38400, 12}, {"fast", 38400, 12}};
   double carried = 0;
   for (const auto& c : cases) {
     record.Opened(c.settings);

@@ -8,21 +8,18 @@ namespace {
 using namespace layout;
 
 constexpr LayoutItem kItems[] = {
-    Strip("lblSince", ">", "cmdReset", "cmdCSV"),
     Columns(),
     Column(),
-    Group("fraStations"),
+    Strip("lblSince", ">"),
     Wide("grdStations"),
-    End(),
-    Side(),
-    Group("fraOutcomes"),
+    Column(),
+    Strip("lblOutcomes", ">"),
     Wide("grdOutcomes"),
     End(),
-    End(),
-    Group("fraFrames"),
+    Strip(">", "cmdReset", "cmdCSV"),
+    Strip("lblFrames", ">"),
     Wide("grdFrames"),
     Strip("chkPause", "lblPaused", ">", "cmdSave", "cmdClose"),
-    End(),
     Strip("stbLine"),
 };
 
