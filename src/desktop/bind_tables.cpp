@@ -136,7 +136,8 @@ class GridBinding : public Binding {
     const QString shown = ToQt(text);
     if (item.text() != shown) {
       item.setText(shown);
-      item.setToolTip(shown.size() < kLongText ? QString() : shown);
+      // As rich text it is broken into lines.
+      item.setToolTip(shown.size() < kLongText ? QString() : "<qt>" + shown.toHtmlEscaped() + "</qt>");
     }
     if (item.textAlignment() != static_cast<int>(alignment)) item.setTextAlignment(alignment);
   }

@@ -22,7 +22,7 @@ constexpr int kCsvCaption = 180;
 // In the grids' logical units.
 constexpr int kStationWidths[] = {975, 1200, 1200, 1200, 1575, 1425, 1200, 1575};
 constexpr int kOutcomeWidths[] = {2850, 1200, 1200};
-constexpr int kFrameWidths[] = {1500, 450, 900, 5700, 7000};
+constexpr int kFrameWidths[] = {1500, 450, 900, 5100, 7600};
 constexpr int kFiguresHeight = 3390;  // a head and nine outcomes
 constexpr int kFramesHeight = 4200;
 constexpr std::size_t kTimeOfDay = 11;  // in front of it stands the date
@@ -173,7 +173,8 @@ void frmLine::ShowFrames() {
     const LineFrame& frame = line.Frame(static_cast<std::size_t>(i));
     const std::string texts[kFrameColumns] = {
         PreciseTimeText(frame.time).substr(kTimeOfDay), WayText(frame.way), std::to_string(frame.station),
-        HexText(frame.bytes), FrameMeaning(app_, frame, Telling::kShort)};
+        HexText(frame.bytes),
+        FrameMeaning(app_, frame, frame.way == FrameWay::kSent ? Telling::kShort : Telling::kWhole)};
     grdFrames.SetRow(static_cast<int>(i) + 1, texts);
   }
 }

@@ -124,7 +124,7 @@ TEST_F(FrmLineTest, APauseHoldsTheFramesAndSavesWhatItShows) {
     return count;
   };
   EXPECT_EQ(frames(), shown);
-  EXPECT_EQ(window.stbLine.Panel(1).find("frames.txt"), 0u);
+  EXPECT_TRUE(window.stbLine.Panel(1).ends_with("frames.txt")) << window.stbLine.Panel(1);
   EXPECT_TRUE(window.chkPause.Untick());
   EXPECT_EQ(window.grdFrames.Rows() - 1, shown + 4);
   EXPECT_EQ(window.lblPaused.Caption(), "");
@@ -144,8 +144,8 @@ TEST_F(FrmLineTest, ResetAsksNothingAndKeepsTheFrames) {
   EXPECT_TRUE(platform->dialogs.messages.empty());
 }
 
-// During work the menu leads to this window alone, its buttons work, and a file waits for the work's end, with
-// what stood there when it was asked for.
+// During work the menu leads to this window alone, its buttons work, and a file waits for the work's end,
+// with what stood there when it was asked for.
 TEST_F(FrmLineTest, ItWorksWhileAnExchangeRuns) {
   MDIForm1& frame = MainWindow(*app);
   std::string csv;

@@ -61,24 +61,31 @@ TEST(FrameMeaningTest, RequestsAndRepliesInWords) {
        "Reads input 0024, length 1: measured.alarms CH1",
        "Answer in 40 ms, length 1: measured.alarms CH1 = 1000000000000000"},
       {{"01 06 01 50 00 01 00 00", "01 06 01 50 00 01 00 00"},
-       "Writes 0150, length 1: command.store = 1", "Write confirmed in 40 ms"},
+       "Writes 0150, length 1: command.store = 1",
+       "Write confirmed in 40 ms"},
       {{"01 10 00 D2 00 02 04 00 00 17 A2 00 00", "01 10 00 D2 00 02 00 00"},
-       "Writes 00D2, length 2: process.outer_diameter CH1 = 60.50", "Write confirmed in 40 ms"},
+       "Writes 00D2, length 2: process.outer_diameter CH1 = 60.50",
+       "Write confirmed in 40 ms"},
       {{"01 03 70 00 00 01 00 00", "01 83 02 C0 F1", kException},
-       "Reads 7000, length 1", "Refused: exception 02 (no such address)"},
+       "Reads 7000, length 1",
+       "Refused: exception 02 (no such address)"},
       {{kReadDiameter, "01 83 63 00 00", kException, 40, 2},
-       "Repeat 2: Reads 00D2, length 2: process.outer_diameter CH1", "Refused: exception 63 (not known)"},
+       "Repeat 2: Reads 00D2, length 2: process.outer_diameter CH1",
+       "Refused: exception 63 (not known)"},
       {{kReadDiameter, "", kSilence, 144}, nullptr, "No reply within 144 ms"},
       {{kReadDiameter, "01 03 04", kShort}, nullptr, "Cut short: 3 of 9 bytes"},
       {{"01 10 00 D2 00 02 04 00 00 17 A2 00 00", "01", kShort}, nullptr, "Cut short: 1 of 8 bytes"},
       {{"01 03 00 D6 00 01 00 00", "01 03 02 00 01 79 85", kBadCheck},
-       nullptr, "Wrong frame check: 79 85 instead of 79 84"},
+       nullptr,
+       "Wrong frame check: 79 85 instead of 79 84"},
       {{kReadDiameter, "01 04 04", kWrongFunction}, nullptr, "Reply to function 04 instead of 03"},
       {{kReadDiameter, "05 03 04 00 00 17 A2 00 00", kOtherStation},
-       nullptr, "Signed by station 5 instead of 1"},
+       nullptr,
+       "Signed by station 5 instead of 1"},
       {{kReadDiameter, "05 03 04 00 00 17 A2 00 00"}, nullptr, "Signed by station 5 instead of 1"},
       {{"01 06 01 5C 00 01 00 00", "01 06 01 5C 00 00 00 00", kOtherEcho},
-       "Writes 015C, length 1: maintenance.test_mode = (1)", "Repeats 00 00 instead of 00 01"},
+       "Writes 015C, length 1: maintenance.test_mode = (1)",
+       "Repeats 00 00 instead of 00 01"},
       {{kReadDiameter, "", kPortFault, 3}, nullptr, "The port failed after 3 ms"},
       {{"01 2B 0E 01 00 00 00 00", "", kSilence}, "Function 2B", nullptr},
       // What no meter would send is told all the same.
@@ -91,8 +98,12 @@ TEST(FrameMeaningTest, RequestsAndRepliesInWords) {
     const auto meaning = [&](std::size_t i) {
       return FrameMeaning(t.app, t.app.line->Frame(i), Telling::kShort);
     };
-    if (c.request != nullptr) EXPECT_EQ(meaning(0), c.request);
-    if (c.outcome != nullptr) EXPECT_EQ(meaning(1), c.outcome) << c.sent.reply;
+    if (c.request != nullptr) {
+      EXPECT_EQ(meaning(0), c.request);
+    }
+    if (c.outcome != nullptr) {
+      EXPECT_EQ(meaning(1), c.outcome) << c.sent.reply;
+    }
   }
 }
 
@@ -142,7 +153,7 @@ TEST_F(LineFilesTest, RowsAddUpByStation) {
   const std::vector<LineRow> rows = LineRows(*t.app.line);
   ASSERT_EQ(rows.size(), 3u);
   // 15 + 8 + 13 bytes in 200 ms, of which the line carried them for 11 / 9.6 ms each.
-  const std::vector<std::string> all{"2", "1", "1", "1", "0", "0", "1",  "0",   "0",
+  const std::vector<std::string> all{"2", "1", "1",  "1",  "0",  "0",  "1",   "0",   "0",
                                      "0", "0", "30", "30", "24", "12", "180", "20.6"};
   EXPECT_EQ(rows[0].figures, all);
   EXPECT_EQ(rows[0].figures.size() + 1, LineColumns().size());
@@ -200,9 +211,9 @@ TEST(LineFaultsTest, EachFaultOfTheLineHasItsOutcome) {
   const struct {
     const char* fault;
     AttemptEnd end;
-  } cases[] = {{"silence", kSilence},       {"one-byte", kShort},   {"short", kShort},
-               {"crc", kBadCheck},          {"exception=2", kException},
-               {"function", kWrongFunction}, {"unplug", kPortFault}, {"station", kOtherStation}};
+  } cases[] = {{"silence", kSilence},  {"one-byte", kShort},        {"short", kShort},
+               {"crc", kBadCheck},     {"exception=2", kException}, {"function", kWrongFunction},
+               {"unplug", kPortFault}, {"station", kOtherStation}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.fault);
     TestApp t;
@@ -212,8 +223,8 @@ TEST(LineFaultsTest, EachFaultOfTheLineHasItsOutcome) {
     t.platform.Arm(std::string(c.fault) + "*9");
     RegisterData data;
     const bool stations = c.end == kOtherStation;
-    EXPECT_FALSE(ReadRegisters(t.app, {2, stations ? kModeStations : kModeOrdinary}, {.address = 0x0100, .count = 2},
-                               data));
+    EXPECT_FALSE(ReadRegisters(t.app, {2, stations ? kModeStations : kModeOrdinary},
+                               {.address = 0x0100, .count = 2}, data));
     const LineTotals& totals = t.app.line->Of(2);
     EXPECT_EQ(totals.failed, 1);
     EXPECT_EQ(totals.exchanges, 1);
