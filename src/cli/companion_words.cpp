@@ -133,7 +133,7 @@ std::span<const Companion::Word> Companion::Words() {
        &Companion::WordExpect},
       {"await", "MS NAME [HOW] TEXT", 3, 4, "the same, but it may take so long until it is so",
        &Companion::WordAwait},
-      {"line", "[WHAT [N|FILE]]", 0, 2,
+      {"line", "[WHAT [ARGUMENT]]", 0, 2,
        "tell the line's figures by station; WHAT: frames [N], reset, csv FILE, save FILE",
        &Companion::WordLine},
       {"quit", "", 0, 0, "end the script here; nothing is asked, nothing is saved", &Companion::WordQuit},

@@ -33,14 +33,12 @@ std::string Hex(unsigned value, int digits) {
 
 // What a request is about, by its head.
 struct Asked {
-  int station;
   int function;
   RegisterSpan span;
   int word;  // the count, or the value of function 06
 
   explicit Asked(const std::array<std::uint8_t, LineFrame::kHeadBytes>& head)
-      : station(head[0]),
-        function(head[1]),
+      : function(head[1]),
         span{.function = head[1] == kReadInput ? ReadFunction::kInput : ReadFunction::kHolding,
              .address = BytesToUInt16(head[2], head[3])},
         word(BytesToUInt16(head[4], head[5])) {
@@ -146,10 +144,6 @@ std::string ShortText(const App& app, const LineFrame& frame, const Asked& asked
 std::string OutcomeText(const App& app, const LineFrame& frame, const Asked& asked, Telling telling) {
   switch (frame.end) {
     case AttemptEnd::kAnswered:
-      // Only of several stations on a line does who asks look at who has signed.
-      if (asked.station != 0 && !frame.bytes.empty() && frame.bytes[0] != asked.station) {
-        return DifferenceText(app, text::kFrameStation, frame, 0, false);
-      }
       return AnswerText(app, frame, asked, telling);
     case AttemptEnd::kSilence:
       return FormatText(app.Text(text::kFrameNone), {std::to_string(frame.took_ms)});

@@ -19,6 +19,15 @@ bool IsAnswer(AttemptEnd end) { return end == AttemptEnd::kAnswered || end == At
 // As it goes onto the line.
 int StationByte(int station) { return station & 0xFF; }
 
+// Station 0 is whoever is on the line.
+AttemptEnd CountedEnd(const LineAttempt& attempt) {
+  if (attempt.end != AttemptEnd::kAnswered || attempt.request.empty() || attempt.reply.empty()) {
+    return attempt.end;
+  }
+  const bool foreign = attempt.request[0] != 0 && attempt.reply[0] != attempt.request[0];
+  return foreign ? AttemptEnd::kOtherStation : attempt.end;
+}
+
 std::int64_t& EndedIn(LineTotals& totals, AttemptEnd end) {
   return totals.ends[static_cast<std::size_t>(end)];
 }
@@ -65,8 +74,9 @@ void LineTotals::Add(const LineTotals& others) {
 LineRecord::LineRecord(Clock& clock) : clock_(clock), since_(clock.Now()) {}
 
 void LineRecord::Add(const LineAttempt& attempt) {
-  Count(attempt);
-  Keep(attempt);
+  last_counted_ = CountedEnd(attempt);
+  Count(attempt, last_counted_);
+  Keep(attempt, last_counted_);
   ++attempts_;
   ++revision_;
   last_end_ = attempt.end;
@@ -75,11 +85,11 @@ void LineRecord::Add(const LineAttempt& attempt) {
   last_of_exchange_ = attempt.last;
 }
 
-void LineRecord::Count(const LineAttempt& attempt) {
+void LineRecord::Count(const LineAttempt& attempt, AttemptEnd end) {
   if (stations_.empty()) first_ms_ = attempt.sent_ms;
   last_ms_ = attempt.ended_ms;
   LineTotals& totals = stations_[StationByte(attempt.station)];
-  ++EndedIn(totals, attempt.end);
+  ++EndedIn(totals, end);
   if (attempt.number > 0) ++totals.repeats;
   if (attempt.last) ++totals.exchanges;
   if (attempt.last && attempt.end != AttemptEnd::kAnswered) ++totals.failed;
@@ -89,10 +99,10 @@ void LineRecord::Count(const LineAttempt& attempt) {
     const auto bytes = static_cast<double>(attempt.request.size() + attempt.reply.size());
     totals.carried_ms += bytes * bits_per_byte_ * 1000 / speed_;
   }
-  if (IsAnswer(attempt.end)) totals.answers.Add(attempt.ended_ms - attempt.sent_ms);
+  if (IsAnswer(end)) totals.answers.Add(attempt.ended_ms - attempt.sent_ms);
 }
 
-void LineRecord::Keep(const LineAttempt& attempt) {
+void LineRecord::Keep(const LineAttempt& attempt, AttemptEnd end) {
   const LocalTime wall = clock_.Now();
   const std::int64_t now = clock_.NowMs();
   const auto next = [&](std::int64_t at_ms, std::span<const std::uint8_t> bytes) -> LineFrame& {
@@ -104,7 +114,7 @@ void LineRecord::Keep(const LineAttempt& attempt) {
   next(attempt.sent_ms, attempt.request).way = FrameWay::kSent;
   LineFrame& outcome = next(attempt.ended_ms, attempt.reply);
   outcome.way = attempt.reply.empty() ? FrameWay::kNothing : FrameWay::kReceived;
-  outcome.end = attempt.end;
+  outcome.end = end;
   outcome.took_ms = attempt.ended_ms - attempt.sent_ms;
 }
 
@@ -128,11 +138,11 @@ LineFrame& LineRecord::NextFrame(const LineAttempt& attempt, std::span<const std
 void LineRecord::CorrectLast(AttemptEnd end) {
   if (stations_.empty() || end == last_end_) return;
   LineTotals& totals = stations_[last_station_];
-  --EndedIn(totals, last_end_);
+  --EndedIn(totals, last_counted_);
   ++EndedIn(totals, end);
   if (last_of_exchange_ && last_end_ == AttemptEnd::kAnswered) ++totals.failed;
-  if (IsAnswer(last_end_) && !IsAnswer(end)) totals.answers.Remove(last_took_ms_);
-  last_end_ = end;
+  if (IsAnswer(last_counted_) && !IsAnswer(end)) totals.answers.Remove(last_took_ms_);
+  last_end_ = last_counted_ = end;
   frames_[static_cast<std::size_t>(frames_ever_ - 1) % kFrames].end = end;
   ++revision_;
 }

@@ -24,7 +24,7 @@ enum class AttemptEnd : std::uint8_t {
   kException,      // the meter refused; the reply's third byte is its code
   kWrongFunction,  // a reply with a function that was not asked
   kBadCheck,       // the frame check was wrong
-  kOtherStation,   // a whole reply that another station has signed
+  kOtherStation,   // a whole reply that another station has signed; the record knows it by itself too
   kPortFault,      // the port failed
   kOtherEcho,      // a whole reply to a write that repeats something else than was sent
 };
@@ -64,10 +64,12 @@ class AnswerTimes {
 
 // What went over the line to and from one station, or all of them.
 struct LineTotals {
-  std::int64_t exchanges = 0;                     // that have ended
-  std::int64_t repeats = 0;                       // attempts behind the first one of their exchange
-  std::int64_t failed = 0;                        // exchanges whose last attempt was not answered
-  std::array<std::int64_t, kAttemptEnds> ends{};  // attempts by how they ended
+  std::int64_t exchanges = 0;  // that have ended
+  std::int64_t repeats = 0;    // attempts behind the first one of their exchange
+  std::int64_t failed = 0;     // exchanges whose last attempt was not answered
+  // Attempts by how they ended. A reply that another station has signed, and that was taken all the same,
+  // counts as kOtherStation, and its exchange has not failed.
+  std::array<std::int64_t, kAttemptEnds> ends{};
   std::int64_t sent_bytes = 0;
   std::int64_t received_bytes = 0;
   double carried_ms = 0;  // in which the line carried these bytes, at the speed it had
@@ -144,8 +146,8 @@ class LineRecord {
   std::int64_t FramesEver() const { return frames_ever_; }
 
  private:
-  void Count(const LineAttempt& attempt);
-  void Keep(const LineAttempt& attempt);
+  void Count(const LineAttempt& attempt, AttemptEnd end);
+  void Keep(const LineAttempt& attempt, AttemptEnd end);
   LineFrame& NextFrame(const LineAttempt& attempt, std::span<const std::uint8_t> bytes);
 
   Clock& clock_;
@@ -160,8 +162,9 @@ class LineRecord {
   int speed_ = 0;
   int bits_per_byte_ = 0;
 
-  // Of the attempt told last.
+  // Of the attempt told last: how it ended as it was told, and as it is counted.
   AttemptEnd last_end_ = AttemptEnd::kAnswered;
+  AttemptEnd last_counted_ = AttemptEnd::kAnswered;
   int last_station_ = 0;
   std::int64_t last_took_ms_ = 0;
   bool last_of_exchange_ = true;

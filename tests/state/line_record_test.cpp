@@ -24,12 +24,16 @@ class LineRecordTest : public testing::Test {
                const Bytes& reply = kReply) {
     const std::int64_t sent = time.NowMs();
     time.Sleep(static_cast<int>(took_ms));
+    Bytes request = kRequest;
+    request[0] = static_cast<std::uint8_t>(station);
+    Bytes signed_reply = reply;
+    signed_reply[0] = request[0];
     record.Add({.station = station,
                 .number = number,
                 .sent_ms = sent,
                 .ended_ms = time.NowMs(),
-                .request = kRequest,
-                .reply = end == kSilence ? Bytes{} : reply,
+                .request = request,
+                .reply = end == kSilence ? Bytes{} : signed_reply,
                 .end = end,
                 .last = last});
   }
@@ -123,6 +127,25 @@ TEST_F(LineRecordTest, WhatTheAskerFindsInTheReplyCorrectsTheCount) {
   EXPECT_TRUE(record.Stations().empty()) << "it belongs to what was reset";
 }
 
+// Only who polls several stations looks at who has signed; the record always does.
+TEST_F(LineRecordTest, AForeignReplyIsNamedAlsoWhereItIsTaken) {
+  const auto add = [&](std::uint8_t asked, std::uint8_t signed_by) {
+    const Bytes request{asked, 3, 0, 0xD0, 0, 1, 0, 0};
+    const Bytes reply{signed_by, 3, 2, 0, 1, 0, 0};
+    record.Add({.station = asked, .sent_ms = 0, .ended_ms = 30, .request = request, .reply = reply});
+  };
+  add(0, 5);
+  EXPECT_EQ(record.Of(0).Ended(kAnswered), 1) << "whoever is there";
+  add(1, 5);
+  EXPECT_EQ(record.Of(1).Ended(kOtherStation), 1);
+  EXPECT_EQ(record.Of(1).failed, 0);
+  EXPECT_EQ(record.Of(1).answers.Count(), 0);
+  EXPECT_EQ(record.LastEnd(), kAnswered) << "as it was told";
+  record.CorrectLast(kOtherStation);
+  EXPECT_EQ(record.Of(1).Ended(kOtherStation), 1);
+  EXPECT_EQ(record.Of(1).failed, 1);
+}
+
 TEST_F(LineRecordTest, ResetCountsAnewAndKeepsTheFrames) {
   Attempt(3, kAnswered, 40);
   time.Sleep(5000);
@@ -165,7 +188,7 @@ TEST_F(LineRecordTest, FramesTellWhenAndForWhat) {
 
 TEST_F(LineRecordTest, TheRingKeepsTheLastFramesInOrder) {
   for (int i = 1; i <= 1003; ++i) {
-    Attempt(1 + i % 31, kAnswered, 1, 0, true, {static_cast<std::uint8_t>(i % 251)});
+    Attempt(1 + i % 31, kAnswered, 1, 0, true, {0, static_cast<std::uint8_t>(i % 251)});
     ASSERT_EQ(record.FrameCount(), std::min<std::size_t>(2u * static_cast<unsigned>(i), LineRecord::kFrames));
   }
   EXPECT_EQ(record.FramesEver(), 2006);
@@ -174,7 +197,7 @@ TEST_F(LineRecordTest, TheRingKeepsTheLastFramesInOrder) {
     ASSERT_EQ(frame.number, 1007 + static_cast<std::int64_t>(i));
     ASSERT_EQ(frame.way, i % 2 == 0 ? FrameWay::kSent : FrameWay::kReceived);
     if (frame.way == FrameWay::kReceived) {
-      ASSERT_EQ(frame.bytes.front(), frame.number / 2 % 251);
+      ASSERT_EQ(frame.bytes[1], frame.number / 2 % 251);
     }
   }
   EXPECT_THROW(static_cast<void>(LineRecord(time).Frame(0)), std::out_of_range);
