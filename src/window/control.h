@@ -357,8 +357,8 @@ class Grid : public Control {
   int Columns() const { return static_cast<int>(widths_.size()); }
   const std::string& Cell(int row, int column) const;
   void SetCell(int row, int column, const std::string& text);
-  // Takes rows away behind the head, at most all; those behind them move up and keep what they hold. Who looks
-  // at them goes on seeing the same ones.
+  // Takes rows away behind the head, at most all; those behind them move up and keep what they hold. Who
+  // looks at them goes on seeing the same ones.
   void DropRows(int count);
   // Rows that were taken away so far.
   std::int64_t DroppedRows() const { return dropped_rows_; }
