@@ -81,6 +81,8 @@ std::span<const Step> SystemSteps();
 std::span<const Step> DetailSteps();
 std::span<const Step> MeasureSteps();
 std::span<const Step> StationSteps();
+// The line's window while stations are polled.
+std::span<const Step> LineSteps();
 std::span<const Step> CalcSteps();
 std::span<const Step> TransitSteps();
 // Event-driven timing.

@@ -25,7 +25,8 @@ struct MenuWindow {
 };
 constexpr MenuWindow kMenuWindows[] = {{"FrmCSet", &MDIForm1::ComPort},
                                        {"frmCalc", &MDIForm1::calcSensorSpacing},
-                                       {"frmAbout", &MDIForm1::versionInfo}};
+                                       {"frmAbout", &MDIForm1::versionInfo},
+                                       {"frmLine", &MDIForm1::mnuLine}};
 
 // A whole number without a sign that is not quoted.
 std::optional<int> NumberOf(const Argument& argument) {
@@ -134,6 +135,9 @@ std::span<const Companion::Word> Companion::Words() {
        &Companion::WordExpect},
       {"await", "MS NAME [HOW] TEXT", 3, 4, "the same, but it may take so long until it is so",
        &Companion::WordAwait},
+      {"line", "[WHAT [ARGUMENT]]", 0, 2,
+       "tell the line's figures by station; WHAT: frames [N], reset, csv FILE, save FILE",
+       &Companion::WordLine},
       {"quit", "", 0, 0, "end the script here; nothing is asked, nothing is saved", &Companion::WordQuit},
       {"end", "", 0, 0, "the same", &Companion::WordQuit},
   };

@@ -42,7 +42,7 @@ constexpr const char* kMore =
     "\n"
     "Output is one line an event, its fields separated by tabs: status NAME TEXT, message TEXT ANSWER,\n"
     "file open|save PATH, show NAME TEXT STATE VALUE, refused NAME REASON,\n"
-    "operation NAME EXCHANGES FAILED REASON.\n"
+    "operation NAME EXCHANGES FAILED REASON, line STATION FIGURE..., frame TIME WAY STATION BYTES MEANING.\n"
     "\n"
     "Exit status: 0 when all went well; 1 when an expect differs, a gesture could not be made, or, behind "
     "strict,\n"

@@ -111,6 +111,7 @@ bool FinishFailed(Exchange& x) {
 
 void Exchange::Send() {
   arrived.clear();
+  told = false;
   sent_ms = app.platform.clock.NowMs();
   Port().DiscardInput();
   Port().DiscardOutput();
@@ -122,7 +123,12 @@ std::uint8_t Exchange::Take() {
   return arrived.back();
 }
 
-void Exchange::Tell(AttemptEnd end) const {
+void Exchange::Tell(AttemptEnd end) {
+  if (told) {
+    app.line->CorrectLast(end);
+    return;
+  }
+  told = true;
   const bool last = end == AttemptEnd::kAnswered || end == AttemptEnd::kPortFault || IsLastAttempt();
   app.line->Add({.station = tx[0],
                  .number = attempt,

@@ -35,6 +35,7 @@ struct Exchange {
   int attempt = 0;
   std::int64_t sent_ms = 0;
   Frame arrived = {};
+  bool told = false;  // the record of the line knows how it ended
 
   SerialPort& Port() const { return app.platform.port; }
   void GiveWay() const { app.platform.events.GiveWay(app.platform.clock.NowMs()); }
@@ -43,8 +44,9 @@ struct Exchange {
   void Send();
   // Takes one byte of the reply.
   std::uint8_t Take();
-  // Tells the record of the line how the attempt ended. What arrived is in `arrived`.
-  void Tell(AttemptEnd end) const;
+  // Tells the record of the line how the attempt ended. What arrived is in `arrived`. An attempt that was told
+  // already has ended otherwise after all.
+  void Tell(AttemptEnd end);
 };
 
 // Clears LastErrorText and writes the check of tx.

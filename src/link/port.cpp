@@ -7,6 +7,7 @@
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "state/line_pace.h"
+#include "state/line_record.h"
 #include "values/number_text.h"
 
 namespace vlt {
@@ -101,6 +102,7 @@ void OpenPort(App& app, int port, const std::string& settings, bool& result) {
     app.state.OpenedPort = port;
     app.state.OpenedDevice = device.DeviceBehind(port);
     app.state.OpenedSettings = settings;
+    app.line->Opened(settings);
   } catch (const PortFault& fault) {
     app.state.PortFaultReason = PortFaultText(app, fault, port, settings);
     Try([&] { device.Close(); });

@@ -2,6 +2,7 @@
 #include "link/registers.h"
 
 #include "resources/text_ids.h"
+#include "state/line_record.h"
 #include "values/codecs.h"
 
 namespace vlt {
@@ -10,10 +11,12 @@ namespace {
 constexpr std::size_t kReplyHead = 3;  // station, function, count
 constexpr std::size_t kCheckBytes = 2;
 
-WriteResult Judge(const Frame& request, const Frame& reply, bool answered, bool repeated) {
+WriteResult Judge(App& app, const Frame& request, const Frame& reply, bool answered, bool repeated) {
   if (!answered)
     return reply[1] == (request[1] | kExceptionBit) ? WriteResult::kRefused : WriteResult::kNoReply;
-  return repeated ? WriteResult::kProven : WriteResult::kOtherEcho;
+  if (repeated) return WriteResult::kProven;
+  app.line->CorrectLast(AttemptEnd::kOtherEcho);
+  return WriteResult::kOtherEcho;
 }
 
 }  // namespace
@@ -38,7 +41,7 @@ WriteResult WriteRegister(App& app, const Target& target, int address, int value
   Frame request = WriteRegisterRequest(target.station, address, value);
   Frame reply = ReplyFor(request);
   const bool answered = SendReceive(app, request, reply, target.mode);
-  return Judge(request, reply, answered, answered && EchoWordMatch(reply, value & 0xFFFF, 1));
+  return Judge(app, request, reply, answered, answered && EchoWordMatch(reply, value & 0xFFFF, 1));
 }
 
 WriteResult WriteRegister(App& app, int address, int value) {
@@ -58,7 +61,8 @@ WriteResult WriteRegisters(App& app, const Target& target, int address, std::spa
   Frame request = WriteRegistersRequest(target.station, address, data);
   Frame reply = ReplyFor(request);
   const bool answered = SendReceive(app, request, reply, target.mode);
-  return Judge(request, reply, answered, answered && EchoWordEqual(reply, static_cast<int>(data.size() / 2)));
+  return Judge(app, request, reply, answered,
+               answered && EchoWordEqual(reply, static_cast<int>(data.size() / 2)));
 }
 
 WriteResult WriteRegisters(App& app, int address, std::span<const std::uint8_t> data) {

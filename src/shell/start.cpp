@@ -15,6 +15,7 @@
 #include "shell/frame_facts.h"
 #include "shell/frm_about.h"
 #include "shell/frm_cset.h"
+#include "shell/frm_line.h"
 #include "shell/frm_mssg.h"
 #include "shell/mdi_form1.h"
 #include "shell/splash.h"
@@ -67,6 +68,7 @@ void RegisterShellWindows(App& app) {
   RegisterWindow<frmMssg>(app, "frmMssg");
   RegisterWindow<frmAbout>(app, "frmAbout");
   RegisterWindow<FrmCSet>(app, "FrmCSet");
+  RegisterWindow<frmLine>(app, "frmLine");
   RegisterPart<FrameFacts>(app, "MDIForm1");
   RegisterPart<CSetDevices, FrmCSet>(app, "FrmCSet");
   RegisterPart<CSetSearch, FrmCSet>(app, "FrmCSet");

@@ -11,7 +11,7 @@ App::App(Platform& machine)
     : platform(machine),
       slots(state),
       windows(machine),
-      line(std::make_unique<LineRecord>()),
+      line(std::make_unique<LineRecord>(machine.clock)),
       pace(std::make_unique<LinePace>()) {}
 
 App::~App() = default;

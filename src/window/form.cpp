@@ -16,6 +16,11 @@ bool FormHooks::IsChoice(const Control& control) const {
   return false;
 }
 
+bool FormHooks::StaysUsable(const Control& control) const {
+  (void)control;
+  return false;
+}
+
 Form::Form(Windows& windows, std::string name, FormPlace place)
     : windows_(windows), name_(std::move(name)), place_(place) {}
 

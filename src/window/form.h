@@ -55,6 +55,8 @@ class FormHooks {
   virtual bool IsMasterBox(const Control& control) const;
   // True while a live read of this window is running.
   virtual bool IsLive() const { return false; }
+  // True for a button that touches neither the line nor a meter: it stays usable under every lock.
+  virtual bool StaysUsable(const Control& control) const;
   // True for the option buttons that choose what is looked at.
   virtual bool IsChoice(const Control& control) const;
 };
@@ -186,6 +188,8 @@ class Windows {
   int MousePointer() const { return pointer_; }
   void SetMousePointer(int pointer);
 
+  // The handler that asks runs inside another one, which waits for its end.
+  bool IsInside() const { return depth_ > 1; }
   // Every event enters the logic through here.
   void Run(const std::function<void()>& handler);
 

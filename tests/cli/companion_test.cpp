@@ -477,6 +477,40 @@ TEST(Companion, OperationsTellWhatFailedOnTheLine) {
   }
 }
 
+// What the line did, as a program reads it: the figures and frames, and the files of the window.
+TEST(Companion, TheLineIsToldAndSaved) {
+  Session session;
+  session.machine.Arm("silence@00D0H/03*1");
+  EXPECT_EQ(
+      session.Run("start\nline reset\nopen Form10\nwait\nline reset\ntick chkCheck\npress ReadParameter\n"
+                  "line\nline frames 3\nline csv /data/line.csv\nline save /data/frames.txt\n"),
+      0)
+      << session.trouble;
+  EXPECT_TRUE(session.ToldPart("line\tall\t3\t1\t0\t1\t0\t")) << ::testing::PrintToString(session.output);
+  EXPECT_TRUE(session.ToldPart("line\t1\t3\t1\t0\t1\t0\t"));
+  const auto frames = std::count_if(session.output.begin(), session.output.end(),
+                                    [](const std::string& line) { return line.starts_with("frame\t"); });
+  EXPECT_EQ(frames, 3);
+  EXPECT_TRUE(session.ToldPart("\treceived\t1\t01 03 "));
+  EXPECT_TRUE(session.machine.files.files["/data/line.csv"].find("\r\nAll,3,1,0,1,0,") != std::string::npos);
+  EXPECT_TRUE(session.machine.files.files["/data/frames.txt"].find("No reply within") != std::string::npos);
+
+  const struct {
+    const char* line;
+    int status;
+    const char* trouble;
+  } wrong[] = {{"line frames many", 2, "many is no whole number"},
+               {"line csv", 2, "it is written: line ["},
+               {"line reset now", 2, "it is written: line ["},
+               {"line wave", 2, "line does not know wave"},
+               {"line csv /app/VLT.ini", 1, "line: /app/VLT.ini holds the program's settings"}};
+  for (const auto& c : wrong) {
+    Session refused;
+    EXPECT_EQ(refused.Run(std::string("start\n") + c.line), c.status) << c.line;
+    EXPECT_NE(refused.trouble.find(c.trouble), std::string::npos) << refused.trouble;
+  }
+}
+
 TEST(Companion, AnOperationWithoutAPortIsAFailure) {
   Session session;
   session.machine.sockets.clear();
