@@ -358,7 +358,19 @@ std::string GetPortDevice(App& app, int number) {
   return std::string(Trim(CutAtNul(profile.GetString("PORTS", "COM" + std::to_string(number), ""))));
 }
 
+std::string PortDeviceInForce(App& app, int number) {
+  const auto moved = app.state.MovedPorts.find(number);
+  return moved == app.state.MovedPorts.end() ? GetPortDevice(app, number) : moved->second;
+}
+
+bool GetLogSync(App& app) {
+  ProfileFile profile;
+  ReadProfile(app.platform.files, CommPath(app), profile);
+  return profile.GetInt("LOG", "SYNC", 0) == 1;
+}
+
 FileError SetPortDevice(App& app, int number, const std::string& device) {
+  app.state.MovedPorts.erase(number);
   return SetBootstrapKey(app, "PORTS", "COM" + std::to_string(number), device);
 }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "link/port_return.h"
 #include "values/codecs.h"
 
 namespace vlt {
@@ -158,6 +159,7 @@ void EndByFault(App& app, const PortFault& fault) {
   app.state.LastErrorText = "[RECEIVE ERROR(" + std::to_string(fault.Number()) + ")]";
   try {
     if (fault.Code() == PortFaultCode::kRemoved) {
+      NoteLoss(app);
       app.state.PortIsOpen = false;
       app.platform.port.Close();
     } else {

@@ -6,7 +6,9 @@
 #include "meter/system_table.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "shell/found_runs.h"
 #include "shell/frame_facts.h"
+#include "shell/port_watch.h"
 #include "state/tested_meters.h"
 
 namespace vlt {
@@ -92,6 +94,7 @@ void MDIForm1::Form_Activate() {
 
 void MDIForm1::ShowFacts() {
   if (auto* facts = Part<FrameFacts>()) facts->Show();
+  if (auto* watch = Part<PortWatch>()) watch->Follow();
 }
 
 void MDIForm1::ShowMeter() {
@@ -139,6 +142,7 @@ void MDIForm1::Dress() {
   ShowTestState();
   ShowPvButton();
   ShowFacts();
+  if (auto* runs = Part<FoundRuns>()) runs->Show();
 }
 
 void MDIForm1::ShowTestState() {
