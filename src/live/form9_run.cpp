@@ -184,8 +184,9 @@ void Form9::AcquireOnce() {
 void Form9::ShowState(int text_id, bool with_error) {
   std::string text = app().Text(text_id);
   if (with_error) {
-    text += " " + app().state.LastErrorText;
-    if (run_.Waiting()) text += " " + run_.WaitText();
+    const std::string& error = app().state.LastErrorText;
+    text += " " + error;
+    if (run_.Waiting()) text += (error.empty() ? "" : " ") + run_.WaitText();
     const bool gone =
         !run_.Waiting() && !app().platform.port.IsOpen() && !app().state.PortFaultReason.empty();
     if (gone) text += " " + app().state.PortFaultReason;
