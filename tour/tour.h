@@ -81,6 +81,9 @@ std::span<const Step> StationSteps();
 std::span<const Step> CalcSteps();
 std::span<const Step> TransitSteps();
 std::span<const Step> EndSteps();
+// A start behind runs that were cut off, and a port that is lost: CutOffSteps lays what the start finds.
+std::span<const Step> CutOffSteps();
+std::span<const Step> HealSteps();
 // The firmware tool from the choice at the start to the program's end.
 std::span<const Step> FirmwareSteps();
 // What differs between the hardware variants: the splash alone, and the end.

@@ -43,6 +43,10 @@ std::vector<Walk> AllWalks(int stations) {
                      lang_flag,
                      {vlt::test::SplashSteps(), vlt::test::StationSteps(), vlt::test::LeaveSteps()},
                      stations});
+    walks.push_back({"M627",
+                     lang_flag,
+                     {vlt::test::CutOffSteps(), vlt::test::SplashSteps(), vlt::test::HealSteps(),
+                      vlt::test::LeaveSteps()}});
   }
   return walks;
 }
