@@ -53,6 +53,12 @@ void Follow(App& app, const Sighting& found) {
   }
 }
 
+// The machine's ports were looked at within the last second.
+bool HasLooked(App& app) {
+  const std::optional<std::int64_t>& looked = app.state.Lost.looked_ms;
+  return looked && app.platform.clock.NowMs() - *looked < kLookMs;
+}
+
 void CloseQuietly(App& app) {
   try {
     app.platform.port.Close();
@@ -78,7 +84,10 @@ Sighting FindAdapter(const LostPort& lost, std::span<const PortInfo> present) {
 
 void NoteOpened(App& app, int port) {
   LostPort& lost = app.state.Lost;
-  lost = {.port = port, .device = app.platform.port.DeviceBehind(port)};
+  const std::string device = app.platform.port.DeviceBehind(port);
+  // A search opens one port again and again.
+  if (!lost.away && lost.port == port && lost.device == device && HasLooked(app)) return;
+  lost = {.port = port, .device = device, .looked_ms = app.platform.clock.NowMs()};
   const std::vector<PortInfo> present = app.platform.process.Ports();
   for (const PortInfo& info : present) {
     if (LeadsTo(app, lost.device, info.device)) lost.adapter = info;
@@ -122,8 +131,7 @@ Sighting LookForPort(App& app) {
 }
 
 std::optional<Sighting> LookForPortInTurn(App& app) {
-  const std::optional<std::int64_t>& looked = app.state.Lost.looked_ms;
-  if (looked && app.platform.clock.NowMs() - *looked < kLookMs) return std::nullopt;
+  if (HasLooked(app)) return std::nullopt;
   return LookForPort(app);
 }
 

@@ -24,8 +24,8 @@ inline constexpr int kLinkLost = 4733;
 inline constexpr int kStationOther = 4734;
 
 // Runs that ended without Stop.
-inline constexpr int kRunsFound = 4740;      // %1 file, %2 its last record, %3 its length
-inline constexpr int kRunsFoundMore = 4741;  // %1 how many more
+inline constexpr int kRunFound = 4740;   // %1 the run, as kRunInShort
+inline constexpr int kRunsFound = 4741;  // the same for several: %1 the latest, %2 how many
 inline constexpr int kRunsTitle = 4742;
 inline constexpr int kRunFile = 4743;
 inline constexpr int kRunPage = 4744;
@@ -40,5 +40,7 @@ inline constexpr int kRunGone = 4752;      // %1 why the file can't be read
 inline constexpr int kRunsShow = 4753;     // button
 inline constexpr int kRunsSeen = 4754;     // button
 inline constexpr int kRunsExplained = 4756;
+inline constexpr int kRunInShort = 4757;  // %1 file, %2 its last record, %3 how many records
+inline constexpr int kRunCount = 4758;    // %1
 
 }  // namespace vlt::text

@@ -8,15 +8,17 @@
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_heal.h"
+#include "values/text.h"
 
 namespace vlt {
 namespace {
 
 constexpr const char* kWindow = "frmFoundRuns";
 constexpr int kClose = 3274;
-constexpr std::array kColumnWidths = {6000, 1500, 2500, 2500, 4500};
-constexpr int kGridWidth = 17000;
-constexpr int kGridHeight = 4500;
+constexpr std::array kColumnWidths = {4200, 1400, 2300, 2300, 4600};  // the last one takes what is left
+constexpr int kGridWidth = 14800;
+constexpr int kGridHeight = 3600;
+constexpr std::size_t kNameChars = 40;  // of a file, that have room in the line above the pages
 
 // Captions of the pages that record.
 constexpr struct {
@@ -65,17 +67,25 @@ void FoundRuns::Form_Load() {
   Show();
 }
 
+// The latest run in short: its file, its last record, and how many there are.
+std::string FoundRuns::Latest() const {
+  std::string name = LastComponent(runs_.back().path);
+  if (CharCount(name) > kNameChars) name = std::string(FirstChars(name, kNameChars - 1)) + "…";
+  const std::string records = last_.records
+                                  ? FormatText(app_.Text(text::kRunCount), {std::to_string(*last_.records)})
+                                  : RunLengthText(app_, last_);
+  return FormatText(app_.Text(text::kRunInShort), {name, LastRecordText(app_, last_), records});
+}
+
 std::string FoundRuns::Told() const {
   if (runs_.empty()) return {};
-  const std::string told =
-      FormatText(app_.Text(text::kRunsFound),
-                 {LastComponent(runs_.back().path), LastRecordText(app_, last_), RunLengthText(app_, last_)});
-  if (runs_.size() == 1) return told;
-  return told + FormatText(app_.Text(text::kRunsFoundMore), {std::to_string(runs_.size() - 1)});
+  const int id = runs_.size() == 1 ? text::kRunFound : text::kRunsFound;
+  return FormatText(app_.Text(id), {Latest(), std::to_string(runs_.size())});
 }
 
 void FoundRuns::Show() {
   lblFoundRuns.SetCaption(Told());
+  lblFoundRuns.SetHint(runs_.empty() ? "" : runs_.back().path);
   cmdFoundRuns.SetCaption(app_.Text(text::kRunsShow));
   cmdFoundRunsSeen.SetCaption(app_.Text(text::kRunsSeen));
   for (Control* control : std::initializer_list<Control*>{&lblFoundRuns, &cmdFoundRuns, &cmdFoundRunsSeen}) {
@@ -97,6 +107,7 @@ void FoundRuns::cmdFoundRunsSeen_Click() {
 }
 
 frmFoundRuns::frmFoundRuns(App& app) : Form(app.windows, kWindow, FormPlace::kWindow), app_(app) {
+  grdRuns.on_choose = [this] { grdRuns_Choose(); };
   cmdSeen.on_click = [this] { cmdSeen_Click(); };
   cmdClose.on_click = [this] { cmdClose_Click(); };
 }
@@ -123,9 +134,17 @@ void frmFoundRuns::Form_Load() {
   int row = 0;
   for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
     const RunFile file = LookAtRun(app_, *run);
-    grdRuns.SetRow(++row, std::array{run->path, PageText(app_, run->page), run->started,
+    paths_.push_back(run->path);
+    grdRuns.SetRow(++row, std::array{LastComponent(run->path), PageText(app_, run->page), run->started,
                                      LastRecordText(app_, file), RunLengthText(app_, file)});
   }
+  grdRuns.SetSelectedRow(row == 0 ? 0 : 1);
+  grdRuns_Choose();
+}
+
+void frmFoundRuns::grdRuns_Choose() {
+  const int row = grdRuns.SelectedRow();
+  lblPath.SetCaption(row == 0 ? "" : paths_.at(static_cast<std::size_t>(row - 1)));
 }
 
 void frmFoundRuns::cmdSeen_Click() {

@@ -31,6 +31,7 @@ class FoundRuns : public FormPart {
 
  private:
   std::string Told() const;
+  std::string Latest() const;
 
   App& app_;
   std::vector<OpenRun> runs_;
@@ -42,12 +43,14 @@ class frmFoundRuns : public Form {
   explicit frmFoundRuns(App& app);
 
   void Form_Load() override;
+  void grdRuns_Choose();
   void cmdSeen_Click();
   void cmdClose_Click();
 
   Label lblExplained{*this, "lblExplained"};
   // Row 0 the heads, then the runs, the latest first.
   Grid grdRuns{*this, "grdRuns", 1, 5};
+  Label lblPath{*this, "lblPath"};  // of the chosen run's file
   PushButton cmdSeen{*this, "cmdSeen"};
   PushButton cmdClose{*this, "cmdClose"};
 
@@ -55,6 +58,7 @@ class frmFoundRuns : public Form {
   FoundRuns* Part() const;
 
   App& app_;
+  std::vector<std::string> paths_;  // by the rows of the grid, from row 1 on
 };
 
 // The time of the last record of a run, and how much there is, in the language in force; why its file cannot

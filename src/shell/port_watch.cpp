@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/port_watch.h"
 
+#include "link/port.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_heal.h"
 
@@ -17,16 +18,19 @@ PortWatch::PortWatch(App& app, Form& frame) : FormPart(frame), tmrPort(frame, "t
 }
 
 void PortWatch::Follow() {
-  const bool away = app_.state.Lost.away;
+  const bool away = IsAwaited();
   if (!away) away_ = false;
   tmrPort.SetRunning(app_.state.PortIsOpen || away);
 }
+
+// Nobody waits for a port that the settings do not name any more.
+bool PortWatch::IsAwaited() const { return app_.state.Lost.away && app_.state.Lost.port == PortNumber(app_); }
 
 // An operation or a run that has the line tells of a loss by itself.
 void PortWatch::tmrPort_Timer() {
   if (!Whole().Visible() || app_.state.UiLocked || app_.state.PvRunning != 0) return;
   const bool told = app_.state.Lost.away;
-  if (!IsPortLost(app_)) {
+  if (!IsPortLost(app_) || !IsAwaited()) {
     Follow();
     return;
   }

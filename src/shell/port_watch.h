@@ -19,6 +19,7 @@ class PortWatch : public FormPart {
   Timer tmrPort;
 
  private:
+  bool IsAwaited() const;
   void TellLoss();
   void TellSight(const Sighting& found);
   Sighting Seen();

@@ -111,13 +111,17 @@ TEST_F(FoundRunsTest, AreToldWithTheirLastRecordAndStayUntilSeen) {
   const auto before = Files();
   OpenMainWindow();
   EXPECT_EQ(Told(),
-            "A run ended without Stop: b_20261123100000.csv, last record 2026/11/23 09:00:02, 2 records (" +
-                std::to_string(half.size()) + " bytes), the last line is cut off, and 2 more");
+            "3 runs ended without Stop. The latest: b_20261123100000.csv, last record 2026/11/23 09:00:02, "
+            "2 records");
   Press("cmdFoundRuns");
   ASSERT_TRUE(IsShown("frmFoundRuns"));
   auto& grid = On<Grid>("frmFoundRuns", "grdRuns");
   ASSERT_EQ(grid.Rows(), 4);
-  EXPECT_EQ(grid.Cell(1, 0) + " " + grid.Cell(1, 1), "/data/b_20261123100000.csv PV Read");
+  EXPECT_EQ(grid.Cell(1, 0) + " " + grid.Cell(1, 1), "b_20261123100000.csv PV Read");
+  EXPECT_EQ(grid.Cell(1, 4),
+            "2 records (" + std::to_string(half.size()) + " bytes), the last line is cut off");
+  grid.Choose(3);
+  EXPECT_EQ(On<Label>("frmFoundRuns", "lblPath").Caption(), "/data/a_20261123090000.csv");
   EXPECT_EQ(grid.Cell(2, 3), "cannot be read: there is no such file");
   EXPECT_EQ(grid.Cell(3, 1) + " " + grid.Cell(3, 4),
             "MEASURE 2 records (" + std::to_string(whole.size()) + " bytes)");

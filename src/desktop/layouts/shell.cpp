@@ -64,6 +64,7 @@ constexpr LayoutItem kWait[] = {
 constexpr LayoutItem kFoundRuns[] = {
     Strip("lblExplained"),
     Wide("grdRuns"),
+    Strip("lblPath", ">"),
     Strip(">", "cmdSeen", "cmdClose"),
 };
 
