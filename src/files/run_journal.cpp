@@ -54,8 +54,9 @@ FileError Write(App& app, std::vector<OpenRun> runs) {
 // The time at the head of a record; empty for any other line. Heads of logs have no time there.
 std::string_view TimeOf(std::string_view line) {
   const std::string_view time = line.substr(0, kTimeForm.size());
-  const bool form = std::ranges::equal(
-      time, kTimeForm, [](char is, char wanted) { return wanted == '0' ? is >= '0' && is <= '9' : is == wanted; });
+  const bool form = std::ranges::equal(time, kTimeForm, [](char is, char wanted) {
+    return wanted == '0' ? is >= '0' && is <= '9' : is == wanted;
+  });
   const bool ends = line.size() > time.size() && line[time.size()] == ',';
   return form && ends ? time : std::string_view();
 }

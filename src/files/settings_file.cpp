@@ -255,6 +255,12 @@ std::string CsvDir(App& app, const char* key) {
   return ProfileValueOrDefault(buffer, kDefaultCsvDir, buffer.size());
 }
 
+bool IsSwitchedOn(App& app, const char* section, const char* key) {
+  ProfileFile profile;
+  ReadProfile(app.platform.files, CommPath(app), profile);
+  return profile.GetInt(section, key, 0) == 1;
+}
+
 FileError SetBootstrapKey(App& app, const char* section, const std::string& key, const std::string& value) {
   return ChangeProfile(app.platform.files, CommPath(app), false,
                        [&](ProfileFile& profile) { profile.SetString(section, key, value); });
@@ -363,11 +369,9 @@ std::string PortDeviceInForce(App& app, int number) {
   return moved == app.state.MovedPorts.end() ? GetPortDevice(app, number) : moved->second;
 }
 
-bool GetLogSync(App& app) {
-  ProfileFile profile;
-  ReadProfile(app.platform.files, CommPath(app), profile);
-  return profile.GetInt("LOG", "SYNC", 0) == 1;
-}
+bool GetLogSync(App& app) { return IsSwitchedOn(app, "LOG", "SYNC"); }
+
+bool GetIdentifyRuns(App& app) { return IsSwitchedOn(app, "LINK", "IDENTIFY"); }
 
 FileError SetPortDevice(App& app, int number, const std::string& device) {
   app.state.MovedPorts.erase(number);

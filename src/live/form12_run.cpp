@@ -131,8 +131,10 @@ bool Form12::AskUnits() {
 // A wait window that was closed has been cancelled.
 bool Form12::AskUnitsBehind(frmWait& wait) {
   const GoesOn goes_on = [&] { return run_.GoesOn() && app().state.WaitCancel == 0 && List().Exists(&wait); };
+  const bool identify = GetIdentifyRuns(app());
   for (Station& station : stations_) {
     station.units = AskStationUnits(app(), station.number, displays_, goes_on);
+    if (identify && goes_on()) LearnStation(app(), station);
     if (!goes_on()) return false;
     wait.pbWait.SetValue(wait.pbWait.Value() + 1);
   }

@@ -182,6 +182,7 @@ class Form9 : public PageForm {
   void BeginCycles();
   void RestartTimer();
   bool AskUnits();
+  void LearnMeter();
   void TellUnknownChannels();
   void AskChannelMode();
   void RunStopped(bool may_ask);

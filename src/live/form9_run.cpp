@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
 
+#include "files/settings_file.h"
 #include "link/device_queries.h"
 #include "link/operation.h"
 #include "link/port.h"
@@ -114,6 +115,7 @@ bool Form9::AskUnits() {
       if (run_.GoesOn()) query(app());
     }
   }
+  LearnMeter();
   BuildFlowUnitNames(app());
   BuildTotalUnitNames(app());
   BuildHeatFlowUnitNames(app());
@@ -121,6 +123,13 @@ bool Form9::AskUnits() {
   BuildTempUnitNames(app());
   BuildBaseUnitNames(app());
   return run_.GoesOn();
+}
+
+// What the session does not know of the meter yet is asked where the settings want it.
+void Form9::LearnMeter() {
+  if (mark_.id_number || !run_.GoesOn() || !GetIdentifyRuns(app())) return;
+  std::string differs;
+  ProveMeter(app(), OwnStation(app(), kModeUnitQuery), mark_, differs);
 }
 
 // The run goes on with all channels; why some of them stay silent stands in the main window's status line,

@@ -66,14 +66,17 @@ bool ReadBlock(App& app, Station& station, int ch, std::size_t block) {
   return true;
 }
 
+MeterProof Prove(App& app, Station& station, std::string& differs) {
+  return ProveMeter(app, {.station = station.number, .mode = kModeStations}, station.mark, differs);
+}
+
 // A station whose unit system is not known has no column whose unit could be wrong.
 bool IsTheSame(App& app, Station& station) {
   if (!station.doubted) return true;
   station.mark.unit_system =
       station.units.unit_flag == kUnknown ? std::nullopt : std::optional(station.units.unit_flag);
   std::string differs;
-  const MeterProof proof =
-      ProveMeter(app, {.station = station.number, .mode = kModeStations}, station.mark, differs);
+  const MeterProof proof = Prove(app, station, differs);
   station.doubted = proof != MeterProof::kSame;
   if (proof == MeterProof::kSilent) station.failure = app.state.LastErrorText;
   if (proof == MeterProof::kOther) station.failure = FormatText(app.Text(text::kStationOther), {differs});
@@ -101,6 +104,11 @@ LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays
   ask(units.heat_total, [&] { return GetHeatTotalUnitAt(app, station); });
   ask(units.temperature, [&] { return GetTempUnitAt(app, station); });
   return units;
+}
+
+void LearnStation(App& app, Station& station) {
+  std::string differs;
+  Prove(app, station, differs);
 }
 
 void PollStation(App& app, Station& station, const StationDisplays& displays, const GoesOn& goes_on) {

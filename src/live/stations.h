@@ -53,6 +53,9 @@ using GoesOn = std::function<bool()>;
 // mean nothing without.
 LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays, const GoesOn& goes_on);
 
+// Asks a station for its ID number, so that it can be told from another one behind a loss of the line.
+void LearnStation(App& app, Station& station);
+
 // One poll: the blocks that the displays need, kModeStations. A poll that a Stop has cut short is not
 // counted.
 void PollStation(App& app, Station& station, const StationDisplays& displays, const GoesOn& goes_on);

@@ -15,8 +15,8 @@ namespace {
 
 constexpr const char* kWindow = "frmFoundRuns";
 constexpr int kClose = 3274;
-constexpr std::array kColumnWidths = {4200, 1400, 2300, 2300, 4600};  // the last one takes what is left
-constexpr int kGridWidth = 14800;
+constexpr std::array kColumnWidths = {4200, 1400, 2300, 2300, 3000};  // the last one takes what is left
+constexpr int kGridWidth = 15900;
 constexpr int kGridHeight = 3600;
 constexpr std::size_t kNameChars = 40;  // of a file, that have room in the line above the pages
 

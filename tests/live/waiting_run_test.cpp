@@ -99,6 +99,30 @@ TEST_F(WaitingMeasure, DoesNotGoOnWithAnotherMeter) {
   EXPECT_EQ(std::ranges::count_if(lines, [](const auto& l) { return HasText(l, "was away from"); }), 1);
 }
 
+// Without a question at the start two meters of one kind are not told apart the first time.
+TEST_F(WaitingMeasure, AsksForTheNumberAtItsStartOnlyWhereTheSettingsWantIt) {
+  for (const bool identify : {false, true}) {
+    SCOPED_TRACE(identify);
+    MeasureTest one(kOneChannel);
+    PlugBoard plugs(one.test.platform, one.app());
+    one.files()["/app/VLT.ini"] += identify ? "[LINK]\r\nIDENTIFY=1\r\n" : "";
+    plugs.Plug(kAdapter);
+    one.test.platform.TakeRequests();
+    one.StartRun();
+    Texts asked = one.test.platform.TakeRequests();
+    const auto proofs = std::ranges::count_if(
+        asked, [](const std::string& request) { return request.starts_with("01 03 01 00 00 03"); });
+    EXPECT_EQ(proofs, identify ? 1 : 0);
+    sim::Line other_line;
+    other_line.AddStation(1, {.specification = 182, .id_number = 7});
+    plugs.Unplug("/dev/ttyUSB0");
+    one.RunCycles(3);
+    plugs.Plug(kAdapter, other_line);
+    one.RunCycles(6);
+    EXPECT_EQ(one.page().txtRyuryo(0).Text() == "-", identify);
+  }
+}
+
 TEST_F(WaitingMeasure, WaitsForAMeterThatIsSilentYet) {
   t.StartRun();
   t.RunCycles(2);
