@@ -90,6 +90,9 @@ std::span<const Step> TimingSteps();
 // Where the values of the pages come from.
 std::span<const Step> OriginSteps();
 std::span<const Step> EndSteps();
+// A start behind runs that were cut off, and a port that is lost: CutOffSteps lays what the start finds.
+std::span<const Step> CutOffSteps();
+std::span<const Step> HealSteps();
 // The firmware tool from the choice at the start to the program's end.
 std::span<const Step> FirmwareSteps();
 // From the splash to the main window, and out again: what every other walk begins and ends with, and where

@@ -48,6 +48,7 @@ const std::vector<Walk>& Walks() {
       {"t305", "T305", {SplashSteps(), LeaveSteps()}},
       {"k410", "K410", {SplashSteps(), LeaveSteps()}},
       {"stations", "M627", {SplashSteps(), StationSteps(), LeaveSteps()}, true},
+      {"heal", "M627", {CutOffSteps(), SplashSteps(), HealSteps(), LeaveSteps()}},
       {"line", "M627", {SplashSteps(), LineSteps(), LeaveSteps()}, true},
   };
   return walks;

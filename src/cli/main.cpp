@@ -97,7 +97,7 @@ class Session {
  public:
   Session(const std::string& folder, std::string script_name)
       : script_name_(std::move(script_name)),
-        host_(folder, [this](int number) { return GetPortDevice(app_, number); }),
+        host_(folder, [this](int number) { return PortDeviceInForce(app_, number); }),
         dialogs_(host_.files),
         events_(host_.events),
         platform_{host_.clock, events_, host_.port, dialogs_, host_.files, host_.process, host_.firmware},

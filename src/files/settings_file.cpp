@@ -259,6 +259,12 @@ std::string CsvDir(App& app, const char* key) {
   return ProfileValueOrDefault(buffer, kDefaultCsvDir, buffer.size());
 }
 
+bool IsSwitchedOn(App& app, const char* section, const char* key) {
+  ProfileFile profile;
+  ReadProfile(app.platform.files, CommPath(app), profile);
+  return profile.GetInt(section, key, 0) == 1;
+}
+
 FileError SetBootstrapKey(App& app, const char* section, const std::string& key, const std::string& value) {
   return ChangeProfile(app.platform.files, CommPath(app), false,
                        [&](ProfileFile& profile) { profile.SetString(section, key, value); });
@@ -372,7 +378,17 @@ std::string GetPortDevice(App& app, int number) {
   return std::string(Trim(CutAtNul(profile.GetString("PORTS", "COM" + std::to_string(number), ""))));
 }
 
+std::string PortDeviceInForce(App& app, int number) {
+  const auto moved = app.state.MovedPorts.find(number);
+  return moved == app.state.MovedPorts.end() ? GetPortDevice(app, number) : moved->second;
+}
+
+bool GetLogSync(App& app) { return IsSwitchedOn(app, "LOG", "SYNC"); }
+
+bool GetIdentifyRuns(App& app) { return IsSwitchedOn(app, "LINK", "IDENTIFY"); }
+
 FileError SetPortDevice(App& app, int number, const std::string& device) {
+  app.state.MovedPorts.erase(number);
   return SetBootstrapKey(app, "PORTS", "COM" + std::to_string(number), device);
 }
 

@@ -28,6 +28,9 @@ class PortSwitch : public SerialPort {
   void SetRts(bool on) override { chosen_->SetRts(on); }
   void SetDtr(bool on) override { chosen_->SetDtr(on); }
 
+  // The simulated line that is open, null while none is.
+  sim::Line* OpenLine() { return simulated_.OpenLine(); }
+
  private:
   DeviceOf device_of_;
   Clock& clock_;

@@ -5,6 +5,7 @@
 
 #include "link/event_exchange.h"
 #include "link/exchange.h"
+#include "link/port_return.h"
 #include "state/line_record.h"
 
 namespace vlt {
@@ -15,6 +16,7 @@ void EndByFault(App& app, const PortFault& fault) {
   app.state.LastErrorText = "[RECEIVE ERROR(" + std::to_string(fault.Number()) + ")]";
   try {
     if (fault.Code() == PortFaultCode::kRemoved) {
+      NoteLoss(app);
       app.state.PortIsOpen = false;
       app.platform.port.Close();
     } else {

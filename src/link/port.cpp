@@ -3,6 +3,7 @@
 
 #include <charconv>
 
+#include "link/port_return.h"
 #include "platform/port_settings.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
@@ -89,9 +90,15 @@ std::string PortFaultText(const App& app, const PortFault& fault, int port, cons
 }
 
 void OpenPort(App& app, int port, const std::string& settings, bool& result) {
-  SerialPort& device = app.platform.port;
-  result = device.IsOpen();
+  result = app.platform.port.IsOpen();
   if (result) return;
+  FollowAdapter(app, port);
+  result = OpenPortAsItStands(app, port, settings);
+}
+
+bool OpenPortAsItStands(App& app, int port, const std::string& settings) {
+  SerialPort& device = app.platform.port;
+  bool result = false;
   app.state.CharGapMs = CalcCharGap(app);
   app.state.PortFaultReason.clear();
   try {
@@ -103,12 +110,14 @@ void OpenPort(App& app, int port, const std::string& settings, bool& result) {
     app.state.OpenedDevice = device.DeviceBehind(port);
     app.state.OpenedSettings = settings;
     app.line->Opened(settings);
+    NoteOpened(app, port);
   } catch (const PortFault& fault) {
     app.state.PortFaultReason = PortFaultText(app, fault, port, settings);
     Try([&] { device.Close(); });
   }
   app.state.PortIsOpen = result;
   if (app.frame != nullptr) app.frame->ShowFacts();
+  return result;
 }
 
 bool OpenPort(App& app) {

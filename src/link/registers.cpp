@@ -19,6 +19,12 @@ WriteResult Judge(App& app, const Frame& request, const Frame& reply, bool answe
   return WriteResult::kOtherEcho;
 }
 
+// A meter is known by its ID number only until somebody gives it another one.
+void ForgetWhatIsWritten(App& app, int address, int count) {
+  constexpr int kIdNumber = 0x0104;
+  if (address <= kIdNumber && kIdNumber < address + 2 * count) app.state.MeterIdNo.clear();
+}
+
 }  // namespace
 
 Target OwnStation(const App& app, SendMode mode) { return {.station = StationNumber(app), .mode = mode}; }
@@ -40,6 +46,7 @@ bool ReadRegisters(App& app, const RegisterSpan& span, RegisterData& data) {
 WriteResult WriteRegister(App& app, const Target& target, int address, int value) {
   Frame request = WriteRegisterRequest(target.station, address, value);
   Frame reply = ReplyFor(request);
+  ForgetWhatIsWritten(app, address, 1);
   const bool answered = SendReceive(app, request, reply, target.mode);
   return Judge(app, request, reply, answered, answered && EchoWordMatch(reply, value & 0xFFFF, 1));
 }
@@ -60,6 +67,7 @@ bool WriteCommand(App& app, int address, int value, int& answer) {
 WriteResult WriteRegisters(App& app, const Target& target, int address, std::span<const std::uint8_t> data) {
   Frame request = WriteRegistersRequest(target.station, address, data);
   Frame reply = ReplyFor(request);
+  ForgetWhatIsWritten(app, address, static_cast<int>(data.size() / 2));
   const bool answered = SendReceive(app, request, reply, target.mode);
   return Judge(app, request, reply, answered,
                answered && EchoWordEqual(reply, static_cast<int>(data.size() / 2)));

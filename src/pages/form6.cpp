@@ -344,10 +344,15 @@ void Form6::ReadAll() {
   const std::string file(Trim(FileName.Text()));
   stop_requested_ = false;
   cmdStopReadAll.SetEnabled(true);
+  bool told_of_loss = false;  // every reader behind it fails for the same reason
   SettingsReader reader(
       app(),
       {.began = [this](int number, int count, const std::string& what) { ShowProgress(number, count, what); },
-       .failed = [this] { app().Show(app().Text(text::kCommunicationError), MessageIcon::kStop); },
+       .failed =
+           [this, &told_of_loss] {
+             if (!told_of_loss) app().Show(app().Text(text::kCommunicationError), MessageIcon::kStop);
+             told_of_loss = app().state.Lost.away;
+           },
        .stop = [this] { return stop_requested_; }});
   const bool whole = reader.ReadAll();
   cmdStopReadAll.SetEnabled(false);

@@ -7,7 +7,9 @@
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_line.h"
+#include "shell/found_runs.h"
 #include "shell/frame_facts.h"
+#include "shell/port_watch.h"
 #include "state/tested_meters.h"
 
 namespace vlt {
@@ -99,6 +101,7 @@ void MDIForm1::Form_Activate() {
 
 void MDIForm1::ShowFacts() {
   if (auto* facts = Part<FrameFacts>()) facts->Show();
+  if (auto* watch = Part<PortWatch>()) watch->Follow();
 }
 
 void MDIForm1::ShowMeter() {
@@ -146,6 +149,7 @@ void MDIForm1::Dress() {
   ShowTestState();
   ShowPvButton();
   ShowFacts();
+  if (auto* runs = Part<FoundRuns>()) runs->Show();
 }
 
 void MDIForm1::ShowTestState() {

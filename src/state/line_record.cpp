@@ -141,6 +141,12 @@ void LineRecord::CorrectLast(AttemptEnd end) {
   --EndedIn(totals, last_counted_);
   ++EndedIn(totals, end);
   if (last_of_exchange_ && last_end_ == AttemptEnd::kAnswered) ++totals.failed;
+  if (!last_of_exchange_ && end == AttemptEnd::kPortFault) {
+    // No repeat follows after all.
+    last_of_exchange_ = true;
+    ++totals.exchanges;
+    ++totals.failed;
+  }
   if (IsAnswer(last_counted_) && !IsAnswer(end)) totals.answers.Remove(last_took_ms_);
   last_end_ = last_counted_ = end;
   frames_[static_cast<std::size_t>(frames_ever_ - 1) % kFrames].end = end;

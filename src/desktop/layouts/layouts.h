@@ -13,6 +13,7 @@ extern const WindowLayout kSplashK410Layout;
 extern const WindowLayout kFrmMssgLayout;
 extern const WindowLayout kFrmAboutLayout;
 extern const WindowLayout kFrmWaitLayout;
+extern const WindowLayout kFrmFoundRunsLayout;
 extern const WindowLayout kFrmCSetLayout;
 extern const WindowLayout kFrmCalcLayout;
 extern const WindowLayout kFrmLineLayout;
