@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Kills a measuring program with signal 9 at random moments and looks at what it has left.
+// Kills a measuring program with signal 9 at random moments and looks at what it has left, and at what the
+// next start finds of it.
 //
 //   kill_run [TIMES [SEED]]       50 times without them
 //
 // The child is this program itself: the machine by Qt, the measure page, the meter simulated in process,
 // cycles as quick as the exchanges allow. It tells each cycle that has ended on its standard output. Exit
-// status 1 when a record of such a cycle is missing, a line but the last is half, or a record is there twice.
+// status 1 when a record of such a cycle is missing, a line but the last is half, a record is there twice, or
+// the next start does not tell of the run with its file, its records and its last one.
 #include <csignal>
 
 #include <QCoreApplication>
@@ -21,6 +23,7 @@
 #include <random>
 #include <string>
 
+#include "files/run_journal.h"
 #include "host/host.h"
 #include "live/form9.h"
 #include "live/live.h"
@@ -70,6 +73,7 @@ struct Left {
   int lines = 0;
   bool half = false;
   bool damaged = false;
+  std::string last;  // time of the last whole line
 };
 
 Left LookAt(const std::string& folder) {
@@ -85,11 +89,24 @@ Left LookAt(const std::string& folder) {
       if (left.lines == 2) commas = count;
       if (left.lines > 2 && count != commas) left.damaged = true;
       ++left.lines;
+      if (left.lines > 2) left.last = line.substr(0, line.find(','));
       text.erase(0, end + 2);
     }
     left.half = !text.empty();
   }
   return left;
+}
+
+// The next start, in the same folder.
+bool IsFound(const std::string& folder, const Left& left) {
+  NoDialogs dialogs;
+  Host host(folder, {});
+  Platform machine = host.With(dialogs);
+  App app(machine);
+  const std::vector<OpenRun> runs = ReadOpenRuns(app);
+  if (runs.size() != 1) return false;
+  const RunFile found = LookAtRun(app, runs.front());
+  return found.records == left.lines - 2 && found.half_line == left.half && found.last_record == left.last;
 }
 
 bool KillOnce(int after_ms, int& cycles, bool& half) {
@@ -108,7 +125,8 @@ bool KillOnce(int after_ms, int& cycles, bool& half) {
   half = left.half;
   const int records = std::max(left.lines - 2, 0);
   // One more cycle may have written its record and not told of it yet.
-  return !left.damaged && records >= cycles && records <= cycles + 1;
+  return !left.damaged && records >= cycles && records <= cycles + 1 &&
+         IsFound(folder.path().toStdString(), left);
 }
 
 }  // namespace

@@ -13,6 +13,8 @@
 //                                   what an operation that NAME began did on the line when it ended: how
 //                                   many exchanges, how many of them failed, why the first of these did (or
 //                                   why the port did not open)
+//   line     STATION FIGURE...      what `line` was asked for: figures in the order of LineColumns
+//   frame    TIME WAY STATION BYTES MEANING
 // and those of the words that need no window (cli/meter_words.h).
 //
 // The script ends at its first trouble, at `quit`, or behind its last line. The port is closed then, nothing
@@ -145,6 +147,11 @@ class Companion {
   After WordQuit(const Arguments& arguments);
   template <void (MeterWords::*work)(const Arguments&)>
   After Work(const Arguments& arguments);
+  // companion_line.cpp
+  After WordLine(const Arguments& arguments);
+  void TellLine();
+  void TellFrames(std::size_t most);
+  void WriteLineFile(const std::string& path, const std::string& content);
 
   App& app_;
   ScriptDialogs& dialogs_;

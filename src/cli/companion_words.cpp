@@ -26,7 +26,8 @@ struct MenuWindow {
 };
 constexpr MenuWindow kMenuWindows[] = {{"FrmCSet", &MDIForm1::ComPort},
                                        {"frmCalc", &MDIForm1::calcSensorSpacing},
-                                       {"frmAbout", &MDIForm1::versionInfo}};
+                                       {"frmAbout", &MDIForm1::versionInfo},
+                                       {"frmLine", &MDIForm1::mnuLine}};
 
 // A whole number without a sign that is not quoted.
 std::optional<int> NumberOf(const Argument& argument) {
@@ -68,6 +69,8 @@ std::string WhyNot(const Place& place) {
 
 constexpr std::string_view kStates[] = {"enabled", "disabled", "hidden"};
 constexpr std::string_view kValues[] = {"ticked", "unticked", "running", "stopped"};
+
+constexpr std::string_view kFrom = "from";  // asks for the origin of a value instead of its text
 
 // How `expect` compares a text.
 struct Match {
@@ -129,7 +132,7 @@ std::span<const Companion::Word> Companion::Words() {
        &Companion::WordWait},
       {"strict", "[off]", 0, 1, "from here on a failed exchange ends the script with status 1",
        &Companion::WordStrict},
-      {"expect", "NAME [HOW] TEXT", 2, 3, "end with status 1 unless it shows TEXT; HOW: contains, ends",
+      {"expect", "NAME [HOW] TEXT", 2, 3, "end with status 1 unless it shows TEXT; HOW: contains, ends, from",
        &Companion::WordExpect},
       {"await", "MS NAME [HOW] TEXT", 3, 4, "the same, but it may take so long until it is so",
        &Companion::WordAwait},
@@ -146,12 +149,15 @@ std::span<const Companion::Word> Companion::Words() {
       {"compare", "A B [all]", 2, 3,
        "a snapshot, a parameter file, meter or fields: status 0 equal, 1 different, 2 could not tell",
        &Companion::Work<&MeterWords::CompareSides>, true},
-      {"restore", "FILE", 1, 1, "bring the meter back to what a snapshot holds",
+      {"restore", "FILE [other]", 1, 2, "bring the meter to what a snapshot holds; other: also another meter",
        &Companion::Work<&MeterWords::Restore>, true},
       {"scan", "[KEY=VALUE]...", 0, 2, "look for meters on the port; port=2, stations=1-31",
        &Companion::Work<&MeterWords::Scan>, true},
       {"spacing", "KEY=VALUE...", 1, 12, "the distance of the sensors: outer_diameter=60.5 sensor_type=1 ...",
        &Companion::Work<&MeterWords::Spacing>, true},
+      {"line", "[WHAT [ARGUMENT]]", 0, 2,
+       "tell the line's figures by station; WHAT: frames [N], reset, csv FILE, save FILE",
+       &Companion::WordLine},
       {"quit", "", 0, 0, "end the script here; nothing is asked, nothing is saved", &Companion::WordQuit},
       {"end", "", 0, 0, "the same", &Companion::WordQuit},
   };
@@ -410,9 +416,15 @@ void Companion::Compare(const Arguments& arguments) const {
   const Place place = Find(arguments[0]);
   const Argument& wanted = arguments.back();
   const bool whole = arguments.size() == 2;
-  const Match& match = whole ? kMatches[0] : MatchOf(arguments[1]);
+  const bool origin = !whole && arguments[1].text == kFrom;
+  if (origin && !IsOneOf(kOriginWords, wanted)) {
+    throw Trouble{kUnknown, "expect does not know from " + wanted.text};
+  }
+  const Match& match = whole || origin ? kMatches[0] : MatchOf(arguments[1]);
   std::string is;
-  if (whole && IsOneOf(kStates, wanted)) {
+  if (origin) {
+    is = OriginOf(*place.control);
+  } else if (whole && IsOneOf(kStates, wanted)) {
     is = StateOf(*place.control);
   } else if (whole && IsOneOf(kValues, wanted)) {
     is = ValueOf(*place.control);

@@ -13,6 +13,7 @@ constexpr EventShape kShapes[] = {
     {"show", {"name", "text", "state", "value", "why", "origin", "told"}},
     {"refused", {"name", "reason"}},
     {"operation", {"name", "exchanges#", "failed#", "reason"}},
+    {"frame", {"time", "way", "station", "bytes", "meaning"}},
     {"value", {"name", "place", "value", "unit", "register", "raw"}},
     {"unread", {"name", "place", "reason"}},
     {"sent", {"name", "place", "end", "value", "holds", "was", "unit", "reason"}},

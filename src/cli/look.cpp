@@ -102,6 +102,13 @@ std::string PartText(const Place& place) {
   return look->part(*place.control, place.part);
 }
 
+// What goes beyond the value: why an exchange with it failed, and where it comes from.
+void AddNotes(const Control& control, std::vector<std::string>& fields) {
+  const bool known = control.Origin() != ValueOrigin::kNone;
+  if (known || !control.Mark().empty()) fields.push_back(control.Mark());
+  if (known) fields.insert(fields.end(), {OriginOf(control), control.OriginText()});
+}
+
 std::vector<std::string> GridRow(const Place& place, const Grid& grid, int row) {
   std::vector<std::string> fields{Place{place.form, place.control, {row}}.Name()};
   for (int column = 0; column < grid.Columns(); ++column) {
@@ -123,6 +130,10 @@ std::string StateOf(const Control& control) {
   return control.Enabled() ? "enabled" : "disabled";
 }
 
+std::string OriginOf(const Control& control) {
+  return std::string(kOriginWords[static_cast<std::size_t>(control.Origin())]);
+}
+
 std::string ValueOf(const Control& control) {
   const Look* look = LookOf(control);
   return look != nullptr && look->value != nullptr ? look->value(control) : std::string();
@@ -133,7 +144,7 @@ std::vector<std::vector<std::string>> Description(const Place& place) {
   if (!place.part.empty()) return {{place.Name(), TextOf(place)}};
   std::vector<std::vector<std::string>> lines{
       {place.Name(), TextOf(place), StateOf(control), ValueOf(control)}};
-  if (!control.Mark().empty()) lines.front().push_back(control.Mark());
+  AddNotes(control, lines.front());
   if (control.Kind() == ControlKind::kStatusBar) {
     for (int panel = 2; panel <= As<StatusBar>(control).PanelCount(); ++panel) {
       const Place part{place.form, place.control, {panel}};

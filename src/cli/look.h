@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/names.h"
@@ -23,7 +24,12 @@ std::string StateOf(const Control& control);
 // none; "running" or "stopped" of a timer; the number of a chart's shown points; else empty.
 std::string ValueOf(const Control& control);
 
-// One row of fields for each line that tells of the control: name, text, state, value; behind it the name and
+// Where the value of an entry comes from, one of kOriginWords.
+inline constexpr std::string_view kOriginWords[] = {"none", "read", "typed", "file", "outdated"};
+std::string OriginOf(const Control& control);
+
+// One row of fields for each line that tells of the control: name, text, state, value, and, where there is
+// something to tell, why an exchange failed, the origin and its words; behind it the name and
 // the text of each further panel, the name and the cells of each row of a grid (those of a hidden column are
 // empty).
 std::vector<std::vector<std::string>> Description(const Place& place);

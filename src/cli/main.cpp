@@ -43,8 +43,9 @@ constexpr const char* kMore =
     "\n"
     "Output is one line an event, its fields separated by tabs: status NAME TEXT, message TEXT ANSWER,\n"
     "file open|save PATH, show NAME TEXT STATE VALUE, refused NAME REASON,\n"
-    "operation NAME EXCHANGES FAILED REASON; those of the words that work with the meter stand in\n"
-    "docs/companion.md.\n"
+    "operation NAME EXCHANGES FAILED REASON, line STATION FIGURE..., frame TIME WAY STATION BYTES MEANING; "
+    "those\n"
+    "of the words that work with the meter stand in docs/companion.md.\n"
     "\n"
     "Exit status: 0 when all went well; 1 when an expect differs, a gesture could not be made, the meter did "
     "not\n"
@@ -124,7 +125,7 @@ class Session {
   Session(const Options& options, std::string script_name)
       : script_name_(std::move(script_name)),
         json_(options.json),
-        host_(options.folder, [this](int number) { return GetPortDevice(app_, number); }),
+        host_(options.folder, [this](int number) { return PortDeviceInForce(app_, number); }),
         dialogs_(host_.files),
         events_(host_.events),
         platform_{host_.clock, events_, host_.port, dialogs_, host_.files, host_.process, host_.firmware},

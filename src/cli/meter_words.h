@@ -91,6 +91,8 @@ class MeterWords {
 
   SearchPlan PlanOf(const Arguments& arguments) const;
 
+  // Throws Trouble for an argument that is not this word.
+  void OnlyWord(const char* word, const Argument& argument) const;
   // "meter", "fields", or a file. Throws Trouble when it can't be had.
   CompareSide SideOf(const std::string& name);
   CompareSide SideOfNamedFile(const std::string& path);

@@ -23,6 +23,7 @@ constexpr auto kCouldNotTell = ScriptStatus::kUnknown;
 constexpr const char* kMeterSide = "meter";
 constexpr const char* kFieldsSide = "fields";
 constexpr const char* kAllRows = "all";
+constexpr const char* kAnotherMeter = "other";
 
 std::string Count(std::size_t number) { return std::to_string(number); }
 
@@ -97,6 +98,11 @@ CompareSide MeterWords::SideOf(const std::string& name) {
   }
 }
 
+void MeterWords::OnlyWord(const char* word, const Argument& argument) const {
+  if (argument.text == word) return;
+  throw Trouble{ScriptStatus::kUnknown, Format(text::kOnlyWord, {word, argument.text})};
+}
+
 void MeterWords::TellSide(const char* side, const CompareSide& shown) const {
   TellIdentity(side, SideTitle(app_, shown), shown.identity);
   for (const std::string& remark : shown.remarks) desk_.tell({"remark", side, remark});
@@ -112,9 +118,7 @@ void MeterWords::TellRow(const ComparisonRow& row) const {
 void MeterWords::CompareSides(const Arguments& arguments) {
   KnowSettings(kCouldNotTell);
   const bool all = arguments.size() > 2;
-  if (all && arguments[2].text != kAllRows) {
-    throw Trouble{kCouldNotTell, Format(text::kOnlyAll, {arguments[2].text})};
-  }
+  if (all) OnlyWord(kAllRows, arguments[2]);
   // The meter last: a file that can't be read need not wait for it.
   const bool meter_is_left = arguments[0].text == kMeterSide;
   CompareSide first = SideOf(arguments[meter_is_left ? 1 : 0].text);
@@ -161,13 +165,16 @@ void MeterWords::TellRestored(const RestoreReport& report) const {
 void MeterWords::Restore(const Arguments& arguments) {
   KnowSettings();
   const std::string& path = arguments[0].text;
+  const bool other = arguments.size() > 1;
+  if (other) OnlyWord(kAnotherMeter, arguments[1]);
   const CompareSide point = SideOfNamedFile(path);
   if (point.kind != SideKind::kSnapshot) Fail(text::kNotASnapshot, {path});
   TellSide("left", point);
   const OnLine line(app_, lock_holder_);
   SendListener listener;
   static_cast<WorkListener&>(listener) = Listener();
-  const RestoreReport report = RestoreMeter(app_, point, listener);
+  const RestoreReport report =
+      RestoreMeter(app_, point, listener, other ? OtherMeter::kTake : OtherMeter::kRefuse);
   TellRestored(report);
   if (report.sent.halt != SendHalt::kDone) throw Trouble{kDiffers, report.sent.reason};
   if (!report.verified) Fail(text::kNotVerified, {});

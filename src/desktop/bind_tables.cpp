@@ -4,7 +4,9 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QResizeEvent>
+#include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <QTableWidget>
 #include <vector>
 
@@ -17,6 +19,7 @@ namespace {
 constexpr int kUnitsPerPixel = 15;   // of a grid's widths
 constexpr int kNarrowColumn = 1200;  // a mark or a digit, not a text
 constexpr int kRowRoom = 6;          // above and below the text of a row that can be chosen
+constexpr int kLongText = 24;        // characters that may not have room in a column
 constexpr int kPanelMargin = 6;      // between the frame of a panel and its text
 
 // Row 0 of the control is the head of the table.
@@ -35,6 +38,7 @@ class GridBinding : public Binding {
       View()->setHorizontalHeaderItem(column, new QTableWidgetItem);
     }
     if (grid_.on_choose) LetChoose();
+    if (grid_.IsDense()) FitDense();
   }
 
  private:
@@ -44,13 +48,39 @@ class GridBinding : public Binding {
   void LetChoose() {
     View()->setSelectionMode(QAbstractItemView::SingleSelection);
     View()->setSelectionBehavior(QAbstractItemView::SelectRows);
+    MakeDense();
     View()->setMinimumWidth(grid_.Width() / kUnitsPerPixel);
     View()->setFixedHeight(grid_.Height() / kUnitsPerPixel);
+    connect(View(), &QTableWidget::cellClicked, this, [this](int row) { Choose(row); });
+    connect(View(), &QTableWidget::currentCellChanged, this, [this](int row) { Choose(row); });
+  }
+
+  // Rows as high as their text.
+  void MakeDense() {
     View()->horizontalHeader()->setHighlightSections(false);
     View()->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     View()->verticalHeader()->setDefaultSectionSize(View()->fontMetrics().height() + kRowRoom);
-    connect(View(), &QTableWidget::cellClicked, this, [this](int row) { Choose(row); });
-    connect(View(), &QTableWidget::currentCellChanged, this, [this](int row) { Choose(row); });
+  }
+
+  // Columns that need no scrolling; one that follows is as high as there is room.
+  void FitDense() {
+    MakeDense();
+    const QStyle& style = *View()->style();
+    const int beside = style.pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * View()->frameWidth();
+    View()->setMinimumSize(grid_.Width() / kUnitsPerPixel + beside, grid_.Height() / kUnitsPerPixel);
+    if (grid_.Follows()) View()->setMaximumHeight(QWIDGETSIZE_MAX);
+  }
+
+  // Rows go from the top, and what is in view stays in view: its scroll bar counts pixels.
+  void PushDropped() {
+    const auto gone = static_cast<int>(qMin<qint64>(grid_.DroppedRows() - dropped_, View()->rowCount()));
+    dropped_ = grid_.DroppedRows();
+    if (gone <= 0) return;
+    const int above = gone * View()->verticalHeader()->defaultSectionSize();
+    QScrollBar* bar = View()->verticalScrollBar();
+    const int at = bar->value();
+    View()->model()->removeRows(0, gone);
+    keep_at_ = qMax(at - above, 0);
   }
 
   void Choose(int row) {
@@ -65,11 +95,24 @@ class GridBinding : public Binding {
 
   void PushState() override {
     const QSignalBlocker quiet(View());
+    const QScrollBar* bar = View()->verticalScrollBar();
+    const bool at_end = bar->value() >= bar->maximum();
+    PushDropped();
     const int rows = qMax(grid_.Rows() - 1, 0);
     // Fewer rows drop their items, and new ones come without.
     if (View()->rowCount() != rows) View()->setRowCount(rows);
     for (int column = 0; column < grid_.Columns(); ++column) PushColumn(column);
     if (grid_.on_choose) PushChoice();
+    if (grid_.Follows()) PushPlace(at_end);
+  }
+
+  void PushPlace(bool at_end) {
+    if (at_end) {
+      View()->scrollToBottom();
+    } else if (keep_at_ >= 0) {
+      View()->verticalScrollBar()->setValue(keep_at_);
+    }
+    keep_at_ = -1;
   }
 
   void PushColumn(int column) {
@@ -91,12 +134,18 @@ class GridBinding : public Binding {
 
   static void PushCell(QTableWidgetItem& item, const std::string& text, Qt::Alignment alignment) {
     const QString shown = ToQt(text);
-    if (item.text() != shown) item.setText(shown);
+    if (item.text() != shown) {
+      item.setText(shown);
+      // As rich text it is broken into lines.
+      item.setToolTip(shown.size() < kLongText ? QString() : "<qt>" + shown.toHtmlEscaped() + "</qt>");
+    }
     if (item.textAlignment() != static_cast<int>(alignment)) item.setTextAlignment(alignment);
   }
 
   Grid& grid_;
   std::vector<int> widths_;  // that were pushed
+  qint64 dropped_ = 0;       // rows, that were taken away
+  int keep_at_ = -1;         // where the scroll bar belongs; -1 where it is
 };
 
 // One panel: a text that gives way to dots when it has no room, and then shows whole in a tooltip.

@@ -71,12 +71,15 @@ void Binding::PushCommon() {
   widget_->setEnabled(control_.Enabled());
   ShowOrHide(*widget_, control_.Visible());
   PushMark();
+  PushOrigin();
 }
 
 // What is wrong is seen at once, and told by the tooltip and to those who listen to the screen.
 void Binding::PushMark() {
-  const QString reason = ToQt(control_.Mark());
-  if (widget_->accessibleDescription() != reason) widget_->setAccessibleDescription(reason);
+  QStringList told = {ToQt(control_.Mark()), ToQt(control_.OriginText())};
+  told.removeAll(QString());
+  const QString description = told.join('\n');
+  if (widget_->accessibleDescription() != description) widget_->setAccessibleDescription(description);
   const bool marked = !control_.Mark().empty();
   if (marked == marked_) return;
   marked_ = marked;
@@ -92,8 +95,17 @@ void Binding::PushMark() {
   widget_->setPalette(palette);
 }
 
+void Binding::PushOrigin() {
+  if (origin_mark_ == nullptr) {
+    if (control_.Origin() == ValueOrigin::kNone) return;
+    origin_mark_ = new OriginMark(*widget_);
+  }
+  origin_mark_->Set(control_.Origin());
+}
+
 void Binding::PushToolTip() {
-  QStringList lines = {CutText(), ToQt(control_.Mark()), ToQt(control_.Hint()), keys_};
+  QStringList lines = {CutText(), ToQt(control_.Mark()), ToQt(control_.OriginText()), ToQt(control_.Hint()),
+                       keys_};
   lines.removeAll(QString());
   const QString tip = lines.join('\n');
   if (widget_->toolTip() != tip) widget_->setToolTip(tip);

@@ -11,6 +11,7 @@
 #include <functional>
 
 #include "desktop/input_gate.h"
+#include "desktop/origin_mark.h"
 #include "desktop/refresh_queue.h"
 #include "window/control.h"
 
@@ -65,10 +66,12 @@ class Binding : public QObject, public Refreshable {
   void PushCommon();
   void PushToolTip();
   void PushMark();
+  void PushOrigin();
 
   Control& control_;
   BindContext& context_;
   QPointer<QWidget> widget_;
+  QPointer<OriginMark> origin_mark_;  // from the first value on whose origin is known
   QString keys_;
   bool title_ = false;
   bool marked_ = false;

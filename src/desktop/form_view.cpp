@@ -122,6 +122,11 @@ void FormView::MakeRoot(WindowStyle style) {
       root_ = window;
       break;
     }
+    case WindowStyle::kTool:
+      content_->setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                               Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint);
+      root_ = content_;
+      break;
     case WindowStyle::kDialog:
       content_->setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                                Qt::WindowCloseButtonHint);

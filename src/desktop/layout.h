@@ -90,7 +90,13 @@ constexpr LayoutItem Backdrop(const char* picture) { return MakeItem(LayoutKind:
 
 }  // namespace layout
 
-enum class WindowStyle : unsigned char { kPage, kFrame, kDialog, kSplash };
+enum class WindowStyle : unsigned char {
+  kPage,
+  kFrame,
+  kDialog,  // as large as its controls ask
+  kTool,    // a dialog that a person may make larger, and that does not stand in the way of the main window
+  kSplash,
+};
 
 struct WindowLayout {
   const char* form;

@@ -21,6 +21,16 @@ bool IsParent(const ControlOwner& form, const MenuItem& item) {
   });
 }
 
+// A menu opens as long as there is something to choose in it.
+bool HasUsableItem(const MenuItem& menu) {
+  const auto& controls = menu.Owner().Controls();
+  return std::any_of(controls.begin(), controls.end(), [&](const Control* control) {
+    if (control->Kind() != ControlKind::kMenuItem) return false;
+    const auto* item = static_cast<const MenuItem*>(control);
+    return item->Parent() == &menu && item->Usable();
+  });
+}
+
 QString Marked(const QString& caption, QChar letter) {
   QString text = caption;
   text.replace('&', "&&");
@@ -83,7 +93,7 @@ void MenuView::Refresh() {
     const QString caption = PlainCaption(entry.item->Caption());
     const QChar letter = ChooseMnemonic(caption, entry.item->Name(), taken[entry.item->Parent()]);
     entry.action->setText(Marked(caption, letter));
-    entry.action->setEnabled(entry.item->Enabled());
+    entry.action->setEnabled(entry.item->Usable() || HasUsableItem(*entry.item));
     entry.action->setVisible(entry.item->Visible());
   }
   letters_ = taken[nullptr];

@@ -35,7 +35,7 @@ void DressApplication() {
 }
 
 Program::Program(const std::string& folder)
-    : host_(folder, [this](int number) { return GetPortDevice(app_, number); }),
+    : host_(folder, [this](int number) { return PortDeviceInForce(app_, number); }),
       platform_(host_.With(dialogs_)),
       app_(platform_),
       desktop_(app_.windows, [this](int id) { return ToQt(app_.Text(id)); }) {

@@ -2,7 +2,6 @@
 #include "files/csv_log.h"
 
 #include <algorithm>
-#include <chrono>
 
 #include "files/whole_file.h"
 #include "values/number_text.h"
@@ -14,25 +13,6 @@ constexpr std::size_t kStampLength = 14;
 constexpr std::string_view kExtension = ".csv";
 
 std::string_view UpToFirstPoint(std::string_view path) { return path.substr(0, path.find('.')); }
-
-// The next second on the calendar.
-LocalTime NextSecond(const LocalTime& time) {
-  using namespace std::chrono;
-  const year_month_day date{year(time.year), month(static_cast<unsigned>(time.month)),
-                            day(static_cast<unsigned>(time.day))};
-  const auto moment = sys_days(date) + hours(time.hour) + minutes(time.minute) + seconds(time.second + 1);
-  const auto midnight = floor<days>(moment);
-  const year_month_day next(midnight);
-  const hh_mm_ss clock(moment - midnight);
-  LocalTime result = time;
-  result.year = static_cast<int>(next.year());
-  result.month = static_cast<int>(static_cast<unsigned>(next.month()));
-  result.day = static_cast<int>(static_cast<unsigned>(next.day()));
-  result.hour = static_cast<int>(clock.hours().count());
-  result.minute = static_cast<int>(clock.minutes().count());
-  result.second = static_cast<int>(clock.seconds().count());
-  return result;
-}
 
 }  // namespace
 
@@ -47,7 +27,7 @@ std::string RestampedCsvPath(FileSystem& files, std::string_view path, const Loc
   for (;;) {
     std::string fresh = std::string(base) + StampText(stamp) + std::string(kExtension);
     if (!files.Exists(CleanPath(fresh))) return fresh;
-    stamp = NextSecond(stamp);
+    stamp = MovedBy(stamp, 1000);
   }
 }
 

@@ -44,7 +44,8 @@ bool IsSettingsFile(App& app, std::string_view path) {
 }
 
 std::optional<std::string> AskCsvFile(App& app, const CsvQuestion& question) {
-  std::string filter = app.Text(question.kind) + "(*.csv)|*.csv";
+  const std::string pattern = std::string("*.") + question.ending;
+  std::string filter = app.Text(question.kind) + "(" + pattern + ")|" + pattern;
   if (question.all_files) filter += "|" + app.Text(kAllFiles) + "(*.*)|*.*";
   const auto chosen =
       app.platform.dialogs.AskSaveFile({.title = app.Text(question.title),

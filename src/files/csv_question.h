@@ -16,8 +16,9 @@ namespace vlt {
 bool IsSettingsFile(App& app, std::string_view path);
 
 struct CsvQuestion {
-  int title = 4530;       // text id: "Specify a saving file name"
-  int kind = 4540;        // text id of the filter's name: "The measurement data"
+  int title = 4530;  // text id: "Specify a saving file name"
+  int kind = 4540;   // text id of the filter's name: "The measurement data"
+  const char* ending = "csv";
   bool all_files = true;  // the filter offers every file too
   std::string folder{};   // where the dialog starts; empty: the last folder used
   std::string name{};     // the name shown at first

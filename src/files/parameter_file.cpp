@@ -50,7 +50,16 @@ bool TakeNumber(App& app, const SlotRow& row, const ProfileFile& profile) {
   return true;
 }
 
-LoadResult TakeSlots(App& app, const ProfileFile& profile) {
+// Where the value of a slot comes from now; a key that is not there, or empty, gives none.
+void NoteOrigin(App& app, Slot slot, bool there, const std::string& path) {
+  if (there && !app.slots[slot].empty()) {
+    app.origins.FromFile(slot, app.slots[slot], path);
+  } else {
+    app.origins.Forget(slot);
+  }
+}
+
+LoadResult TakeSlots(App& app, const ProfileFile& profile, const std::string& path) {
   LoadResult result;
   const auto rows = SlotRows();
   for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -64,7 +73,9 @@ LoadResult TakeSlots(App& app, const ProfileFile& profile) {
       result.Stop(row.section, row.key);
       continue;
     }
-    result.taken += profile.Has(row.section, row.key);
+    const bool there = profile.Has(row.section, row.key);
+    result.taken += there;
+    NoteOrigin(app, static_cast<Slot>(i), there, path);
   }
   return result;
 }
@@ -84,7 +95,7 @@ LoadResult LoadParameterFile(App& app, const std::string& path) {
   ProfileFile profile;
   const FileError error = ReadProfile(app.platform.files, path, profile);
   if (error != FileError::kGood) return {.file = error};
-  return TakeSlots(app, profile);
+  return TakeSlots(app, profile, path);
 }
 
 LoadResult OpenParameterFile(App& app, const std::string& path) {
@@ -95,7 +106,7 @@ LoadResult OpenParameterFile(App& app, const std::string& path) {
   const LoadResult settings = LoadSettings(app, profile, 1);
   // The settings text names what an open port runs on; it follows when the port is opened anew.
   if (!app.state.PortIsOpen) BuildCommSettings(app.state);
-  LoadResult result = TakeSlots(app, profile);
+  LoadResult result = TakeSlots(app, profile, path);
   if (result.Converted()) RefreshOpenPages(app);
   result.known += settings.known;
   result.taken += settings.taken;

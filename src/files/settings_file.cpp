@@ -15,6 +15,10 @@ namespace vlt {
 namespace {
 
 constexpr const char* kFileName = "VLT.ini";
+constexpr const char* kTimingSection = "COMM";
+constexpr const char* kTimingKey = "TIMING";
+constexpr const char* kEventTiming = "EVENT";
+constexpr const char* kPatternTiming = "PATTERN";
 constexpr const char* kDefaultCsvDir = "c:\\";
 constexpr const char* kUserLevels[] = {"Standard", "Service", "Factory"};
 
@@ -255,6 +259,12 @@ std::string CsvDir(App& app, const char* key) {
   return ProfileValueOrDefault(buffer, kDefaultCsvDir, buffer.size());
 }
 
+bool IsSwitchedOn(App& app, const char* section, const char* key) {
+  ProfileFile profile;
+  ReadProfile(app.platform.files, CommPath(app), profile);
+  return profile.GetInt(section, key, 0) == 1;
+}
+
 FileError SetBootstrapKey(App& app, const char* section, const std::string& key, const std::string& value) {
   return ChangeProfile(app.platform.files, CommPath(app), false,
                        [&](ProfileFile& profile) { profile.SetString(section, key, value); });
@@ -314,7 +324,17 @@ void BuildCommSettings(SharedState& state) {
 FileError SaveCommSettings(App& app, const std::string& path) {
   return ChangeProfile(app.platform.files, path, false, [&](ProfileFile& profile) {
     for (const WriteRow& row : kCommRows) Put(row, app.state, profile);
+    // A file that never had the key is left without it while the timing is the pattern's.
+    if (!app.state.EventTiming && !profile.Has(kTimingSection, kTimingKey)) return;
+    profile.SetString(kTimingSection, kTimingKey, app.state.EventTiming ? kEventTiming : kPatternTiming);
   });
+}
+
+void LoadTiming(App& app) {
+  ProfileFile profile;
+  ReadProfile(app.platform.files, CommPath(app), profile);
+  const std::string timing = CutAtNul(profile.GetString(kTimingSection, kTimingKey, kPatternTiming));
+  app.state.EventTiming = Trim(timing) == kEventTiming;
 }
 
 FileError SavePortNo(App& app) {
@@ -358,7 +378,17 @@ std::string GetPortDevice(App& app, int number) {
   return std::string(Trim(CutAtNul(profile.GetString("PORTS", "COM" + std::to_string(number), ""))));
 }
 
+std::string PortDeviceInForce(App& app, int number) {
+  const auto moved = app.state.MovedPorts.find(number);
+  return moved == app.state.MovedPorts.end() ? GetPortDevice(app, number) : moved->second;
+}
+
+bool GetLogSync(App& app) { return IsSwitchedOn(app, "LOG", "SYNC"); }
+
+bool GetIdentifyRuns(App& app) { return IsSwitchedOn(app, "LINK", "IDENTIFY"); }
+
 FileError SetPortDevice(App& app, int number, const std::string& device) {
+  app.state.MovedPorts.erase(number);
   return SetBootstrapKey(app, "PORTS", "COM" + std::to_string(number), device);
 }
 

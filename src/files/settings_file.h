@@ -59,7 +59,11 @@ LoadResult LoadUnitCache(App& app, const std::string& path);
 // CommSettings from speed, parity and stop bits. The port in use does not change by it.
 void BuildCommSettings(SharedState& state);
 
-// Section COMM.
+// Key TIMING of section COMM of the bootstrap file: "EVENT" for event timing, any other value or none for the
+// pattern. It belongs to this machine's line, so that a parameter file neither holds nor changes it.
+void LoadTiming(App& app);
+
+// Section COMM, with TIMING.
 FileError SaveCommSettings(App& app, const std::string& path);
 // The highest COM number that the program's port list offers.
 inline constexpr int kHighestPort = 10;
@@ -81,7 +85,16 @@ FileError SetPvCsvDir(App& app, const std::string& folder);
 // The device that COM number `number` stands for by section PORTS of the bootstrap file ("COM3" names
 // "/dev/ttyUSB0"), or empty.
 std::string GetPortDevice(App& app, int number);
+// The same, but for a COM number whose adapter has come back under another name: that name.
+std::string PortDeviceInForce(App& app, int number);
+// What an operator assigns counts, wherever an adapter was seen before.
 FileError SetPortDevice(App& app, int number, const std::string& device);
+
+// Key SYNC of section LOG of the bootstrap file is 1: logs are flushed to the disk once a cycle.
+bool GetLogSync(App& app);
+// Key IDENTIFY of section LINK of the bootstrap file is 1: each run asks the meter for its ID number at its
+// start, so that it can tell one from another behind a loss of the port.
+bool GetIdentifyRuns(App& app);
 
 // How many earlier captures the chart of waves shows behind the newest one: key WAVE_TRAIL of section VIEW of
 // the bootstrap file. What is no number from 0 to `most` reads as `absent`.

@@ -163,7 +163,7 @@ void frmMaint_MAIN::SetPort(const std::string& name, FileError written) {
 void frmMaint_MAIN::ShowPort() {
   const int number = ComNumber(Link.FwPortName);
   const std::string name = number > 0 ? Link.FwPortName : app_.Text(text::kPortNotChosen);
-  const std::string device = number > 0 ? GetPortDevice(app_, number) : "";
+  const std::string device = number > 0 ? PortDeviceInForce(app_, number) : "";
   StatusBar1.SetPanel(1, device.empty() ? name : name + "   " + device);
 }
 

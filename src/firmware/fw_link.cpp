@@ -6,6 +6,7 @@
 
 #include "firmware/sha256.h"
 #include "link/port.h"
+#include "link/port_return.h"
 #include "platform/serial_firmware_port.h"
 #include "values/text.h"
 
@@ -70,8 +71,14 @@ FwLink::FwLink(App& app)
 
 FirmwarePort::Handle FwLink::Open(const std::string& portName, int total_ms) {
   const FirmwareTimeouts timeouts{kIntervalMs, total_ms, 0, 0, kWriteMsPerByte};
+  const int port = ComNumber(portName);
+  FollowAdapter(app_, port);
   const auto handle = app_.platform.firmware.Open(portName, kSettings, timeouts);
-  if (handle == FirmwarePort::kNoHandle) FailByPort(FwFault::kPort);
+  if (handle == FirmwarePort::kNoHandle) {
+    FailByPort(FwFault::kPort);
+  } else {
+    NoteOpened(app_, port);
+  }
   return handle;
 }
 
@@ -93,6 +100,7 @@ void FwLink::Fail(FwFault fault, const std::string& text) {
 
 void FwLink::FailByPort(FwFault fault) {
   const auto& why = app_.platform.firmware.LastFault();
+  if (why && why->Code() == PortFaultCode::kRemoved) NoteLoss(app_);
   Fail(fault, why ? PortFaultText(app_, *why, ComNumber(FwPortName), kSettings) : "");
 }
 

@@ -23,8 +23,13 @@ class PortSwitch : public SerialPort {
   int BytesOut() override { return chosen_->BytesOut(); }
   int BytesIn() override { return chosen_->BytesIn(); }
   std::uint8_t TakeByte() override { return chosen_->TakeByte(); }
+  void HoldInput(bool held) override { chosen_->HoldInput(held); }
+  void AskPrompt() override { chosen_->AskPrompt(); }
   void SetRts(bool on) override { chosen_->SetRts(on); }
   void SetDtr(bool on) override { chosen_->SetDtr(on); }
+
+  // The simulated line that is open, null while none is.
+  sim::Line* OpenLine() { return simulated_.OpenLine(); }
 
  private:
   DeviceOf device_of_;

@@ -9,6 +9,10 @@ std::int64_t QtClock::NowMs() {
   return std::chrono::duration_cast<std::chrono::milliseconds>(Elapsed()).count();
 }
 
+std::int64_t QtClock::NowUs() {
+  return std::chrono::duration_cast<std::chrono::microseconds>(Elapsed()).count();
+}
+
 LocalTime QtClock::Now() {
   const QDateTime now = QDateTime::currentDateTime();
   LocalTime time;

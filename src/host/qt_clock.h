@@ -12,6 +12,7 @@ class QtClock : public Clock {
  public:
   // Since the clock was made.
   std::int64_t NowMs() override;
+  std::int64_t NowUs() override;
   std::chrono::nanoseconds Elapsed() const { return std::chrono::steady_clock::now() - start_; }
   LocalTime Now() override;
 

@@ -22,13 +22,17 @@ QtEventQueue::QtEventQueue(const QtClock& clock) : clock_(clock) {}
 
 QtEventQueue::~QtEventQueue() = default;
 
-void QtEventQueue::GiveWay(std::int64_t until_ms) {
-  const nanoseconds left = milliseconds(until_ms) - clock_.Elapsed();
+void QtEventQueue::GiveWay(std::int64_t until_ms) { GiveWayUntil(milliseconds(until_ms)); }
+
+void QtEventQueue::GiveWayUs(std::int64_t until_us) { GiveWayUntil(std::chrono::microseconds(until_us)); }
+
+void QtEventQueue::GiveWayUntil(nanoseconds moment) {
+  const nanoseconds left = moment - clock_.Elapsed();
   if (left < milliseconds(1)) {
     QCoreApplication::processEvents(QEventLoop::AllEvents);
     // Qt's timers know whole milliseconds. Waiting out the rest here keeps every wait exact, and one that
     // follows begins on a whole millisecond.
-    std::this_thread::sleep_for(milliseconds(until_ms) - clock_.Elapsed());
+    std::this_thread::sleep_for(moment - clock_.Elapsed());
     return;
   }
   QTimer alarm;  // one for each call: a handler that runs meanwhile may give way itself

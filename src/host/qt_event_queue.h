@@ -20,6 +20,7 @@ class QtEventQueue : public EventQueue {
   QtEventQueue& operator=(const QtEventQueue&) = delete;
 
   void GiveWay(std::int64_t until_ms) override;
+  void GiveWayUs(std::int64_t until_us) override;
   void Sleep(int ms) override;
   TimerId StartTimer(int interval_ms, std::function<void()> tick) override;
   void StopTimer(TimerId id) override;
@@ -32,6 +33,8 @@ class QtEventQueue : public EventQueue {
 
  private:
   struct Timer;
+
+  void GiveWayUntil(std::chrono::nanoseconds moment);
 
   const QtClock& clock_;
   QObject context_;  // tasks posted and ticks die with it

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/qt_serial_port.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -68,6 +69,7 @@ QtSerialPort::QtSerialPort(DeviceOf device_of) : device_of_(std::move(device_of)
 void QtSerialPort::Open(int number, const std::string& settings) {
   Close();
   fault_.reset();
+  port_.setReadBufferSize(0);
   device_ = DeviceName(number, device_of_);
   if (device_.empty()) Refuse(PortFaultCode::kMissing);
   const auto parsed = ParsePortSettings(settings);
@@ -168,6 +170,17 @@ std::uint8_t QtSerialPort::TakeByte() {
   char byte = 0;
   if (port_.read(&byte, 1) != 1) throw PortFault(PortFaultCode::kRead, device_);
   return static_cast<std::uint8_t>(byte);
+}
+
+// A full buffer makes Qt leave the bytes with the system and not look at them any more.
+void QtSerialPort::HoldInput(bool held) {
+  Check();
+  port_.setReadBufferSize(held ? std::max<qint64>(port_.bytesAvailable(), 1) : 0);
+}
+
+void QtSerialPort::AskPrompt() {
+  Check();
+  AskLowLatency(Descriptor());
 }
 
 // A device without the line reports it as an unsupported operation, which is no fault.

@@ -36,6 +36,8 @@ class QtSerialPort : public SerialPort {
   int BytesOut() override;
   int BytesIn() override;
   std::uint8_t TakeByte() override;
+  void HoldInput(bool held) override;
+  void AskPrompt() override;
   void SetRts(bool on) override;
   void SetDtr(bool on) override;
 

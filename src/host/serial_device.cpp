@@ -11,6 +11,7 @@ std::string GroupOf(const std::string& /*device*/) { return ""; }
 bool IsPseudoTerminal(int /*descriptor*/) { return false; }
 bool ClaimDevice(int /*descriptor*/) { return true; }
 int DriverBytesOut(int /*descriptor*/) { return 0; }
+void AskLowLatency(int /*descriptor*/) {}
 bool IsHungUp(int /*descriptor*/) { return false; }
 
 }  // namespace vlt
@@ -25,6 +26,7 @@ bool IsHungUp(int /*descriptor*/) { return false; }
 #include <sys/stat.h>
 #include <unistd.h>
 #ifdef __linux__
+#include <linux/serial.h>
 #include <sys/sysmacros.h>
 #endif
 
@@ -72,6 +74,17 @@ bool ClaimDevice(int descriptor) {
 int DriverBytesOut(int descriptor) {
   int count = 0;
   return ::ioctl(descriptor, TIOCOUTQ, &count) == 0 ? count : 0;
+}
+
+void AskLowLatency(int descriptor) {
+#ifdef __linux__
+  serial_struct settings = {};
+  if (::ioctl(descriptor, TIOCGSERIAL, &settings) != 0) return;
+  settings.flags |= ASYNC_LOW_LATENCY;
+  ::ioctl(descriptor, TIOCSSERIAL, &settings);
+#else
+  static_cast<void>(descriptor);
+#endif
 }
 
 bool IsHungUp(int descriptor) {

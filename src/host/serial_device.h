@@ -27,6 +27,10 @@ bool ClaimDevice(int descriptor);
 // Bytes that the driver has taken from us and not yet sent.
 int DriverBytesOut(int descriptor);
 
+// Asks the driver to hand bytes over without bundling them; an adapter on USB keeps them for up to 16 ms
+// otherwise. The driver remembers it until the device is unplugged. Ignored where there is no such thing.
+void AskLowLatency(int descriptor);
+
 // True when the other end of the device is gone.
 bool IsHungUp(int descriptor);
 

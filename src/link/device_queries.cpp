@@ -105,6 +105,7 @@ int GetTempUnitAt(App& app, int station) { return AskAt(app, kTempUnit, station)
 int GetSpecClass(App& app) {
   int spec = 0;
   if (!Ask(app, StationNumber(app), kSpec.address[0], kSpec.mode, spec)) return kNoAnswer;
+  app.state.SpecNumber = spec;
   return SpecClassOf(spec);
 }
 

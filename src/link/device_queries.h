@@ -32,7 +32,7 @@ int GetHeatFlowUnitAt(App& app, int station);
 int GetHeatTotalUnitAt(App& app, int station);
 int GetTempUnitAt(App& app, int station);
 
-// 0 full model, 1 single-channel model. Nothing is stored.
+// 0 full model, 1 single-channel model. Only the number behind it is stored, in SpecNumber.
 int GetSpecClass(App& app);
 // 0 one path, 1 two paths, 2 two pipes; -2 when another query has taken the shared request meanwhile. Nothing
 // is stored.

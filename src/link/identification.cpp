@@ -46,6 +46,7 @@ bool Ask(App& app, const RegisterSpan& span, std::string (*shown)(const Register
 void ForgetMeter(SharedState& state) {
   state.IdentifiedAt.clear();
   state.PathModeKnown = false;
+  state.SpecNumber = -1;
   for (std::string* text : {&state.MeterType, &state.MeterVersion, &state.MeterIdNo, &state.MeterSpecNo}) {
     text->clear();
   }

@@ -3,8 +3,12 @@
 
 #include <charconv>
 
+#include "link/port_return.h"
+#include "platform/port_settings.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "state/line_pace.h"
+#include "state/line_record.h"
 #include "values/number_text.h"
 
 namespace vlt {
@@ -51,6 +55,17 @@ void Configure(SerialPort& port, int number, const std::string& settings) {
   port.SetDtr(false);
 }
 
+// Whatever was on its way before is lost.
+LinePace PaceOf(const std::string& settings) {
+  LinePace pace;
+  if (const auto parsed = ParsePortSettings(settings)) {
+    const int parity_bit = parsed->parity == PortParity::kNone ? 0 : 1;
+    pace.speed = parsed->speed;
+    pace.bits_of_character = 1 + parsed->data_bits + parity_bit + parsed->stop_bits;
+  }
+  return pace;
+}
+
 // Runs one operation; false when it raised a fault.
 template <class Operation>
 bool Try(Operation&& operation) {
@@ -65,7 +80,6 @@ bool Try(Operation&& operation) {
 }  // namespace
 
 // A COM number that stands for no device reads "COM3", without empty brackets behind it.
-// A COM number that stands for no device reads "COM3", without empty brackets behind it.
 std::string PortFaultText(const App& app, const PortFault& fault, int port, const std::string& settings) {
   std::string reason =
       FormatText(app.Text(ReasonId(app, fault, port)),
@@ -76,23 +90,34 @@ std::string PortFaultText(const App& app, const PortFault& fault, int port, cons
 }
 
 void OpenPort(App& app, int port, const std::string& settings, bool& result) {
-  SerialPort& device = app.platform.port;
-  result = device.IsOpen();
+  result = app.platform.port.IsOpen();
   if (result) return;
+  FollowAdapter(app, port);
+  result = OpenPortAsItStands(app, port, settings);
+}
+
+bool OpenPortAsItStands(App& app, int port, const std::string& settings) {
+  SerialPort& device = app.platform.port;
+  bool result = false;
   app.state.CharGapMs = CalcCharGap(app);
   app.state.PortFaultReason.clear();
   try {
     Configure(device, port, settings);
+    if (app.state.EventTiming) device.AskPrompt();
+    *app.pace = PaceOf(settings);
     result = true;
     app.state.OpenedPort = port;
     app.state.OpenedDevice = device.DeviceBehind(port);
     app.state.OpenedSettings = settings;
+    app.line->Opened(settings);
+    NoteOpened(app, port);
   } catch (const PortFault& fault) {
     app.state.PortFaultReason = PortFaultText(app, fault, port, settings);
     Try([&] { device.Close(); });
   }
   app.state.PortIsOpen = result;
   if (app.frame != nullptr) app.frame->ShowFacts();
+  return result;
 }
 
 bool OpenPort(App& app) {

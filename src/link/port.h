@@ -15,6 +15,8 @@ namespace vlt {
 void OpenPort(App& app, int port, const std::string& settings, bool& result);
 // The same with PortNo and CommSettings.
 bool OpenPort(App& app);
+// As the first one, for who has just looked where a lost adapter is now.
+bool OpenPortAsItStands(App& app, int port, const std::string& settings);
 
 // The same; on failure a box says "The error occurred at the time of communication", the pointer is normal
 // again, and the status line has that text and the reason.

@@ -2,6 +2,7 @@
 #include "link/registers.h"
 
 #include "resources/text_ids.h"
+#include "state/line_record.h"
 #include "values/codecs.h"
 
 namespace vlt {
@@ -10,11 +11,18 @@ namespace {
 constexpr std::size_t kReplyHead = 3;  // station, function, count
 constexpr std::size_t kCheckBytes = 2;
 
-constexpr int kException = 0x80;  // added to the function of a request that the meter refuses
+WriteResult Judge(App& app, const Frame& request, const Frame& reply, bool answered, bool repeated) {
+  if (!answered)
+    return reply[1] == (request[1] | kExceptionBit) ? WriteResult::kRefused : WriteResult::kNoReply;
+  if (repeated) return WriteResult::kProven;
+  app.line->CorrectLast(AttemptEnd::kOtherEcho);
+  return WriteResult::kOtherEcho;
+}
 
-WriteResult Judge(const Frame& request, const Frame& reply, bool answered, bool repeated) {
-  if (!answered) return reply[1] == (request[1] | kException) ? WriteResult::kRefused : WriteResult::kNoReply;
-  return repeated ? WriteResult::kProven : WriteResult::kOtherEcho;
+// A meter is known by its ID number only until somebody gives it another one.
+void ForgetWhatIsWritten(App& app, int address, int count) {
+  constexpr int kIdNumber = 0x0104;
+  if (address <= kIdNumber && kIdNumber < address + 2 * count) app.state.MeterIdNo.clear();
 }
 
 }  // namespace
@@ -38,8 +46,9 @@ bool ReadRegisters(App& app, const RegisterSpan& span, RegisterData& data) {
 WriteResult WriteRegister(App& app, const Target& target, int address, int value) {
   Frame request = WriteRegisterRequest(target.station, address, value);
   Frame reply = ReplyFor(request);
+  ForgetWhatIsWritten(app, address, 1);
   const bool answered = SendReceive(app, request, reply, target.mode);
-  return Judge(request, reply, answered, answered && EchoWordMatch(reply, value & 0xFFFF, 1));
+  return Judge(app, request, reply, answered, answered && EchoWordMatch(reply, value & 0xFFFF, 1));
 }
 
 WriteResult WriteRegister(App& app, int address, int value) {
@@ -58,8 +67,10 @@ bool WriteCommand(App& app, int address, int value, int& answer) {
 WriteResult WriteRegisters(App& app, const Target& target, int address, std::span<const std::uint8_t> data) {
   Frame request = WriteRegistersRequest(target.station, address, data);
   Frame reply = ReplyFor(request);
+  ForgetWhatIsWritten(app, address, static_cast<int>(data.size() / 2));
   const bool answered = SendReceive(app, request, reply, target.mode);
-  return Judge(request, reply, answered, answered && EchoWordEqual(reply, static_cast<int>(data.size() / 2)));
+  return Judge(app, request, reply, answered,
+               answered && EchoWordEqual(reply, static_cast<int>(data.size() / 2)));
 }
 
 WriteResult WriteRegisters(App& app, int address, std::span<const std::uint8_t> data) {

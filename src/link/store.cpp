@@ -8,7 +8,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kStoreRegister = 0x0150;
 constexpr int kIdle = 0;
 constexpr int kRequest = 1;
 constexpr int kRounds = 5;

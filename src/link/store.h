@@ -7,6 +7,9 @@
 
 namespace vlt {
 
+// The register of the command: 1 asks for a store, 0 tells that none is under way.
+inline constexpr int kStoreRegister = 0x0150;
+
 // True when the meter has confirmed the store. Opens the port; when that fails a message box says so. A meter
 // that is not idle, does not answer, or takes longer than some 350 ms gives false with nothing shown.
 bool SaveToDevice(App& app);

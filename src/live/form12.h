@@ -131,6 +131,8 @@ class Form12 : public PageForm {
   void OpenLog();
   void BeginCycles();
   void BeginPass();
+  void ShowAcquiring();
+  void WaitChanged();
   void PollNext();
   void EndPass();
   void RunStopped();

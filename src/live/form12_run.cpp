@@ -131,8 +131,10 @@ bool Form12::AskUnits() {
 // A wait window that was closed has been cancelled.
 bool Form12::AskUnitsBehind(frmWait& wait) {
   const GoesOn goes_on = [&] { return run_.GoesOn() && app().state.WaitCancel == 0 && List().Exists(&wait); };
+  const bool identify = GetIdentifyRuns(app());
   for (Station& station : stations_) {
     station.units = AskStationUnits(app(), station.number, displays_, goes_on);
+    if (identify && goes_on()) LearnStation(app(), station);
     if (!goes_on()) return false;
     wait.pbWait.SetValue(wait.pbWait.Value() + 1);
   }
@@ -161,6 +163,7 @@ void Form12::OpenLog() {
   if (!PvFileName.empty()) {
     log_.BeginRun();
     log_.WriteHead(PvFileName);
+    log_.EnterRun(Name());
   }
   ShowLog();
 }
@@ -168,6 +171,14 @@ void Form12::OpenLog() {
 std::vector<std::string> Form12::HeadLines() {
   const StationRun run{.started = run_started_, .cycle_seconds = CycleSeconds()};
   return StationHeadLines(run, stations_, displays_, app().state.LangOffset);
+}
+
+// Each station has to prove anew that it is the one whose units are known.
+void Form12::WaitChanged() {
+  if (!run_.Waiting()) {
+    for (Station& station : stations_) station.doubted = true;
+  }
+  ShowAcquiring();
 }
 
 void Form12::BeginCycles() {
@@ -188,10 +199,14 @@ void Form12::CycleTimer_Timer() {
     run_.Stop();
   } else if (in_pass_) {
     overran_ = true;
-    ShowState(kRunAcquiring, app().Text(text::kPassTooLong));
+    ShowAcquiring();
   } else {
     BeginPass();
   }
+}
+
+void Form12::ShowAcquiring() {
+  ShowState(kRunAcquiring, run_.Waiting() ? run_.WaitText() : overran_ ? app().Text(text::kPassTooLong) : "");
 }
 
 void Form12::BeginPass() {
@@ -200,7 +215,7 @@ void Form12::BeginPass() {
     cycle_ms_ = now - pass_started_ms_;
     load_ = static_cast<double>(busy_ms_) / static_cast<double>(*cycle_ms_);
   }
-  ShowState(kRunAcquiring, overran_ ? app().Text(text::kPassTooLong) : "");
+  ShowAcquiring();
   ShowPace();
   in_pass_ = true;
   overran_ = false;
@@ -223,8 +238,8 @@ void Form12::PollNext() {
     EndPass();
     return;
   }
-  // A port that went away is tried again each pass: an adapter that is plugged in again goes on.
-  if (PvIndex == 0 && !app().platform.port.IsOpen()) OpenPort(app());
+  // While the run waits for its port nothing else opens it.
+  if (PvIndex == 0 && !run_.Waiting() && !app().platform.port.IsOpen()) OpenPort(app());
   const std::int64_t before = app().platform.clock.NowMs();
   PollStation(app(), stations_[static_cast<std::size_t>(PvIndex)], displays_,
               [this] { return run_.GoesOn(); });
@@ -239,9 +254,12 @@ void Form12::EndPass() {
   pass_ms_ = app().platform.clock.NowMs() - pass_started_ms_;
   // The first poll lies in a tick of CycleTimer, and the ticks that fall into it are lost.
   overran_ = overran_ || *pass_ms_ > CycleTimer.Interval();
-  if (overran_) ShowState(kRunAcquiring, app().Text(text::kPassTooLong));
+  if (overran_) ShowAcquiring();
   ShowValues();
-  log_.Append(PvFileName, StationRecordLine(pass_time_, stations_, displays_), pass_time_);
+  // A gap of the line is told behind the last column.
+  const std::string gap = run_.GapMark();
+  const std::string record = StationRecordLine(pass_time_, stations_, displays_);
+  if (log_.Append(PvFileName, gap.empty() ? record : record + "," + gap, pass_time_)) run_.MarkLogged();
   ShowLog();
   ShowPace();
 }
@@ -252,6 +270,7 @@ void Form12::cmdStop_Click() {
 }
 
 void Form12::RunStopped() {
+  log_.EndRun();
   CycleTimer.SetRunning(false);
   FixTimer.SetRunning(false);
   in_pass_ = false;

@@ -53,6 +53,11 @@ Form9::Form9(App& app)
     : PageForm(app, "Form9"),
       log_(app, [this] { return HeadLines(); }),
       run_(app, *this, [this](bool may_ask) { RunStopped(may_ask); }) {
+  run_.WaitBy({.prove =
+                   [this](std::string& differs) {
+                     return ProveMeter(this->app(), OwnStation(this->app(), kModeUnitQuery), mark_, differs);
+                   },
+               .changed = [this] { ShowWait(); }});
   Start.on_click = [this] { Start_Click(); };
   Stop.on_click = [this] { Stop_Click(); };
   SaveCSV.on_click = [this] { SaveCSV_Click(); };

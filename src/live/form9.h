@@ -182,6 +182,7 @@ class Form9 : public PageForm {
   void BeginCycles();
   void RestartTimer();
   bool AskUnits();
+  void LearnMeter();
   void TellUnknownChannels();
   void AskChannelMode();
   void RunStopped(bool may_ask);
@@ -190,6 +191,7 @@ class Form9 : public PageForm {
   // Stopped, and the last tick is still to come.
   bool IsEnding() const { return Running != 1 && CycleTimer.Running() && !run_.Busy(); }
   void ShowState(int text_id, bool with_error);
+  void ShowWait();
   void SetScaleControls(bool enabled);
   void ShowChannelsInUse();
   void EnableChannelLabels(int ch, bool enabled);
@@ -212,6 +214,7 @@ class Form9 : public PageForm {
   std::vector<std::string> HeadLines();
 
   bool heat_ = false;  // this run reads the heat block too
+  MeterMark mark_;     // of the meter of this run
   std::array<FieldTexts, kChannels> texts_;
   std::optional<double> TrendValue;  // to draw in this cycle
 };

@@ -45,7 +45,12 @@ void Form9::WriteMeasureHeader(const std::string& path) {
 
 void Form9::AppendMeasureRecord(const std::string& path, const LocalTime& localTime,
                                 std::span<const FieldTexts> fieldTexts, const std::string& errorText) {
-  log_.Append(path, MeasureRecordLine(localTime, fieldTexts, FieldCount(), errorText), localTime);
+  // A gap of the line is told where the error stands.
+  const std::string gap = run_.GapMark();
+  const std::string behind = errorText + (errorText.empty() || gap.empty() ? "" : " ") + gap;
+  if (log_.Append(path, MeasureRecordLine(localTime, fieldTexts, FieldCount(), behind), localTime)) {
+    run_.MarkLogged();
+  }
   StatusBar2.SetPanel(2, log_.Trouble());
 }
 

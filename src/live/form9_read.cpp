@@ -44,8 +44,8 @@ int Form9::PlottedPlace() const {
 }
 
 int Form9::ReadMeasuredValues() {
-  // A port that went away is tried again each cycle: a meter that is plugged in again goes on being measured.
-  if (!app().platform.port.IsOpen()) OpenPort(app());
+  // While the run waits for its port nothing else opens it.
+  if (!run_.Waiting() && !app().platform.port.IsOpen()) OpenPort(app());
   TrendValue.reset();
   bool good = true;
   for (int ch = 0; ch < ChannelCount(); ++ch) good = ReadChannel(ch) && good;

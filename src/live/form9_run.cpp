@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
 
+#include "files/settings_file.h"
 #include "link/device_queries.h"
 #include "link/operation.h"
 #include "link/port.h"
@@ -58,6 +59,7 @@ bool Form9::PrepareRun() {
   ShowChannelsInUse();
   ShowUnits();
   WriteMeasureHeader(MeasureFilePath);
+  log_.EnterRun(Name());
   const Shown& plotted = kShown[static_cast<std::size_t>(PlottedPlace())];
   Chart2D1.SetYTitle(plotted.unit(*this, ChosenChannel()).Caption());
   return true;
@@ -95,10 +97,12 @@ void Form9::SetScaleControls(bool enabled) {
 
 // False when the run is to end.
 bool Form9::AskUnits() {
-  GetUnitFlag(app());
+  mark_ = KnownMark(app().state);
+  if (const int system = GetUnitFlag(app()); system >= 0) mark_.unit_system = system;
   ClearUnitCaches(app());
   if (run_.GoesOn()) {
     ChannelMode = GetChannelConfig(app());
+    mark_.specification = KnownMark(app().state).specification;
     TellUnknownChannels();
   }
   heat_ = ChannelMode != 3 && app().state.SpecClass == 0;
@@ -111,6 +115,7 @@ bool Form9::AskUnits() {
       if (run_.GoesOn()) query(app());
     }
   }
+  LearnMeter();
   BuildFlowUnitNames(app());
   BuildTotalUnitNames(app());
   BuildHeatFlowUnitNames(app());
@@ -118,6 +123,13 @@ bool Form9::AskUnits() {
   BuildTempUnitNames(app());
   BuildBaseUnitNames(app());
   return run_.GoesOn();
+}
+
+// What the session does not know of the meter yet is asked where the settings want it.
+void Form9::LearnMeter() {
+  if (mark_.id_number || !run_.GoesOn() || !GetIdentifyRuns(app())) return;
+  std::string differs;
+  ProveMeter(app(), OwnStation(app(), kModeUnitQuery), mark_, differs);
 }
 
 // The run goes on with all channels; why some of them stay silent stands in the main window's status line,
@@ -177,16 +189,22 @@ void Form9::AcquireOnce() {
   ShowState(kRunAcquiring, !good);
 }
 
-// The run's state in words; behind a failed cycle or run why, and what is wrong with a port that is gone.
+// The run's state in words; behind a failed cycle or run why, and what the run waits for.
 void Form9::ShowState(int text_id, bool with_error) {
   std::string text = app().Text(text_id);
   if (with_error) {
-    text += " " + app().state.LastErrorText;
-    const bool gone = !app().platform.port.IsOpen() && !app().state.PortFaultReason.empty();
+    const std::string& error = app().state.LastErrorText;
+    text += " " + error;
+    if (run_.Waiting()) text += (error.empty() ? "" : " ") + run_.WaitText();
+    const bool gone =
+        !run_.Waiting() && !app().platform.port.IsOpen() && !app().state.PortFaultReason.empty();
     if (gone) text += " " + app().state.PortFaultReason;
   }
   StatusBar2.SetPanel(1, app().Stamped(text));
 }
+
+// Between two cycles.
+void Form9::ShowWait() { ShowState(kRunAcquiring, run_.Waiting()); }
 
 // The count of seconds begins again when a cycle has returned: its period is the cycle's seconds plus what
 // the exchanges took.
@@ -235,6 +253,7 @@ void Form9::AskChannelMode() {
 }
 
 void Form9::RunStopped(bool may_ask) {
+  log_.EndRun();
   Frame6.SetEnabled(true);
   if (may_ask) run_.Ask([this] { AskChannelMode(); });
   FillChannelList();

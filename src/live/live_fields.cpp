@@ -16,21 +16,25 @@ constexpr int kShownDecimals = 3;
 constexpr int kNoAlarm = 4880;
 
 constexpr LiveField kMeasured[] = {
-    {0, LiveType::kSingle, 2180, UnitKind::kVelocity}, {2, LiveType::kSingle, 2220, UnitKind::kFlow},
-    {4, LiveType::kSingle, 2221, UnitKind::kPercent},  {6, LiveType::kDouble, 2360, UnitKind::kTotal},
-    {10, LiveType::kDouble, 2370, UnitKind::kTotal},   {14, LiveType::kPulses, 2380, UnitKind::kPulses},
-    {16, LiveType::kPulses, 2390, UnitKind::kPulses},  {18, LiveType::kBits, 1965},
+    {"measured.velocity", 0, LiveType::kSingle, 2180, UnitKind::kVelocity},
+    {"measured.flow", 2, LiveType::kSingle, 2220, UnitKind::kFlow},
+    {"measured.flow_percent", 4, LiveType::kSingle, 2221, UnitKind::kPercent},
+    {"measured.plus_total", 6, LiveType::kDouble, 2360, UnitKind::kTotal},
+    {"measured.minus_total", 10, LiveType::kDouble, 2370, UnitKind::kTotal},
+    {"measured.plus_pulses", 14, LiveType::kPulses, 2380, UnitKind::kPulses},
+    {"measured.minus_pulses", 16, LiveType::kPulses, 2390, UnitKind::kPulses},
+    {"measured.alarms", 18, LiveType::kBits, 1965},
 };
 constexpr LiveField kHeat[] = {
-    {2, LiveType::kSingle, 2392, UnitKind::kPercent},
-    {0, LiveType::kSingle, 2391, UnitKind::kHeatFlow},
-    {24, LiveType::kDouble, 2393, UnitKind::kTemperature},
-    {4, LiveType::kDouble, 2394, UnitKind::kHeatTotal},
-    {12, LiveType::kPulses, 2395, UnitKind::kPulses},
-    {8, LiveType::kDouble, 2396, UnitKind::kHeatTotal},
-    {14, LiveType::kPulses, 2397, UnitKind::kPulses},
-    {16, LiveType::kDouble, 2398, UnitKind::kTemperature},
-    {20, LiveType::kDouble, 2399, UnitKind::kTemperature},
+    {"measured.heat_percent", 2, LiveType::kSingle, 2392, UnitKind::kPercent},
+    {"measured.heat_flow", 0, LiveType::kSingle, 2391, UnitKind::kHeatFlow},
+    {"measured.temperature_difference", 24, LiveType::kDouble, 2393, UnitKind::kTemperature},
+    {"measured.heating_total", 4, LiveType::kDouble, 2394, UnitKind::kHeatTotal},
+    {"measured.heating_pulses", 12, LiveType::kPulses, 2395, UnitKind::kPulses},
+    {"measured.cooling_total", 8, LiveType::kDouble, 2396, UnitKind::kHeatTotal},
+    {"measured.cooling_pulses", 14, LiveType::kPulses, 2397, UnitKind::kPulses},
+    {"measured.supply_temperature", 16, LiveType::kDouble, 2398, UnitKind::kTemperature},
+    {"measured.return_temperature", 20, LiveType::kDouble, 2399, UnitKind::kTemperature},
 };
 static_assert(std::size(kMeasured) == kPlainFields && std::size(kMeasured) + std::size(kHeat) == kAllFields);
 

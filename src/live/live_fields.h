@@ -20,7 +20,8 @@ namespace vlt {
 enum class LiveType : std::uint8_t { kSingle, kDouble, kPulses, kBits };
 
 struct LiveField {
-  int offset;  // in registers from the start of its block
+  std::string_view name;  // group and name: "measured.velocity"
+  int offset;             // in registers from the start of its block
   LiveType type;
   int head;  // text id
   UnitKind unit = UnitKind::kNone;

@@ -32,10 +32,12 @@ void LiveRun::Do(const std::function<void()>& work) {
     busy_ = false;
     stop_pending_ = false;
     Running = 0;
+    StopLooking();
     if (owns_lock_) SetLock(false);
     throw;
   }
   busy_ = false;
+  if (app_.state.Lost.away && !stop_pending_) TakeLoss();
 }
 
 void LiveRun::Start(const std::function<bool()>& prepare, const std::function<void()>& first) {
@@ -45,6 +47,7 @@ void LiveRun::Start(const std::function<bool()>& prepare, const std::function<vo
     if (!prepare()) stop_pending_ = true;
     if (stop_pending_) return;
     Running = 1;
+    StartLooking();
     first();
   });
   if (stop_pending_) Finish();
@@ -52,7 +55,10 @@ void LiveRun::Start(const std::function<bool()>& prepare, const std::function<vo
 
 void LiveRun::Cycle(const std::function<void()>& work) {
   if (busy_ || Running != 1) return;
-  Do(work);
+  Do([&] {
+    if (waiting_) TryReturn();
+    if (GoesOn()) work();
+  });
   if (stop_pending_) Finish();
 }
 
@@ -79,6 +85,7 @@ void LiveRun::Leave() {
 void LiveRun::Finish() {
   stop_pending_ = false;
   Running = 0;
+  StopLooking();
   // A lock that another operation holds is not ours to release, and its exchange must not be cut into.
   const bool foreign = app_.state.UiLocked && !owns_lock_;
   if (!foreign) SetLock(false);

@@ -5,10 +5,18 @@
 // Every exchange gives way to events, so Stop, or the end of the window, may come in the middle of any work.
 // They only leave a note then: the work looks at GoesOn() between its exchanges, and what ends the run
 // follows when it has returned. So no exchange lies inside another, and none starts in a destructor.
+//
+// A run that can wait (ComeBack) survives the loss of its port. While it waits the port is closed: what a
+// cycle asks fails at once, as on a line that is gone. Once a second the port is looked for; when it is back
+// the meter must prove that it is the one from before, and only then the run goes on.
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
 
+#include "link/meter_mark.h"
+#include "link/port_return.h"
 #include "state/app.h"
 
 namespace vlt {
@@ -18,6 +26,7 @@ class LiveRun {
   // `stopped` gives the window its controls back after each Stop, the run's lock being released. `may_ask` is
   // false when the meter must be left alone: another operation holds the lock, or the window is gone.
   LiveRun(App& app, Form& form, std::function<void(bool may_ask)> stopped);
+  ~LiveRun() { StopLooking(); }
   LiveRun(const LiveRun&) = delete;
   LiveRun& operator=(const LiveRun&) = delete;
 
@@ -43,12 +52,40 @@ class LiveRun {
   // Lets events run for so many milliseconds, or until a Stop comes. As GoesOn().
   bool Pause(int ms);
 
+  // What a run does when its port was lost.
+  struct ComeBack {
+    // Asks the meter whether it is the one of this run; `differs` as for ProveMeter. Empty: whatever hangs on
+    // the port goes on, and the window judges it by itself.
+    std::function<MeterProof(std::string& differs)> prove;
+    // Told when the run begins to wait, when what it waits for changes, and when it goes on.
+    std::function<void()> changed;
+  };
+  // From here on runs wait for their port.
+  void WaitBy(ComeBack come_back) { come_back_ = std::move(come_back); }
+  // The port is away, or not proven yet.
+  bool Waiting() const { return waiting_; }
+  // Why, in the language in force; empty while the run does not wait.
+  std::string WaitText() const;
+  // What the next record has to say of a gap, without a comma; empty mostly. A loss that was met just now is
+  // taken. MarkLogged when the record was written.
+  std::string GapMark();
+  void MarkLogged();
+
   int Running = 0;  // 1 while a run is on
 
  private:
   void Do(const std::function<void()>& work);
   void Finish();
   void SetLock(bool locked);
+  // live_run_wait.cpp
+  void StartLooking();
+  void StopLooking();
+  void Look();
+  void TakeLoss();
+  void TryReturn();
+  void Prove(const LostPort& before);
+  void GoOn(const LostPort& before);
+  void TellWait();
 
   App& app_;
   Form& form_;
@@ -57,6 +94,19 @@ class LiveRun {
   bool stop_pending_ = false;
   bool owns_lock_ = false;
   bool leaving_ = false;
+
+  ComeBack come_back_;
+  EventQueue::TimerId looking_ = 0;
+  bool waiting_ = false;
+  Sight sight_ = Sight::kAway;            // of the adapter, while waiting
+  MeterProof proof_ = MeterProof::kSame;  // of the last one that has failed; kSame: none has
+  std::string differs_;
+  std::int64_t ask_again_ms_ = 0;  // a meter that has failed its proof is left alone until then
+  // The gap that is to be told in the log.
+  std::string gap_port_;
+  std::string gap_from_;
+  std::string gap_to_;  // empty while it lasts
+  bool begin_logged_ = false;
 };
 
 }  // namespace vlt

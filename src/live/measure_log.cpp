@@ -6,6 +6,7 @@
 #include "files/csv_log.h"
 #include "files/file_report.h"
 #include "files/settings_file.h"
+#include "files/whole_file.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "values/number_text.h"
@@ -50,8 +51,27 @@ void MeasureLog::WriteHead(const std::string& path) {
   Note(path, error);
 }
 
-void MeasureLog::Append(const std::string& path, const std::string& record, const LocalTime& time) {
-  if (IsNoFile(path)) return;
+void MeasureLog::EnterRun(const std::string& page) {
+  app_.state.LogSync = GetLogSync(app_);
+  if (IsNoFile(Path)) return;
+  run_ = OpenRun{.started = DateTimeText(app_.platform.clock.Now()), .page = page, .path = Path};
+  journal_error_ = vlt::EnterRun(app_, *run_);
+}
+
+void MeasureLog::EndRun() {
+  if (run_) journal_error_ = TakeOutRun(app_, *run_);
+  run_.reset();
+}
+
+// The next file has its head: what is recorded from here on is found there.
+void MeasureLog::FollowRun() {
+  if (!run_) return;
+  journal_error_ = MoveRun(app_, *run_, Path);
+  run_->path = Path;
+}
+
+bool MeasureLog::Append(const std::string& path, const std::string& record, const LocalTime& time) {
+  if (IsNoFile(path)) return false;
   FileSystem& files = app_.platform.files;
   FileError error = FileError::kGood;
   if (!files.Exists(path)) {
@@ -60,15 +80,22 @@ void MeasureLog::Append(const std::string& path, const std::string& record, cons
   }
   if (error == FileError::kGood) error = AppendCsv(files, path, {record});
   lost_records_ = error == FileError::kGood ? 0 : lost_records_ + 1;
+  const bool written = error == FileError::kGood;
+  if (written && app_.state.LogSync) error = files.Flush(CleanPath(path));
   Note(path, error);
-  if (error != FileError::kGood || ++RecordCount < kLinesInFile - head_lines_) return;
+  if (!written || ++RecordCount < kLinesInFile - head_lines_) return written;
   RecordCount = 0;
   Path = RestampedCsvPath(files, path, time);
   WriteHead(Path);
+  FollowRun();
+  return true;
 }
 
 std::string MeasureLog::Trouble() const {
-  if (last_error_ == FileError::kGood) return {};
+  if (last_error_ == FileError::kGood) {
+    if (journal_error_ == FileError::kGood) return {};
+    return NotWrittenText(app_, RunJournalPath(app_), journal_error_);
+  }
   if (lost_records_ == 0) return NotWrittenText(app_, last_name_, last_error_);
   return FormatText(app_.Text(text::kRecordsLost),
                     {std::to_string(lost_records_), last_name_, app_.Text(NotWrittenReason(last_error_))});

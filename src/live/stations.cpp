@@ -7,6 +7,7 @@
 #include "link/device_queries.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_heal.h"
 #include "state/device_facts.h"
 
 namespace vlt {
@@ -65,6 +66,23 @@ bool ReadBlock(App& app, Station& station, int ch, std::size_t block) {
   return true;
 }
 
+MeterProof Prove(App& app, Station& station, std::string& differs) {
+  return ProveMeter(app, {.station = station.number, .mode = kModeStations}, station.mark, differs);
+}
+
+// A station whose unit system is not known has no column whose unit could be wrong.
+bool IsTheSame(App& app, Station& station) {
+  if (!station.doubted) return true;
+  station.mark.unit_system =
+      station.units.unit_flag == kUnknown ? std::nullopt : std::optional(station.units.unit_flag);
+  std::string differs;
+  const MeterProof proof = Prove(app, station, differs);
+  station.doubted = proof != MeterProof::kSame;
+  if (proof == MeterProof::kSilent) station.failure = app.state.LastErrorText;
+  if (proof == MeterProof::kOther) station.failure = FormatText(app.Text(text::kStationOther), {differs});
+  return !station.doubted;
+}
+
 }  // namespace
 
 LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays, const GoesOn& goes_on) {
@@ -72,7 +90,7 @@ LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays
   const auto ask = [&](int& code, const auto& query) {
     if (!goes_on()) return;
     code = query();
-    WaitMs(app, kRestMs);
+    RestMs(app, kRestMs);
   };
   ask(units.unit_flag, [&] { return GetUnitFlagAt(app, station); });
   if (units.unit_flag == kUnknown) return units;
@@ -88,13 +106,18 @@ LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays
   return units;
 }
 
+void LearnStation(App& app, Station& station) {
+  std::string differs;
+  Prove(app, station, differs);
+}
+
 void PollStation(App& app, Station& station, const StationDisplays& displays, const GoesOn& goes_on) {
   for (auto& blocks : station.blocks) {
     for (RegisterData& data : blocks) data.clear();
   }
   station.failure.clear();
-  bool good = true;
-  for (const int ch : ChannelsOf(displays)) {
+  bool good = IsTheSame(app, station);
+  for (const int ch : good ? ChannelsOf(displays) : std::vector<int>()) {
     for (std::size_t block = 0; block < (NeedsHeat(displays, ch) ? 2 : 1); ++block) {
       if (!goes_on()) return;
       good = ReadBlock(app, station, ch, block) && good;

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "link/meter_mark.h"
 #include "live/live_fields.h"
 #include "platform/clock.h"
 #include "state/app.h"
@@ -39,6 +40,9 @@ struct Station {
   std::int64_t failed = 0;            // of those, the ones with an exchange that failed
   std::optional<LocalTime> answered;  // when the last good exchange ended
   std::string failure;                // why the last poll failed; empty when it was good
+  MeterMark mark;                     // what it has told of itself
+  // The line was away since its last poll: it has to prove first that it is the one that was there.
+  bool doubted = false;
 };
 
 // False when the run is to end: nothing more is asked then.
@@ -48,6 +52,9 @@ using GoesOn = std::function<bool()>;
 // rest behind each query. Of a station that does not tell its unit system nothing more is asked: its codes
 // mean nothing without.
 LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays, const GoesOn& goes_on);
+
+// Asks a station for its ID number, so that it can be told from another one behind a loss of the line.
+void LearnStation(App& app, Station& station);
 
 // One poll: the blocks that the displays need, kModeStations. A poll that a Stop has cut short is not
 // counted.

@@ -73,6 +73,10 @@ std::string UnitName(UnitKind kind, int code, int unit_flag, int lang_offset) {
   }
 }
 
+int UnitCode(const SharedState& state, UnitKind kind, int channel) {
+  return kind == UnitKind::kFlow && IsVelocity(state, channel) ? -1 : CodeOf(state, kind, channel);
+}
+
 std::string UnitText(const SharedState& state, UnitKind kind, int channel) {
   if (kind == UnitKind::kFlow && IsVelocity(state, channel)) kind = UnitKind::kVelocity;
   return UnitName(kind, CodeOf(state, kind, channel), state.UnitFlag, state.LangOffset);

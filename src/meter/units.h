@@ -17,6 +17,10 @@ std::string UnitName(UnitKind kind, int code, int unit_flag, int lang_offset);
 // velocity where the kind of the channel's range says so.
 std::string UnitText(const SharedState& state, UnitKind kind, int channel);
 
+// The code of that unit, or -1 for a velocity: what tells it from others of its kind and unit system, in any
+// language. 0 for units that have no code.
+int UnitCode(const SharedState& state, UnitKind kind, int channel);
+
 // "[mm]" as "mm".
 std::string WithoutBrackets(std::string text);
 

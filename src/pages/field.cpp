@@ -38,6 +38,17 @@ Control& Field::Entry() const {
   return *options[0];
 }
 
+bool Field::HasEntry(const Control& control) const {
+  return &control == text || &control == list || &control == options[0] || &control == options[1];
+}
+
+std::string Field::ShownText() const {
+  if (text != nullptr) return std::string(Trim(text->Text()));
+  if (list != nullptr) return list->Text();
+  const int selected = Selected();
+  return selected < 0 ? std::string() : options[static_cast<std::size_t>(selected)]->Caption();
+}
+
 int Field::Selected() const {
   if (list != nullptr) return list->ListIndex();
   if (options[0]->Value()) return 0;
@@ -113,6 +124,20 @@ void ShowSlot(const Field& field, const std::string& slot) {
   } else {
     field.Select(IndexOfSlot(slot));
   }
+}
+
+std::string ValueText(const Field& field) {
+  if (field.text != nullptr) return std::string(Trim(field.text->Text()));
+  const int selected = field.Selected();
+  return selected < 0 ? std::string() : std::to_string(field.CodeOf(selected));
+}
+
+Encoded EncodeField(const App& app, const Field& field) {
+  if (field.text == nullptr) {
+    return field.Selected() < 0 ? Encoded{} : Encoded{EncodeCode(field.CodeOf(field.Selected()))};
+  }
+  const std::string_view text = Trim(field.text->Text());
+  return text.empty() ? Encoded{} : EncodeText(*field.parameter, app.state, text);
 }
 
 std::string FieldHint(const App& app, const Parameter& row, int address) {

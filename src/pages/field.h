@@ -29,6 +29,8 @@ struct Field {
   std::function<int(int)> index_of_code = nullptr;
 
   Control& Entry() const;
+  // Whether a control is the entry, or one of its options.
+  bool HasEntry(const Control& control) const;
   // The selected entry of the list or the set option, or -1. Not for numbers.
   int Selected() const;
   // Selects an entry or sets an option; an index that there is not selects nothing.
@@ -39,7 +41,9 @@ struct Field {
   // The code that a selected entry stands for, and the entry of a code.
   int CodeOf(int index) const { return code_of_index ? code_of_index(index) : index; }
   int IndexOf(int code) const;
-  // What a failed write or a value that can't be sent leaves at the entry; empty takes it away.
+  // What a person reads in the entry: its text, the entry of the list, the caption of the set option.
+  std::string ShownText() const;
+  // What a failed exchange or a value that can't be sent leaves at the entry; empty takes it away.
   void Mark(const std::string& reason) const;
 };
 
@@ -53,6 +57,12 @@ Field Bind(const Parameter& parameter, CheckBox& box, OptionButton& first, Optio
 // What the parameter file keeps of the entry, and back.
 std::string SlotText(const Field& field);
 void ShowSlot(const Field& field, const std::string& slot);
+
+// The value that the entry holds, as text: of a list and of options the code, whatever entries are offered;
+// empty when there is none.
+std::string ValueText(const Field& field);
+// The same as register bytes; none when there is no value.
+Encoded EncodeField(const App& app, const Field& field);
 
 // What a tooltip says of a parameter whose register lies at `address`: register and value type.
 std::string FieldHint(const App& app, const Parameter& row, int address);

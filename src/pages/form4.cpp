@@ -215,10 +215,6 @@ void Form4::ShowUnitsInForce() {
 
 int Form4::Channel() const { return std::max(CH_Combo.ListIndex(), 0); }
 
-std::string Form4::UnitOf(const Field& field) {
-  return UnitText(app().state, field.parameter->unit, Channel());
-}
-
 // --- exchanges -----------------------------------------------------------------------------------------
 
 void Form4::ReadBlocks() {

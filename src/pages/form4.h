@@ -85,7 +85,7 @@ class Form4 : public ParameterPage {
   void PlanFunction(WritePlan& plan);
   bool FieldTakesPart(const Field& field) override;
   void FieldWasRead(const Field& field, int code) override;
-  std::string UnitOf(const Field& field) override;
+  int UnitChannel(const Field&) override { return Channel(); }
   void LearnUnit(const Field&) override {}  // AskUnits has asked for all of them
   const Function* ChosenFunction() const;
   static int DirectionOf(const Function& function);

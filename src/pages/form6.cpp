@@ -306,6 +306,9 @@ void Form6::PlanWrites(WritePlan& plan) {
 void Form6::WriteProven(const PlannedWrite& write) {
   if (write.field != &column().FieldOf(SPEC_Text)) return;
   specification_changed_ = true;
+  // What this set has written before is gone with the rest.
+  column().Origins().ExchangeEnded();
+  app().origins.MemoryWasReset();
   WaitMs(app(), kSettleMs);
   app().windows.SetMousePointer(kNormalPointer);
   app().Show(app().Text(kSpecificationChanged));
@@ -317,6 +320,7 @@ void Form6::CommandMemoryInit_Click() {
   if (!operation.OpenPortOrTell()) return;
   // The meter begins at once and may not answer any more: the reply says nothing.
   WriteRegister(app(), kMemoryInitRegister, kMemoryInitValue);
+  app().origins.MemoryWasReset();
   WaitMs(app(), kSettleMs);
   operation.ShowNormalPointer();
   app().Show(app().Text(kInitCompleted));
@@ -340,10 +344,15 @@ void Form6::ReadAll() {
   const std::string file(Trim(FileName.Text()));
   stop_requested_ = false;
   cmdStopReadAll.SetEnabled(true);
+  bool told_of_loss = false;  // every reader behind it fails for the same reason
   SettingsReader reader(
       app(),
       {.began = [this](int number, int count, const std::string& what) { ShowProgress(number, count, what); },
-       .failed = [this] { app().Show(app().Text(text::kCommunicationError), MessageIcon::kStop); },
+       .failed =
+           [this, &told_of_loss] {
+             if (!told_of_loss) app().Show(app().Text(text::kCommunicationError), MessageIcon::kStop);
+             told_of_loss = app().state.Lost.away;
+           },
        .stop = [this] { return stop_requested_; }});
   const bool whole = reader.ReadAll();
   cmdStopReadAll.SetEnabled(false);

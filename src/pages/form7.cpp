@@ -296,6 +296,7 @@ void Form7::ADJUSTMENTCombo_Click(AnalogOutput& output) {
   output.shown_point = point;
   if (adopts) {
     AdjustText_Change(output);
+    output.value.Enter(output.value.Text());
   } else if (point >= 0) {
     output.value.SetText(output.TextOf(point));
   }
@@ -335,7 +336,7 @@ void Form7::Spin(TextBox& text, int step) {
     const std::string plain = PlainText(next);
     const bool fits = static_cast<int>(CharCount(plain)) <= row.length.In(app().state.UnitFlag);
     if (!fits || EncodeText(row, app().state, plain).fault != TextFault::kNone) continue;
-    text.SetText(plain);
+    text.Enter(plain);
     return;
   }
 }
@@ -362,8 +363,17 @@ void Form7::ReadAdjustment(AnalogOutput& output) {
     const Parameter& row = *output.rows[static_cast<std::size_t>(point)];
     const auto at = static_cast<std::size_t>(row.address - output.block.address);
     output.TextOf(point) = vlt::ShowValue(row, app().state, data, at);
+    NoteBehind(output, row, output.TextOf(point));
   }
   column().ShowBlock(output.block, data);
+}
+
+void Form7::NoteBehind(const AnalogOutput& output, const Parameter& row, const std::string& value) {
+  for (const Field& field : column().Fields()) {
+    if (field.text == &output.value && field.parameter == &row) {
+      column().Origins().WasReadBehind(field, value);
+    }
+  }
 }
 
 // False when the meter has not answered.
@@ -394,6 +404,10 @@ bool Form7::FieldTakesPart(const Field& field) {
   for (const DigitalCheck& check : checks_) {
     if (&field.Entry() == &check.entry) return check.option.Enabled() && check.option.Value();
   }
+  return IsShown(field);
+}
+
+bool Form7::IsShown(const Field& field) {
   for (const AnalogOutput& output : outputs_) {
     if (field.text != &output.value) continue;
     const int point = output.point.ListIndex();

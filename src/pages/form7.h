@@ -138,6 +138,9 @@ class Form7 : public ParameterPage {
   // The meter has told the block; false without an answer.
   bool ReadAndNote(const Block& block);
   bool FieldTakesPart(const Field& field) override;
+  bool IsShown(const Field& field) override;
+  // The meter has told the text of a point, shown or not.
+  void NoteBehind(const AnalogOutput& output, const Parameter& row, const std::string& value);
   bool MaySet() override;
   void PlanWrites(WritePlan& plan) override;
   void PlanOutput(WritePlan& plan, const AnalogOutput& output);

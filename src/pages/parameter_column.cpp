@@ -8,7 +8,9 @@
 #include "link/port.h"
 #include "link/store.h"
 #include "meter/units.h"
+#include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_origin.h"
 #include "values/input_check.h"
 #include "values/number_text.h"
 
@@ -37,8 +39,6 @@ void Depend(CheckBox& box, Control& entry, bool on) {
 
 bool ColumnRules::AnythingSelected() { return column_->IsAnyTicked(); }
 
-int ColumnRules::IndexOf(Location) { return 0; }
-
 std::vector<CheckBox*> ColumnRules::Boxes() { return column_->DistinctBoxes(); }
 
 void ColumnRules::BoxClicked(CheckBox& box) { column_->FollowBox(box); }
@@ -57,7 +57,7 @@ void ColumnRules::LearnUnit(const Field&) {
 }
 
 std::string ColumnRules::UnitOf(const Field& field) {
-  return UnitText(column_->TheApp().state, field.parameter->unit, IndexOf(field.parameter->location));
+  return UnitText(column_->TheApp().state, field.parameter->unit, UnitChannel(field));
 }
 
 void ColumnRules::FieldWasRead(const Field&, int) {}
@@ -71,7 +71,7 @@ std::string ColumnRules::FailureName(const Field& field) {
 // --- fields and boxes ------------------------------------------------------------------------------------
 
 ParameterColumn::ParameterColumn(App& app, Form& page, ColumnParts parts, ColumnRules& rules)
-    : app_(app), page_(page), parts_(parts), rules_(rules) {
+    : app_(app), page_(page), parts_(parts), rules_(rules), origins_(app, rules, fields_) {
   rules_.column_ = this;
 }
 
@@ -182,7 +182,10 @@ void ParameterColumn::SlotsToControls() {
   ApplyUnitCaptions();
 }
 
-void ParameterColumn::RestoreEntry(const Field& field) { ShowSlot(field, app_.slots[field.parameter->slot]); }
+void ParameterColumn::RestoreEntry(const Field& field) {
+  ShowSlot(field, app_.slots[field.parameter->slot]);
+  origins_.Restored(field);
+}
 
 void ParameterColumn::ControlsToSlots() {
   for (const Field& field : fields_) {
@@ -266,6 +269,7 @@ void ParameterColumn::ReadParameter_Click() {
   ClearMarks();
   read_marks_.clear();
   rules_.ReadBlocks();
+  origins_.ExchangeEnded();
   operation.End(app_.Text(parts_.read_completed) + " " + app_.state.LastErrorText + rules_.ReadRemark());
 }
 
@@ -281,6 +285,7 @@ void ParameterColumn::ReadBack() {
 
 bool ParameterColumn::FetchBlock(const Block& block, RegisterData& data) {
   if (ReadRegisters(app_, SpanOf(block, rules_.IndexOf(block.location)), data)) return true;
+  MarkUnread(block, app_.state.LastErrorText);
   rules_.BlockFailed(block);
   return false;
 }
@@ -292,15 +297,31 @@ bool ParameterColumn::ReadBlock(const Block& block) {
   return true;
 }
 
-void ParameterColumn::ShowBlock(const Block& block, const RegisterData& data) {
-  const int start = SpanOf(block, rules_.IndexOf(block.location)).address;
+template <class F>
+void ParameterColumn::ForEachIn(const Block& block, F&& action) const {
+  const RegisterSpan span = SpanOf(block, rules_.IndexOf(block.location));
   for (const Field& field : fields_) {
     const Parameter& row = *field.parameter;
-    const int offset = AddressOnPage(row) - start;
-    const bool inside = offset >= 0 && offset + 2 * row.Words() <= static_cast<int>(data.size());
+    const int offset = AddressOnPage(row) - span.address;
+    const bool inside = offset >= 0 && offset + 2 * row.Words() <= 2 * span.count;
     if (row.function != block.function || !inside) continue;
-    if (rules_.FieldTakesPart(field)) ShowValue(field, data, static_cast<std::size_t>(offset));
+    if (rules_.FieldTakesPart(field)) action(field, static_cast<std::size_t>(offset));
   }
+}
+
+void ParameterColumn::ShowBlock(const Block& block, const RegisterData& data) {
+  ForEachIn(block, [&](const Field& field, std::size_t at) {
+    if (at + 2 * static_cast<std::size_t>(field.parameter->Words()) <= data.size()) {
+      ShowValue(field, data, at);
+    }
+  });
+}
+
+// What a write of the same set has left stays: it says more.
+void ParameterColumn::MarkUnread(const Block& block, const std::string& reason) const {
+  ForEachIn(block, [&](const Field& field, std::size_t) {
+    if (field.Entry().Mark().empty()) field.Mark(FormatText(app_.Text(text::kOriginNotRead), {reason}));
+  });
 }
 
 void ParameterColumn::ShowValue(const Field& field, const RegisterData& data, std::size_t at) {
@@ -317,6 +338,7 @@ void ParameterColumn::ShowValue(const Field& field, const RegisterData& data, st
     if (field.parameter->unit_slot != Slot::kNone) app_.slots[field.parameter->unit_slot].clear();
   }
   rules_.FieldWasRead(field, code);
+  origins_.WasRead(field);
 }
 
 void ParameterColumn::SetParameter_Click() {
@@ -332,6 +354,7 @@ void ParameterColumn::SetParameter_Click() {
     ReadParameter_Click();
     ReadAfterSet = false;
   }
+  origins_.ExchangeEnded();
   operation.End(app_.Text(parts_.set_completed) + " " + app_.state.LastErrorText);
 }
 
@@ -358,16 +381,10 @@ void ParameterColumn::PlanField(WritePlan& plan, const Field& field) {
                      .address = AddressOnPage(row),
                      .write = row.write,
                      .data = {}};
-  if (field.text == nullptr) {
-    if (field.Selected() < 0) return;
-    write.data = EncodeCode(field.CodeOf(field.Selected()));
-  } else {
-    const std::string_view text = Trim(field.text->Text());
-    if (text.empty()) return;
-    Encoded encoded = EncodeText(row, app_.state, text);
-    if (encoded.fault != TextFault::kNone) return plan.Refuse(field, encoded.fault);
-    write.data = std::move(encoded.bytes);
-  }
+  Encoded encoded = EncodeField(app_, field);
+  if (encoded.fault != TextFault::kNone) return plan.Refuse(field, encoded.fault);
+  if (encoded.bytes.empty()) return;
+  write.data = std::move(encoded.bytes);
   plan.Add(std::move(write));
 }
 
@@ -382,8 +399,10 @@ bool ParameterColumn::Send(const PlannedWrite& write) {
                                  : WriteRegisters(app_, write.address, write.data);
   if (result == WriteResult::kProven) {
     rules_.WriteProven(write);
+    origins_.WasSet(write);
     return true;
   }
+  if (result != WriteResult::kRefused) origins_.MayBeSet(write);
   rules_.WriteFailed(write, result);
   const std::string reason = WriteFailureText(app_, result);
   if (write.field != nullptr) write.field->Mark(reason);

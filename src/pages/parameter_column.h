@@ -10,6 +10,7 @@
 
 #include "link/operation.h"
 #include "pages/field.h"
+#include "pages/origins.h"
 #include "pages/write_plan.h"
 
 namespace vlt {
@@ -17,16 +18,12 @@ namespace vlt {
 class ParameterColumn;
 
 // What a page does its own way; the defaults are what most pages do.
-class ColumnRules {
+class ColumnRules : public FieldPlaces {
  public:
-  virtual ~ColumnRules() = default;
-
   // --- what is chosen ---
   virtual bool AnythingSelected();
   // False shows "Please choose CH correctly." and ends the command.
   virtual bool ChannelIsChosen() { return true; }
-  // The channel or output that the page shows, from 0, among places of this kind.
-  virtual int IndexOf(Location location);
   // The boxes in the order in which All_OnOff ticks them; by default that of the fields.
   virtual std::vector<CheckBox*> Boxes();
   // A person or All_OnOff has changed a box; by default its entries follow it.
@@ -45,7 +42,7 @@ class ColumnRules {
   // Runs before a value that carries a unit is shown; by default asks for the unit system once a read.
   virtual void LearnUnit(const Field& field);
   // The unit of a field, without brackets.
-  virtual std::string UnitOf(const Field& field);
+  std::string UnitOf(const Field& field);
   // Whether a field of a block takes the meter's value; by default when it is ticked and enabled.
   virtual bool FieldTakesPart(const Field& field) { return field.Ticked(); }
   // A field has taken the meter's value; `code` is that of a list or of options.
@@ -132,7 +129,7 @@ class ParameterColumn {
 
   // --- for ReadBlocks ---
   // One exchange; on success every field that lies in the block and takes part shows its value. False when it
-  // failed.
+  // failed: the fields then keep what they show, marked with the reason.
   bool ReadBlock(const Block& block);
   // Its two halves, for a page that asks something else in between.
   bool FetchBlock(const Block& block, RegisterData& data);
@@ -169,12 +166,19 @@ class ParameterColumn {
   void ForgetUnitCaptions();
   // The buttons and the master box follow the state of the program.
   void EnableButtons(bool enabled);
-  // Takes away what failed writes have left.
+  // Takes away what failed reads and writes have left.
   void ClearMarks();
+  // Where the values come from.
+  FieldOrigins& Origins() { return origins_; }
+  const FieldOrigins& Origins() const { return origins_; }
 
  private:
   int AddressOnPage(const Parameter& row) const { return AddressOf(row, rules_.IndexOf(row.location)); }
   void Tie(const Field& field);
+  // Calls `action` for each field that lies in the block and takes part, with its place in the reply's data.
+  template <class F>
+  void ForEachIn(const Block& block, F&& action) const;
+  void MarkUnread(const Block& block, const std::string& reason) const;
   void ShowValue(const Field& field, const RegisterData& data, std::size_t at);
   bool MayStart(bool selected);
   bool Judge(const WritePlan& plan);
@@ -188,6 +192,7 @@ class ParameterColumn {
   ColumnParts parts_;
   ColumnRules& rules_;
   std::vector<Field> fields_;
+  FieldOrigins origins_;
   std::vector<const Control*> write_order_;
   std::set<int> read_marks_;
   bool restoring_ = false;

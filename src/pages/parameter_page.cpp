@@ -2,7 +2,9 @@
 #include "pages/parameter_page.h"
 
 #include "link/device_queries.h"
+#include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_origin.h"
 #include "state/form_lock.h"
 
 namespace vlt {
@@ -57,6 +59,27 @@ void ParameterPage::Form_Activate() {
 void ParameterPage::Form_Unload(int& cancel) {
   PageForm::Form_Unload(cancel);
   if (cancel == 0) Taihi();
+}
+
+void ParameterPage::Entered(const Control& control) {
+  for (const auto& column : columns_) column->Origins().Entered(control);
+}
+
+void ParameterPage::Settled() {
+  int not_set = 0;
+  for (const auto& column : columns_) {
+    column->Origins().Show();
+    not_set += column->Origins().NotSet();
+  }
+  // A page that was loaded only to be saved has no title.
+  if (Caption().empty()) return;
+  const std::string title = app().Text(texts_.title);
+  if (not_set == 0) {
+    SetCaption(title);
+  } else {
+    SetCaption(FormatText(app().Text(not_set == 1 ? text::kTitleOneNotSet : text::kTitleNotSet),
+                          {title, std::to_string(not_set)}));
+  }
 }
 
 void ParameterPage::EnableCommands(bool enabled) {

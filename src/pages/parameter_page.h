@@ -28,6 +28,9 @@ class ParameterPage : public PageForm, public ColumnRules {
   void Form_Load() override;
   void Form_Activate() override;
   void Form_Unload(int& cancel) override;
+  void Entered(const Control& control) override;
+  // Where the values come from, and in the title how many were typed and not set.
+  void Settled() override;
 
  protected:
   // Text ids of a page.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/clock.h"
 
+#include <chrono>
+
 namespace vlt {
 namespace {
 
@@ -28,7 +30,32 @@ std::string Join(const LocalTime& t, const char* date, const char* between, cons
 
 }  // namespace
 
+LocalTime MovedBy(const LocalTime& time, std::int64_t ms) {
+  using namespace std::chrono;
+  const year_month_day date{year(time.year), month(static_cast<unsigned>(time.month)),
+                            day(static_cast<unsigned>(time.day))};
+  const auto moment = sys_days(date) + hours(time.hour) + minutes(time.minute) + seconds(time.second) +
+                      milliseconds(time.millisecond + ms);
+  const auto midnight = floor<days>(moment);
+  const year_month_day moved(midnight);
+  const hh_mm_ss clock(moment - midnight);
+  return {.year = static_cast<int>(moved.year()),
+          .month = static_cast<int>(static_cast<unsigned>(moved.month())),
+          .day = static_cast<int>(static_cast<unsigned>(moved.day())),
+          .weekday = static_cast<int>(weekday(midnight).c_encoding()),
+          .hour = static_cast<int>(clock.hours().count()),
+          .minute = static_cast<int>(clock.minutes().count()),
+          .second = static_cast<int>(clock.seconds().count()),
+          .millisecond = static_cast<int>(clock.subseconds().count())};
+}
+
 std::string DateTimeText(const LocalTime& time) { return Join(time, "/", " ", ":"); }
 std::string StampText(const LocalTime& time) { return Join(time, "", "", ""); }
+
+std::string PreciseTimeText(const LocalTime& time) {
+  std::string out = DateTimeText(time) + '.';
+  AppendPadded(out, time.millisecond, 3);
+  return out;
+}
 
 }  // namespace vlt

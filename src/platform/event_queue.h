@@ -18,6 +18,8 @@ class EventQueue {
   // Runs what is pending, then sleeps until something happens or the clock's NowMs() reaches `until_ms`.
   // With a moment in the past it only runs what is pending. It may return early.
   virtual void GiveWay(std::int64_t until_ms) = 0;
+  // The same for a moment of the clock's NowUs(); where that is too fine, until the next whole millisecond.
+  virtual void GiveWayUs(std::int64_t until_us) { GiveWay((until_us + 999) / 1000); }
 
   // Stands still without running events.
   virtual void Sleep(int ms) = 0;

@@ -68,6 +68,13 @@ class SerialPort {
   // Takes exactly one received byte; the caller has asked BytesIn() first.
   virtual std::uint8_t TakeByte() = 0;
 
+  // While held, arriving bytes need not wake who gives way, and BytesIn() may leave them out; none is lost.
+  // For who knows that he can do nothing with the next ones alone. Opening and closing end it.
+  virtual void HoldInput(bool held) { (void)held; }
+  // Asks the driver to hand over each byte when it arrives rather than several together after a pause. What
+  // can't be asked ignores it.
+  virtual void AskPrompt() {}
+
   // Modem lines. A port without the line ignores the call.
   virtual void SetRts(bool on) = 0;
   virtual void SetDtr(bool on) = 0;

@@ -32,13 +32,13 @@ inline constexpr int kKeyTwice = 3168;
 inline constexpr int kNoNumberOf = 3169;
 inline constexpr int kVelocityOfList = 3170;
 
-// Snapshots and comparison. %1 the file. kSnapshotPartly: %1 how many, %2 of how many. kOnlyAll: %1 what was
-// written.
+// Snapshots and comparison. %1 the file. kSnapshotPartly: %1 how many, %2 of how many. kOnlyWord: %1 the
+// word, %2 what was written.
 inline constexpr int kNoSnapshotThere = 3171;
 inline constexpr int kSnapshotPartly = 3172;
 inline constexpr int kNeitherFile = 3173;
 inline constexpr int kNoFields = 3174;
-inline constexpr int kOnlyAll = 3175;
+inline constexpr int kOnlyWord = 3175;
 
 // Restoring. kNotASnapshot: %1 the file. kRestoredPartly: %1 how many. kRestoredWithRemarks: %1 how many, %2
 // the file.

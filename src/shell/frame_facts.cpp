@@ -11,6 +11,7 @@
 #include "platform/port_settings.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_heal.h"
 #include "shell/frm_cset.h"
 #include "state/device_facts.h"
 #include "state/form_lock.h"
@@ -112,7 +113,8 @@ void FrameFacts::ShowLink(const Link& link) {
             std::to_string(settings->stop_bits);
   }
   cmdLink.SetCaption("COM" + std::to_string(link.port) + '\n' + Cut(FrmCSet::DeviceText(app_, link.device)) +
-                     '\n' + shape + '\n' + FormatText(app_.Text(text::kLinkStation), {app_.state.StationNo}));
+                     '\n' + (IsLost(link) ? app_.Text(text::kLinkLost) : shape) + '\n' +
+                     FormatText(app_.Text(text::kLinkStation), {app_.state.StationNo}));
 }
 
 std::string FrameFacts::LinkText(const Link& link) const {
@@ -120,7 +122,11 @@ std::string FrameFacts::LinkText(const Link& link) const {
   std::string line = "COM" + std::to_string(link.port);
   if (!link.device.empty()) line += ": " + FrmCSet::DeviceText(app_, link.device);
   line += ", " + link.settings + ", " + FormatText(app_.Text(text::kLinkStation), {app_.state.StationNo});
-  return link.open ? line : line + " (" + app_.Text(text::kLinkClosed) + ')';
+  return link.open ? line : line + " (" + app_.Text(IsLost(link) ? text::kLinkLost : text::kLinkClosed) + ')';
+}
+
+bool FrameFacts::IsLost(const Link& link) const {
+  return !link.open && app_.state.Lost.away && app_.state.Lost.port == link.port;
 }
 
 std::string FrameFacts::TypeText() const {

@@ -40,6 +40,7 @@ class FrameFacts : public FormPart {
   };
   Link LinkInForce() const;
   void ShowLink(const Link& link);
+  bool IsLost(const Link& link) const;
   std::string LinkText(const Link& link) const;
   std::string TypeText() const;
   std::string SpecificationText() const;

@@ -12,6 +12,7 @@
 #include "link/port.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_timing.h"
 #include "state/form_lock.h"
 #include "values/input_check.h"
 #include "values/number_text.h"
@@ -115,6 +116,8 @@ void FrmCSet::FrmInit() {
     (this->*row.label).SetFont({font, 12, false});
     (this->*row.label).SetCaption(app_.Text(row.text_id));
   }
+  chkTiming.SetCaption(app_.Text(text::kEventTiming));
+  chkTiming.SetHint(app_.Text(text::kEventTimingHint));
   Command1.SetCaption(app_.Text(kSettingText));
   Command2.SetCaption(app_.Text(kCancelText));
 }
@@ -158,6 +161,7 @@ void FrmCSet::table_setup() {
   select(kParityFault, PlaceOfParity(state.Parity), state.Parity);
   StopBit.SetListIndex(PlaceOf(kStopBits, state.StopBits));
   RetryNo.SetListIndex(state.RetryNo);
+  chkTiming.SetValue(state.EventTiming ? 1 : 0);
 }
 
 bool FrmCSet::IsRs485() const { return TransMethod.Text() == kRs485; }
@@ -267,6 +271,7 @@ void FrmCSet::TakeFields() {
   state.Parity = ChosenLink().parity;
   if (StopBit.ListIndex() >= 0) state.StopBits = StopBit.Text();
   if (RetryNo.ListIndex() >= 0) state.RetryNo = RetryNo.ListIndex();
+  state.EventTiming = chkTiming.Ticked();
   BuildCommSettings(state);
   if (app_.frame != nullptr) app_.frame->ShowPvButton();
 }

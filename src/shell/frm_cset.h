@@ -64,6 +64,7 @@ class FrmCSet : public Form {
   ComboBox Parity{*this, "Parity"};
   ComboBox StopBit{*this, "StopBit"};
   ComboBox RetryNo{*this, "RetryNo"};
+  CheckBox chkTiming{*this, "chkTiming"};  // event-driven timing
   PushButton Command1{*this, "Command1"};  // OK
   PushButton Command2{*this, "Command2"};  // Cancel
 

@@ -6,7 +6,10 @@
 #include "meter/system_table.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_line.h"
+#include "shell/found_runs.h"
 #include "shell/frame_facts.h"
+#include "shell/port_watch.h"
 #include "state/tested_meters.h"
 
 namespace vlt {
@@ -29,8 +32,10 @@ struct MenuCaption {
 };
 
 constexpr MenuCaption kMenuCaptions[] = {
-    {&MDIForm1::ComPort, 1920},   {&MDIForm1::Parameter, 1655},  {&MDIForm1::setParam, 1670},
-    {&MDIForm1::readparam, 1660}, {&MDIForm1::versionInfo, 890}, {&MDIForm1::calcSensorSpacing, 1381},
+    {&MDIForm1::ComPort, 1920},    {&MDIForm1::Parameter, 1655},
+    {&MDIForm1::setParam, 1670},   {&MDIForm1::readparam, 1660},
+    {&MDIForm1::versionInfo, 890}, {&MDIForm1::calcSensorSpacing, 1381},
+    {&MDIForm1::mnuSerial, 670},   {&MDIForm1::mnuLine, text::kLineTitle},
 };
 
 constexpr MDIForm1::Family kToggles = MDIForm1::Family::kToggles;
@@ -61,6 +66,10 @@ MDIForm1::MDIForm1(App& app)
   }
   Command13.on_click = [this] { Command13_Click(); };
   ComPort.on_click = [this] { ComPort_Click(); };
+  mnuSerial.on_click = [this] { ComPort_Click(); };
+  mnuLine.on_click = [this] { mnuLine_Click(); };
+  // It looks at what goes over the line, whatever work that is.
+  mnuLine.SetStaysUsable(true);
   readparam.on_click = [this] { readparam_Click(); };
   setParam.on_click = [this] { setParam_Click(); };
   calcSensorSpacing.on_click = [this] { calcSensorSpacing_Click(); };
@@ -92,6 +101,7 @@ void MDIForm1::Form_Activate() {
 
 void MDIForm1::ShowFacts() {
   if (auto* facts = Part<FrameFacts>()) facts->Show();
+  if (auto* watch = Part<PortWatch>()) watch->Follow();
 }
 
 void MDIForm1::ShowMeter() {
@@ -139,6 +149,7 @@ void MDIForm1::Dress() {
   ShowTestState();
   ShowPvButton();
   ShowFacts();
+  if (auto* runs = Part<FoundRuns>()) runs->Show();
 }
 
 void MDIForm1::ShowTestState() {
@@ -216,6 +227,7 @@ void MDIForm1::C11_MENTE_FrmInit() { InitPage(List(), "Form7"); }
 void MDIForm1::ShowPvForm() { InitPage(List(), "Form12"); }
 
 void MDIForm1::ComPort_Click() { ShowTool("FrmCSet", ComPort.Caption()); }
+void MDIForm1::mnuLine_Click() { ShowTool("frmLine", mnuLine.Caption()); }
 void MDIForm1::calcSensorSpacing_Click() { ShowTool("frmCalc", calcSensorSpacing.Caption()); }
 void MDIForm1::versionInfo_Click() { ShowTool("frmAbout", versionInfo.Caption()); }
 

@@ -78,6 +78,7 @@ class MDIForm1 : public Form, public MainFrame {
   void ShowPvForm();           // Form12, which has no initialiser of this kind
 
   void ComPort_Click();
+  void mnuLine_Click();
   void calcSensorSpacing_Click();
   void versionInfo_Click();
   void readparam_Click();
@@ -101,7 +102,10 @@ class MDIForm1 : public Form, public MainFrame {
   PushButton Command14{*this, "Command14"};  // PV
   PushButton Command13{*this, "Command13"};  // end
 
+  // A menu with items has no command of its own on the screen: mnuSerial is ComPort's.
   MenuItem ComPort{*this, "ComPort"};
+  MenuItem mnuSerial{*this, "mnuSerial", &ComPort};
+  MenuItem mnuLine{*this, "mnuLine", &ComPort};
   MenuItem Parameter{*this, "Parameter"};
   MenuItem readparam{*this, "readparam", &Parameter};
   MenuItem setParam{*this, "setParam", &Parameter};

@@ -12,11 +12,14 @@
 #include "resources/text_ids.h"
 #include "shell/cset_devices.h"
 #include "shell/cset_search.h"
+#include "shell/found_runs.h"
 #include "shell/frame_facts.h"
 #include "shell/frm_about.h"
 #include "shell/frm_cset.h"
+#include "shell/frm_line.h"
 #include "shell/frm_mssg.h"
 #include "shell/mdi_form1.h"
+#include "shell/port_watch.h"
 #include "shell/splash.h"
 #include "state/form_lock.h"
 #include "state/register_window.h"
@@ -67,7 +70,11 @@ void RegisterShellWindows(App& app) {
   RegisterWindow<frmMssg>(app, "frmMssg");
   RegisterWindow<frmAbout>(app, "frmAbout");
   RegisterWindow<FrmCSet>(app, "FrmCSet");
+  RegisterWindow<frmLine>(app, "frmLine");
+  RegisterWindow<frmFoundRuns>(app, "frmFoundRuns");
   RegisterPart<FrameFacts>(app, "MDIForm1");
+  RegisterPart<PortWatch>(app, "MDIForm1");
+  RegisterPart<FoundRuns>(app, "MDIForm1");
   RegisterPart<CSetDevices, FrmCSet>(app, "FrmCSet");
   RegisterPart<CSetSearch, FrmCSet>(app, "FrmCSet");
   for (const SplashVariant& variant : SplashVariants()) {
@@ -98,6 +105,7 @@ bool ReadStartSettings(App& app) {
     if (!named.empty()) last = {named, result};
   }
   state.LangOffset = state.LangFlag > 0 ? kEnglishOffset : 0;
+  LoadTiming(app);
   BuildCommSettings(state);
   state.RangeUnitTrack = state.UnitFlag;
   state.TotalUnitTrack = state.UnitFlag;

@@ -2,12 +2,17 @@
 #include "state/app.h"
 
 #include "resources/string_table.h"
+#include "state/line_pace.h"
 #include "state/line_record.h"
 
 namespace vlt {
 
 App::App(Platform& machine)
-    : platform(machine), slots(state), windows(machine), line(std::make_unique<LineRecord>()) {}
+    : platform(machine),
+      slots(state),
+      windows(machine),
+      line(std::make_unique<LineRecord>(machine.clock)),
+      pace(std::make_unique<LinePace>()) {}
 
 App::~App() = default;
 

@@ -11,6 +11,7 @@
 #include "state/main_frame.h"
 #include "state/page_slots.h"
 #include "state/shared_state.h"
+#include "state/value_origins.h"
 #include "values/code_tables.h"
 #include "window/form.h"
 
@@ -19,6 +20,7 @@ namespace vlt {
 // The title of message boxes.
 inline constexpr const char* kProductTitle = "Veltrano3";
 
+struct LinePace;
 class LineRecord;
 
 class App {
@@ -31,10 +33,13 @@ class App {
   Platform& platform;
   SharedState state;
   PageSlots slots;
+  ValueOrigins origins;
   Windows windows;
   LineTally tally;
   // What each attempt on the line did.
   const std::unique_ptr<LineRecord> line;
+  // What event timing remembers of the line between two exchanges.
+  const std::unique_ptr<LinePace> pace;
   // Told at the end of each operation of a window.
   std::function<void(const OperationReport&)> on_operation;
   // The main window while it exists, else null.

@@ -18,7 +18,8 @@ void SetCloseCommandByLock(Form& window, int enable) {
 
 void SetControlsEnabled(Form& form, int enable) {
   for (Control* control : form.Controls()) {
-    const bool button = control->Kind() == ControlKind::kPushButton && control != form.StopButton();
+    const bool button = control->Kind() == ControlKind::kPushButton && control != form.StopButton() &&
+                        !form.StaysUsable(*control);
     if (button || form.IsMasterBox(*control)) control->SetEnabled(enable != 0);
   }
 }

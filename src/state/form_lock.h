@@ -10,8 +10,9 @@ namespace vlt {
 // `enable` 0 locks the interface on behalf of `form`, anything else releases it.
 void FormLock(App& app, Form& form, int enable);
 
-// The lock's part for one window: its push buttons, but for the one that stops a running operation, and the
-// check boxes named chkCheck follow `enable`. All other controls are left as they are.
+// The lock's part for one window: its push buttons, but for the one that stops a running operation and those
+// that stay usable, and the check boxes named chkCheck follow `enable`. All other controls are left as they
+// are.
 void SetControlsEnabled(Form& form, int enable);
 
 // Take the Close item out of a window's system menu and put it back.

@@ -4,9 +4,12 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
+
+#include "state/lost_port.h"
 
 namespace vlt {
 
@@ -77,6 +80,9 @@ struct SharedState {
   std::string OpenedDevice;
   std::string OpenedSettings;
   std::string OpenedSerial;  // serial number of its adapter; empty where the adapter tells none
+  LostPort Lost;             // the same port, and whether it went away
+  // Devices of COM numbers whose adapter has come back under another name.
+  std::map<int, std::string> MovedPorts;
   // Request and reply of the device queries, shared by all of them.
   std::array<std::uint8_t, 8> MemTxFrame{};
   std::array<std::uint8_t, 7> MemRxFrame{};
@@ -100,6 +106,7 @@ struct SharedState {
   // RangeKindCache, RangeUnitCache, TotalUnitCache, OperationModeCache, TemperatureUnitCache (TempUnit),
   // TemperatureRangeUnitCache (HeatFlowUnit) and TemperatureTotalUnitCache (HeatTotalUnit).
   int SpecClass = 0;      // 0 full model, 1 single-channel model, -1 no answer
+  int SpecNumber = -1;    // specification number that SpecClass was told by, -1 without one
   int PathMode = 0;       // 0 one path, 1 two paths, 2 two pipes
   int OperationMode = 0;  // register 003EH
   std::array<int, kChannels> RangeKind{};

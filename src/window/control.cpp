@@ -131,6 +131,7 @@ bool OptionButton::Choose() {
     } else {
       SetValue(true);
     }
+    Owner().Entered(*this);
   });
 }
 
@@ -174,8 +175,13 @@ bool TextBox::Type(const std::string& text) {
   return Gesture([this, &text] {
     const auto limit = static_cast<std::size_t>(max_length_);
     const bool fits = limit == 0 || CharCount(text) <= limit || IsLeftOf(text, text_);
-    SetText(fits ? text : std::string(FirstChars(text, limit)));
+    Enter(fits ? text : std::string(FirstChars(text, limit)));
   });
+}
+
+void TextBox::Enter(const std::string& text) {
+  SetText(text);
+  Owner().Entered(*this);
 }
 
 bool TextBox::LoseFocus() {
@@ -232,6 +238,7 @@ bool ComboBox::Choose(int list_index) {
     } else {
       SetListIndex(list_index);
     }
+    Owner().Entered(*this);
   });
 }
 
@@ -266,8 +273,18 @@ bool PushButton::Press() {
 MenuItem::MenuItem(ControlOwner& owner, std::string name, MenuItem* parent)
     : Control(owner, ControlKind::kMenuItem, std::move(name)), parent_(parent) {}
 
+void MenuItem::SetStaysUsable(bool stays) {
+  if (stays_usable_ == stays) return;
+  stays_usable_ = stays;
+  Changed();
+}
+
+bool MenuItem::Usable() const {
+  return Enabled() && (stays_usable_ || parent_ == nullptr || parent_->Enabled());
+}
+
 bool MenuItem::Press() {
-  if (parent_ != nullptr && !parent_->Enabled()) return false;
+  if (!Usable()) return false;
   return Gesture([this] { Call(on_click); });
 }
 
@@ -392,6 +409,29 @@ void Grid::SetRows(int rows) {
   rows_ = rows;
   if (selected_row_ >= rows) selected_row_ = 0;
   cells_.resize(static_cast<std::size_t>(rows) * widths_.size());
+  Changed();
+}
+
+void Grid::DropRows(int count) {
+  count = std::min(count, rows_ - 1);
+  if (count <= 0) return;
+  const auto first = cells_.begin() + static_cast<std::ptrdiff_t>(widths_.size());
+  cells_.erase(first, first + static_cast<std::ptrdiff_t>(widths_.size()) * count);
+  rows_ -= count;
+  dropped_rows_ += count;
+  selected_row_ = std::max(selected_row_ - count, 0);
+  Changed();
+}
+
+void Grid::SetDense(bool dense) {
+  if (dense_ == dense) return;
+  dense_ = dense;
+  Changed();
+}
+
+void Grid::SetFollows(bool follows) {
+  if (follows_ == follows) return;
+  follows_ = follows;
   Changed();
 }
 

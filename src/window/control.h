@@ -7,6 +7,7 @@
 // disabled or hidden, and always run inside Windows::Run.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -174,6 +175,8 @@ class TextBox : public Control {
   // Replaces the text by what a person typed, at most MaxLength characters of it. A text that the program set
   // may be longer; a person can then only take from it.
   bool Type(const std::string& text);
+  // The same for a control that types for a person, as arrows beside a field do: no check of length or state.
+  void Enter(const std::string& text);
   // Leaves the field after typing: runs on_lost_focus.
   bool LoseFocus();
   std::function<void()> on_change;
@@ -255,11 +258,18 @@ class MenuItem : public Control {
   // `parent` is the menu that the item lies in, or null for the menu bar.
   MenuItem(ControlOwner& owner, std::string name, MenuItem* parent = nullptr);
   MenuItem* Parent() const { return parent_; }
+  // An item that stays usable can be reached while its menu is disabled; the others can't.
+  bool StaysUsable() const { return stays_usable_; }
+  void SetStaysUsable(bool stays);
+  // Enabled, and so is its menu or it needs no such.
+  bool Usable() const;
+  // Does nothing on an item that is not usable.
   bool Press();
   std::function<void()> on_click;
 
  private:
   MenuItem* parent_;
+  bool stays_usable_ = false;
 };
 
 // Ticks through the platform's event queue while it is enabled and its interval is above 0.
@@ -349,6 +359,17 @@ class Grid : public Control {
   int Columns() const { return static_cast<int>(widths_.size()); }
   const std::string& Cell(int row, int column) const;
   void SetCell(int row, int column, const std::string& text);
+  // Takes rows away behind the head, at most all; those behind them move up and keep what they hold. Who
+  // looks at them goes on seeing the same ones.
+  void DropRows(int count);
+  // Rows that were taken away so far.
+  std::int64_t DroppedRows() const { return dropped_rows_; }
+  // A dense grid has low rows and is as wide as its columns.
+  bool IsDense() const { return dense_; }
+  void SetDense(bool dense);
+  // A grid that follows shows the rows that come at its end while its last row is in view.
+  bool Follows() const { return follows_; }
+  void SetFollows(bool follows);
   // A whole row, from column 0 on.
   void SetRow(int row, std::span<const std::string> texts);
   int ColumnWidth(int column) const { return widths_.at(static_cast<std::size_t>(column)); }
@@ -367,6 +388,9 @@ class Grid : public Control {
  private:
   std::size_t At(int row, int column) const;
   int rows_;
+  std::int64_t dropped_rows_ = 0;
+  bool dense_ = false;
+  bool follows_ = false;
   int selected_row_ = 0;
   std::vector<int> widths_;
   std::vector<std::string> cells_;

@@ -21,6 +21,9 @@ class ControlOwner {
   // Runs `handler` as an event of the window list.
   virtual void RunHandler(const std::function<void()>& handler) = 0;
 
+  // A person has entered a value into `control`: typed into a field, chosen from a list or among options.
+  virtual void Entered(const Control& control) { (void)control; }
+
   // The last control that asked for the focus, or null, and a count that rises with each request.
   Control* Focused() const { return focused_; }
   int FocusCount() const { return focus_count_; }

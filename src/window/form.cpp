@@ -16,6 +16,11 @@ bool FormHooks::IsChoice(const Control& control) const {
   return false;
 }
 
+bool FormHooks::StaysUsable(const Control& control) const {
+  (void)control;
+  return false;
+}
+
 Form::Form(Windows& windows, std::string name, FormPlace place)
     : windows_(windows), name_(std::move(name)), place_(place) {}
 
@@ -88,6 +93,7 @@ void Form::Show() {
   windows_.BringToFront(*this);
   Changed();
   RunHook(&FormHooks::Form_Activate);
+  RunHook(&FormHooks::Settled);
 }
 
 void Form::Hide() {
@@ -214,15 +220,21 @@ void Windows::BringToFront(Form& form) {
   front_order_.push_back(&form);
 }
 
+void Windows::Settle() {
+  for (const auto& form : forms_) form->RunHook(&FormHooks::Settled);
+}
+
 void Windows::Run(const std::function<void()>& handler) {
   const Stay stay(*this);
   if (!observer_.failed) {
     handler();
+    Settle();
     return;
   }
   std::string what;
   try {
     handler();
+    Settle();
     return;
   } catch (const std::exception& failure) {
     what = failure.what();

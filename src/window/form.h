@@ -38,6 +38,9 @@ class FormHooks {
 
   // Captions, fonts, units and lengths in the language in force.
   virtual void FrmInit() {}
+  // An event has been worked off, in this window or another one, and when the window is shown: what follows
+  // from controls and shared state is brought up to date. Asks nobody and unloads nothing.
+  virtual void Settled() {}
 
   // What a page offers to the parameter file: slots to controls, controls to slots. Windows that hold no
   // parameters do nothing.
@@ -52,6 +55,8 @@ class FormHooks {
   virtual bool IsMasterBox(const Control& control) const;
   // True while a live read of this window is running.
   virtual bool IsLive() const { return false; }
+  // True for a button that touches neither the line nor a meter: it stays usable under every lock.
+  virtual bool StaysUsable(const Control& control) const;
   // True for the option buttons that choose what is looked at.
   virtual bool IsChoice(const Control& control) const;
 };
@@ -183,6 +188,8 @@ class Windows {
   int MousePointer() const { return pointer_; }
   void SetMousePointer(int pointer);
 
+  // The handler that asks runs inside another one, which waits for its end.
+  bool IsInside() const { return depth_ > 1; }
   // Every event enters the logic through here.
   void Run(const std::function<void()>& handler);
 
@@ -206,6 +213,7 @@ class Windows {
   using FormPtr = std::unique_ptr<Form, Discard>;
 
   FormPtr Make(const std::string& name) const;
+  void Settle();
   void BringToFront(Form& form);
   void Bury(const Form* form);
 

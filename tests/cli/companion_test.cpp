@@ -37,7 +37,30 @@ TEST(Companion, ShowTellsWhyTheMeterHasNotTakenAValue) {
                                        "press SetParameter\nshow OUTER_DIAMETERText\n"),
             0)
       << session.trouble;
-  EXPECT_TRUE(session.Told("show\tForm10.OUTER_DIAMETERText\t1.2.3\tenabled\t\tthis is no number"));
+  EXPECT_TRUE(
+      session.Told("show\tForm10.OUTER_DIAMETERText\t1.2.3\tenabled\t\tthis is no number"
+                   "\ttyped\tTyped, not set"));
+}
+
+TEST(Companion, ScriptsAskWhereAValueComesFrom) {
+  Session session;
+  EXPECT_EQ(session.Run(kOpenProcess + "expect OUTER_DIAMETERText from none\nform Form10\n"), 0)
+      << session.trouble;
+  EXPECT_TRUE(session.Told("show\tForm10.OUTER_DIAMETERText\t\tdisabled\t")) << "nothing known, nothing told";
+  Session reading;
+  EXPECT_EQ(reading.Run(kOpenProcess +
+                        "tick OUTER_DIAMETER\npress ReadParameter\nexpect OUTER_DIAMETERText from read\n"
+                        "type OUTER_DIAMETERText 75.5\nawait 100 OUTER_DIAMETERText from typed\n"
+                        "press SetParameter\nshow OUTER_DIAMETERText\n"
+                        "expect OUTER_DIAMETERText from \"read\"\n"),
+            2)
+      << "a text in quotes is none of the words";
+  EXPECT_TRUE(
+      reading.ToldPart("show\tForm10.OUTER_DIAMETERText\t75.50\tenabled\t\t\tread\tRead from COM1-01 CH1"));
+  Session wrong;
+  EXPECT_EQ(wrong.Run(kOpenProcess + "expect OUTER_DIAMETERText from file\n"), 1);
+  EXPECT_NE(wrong.trouble.find("Form10.OUTER_DIAMETERText is \"none\" and not \"file\""), std::string::npos)
+      << wrong.trouble;
 }
 
 TEST(Companion, ARefusedStartNamesFileAndKey) {
@@ -272,7 +295,9 @@ TEST(Companion, FieldsAreEscaped) {
   EXPECT_EQ(session.Run(kOpenProcess + "tick OUTER_DIAMETER\ntype OUTER_DIAMETERText \"a\tb\\c\"\n"
                                        "show OUTER_DIAMETERText"),
             0);
-  EXPECT_EQ(session.output.back(), "show\tForm10.OUTER_DIAMETERText\ta\\tb\\\\c\tenabled\t");
+  EXPECT_EQ(session.output.back(),
+            "show\tForm10.OUTER_DIAMETERText\ta\\tb\\\\c\tenabled\t"
+            "\t\ttyped\tTyped, not set");
 }
 
 // Each kind of control tells what a person sees of it.
@@ -393,6 +418,40 @@ TEST(Companion, OperationsTellWhatFailedOnTheLine) {
     EXPECT_TRUE(session.Told(c.told)) << c.fault << "\n"
                                       << c.script << ::testing::PrintToString(session.output);
     EXPECT_TRUE(session.ToldPart("was completed")) << "the handler comes to its end";
+  }
+}
+
+// What the line did, as a program reads it: the figures and frames, and the files of the window.
+TEST(Companion, TheLineIsToldAndSaved) {
+  Session session;
+  session.machine.Arm("silence@00D0H/03*1");
+  EXPECT_EQ(
+      session.Run("start\nline reset\nopen Form10\nwait\nline reset\ntick chkCheck\npress ReadParameter\n"
+                  "line\nline frames 3\nline csv /data/line.csv\nline save /data/frames.txt\n"),
+      0)
+      << session.trouble;
+  EXPECT_TRUE(session.ToldPart("line\tall\t3\t1\t0\t1\t0\t")) << ::testing::PrintToString(session.output);
+  EXPECT_TRUE(session.ToldPart("line\t1\t3\t1\t0\t1\t0\t"));
+  const auto frames = std::count_if(session.output.begin(), session.output.end(),
+                                    [](const std::string& line) { return line.starts_with("frame\t"); });
+  EXPECT_EQ(frames, 3);
+  EXPECT_TRUE(session.ToldPart("\treceived\t1\t01 03 "));
+  EXPECT_TRUE(session.machine.files.files["/data/line.csv"].find("\r\nAll,3,1,0,1,0,") != std::string::npos);
+  EXPECT_TRUE(session.machine.files.files["/data/frames.txt"].find("No reply within") != std::string::npos);
+
+  const struct {
+    const char* line;
+    int status;
+    const char* trouble;
+  } wrong[] = {{"line frames many", 2, "many is no whole number"},
+               {"line csv", 2, "it is written: line ["},
+               {"line reset now", 2, "it is written: line ["},
+               {"line wave", 2, "line does not know wave"},
+               {"line csv /app/VLT.ini", 1, "line: /app/VLT.ini holds the program's settings"}};
+  for (const auto& c : wrong) {
+    Session refused;
+    EXPECT_EQ(refused.Run(std::string("start\n") + c.line), c.status) << c.line;
+    EXPECT_NE(refused.trouble.find(c.trouble), std::string::npos) << refused.trouble;
   }
 }
 

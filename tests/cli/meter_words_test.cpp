@@ -262,7 +262,7 @@ TEST(MeterWords, AComparisonHasThreeEnds) {
       {"compare /s /t", 2, "1: /s could not be read: there is no such file"},
       {"compare /app/VLT.ini meter", 2, "1: /app/VLT.ini is neither a snapshot nor a parameter file"},
       {"compare meter fields", 2, "1: no page holds a value"},
-      {"compare a b c", 2, "1: behind both sides only all may stand, not c"},
+      {"compare a b c", 2, "1: at the end only all may stand, not c"},
       {"compare meter meter", 2, "1: the meter could not be read: [NO RESPONSE ERROR]", "silence*ever"},
       // A part that is missing keeps a comparison from saying that nothing differs.
       {"snapshot /s\ncompare /s meter", 2, "2: All ", "silence@00D0H/03#2*ever"},

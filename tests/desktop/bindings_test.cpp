@@ -2,6 +2,7 @@
 // Each kind of control and its widget: what a person does reaches the control, what the control holds shows.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -10,6 +11,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QToolButton>
@@ -36,6 +38,10 @@ class Bench : public Form {
     choice.on_choose = [this] { log.push_back("row"); };
     choice.SetColumnWidth(0, 1500);
     choice.SetSize(3000, 3000);
+    tail.SetColumnWidth(0, 1500);
+    tail.SetSize(1500, 3000);
+    tail.SetDense(true);
+    tail.SetFollows(true);
     combo.SetItems({"red", "green", "blue"});
     tabs.SetTabCaption(0, "one");
     tabs.SetTabCaption(1, "two");
@@ -53,6 +59,7 @@ class Bench : public Form {
   UpDown updown{*this, "updown"};
   Grid grid{*this, "grid", 3, 2};
   Grid choice{*this, "choice", 4, 1};
+  Grid tail{*this, "tail", 1, 1};
   Picture picture{*this, "picture", "logo"};
   std::vector<std::string> log;
 };
@@ -256,6 +263,58 @@ TEST_F(BindingTest, WhatIsWrongIsSeenAndTold) {
   EXPECT_EQ(field.palette().color(QPalette::Base), plain);
 }
 
+TEST_F(BindingTest, WhereAValueComesFromIsAMarkOfItsOwnShape) {
+  auto& field = Widget<QLineEdit>("text");
+  const QPoint corner = field.pos();
+  const auto mark = [&] { return screen.hands.Window("Bench").findChild<QWidget*>("origin of text"); };
+  screen.desktop.Flush();
+  EXPECT_EQ(mark(), nullptr) << "nothing is known";
+  bench->text.SetHint("Register 00D2H");
+  bench->text.SetMark("not taken");
+  std::vector<QImage> shapes;
+  for (const bool dark : {false, true}) {
+    QPalette palette;
+    if (dark) {
+      palette.setColor(QPalette::Window, QColor(0x35, 0x35, 0x35));
+      palette.setColor(QPalette::WindowText, Qt::white);
+    }
+    screen.hands.Window("Bench").setPalette(palette);
+    for (const auto origin :
+         {ValueOrigin::kRead, ValueOrigin::kTyped, ValueOrigin::kFile, ValueOrigin::kOutdated}) {
+      bench->text.SetOrigin(origin, "told " + std::to_string(static_cast<int>(origin)));
+      screen.desktop.Flush();
+      ASSERT_NE(mark(), nullptr);
+      EXPECT_TRUE(mark()->isVisible());
+      shapes.push_back(mark()->grab().toImage().convertToFormat(QImage::Format_RGB32));
+    }
+  }
+  // Black on white, so that what differs is the shape and not the colour; and each can be seen.
+  const auto ink = [](const QImage& shape, const QColor& ground) {
+    std::vector<bool> dots;
+    for (int y = 0; y < shape.height(); ++y) {
+      for (int x = 0; x < shape.width(); ++x) dots.push_back(shape.pixelColor(x, y) != ground);
+    }
+    return dots;
+  };
+  for (std::size_t a = 0; a < shapes.size(); ++a) {
+    const QColor ground = a < 4 ? QApplication::palette().color(QPalette::Window) : QColor(0x35, 0x35, 0x35);
+    const auto dots = ink(shapes[a], ground);
+    EXPECT_GT(std::count(dots.begin(), dots.end(), true), 8) << a;
+    for (std::size_t b = a / 4 * 4; b < a; ++b) EXPECT_NE(dots, ink(shapes[b], ground)) << a << " and " << b;
+  }
+  EXPECT_EQ(field.pos(), corner) << "nothing moves";
+  EXPECT_EQ(field.toolTip(), "not taken\ntold 4\nRegister 00D2H");
+  EXPECT_EQ(field.accessibleDescription(), "not taken\ntold 4");
+  bench->text.SetVisible(false);
+  screen.desktop.Flush();
+  EXPECT_FALSE(mark()->isVisible());
+  bench->text.SetVisible(true);
+  bench->text.SetOrigin(ValueOrigin::kNone);
+  screen.desktop.Flush();
+  EXPECT_FALSE(mark()->isVisible());
+  EXPECT_EQ(field.accessibleDescription(), "not taken");
+}
+
 TEST_F(BindingTest, GridsShowTheRowsThatThereAre) {
   auto& table = Widget<QTableWidget>("grid");
   for (const int column : {0, 1}) bench->grid.SetColumnWidth(column, 1500);
@@ -272,6 +331,40 @@ TEST_F(BindingTest, GridsShowTheRowsThatThereAre) {
   bench->grid.SetRows(0);
   screen.desktop.Flush();
   EXPECT_EQ(table.rowCount(), 0);
+}
+
+// A table that follows: at its end it goes along, above it what is in view and what is marked stays, also
+// when rows go from the top.
+TEST_F(BindingTest, ATableFollowsAtItsEndAndElseStandsStill) {
+  auto& table = Widget<QTableWidget>("tail");
+  int next = 1;
+  const auto add = [&](int count, int most) {
+    bench->tail.DropRows(bench->tail.Rows() - 1 + count - most);
+    const int rows = bench->tail.Rows();
+    bench->tail.SetRows(rows + count);
+    for (int i = 0; i < count; ++i) bench->tail.SetCell(rows + i, 0, std::to_string(next++));
+    screen.desktop.Flush();
+    QApplication::processEvents();
+  };
+  const auto at_top = [&] { return table.itemAt(1, 1)->text().toStdString(); };
+  const QScrollBar& bar = *table.verticalScrollBar();
+  add(100, 200);
+  EXPECT_EQ(bar.value(), bar.maximum());
+  add(150, 200);
+  ASSERT_EQ(table.rowCount(), 200);
+  EXPECT_EQ(table.item(0, 0)->text(), "51");
+  EXPECT_EQ(bar.value(), bar.maximum()) << "it goes along";
+  table.scrollToItem(table.item(80, 0), QAbstractItemView::PositionAtTop);
+  table.selectRow(82);
+  const std::string top = at_top();
+  EXPECT_EQ(top, "131");
+  add(30, 200);
+  EXPECT_EQ(at_top(), top) << "30 rows have gone above it";
+  ASSERT_EQ(table.selectedItems().size(), 1);
+  EXPECT_EQ(table.selectedItems().front()->text(), "133");
+  add(190, 200);
+  EXPECT_TRUE(table.selectedItems().empty()) << "it is not there any more";
+  EXPECT_EQ(bar.value(), 0);
 }
 
 TEST_F(BindingTest, ARowIsChosenByMouseAndKeysAndTheProgram) {

@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
@@ -14,6 +15,7 @@
 
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
+#include "pages/parameter_page.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "shell/mdi_form1.h"
@@ -89,6 +91,52 @@ TEST_P(ProgramTest, EveryControlHasItsPlaceAndNothingIsCutOff) {
     }
     if (name != "MDIForm1") app.windows.Unload(name);
   }
+}
+
+// Everything beside it that shows something, of the widgets with the same parent.
+std::vector<QWidget*> Neighbours(const QWidget& mark) {
+  std::vector<QWidget*> neighbours;
+  for (QWidget* widget : mark.parentWidget()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+    const bool box = qobject_cast<QGroupBox*>(widget) != nullptr;  // its own children lie in it
+    if (widget != &mark && widget->isVisible() && !box) neighbours.push_back(widget);
+  }
+  return neighbours;
+}
+
+TEST_P(ProgramTest, MarksOfOriginStandFreeBesideTheEntriesOfAllPages) {
+  int marks = 0;
+  for (const std::string& name : app.windows.RegisteredNames()) {
+    auto* page = dynamic_cast<ParameterPage*>(&Open(name));
+    if (page == nullptr) continue;
+    SCOPED_TRACE(name);
+    for (const auto& column : page->Columns()) {
+      for (const Field& field : column->Fields()) {
+        Control& entry = field.options[1] != nullptr ? *field.options[1] : field.Entry();
+        for (Control* other : page->Controls()) {
+          if (auto* tabs = dynamic_cast<TabControl*>(other)) {
+            tabs->SetTabEnabled(&column == &page->Columns().front() ? 0 : 1, true);
+            tabs->SetTab(&column == &page->Columns().front() ? 0 : 1);
+          }
+        }
+        entry.SetOrigin(ValueOrigin::kTyped, "told");
+        program.Screen().Flush();
+        QApplication::processEvents();
+        const QWidget& widget = hands.Widget(name, entry.FullName().c_str());
+        auto* mark = hands.Window(name).findChild<QWidget*>("origin of " + widget.objectName());
+        ASSERT_NE(mark, nullptr) << entry.FullName();
+        EXPECT_EQ(mark->isVisible(), widget.isVisible()) << entry.FullName();
+        EXPECT_LT(mark->geometry().right(), widget.geometry().left()) << entry.FullName();
+        EXPECT_TRUE(mark->parentWidget()->rect().contains(mark->geometry())) << entry.FullName();
+        for (const QWidget* neighbour : Neighbours(*mark)) {
+          EXPECT_FALSE(neighbour->geometry().intersects(mark->geometry()))
+              << entry.FullName() << " and " << FromQt(neighbour->objectName());
+        }
+        marks += mark->isVisible();
+      }
+    }
+    app.windows.Unload(name);
+  }
+  EXPECT_GT(marks, 90);
 }
 
 // The widest text that a field is made for: as many digits as may be typed, else a total with its sign.

@@ -136,6 +136,13 @@ TEST_F(WindowsTest, MenusPressTheirItems) {
   screen.desktop.Flush();
   EXPECT_FALSE(window.findChild<QAction*>("tools")->isEnabled());
   EXPECT_EQ(window.findChild<QAction*>("item")->text(), "&R && D");
+  EXPECT_FALSE(window.findChild<QAction*>("item")->isEnabled()) << "as its menu";
+  // An item that stays usable keeps its menu open.
+  frame.item.SetStaysUsable(true);
+  screen.desktop.Flush();
+  EXPECT_TRUE(window.findChild<QAction*>("tools")->isEnabled());
+  screen.hands.Menu("Frame", "item");
+  EXPECT_EQ(frame.items, 2);
 }
 
 TEST_F(WindowsTest, ClosingIsTheLogicsDecision) {

@@ -25,9 +25,10 @@ class AnsweringDialogs : public Dialogs {
     return answer;
   }
   std::optional<std::string> AskOpenFile(const FileQuestion&) override { return std::nullopt; }
-  std::optional<std::string> AskSaveFile(const FileQuestion&) override { return std::nullopt; }
+  std::optional<std::string> AskSaveFile(const FileQuestion&) override { return save_path; }
   std::optional<std::string> AskFolder(const FolderQuestion&) override { return std::nullopt; }
 
+  std::optional<std::string> save_path;
   std::deque<MessageAnswer> answers;
   std::vector<std::string> texts;
 };
@@ -46,7 +47,27 @@ class MeterProgram {
   }
   const std::string& Port() const { return port_; }
 
+  // Says a word to the running program, which has acted on it then: "fault=unplug=3@00D0".
+  void Do(const std::string& word) {
+    process_.write((word + "\n").c_str());
+    EXPECT_EQ(NextLine(), "ok") << word;
+  }
+  // Puts the plug back: the port has another name then.
+  void Plug() {
+    Do("plug");
+    port_ = NextLine();
+  }
+
  private:
+  std::string NextLine() {
+    while (!process_.canReadLine()) {
+      if (process_.waitForReadyRead(10000)) continue;
+      ADD_FAILURE() << "meter-sim says nothing";
+      return {};
+    }
+    return process_.readLine().trimmed().toStdString();
+  }
+
   QProcess process_;
   std::string port_;
 };

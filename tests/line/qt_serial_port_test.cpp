@@ -98,6 +98,32 @@ TEST_F(QtSerialPortTest, GivingWayWakesWhenBytesArrive) {
   EXPECT_LT(clock.NowMs(), start + 4000);
 }
 
+TEST_F(QtSerialPortTest, HeldInputDoesNotWakeAndLosesNothing) {
+  const Pty pty;
+  device = pty.Path();
+  port.Open(1, "9600,N,8,1");
+  port.AskPrompt();  // which a pseudo-terminal does not know
+  port.HoldInput(true);
+  const Bytes all = AllBytes();
+  Bytes taken;
+  for (std::size_t at = 0; at < all.size(); at += 64) {
+    pty.Send(Bytes(all.begin() + static_cast<std::ptrdiff_t>(at),
+                   all.begin() + static_cast<std::ptrdiff_t>(at + 64)));
+    for (int turn = 0; turn < 10; ++turn) queue.GiveWay(clock.NowMs());
+    EXPECT_LE(port.BytesIn(), 1);
+    if (at == 128 && port.BytesIn() > 0) taken.push_back(port.TakeByte());  // looking meanwhile harms nothing
+  }
+  port.HoldInput(false);
+  const Bytes rest = Take(all.size() - taken.size());
+  taken.insert(taken.end(), rest.begin(), rest.end());
+  EXPECT_EQ(taken, all);
+
+  port.HoldInput(true);
+  port.Open(1, "9600,N,8,1");
+  pty.Send(Bytes{1, 2, 3});
+  EXPECT_EQ(Take(3), (Bytes{1, 2, 3})) << "opening ends it";
+}
+
 TEST_F(QtSerialPortTest, DiscardedInputIsGoneAndLaterBytesAreNot) {
   const Pty pty;
   const DriverInput other(pty.Path());  // before the port claims the device for itself

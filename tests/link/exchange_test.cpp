@@ -34,6 +34,7 @@ struct Setting {
   int mode = 0;
   int retry = 3;
   const char* speed = "9600";
+  bool events = false;  // paced by what arrives
 };
 
 void Open(TestApp& t, const char* speed) {
@@ -45,6 +46,7 @@ void Open(TestApp& t, const char* speed) {
 // Unit system and language: two words, a reply of 9 bytes, whole after 24.5 ms.
 Outcome ReadTwoWords(TestApp& t, const Setting& setting) {
   t.app.state.RetryNo = setting.retry;
+  t.app.state.EventTiming = setting.events;
   Frame request = ReadRequest(1, 3, 0x0100, 2);
   Frame reply = ReplyFor(request);
   const std::int64_t start = t.Time().NowMs();
@@ -63,6 +65,7 @@ Outcome Try(const Setting& setting, std::string_view fault) {
 struct FaultCase {
   const char* fault;
   Outcome by_mode[5];
+  std::int64_t event_ms[5];  // in event timing, where the rest of the outcome is the same
 };
 
 // Parts of the times, in ms. A wait of n lasts n + 1.
@@ -80,19 +83,32 @@ constexpr int kPart3 = kGood4 + kWholePoll, kPart4 = kGood4 + 3 * kWholePoll;
 constexpr int kNone0 = kPart0 + 10 * kAnyPoll, kNone2 = kPart2 + 10 * kAnyPoll;
 constexpr int kNone3 = kPart3, kNone4 = kPart4 + 2 * kAnyPoll;
 
+// In event timing the request is out at 9.2 ms, the reply is whole at 24.5 and an exception at 19.9; the
+// silence of 4 ms stands in front of the next request, and behind the last failure. The limits are the
+// pattern's.
+constexpr int kReply = 25, kSilence = 5;
+constexpr int kFailed = kReply + kSilence;
+constexpr int kRefused = 20 + kSilence;
+constexpr int kOddEnd = 28 + kSilence;  // noise ahead: the line is silent when the reply is over
+constexpr int kEmpty0 = kNone0 - kGap, kEmpty2 = kNone2 - kGap, kEmpty3 = kNone3 - kGap,
+              kEmpty4 = kNone4 - kGap;
+constexpr int kCut0 = kPart0 - kGap, kCut2 = kPart2 - kGap, kCut3 = kPart3 - kGap, kCut4 = kPart4 - kGap;
+
 const FaultCase kFaultCases[] = {
     {"",
      {{true, kGood, 1, kGood0},
       {true, kGood, 1, kGood0},
       {true, kGood, 1, kGood2},
       {true, kGood, 1, kGood3},
-      {true, kGood, 1, kGood4}}},
+      {true, kGood, 1, kGood4}},
+     {kReply, kReply, kReply, kReply, kReply}},
     {"silence*ever",
      {{false, kNoResponse, 4, 4 * kNone0},
       {false, kNoResponse, 1, kNone0},
       {false, kNoResponse, 4, 4 * kNone2},
       {false, kNoResponse, 1, kNone3},
-      {false, kNoResponse, 1, kNone4}}},
+      {false, kNoResponse, 1, kNone4}},
+     {4 * kEmpty0, kEmpty0, 4 * kEmpty2, kEmpty3, kEmpty4}},
     // The late reply to the first request is there 324.5 ms after the start, in the second attempt's polls
     // for the whole reply (321 + 11); in mode 2 it is still in time.
     {"late=300",
@@ -100,83 +116,105 @@ const FaultCase kFaultCases[] = {
       {false, kNoResponse, 1, kNone0},
       {true, kGood, 1, kGood2},
       {false, kNoResponse, 1, kNone3},
-      {false, kNoResponse, 1, kNone4}}},
+      {false, kNoResponse, 1, kNone4}},
+     {kReply + 300, kEmpty0, kReply + 300, kEmpty3, kEmpty4}},
     {"one-byte*ever",
      {{false, "[APPLICATION ERROR]", 4, 4 * kPart0},
       {false, "[APPLICATION ERROR]", 1, kPart0},
       {false, "[APPLICATION ERROR]", 4, 4 * kPart2},
       {false, "[APPLICATION ERROR]", 1, kPart3},
-      {false, "[APPLICATION ERROR]", 1, kPart4}}},
+      {false, "[APPLICATION ERROR]", 1, kPart4}},
+     {4 * kCut0, kCut0, 4 * kCut2, kCut3, kCut4}},
     {"short=3*ever",
      {{false, kCrc, 4, 4 * kPart0},
       {false, kCrc, 1, kPart0},
       {false, kCrc, 4, 4 * kPart2},
       {false, kCrc, 1, kPart3},
-      {false, kCrc, 1, kPart4}}},
+      {false, kCrc, 1, kPart4}},
+     {4 * kCut0, kCut0, 4 * kCut2, kCut3, kCut4}},
     {"crc*ever",
      {{false, kCrc, 4, 4 * kGood0},
       {false, kCrc, 1, kGood0},
       {false, kCrc, 4, 4 * kGood2},
       {false, kCrc, 1, kGood4},
-      {false, kCrc, 1, kGood4}}},
+      {false, kCrc, 1, kGood4}},
+     {4 * kFailed, kFailed, 4 * kFailed, kFailed, kFailed}},
     {"crc",
      {{true, kCrc, 2, 2 * kGood0},
       {false, kCrc, 1, kGood0},
       {true, kCrc, 2, 2 * kGood2},
       {false, kCrc, 1, kGood4},
-      {false, kCrc, 1, kGood4}}},
+      {false, kCrc, 1, kGood4}},
+     {kFailed + kReply, kFailed, kFailed + kReply, kFailed, kFailed}},
     // The byte behind the function is the reply's byte count, 4, which is no known exception.
     {"function=17*ever",
      {{false, "[UNKNOWN FUNCTION CODE ERROR]", 4, 4 * kGood0},
       {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood0},
       {false, "[UNKNOWN FUNCTION CODE ERROR]", 4, 4 * kGood2},
       {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4},
-      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4}}},
+      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4}},
+     {4 * kFailed, kFailed, 4 * kFailed, kFailed, kFailed}},
     // An exception is shorter than the reply that was asked for, so all polls pass.
     {"exception=2*ever",
      {{false, "[ADDRESS ERROR(02H)]", 4, 4 * kPart0},
       {false, "[ADDRESS ERROR(02H)]", 1, kPart0},
       {false, "[ADDRESS ERROR(02H)]", 4, 4 * kPart2},
       {false, "[ADDRESS ERROR(02H)]", 1, kPart3},
-      {false, "[ADDRESS ERROR(02H)]", 1, kPart4}}},
+      {false, "[ADDRESS ERROR(02H)]", 1, kPart4}},
+     {4 * kRefused, kRefused, 4 * kRefused, kRefused, kRefused}},
     {"station",
      {{true, kGood, 1, kGood0},
       {true, kGood, 1, kGood0},
       {true, kGood, 1, kGood2},
       {true, kGood, 1, kGood3},
-      {true, kGood, 1, kGood4}}},
+      {true, kGood, 1, kGood4}},
+     {kReply, kReply, kReply, kReply, kReply}},
     {"noise=3*ever",
      {{false, "[UNKNOWN FUNCTION CODE ERROR]", 4, 4 * kGood0},
       {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood0},
       {false, "[UNKNOWN FUNCTION CODE ERROR]", 4, 4 * kGood2},
       {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4},
-      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4}}},
+      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4}},
+     {4 * kOddEnd, kOddEnd, 4 * kOddEnd, kOddEnd, kOddEnd}},
     {"extra=3",
      {{true, kGood, 1, kGood0},
       {true, kGood, 1, kGood0},
       {true, kGood, 1, kGood2},
       {true, kGood, 1, kGood3},
-      {true, kGood, 1, kGood4}}},
+      {true, kGood, 1, kGood4}},
+     {kReply, kReply, kReply, kReply, kReply}},
     // The ninth byte is there after 69.5 ms: three polls.
     {"trickle=5",
      {{true, kGood, 1, kGood0 + 3 * kWholePoll},
       {true, kGood, 1, kGood0 + 3 * kWholePoll},
       {true, kGood, 1, kGood2},
       {true, kGood, 1, kGood3},
-      {true, kGood, 1, kGood4}}},
+      {true, kGood, 1, kGood4}},
+     {kReply + 45, kReply + 45, kReply + 45, kReply + 45, kReply + 45}},
     // The first look behind the first wait finds the port gone, and no wait follows.
     {"unplug=3",
      {{false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirst},
       {false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirst},
       {false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirstLong},
       {false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirstStations},
-      {false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirstStations}}},
+      {false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirstStations}},
+     {18, 18, 18, 18, 18}},
 };
 
 TEST(Exchange, EveryFaultEndsAsItsModePaces) {
   for (const FaultCase& c : kFaultCases) {
     for (int mode = 0; mode < 5; ++mode) {
       EXPECT_EQ(Try({.mode = mode}, c.fault), c.by_mode[mode]) << c.fault << " in mode " << mode;
+    }
+  }
+}
+
+TEST(Exchange, EventTimingEndsAlikeAndEarlier) {
+  for (const FaultCase& c : kFaultCases) {
+    for (int mode = 0; mode < 5; ++mode) {
+      Outcome expected = c.by_mode[mode];
+      expected.ms = c.event_ms[mode];
+      EXPECT_EQ(Try({.mode = mode, .events = true}, c.fault), expected) << c.fault << " in mode " << mode;
     }
   }
 }

@@ -72,6 +72,7 @@ class PageTest {
   App& app() { return test.app; }
   sim::Meter& meter() { return test.platform.Meter(); }
   ScriptedDialogs& dialogs() { return test.platform.dialogs; }
+  std::map<std::string, std::string>& platform_files() { return test.platform.files.files; }
 
   TestApp test;
 

@@ -173,6 +173,41 @@ TEST_F(SerialSettingsTest, AGoodChangeIsProvedThenWritten) {
   EXPECT_EQ(Facts().lblState.Caption(), "Identified at " + app->state.IdentifiedAt);
 }
 
+TEST_F(SerialSettingsTest, TheTimingIsKeptOnlyWhenTheLinkIsProved) {
+  FrmCSet& dialog = Open();
+  EXPECT_FALSE(dialog.chkTiming.Ticked());
+  EXPECT_EQ(dialog.chkTiming.Caption(), "Event-driven timing");
+  dialog.Command1.Press();
+  EXPECT_EQ(Ini().find("TIMING"), std::string::npos) << "who does not use it has no key";
+
+  Choose("ComPort");
+  Dialog().chkTiming.Tick();
+  Dialog().Command2.Press();
+  EXPECT_FALSE(app->state.EventTiming);
+
+  Choose("ComPort");
+  Dialog().chkTiming.Tick();
+  platform->Arm("silence*4");
+  platform->dialogs.Answer(MessageAnswer::kOk);
+  Dialog().Command1.Press();
+  EXPECT_TRUE(app->state.EventTiming) << "in force in memory, as the other settings";
+  EXPECT_EQ(Ini().find("TIMING"), std::string::npos);
+  const std::int64_t start = platform->time.NowMs();
+  Dialog().Command1.Press();
+  EXPECT_TRUE(IniHas("TIMING=EVENT"));
+  EXPECT_LT(platform->time.NowMs() - start, 200 + 8 * 30) << "eight exchanges behind the rest of the port";
+
+  UseMeter({});
+  EXPECT_TRUE(Open("PORT=1\r\nTIMING= EVENT\r\n").chkTiming.Ticked());
+  Dialog().chkTiming.Untick();
+  Dialog().Command1.Press();
+  EXPECT_TRUE(IniHas("TIMING=PATTERN"));
+  for (const char* other : {"TIMING=PATTERN\r\n", "TIMING=event\r\n", "TIMING=\r\n"}) {
+    UseMeter({});
+    EXPECT_FALSE(Open(std::string("PORT=1\r\n") + other).chkTiming.Ticked()) << other;
+  }
+}
+
 TEST_F(SerialSettingsTest, AFailureKeepsTheDialogAndTheFile) {
   const struct {
     int port;  // of the list
@@ -230,7 +265,7 @@ TEST_F(SerialSettingsTest, CancelLeavesThePortAndTheSettings) {
     EXPECT_TRUE(platform->simulated.IsOpen());
     EXPECT_EQ(app->state.PortNo + " " + app->state.CommSettings, "1 9600,O,8,1");
     EXPECT_EQ(Ini(), ini_before);
-    EXPECT_EQ(platform->time.TimerCount(), 0) << "nobody looks at the devices any more";
+    EXPECT_EQ(platform->time.TimerCount(), 1) << "only the main window looks whether the port is there";
   }
 }
 

@@ -15,7 +15,10 @@ class FakeProcess : public Process {
   int LocaleId() override { return locale_id; }
   std::string ShortPath(const std::string& path) override { return short_path.empty() ? path : short_path; }
   void PutError(const std::string& text) override { errors.push_back(text); }
-  std::vector<PortInfo> Ports() override { return ports; }
+  std::vector<PortInfo> Ports() override {
+    ++looks;
+    return ports;
+  }
 
   std::string folder = "/app";
   std::string user_folder = "/home/operator/veltrano3";
@@ -24,6 +27,7 @@ class FakeProcess : public Process {
   int locale_id = 1033;
   std::string short_path;  // empty: the path itself
   std::vector<PortInfo> ports;
+  int looks = 0;  // how often the ports were asked for
   std::vector<std::string> errors;
 };
 

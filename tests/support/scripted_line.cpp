@@ -60,6 +60,7 @@ void ScriptedLine::Write(std::span<const std::uint8_t> bytes) {
   std::int64_t at = drained_ms_ + answer.after_ms;
   for (const std::uint8_t byte : answer.bytes) {
     incoming_.push_back({at, byte});
+    time_.At(at, [] {});  // wakes who gives way, as a port does
     at += answer.each_ms;
   }
 }

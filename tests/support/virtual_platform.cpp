@@ -8,6 +8,10 @@ namespace vlt::test {
 VirtualPlatform::VirtualPlatform(PortKind kind, const sim::MeterConfig& config)
     : simulated(time, time,
                 [this](int number) {
+                  if (const std::string device = device_of ? device_of(number) : ""; !device.empty()) {
+                    const auto end = plugged.find(device);
+                    return sim::Socket{.line = end == plugged.end() ? nullptr : end->second, .name = device};
+                  }
                   const auto socket = sockets.find(number);
                   return socket == sockets.end() ? sim::Socket{} : socket->second;
                 }),

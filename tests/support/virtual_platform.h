@@ -3,6 +3,7 @@
 // number to nothing, unless the test plugs a line in.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -37,6 +38,9 @@ class VirtualPlatform {
   FakeProcess process;
   sim::Line line;
   std::map<int, sim::Socket> sockets;  // what each COM number leads to
+  // Where this gives a name for a COM number, what is plugged in under it counts instead of its socket.
+  std::function<std::string(int number)> device_of;
+  std::map<std::string, sim::Line*> plugged;
   sim::SimulatedPort simulated;
   ScriptedLine scripted;
   SerialFirmwarePort firmware;

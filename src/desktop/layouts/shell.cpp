@@ -14,6 +14,7 @@ constexpr LayoutItem kMainWindow[] = {
                "Command10", "Command11", "Command14", ">", "cmdLink", "Command13"),
     Column(),
     Strip("lblTestState"),
+    Strip("lblFoundRuns", ">", "cmdFoundRuns", "cmdFoundRunsSeen"),
     PageArea(),
     EmptyPage(),
     Columns(),
@@ -60,6 +61,13 @@ constexpr LayoutItem kWait[] = {
     Strip(">", "cmdCan"),
 };
 
+constexpr LayoutItem kFoundRuns[] = {
+    Strip("lblExplained"),
+    Wide("grdRuns"),
+    Strip("lblPath", ">"),
+    Strip(">", "cmdSeen", "cmdClose"),
+};
+
 constexpr LayoutItem kSerialSettings[] = {
     Columns(),
     Side(),
@@ -71,6 +79,7 @@ constexpr LayoutItem kSerialSettings[] = {
     Row("lblParity", "Parity"),
     Row("lblStopBit", "StopBit"),
     Row("lblRetryNo", "RetryNo"),
+    Strip("chkTiming"),
     End(),
     Column(),
     Wide("grdPorts"),
@@ -92,6 +101,8 @@ constinit const WindowLayout kSplashT305Layout{"frmSplash_T305", WindowStyle::kS
 constinit const WindowLayout kSplashK410Layout{"frmSplash_K410", WindowStyle::kSplash, kSplashOfThree};
 constinit const WindowLayout kFrmMssgLayout{"frmMssg", WindowStyle::kDialog, kChoice};
 constinit const WindowLayout kFrmAboutLayout{"frmAbout", WindowStyle::kDialog, kAbout, "cmdOK", "cmdOK"};
+constinit const WindowLayout kFrmFoundRunsLayout{"frmFoundRuns", WindowStyle::kDialog, kFoundRuns, "cmdClose",
+                                                 "cmdClose"};
 constinit const WindowLayout kFrmWaitLayout{"frmWait", WindowStyle::kDialog, kWait, "", "cmdCan"};
 constinit const WindowLayout kFrmCSetLayout{"FrmCSet", WindowStyle::kDialog, kSerialSettings, "Command1",
                                             "Command2"};

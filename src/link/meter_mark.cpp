@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "link/meter_mark.h"
+
+#include "resources/string_table.h"
+#include "resources/text_ids_heal.h"
+#include "values/codecs.h"
+#include "values/number_text.h"
+
+namespace vlt {
+namespace {
+
+// Of the meter's register map: unit system, language, ID number; and the specification.
+constexpr RegisterSpan kUnitLanguageAndId{.address = 0x0100, .count = 3};
+constexpr std::size_t kIdByte = 4;
+constexpr RegisterSpan kSpecification{.address = 0x0148, .count = 1};
+constexpr int kShownDigits = 4;
+
+// The first thing that differs is told.
+bool Agrees(const App& app, const std::optional<int>& known, int found, int text_id, std::string& differs) {
+  if (!known || *known == found) return true;
+  differs =
+      FormatText(app.Text(text_id), {ZeroPadded(found, kShownDigits), ZeroPadded(*known, kShownDigits)});
+  return false;
+}
+
+}  // namespace
+
+MeterMark KnownMark(const SharedState& state) {
+  MeterMark mark;
+  if (state.SpecNumber >= 0) mark.specification = state.SpecNumber;
+  if (const auto id = ParseNumber(state.MeterIdNo)) mark.id_number = static_cast<int>(*id);
+  return mark;
+}
+
+MeterProof ProveMeter(App& app, const Target& target, MeterMark& mark, std::string& differs) {
+  RegisterData data;
+  if (!ReadRegisters(app, target, kUnitLanguageAndId, data)) return MeterProof::kSilent;
+  const int id = BytesToInt16(data, kIdByte);
+  const bool agrees = Agrees(app, mark.id_number, id, text::kOtherIdNumber, differs) &&
+                      Agrees(app, mark.unit_system, BytesToInt16(data, 0), text::kOtherUnitSystem, differs);
+  if (!agrees) return MeterProof::kOther;
+  if (mark.specification) {
+    if (!ReadRegisters(app, target, kSpecification, data)) return MeterProof::kSilent;
+    const int number = BytesToInt16(data, 0);
+    if (!Agrees(app, mark.specification, number, text::kOtherSpecification, differs)) {
+      return MeterProof::kOther;
+    }
+  }
+  mark.id_number = id;
+  return MeterProof::kSame;
+}
+
+}  // namespace vlt

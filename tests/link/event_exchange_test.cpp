@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Event timing: which bytes are taken when, and whose reply is whose. On 9600 baud a request is out after 9.2
+// ms and a reply of one word whole after 22.2 ms. The pattern's limit with nothing received is 218 ms in the
+// ordinary mode and for the store register, 178 ms for stations.
+#include <gtest/gtest.h>
+
+#include "link/owed_replies.h"
+#include "link/port.h"
+#include "link/registers.h"
+#include "state/line_record.h"
+#include "support/late_soak.h"
+#include "support/test_app.h"
+#include "values/codecs.h"
+
+namespace vlt {
+namespace {
+
+using test::TestApp;
+
+constexpr int kOne = 0x0040;
+constexpr int kOther = 0x04B4;
+constexpr std::int64_t kWord = 23;  // a reply of one word
+constexpr std::int64_t kPatience = 1000;
+
+struct Events : TestApp {
+  explicit Events(test::PortKind port = test::PortKind::kSimulated) : TestApp({.port = port}) {
+    app.state.EventTiming = true;
+    EXPECT_TRUE(OpenPort(app));
+    if (port != test::PortKind::kSimulated) return;
+    for (const int address : {kOne, kOther, kOther + 2}) platform.Meter().holding().PutWord(address, address);
+    platform.line.AddStation(2, {}).holding().PutWord(kOne, 2);
+  }
+  // The words at an address, -1 without a reply; with `mode` kModeStore in one attempt.
+  int Read(int address, int count = 1, SendMode mode = kModeOrdinary, int station = 1) {
+    const std::int64_t start = Time().NowMs();
+    RegisterData data;
+    const bool good = ReadRegisters(app, {station, mode}, {.address = address, .count = count}, data);
+    took_ms = Time().NowMs() - start;
+    return good ? BytesToUInt16(data[data.size() - 2], data[data.size() - 1]) : -1;
+  }
+  // One attempt that gets no answer in time, and one so much later.
+  void Miss(int address, int late_ms, int count = 1, SendMode mode = kModeStore) {
+    platform.Arm("late=" + std::to_string(late_ms));
+    EXPECT_EQ(Read(address, count, mode), -1);
+    platform.TakeRequests();
+  }
+
+  std::int64_t took_ms = 0;
+};
+
+TEST(EventTiming, ARequestLeavesWhenTheLineHasBeenSilent) {
+  for (const auto& [speed, gap_ms] : {std::pair{"9600", 5}, {"19200", 3}, {"38400", 2}}) {
+    TestApp t({.port = test::PortKind::kScripted});
+    t.app.state.EventTiming = true;
+    t.app.state.CommSettings = std::string(speed) + ",O,8,1";
+    ASSERT_TRUE(OpenPort(t.app));
+    t.platform.scripted.drain_ms = 2;
+    for (int i = 0; i < 2; ++i) t.platform.scripted.ReplyChecked("01 03 02 00 05", 20);
+    Frame request = ReadRequest(1, 3, kOne, 1);
+    Frame reply(7);
+    for (int i = 0; i < 2; ++i) EXPECT_TRUE(SendReceive(t.app, request, reply));
+    EXPECT_EQ(t.platform.scripted.write_times_ms, (std::vector<std::int64_t>{0, 22 + gap_ms})) << speed;
+    EXPECT_EQ(t.Time().NowMs(), 2 * 22 + gap_ms) << "no rest behind the last one";
+  }
+}
+
+// To the millisecond what the pattern takes and what it leaves.
+TEST(EventTiming, ItsLimitsAreThoseOfThePattern) {
+  const struct {
+    int mode;
+    int arrives_ms;
+    bool taken;
+  } cases[] = {{0, 206, true}, {0, 207, false}, {2, 662, true}, {2, 663, false},
+               {3, 166, true}, {3, 167, false}, {4, 200, true}, {4, 201, false}};
+  for (const auto& c : cases) {
+    for (const bool events : {false, true}) {
+      TestApp t({.port = test::PortKind::kScripted});
+      t.app.state.EventTiming = events;
+      t.app.state.RetryNo = 0;
+      ASSERT_TRUE(OpenPort(t.app));
+      t.platform.scripted.ReplyChecked("01 03 02 00 05", c.arrives_ms);
+      Frame request = ReadRequest(1, 3, kOne, 1);
+      Frame reply(7);
+      EXPECT_EQ(SendReceive(t.app, request, reply, c.mode), c.taken) << c.mode << " " << c.arrives_ms;
+    }
+  }
+  // A first byte at 31 ms is seen at the pattern's look at 31, one at 32 at that of 37; 121 ms are left then.
+  for (const auto& [first_ms, limit_ms] : {std::pair{10, 146}, {31, 152}, {32, 158}, {90, 206}}) {
+    TestApp t({.port = test::PortKind::kScripted});
+    t.app.state.EventTiming = true;
+    t.app.state.RetryNo = 0;
+    ASSERT_TRUE(OpenPort(t.app));
+    t.platform.scripted.Reply("01 03", first_ms);
+    Frame request = ReadRequest(1, 3, kOne, 1);
+    Frame reply(7);
+    EXPECT_FALSE(SendReceive(t.app, request, reply));
+    EXPECT_EQ(t.Time().NowMs(), limit_ms) << first_ms;
+  }
+}
+
+TEST(EventTiming, AReplyCutShortIsNeverCompletedFromTheBuffer) {
+  Events t(test::PortKind::kScripted);
+  t.app.state.RetryNo = 0;
+  Frame request = ReadRequest(1, 3, kOne, 1);
+  Frame reply = test::FromHex("01 03 02 00 07 F9 86");
+  t.platform.scripted.Reply("01 03 02 00");
+  EXPECT_FALSE(SendReceive(t.app, request, reply));
+  EXPECT_EQ(t.app.state.LastErrorText, "[CRC ERROR]");
+}
+
+TEST(EventTiming, NoiseThatLooksLikeAnExceptionDoesNotEndTheAttempt) {
+  Events t(test::PortKind::kScripted);
+  t.app.state.RetryNo = 0;
+  Frame request = ReadRequest(1, 3, kOne, 2);
+  Frame reply(9);
+  t.platform.scripted.Reply("01 83 02 FF FF");
+  EXPECT_FALSE(SendReceive(t.app, request, reply));
+  EXPECT_EQ(t.app.state.LastErrorText, "[ADDRESS ERROR(02H)]");
+  EXPECT_EQ(t.Time().NowMs(), 146) << "its check is wrong, so that more may come";
+}
+
+TEST(EventTiming, ALateReplyThatLooksAlikeIsAwaited) {
+  Events t;
+  t.Miss(kOne, 500);
+  EXPECT_EQ(t.Read(kOther), kOther);
+  // The late one is over at 522.2 ms, the silence at 527.
+  EXPECT_EQ(t.Time().NowMs(), 523 + 5 + kWord);
+  EXPECT_EQ(t.Read(kOne), kOne);
+  EXPECT_EQ(t.took_ms, 5 + kWord) << "and everything is paid";
+
+  t.platform.Arm("silence");
+  EXPECT_EQ(t.Read(kOne, 1, kModeStore), -1);
+  EXPECT_EQ(t.Read(kOther), kOther);
+  EXPECT_EQ(t.took_ms, kPatience + kWord) << "what never comes is awaited to the end";
+}
+
+TEST(EventTiming, OneThatLooksDifferentIsDroppedWhenItComes) {
+  const struct {
+    int count;
+    int station;
+  } cases[] = {{2, 1}, {1, 2}};
+  for (const auto& c : cases) {
+    Events t;
+    t.Miss(kOne, 220);  // it begins when the next request is out
+    t.platform.Arm("late=100");
+    EXPECT_EQ(t.Read(c.station == 1 ? kOther : kOne, c.count, kModeOrdinary, c.station),
+              c.station == 1 ? kOther + 2 : 2);
+    EXPECT_LT(t.took_ms, 150);
+    EXPECT_EQ(t.platform.TakeRequests().size(), 1u) << "in one attempt";
+    EXPECT_EQ(t.app.state.LastErrorText, "");
+    EXPECT_EQ(t.Read(kOther), kOther);
+    EXPECT_EQ(t.took_ms, 5 + kWord);
+  }
+  // A reply to a later request shows that the earlier one got lost.
+  Events t;
+  t.platform.Arm("silence");
+  EXPECT_EQ(t.Read(kOne, 1, kModeStore), -1);
+  EXPECT_EQ(t.Read(kOther, 2), kOther + 2);
+  EXPECT_EQ(t.Read(kOther), kOther);
+  EXPECT_EQ(t.took_ms, 5 + kWord);
+}
+
+TEST(EventTiming, ALateEchoProvesNoOtherWrite) {
+  Events t;
+  const Target once{.station = 1, .mode = kModeStore};
+  t.platform.Arm("late=240/06");
+  EXPECT_EQ(WriteRegister(t.app, once, kOne, 3), WriteResult::kNoReply);
+  t.platform.Arm("ignore-write");
+  EXPECT_EQ(WriteRegister(t.app, once, kOther, 1), WriteResult::kProven) << "the meter says so";
+  t.platform.Arm("late=300/06");
+  EXPECT_EQ(WriteRegister(t.app, once, kOne, 2), WriteResult::kNoReply);
+  t.platform.Arm("silence");
+  EXPECT_EQ(WriteRegister(t.app, once, kOne, 2), WriteResult::kNoReply) << "the echo was the first one's";
+}
+
+TEST(EventTiming, ALateRefusalIsHeldUntilTheReplyHasHadItsTime) {
+  Events t;
+  t.platform.Arm("exception=2");
+  t.platform.line.config().turnaround = 240'000;
+  EXPECT_EQ(t.Read(kOne, 1, kModeStore), -1);
+  t.platform.line.config().turnaround = 100'000;
+  EXPECT_EQ(t.Read(kOther, 2, kModeStore), kOther + 2);
+  EXPECT_EQ(t.app.state.LastErrorText, "");
+  // With nothing behind it, it counts as ours.
+  t.platform.Arm("silence");
+  EXPECT_EQ(t.Read(kOne, 1, kModeStore), -1);
+  t.platform.Arm("exception=3");
+  EXPECT_EQ(t.Read(kOther, 2, kModeStore), -1);
+  EXPECT_EQ(t.app.state.LastErrorText, "[REGISTER COUNT ERROR(03H)]");
+}
+
+TEST(EventTiming, RepeatsOfOneQuestionShareTheirReplies) {
+  Events t;
+  t.platform.Arm("late=300");
+  EXPECT_EQ(t.Read(kOne), kOne);
+  EXPECT_EQ(t.took_ms, kWord + 300);
+  EXPECT_EQ(t.platform.TakeRequests().size(), 2u);
+  // The reply to the repeat comes right behind, and answers nobody.
+  EXPECT_EQ(t.Read(kOther), kOther);
+  EXPECT_LT(t.took_ms, 50);
+}
+
+TEST(EventTiming, ASlowLineIsGivenMoreTime) {
+  Events t;
+  t.Miss(kOne, 1100);
+  EXPECT_EQ(t.app.pace->patience_us, kPatience * 1000);
+  EXPECT_EQ(t.Read(kOther), kOther);
+  EXPECT_GT(t.app.pace->patience_us, 1'800'000);
+  t.Miss(kOne, 1900);
+  EXPECT_EQ(t.Read(kOther), kOther);
+  ASSERT_TRUE(OpenPort(t.app));
+  bool done = false;
+  ClosePort(t.app, done);
+  ASSERT_TRUE(OpenPort(t.app));
+  EXPECT_EQ(t.app.pace->patience_us, kPatience * 1000);
+}
+
+TEST(EventTiming, TheRestBehindAStationIsItsSilence) {
+  Events t;
+  t.app.platform.port.DiscardInput();
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(t.Read(kOne, 1, kModeStations, 2), 2);
+  EXPECT_EQ(t.Time().NowMs(), 2 * kWord + 5);
+}
+
+TEST(EventTiming, ALineThatIsNeverSilentIsWaitedForOnlySoLong) {
+  Events t(test::PortKind::kScripted);
+  t.app.state.RetryNo = 0;
+  std::string babble;
+  for (int i = 0; i < 1500; ++i) babble += "55 ";
+  t.platform.scripted.Reply(babble, 0, 3);
+  Frame request = ReadRequest(1, 3, kOne, 1);
+  Frame reply(7);
+  for (int i = 0; i < 2; ++i) EXPECT_FALSE(SendReceive(t.app, request, reply));
+  EXPECT_EQ(t.platform.scripted.writes.size(), 2u);
+  EXPECT_EQ(t.app.state.LastErrorText, "[UNKNOWN FUNCTION CODE ERROR]");
+}
+
+TEST(EventTiming, LateAnswersAreNeverTakenForAnother) {
+  const auto result = test::SoakLateReplies({.exchanges = 20'000, .seed = 1});
+  EXPECT_EQ(result.wrong, 0);
+  EXPECT_EQ(result.unproven, 0);
+  EXPECT_GT(result.good, 13'000);
+  EXPECT_GT(result.late, 4'000);
+  const auto pattern = test::SoakLateReplies({.exchanges = 2'000, .seed = 1, .events = false});
+  EXPECT_GT(pattern.wrong, 20) << "which is what the soak must be able to see";
+}
+
+}  // namespace
+}  // namespace vlt
