@@ -125,7 +125,10 @@ ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const s
     return NotSent(FormatText(app.Text(text::kNotReadBack), {app.state.LastErrorText}));
   }
   if (!app.state.PortIsOpen) return NotSent(app.state.LastErrorText);
-  return Judge(app, place, raw, facts, Send(app, row, frame));
+  ProvenWrite proven = Judge(app, place, raw, facts, Send(app, row, frame));
+  // What a page has read of this meter may be old now.
+  if (proven.end != WriteEnd::kRefused) app.origins.SettingsWereSent();
+  return proven;
 }
 
 std::string WriteEndText(WriteEnd end, int lang_offset) {

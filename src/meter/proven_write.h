@@ -30,7 +30,7 @@ struct ProvenWrite {
 // Writes `raw` (2 * Words() bytes) and reads it back. The port must be open and the interface locked. A value
 // that the page writes together with another one (backlight and lights-out time) is written with the one that
 // the meter holds. A row that the meter computes is not sent. A lost port ends as kNotProven or, before
-// anything was sent, as kNotSent.
+// anything was sent, as kNotSent. What pages have read before counts as outdated, unless the meter refuses.
 // `facts` are the units and the language that a value in a reason is shown by; without them those of the App.
 ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const std::uint8_t> raw,
                         const SharedState& facts);

@@ -275,9 +275,11 @@ TEST(Sender, TheSessionFollowsWhatTheMeterHasTaken) {
   test.meter().holding().PutWord(0x0104, 43);
   test.meter().holding().PutWord(0x0102, 0);
   test.app().state.MeterIdNo = "0043";
+  const int sent = test.app().origins.Sent();
   EXPECT_TRUE(test.Send(side, {At("system.id_number"), At("system.language")}).AllStored());
   EXPECT_EQ(test.app().state.MeterIdNo, "0042");
   EXPECT_EQ(test.app().state.SystemLangFlag, 2);
+  EXPECT_EQ(test.app().origins.Sent(), sent + 2) << "what pages have read is old now";
 }
 
 TEST(Sender, AnotherMeterThanExpectedIsLeftAlone) {
