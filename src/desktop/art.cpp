@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/art.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QPainterPath>
+#include <QtMath>
 
 #include "desktop/qt_text.h"
 
@@ -10,7 +12,6 @@ namespace vlt {
 namespace {
 
 constexpr int kSignSize = 28;
-constexpr int kSignScale = 3;  // drawn finer than a screen shows it, so that dense screens stay crisp
 constexpr QRgb kSignColour = 0xFFFFC98A;
 
 // Two transducers on a pipe and the sound path between them, on a field of 28 by 28.
@@ -45,9 +46,11 @@ QPainterPath HeatSign() {
   return path;
 }
 
+// As fine as the densest screen shows it.
 QPixmap Sign(const QPainterPath& path) {
-  QPixmap pixmap(kSignSize * kSignScale, kSignSize * kSignScale);
-  pixmap.setDevicePixelRatio(kSignScale);
+  const int scale = qCeil(qApp->devicePixelRatio());
+  QPixmap pixmap(kSignSize * scale, kSignSize * scale);
+  pixmap.setDevicePixelRatio(scale);
   pixmap.fill(Qt::transparent);
   QPainter painter(&pixmap);
   painter.setRenderHint(QPainter::Antialiasing);

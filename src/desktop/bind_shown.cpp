@@ -3,6 +3,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QProgressBar>
+#include <optional>
 
 #include "desktop/art.h"
 #include "desktop/binding_kinds.h"
@@ -14,17 +15,48 @@ namespace {
 
 constexpr int kBarMargin = 6;
 
-class LabelBinding : public Binding {
+// A label of plain text. Qt's own lays its text out three times to know the room that it wants; where no line
+// is wrapped, once tells the same, and a page has more than a hundred of them.
+class PlainLabel : public QLabel {
  public:
-  LabelBinding(Control& label, BindContext& context, QWidget* parent)
-      : Binding(label, context, new QLabel(parent)) {
-    View()->setTextFormat(Qt::PlainText);
+  explicit PlainLabel(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
+
+  void ShowText(const QString& text) {
+    if (text == QLabel::text()) return;
+    measured_.reset();
+    setText(text);
+  }
+  QSize sizeHint() const override { return IsPlain() ? Room() : QLabel::sizeHint(); }
+  QSize minimumSizeHint() const override { return IsPlain() ? Room() : QLabel::minimumSizeHint(); }
+
+ protected:
+  void changeEvent(QEvent* event) override {
+    measured_.reset();
+    QLabel::changeEvent(event);
   }
 
  private:
-  QLabel* View() const { return static_cast<QLabel*>(Widget()); }
+  bool IsPlain() const { return !wordWrap() && !text().isEmpty(); }
+  QSize Room() const {
+    constexpr QRect kAnywhere(0, 0, 2000, 2000);  // as Qt's own
+    ensurePolished();
+    if (!measured_) measured_ = fontMetrics().boundingRect(kAnywhere, Qt::TextExpandTabs, text()).size();
+    const int margins = 2 * margin();
+    return measured_->grownBy(contentsMargins()).grownBy({0, 0, margins, margins}).expandedTo(minimumSize());
+  }
+
+  mutable std::optional<QSize> measured_;
+};
+
+class LabelBinding : public Binding {
+ public:
+  LabelBinding(Control& label, BindContext& context, QWidget* parent)
+      : Binding(label, context, new PlainLabel(parent)) {}
+
+ private:
+  PlainLabel* View() const { return static_cast<PlainLabel*>(Widget()); }
   void PushState() override {
-    View()->setText(PlainCaption(Bound().Caption()));
+    View()->ShowText(PlainCaption(Bound().Caption()));
     const unsigned colour = static_cast<const Label&>(Bound()).BackColour();
     if (shown_colour_ == colour) return;
     shown_colour_ = colour;

@@ -10,11 +10,16 @@ namespace {
 constexpr QColor kMarkColour(0xE0, 0x30, 0x20);  // of a control that holds something wrong
 constexpr int kMarkPercent = 30;                 // of it in the ground's colour
 
+// By its control; until its parent shows it Qt counts every widget as hidden.
+bool WasHidden(const QWidget& widget) {
+  return widget.testAttribute(Qt::WA_WState_ExplicitShowHide) && widget.isHidden();
+}
+
 // A widget that was never hidden is left for its parent to show.
 void ShowOrHide(QWidget& widget, bool visible) {
   if (!visible) {
     widget.hide();
-  } else if (widget.testAttribute(Qt::WA_WState_ExplicitShowHide) && widget.isHidden()) {
+  } else if (WasHidden(widget)) {
     widget.show();
   }
 }
@@ -55,13 +60,17 @@ void Binding::MakeTitle() {
 
 void Binding::Refresh() {
   if (detached_ || widget_ == nullptr) return;
-  const QSize before = widget_->sizeHint();
-  const bool was_hidden = widget_->isHidden();
+  const auto before = Room();
   PushCommon();
   PushState();
   PushToolTip();
-  const bool same_room = widget_->sizeHint() == before && widget_->isHidden() == was_hidden;
-  if (!same_room && on_size_change) on_size_change();
+  if (Room() != before && on_size_change) on_size_change();
+}
+
+// What the widget wants of the window; a hidden one nothing, so its text need not be measured.
+std::optional<QSize> Binding::Room() const {
+  if (WasHidden(*widget_)) return std::nullopt;
+  return widget_->sizeHint();
 }
 
 void Binding::PushCommon() {

@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <QWidget>
 #include <functional>
+#include <optional>
 
 #include "desktop/input_gate.h"
 #include "desktop/origin_mark.h"
@@ -63,6 +64,7 @@ class Binding : public QObject, public Refreshable {
   bool Detached() const { return detached_; }
 
  private:
+  std::optional<QSize> Room() const;
   void PushCommon();
   void PushToolTip();
   void PushMark();

@@ -84,6 +84,9 @@ TEST_P(ProgramTest, EveryControlHasItsPlaceAndNothingIsCutOff) {
       const auto* label = dynamic_cast<const QLabel*>(widget);
       const std::string text = label != nullptr ? FromQt(label->text()) : "";
       EXPECT_FALSE(IsCutOff(*widget)) << FromQt(widget->objectName()) << " " << text;
+      if (label == nullptr) continue;
+      EXPECT_EQ(label->sizeHint(), label->QLabel::sizeHint()) << "as Qt measures it: " << text;
+      EXPECT_EQ(label->minimumSizeHint(), label->QLabel::minimumSizeHint()) << text;
     }
     if (const auto* scroll = dynamic_cast<QScrollArea*>(&window)) {
       EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0) << "pixels too wide";
