@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/found_runs.h"
 
+#include <algorithm>
 #include <array>
 
 #include "files/file_report.h"
@@ -129,13 +130,14 @@ void frmFoundRuns::Form_Load() {
       0, std::array{app_.Text(text::kRunFile), app_.Text(text::kRunPage), app_.Text(text::kRunStarted),
                     app_.Text(text::kRunLastRecord), app_.Text(text::kRunLength)});
   const FoundRuns* part = Part();
-  const std::vector<OpenRun> runs = part == nullptr ? std::vector<OpenRun>() : part->Runs();
+  std::vector<OpenRun> runs = part == nullptr ? std::vector<OpenRun>() : part->Runs();
+  std::reverse(runs.begin(), runs.end());
   grdRuns.SetRows(static_cast<int>(runs.size()) + 1);
   int row = 0;
-  for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
-    const RunFile file = LookAtRun(app_, *run);
-    paths_.push_back(run->path);
-    grdRuns.SetRow(++row, std::array{LastComponent(run->path), PageText(app_, run->page), run->started,
+  for (const OpenRun& run : runs) {
+    const RunFile file = LookAtRun(app_, run);
+    paths_.push_back(run.path);
+    grdRuns.SetRow(++row, std::array{LastComponent(run.path), PageText(app_, run.page), run.started,
                                      LastRecordText(app_, file), RunLengthText(app_, file)});
   }
   grdRuns.SetSelectedRow(row == 0 ? 0 : 1);
