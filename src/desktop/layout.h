@@ -90,7 +90,13 @@ constexpr LayoutItem Backdrop(const char* picture) { return MakeItem(LayoutKind:
 
 }  // namespace layout
 
-enum class WindowStyle : unsigned char { kPage, kFrame, kDialog, kSplash };
+enum class WindowStyle : unsigned char {
+  kPage,
+  kFrame,
+  kDialog,    // as large as its controls ask
+  kWorkshop,  // a dialog that a person may make larger
+  kSplash,
+};
 
 struct WindowLayout {
   const char* form;
