@@ -35,7 +35,8 @@ struct ComparisonRow {
 
 class Comparison {
  public:
-  // Throws std::invalid_argument for a side that has a place twice or out of order.
+  // Throws std::invalid_argument for a side that has a place twice or out of order, std::logic_error when the
+  // counts do not add up.
   Comparison(CompareSide left, CompareSide right);
 
   const CompareSide& Left() const { return left_; }
@@ -53,6 +54,7 @@ class Comparison {
 
  private:
   void Add(ComparisonRow row);
+  void CheckCounts() const;
 
   CompareSide left_;
   CompareSide right_;

@@ -10,7 +10,7 @@
 
 namespace vlt {
 
-// All rows, or those of chosen states, with the identities of both sides and the counts in front. Cells are
+// All rows, with the identities of both sides and the counts in front. Cells are
 // quoted where they must be; "." under every locale.
 std::string ComparisonCsv(const Comparison& comparison, const std::string& stamp);
 

@@ -15,7 +15,7 @@ enum class SendRule : std::uint8_t {
   kOrdinary,
   kByHand,  // belongs to one meter alone (its ID number, the adjustment of its outputs): sent when it is
             // chosen for itself, left out when all that differs is chosen, unless the meter is the same
-  kNever,  // the meter computes it, or it would clear its memory or totals, or put it into its test state
+  kNever,   // the meter computes it, or it would clear its memory or totals, or put it into its test state
 };
 SendRule SendRuleOf(const Parameter& row);
 
@@ -29,7 +29,9 @@ struct Conversion {
 // `cell` is a known cell of a side with the facts `from`; `to` is what is known of the meter. The same unit
 // gives the same bytes. Another one is converted where the result is exact in the meter's register; so is a
 // code of another model or mode, where the meter has it.
-Conversion ConvertFor(const SideCell& cell, const SharedState& from, const SharedState& to);
+// `output_channel` is the channel that the meter's output follows, for a place that is one.
+Conversion ConvertFor(const SideCell& cell, const SharedState& from, const SharedState& to,
+                      int output_channel = 0);
 
 // The identities tell the same meter: ID number, specification and type are known and alike.
 bool SameMeter(const MeterIdentity& a, const MeterIdentity& b);

@@ -109,6 +109,12 @@ void SavePagesToSlots(App& app) {
   }
 }
 
+void OpenPagesToSlots(App& app) {
+  for (const SlotPage& page : kSlotPages) {
+    if (Form* form = app.windows.Find(page.name)) form->RunHook(&FormHooks::Taihi);
+  }
+}
+
 void RefreshOpenPages(App& app) {
   for (Form* form : app.windows.Open()) {
     const bool refreshed =

@@ -36,6 +36,9 @@ void SavePagesToSlots(App& app);
 // The same by its other name.
 inline void SaveAllPages(App& app) { SavePagesToSlots(app); }
 
+// What the open pages show into the slots; the pages stay as they are, and so does what the others keep.
+void OpenPagesToSlots(App& app);
+
 // The slots into the controls of the pages that are open.
 void RefreshOpenPages(App& app);
 

@@ -50,6 +50,9 @@ std::vector<ParameterPlace> PlacesOf(const SharedState& facts);
 // False for what the meter measures.
 bool IsSetting(const Parameter& row);
 
+// Its places are digital outputs.
+bool IsOutput(const Parameter& row);
+
 // "CH1", "DO2", or nothing for what a meter has once. The same in every language.
 std::string PlaceName(const Parameter& row, int index);
 // The index of such a name among the places of a row, an empty name for the first of them; -1 for none.

@@ -31,6 +31,9 @@ struct ProvenWrite {
 // that the page writes together with another one (backlight and lights-out time) is written with the one that
 // the meter holds. A row that the meter computes is not sent. A lost port ends as kNotProven or, before
 // anything was sent, as kNotSent.
+// `facts` are the units and the language that a value in a reason is shown by; without them those of the App.
+ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const std::uint8_t> raw,
+                        const SharedState& facts);
 ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const std::uint8_t> raw);
 
 // One parameter read for itself, by the registers of its row alone. Empty without a valid reply;

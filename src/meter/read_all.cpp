@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "meter/read_all.h"
 
+#include <algorithm>
 #include <numeric>
 #include <utility>
 
 #include "meter/details_table.h"
 #include "meter/display_table.h"
 #include "meter/heat_table.h"
+#include "meter/maintenance_table.h"
 #include "meter/process_table.h"
 #include "meter/range_table.h"
 #include "meter/status_table.h"
@@ -45,12 +47,17 @@ const SettingsReader::Step SettingsReader::kSteps[] = {
     {&SettingsReader::ReadAllStatus, 720, Location::kOutput},
     {&SettingsReader::ReadAllDetails, 2000, Location::kPath},
     {&SettingsReader::ReadAllDisplay, 2120, Location::kMeter},
+    {&SettingsReader::ReadAllMaintenance, 1070, Location::kMeter, ReadScope::kWhole},
 };
 
-SettingsReader::SettingsReader(App& app, Listener listener) : app_(app), listener_(std::move(listener)) {
+SettingsReader::SettingsReader(App& app, Listener listener, ReadScope scope)
+    : app_(app), listener_(std::move(listener)), scope_(scope) {
   settings_.facts = app.state;
   settings_.NoHeatFunction = IsSingle();
 }
+
+// The report asks every full model; it is of no use where the meter has no heat calculation.
+bool SettingsReader::HasThermal() const { return IsWhole() ? MayHaveHeat(settings_.facts) : !IsSingle(); }
 
 bool SettingsReader::IsSingle() const { return IsSingleChannel(settings_.facts); }
 
@@ -64,6 +71,7 @@ bool SettingsReader::ReadAll() {
 
 int SettingsReader::PlacesOf(const Step& step) const {
   if (step.read == &SettingsReader::ReadAllHeat && settings_.NoHeatFunction) return 0;
+  if (step.from > scope_) return 0;
   return LocationCount(step.location, settings_.facts);
 }
 
@@ -93,11 +101,28 @@ bool SettingsReader::ReadFrom(int at, const Block& block, int index) {
     return false;
   }
   RegisterSpan span = SpanOf(block, index);
+  bool came = false;
+  if (WasAsked(span, came)) return came;
+  asked_.push_back(span);
   const int address = std::exchange(span.address, at);
   RegisterData data;
-  if (!ReadRegisters(app_, span, data)) return false;
+  if (!ReadRegisters(app_, span, data)) {
+    span.address = address;
+    settings_.unread.push_back({span, app_.state.LastErrorText});
+    return false;
+  }
   settings_.registers.Put(span.function, address, std::move(data));
   return true;
+}
+
+bool SettingsReader::WasAsked(const RegisterSpan& span, bool& came) const {
+  if (!IsWhole()) return false;
+  const auto is_it = [&](const RegisterSpan& other) {
+    return other.function == span.function && other.address == span.address && other.count == span.count;
+  };
+  came = std::none_of(settings_.unread.begin(), settings_.unread.end(),
+                      [&](const UnreadBlock& unread) { return is_it(unread.span); });
+  return std::any_of(asked_.begin(), asked_.end(), is_it);
 }
 
 // --- the readers: a failed exchange leaves its registers out, the others are read all the same -----------
@@ -130,7 +155,7 @@ void SettingsReader::LearnDevice() {
 }
 
 bool SettingsReader::ReadAllProcess(int channel) {
-  const bool second = channel == 1;
+  const bool second = channel == 1 && !IsWhole();
   const bool settings = second ? ReadFrom(kSecondProcess, kProcessBlock, channel) : Read(kProcessBlock);
   const bool spacing = second ? ReadFrom(kSecondSpacing, kSpacingBlock, channel) : Read(kSpacingBlock);
   return settings && spacing;
@@ -156,7 +181,7 @@ bool SettingsReader::ReadAllRange(int channel) {
   bool good = Read(channel == kComputedChannel ? kComputedRangeBlock : kRangeBlock, channel);
   facts.RangeKind.at(at) = settings_.registers.CodeOf(RangeRow("kind"), channel, facts.RangeKind.at(at));
   facts.RangeUnit.at(at) = settings_.registers.CodeOf(RangeRow("unit"), channel, facts.RangeUnit.at(at));
-  if (!IsSingle()) good = Read(kThermalRangeBlock) && good;
+  if (HasThermal()) good = Read(kThermalRangeBlock) && good;
   return good;
 }
 
@@ -166,7 +191,7 @@ bool SettingsReader::ReadAllTotal(int channel) {
   bool good = Read(kTotalBlock, channel);
   const int unit = settings_.registers.CodeOf(TotalRow("unit"), channel, facts.TotalUnit.at(at));
   facts.TotalUnit.at(at) = TotalUnitOf(facts.UnitFlag, unit);
-  if (!IsSingle()) good = Read(kThermalTotalBlock) && good;
+  if (HasThermal()) good = Read(kThermalTotalBlock) && good;
   return good;
 }
 
@@ -182,6 +207,14 @@ bool SettingsReader::ReadAllDetails(int channel) { return Read(kDetailsBlock, ch
 bool SettingsReader::ReadAllDisplay(int) {
   const bool good = Read(kDisplayBlock);
   return IsSingle() ? good : Read(kDisplayChannelBlock) && good;
+}
+
+bool SettingsReader::ReadAllMaintenance(int) {
+  bool good = Read(kAo1AdjustmentBlock);
+  good = Read(kTestBlock) && good;
+  if (IsSingle()) return good;
+  good = Read(kAo2AdjustmentBlock) && good;
+  return Read(kFrequencyCheckBlock) && good;
 }
 
 }  // namespace vlt

@@ -4,15 +4,30 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "meter/register_image.h"
 #include "state/app.h"
 
 namespace vlt {
 
+// What a read-out takes in.
+enum class ReadScope : std::uint8_t {
+  kReport,  // what the report of all settings shows, in its exchanges
+  kWhole,   // that and the maintenance page's settings, each block once, and none that the meter has no use
+            // for
+};
+
+// Registers that were asked for and did not come.
+struct UnreadBlock {
+  RegisterSpan span;
+  std::string reason;  // LastErrorText, or empty for one that was not asked for any more
+};
+
 // What the read-out has found.
 struct MeterSettings {
   RegisterImage registers;
+  std::vector<UnreadBlock> unread;
   // The facts that units, code tables and the shape of the meter follow: those that were known before, and in
   // their place what the read-out has brought.
   SharedState facts;
@@ -31,7 +46,7 @@ class SettingsReader {
     // True ends the read-out before its next exchange.
     std::function<bool()> stop;
   };
-  SettingsReader(App& app, Listener listener);
+  SettingsReader(App& app, Listener listener, ReadScope scope = ReadScope::kReport);
 
   // Runs every reader. The port must be open and the interface locked. False when it was stopped.
   bool ReadAll();
@@ -41,8 +56,9 @@ class SettingsReader {
   struct Step {
     // False when an exchange has failed.
     bool (SettingsReader::*read)(int index);
-    int title;          // text id
-    Location location;  // of which it reads one place after the other
+    int title;                            // text id
+    Location location;                    // of which it reads one place after the other
+    ReadScope from = ReadScope::kReport;  // the least that it takes part in
   };
   static const Step kSteps[];
 
@@ -54,6 +70,7 @@ class SettingsReader {
   bool ReadAllStatus(int output);
   bool ReadAllDetails(int channel);
   bool ReadAllDisplay(int);
+  bool ReadAllMaintenance(int);
 
   void Run(const Step& step);
   void Announce(const Step& step, int index);
@@ -62,13 +79,19 @@ class SettingsReader {
   // One exchange for a block of the register map; ReadFrom takes it from `at`, where it answers too.
   bool Read(const Block& block, int index = 0);
   bool ReadFrom(int at, const Block& block, int index);
+  // Of a whole read-out: true when the block was asked for before, and then whether it came.
+  bool WasAsked(const RegisterSpan& span, bool& came) const;
+  bool IsWhole() const { return scope_ == ReadScope::kWhole; }
   void LearnDevice();
   void LearnHeat();
   bool IsSingle() const;
+  bool HasThermal() const;
 
   App& app_;
   Listener listener_;
+  ReadScope scope_;
   MeterSettings settings_;
+  std::vector<RegisterSpan> asked_;
   int number_ = 0;  // of the running reader
   bool stopped_ = false;
 };

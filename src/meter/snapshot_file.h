@@ -12,16 +12,17 @@
 
 namespace vlt {
 
-// A line of a snapshot file that says nothing that could be taken.
+// A line of a snapshot file that could not be taken, or one that is missing.
 struct SnapshotRemark {
   enum class Kind : std::uint8_t {
     kUnknownName,  // well formed, of a parameter that this program does not know; kept
     kBadLine,      // not of the form, or its parts contradict each other; not taken
     kTwice,        // a parameter that stood before; not taken
+    kMissing,      // a parameter that a meter of this shape has and the file has not
     kBadHead,      // a line of the head that is missing, not of the form, or contradicted by its register
   };
   Kind kind = Kind::kBadLine;
-  int line = 0;        // from 1; 0 for a head line that is missing
+  int line = 0;        // from 1; 0 for one that is missing
   std::string text;    // the line, or the name of the head line
   std::string reason;  // in the language in force
 };
@@ -44,7 +45,7 @@ FileError WriteSnapshotFile(App& app, const std::string& path, const Snapshot& s
 SnapshotFile ReadSnapshotFile(App& app, const std::string& path);
 // True when the content begins as a snapshot does.
 bool LooksLikeSnapshot(std::string_view content);
-// "line 12: ..." in the language in force.
+// "line 12: ...", or what is missing, in the language in force.
 std::string RemarkText(const SnapshotRemark& remark, int lang_offset);
 
 }  // namespace vlt

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "meter/parameter.h"
+#include "meter/catalogue.h"
 
 namespace vlt {
 
@@ -17,22 +17,26 @@ namespace vlt {
 // entry shows it, a code as its list text, a code without a text in parentheses: "(7)".
 std::string ValueText(const Parameter& row, const SharedState& facts, std::span<const std::uint8_t> bytes);
 
+// The unit of a place, without brackets; `channel` is the one that an output follows.
+std::string UnitTextAt(const ParameterPlace& place, const SharedState& facts, int channel_of_output);
+
 // The texts of a row's codes from 0 on, in the language of `facts`; none for a number.
 std::vector<std::string> CodeWords(const Parameter& row, const SharedState& facts);
 
 // Why a text is no value of a row.
 enum class ValueFault : std::uint8_t {
   kNone,
-  kNoNumber,     // a number is wanted
-  kOutOfRange,   // LeastText and GreatestText of parameter.h tell the limits
-  kNoSuchCode,   // neither a code of the row nor the text of one
-  kNotWritable,  // the meter computes it
+  kNoNumber,    // a number is wanted
+  kOutOfRange,  // LeastText and GreatestText of parameter.h tell the limits
+  kNoSuchCode,  // neither a code of the row nor the text of one
 };
 struct EncodedValue {
   std::vector<std::uint8_t> bytes;  // whole registers; empty with a fault
   ValueFault fault = ValueFault::kNone;
 };
-// The register bytes of a typed value: a number, or for a code its number or its text in either language.
+// The register bytes of a typed value: a number, or for a code its text in either language or its number; a
+// number that is the text of an entry is that entry ("8" transmissions). A code without a text is taken in
+// parentheses alone. Whether the row may be written is another question (SendRuleOf, WriteWith).
 EncodedValue EncodeValue(const Parameter& row, const SharedState& facts, std::string_view text);
 // Why it can't be sent, in the language of `facts`; empty for kNone.
 std::string ValueFaultText(const Parameter& row, const SharedState& facts, ValueFault fault);

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "compare/comparison_export.h"
+
+#include <algorithm>
+#include <array>
+
+#include "files/csv_log.h"
+#include "files/settings_file.h"
+#include "resources/string_table.h"
+#include "resources/text_ids_compare.h"
+#include "values/number_text.h"
+#include "values/text.h"
+
+namespace vlt {
+namespace {
+
+int LanguageOf(const Comparison& comparison) { return comparison.Left().facts.LangOffset; }
+
+// "This meter", "Snapshot full.txt", and who it is.
+std::string TitleOf(const CompareSide& side, int lang_offset) {
+  return FormatText(LookupText(text::kSideTitles + static_cast<int>(side.kind) + lang_offset),
+                    {LastComponent(side.name)});
+}
+
+std::string IdentityOf(const CompareSide& side, int lang_offset) {
+  const MeterIdentity& who = side.identity;
+  return FormatText(
+      LookupText(text::kIdentityLine + lang_offset),
+      {who.id_number, who.specification, who.type, who.version, who.unit_system, who.path_mode, who.date});
+}
+
+// --- CSV
+// ---------------------------------------------------------------------------------------------------------
+
+// A text that a spreadsheet would take for a formula carries an apostrophe in front.
+std::string Cell(std::string text) {
+  const bool is_sign = !text.empty() && std::string_view("+-=@").find(text.front()) != std::string_view::npos;
+  if (is_sign && !ParseNumber(text)) text.insert(0, 1, '\'');
+  if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+  std::string quoted = "\"";
+  for (const char c : text) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
+  return quoted + "\"";
+}
+
+std::string Line(const std::vector<std::string>& cells) {
+  std::string line;
+  for (const std::string& cell : cells) line += (&cell == cells.data() ? "" : ",") + Cell(cell);
+  return line + "\r\n";
+}
+
+// --- sheets
+// ------------------------------------------------------------------------------------------------------
+
+// Millimetres on A4.
+constexpr double kWidth = 210;
+constexpr double kHeight = 297;
+constexpr double kLeft = 15;
+constexpr double kRight = 195;
+constexpr double kTop = 16;
+constexpr double kBottom = 279;
+constexpr double kFoot = 287;
+constexpr double kRowHeight = 4.6;
+constexpr double kTextSize = 2.6;
+
+struct Column {
+  double x;
+  std::size_t most;  // characters that have room
+  int title;         // text id
+};
+constexpr Column kColumns[] = {{kLeft, 40, text::kParameterColumn},
+                               {82, 22, text::kLeftColumn},
+                               {116, 22, text::kRightColumn},
+                               {150, 28, text::kStateColumn}};
+
+std::string Fitted(const std::string& text, std::size_t most) {
+  if (CharCount(text) <= most) return text;
+  return std::string(FirstChars(text, most - 1)) + "…";
+}
+
+class SheetWriter {
+ public:
+  SheetWriter(const Comparison& comparison, const ComparisonSheetParts& parts)
+      : comparison_(comparison), parts_(parts), lang_offset_(LanguageOf(comparison)) {}
+
+  std::vector<Sheet> Write() {
+    NewPage();
+    Head();
+    Columns();
+    for (const ComparisonRow& row : comparison_.Rows()) {
+      const bool shown = std::find(parts_.shown.begin(), parts_.shown.end(), row.state) != parts_.shown.end();
+      if (shown) Row(row);
+    }
+    Feet();
+    return std::move(pages_);
+  }
+
+ private:
+  std::string Word(int id) const { return LookupText(id + lang_offset_); }
+  Sheet& Page() { return pages_.back(); }
+
+  void NewPage() {
+    pages_.emplace_back(kWidth, kHeight);
+    y_ = kTop;
+  }
+
+  void Head() {
+    Page().Text({.size = 5, .bold = true}, {kLeft, y_}, Word(text::kComparisonTitle));
+    Page().Text({.size = kTextSize, .ink = Ink::kQuiet, .side = TextSide::kRight}, {kRight, y_},
+                parts_.stamp);
+    for (const CompareSide* side : {&comparison_.Left(), &comparison_.Right()}) {
+      const int column = side == &comparison_.Left() ? text::kLeftColumn : text::kRightColumn;
+      y_ += 6;
+      Page().Text({.size = 3.2, .bold = true}, {kLeft, y_},
+                  Word(column) + ": " + TitleOf(*side, lang_offset_));
+      y_ += 4.4;
+      Page().Text({.size = kTextSize}, {kLeft, y_}, IdentityOf(*side, lang_offset_));
+      for (const std::string& remark : side->remarks) {
+        Advance();
+        Page().Text({.size = kTextSize, .ink = Ink::kWarning}, {kLeft, y_}, Fitted(remark, 110));
+      }
+    }
+    y_ += 7;
+    Page().Text({.size = 3.2, .bold = true}, {kLeft, y_}, SummaryText(comparison_, lang_offset_));
+    y_ += 7;
+  }
+
+  void Columns() {
+    for (const Column& column : kColumns) {
+      Page().Text({.size = kTextSize, .bold = true}, {column.x, y_}, Word(column.title));
+    }
+    Page().Line({.ink = Ink::kRule}, {{kLeft, y_ + 1.4}, {kRight, y_ + 1.4}});
+    y_ += 1.4;
+  }
+
+  void Advance() {
+    if (y_ + kRowHeight <= kBottom) {
+      y_ += kRowHeight;
+      return;
+    }
+    NewPage();
+    Columns();
+    y_ += kRowHeight;
+  }
+
+  static std::string Value(const SideCell& cell) {
+    return cell.text + (cell.unit.empty() || cell.text.empty() ? "" : " " + cell.unit);
+  }
+
+  void Group(const ComparisonRow& row) {
+    const std::string name = PlaceName(*row.place.row, row.place.index);
+    const std::string title =
+        GroupTitle(GroupOf(*row.place.row), lang_offset_) + (name.empty() ? "" : " " + name);
+    if (title == group_) return;
+    // A heading stands on the page of its first row.
+    if (y_ + 2 * kRowHeight + 1 > kBottom) {
+      NewPage();
+      Columns();
+    }
+    group_ = title;
+    y_ += 1;
+    Advance();
+    Page().Text({.size = kTextSize, .bold = true}, {kLeft, y_}, title);
+  }
+
+  void Row(const ComparisonRow& row) {
+    Group(row);
+    Advance();
+    const bool bold = row.state == RowState::kDifferent;
+    const std::string note = row.note.empty() ? "" : ": " + row.note;
+    const std::array<std::string, 4> texts = {RowTitle(*row.place.row, lang_offset_), Value(row.left),
+                                              Value(row.right), RowStateText(row.state, lang_offset_) + note};
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+      Page().Text({.size = kTextSize, .bold = bold}, {kColumns[i].x, y_}, Fitted(texts[i], kColumns[i].most));
+    }
+  }
+
+  void Feet() {
+    const std::string all = std::to_string(pages_.size());
+    for (std::size_t i = 0; i < pages_.size(); ++i) {
+      const TextStyle style{.size = kTextSize, .ink = Ink::kQuiet, .side = TextSide::kRight};
+      pages_[i].Text({.size = kTextSize, .ink = Ink::kQuiet}, {kLeft, kFoot}, parts_.program);
+      pages_[i].Text(style, {kRight, kFoot}, FormatText(Word(text::kPageOf), {std::to_string(i + 1), all}));
+    }
+  }
+
+  const Comparison& comparison_;
+  const ComparisonSheetParts& parts_;
+  int lang_offset_;
+  std::vector<Sheet> pages_;
+  double y_ = 0;
+  std::string group_;
+};
+
+}  // namespace
+
+std::string ComparisonCsv(const Comparison& comparison, const std::string& stamp) {
+  const int lang_offset = LanguageOf(comparison);
+  const auto word = [&](int id) { return std::string(LookupText(id + lang_offset)); };
+  std::string csv(kByteOrderMark);
+  csv += Line({word(text::kComparisonTitle), stamp});
+  for (const CompareSide* side : {&comparison.Left(), &comparison.Right()}) {
+    const int column = side == &comparison.Left() ? text::kLeftColumn : text::kRightColumn;
+    csv += Line({word(column), TitleOf(*side, lang_offset), IdentityOf(*side, lang_offset)});
+    for (const std::string& remark : side->remarks) csv += Line({word(column), remark});
+  }
+  csv += Line({SummaryText(comparison, lang_offset)});
+  csv += Line({word(text::kGroupColumn), word(text::kPlaceColumn), word(text::kParameterColumn),
+               word(text::kLeftColumn), word(text::kUnitColumn), word(text::kRightColumn),
+               word(text::kUnitColumn), word(text::kStateColumn), word(text::kNoteColumn)});
+  for (const ComparisonRow& row : comparison.Rows()) {
+    csv += Line({GroupTitle(GroupOf(*row.place.row), lang_offset), PlaceName(*row.place.row, row.place.index),
+                 RowTitle(*row.place.row, lang_offset), row.left.text, row.left.unit, row.right.text,
+                 row.right.unit, RowStateText(row.state, lang_offset), row.note});
+  }
+  return csv;
+}
+
+std::vector<Sheet> ComparisonSheets(const Comparison& comparison, const ComparisonSheetParts& parts) {
+  return SheetWriter(comparison, parts).Write();
+}
+
+}  // namespace vlt

@@ -1,0 +1,265 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "meter/catalogue.h"
+
+#include <algorithm>
+#include <array>
+#include <tuple>
+
+#include "meter/details_table.h"
+#include "meter/display_table.h"
+#include "meter/heat_table.h"
+#include "meter/maintenance_table.h"
+#include "meter/process_table.h"
+#include "meter/range_table.h"
+#include "meter/status_table.h"
+#include "meter/system_table.h"
+#include "meter/total_table.h"
+#include "resources/string_table.h"
+#include "resources/text_ids_compare.h"
+
+namespace vlt {
+namespace {
+
+// --- the orders in which the pages write
+// ---------------------------------------------------------------------
+
+constexpr const Parameter* kProcessWrites[] = {
+    &ProcessRow("outer_diameter"),   &ProcessRow("pipe_material"),   &ProcessRow("pipe_sound_velocity"),
+    &ProcessRow("wall_thickness"),   &ProcessRow("lining_material"), &ProcessRow("lining_sound_velocity"),
+    &ProcessRow("lining_thickness"), &ProcessRow("fluid"),           &ProcessRow("fluid_sound_velocity"),
+    &ProcessRow("viscosity"),        &ProcessRow("sensor_mount"),    &ProcessRow("sensor_type")};
+
+constexpr const Parameter* kHeatWrites[] = {&HeatRow("temperature_unit"),    &HeatRow("flow_unit"),
+                                            &HeatRow("total_unit"),          &HeatRow("mode"),
+                                            &HeatRow("operation"),           &HeatRow("change_temperature"),
+                                            &HeatRow("hysteresis"),          &HeatRow("heating_coefficient"),
+                                            &HeatRow("cooling_coefficient"), &HeatRow("supply_source"),
+                                            &HeatRow("supply_temperature"),  &HeatRow("return_source"),
+                                            &HeatRow("return_temperature"),  &HeatRow("input_signal"),
+                                            &HeatRow("supply_zero"),         &HeatRow("supply_span"),
+                                            &HeatRow("return_zero"),         &HeatRow("return_span"),
+                                            &HeatRow("supply_damping"),      &HeatRow("return_damping")};
+
+constexpr const Parameter* kRangeWrites[] = {&RangeRow("kind"),
+                                             &RangeRow("unit"),
+                                             &RangeRow("type"),
+                                             &RangeRow("full_scale_1"),
+                                             &RangeRow("full_scale_2"),
+                                             &RangeRow("thermal_full_scale_1"),
+                                             &RangeRow("thermal_full_scale_2"),
+                                             &RangeRow("hysteresis"),
+                                             &RangeRow("burnout"),
+                                             &RangeRow("burnout_timer"),
+                                             &RangeRow("output_limit_high"),
+                                             &RangeRow("output_limit_low"),
+                                             &RangeRow("rate_limit"),
+                                             &RangeRow("rate_limit_timer"),
+                                             &RangeRow("damping"),
+                                             &RangeRow("cut_off"),
+                                             &RangeRow("zero"),
+                                             &RangeRow("span")};
+
+constexpr const Parameter* kTotalWrites[] = {
+    &TotalRow("mode"),          &TotalRow("unit"),         &TotalRow("rate"),
+    &TotalRow("preset"),        &TotalRow("pulse_width"),  &TotalRow("burnout"),
+    &TotalRow("burnout_timer"), &TotalRow("thermal_rate"), &TotalRow("thermal_preset")};
+
+// The page writes what the chosen function needs; of these each comes behind the ones in front of it.
+constexpr const Parameter* kStatusWrites[] = {&StatusRow("channel"),
+                                              &StatusRow("function"),
+                                              &StatusRow("alarm"),
+                                              &StatusRow("flow_switch"),
+                                              &StatusRow("flow_switch_high"),
+                                              &StatusRow("flow_switch_low"),
+                                              &StatusRow("total_switch"),
+                                              &StatusRow("thermal_switch"),
+                                              &StatusRow("thermal_switch_high"),
+                                              &StatusRow("thermal_switch_low"),
+                                              &StatusRow("thermal_total_switch"),
+                                              &StatusRow("contact_action")};
+
+constexpr const Parameter* kDisplayWrites[] = {
+    &DisplayRow("channel_1"), &DisplayRow("item_1"),         &DisplayRow("decimal_point_1"),
+    &DisplayRow("channel_2"), &DisplayRow("item_2"),         &DisplayRow("decimal_point_2"),
+    &DisplayRow("backlight"), &DisplayRow("lights_out_time")};
+
+constexpr const Parameter* kSystemWrites[] = {
+    &SystemRow("language"),         &SystemRow("unit"),        &SystemRow("operation_mode"),
+    &SystemRow("measurement_mode"), &SystemRow("calculation"), &SystemRow("ao1_source"),
+    &SystemRow("ao2_source"),       &SystemRow("id_number"),   &SystemRow("specification")};
+
+constexpr const Parameter* kDetailsWrites[] = {
+    &DetailsRow("send_pattern"),    &DetailsRow("send_count"),     &DetailsRow("measuring_method"),
+    &DetailsRow("saturation"),      &DetailsRow("signal_balance"), &DetailsRow("signal_peak"),
+    &DetailsRow("trigger_control"), &DetailsRow("trigger_level"),  &DetailsRow("window_control"),
+    &DetailsRow("open_time_up"),    &DetailsRow("open_time_down"), &DetailsRow("gain_control"),
+    &DetailsRow("gain_up"),         &DetailsRow("gain_down"),      &DetailsRow("send_wait_time")};
+
+constexpr const Parameter* kMaintenanceWrites[] = {
+    &MaintenanceRow("ao1_adjustment_4ma"), &MaintenanceRow("ao1_adjustment_20ma"),
+    &MaintenanceRow("ao2_adjustment_4ma"), &MaintenanceRow("ao2_adjustment_20ma"),
+    &MaintenanceRow("ao_check"),           &MaintenanceRow("do_check"),
+    &MaintenanceRow("pulse_check"),        &MaintenanceRow("frequency_check"),
+    &MaintenanceRow("test_mode"),          &MaintenanceRow("test_input"),
+    &MaintenanceRow("tracking_time")};
+
+constexpr ParameterGroup kGroups[] = {
+    {"process", 1640, kProcessTable, kProcessWrites},
+    {"heat", 553, kHeatTable, kHeatWrites},
+    {"range", 1170, kRangeTable, kRangeWrites},
+    {"total", 1610, kTotalTable, kTotalWrites},
+    {"status", 720, kStatusTable, kStatusWrites},
+    {"display", 2120, kDisplayTable, kDisplayWrites},
+    {"system", 650, kSystemTable, kSystemWrites},
+    {"details", 2000, kDetailsTable, kDetailsWrites},
+    {"maintenance", 1070, kMaintenanceTable, kMaintenanceWrites},
+};
+
+// --- names
+// ---------------------------------------------------------------------------------------------------
+
+constexpr int kSupply = 539;
+constexpr int kReturn = 544;
+constexpr int kCooling = 532;
+constexpr int kHeating = 533;
+constexpr int kHigh = 2460;
+constexpr int kLow = 2470;
+constexpr int kDisplay1 = 2100;
+constexpr int kDisplay2 = 2110;
+constexpr int kAo1 = 501;
+constexpr int kAo2 = 502;
+constexpr int kAdjustment = 1910;
+constexpr int kTestMode = 850;
+
+// Rows whose caption alone says too little, or the same as another one's: text ids joined by blanks.
+struct Title {
+  const Parameter* row;
+  std::array<int, 3> parts;
+};
+constexpr Title kTitles[] = {
+    {&ProcessRow("sensor_spacing_2"), {1380, text::kSecondPath}},
+    {&HeatRow("heating_coefficient"), {kHeating, 537}},
+    {&HeatRow("cooling_coefficient"), {kCooling, 538}},
+    {&HeatRow("supply_temperature"), {kSupply, 543}},
+    {&HeatRow("supply_zero"), {kSupply, 562}},
+    {&HeatRow("supply_span"), {kSupply, 563}},
+    {&HeatRow("supply_damping"), {kSupply, 564}},
+    {&HeatRow("return_temperature"), {kReturn, 547}},
+    {&HeatRow("return_zero"), {kReturn, 565}},
+    {&HeatRow("return_span"), {kReturn, 566}},
+    {&HeatRow("return_damping"), {kReturn, 567}},
+    {&StatusRow("flow_switch_high"), {243, kHigh}},
+    {&StatusRow("flow_switch_low"), {243, kLow}},
+    {&StatusRow("thermal_switch_high"), {607, kHigh}},
+    {&StatusRow("thermal_switch_low"), {607, kLow}},
+    {&DisplayRow("channel_1"), {kDisplay1, 179}},
+    {&DisplayRow("item_1"), {kDisplay1, 4670}},
+    {&DisplayRow("decimal_point_1"), {kDisplay1, 2240}},
+    {&DisplayRow("channel_2"), {kDisplay2, 179}},
+    {&DisplayRow("item_2"), {kDisplay2, 4670}},
+    {&DisplayRow("decimal_point_2"), {kDisplay2, 2240}},
+    {&DisplayRow("lights_out_time"), {4961, 4962}},
+    {&SystemRow("type"), {text::kMeterType}},
+    {&MaintenanceRow("ao1_adjustment_4ma"), {kAo1, kAdjustment, text::kAt4mA}},
+    {&MaintenanceRow("ao1_adjustment_20ma"), {kAo1, kAdjustment, text::kAt20mA}},
+    {&MaintenanceRow("ao2_adjustment_4ma"), {kAo2, kAdjustment, text::kAt4mA}},
+    {&MaintenanceRow("ao2_adjustment_20ma"), {kAo2, kAdjustment, text::kAt20mA}},
+    {&MaintenanceRow("ao_check"), {text::kAoCheck}},
+    {&MaintenanceRow("test_input"), {kTestMode, 2040}},
+    {&MaintenanceRow("tracking_time"), {kTestMode, 860}},
+};
+
+// Joined by blanks; a caption's own blanks at its ends do not belong to a title.
+std::string Joined(std::span<const int> ids, int lang_offset) {
+  std::string joined;
+  for (const int id : ids) {
+    if (id == 0) break;
+    std::string part = LookupText(id + lang_offset);
+    part.erase(part.find_last_not_of(' ') + 1);
+    joined += (joined.empty() ? "" : " ") + part;
+  }
+  return joined;
+}
+
+// How many places of a kind the largest meter has.
+int MostPlaces(Location location) { return LocationCount(location, SharedState{}); }
+
+constexpr int kMostPlaces = 4;
+
+}  // namespace
+
+std::span<const ParameterGroup> ParameterGroups() { return kGroups; }
+
+const ParameterGroup& GroupOf(const Parameter& row) {
+  return *std::find_if(std::begin(kGroups), std::end(kGroups), [&](const ParameterGroup& group) {
+    return &row >= group.rows.data() && &row < group.rows.data() + group.rows.size();
+  });
+}
+
+const Parameter* FindParameter(std::string_view name) {
+  for (const ParameterGroup& group : kGroups) {
+    for (const Parameter& row : group.rows) {
+      if (row.name == name) return &row;
+    }
+  }
+  return nullptr;
+}
+
+bool InCatalogueOrder(const ParameterPlace& a, const ParameterPlace& b) {
+  const ParameterGroup* group_a = &GroupOf(*a.row);
+  const ParameterGroup* group_b = &GroupOf(*b.row);
+  return std::tie(group_a, a.index, a.row) < std::tie(group_b, b.index, b.row);
+}
+
+bool IsSetting(const Parameter& row) {
+  return &row != &MaintenanceRow("supply_input") && &row != &MaintenanceRow("return_input");
+}
+
+std::vector<ParameterPlace> PlacesOf(const SharedState& facts) {
+  std::vector<ParameterPlace> places;
+  for (const ParameterGroup& group : kGroups) {
+    for (int index = 0; index < kMostPlaces; ++index) {
+      for (const Parameter& row : group.rows) {
+        if (IsSetting(row) && ExistsIn(row, facts, index)) places.push_back({&row, index});
+      }
+    }
+  }
+  return places;
+}
+
+bool IsOutput(const Parameter& row) {
+  return row.location == Location::kOutput || row.location == Location::kThermalOutput ||
+         row.location == Location::kOutputRow;
+}
+
+std::string PlaceName(const Parameter& row, int index) {
+  if (row.location == Location::kMeter) return {};
+  return (IsOutput(row) ? "DO" : "CH") + std::to_string(index + 1);
+}
+
+int PlaceIndexOf(const Parameter& row, std::string_view name) {
+  if (name.empty()) return 0;
+  for (int index = 0; index < MostPlaces(row.location); ++index) {
+    if (PlaceName(row, index) == name) return index;
+  }
+  return -1;
+}
+
+std::string GroupTitle(const ParameterGroup& group, int lang_offset) {
+  return LookupText(group.title + lang_offset);
+}
+
+std::string RowTitle(const Parameter& row, int lang_offset) {
+  for (const Title& title : kTitles) {
+    if (title.row == &row) return Joined(title.parts, lang_offset);
+  }
+  return Joined({&row.caption, 1}, lang_offset);
+}
+
+std::string PlaceTitle(const ParameterPlace& place, int lang_offset) {
+  const std::string name = PlaceName(*place.row, place.index);
+  return GroupTitle(GroupOf(*place.row), lang_offset) + (name.empty() ? "" : " " + name) + " " +
+         RowTitle(*place.row, lang_offset);
+}
+
+}  // namespace vlt
