@@ -12,7 +12,8 @@ class CompareMenu : public FormPart {
  public:
   CompareMenu(App& app, Form& frame);
 
-  void FrmInit() override;
+  // Captions in the language in force.
+  void Form_Activate() override;
 
   void mnuCompare_Click();
   void mnuSnapshot_Click();

@@ -83,6 +83,7 @@ class frmCompare : public Form {
     enum class Kind { kTitle, kRow, kRemark };
     Kind kind = Kind::kRow;
     std::vector<std::size_t> rows;  // one, or those beneath a title
+    std::string text;               // of a title or a remark
   };
   class Work;
 
@@ -107,7 +108,10 @@ class frmCompare : public Form {
   void ShowRows();
   void ShowCounts();
   void AddRemarks(int side, std::vector<Line>& lines);
+  const Line& LineAt(int at) const { return lines_[static_cast<std::size_t>(at) - 1]; }
   void ShowLine(int at);
+  RowTick TickOf(const Line& line) const;
+  std::optional<std::size_t> ChosenRow() const;
   void ShowTicks();
   void grdRows_Choose();
   void grdRows_Tick(int at);
@@ -118,21 +122,24 @@ class frmCompare : public Form {
 
   // --- the meter
   bool IsLineTaken();
-  std::optional<SnapshotResult> ReadMeter(Operation& operation);
+  std::optional<Snapshot> ReadMeter(Operation& operation);
   WorkListener Listener(int started);
   SendListener Sender();
+  void ShowStep(int doing, int number, int count, const std::string& what);
+  void Ended(const SentRow& sent);
   void ShowMeterSide(const Snapshot& meter);
   bool HasTarget();
+  bool MayRestore();
   void cmdSend_Click();
   void cmdRestore_Click();
-  bool MayRestore();
-  void SendAll(const std::function<std::string(const SendListener&)>& send, const char* command);
-  std::string SendChosen(const SendListener& listener);
-  std::string RestoreLeft(const SendListener& listener);
-  void Look(const SendReport& report);
-  void MarkSentUnread(const SendReport& report);
+  // `send` does the work and gives the text of its end.
+  void AskAndSend(const std::string& question, const std::string& command,
+                  std::string (frmCompare::*send)());
+  std::string SendChosen();
+  std::string RestoreLeft();
+  void LookAgain(const SendReport& report);
+  std::string EndText(const SendReport& report, const std::string& outcome);
   void SaveParameter_Click();
-  void Ended(const SentRow& row);
 
   // --- files and paper
   void cmdSnapshot_Click();
@@ -151,6 +158,7 @@ class frmCompare : public Form {
   std::vector<RestorePoint> points_;
   std::optional<RowList> list_;
   std::vector<Line> lines_;
+  std::string halt_;   // why a sending has ended before its time, for a box
   bool busy_ = false;  // on the line
   bool stop_ = false;
 };

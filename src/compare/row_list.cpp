@@ -13,19 +13,6 @@
 namespace vlt {
 namespace {
 
-RowState StateOf(RowFilter filter) {
-  switch (filter) {
-    case RowFilter::kOnlyLeft:
-      return RowState::kOnlyLeft;
-    case RowFilter::kOnlyRight:
-      return RowState::kOnlyRight;
-    case RowFilter::kUnread:
-      return RowState::kUnread;
-    default:
-      return RowState::kDifferent;
-  }
-}
-
 std::string GroupName(const ParameterPlace& place, int lang_offset) {
   const std::string name = PlaceName(*place.row, place.index);
   return GroupTitle(GroupOf(*place.row), lang_offset) + (name.empty() ? "" : " " + name);
@@ -44,6 +31,19 @@ int OutputChannel(const CompareSide& meter, const ParameterPlace& place) {
 }
 
 }  // namespace
+
+RowState StateOf(RowFilter filter) {
+  switch (filter) {
+    case RowFilter::kOnlyLeft:
+      return RowState::kOnlyLeft;
+    case RowFilter::kOnlyRight:
+      return RowState::kOnlyRight;
+    case RowFilter::kUnread:
+      return RowState::kUnread;
+    default:
+      return RowState::kDifferent;
+  }
+}
 
 RowList::RowList(Comparison comparison) : comparison_(std::move(comparison)) { MakeOffers(); }
 

@@ -18,6 +18,8 @@ namespace vlt {
 
 enum class RowFilter : std::uint8_t { kAll, kDifferent, kOnlyLeft, kOnlyRight, kUnread, kSent };
 inline constexpr int kRowFilters = 6;
+// The state that a filter is for; kDifferent for those that are for none.
+RowState StateOf(RowFilter filter);
 
 // Rows of one page and channel that are listed one after the other.
 struct RowGroup {

@@ -278,11 +278,12 @@ SendReport SendRows(App& app, const CompareSide& source, std::vector<ParameterPl
   return std::move(sending.Report());
 }
 
-RestoreReport RestoreMeter(App& app, const CompareSide& point, const SendListener& listener) {
+RestoreReport RestoreMeter(App& app, const CompareSide& point, const SendListener& listener,
+                           const MeterIdentity* expected) {
   constexpr int kMostRounds = 4;
   RestoreReport report;
   Sending sending(app, point, listener);
-  if (!sending.ReadMeter() || !sending.KeepPoint()) {
+  if (!sending.ReadMeter() || !sending.IsExpected(expected) || !sending.KeepPoint()) {
     report.sent = std::move(sending.Report());
     return report;
   }

@@ -9,7 +9,7 @@ constexpr const WindowLayout* kLayouts[] = {
     &kFrmAboutLayout,     &kFrmWaitLayout,      &kFrmCSetLayout,      &kFrmCalcLayout,    &kForm2Layout,
     &kForm3Layout,        &kForm4Layout,        &kForm5Layout,        &kForm6Layout,      &kForm7Layout,
     &kForm8Layout,        &kForm9Layout,        &kForm10Layout,       &kForm11Layout,     &kForm12Layout,
-    &kFrmMaintMainLayout, &kFrmMaintWaitLayout, &kFrmMaintCommLayout,
+    &kFrmMaintMainLayout, &kFrmMaintWaitLayout, &kFrmMaintCommLayout, &kFrmCompareLayout,
 };
 
 }  // namespace

@@ -15,6 +15,7 @@ extern const WindowLayout kFrmAboutLayout;
 extern const WindowLayout kFrmWaitLayout;
 extern const WindowLayout kFrmCSetLayout;
 extern const WindowLayout kFrmCalcLayout;
+extern const WindowLayout kFrmCompareLayout;
 extern const WindowLayout kForm2Layout;
 extern const WindowLayout kForm3Layout;
 extern const WindowLayout kForm4Layout;
