@@ -70,8 +70,10 @@ void Mistype(Tour& tour) {
 
 void Take(Tour& tour) {
   Hands& hands = tour.Operator();
+  const Form& page = *tour.Running().Logic().windows.Find("Form10");
+  const auto& diameter = dynamic_cast<const TextBox&>(*page.Find("OUTER_DIAMETERText"));
   hands.Click(kWindow, "cmdTake");
-  tour.Expect("the process page's diameter", hands.Text(kWindow, "OUTER_DIAMETERText"), "114.30");
+  tour.Expect("the process page's diameter", hands.Text(kWindow, "OUTER_DIAMETERText"), diameter.Text());
   tour.Picture(kWindow, "calc_taken");
 }
 

@@ -34,7 +34,7 @@ Tour::Tour(const Setting& setting)
       program_((WriteSettings(), std::make_unique<Program>(FromQt(folder_.path())))),
       hands_(program_->Screen()) {
   boxes_.on_box = [this](QWidget& box) {
-    Keep(box, QString("box_%1").arg(++boxes_seen_, 2, 10, QChar('0')));
+    Keep(box, QString("box_%1_%2").arg(setting_.walk).arg(++boxes_seen_, 2, 10, QChar('0')));
   };
 }
 

@@ -20,8 +20,9 @@ class Tour {
  public:
   // What the walk's program finds installed. `folder` holds VLT.ini or is empty for one of the tour's own;
   // `model` is the hardware variant. With `stations` several meters hang on an RS485 line, so many of which
-  // the tour polls. Pictures go to `pictures`.
+  // the tour polls. Pictures go to `pictures`; those of boxes are told apart by the name of the walk.
   struct Setting {
+    const char* walk = "";
     int lang_flag = 1;
     QString model;
     QString folder;
@@ -70,9 +71,11 @@ struct Step {
   void (*walk)(Tour&);
 };
 
-// Steps by area; the tour walks them in this order.
+// Steps by area.
 std::span<const Step> StartSteps();
 std::span<const Step> ProcessSteps();
+// The pipe read from the meter, for what works on the process page's values.
+std::span<const Step> PipeSteps();
 std::span<const Step> PageSteps();
 std::span<const Step> SystemSteps();
 std::span<const Step> DetailSteps();
@@ -83,7 +86,8 @@ std::span<const Step> TransitSteps();
 std::span<const Step> EndSteps();
 // The firmware tool from the choice at the start to the program's end.
 std::span<const Step> FirmwareSteps();
-// What differs between the hardware variants: the splash alone, and the end.
+// From the splash to the main window, and out again: what every other walk begins and ends with, and where
+// the hardware variants differ.
 std::span<const Step> SplashSteps();
 std::span<const Step> LeaveSteps();
 

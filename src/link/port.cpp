@@ -65,7 +65,6 @@ bool Try(Operation&& operation) {
 }  // namespace
 
 // A COM number that stands for no device reads "COM3", without empty brackets behind it.
-// A COM number that stands for no device reads "COM3", without empty brackets behind it.
 std::string PortFaultText(const App& app, const PortFault& fault, int port, const std::string& settings) {
   std::string reason =
       FormatText(app.Text(ReasonId(app, fault, port)),

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A pseudo-terminal: the test holds the meter's end, the port under test opens the other by its path.
+// A pseudo-terminal: the test holds the meter's end, the port under test opens the other by its path. The
+// path is a name of its own that goes with the device: the kernel gives the number of a terminal that is gone
+// to the next process that asks for one.
 #pragma once
 
 #include <fcntl.h>
@@ -21,7 +23,9 @@ class Pty {
  public:
   Pty() : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
     if (master_ < 0 || ::grantpt(master_) != 0 || ::unlockpt(master_) != 0) std::abort();
-    path_ = ::ptsname(master_);
+    if (::mkdtemp(folder_.data()) == nullptr) std::abort();
+    path_ = folder_ + "/port";
+    if (::symlink(::ptsname(master_), path_.c_str()) != 0) std::abort();
   }
   ~Pty() { Hangup(); }
   Pty(const Pty&) = delete;
@@ -44,11 +48,15 @@ class Pty {
   }
   // The device is unplugged.
   void Hangup() {
-    if (master_ >= 0) ::close(std::exchange(master_, -1));
+    if (master_ < 0) return;
+    ::unlink(path_.c_str());
+    ::rmdir(folder_.c_str());
+    ::close(std::exchange(master_, -1));
   }
 
  private:
   int master_;
+  std::string folder_ = "/tmp/veltrano3-pty-XXXXXX";
   std::string path_;
 };
 
