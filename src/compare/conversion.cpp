@@ -277,7 +277,7 @@ class Converter {
   Conversion Run() {
     if (!cell_.Known() || cell_.raw.empty()) return Unfit(text::kNoValue);
     if (const int reason = NeverReason(row_)) return Unfit(reason);
-    if (!ExistsIn(row_, to_, cell_.place.index)) return Unfit(text::kMeterHasNot);
+    if (!HasPlace(cell_.place, to_)) return Unfit(text::kMeterHasNot);
     return row_.IsCode() ? Code() : Number();
   }
 

@@ -183,7 +183,10 @@ class Sending {
     if (Decides(*place.row) && proven.end != WriteEnd::kNotSent) Learn(place, proven.came_back);
     SentRow row = Unsent(place, proven.reason);
     row.end = proven.end;
-    row.sent = ValueText(*place.row, facts, conversion.raw);
+    if (proven.end != WriteEnd::kNotSent) {
+      row.raw = conversion.raw;
+      row.sent = ValueText(*place.row, facts, conversion.raw);
+    }
     if (!proven.came_back.empty() && proven.end != WriteEnd::kStored) {
       row.came_back = ValueText(*place.row, facts, proven.came_back);
     }

@@ -17,9 +17,10 @@ namespace vlt {
 struct SentRow {
   ParameterPlace place;
   WriteEnd end = WriteEnd::kNotSent;
-  std::string reason;     // of all ends but kStored, in the language in force
-  std::string sent;       // the value, as the meter would show it; empty when it is unfit
-  std::string came_back;  // the value that was read back, of kNotProven
+  std::string reason;             // of all ends but kStored, in the language in force
+  std::vector<std::uint8_t> raw;  // what was sent; empty when nothing was
+  std::string sent;               // the same as the meter would show it
+  std::string came_back;          // the value that was read back, of kNotProven
   bool converted = false;
 };
 

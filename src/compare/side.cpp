@@ -70,7 +70,8 @@ struct SlotSource {
 
 class SlotReader {
  public:
-  SlotReader(SlotSource source, SharedState facts) : source_(std::move(source)), facts_(std::move(facts)) {
+  SlotReader(SlotSource source, SharedState facts, bool shape_is_known)
+      : source_(std::move(source)), facts_(std::move(facts)), shape_is_known_(shape_is_known) {
     LearnShape();
     LearnUnits();
   }
@@ -107,6 +108,7 @@ class SlotReader {
   void LearnShape() {
     if (const auto number = ParseNumber(Text(SystemRow("specification")))) {
       facts_.SpecClass = SpecClassOf(static_cast<int>(*number));
+      shape_is_known_ = true;
     }
     Learn(SystemRow("measurement_mode"), facts_.PathMode);
     Learn(SystemRow("operation_mode"), facts_.OperationMode);
@@ -190,7 +192,9 @@ class SlotReader {
 
   void AddCell(const Parameter& row, std::vector<SideCell>& cells) const {
     const int index = PageIndex(row);
-    if (!IsKept(row) || index < 0 || index >= LocationCount(row.location, SharedState{})) return;
+    const bool exists = shape_is_known_ ? HasPlace({&row, index}, facts_)
+                                        : index >= 0 && index < LocationCount(row.location, SharedState{});
+    if (!IsKept(row) || !exists) return;
     SideCell cell{
         .place = {&row, index}, .raw = {}, .text = Text(row), .unit = {}, .unit_flag = 0, .problem = {}};
     if (cell.text.empty() || !source_.text(row.slot)) return;
@@ -264,6 +268,8 @@ class SlotReader {
 
   SlotSource source_;
   SharedState facts_;
+  // Which parameters the meter has that it all came from; what it has not is no value of it.
+  bool shape_is_known_;
 };
 
 // --- files
@@ -309,7 +315,7 @@ SlotSource SourceOf(const ProfileFile& profile) {
 CompareSide SideOfProfile(const App& app, const ProfileFile& profile, const std::string& path) {
   SharedState facts = app.state;
   facts.UnitFlag = profile.GetInt("SYSTEM", "UNIT_FLAG", facts.UnitFlag) == 0 ? 0 : 1;
-  CompareSide side = SlotReader(SourceOf(profile), std::move(facts)).Side(SideKind::kParameterFile);
+  CompareSide side = SlotReader(SourceOf(profile), std::move(facts), false).Side(SideKind::kParameterFile);
   side.name = path;
   side.remarks = NumberRemarks(profile);
   return side;
@@ -354,7 +360,7 @@ CompareSide SideOfFields(App& app) {
   SlotSource source;
   source.text = [&app](Slot slot) -> std::optional<std::string> { return std::as_const(app.slots)[slot]; };
   source.number = [&app](int SharedState::*number) { return app.state.*number; };
-  return SlotReader(std::move(source), app.state).Side(SideKind::kFields);
+  return SlotReader(std::move(source), app.state, true).Side(SideKind::kFields);
 }
 
 FileSide SideOfFile(App& app, const std::string& path) {

@@ -215,12 +215,19 @@ bool IsSetting(const Parameter& row) {
   return &row != &MaintenanceRow("supply_input") && &row != &MaintenanceRow("return_input");
 }
 
+bool HasPlace(const ParameterPlace& place, const SharedState& facts) {
+  if (ExistsIn(*place.row, facts, place.index)) return true;
+  const bool heat_unit = place.row == &HeatRow("temperature_unit") || place.row == &HeatRow("flow_unit") ||
+                         place.row == &HeatRow("total_unit");
+  return heat_unit && place.index == 0 && !IsSingleChannel(facts);
+}
+
 std::vector<ParameterPlace> PlacesOf(const SharedState& facts) {
   std::vector<ParameterPlace> places;
   for (const ParameterGroup& group : kGroups) {
     for (int index = 0; index < kMostPlaces; ++index) {
       for (const Parameter& row : group.rows) {
-        if (IsSetting(row) && ExistsIn(row, facts, index)) places.push_back({&row, index});
+        if (IsSetting(row) && HasPlace({&row, index}, facts)) places.push_back({&row, index});
       }
     }
   }

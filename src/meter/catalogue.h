@@ -44,6 +44,10 @@ struct ParameterPlace {
 // place row by row. A list of places sorted by it reads like the pages.
 bool InCatalogueOrder(const ParameterPlace& a, const ParameterPlace& b);
 
+// Whether a meter of this shape has a place: as ExistsIn, and the units of the heat calculation too where the
+// meter on two pipes does not calculate heat, because its outputs' thermal switches go by them.
+bool HasPlace(const ParameterPlace& place, const SharedState& facts);
+
 // Every parameter that a meter of this shape has, in catalogue order. What the meter measures is none of
 // them: the two temperature inputs of the maintenance page change with every read.
 std::vector<ParameterPlace> PlacesOf(const SharedState& facts);

@@ -156,8 +156,10 @@ void SettingsReader::LearnDevice() {
 
 bool SettingsReader::ReadAllProcess(int channel) {
   const bool second = channel == 1 && !IsWhole();
-  const bool settings = second ? ReadFrom(kSecondProcess, kProcessBlock, channel) : Read(kProcessBlock);
-  const bool spacing = second ? ReadFrom(kSecondSpacing, kSpacingBlock, channel) : Read(kSpacingBlock);
+  const bool settings =
+      second ? ReadFrom(kSecondProcess, kProcessBlock, channel) : Read(kProcessBlock, channel);
+  const bool spacing =
+      second ? ReadFrom(kSecondSpacing, kSpacingBlock, channel) : Read(kSpacingBlock, channel);
   return settings && spacing;
 }
 

@@ -53,11 +53,6 @@ int UnitChannel(const RowList& rows, const ParameterPlace& place) {
   return std::clamp(rows.Code(StatusRow("channel"), place.index, 0), 0, kChannels - 1);
 }
 
-void LearnHeatUnit(const RowList& rows, const Parameter& row, int& unit) {
-  // A meter that calculates no heat on its pipes keeps these units all the same; its rows do not tell them.
-  if (rows.Find({&row, 0}) != nullptr) unit = rows.Code(row, 0, kUnknownUnit);
-}
-
 void Learn(const RowList& rows, SharedState& facts) {
   facts.UnitFlag = rows.Code(SystemRow("unit"), 0, facts.UnitFlag);
   facts.OperationMode = rows.Code(SystemRow("operation_mode"), 0, facts.OperationMode);
@@ -72,9 +67,9 @@ void Learn(const RowList& rows, SharedState& facts) {
     const int total = rows.Code(TotalRow("unit"), channel, facts.TotalUnit.at(at));
     facts.TotalUnit.at(at) = TotalUnitOf(facts.UnitFlag, total);
   }
-  LearnHeatUnit(rows, HeatRow("temperature_unit"), facts.TempUnit);
-  LearnHeatUnit(rows, HeatRow("flow_unit"), facts.HeatFlowUnit);
-  LearnHeatUnit(rows, HeatRow("total_unit"), facts.HeatTotalUnit);
+  facts.TempUnit = rows.Code(HeatRow("temperature_unit"), 0, kUnknownUnit);
+  facts.HeatFlowUnit = rows.Code(HeatRow("flow_unit"), 0, kUnknownUnit);
+  facts.HeatTotalUnit = rows.Code(HeatRow("total_unit"), 0, kUnknownUnit);
 }
 
 // Whether all is known that the value of a place is shown by.
@@ -153,13 +148,6 @@ std::vector<SnapshotRow> RowsOf(const MeterSettings& settings, bool stopped) {
   return rows;
 }
 
-// Units that the read-out has not brought must not be those of an earlier meter.
-void ForgetUnreadUnits(const MeterSettings& settings, SharedState& facts) {
-  facts.TempUnit = settings.registers.CodeOf(HeatRow("temperature_unit"), 0, kUnknownUnit);
-  facts.HeatFlowUnit = settings.registers.CodeOf(HeatRow("flow_unit"), 0, kUnknownUnit);
-  facts.HeatTotalUnit = settings.registers.CodeOf(HeatRow("total_unit"), 0, kUnknownUnit);
-}
-
 }  // namespace
 
 const SnapshotRow* Snapshot::Find(const ParameterPlace& place) const { return RowList(rows).Find(place); }
@@ -175,9 +163,7 @@ SnapshotResult ReadSnapshot(App& app, const WorkListener& listener) {
   SnapshotResult result;
   result.stopped = !reader.ReadAll();
   const MeterSettings& settings = reader.Settings();
-  SharedState facts = settings.facts;
-  ForgetUnreadUnits(settings, facts);
-  result.snapshot = CompleteSnapshot(std::move(facts), RowsOf(settings, result.stopped),
+  result.snapshot = CompleteSnapshot(settings.facts, RowsOf(settings, result.stopped),
                                      DateTimeText(app.platform.clock.Now()));
   return result;
 }

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <map>
 #include <optional>
 #include <utility>
@@ -26,7 +25,6 @@ constexpr std::string_view kNothing = "-";
 constexpr std::string_view kModels[] = {"full", "single"};  // by SpecClass
 constexpr std::size_t kFields = 6;
 constexpr int kEnglishOffset = 5000;
-constexpr int kUnknownUnit = -1;
 // Installations name the sensors by different words.
 constexpr std::string_view kInstallations[] = {"", "M627"};
 
@@ -44,11 +42,6 @@ constexpr HeadLine kHead[] = {
     {"path_mode", &MeterIdentity::path_mode},
 };
 constexpr std::string_view kModelKey = "model";
-constexpr std::string_view kHeatUnitsKey = "heat_units";
-
-// The units of the heat calculation, which a meter keeps also in modes that have no rows for them.
-constexpr int SharedState::*kHeatUnits[] = {&SharedState::TempUnit, &SharedState::HeatFlowUnit,
-                                            &SharedState::HeatTotalUnit};
 
 // --- writing
 // -------------------------------------------------------------------------------------------------
@@ -79,15 +72,6 @@ std::string Field(std::string text) {
 }
 
 std::string OrNothing(const std::string& text) { return text.empty() ? std::string(kNothing) : Field(text); }
-
-std::string HeatUnitsText(const SharedState& facts) {
-  std::string text;
-  for (const auto unit : kHeatUnits) {
-    const int code = IsSingleChannel(facts) ? kUnknownUnit : facts.*unit;
-    text += (text.empty() ? "" : " ") + (code < 0 ? std::string(kNothing) : std::to_string(code));
-  }
-  return text;
-}
 
 std::string ModelText(const SharedState& facts) {
   return std::string(kModels[IsSingleChannel(facts) ? 1 : 0]);
@@ -194,9 +178,8 @@ class SnapshotParser {
   }
 
   static bool IsHeadKey(std::string_view key) {
-    return key == kModelKey || key == kHeatUnitsKey ||
-           std::any_of(std::begin(kHead), std::end(kHead),
-                       [&](const HeadLine& line) { return line.key == key; });
+    return key == kModelKey || std::any_of(std::begin(kHead), std::end(kHead),
+                                           [&](const HeadLine& line) { return line.key == key; });
   }
 
   // What decides which rows there are and what they mean.
@@ -208,7 +191,6 @@ class SnapshotParser {
     if (at == std::end(kModels)) return false;
     facts_.SpecClass = static_cast<int>(at - std::begin(kModels));
     facts_.PathMode = PathModeOfHead();
-    TakeHeatUnits();
     return true;
   }
 
@@ -218,23 +200,6 @@ class SnapshotParser {
     const auto words = CodeWords(SystemRow("measurement_mode"), English(speaker_));
     const auto at = std::find(words.begin(), words.end(), line->second.text);
     return at == words.end() ? kOnePathMode : static_cast<int>(at - words.begin());
-  }
-
-  void TakeHeatUnits() {
-    for (const auto unit : kHeatUnits) facts_.*unit = kUnknownUnit;
-    const auto line = head_.find(std::string(kHeatUnitsKey));
-    if (line == head_.end()) return Remark(Kind::kBadHead, 0, kHeatUnitsKey, MissingHead(kHeatUnitsKey));
-    const auto parts = Split(line->second.text, ' ');
-    if (parts.size() != std::size(kHeatUnits)) {
-      return Remark(Kind::kBadHead, line->second.line, kHeatUnitsKey, Word(text::kBadLine));
-    }
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-      int& unit = facts_.*kHeatUnits[i];
-      const char* end = parts[i].data() + parts[i].size();
-      if (parts[i] != kNothing && std::from_chars(parts[i].data(), end, unit).ptr != end) {
-        Remark(Kind::kBadHead, line->second.line, kHeatUnitsKey, Word(text::kBadLine));
-      }
-    }
   }
 
   std::string MissingHead(std::string_view key) const { return FormatText(Word(text::kHeadMissing), {key}); }
@@ -291,7 +256,7 @@ class SnapshotParser {
     std::vector<ReadRow> good;
     for (std::size_t i = 0; i < rows_.size(); ++i) {
       const ReadRow& read = rows_[i];
-      if (!ExistsIn(*read.row.place.row, told.facts, read.row.place.index)) {
+      if (!HasPlace(read.row.place, told.facts)) {
         RemarkRow(Kind::kBadLine, read, text::kNotInThisShape);
       } else if (told.rows[i].Known() && !Tells(read, told.rows[i], told.facts)) {
         RemarkRow(Kind::kBadLine, read, text::kTextContradicts);
@@ -325,6 +290,10 @@ class SnapshotParser {
   }
 
   void CheckHead(const Snapshot& told) {
+    const HeadText& model = head_.at(std::string(kModelKey));
+    if (model.text != ModelText(told.facts)) {
+      Remark(Kind::kBadHead, model.line, kModelKey, Word(text::kHeadContradicts));
+    }
     for (const HeadLine& line : kHead) {
       const auto found = head_.find(std::string(line.key));
       if (found == head_.end()) {
@@ -358,8 +327,7 @@ std::string SnapshotText(const Snapshot& snapshot, const std::vector<SnapshotRem
   for (const HeadLine& line : kHead) {
     text += std::string(line.key) + "\t" + OrNothing(told.identity.*line.text) + "\n";
   }
-  text += std::string(kModelKey) + "\t" + ModelText(told.facts) + "\n";
-  text += std::string(kHeatUnitsKey) + "\t" + HeatUnitsText(told.facts) + "\n\n";
+  text += std::string(kModelKey) + "\t" + ModelText(told.facts) + "\n\n";
   text += std::string(kColumns) + "\n";
   for (const SnapshotRow& row : told.rows) text += RowText(row) + "\n";
   for (const SnapshotRemark& remark : unknown) {
