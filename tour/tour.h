@@ -82,6 +82,7 @@ std::span<const Step> DetailSteps();
 std::span<const Step> MeasureSteps();
 std::span<const Step> StationSteps();
 std::span<const Step> CalcSteps();
+std::span<const Step> CompareSteps();
 std::span<const Step> TransitSteps();
 std::span<const Step> EndSteps();
 // The firmware tool from the choice at the start to the program's end.

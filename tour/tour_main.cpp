@@ -42,6 +42,7 @@ const std::vector<Walk>& Walks() {
        "M627",
        {StartSteps(), ProcessSteps(), PageSteps(), SystemSteps(), DetailSteps(), LeaveSteps()}},
       {"live", "M627", {SplashSteps(), MeasureSteps(), TransitSteps(), PipeSteps(), CalcSteps(), EndSteps()}},
+      {"compare", "M627", {SplashSteps(), CompareSteps(), LeaveSteps()}},
       {"firmware", "M627", {FirmwareSteps()}},
       {"t305", "T305", {SplashSteps(), LeaveSteps()}},
       {"k410", "K410", {SplashSteps(), LeaveSteps()}},

@@ -138,6 +138,7 @@ class frmCompare : public Form {
   std::string SendChosen();
   std::string RestoreLeft();
   void LookAgain(const SendReport& report);
+  void ShowMeterAs(const Snapshot& meter);
   std::string EndText(const SendReport& report, const std::string& outcome);
   void SaveParameter_Click();
 

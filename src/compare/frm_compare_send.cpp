@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the window does on the line: reading the meter, sending ticked rows, restoring.
+#include <algorithm>
 #include <memory>
 #include <set>
 #include <utility>
@@ -32,6 +33,21 @@ std::size_t UnknownIn(const Snapshot& snapshot) {
 
 bool AnythingSent(const SendReport& report) {
   return report.Count(WriteEnd::kNotSent) < report.rows.size();
+}
+
+// The meter as it was read before, with what is known to be stored; the other rows that were sent are not
+// known.
+Snapshot AfterSending(const SendReport& report, const std::string& unread) {
+  std::vector<SnapshotRow> rows = report.before.rows;
+  for (const SentRow& sent : report.rows) {
+    const auto row = std::find_if(rows.begin(), rows.end(),
+                                  [&](const SnapshotRow& held) { return held.place == sent.place; });
+    if (row == rows.end() || sent.end == WriteEnd::kNotSent) continue;
+    const bool stored = sent.end == WriteEnd::kStored;
+    row->raw = stored ? sent.raw : std::vector<std::uint8_t>();
+    row->unread = stored ? std::string() : unread;
+  }
+  return CompleteSnapshot(report.before.facts, std::move(rows), report.before.identity.date);
 }
 
 void AddSentence(std::string& text, const std::string& more) {
@@ -262,27 +278,22 @@ std::string frmCompare::RestoreLeft() {
   return EndText(report.sent, outcome);
 }
 
+void frmCompare::ShowMeterAs(const Snapshot& meter) {
+  sides_[kRight].held = SideOfMeter(meter);
+  ShowSide(kRight);
+  CompareSides(true);
+}
+
 // What the meter holds now stands on the right side, or that it is not known.
 void frmCompare::LookAgain(const SendReport& report) {
   if (!AnythingSent(report)) return;
   if (report.halt == SendHalt::kDone && !stop_) {
     const SnapshotResult result = ReadSnapshot(app_, Listener(text::kReadingSide));
     if (!result.stopped && AnyKnown(result.snapshot)) {
-      sides_[kRight].held = SideOfMeter(result.snapshot);
-      ShowSide(kRight);
-      return CompareSides(true);
+      return ShowMeterAs(result.snapshot);
     }
   }
-  for (SideCell& cell : sides_[kRight].held->cells) {
-    const bool sent = std::any_of(report.rows.begin(), report.rows.end(), [&](const SentRow& row) {
-      return row.place == cell.place && row.end != WriteEnd::kNotSent;
-    });
-    if (!sent) continue;
-    cell.raw.clear();
-    cell.text.clear();
-    cell.problem = app_.Text(text::kNotReadSince);
-  }
-  CompareSides(true);
+  ShowMeterAs(AfterSending(report, app_.Text(text::kNotReadSince)));
 }
 
 std::string frmCompare::EndText(const SendReport& report, const std::string& outcome) {
