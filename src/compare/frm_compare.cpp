@@ -16,7 +16,6 @@ namespace vlt {
 namespace {
 
 constexpr int kFontSize = 9;
-constexpr int kSaveText = 2140;
 constexpr int kSaveCsvText = 180;
 constexpr int kAllFiles = 4550;
 constexpr const char* kNoFact = "-";
@@ -34,7 +33,7 @@ constexpr std::array<GridColumn, 7> kColumns = {{{text::kParameterColumn, 4350},
                                                  {text::kRightColumn, 2250},
                                                  {text::kUnitColumn, 1230},
                                                  {text::kStateColumn, 1950},
-                                                 {text::kResultColumn, 4500}}};
+                                                 {text::kResultColumn, 3600}}};
 
 const std::string& FactOr(const std::string& fact, const std::string& other) {
   return fact.empty() ? other : fact;
@@ -112,7 +111,7 @@ void frmCompare::Dress() {
        {Caption{fraSide(kLeft), text::kLeftSide}, Caption{fraSide(kRight), text::kRightSide},
         Caption{cmdSwap, text::kSwapSides}, Caption{cmdTickDifferent, text::kTickDifferent},
         Caption{cmdTickNone, text::kTickNone}, Caption{cmdSend, text::kSendRows},
-        Caption{cmdRestore, text::kRestoreAll}, Caption{SaveParameter, kSaveText},
+        Caption{cmdRestore, text::kRestoreAll}, Caption{SaveParameter, text::kSaveInMeter},
         Caption{cmdStop, text::kStop}, Caption{cmdSnapshot, text::kSaveSnapshot},
         Caption{cmdSaveCsv, kSaveCsvText}, Caption{cmdSavePdf, text::kSavePdf},
         Caption{cmdPrint, text::kCalcPrint}, Caption{cmdClose, text::kClose}}) {

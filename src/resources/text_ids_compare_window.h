@@ -49,6 +49,7 @@ inline constexpr int kRowsHidden = 1858;
 
 // Sending and restoring. kSendQuestion: %1 how many, %2 the meter. kRestoreQuestion: %1 the meter, %2 the
 // source.
+inline constexpr int kSaveInMeter = 1837;
 inline constexpr int kSendRows = 1859;
 inline constexpr int kRestoreAll = 1860;
 inline constexpr int kSendQuestion = 1861;
