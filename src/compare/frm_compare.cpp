@@ -27,13 +27,14 @@ struct GridColumn {
   int head_id;
   int width;
 };
+constexpr int kGridWidth = 17400;  // the last column takes what the others leave
 constexpr std::array<GridColumn, 7> kColumns = {{{text::kParameterColumn, 4350},
                                                  {text::kLeftColumn, 2250},
                                                  {text::kUnitColumn, 1230},
                                                  {text::kRightColumn, 2250},
                                                  {text::kUnitColumn, 1230},
                                                  {text::kStateColumn, 1950},
-                                                 {text::kResultColumn, 3600}}};
+                                                 {text::kResultColumn, 2700}}};
 
 const std::string& FactOr(const std::string& fact, const std::string& other) {
   return fact.empty() ? other : fact;
@@ -75,13 +76,11 @@ frmCompare::frmCompare(App& app)
 
 void frmCompare::Form_Load() {
   Dress();
-  int width = 0;
   for (std::size_t i = 0; i < kColumns.size(); ++i) {
     grdRows.SetCell(0, static_cast<int>(i), app_.Text(kColumns[i].head_id));
     grdRows.SetColumnWidth(static_cast<int>(i), kColumns[i].width);
-    width += kColumns[i].width;
   }
-  grdRows.SetSize(width, 0);
+  grdRows.SetSize(kGridWidth, 0);
   cmdStop.SetEnabled(false);
   sides_[kRight].entry = kSnapshotFile;
   FillLists();

@@ -196,7 +196,7 @@ void frmCompare::grdRows_Choose() {
                                   Hex(static_cast<unsigned>(row.place.Address()), 4)});
   const auto add = [&](int side, const SideCell& cell) {
     if (cell.raw.empty()) return;
-    facts += "   " + FormatText(app_.Text(text::kRowBytes), {app_.Text(side), Bytes(cell)});
+    facts += "   " + app_.Text(side) + ": " + Bytes(cell);
   };
   add(text::kLeftSide, row.left);
   add(text::kRightSide, row.right);

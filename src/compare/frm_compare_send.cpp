@@ -50,12 +50,6 @@ Snapshot AfterSending(const SendReport& report, const std::string& unread) {
   return CompleteSnapshot(report.before.facts, std::move(rows), report.before.identity.date);
 }
 
-void AddSentence(std::string& text, const std::string& more) {
-  if (more.empty()) return;
-  if (!text.empty()) text += ". ";
-  text += more;
-}
-
 }  // namespace
 
 // The window at work on the line: Stop is there, and the sides stay what they are.
@@ -298,17 +292,21 @@ void frmCompare::LookAgain(const SendReport& report) {
 
 std::string frmCompare::EndText(const SendReport& report, const std::string& outcome) {
   std::string told = outcome;
-  AddSentence(told, report.reason);
+  const auto add = [&](const std::string& more) {
+    if (more.empty()) return;
+    told = told.empty() ? more : FormatText(app_.Text(text::kTwoSentences), {told, more});
+  };
+  add(report.reason);
   if (report.halt == SendHalt::kDone || AnythingSent(report)) {
     const auto count = [&](WriteEnd end) { return std::to_string(report.Count(end)); };
-    AddSentence(told, FormatText(app_.Text(text::kSendCounts),
+    add(FormatText(app_.Text(text::kSendCounts),
                                  {count(WriteEnd::kStored), count(WriteEnd::kRefused),
                                   count(WriteEnd::kNotProven), count(WriteEnd::kNotSent)}));
   }
-  if (report.Count(WriteEnd::kStored) > 0) AddSentence(told, app_.Text(text::kSaveAfterwards));
   if (!report.restore_point.empty()) {
-    AddSentence(told, FormatText(app_.Text(text::kPointTold), {report.restore_point}));
+    add(FormatText(app_.Text(text::kPointTold), {report.restore_point}));
   }
+  if (report.Count(WriteEnd::kStored) > 0) add(app_.Text(text::kSaveAfterwards));
   if (report.halt != SendHalt::kDone && report.halt != SendHalt::kStopped) halt_ = report.reason;
   return told;
 }

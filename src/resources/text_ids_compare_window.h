@@ -32,12 +32,12 @@ inline constexpr int kFilters = 1841;  // to 1846
 inline constexpr int kBothSidesFirst = 1847;
 
 // The list. kGroupLine: %1 the page and channel, %2 how many rows, %3 how many of them differ. kRemarksOf: %1
-// the side, %2 how many. kRowFacts: %1 the row, %2 its name, %3 its register. kRowBytes: %1 the side, %2 hex.
+// the side, %2 how many. kRowFacts: %1 the row, %2 its name, %3 its register.
 inline constexpr int kResultColumn = 1848;
 inline constexpr int kGroupLine = 1849;
 inline constexpr int kRemarksOf = 1850;
 inline constexpr int kRowFacts = 1851;
-inline constexpr int kRowBytes = 1852;
+inline constexpr int kTwoSentences = 1852;
 inline constexpr int kConvertedValue = 1853;  // %1 the value as the meter will hold it
 inline constexpr int kChosenByHand = 1854;
 

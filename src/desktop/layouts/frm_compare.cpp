@@ -32,8 +32,8 @@ constexpr LayoutItem kItems[] = {
     Strip("stbRow"),
     Strip("stbNote"),
     Strip("cmdTickDifferent", "cmdTickNone", ">", "cmdSend", "cmdRestore", "SaveParameter"),
-    Strip("stbCompare", "pbWork", "cmdStop"),
-    Strip("cmdSnapshot", ">", "cmdSaveCsv", "cmdSavePdf", "cmdPrint", "cmdClose"),
+    Strip("stbCompare"),
+    Strip("pbWork", "cmdStop", "cmdSnapshot", "cmdSaveCsv", "cmdSavePdf", "cmdPrint", "cmdClose"),
 };
 
 }  // namespace
