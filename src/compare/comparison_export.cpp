@@ -64,17 +64,44 @@ constexpr double kTextSize = 2.6;
 
 struct Column {
   double x;
-  std::size_t most;  // characters that have room
-  int title;         // text id
+  double room;  // in half-width characters
+  int title;    // text id
 };
-constexpr Column kColumns[] = {{kLeft, 40, text::kParameterColumn},
-                               {82, 22, text::kLeftColumn},
-                               {116, 22, text::kRightColumn},
-                               {150, 28, text::kStateColumn}};
+constexpr Column kColumns[] = {{kLeft, 38, text::kParameterColumn},
+                               {82, 19, text::kLeftColumn},
+                               {116, 19, text::kRightColumn},
+                               {150, 26, text::kStateColumn}};
+constexpr double kRoomOfPage = 105;
 
-std::string Fitted(const std::string& text, std::size_t most) {
-  if (CharCount(text) <= most) return text;
-  return std::string(FirstChars(text, most - 1)) + "…";
+// In half-width characters.
+double WidthOf(std::string_view character) {
+  constexpr unsigned char kThreeBytes = 0xE0;
+  const auto first = static_cast<unsigned char>(character.front());
+  // Half-width katakana lie in EF BD A1 to EF BE 9F.
+  const bool half = character.starts_with("\xEF\xBD") || character.starts_with("\xEF\xBE");
+  return first >= kThreeBytes && !half ? 2 : 1;
+}
+
+// The text in lines that have room, parted at blanks where there are some. At least one.
+std::vector<std::string> Wrapped(std::string_view text, double room) {
+  std::vector<std::string> lines;
+  while (!text.empty() || lines.empty()) {
+    double width = 0;
+    std::size_t end = 0;
+    std::size_t blank = 0;
+    while (end < text.size()) {
+      const std::string_view character = FirstChars(text.substr(end), 1);
+      if (character == " ") blank = end;
+      width += WidthOf(character);
+      if (width > room) break;
+      end += character.size();
+    }
+    if (end < text.size() && blank > 0) end = blank;
+    lines.emplace_back(text.substr(0, end));
+    text.remove_prefix(end);
+    while (text.starts_with(' ')) text.remove_prefix(1);
+  }
+  return lines;
 }
 
 class SheetWriter {
@@ -115,8 +142,11 @@ class SheetWriter {
       y_ += 4.4;
       Page().Text({.size = kTextSize}, {kLeft, y_}, IdentityOf(*side, lang_offset_));
       for (const std::string& remark : side->remarks) {
-        Advance();
-        Page().Text({.size = kTextSize, .ink = Ink::kWarning}, {kLeft, y_}, Fitted(remark, 110));
+        for (const std::string& line : Wrapped(remark, kRoomOfPage)) {
+          if (!HasRoom(1)) NewPage();
+          y_ += kRowHeight;
+          Page().Text({.size = kTextSize, .ink = Ink::kWarning}, {kLeft, y_}, line);
+        }
       }
     }
     y_ += 7;
@@ -132,45 +162,50 @@ class SheetWriter {
     y_ += 1.4;
   }
 
-  void Advance() {
-    if (y_ + kRowHeight <= kBottom) {
-      y_ += kRowHeight;
-      return;
-    }
-    NewPage();
-    Columns();
-    y_ += kRowHeight;
+  bool HasRoom(std::size_t lines) const { return y_ + static_cast<double>(lines) * kRowHeight <= kBottom; }
+
+  void Heading() {
+    y_ += kRowHeight + 1;
+    Page().Text({.size = kTextSize, .bold = true}, {kLeft, y_}, group_);
   }
 
   static std::string Value(const SideCell& cell) {
     return cell.text + (cell.unit.empty() || cell.text.empty() ? "" : " " + cell.unit);
   }
 
-  void Group(const ComparisonRow& row) {
+  // Stands in front of its first row, and again on each page that it reaches.
+  void Group(const ComparisonRow& row, std::size_t lines) {
     const std::string name = PlaceName(*row.place.row, row.place.index);
     const std::string title =
         GroupTitle(GroupOf(*row.place.row), lang_offset_) + (name.empty() ? "" : " " + name);
-    if (title == group_) return;
-    // A heading stands on the page of its first row.
-    if (y_ + 2 * kRowHeight + 1 > kBottom) {
+    const bool is_new = title != group_;
+    group_ = title;
+    if (!HasRoom(lines + (is_new ? 2 : 0))) {
       NewPage();
       Columns();
+      Heading();
+    } else if (is_new) {
+      Heading();
     }
-    group_ = title;
-    y_ += 1;
-    Advance();
-    Page().Text({.size = kTextSize, .bold = true}, {kLeft, y_}, title);
   }
 
   void Row(const ComparisonRow& row) {
-    Group(row);
-    Advance();
-    const bool bold = row.state == RowState::kDifferent;
     const std::string note = row.note.empty() ? "" : ": " + row.note;
     const std::array<std::string, 4> texts = {RowTitle(*row.place.row, lang_offset_), Value(row.left),
                                               Value(row.right), RowStateText(row.state, lang_offset_) + note};
+    std::array<std::vector<std::string>, 4> cells;
+    std::size_t lines = 0;
     for (std::size_t i = 0; i < texts.size(); ++i) {
-      Page().Text({.size = kTextSize, .bold = bold}, {kColumns[i].x, y_}, Fitted(texts[i], kColumns[i].most));
+      cells[i] = Wrapped(texts[i], kColumns[i].room);
+      lines = std::max(lines, cells[i].size());
+    }
+    Group(row, lines);
+    const TextStyle style{.size = kTextSize, .bold = row.state == RowState::kDifferent};
+    for (std::size_t line = 0; line < lines; ++line) {
+      y_ += kRowHeight;
+      for (std::size_t i = 0; i < cells.size(); ++i) {
+        if (line < cells[i].size()) Page().Text(style, {kColumns[i].x, y_}, cells[i][line]);
+      }
     }
   }
 

@@ -259,8 +259,7 @@ std::string frmCompare::SendChosen() {
 
 std::string frmCompare::RestoreLeft() {
   const CompareSide point = list_->Compared().Left();
-  const MeterIdentity expected = list_->Compared().Right().identity;
-  const RestoreReport report = RestoreMeter(app_, point, Sender(), &expected);
+  const RestoreReport report = RestoreMeter(app_, point, Sender());
   for (const SentRow& row : report.left) Ended(row);
   LookAgain(report.sent);
   std::string outcome = app_.Text(text::kRestoredUnproven);

@@ -282,10 +282,11 @@ SendReport SendRows(App& app, const CompareSide& source, std::vector<ParameterPl
 }
 
 RestoreReport RestoreMeter(App& app, const CompareSide& point, const SendListener& listener,
-                           const MeterIdentity* expected) {
+                           OtherMeter other) {
   constexpr int kMostRounds = 4;
   RestoreReport report;
   Sending sending(app, point, listener);
+  const MeterIdentity* expected = other == OtherMeter::kRefuse ? &point.identity : nullptr;
   if (!sending.ReadMeter() || !sending.IsExpected(expected) || !sending.KeepPoint()) {
     report.sent = std::move(sending.Report());
     return report;

@@ -61,15 +61,17 @@ SendReport SendRows(App& app, const CompareSide& source, std::vector<ParameterPl
 
 // Brings the meter to what `point` holds: sends what differs, reads the meter again, and repeats while a
 // setting that was sent has changed others. `left` are the rows that differ at the end, each with its reason.
-// `expected`, when it is not null, is who the meter must be.
 struct RestoreReport {
   SendReport sent;  // of all rounds together; a row that was sent twice stands with its last end
   std::vector<SentRow> left;
   bool verified = false;  // the meter was read whole at the end
   bool Equal() const { return verified && left.empty(); }
 };
+// A meter that is not the one of the point gets nothing, unless the operator wants it all the same; its ID
+// number and the adjustment of its outputs stay its own then.
+enum class OtherMeter : std::uint8_t { kRefuse, kTake };
 RestoreReport RestoreMeter(App& app, const CompareSide& point, const SendListener& listener,
-                           const MeterIdentity* expected = nullptr);
+                           OtherMeter other = OtherMeter::kRefuse);
 
 // The rows that "all that differs" chooses to send from the left side to the meter on the right: different
 // ones, without those that are never sent and those of another meter alone.

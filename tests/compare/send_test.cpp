@@ -1,0 +1,447 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Rows sent to a meter: the order, the proof of each, what is never sent, and restore points.
+#include <algorithm>
+
+#include "compare_fixture.h"
+#include "pages/parameter_page.h"
+#include "support/write_soak.h"
+
+namespace vlt::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+const SentRow& RowAt(const SendReport& report, const char* name, int index = 0) {
+  return *std::find_if(report.rows.begin(), report.rows.end(),
+                       [&](const SentRow& row) { return row.place == At(name, index); });
+}
+
+bool IsWrite(const std::string& request) { return request.starts_with("10 ") || request.starts_with("06 "); }
+
+// Function, address and quantity of a request: a page sends numbers as it shows them, to fewer digits.
+std::string Head(const std::string& request) {
+  return request.substr(0, request.starts_with("10 ") ? 14 : 8);
+}
+
+Texts Writes(const Texts& requests) {
+  Texts writes;
+  std::copy_if(requests.begin(), requests.end(), std::back_inserter(writes), IsWrite);
+  return writes;
+}
+
+// --- order and frames
+// ----------------------------------------------------------------------------------------------
+
+// What a page writes when all of it is set, is written by the sender in the same frames and the same order.
+TEST(Sender, WritesAsThePagesWrite) {
+  constexpr const char* kPages[] = {"Form6", "Form10", "Form2", "Form3", "Form4", "Form5", "Form11"};
+  CompareTest test(kTwoPaths);
+  test.meter().holding().PutWord(0x00C0, 1);  // the one item that has a decimal point
+  test.meter().holding().PutWord(0x00C4, 1);
+  test.meter().holding().PutWord(0x005A, 5);  // DO1 is a flow switch
+  test.meter().holding().PutWord(0x00C8, 1);  // the backlight goes out
+  test.meter().holding().PutWord(0x0042, 1);  // the totals stand still
+  for (const std::uint32_t control : {0x0190u, 0x0194u, 0x01A2u}) test.meter().holding().PutWord(control, 1);
+  const CompareSide side = test.Meter();
+  Texts by_pages;
+  for (const char* name : kPages) {
+    auto& page = test.Open<ParameterPage>(name);
+    for (const auto& column : page.Columns()) {
+      for (int round = 0; round < 2; ++round) {
+        for (CheckBox* box : column->DistinctBoxes()) box->SetValue(box->Name() == "SPEC" ? 0 : 1);
+        column->ReadParameter_Click();
+      }
+      if (auto* action = static_cast<CheckBox*>(page.Find("MODE_DO_1"))) action->Tick();
+      test.Requests();
+      column->SetParameter_Click();
+      for (const std::string& write : Writes(test.Requests())) by_pages.push_back(Head(write));
+    }
+    test.app().windows.Unload(name);
+  }
+  std::vector<ParameterPlace> places;
+  for (const SideCell& cell : side.cells) {
+    if (SendRuleOf(*cell.place.row) != SendRule::kNever) places.push_back(cell.place);
+  }
+  std::reverse(places.begin(), places.end());
+  test.Requests();
+  const SendReport report = test.Send(side, places);
+  Texts by_sender = Writes(test.Requests());
+  for (std::string& write : by_sender) write = Head(write);
+  EXPECT_EQ(report.rows.size(), places.size());
+  EXPECT_GT(by_pages.size(), 80u);
+  auto at = by_sender.begin();
+  for (const std::string& write : by_pages) {
+    const auto next = std::find(at, by_sender.end(), write);
+    EXPECT_NE(next, by_sender.end()) << write
+                                     << (std::count(by_sender.begin(), by_sender.end(), write) > 0
+                                             ? " is written, but out of order"
+                                             : " is not written");
+    if (next != by_sender.end()) at = next + 1;
+  }
+}
+
+TEST(Sender, ReadsTheMeterAndKeepsItBeforeTheFirstWrite) {
+  CompareTest test(kTwoPipes);
+  CompareSide side = test.Meter();
+  test.Fill(8);
+  const std::string before = SnapshotText(test.Read());
+  test.Requests();
+  test.test.platform.files.changes.clear();
+  std::size_t changes_at_first_write = 0;
+  SendListener listener;
+  listener.ended = [&](const SentRow&) {
+    if (changes_at_first_write == 0) changes_at_first_write = test.test.platform.files.changes.size();
+  };
+  const SendReport report =
+      SendRows(test.app(), side, {At("process.fluid", 1), At("range.type", 2)}, listener);
+  EXPECT_TRUE(report.AllStored());
+  EXPECT_EQ(changes_at_first_write, test.test.platform.files.changes.size())
+      << "nothing is written behind a write";
+  const std::string path = "/home/operator/veltrano3/restore/" + std::string("20261124100006_00_") +
+                           report.before.identity.id_number + ".txt";
+  EXPECT_EQ(report.restore_point, path);
+  ASSERT_TRUE(test.Files().contains(path));
+  const Texts kept = Lines(test.Files()[path]);
+  const Texts held = Lines(before);
+  ASSERT_EQ(kept.size(), held.size());
+  EXPECT_TRUE(std::equal(kept.begin() + 2, kept.end(), held.begin() + 2)) << "but for the date";
+  const Texts requests = test.Requests();
+  const auto first = std::find_if(requests.begin(), requests.end(), IsWrite);
+  EXPECT_EQ(first - requests.begin(), 31) << "the blocks of a whole reading come first";
+  EXPECT_EQ(Texts(first, requests.end()).size(), 4u) << "and each row is read back";
+}
+
+// --- the proof of a write
+// ------------------------------------------------------------------------------------------
+
+struct Proof {
+  const char* fault;
+  WriteEnd end;
+  const char* reason;
+};
+
+TEST(Sender, EachRowEndsAsWhatItsRegistersSay) {
+  // The burnout timer of CH1: 001CH, 4509 in the source, 77 in the meter.
+  const Proof cases[] = {
+      {"", WriteEnd::kStored, ""},
+      {"silence@001C/10*2", WriteEnd::kStored, ""},
+      {"crc@001C/10*ever", WriteEnd::kStored, ""},  // the meter took it; its registers prove it
+      {"wrong-echo@001C/10*ever", WriteEnd::kStored, ""},
+      {"crc@001C/03*3", WriteEnd::kStored, ""},
+      {"ignore-write@001C", WriteEnd::kNotProven, "the meter holds 77"},
+      {"exception=3@001C/10*ever", WriteEnd::kRefused, "[REGISTER COUNT ERROR(03H)]"},
+      {"exception=6@001C/10*ever", WriteEnd::kRefused, "[UNKNOWN FUNCTION CODE ERROR]"},
+      {"crc@001C/03*ever", WriteEnd::kNotProven, "it could not be read back: [CRC ERROR]"},
+      {"exception=2@001C/03*ever", WriteEnd::kNotProven, "it could not be read back: [ADDRESS ERROR(02H)]"},
+  };
+  for (const Proof& c : cases) {
+    SCOPED_TRACE(c.fault);
+    CompareTest test(kOnePath);
+    const CompareSide side = test.Meter();
+    test.meter().holding().PutWord(0x001C, 77);
+    if (*c.fault != 0) test.test.platform.Arm(c.fault);
+    const SendReport report = test.Send(side, {At("range.burnout_timer"), At("range.output_limit_low")});
+    const SentRow& row = RowAt(report, "range.burnout_timer");
+    EXPECT_EQ(row.end, c.end);
+    EXPECT_EQ(row.reason, c.reason);
+    EXPECT_EQ(row.sent, "4509");
+    EXPECT_EQ(row.end == WriteEnd::kStored, test.meter().holding().Word(0x001C) == 4509 &&
+                                                std::string(c.fault).find("/03*ever") == std::string::npos);
+    EXPECT_EQ(RowAt(report, "range.output_limit_low").end, WriteEnd::kStored) << "the others go on";
+    EXPECT_EQ(report.halt, SendHalt::kDone);
+  }
+  CompareTest silent(kOnePath);
+  const CompareSide side = silent.Meter();
+  silent.meter().holding().PutWord(0x001C, 77);
+  silent.test.platform.Arm("silence@001C/10*ever");
+  const SendReport report = silent.Send(side, {At("range.burnout_timer")});
+  EXPECT_EQ(report.rows[0].end == WriteEnd::kStored, silent.meter().holding().Word(0x001C) == 4509);
+}
+
+// The meter does not answer in time, and its late answer must not pass for that of the next question.
+TEST(Sender, ALateAnswerProvesNothing) {
+  for (int late = 20; late < 1200; late += 37) {
+    CompareTest test(kOnePath);
+    CompareSide side = test.Meter();
+    const auto fault = "late=" + std::to_string(late) + "/03#36*6";
+    test.Fill(9);
+    test.test.platform.Arm(fault);
+    test.test.platform.Arm("ignore-write@001C");
+    const SendReport report =
+        test.Send(side, {At("range.burnout_timer"), At("range.output_limit_low"), At("range.hysteresis")});
+    for (const SentRow& row : report.rows) {
+      if (row.end != WriteEnd::kStored) continue;
+      const auto held = test.meter().holding().Read(static_cast<std::uint32_t>(row.place.Address()), 2);
+      EXPECT_TRUE(std::equal(row.raw.begin(), row.raw.end(), held.begin()))
+          << fault << " " << row.place.row->name;
+    }
+  }
+}
+
+// Backlight and its time go in one frame, as the display page writes them.
+TEST(Sender, TheBacklightAndItsTimeGoTogether) {
+  CompareTest test(kOnePath);
+  test.meter().holding().PutWord(0x00C8, 1);
+  test.meter().holding().PutWord(0x00CA, 7);
+  const CompareSide side = test.Meter();
+  test.meter().holding().PutWord(0x00C8, 0);
+  test.meter().holding().PutWord(0x00CA, 5);
+  test.Requests();
+  EXPECT_TRUE(test.Send(side, {At("display.lights_out_time"), At("display.backlight")}).AllStored());
+  EXPECT_EQ(Writes(test.Requests()),
+            (Texts{"10 00 C8 00 02 04 00 01 00 05", "10 00 C8 00 02 04 00 01 00 07"}));
+  EXPECT_EQ(test.meter().holding().Word(0x00CA), 7);
+}
+
+// --- what is not sent
+// ----------------------------------------------------------------------------------------------
+
+TEST(Sender, NeverSendsWhatWouldClearOrTestOrWhatHasNoValue) {
+  CompareTest test(kTwoPaths);
+  CompareSide side = test.Meter();
+  side.cells.erase(std::find_if(side.cells.begin(), side.cells.end(),
+                                [](const SideCell& cell) { return cell.place == At("process.fluid"); }));
+  auto& type = *std::find_if(side.cells.begin(), side.cells.end(),
+                             [](const SideCell& cell) { return cell.place == At("range.type"); });
+  type.raw.clear();
+  type.problem = "no answer";
+  test.meter().BreakMemory(sim::Space::Holding, 0x0190, 0x0191, 2);
+  test.Requests();
+  const SendReport report =
+      test.Send(side, {At("system.specification"), At("maintenance.test_mode"), At("maintenance.ao_check"),
+                       At("process.sensor_spacing"), At("process.fluid"), At("range.type"),
+                       At("details.send_pattern")});
+  EXPECT_EQ(Writes(test.Requests()), Texts{});
+  EXPECT_EQ(report.Count(WriteEnd::kNotSent), 7u);
+  EXPECT_EQ(RowAt(report, "system.specification").reason,
+            "it would clear the meter's memory: never sent with others");
+  EXPECT_EQ(RowAt(report, "maintenance.test_mode").reason,
+            "it would put the meter into its test state: never sent with others");
+  EXPECT_EQ(RowAt(report, "process.sensor_spacing").reason, "the meter works it out itself");
+  EXPECT_EQ(RowAt(report, "process.fluid").reason, "there is no value to send");
+  EXPECT_EQ(RowAt(report, "range.type").reason, "no answer");
+  EXPECT_EQ(RowAt(report, "details.send_pattern").reason,
+            "its present value could not be read, so it could not be restored");
+}
+
+TEST(Sender, AllThatDiffersLeavesOutWhatBelongsToOneMeter) {
+  CompareTest source(kTwoPaths);
+  CompareTest target(kTwoPaths, 5000, 8);
+  const Comparison other(source.Meter(), target.Meter());
+  const auto chosen = ChooseDifferent(other);
+  const auto has = [](const std::vector<ParameterPlace>& places, const char* name) {
+    return std::find(places.begin(), places.end(), At(name)) != places.end();
+  };
+  EXPECT_FALSE(has(chosen, "system.id_number") || has(chosen, "maintenance.ao1_adjustment_4ma"));
+  EXPECT_FALSE(has(chosen, "maintenance.ao_check") || has(chosen, "system.specification"));
+  EXPECT_TRUE(has(chosen, "process.outer_diameter"));
+  // The same meter takes its own adjustment back.
+  target.meter().holding().PutWord(0x0104, source.meter().holding().Word(0x0104));
+  EXPECT_TRUE(
+      has(ChooseDifferent(Comparison(source.Meter(), target.Meter())), "maintenance.ao1_adjustment_4ma"));
+}
+
+// Units go first, and what cannot be turned into those of the meter stays.
+TEST(Sender, WhatAnotherUnitSystemMeansIsConvertedOrLeft) {
+  CompareTest metric({"metric", kFull, 0, 0});
+  metric.meter().holding().PutLong(0x00D2, 5080);  // 2 inches
+  metric.meter().holding().PutLong(0x00DA, 381);   // 0.15 inch
+  metric.meter().holding().PutLong(0x00E2, 100);   // no even number of inches
+  const CompareSide side = metric.Meter();
+  const std::vector<ParameterPlace> lengths = {At("process.outer_diameter"), At("process.wall_thickness"),
+                                               At("process.lining_thickness")};
+  CompareTest english({"English", kFull, 0, 1}, 5000, 8);
+  SendReport report = english.Send(side, lengths);
+  EXPECT_EQ(report.Count(WriteEnd::kStored), 2u);
+  EXPECT_TRUE(RowAt(report, "process.outer_diameter").converted);
+  EXPECT_EQ(RowAt(report, "process.outer_diameter").sent, "2.0000");
+  EXPECT_EQ(english.meter().holding().Long(0x00D2), 20000);
+  EXPECT_EQ(RowAt(report, "process.lining_thickness").reason,
+            "1.00 mm has no exact value in the meter's unit inch");
+  // With the unit system chosen too, the meter is metric by then.
+  std::vector<ParameterPlace> all = lengths;
+  all.push_back(At("system.unit"));
+  report = english.Send(side, all);
+  EXPECT_TRUE(report.AllStored());
+  EXPECT_EQ(english.meter().holding().Long(0x00E2), 100);
+  EXPECT_EQ(english.app().state.UnitFlag, 0) << "and the session knows";
+}
+
+TEST(Sender, AnotherMeterThanExpectedIsLeftAlone) {
+  CompareTest test(kOnePath);
+  const CompareSide side = test.Meter();
+  MeterIdentity expected = side.identity;
+  test.Fill(8);  // another ID number
+  test.Requests();
+  SendReport report = SendRows(test.app(), side, {At("process.fluid")}, {}, &expected);
+  EXPECT_EQ(report.halt, SendHalt::kOtherMeter);
+  EXPECT_EQ(report.rows[0].end, WriteEnd::kNotSent);
+  EXPECT_TRUE(test.Files().empty());
+  EXPECT_EQ(Writes(test.Requests()), Texts{});
+  expected = test.Meter().identity;
+  EXPECT_EQ(SendRows(test.app(), side, {At("process.fluid")}, {}, &expected).halt, SendHalt::kDone);
+}
+
+// --- ends
+// ----------------------------------------------------------------------------------------------------------
+
+TEST(Sender, WithoutARestorePointNothingIsSent) {
+  for (int change = 1; change <= 3; ++change) {
+    CompareTest test(kOnePath);
+    const CompareSide side = test.Meter();
+    test.Fill(8);
+    test.Requests();
+    test.test.platform.files.FailChange(change, FileError::kFull);
+    const SendReport report = test.Send(side, {At("process.fluid"), At("range.type")});
+    EXPECT_EQ(report.halt, SendHalt::kNoRestorePoint);
+    EXPECT_EQ(report.reason, "the restore point could not be written, so nothing was sent: the disk is full");
+    EXPECT_EQ(report.rows[1].reason, report.reason);
+    EXPECT_EQ(Writes(test.Requests()), Texts{});
+    EXPECT_TRUE(test.Files().empty()) << "nothing half written stays";
+  }
+}
+
+TEST(Sender, AMeterThatIsNotThereGetsNothing) {
+  CompareTest test(kOnePath);
+  const CompareSide side = test.Meter();
+  test.Requests();
+  test.test.platform.Arm("silence*ever");
+  const SendReport report = test.Send(side, {At("process.fluid")});
+  EXPECT_EQ(report.halt, SendHalt::kNoMeter);
+  EXPECT_EQ(report.reason, "the meter could not be read, so nothing was sent: [NO RESPONSE ERROR]");
+  EXPECT_EQ(Writes(test.Requests()), Texts{});
+  EXPECT_TRUE(test.Files().empty());
+}
+
+TEST(Sender, StopEndsBeforeTheNextRowAndTheRestIsTold) {
+  CompareTest test(kOnePath);
+  const CompareSide side = test.Meter();
+  test.Fill(8);
+  Texts told;
+  SendListener listener;
+  listener.began = [&](int number, int count, const std::string& what) {
+    if (count == 3) told.push_back(std::to_string(number) + " " + what);
+  };
+  listener.stop = [&] { return told.size() == 2; };
+  const SendReport report =
+      SendRows(test.app(), side, {At("range.type"), At("process.fluid", 1), At("process.fluid")}, listener);
+  EXPECT_EQ(told, (Texts{"1 PROCESS SETTING CH1 KIND OF FLUID", "2 PROCESS SETTING CH2 KIND OF FLUID"}));
+  EXPECT_EQ(report.halt, SendHalt::kStopped);
+  EXPECT_EQ(report.Count(WriteEnd::kStored), 2u);
+  EXPECT_EQ(report.rows[2].reason, "the sending was stopped");
+}
+
+TEST(Sender, ALostPortEndsItAndEveryRowIsTold) {
+  CompareTest test(kOnePath);
+  const CompareSide side = test.Meter();
+  test.Fill(8);
+  test.test.platform.Arm("unplug@00E6/10");
+  const SendReport report =
+      test.Send(side, {At("process.outer_diameter"), At("process.fluid"), At("range.type")});
+  EXPECT_EQ(report.halt, SendHalt::kPortLost);
+  EXPECT_EQ(report.rows[0].end, WriteEnd::kStored);
+  EXPECT_EQ(report.rows[1].end, WriteEnd::kNotProven) << "the meter may have taken it";
+  EXPECT_EQ(report.rows[2].end, WriteEnd::kNotSent);
+  EXPECT_TRUE(report.rows[2].reason.starts_with("the port was lost: ")) << report.rows[2].reason;
+  EXPECT_FALSE(report.restore_point.empty());
+  EXPECT_FALSE(test.app().state.PortIsOpen);
+}
+
+// --- restore points
+// ------------------------------------------------------------------------------------------------
+
+TEST(RestorePoints, TheLastTwentyAreKeptNewestFirst) {
+  CompareTest test(kOnePath);
+  test.meter().holding().PutWord(0x0104, 42);
+  const Snapshot snapshot = test.Read();
+  test.Files()["/home/operator/veltrano3/restore/notes.txt"] = "of the operator";
+  std::string newest;
+  for (int i = 0; i < 25; ++i) {
+    if (i % 5 != 0) test.test.Time().RunFor(1000);
+    const KeptPoint kept = KeepRestorePoint(test.app(), snapshot);
+    EXPECT_EQ(kept.error, FileError::kGood);
+    EXPECT_TRUE(kept.left_over.empty());
+    newest = kept.path;
+  }
+  const std::vector<RestorePoint> points = RestorePoints(test.app());
+  ASSERT_EQ(points.size(), kKeptRestorePoints);
+  EXPECT_EQ(points.front().path, newest);
+  EXPECT_EQ(points.front().id_number, "0042");
+  EXPECT_EQ(points.front().date.substr(0, 14), "2026/11/24 10:");
+  EXPECT_EQ(test.Files().size(), kKeptRestorePoints + 1) << "what is not ours stays";
+  // An old one that can't be removed does not stand in the way.
+  test.test.platform.files.FailPath(points.back().path, FileError::kNoPermission);
+  const KeptPoint kept = KeepRestorePoint(test.app(), snapshot);
+  EXPECT_EQ(kept.error, FileError::kGood);
+  EXPECT_EQ(kept.left_over, Texts{points.back().path});
+}
+
+// --- restore
+// ---------------------------------------------------------------------------------------------------------
+
+TEST(Restore, BringsTheMeterBackAlsoFromAnotherUnitSystem) {
+  const RestoreSoakResult result = SoakRestores(20);
+  EXPECT_EQ(result.equal, 20);
+  EXPECT_EQ(result.called_equal, 20);
+  EXPECT_GT(result.rows, 2000);
+  for (const std::string& row : result.left) ADD_FAILURE() << row;
+}
+
+TEST(Restore, TellsWhatItCouldNotBringBack) {
+  CompareTest test(kOnePath);
+  test.meter().holding().PutWord(0x0104, 42);
+  const Snapshot point = test.Read();
+  test.Fill(8);
+  test.meter().holding().PutWord(0x0104, 42);
+  test.meter().holding().PutWord(0x0154, 50);  // an output is being checked
+  test.test.platform.Arm("exception=4@001C/10*ever");
+  test.test.platform.Arm("ignore-write@00E6*ever");
+  const RestoreReport report = test.Restore(point);
+  EXPECT_FALSE(report.Equal());
+  EXPECT_TRUE(report.verified);
+  const auto reason = [&](const char* name) {
+    for (const SentRow& row : report.left) {
+      if (row.place == At(name)) return row.reason;
+    }
+    return std::string("not left");
+  };
+  EXPECT_EQ(report.left.size(), 4u);
+  EXPECT_EQ(reason("range.burnout_timer"), "[UNKNOWN FUNCTION CODE ERROR]");
+  EXPECT_EQ(reason("process.fluid").substr(0, 16), "the meter holds ");
+  EXPECT_EQ(reason("process.sensor_spacing"), "the meter works it out itself") << "from another fluid";
+  EXPECT_EQ(reason("maintenance.ao_check"),
+            "it would put the meter into its test state: never sent with others");
+  // Once the meter takes it, the same point restores the rest.
+  test.test.platform.line.faults().Clear();
+  const RestoreReport again = test.Restore(point);
+  EXPECT_EQ(again.left.size(), 1u);
+  EXPECT_EQ(RestorePoints(test.app()).size(), 2u) << "each began with a point of its own";
+}
+
+TEST(Restore, AnotherMeterIsAskedForExpressly) {
+  CompareTest test(kOnePath);
+  const CompareSide point = SideOfMeter(test.Read());
+  test.Fill(8);  // another ID number too
+  const int id_number = test.meter().holding().Word(0x0104);
+  test.Requests();
+  const RestoreReport refused = RestoreMeter(test.app(), point, {});
+  EXPECT_EQ(refused.sent.halt, SendHalt::kOtherMeter);
+  EXPECT_EQ(Writes(test.Requests()), Texts{});
+  EXPECT_FALSE(refused.Equal());
+  const RestoreReport taken = RestoreMeter(test.app(), point, {}, OtherMeter::kTake);
+  EXPECT_EQ(taken.sent.halt, SendHalt::kDone);
+  EXPECT_EQ(test.meter().holding().Word(0x0104), id_number);
+  for (const SentRow& row : taken.left) EXPECT_EQ(SendRuleOf(*row.place.row) == SendRule::kOrdinary, false);
+}
+
+TEST(Restore, AnswersThatAreLostOnTheWayCallNothingStored) {
+  const WriteSoakResult result = SoakWrites({.writes = 1500, .fault_share = 0.03, .seed = 5});
+  EXPECT_EQ(result.wrongly_stored, 0);
+  EXPECT_EQ(result.unexplained, 0);
+  EXPECT_GT(result.refused, 0);
+  EXPECT_GT(result.not_proven, 10);
+  EXPECT_GT(result.stored, 1200);
+}
+
+}  // namespace
+}  // namespace vlt::test
