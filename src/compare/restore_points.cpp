@@ -40,13 +40,20 @@ std::string IdPart(const std::string& id_number) {
 
 std::string TwoDigits(int number) { return (number < 10 ? "0" : "") + std::to_string(number); }
 
+std::string InFolder(App& app, const std::string& name) {
+  std::string path = Folder(app);
+  path += app.platform.process.Separator();
+  return path.append(name);
+}
+
 // A path in the folder that nothing has yet.
-std::string FreePath(App& app, const std::string& folder, const std::string& id) {
-  const std::string begin =
-      folder + app.platform.process.Separator() + StampText(app.platform.clock.Now()) + "_";
+std::string FreePath(App& app, const std::string& id) {
+  const std::string stamp = StampText(app.platform.clock.Now());
   std::string path;
   for (int number = 0; number < kMostInASecond; ++number) {
-    path = begin + TwoDigits(number) + "_" + id + std::string(kEnding);
+    std::string name = stamp;
+    name.append("_").append(TwoDigits(number)).append("_").append(id).append(kEnding);
+    path = InFolder(app, name);
     if (!app.platform.files.Exists(path)) break;
   }
   return path;
@@ -55,14 +62,13 @@ std::string FreePath(App& app, const std::string& folder, const std::string& id)
 }  // namespace
 
 std::vector<RestorePoint> RestorePoints(App& app) {
-  const std::string folder = Folder(app);
   std::vector<std::string> names;
-  if (app.platform.files.FilesIn(folder, names) != FileError::kGood) return {};
+  if (app.platform.files.FilesIn(Folder(app), names) != FileError::kGood) return {};
   std::erase_if(names, [](const std::string& name) { return !IsPoint(name); });
   std::sort(names.rbegin(), names.rend());
   std::vector<RestorePoint> points;
   for (const std::string& name : names) {
-    points.push_back({.path = folder + app.platform.process.Separator() + name,
+    points.push_back({.path = InFolder(app, name),
                       .date = DateOf(name),
                       .id_number = name.substr(kIdAt, name.size() - kIdAt - kEnding.size())});
   }
@@ -71,10 +77,9 @@ std::vector<RestorePoint> RestorePoints(App& app) {
 
 KeptPoint KeepRestorePoint(App& app, const Snapshot& snapshot) {
   KeptPoint kept;
-  const std::string folder = Folder(app);
-  kept.error = app.platform.files.MakeFolder(folder);
+  kept.error = app.platform.files.MakeFolder(Folder(app));
   if (kept.error != FileError::kGood) return kept;
-  const std::string path = FreePath(app, folder, IdPart(snapshot.identity.id_number));
+  const std::string path = FreePath(app, IdPart(snapshot.identity.id_number));
   kept.error = WriteSnapshotFile(app, path, snapshot);
   if (kept.error != FileError::kGood) return kept;
   kept.path = path;

@@ -8,6 +8,7 @@
 
 #include "files/file_report.h"
 #include "link/device_queries.h"
+#include "link/identification.h"
 #include "meter/details_table.h"
 #include "meter/heat_table.h"
 #include "meter/range_table.h"
@@ -51,7 +52,6 @@ auto WritingKey(const ParameterPlace& place) {
 
 // Another setting that the meter keeps of itself when it is asked by the pages.
 void AskUnitsAnew(App& app) {
-  if (!app.state.PortIsOpen) return;
   ReadUnitSystem(app);
   GetOperationMode(app);
   GetChannelConfig(app);
@@ -143,8 +143,15 @@ class Sending {
     }
   }
 
+  // The session follows what the meter has taken.
   void Finish() {
+    if (!app_.state.PortIsOpen) return;
     if (deciding_written_) AskUnitsAnew(app_);
+    if (identity_written_) ReadIdentity(app_);
+    if ((deciding_written_ || identity_written_) && app_.frame != nullptr) {
+      app_.frame->ShowMeter();
+      app_.frame->ShowFacts();
+    }
   }
 
  private:
@@ -181,6 +188,7 @@ class Sending {
     const SharedState facts = now_.facts;
     const ProvenWrite proven = WriteProven(app_, place, conversion.raw, facts);
     if (Decides(*place.row) && proven.end != WriteEnd::kNotSent) Learn(place, proven.came_back);
+    LearnIdentity(place, proven);
     SentRow row = Unsent(place, proven.reason);
     row.end = proven.end;
     if (proven.end != WriteEnd::kNotSent) {
@@ -192,6 +200,13 @@ class Sending {
     }
     row.converted = conversion.converted;
     return row;
+  }
+
+  void LearnIdentity(const ParameterPlace& place, const ProvenWrite& proven) {
+    const bool language = place.row == &SystemRow("language");
+    if ((!language && place.row != &SystemRow("id_number")) || proven.came_back.empty()) return;
+    identity_written_ = true;
+    if (language) app_.state.SystemLangFlag = CodeAt(*place.row, proven.came_back, 0);
   }
 
   // The meter goes by another unit or mode from here on; what could not be read back is not known any more.
@@ -224,6 +239,7 @@ class Sending {
   Snapshot now_;
   Snapshot held_;  // the same, with the bytes of rows whose units are not known
   bool deciding_written_ = false;
+  bool identity_written_ = false;
 };
 
 // What a comparison with a restore point sends: all that differs and may be sent.

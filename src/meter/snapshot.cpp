@@ -6,6 +6,7 @@
 
 #include "meter/details_table.h"
 #include "meter/heat_table.h"
+#include "meter/maintenance_table.h"
 #include "meter/range_table.h"
 #include "meter/read_all.h"
 #include "meter/status_table.h"
@@ -15,6 +16,7 @@
 #include "meter/value_text.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_compare.h"
+#include "state/tested_meters.h"
 
 namespace vlt {
 namespace {
@@ -148,6 +150,14 @@ std::vector<SnapshotRow> RowsOf(const MeterSettings& settings, bool stopped) {
   return rows;
 }
 
+// What holds outputs or simulates the input counts while it is not 0.
+bool IsInTest(const Snapshot& snapshot) {
+  const RowList rows(snapshot.rows);
+  return rows.Code(MaintenanceRow("test_mode"), 0, 0) != 0 ||
+         std::any_of(std::begin(kOutputChecks), std::end(kOutputChecks),
+                     [&](const Parameter* row) { return rows.Code(*row, 0, 0) != 0; });
+}
+
 }  // namespace
 
 const SnapshotRow* Snapshot::Find(const ParameterPlace& place) const { return RowList(rows).Find(place); }
@@ -165,6 +175,7 @@ SnapshotResult ReadSnapshot(App& app, const WorkListener& listener) {
   const MeterSettings& settings = reader.Settings();
   result.snapshot = CompleteSnapshot(settings.facts, RowsOf(settings, result.stopped),
                                      DateTimeText(app.platform.clock.Now()));
+  if (IsInTest(result.snapshot)) MeterIsInTest(app);
   return result;
 }
 

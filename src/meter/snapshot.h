@@ -56,8 +56,9 @@ struct WorkListener {
   std::function<bool()> stop = [] { return false; };
 };
 
-// Reads a snapshot from the meter of the settings, each block once. The port must be open and the interface
-// locked. A block without an answer leaves its rows unread with the reason, and so does a stop.
+// Reads a snapshot from the meter of the settings, each block once. A meter that is found in its test state
+// is noted (state/tested_meters.h). The port must be open and the interface locked. A block without an answer
+// leaves its rows unread with the reason, and so does a stop.
 struct SnapshotResult {
   Snapshot snapshot;
   bool stopped = false;

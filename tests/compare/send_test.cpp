@@ -267,6 +267,19 @@ TEST(Sender, WhatAnotherUnitSystemMeansIsConvertedOrLeft) {
   EXPECT_EQ(english.app().state.UnitFlag, 0) << "and the session knows";
 }
 
+TEST(Sender, TheSessionFollowsWhatTheMeterHasTaken) {
+  CompareTest test(kTwoPaths);
+  test.meter().holding().PutWord(0x0104, 42);
+  test.meter().holding().PutWord(0x0102, 2);
+  const CompareSide side = test.Meter();
+  test.meter().holding().PutWord(0x0104, 43);
+  test.meter().holding().PutWord(0x0102, 0);
+  test.app().state.MeterIdNo = "0043";
+  EXPECT_TRUE(test.Send(side, {At("system.id_number"), At("system.language")}).AllStored());
+  EXPECT_EQ(test.app().state.MeterIdNo, "0042");
+  EXPECT_EQ(test.app().state.SystemLangFlag, 2);
+}
+
 TEST(Sender, AnotherMeterThanExpectedIsLeftAlone) {
   CompareTest test(kOnePath);
   const CompareSide side = test.Meter();

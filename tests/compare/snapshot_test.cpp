@@ -6,7 +6,7 @@
 
 #include "compare_fixture.h"
 #include "meter/value_text.h"
-#include "resources/string_table.h"
+#include "state/tested_meters.h"
 
 namespace vlt::test {
 namespace {
@@ -165,6 +165,18 @@ TEST(Snapshot, AValueWhoseUnitIsNotKnownIsNotKnown) {
     const int index = FindParameter(c.known)->location == Location::kMeter ? 0 : 1;
     EXPECT_TRUE(snapshot.Find(At(c.known, index))->Known()) << c.known;
   }
+}
+
+TEST(Snapshot, FindsAMeterInItsTestState) {
+  CompareTest test(kOnePath);
+  for (const std::uint32_t check : {0x0154u, 0x0156u, 0x0158u, 0x015Cu, 0x0176u}) {
+    test.meter().holding().PutWord(check, 0);
+  }
+  test.Read();
+  EXPECT_FALSE(IsAnyMeterInTest(test.app()));
+  test.meter().holding().PutWord(0x0156, 100);
+  test.Read();
+  EXPECT_TRUE(IsAnyMeterInTest(test.app()));
 }
 
 TEST(Snapshot, TellsHowFarItIsAndCanBeStopped) {
