@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "compare/comparison_export.h"
 #include "compare/restore_points.h"
 #include "compare/row_list.h"
 #include "compare/sender.h"
@@ -128,6 +129,7 @@ class frmCompare : public Form {
   void ShowStep(int doing, int number, int count, const std::string& what);
   void Ended(const SentRow& sent);
   void ShowMeterSide(const Snapshot& meter);
+  void FocusWhatIsNext(int side);
   bool HasTarget();
   bool MayRestore();
   void cmdSend_Click();
@@ -147,6 +149,7 @@ class frmCompare : public Form {
   void cmdSaveCsv_Click();
   void cmdSavePdf_Click();
   void cmdPrint_Click();
+  RowRemark Remarks() const;
   std::vector<Sheet> Sheets() const;
   bool HasComparison();
   bool HasPrinter();

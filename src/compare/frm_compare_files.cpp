@@ -62,9 +62,14 @@ void frmCompare::WriteTo(const std::string& path, const std::string& content) {
   Tell(FormatText(app_.Text(text::kFileSaved), {LastComponent(path)}));
 }
 
+// As the list has them, with how a row's sending ended.
+RowRemark frmCompare::Remarks() const {
+  return [this](const ComparisonRow& row) { return list_->Remark(list_->RowOf(row.place)); };
+}
+
 void frmCompare::cmdSaveCsv_Click() {
   if (!HasComparison()) return;
-  const std::string csv = ComparisonCsv(list_->Compared(), DateTimeText(app_.platform.clock.Now()));
+  const std::string csv = ComparisonCsv(list_->Compared(), DateTimeText(app_.platform.clock.Now()), Remarks());
   const auto path = AskCsvFile(app_, {.kind = text::kCompareTitle,
                                       .all_files = false,
                                       .name = kReportName,
@@ -83,7 +88,8 @@ std::vector<Sheet> frmCompare::Sheets() const {
   return ComparisonSheets(list_->Compared(),
                           {.stamp = DateTimeText(app_.platform.clock.Now()),
                            .program = std::string(kProductTitle) + "  " + app_.state.ModelCode,
-                           .shown = shown});
+                           .shown = shown,
+                           .remark = Remarks()});
 }
 
 void frmCompare::cmdSavePdf_Click() {

@@ -151,6 +151,13 @@ void frmCompare::TakeMeter(int side) {
   if (!meter) return;
   Put(side, SideOfMeter(*meter));
   operation.End(stbCompare.Panel(1));
+  FocusWhatIsNext(side);
+}
+
+// The button that began it could not keep the focus while it was locked.
+void frmCompare::FocusWhatIsNext(int side) {
+  if (list_) return SetFocus(grdRows);
+  SetFocus(cmdSide(side == kLeft ? kRight : kLeft));
 }
 
 // The meter as it was just read stands on the side that shows it; else on one that shows nothing.
@@ -245,6 +252,7 @@ void frmCompare::AskAndSend(const std::string& question, const std::string& comm
   operation.End(end);
   Tell(end);
   if (list_->AnyResult()) SetFilter(RowFilter::kSent);
+  SetFocus(grdRows);
   if (!halt_.empty()) app_.Show(std::exchange(halt_, {}), MessageIcon::kStop);
 }
 

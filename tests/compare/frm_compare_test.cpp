@@ -238,7 +238,7 @@ TEST(CompareWindow, SendsTickedRowsBehindARestorePointAndProvesEach) {
   EXPECT_EQ(test.meter().holding().Word(kFluid), 3);
   EXPECT_EQ(test.Told(), "Stored 1, refused 1, not proven 1, not sent 0. Restore point: " +
                              RestorePoints(test.app()).front().path +
-                             ". Press Save in meter to keep it over a power failure");
+                             ". Press Save in meter to make it permanent");
   EXPECT_EQ(test.test.StatusText(), test.Told());
   EXPECT_TRUE(window.optFilter(5).Value()) << "what was sent is listed";
   EXPECT_EQ(window.optFilter(5).Caption(), "Sent (3)");
@@ -249,6 +249,10 @@ TEST(CompareWindow, SendsTickedRowsBehindARestorePointAndProvesEach) {
   EXPECT_EQ(window.grdRows.Cell(test.LineOf("KIND OF FLUID"), 5), "equal") << "the meter was read again";
   EXPECT_FALSE(test.app().state.UiLocked);
   EXPECT_FALSE(window.cmdStop.Enabled());
+  test.dialogs().SaveFile("/home/operator/sent.csv");
+  window.cmdSaveCsv.Press();
+  const std::string& csv = test.Files()["/home/operator/sent.csv"];
+  EXPECT_NE(csv.find(",equal," + test.ResultOf("KIND OF FLUID") + "\r\n"), std::string::npos) << csv;
   // The same again, now that the meter takes it.
   test.test.platform.line.faults().Clear();
   test.Answer();
