@@ -103,7 +103,9 @@ std::string PartText(const Place& place) {
 }
 
 // Of a row that has a box; a title whose rows are ticked in part counts as such.
-std::string TickText(RowTick tick) { return tick == RowTick::kSome ? "partly" : Ticked(tick == RowTick::kOn); }
+std::string TickText(RowTick tick) {
+  return tick == RowTick::kSome ? "partly" : Ticked(tick == RowTick::kOn);
+}
 
 std::vector<std::string> GridRow(const Place& place, const Grid& grid, int row) {
   std::vector<std::string> fields{Place{place.form, place.control, {row}}.Name()};

@@ -138,16 +138,14 @@ void frmCompare::FillLists() {
     items.push_back(app_.Text(text::kSideEntries + entry));
   }
   for (const RestorePoint& point : points_) {
-    items.push_back(
-        FormatText(app_.Text(text::kPointEntry), {point.date, FactOr(point.id_number, kNoFact)}));
+    items.push_back(FormatText(app_.Text(text::kPointEntry), {point.date, FactOr(point.id_number, kNoFact)}));
   }
   for (const int side : {kLeft, kRight}) {
     if (!paths[side].empty()) {
       const auto same = [&](const RestorePoint& point) { return point.path == paths[side]; };
       const auto found = std::find_if(points_.begin(), points_.end(), same);
-      sides_[side].entry = found == points_.end()
-                               ? static_cast<int>(kSnapshotFile)
-                               : kFirstPoint + static_cast<int>(found - points_.begin());
+      sides_[side].entry = found == points_.end() ? static_cast<int>(kSnapshotFile)
+                                                  : kFirstPoint + static_cast<int>(found - points_.begin());
     }
     if (cmbSide(side).Items() != items) cmbSide(side).SetItems(items);
     cmbSide(side).SetListIndex(sides_[side].entry);
@@ -199,8 +197,8 @@ void frmCompare::ShowIdentity(int side) {
       FormatText(app_.Text(text::kIdentity), {FactOr(who.id_number, none), FactOr(who.specification, none),
                                               FactOr(who.type, none), FactOr(who.version, none)}) +
       "\n" +
-      FormatText(app_.Text(text::kIdentityModes), {FactOr(who.unit_system, none),
-                                                   FactOr(who.path_mode, none), FactOr(who.date, none)}));
+      FormatText(app_.Text(text::kIdentityModes),
+                 {FactOr(who.unit_system, none), FactOr(who.path_mode, none), FactOr(who.date, none)}));
 }
 
 // --- taking in ---------------------------------------------------------------------------------------------

@@ -56,8 +56,8 @@ class frmCompare : public Form {
   Label lblCounts{*this, "lblCounts"};
   Label lblChosen{*this, "lblChosen"};
   Grid grdRows;
-  StatusBar stbRow{*this, "stbRow", 1};     // the chosen row: name, register, bytes
-  StatusBar stbNote{*this, "stbNote", 1};   // what is told of it
+  StatusBar stbRow{*this, "stbRow", 1};    // the chosen row: name, register, bytes
+  StatusBar stbNote{*this, "stbNote", 1};  // what is told of it
 
   PushButton cmdTickDifferent{*this, "cmdTickDifferent"};
   PushButton cmdTickNone{*this, "cmdTickNone"};
@@ -135,8 +135,7 @@ class frmCompare : public Form {
   void cmdSend_Click();
   void cmdRestore_Click();
   // `send` does the work and gives the text of its end.
-  void AskAndSend(const std::string& question, const std::string& command,
-                  std::string (frmCompare::*send)());
+  void AskAndSend(const std::string& question, const std::string& command, std::string (frmCompare::*send)());
   std::string SendChosen();
   std::string RestoreLeft();
   void LookAgain(const SendReport& report);

@@ -69,11 +69,11 @@ RowRemark frmCompare::Remarks() const {
 
 void frmCompare::cmdSaveCsv_Click() {
   if (!HasComparison()) return;
-  const std::string csv = ComparisonCsv(list_->Compared(), DateTimeText(app_.platform.clock.Now()), Remarks());
-  const auto path = AskCsvFile(app_, {.kind = text::kCompareTitle,
-                                      .all_files = false,
-                                      .name = kReportName,
-                                      .ask_before_overwrite = true});
+  const std::string csv =
+      ComparisonCsv(list_->Compared(), DateTimeText(app_.platform.clock.Now()), Remarks());
+  const auto path = AskCsvFile(
+      app_,
+      {.kind = text::kCompareTitle, .all_files = false, .name = kReportName, .ask_before_overwrite = true});
   if (path) WriteTo(*path, csv);
 }
 

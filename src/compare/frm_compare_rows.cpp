@@ -68,12 +68,10 @@ void frmCompare::CompareSides(bool same) {
 void frmCompare::AddRemarks(int side, std::vector<Line>& lines) {
   const CompareSide& held = *sides_[side].held;
   if (held.remarks.empty()) return;
-  const auto add = [&](Line::Kind kind, const std::string& words) {
-    lines.push_back({kind, {}, words});
-  };
+  const auto add = [&](Line::Kind kind, const std::string& words) { lines.push_back({kind, {}, words}); };
   const int name = side == kLeft ? text::kLeftSide : text::kRightSide;
-  add(Line::Kind::kTitle, FormatText(app_.Text(text::kRemarksOf),
-                                     {app_.Text(name), std::to_string(held.remarks.size())}));
+  add(Line::Kind::kTitle,
+      FormatText(app_.Text(text::kRemarksOf), {app_.Text(name), std::to_string(held.remarks.size())}));
   for (const std::string& remark : held.remarks) add(Line::Kind::kRemark, remark);
 }
 
@@ -86,9 +84,9 @@ void frmCompare::ShowRows() {
       if (filter == RowFilter::kAll || filter == RowFilter::kUnread) AddRemarks(side, lines_);
     }
     for (RowGroup& group : list_->Groups(filter)) {
-      const std::string title = FormatText(
-          app_.Text(text::kGroupLine),
-          {group.title, std::to_string(group.rows.size()), std::to_string(group.different)});
+      const std::string title =
+          FormatText(app_.Text(text::kGroupLine),
+                     {group.title, std::to_string(group.rows.size()), std::to_string(group.different)});
       lines_.push_back({Line::Kind::kTitle, group.rows, title});
       for (const std::size_t row : group.rows) lines_.push_back({Line::Kind::kRow, {row}, {}});
     }
@@ -128,8 +126,12 @@ void frmCompare::ShowLine(int at) {
   if (line.kind == Line::Kind::kRow) {
     const ComparisonRow& row = list_->Compared().Rows()[line.rows.front()];
     const int lang_offset = app_.state.LangOffset;
-    cells = {RowTitle(*row.place.row, lang_offset), ValueOf(row.left),  row.left.unit,
-             ValueOf(row.right),                    row.right.unit,     RowStateText(row.state, lang_offset),
+    cells = {RowTitle(*row.place.row, lang_offset),
+             ValueOf(row.left),
+             row.left.unit,
+             ValueOf(row.right),
+             row.right.unit,
+             RowStateText(row.state, lang_offset),
              list_->Remark(line.rows.front())};
     style = row.state == RowState::kDifferent ? RowStyle::kStrong : RowStyle::kPlain;
   } else {

@@ -31,9 +31,7 @@ std::size_t UnknownIn(const Snapshot& snapshot) {
                                                 [](const SnapshotRow& row) { return !row.Known(); }));
 }
 
-bool AnythingSent(const SendReport& report) {
-  return report.Count(WriteEnd::kNotSent) < report.rows.size();
-}
+bool AnythingSent(const SendReport& report) { return report.Count(WriteEnd::kNotSent) < report.rows.size(); }
 
 // The meter as it was read before, with what is known to be stored; the other rows that were sent are not
 // known.
@@ -205,9 +203,8 @@ void frmCompare::cmdSend_Click() {
   if (IsLineTaken() || !HasTarget()) return;
   const std::size_t count = list_->Chosen().size();
   if (count == 0) return app_.Show(app_.Text(text::kNoRowTicked), MessageIcon::kInformation);
-  const std::string question =
-      FormatText(app_.Text(text::kSendQuestion),
-                 {std::to_string(count), list_->Compared().Right().identity.id_number});
+  const std::string question = FormatText(
+      app_.Text(text::kSendQuestion), {std::to_string(count), list_->Compared().Right().identity.id_number});
   AskAndSend(question, cmdSend.Name(), &frmCompare::SendChosen);
 }
 
@@ -220,18 +217,17 @@ bool frmCompare::MayRestore() {
     return false;
   }
   if (SameMeter(left.identity, right.identity)) return true;
-  app_.Show(
-      FormatText(app_.Text(text::kRestoreOther), {left.identity.id_number, right.identity.id_number}),
-      MessageIcon::kStop);
+  app_.Show(FormatText(app_.Text(text::kRestoreOther), {left.identity.id_number, right.identity.id_number}),
+            MessageIcon::kStop);
   return false;
 }
 
 void frmCompare::cmdRestore_Click() {
   if (!MayRestore()) return;
-  const std::string question =
-      FormatText(app_.Text(text::kRestoreQuestion),
-                 {list_->Compared().Right().identity.id_number,
-                  LastComponent(list_->Compared().Left().name) + ", " + list_->Compared().Left().identity.date});
+  const std::string question = FormatText(
+      app_.Text(text::kRestoreQuestion),
+      {list_->Compared().Right().identity.id_number,
+       LastComponent(list_->Compared().Left().name) + ", " + list_->Compared().Left().identity.date});
   AskAndSend(question, cmdRestore.Name(), &frmCompare::RestoreLeft);
 }
 
@@ -306,9 +302,8 @@ std::string frmCompare::EndText(const SendReport& report, const std::string& out
   add(report.reason);
   if (report.halt == SendHalt::kDone || AnythingSent(report)) {
     const auto count = [&](WriteEnd end) { return std::to_string(report.Count(end)); };
-    add(FormatText(app_.Text(text::kSendCounts),
-                                 {count(WriteEnd::kStored), count(WriteEnd::kRefused),
-                                  count(WriteEnd::kNotProven), count(WriteEnd::kNotSent)}));
+    add(FormatText(app_.Text(text::kSendCounts), {count(WriteEnd::kStored), count(WriteEnd::kRefused),
+                                                  count(WriteEnd::kNotProven), count(WriteEnd::kNotSent)}));
   }
   if (!report.restore_point.empty()) {
     add(FormatText(app_.Text(text::kPointTold), {report.restore_point}));

@@ -56,9 +56,7 @@ void RowList::Renew(Comparison comparison) {
   });
 }
 
-std::string RowList::Word(int id) const {
-  return LookupText(id + comparison_.Left().facts.LangOffset);
-}
+std::string RowList::Word(int id) const { return LookupText(id + comparison_.Left().facts.LangOffset); }
 
 void RowList::MakeOffers() {
   offers_.clear();
@@ -81,8 +79,8 @@ RowList::Offer RowList::OfferOf(const ComparisonRow& row) const {
       ConvertFor(row.left, comparison_.Left().facts, meter.facts, OutputChannel(meter, row.place));
   offer.note = conversion.reason;
   if (!conversion.raw.empty() && conversion.converted) {
-    offer.note = FormatText(Word(text::kConvertedValue),
-                            {ValueText(*row.place.row, meter.facts, conversion.raw)});
+    offer.note =
+        FormatText(Word(text::kConvertedValue), {ValueText(*row.place.row, meter.facts, conversion.raw)});
   }
   const bool same = SameMeter(comparison_.Left().identity, meter.identity);
   if (offer.can && rule == SendRule::kByHand && !same) Add(offer.note, Word(text::kChosenByHand));
@@ -129,9 +127,9 @@ void RowList::TickDifferent() {
 }
 
 std::size_t RowList::Hidden(RowFilter filter) const {
-  return static_cast<std::size_t>(std::count_if(
-      ticked_.begin(), ticked_.end(),
-      [&](const ParameterPlace& place) { return !IsListed(RowOf(place), filter); }));
+  return static_cast<std::size_t>(
+      std::count_if(ticked_.begin(), ticked_.end(),
+                    [&](const ParameterPlace& place) { return !IsListed(RowOf(place), filter); }));
 }
 
 void RowList::SetResult(const SentRow& sent) {

@@ -23,7 +23,7 @@ inline constexpr int kTakeFields = 1833;
 inline constexpr int kMeterNotTaken = 1834;
 inline constexpr int kFileNotTaken = 1835;
 inline constexpr int kFieldsNotTaken = 1836;
-inline constexpr int kIdentity = 1838;  // %1 ID number, %2 specification, %3 type, %4 version
+inline constexpr int kIdentity = 1838;       // %1 ID number, %2 specification, %3 type, %4 version
 inline constexpr int kIdentityModes = 1839;  // %1 unit system, %2 path mode, %3 date
 inline constexpr int kSwapSides = 1840;
 
@@ -59,8 +59,8 @@ inline constexpr int kNoRowTicked = 1864;
 inline constexpr int kRestoreSource = 1865;
 inline constexpr int kRestoreOther = 1866;  // %1 the meter of the source, %2 the meter
 
-// While it works and afterwards. kProgress: %1 one of the two above it, %2 at what, %3 the step, %4 of how many.
-// kSendCounts: %1 stored, %2 refused, %3 not proven, %4 not sent. kPointTold: %1 the file.
+// While it works and afterwards. kProgress: %1 one of the two above it, %2 at what, %3 the step, %4 of how
+// many. kSendCounts: %1 stored, %2 refused, %3 not proven, %4 not sent. kPointTold: %1 the file.
 inline constexpr int kReadingSide = 1867;
 inline constexpr int kSendingRows = 1868;
 inline constexpr int kProgress = 1869;
@@ -73,8 +73,8 @@ inline constexpr int kRestoredUnproven = 1875;
 inline constexpr int kNotReadSince = 1876;
 inline constexpr int kStaysWhileBusy = 1877;
 
-// Reading and files. kSideTaken: %1 the side, %2 how many rows; kSideUnread: %3 how many of them are not known.
-// kNoSuchFile: %1 the file's name.
+// Reading and files. kSideTaken: %1 the side, %2 how many rows; kSideUnread: %3 how many of them are not
+// known. kNoSuchFile: %1 the file's name.
 inline constexpr int kSideTaken = 1878;
 inline constexpr int kSideUnread = 1879;
 inline constexpr int kReadingEnded = 1880;

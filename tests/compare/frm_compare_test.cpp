@@ -130,8 +130,9 @@ TEST(CompareWindow, ComparesASnapshotWithTheMeterAndShowsWhatDiffers) {
   EXPECT_EQ(window.grdRows.Cell(fluid, 5), "different");
   EXPECT_NE(window.grdRows.Cell(fluid, 1), window.grdRows.Cell(fluid, 3));
   EXPECT_TRUE(window.grdRows.Choose(fluid));
-  EXPECT_EQ(window.stbRow.Panel(1),
-            "PROCESS SETTING CH1 KIND OF FLUID   process.fluid   Register 00E6H   Left: 00 03   Right: 00 05");
+  EXPECT_EQ(
+      window.stbRow.Panel(1),
+      "PROCESS SETTING CH1 KIND OF FLUID   process.fluid   Register 00E6H   Left: 00 03   Right: 00 05");
   // Another choice empties the side and with it the list: nothing of the side before stays on the screen.
   test.Choose(frmCompare::kLeft, kFieldsEntry);
   EXPECT_EQ(window.grdRows.Rows(), 1);
@@ -233,7 +234,8 @@ TEST(CompareWindow, SendsTickedRowsBehindARestorePointAndProvesEach) {
   test.test.platform.Arm("exception=4@001C/10*ever");
   test.Answer();
   window.cmdSend.Press();
-  EXPECT_EQ(test.Said().front().substr(0, 66), "Ticked rows: 3. They will be sent to the meter with ID No. 0042.\nB");
+  EXPECT_EQ(test.Said().front().substr(0, 66),
+            "Ticked rows: 3. They will be sent to the meter with ID No. 0042.\nB");
   EXPECT_EQ(test.Points(), 1u);
   EXPECT_EQ(test.meter().holding().Word(kFluid), 3);
   EXPECT_EQ(test.Told(), "Stored 1, refused 1, not proven 1, not sent 0. Restore point: " +
@@ -272,7 +274,8 @@ TEST(CompareWindow, SendsNothingWithoutARestorePointOrToAnotherMeter) {
     std::function<void(CompareWindowTest&)> spoil;
     const char* says;
   } kCases[] = {
-      {"no restore point", [](CompareWindowTest& test) { test.test.platform.files.FailChange(1, FileError::kFull); },
+      {"no restore point",
+       [](CompareWindowTest& test) { test.test.platform.files.FailChange(1, FileError::kFull); },
        "the restore point could not be written, so nothing was sent: the disk is full"},
       {"another meter", [](CompareWindowTest& test) { test.meter().holding().PutWord(0x0104, 43); },
        "the meter on the line is 0043"},
@@ -322,13 +325,15 @@ TEST(CompareWindow, StopEndsAReadingAndASending) {
   test.Answer();
   window.cmdSend.Press();
   ASSERT_NE(test.app().windows.Find("frmCompare"), nullptr);
-  EXPECT_TRUE(test.Told().starts_with("the sending was stopped. Stored 2, refused 0, not proven 0, not sent 1. "))
+  EXPECT_TRUE(
+      test.Told().starts_with("the sending was stopped. Stored 2, refused 0, not proven 0, not sent 1. "))
       << test.Told();
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 1") << "no tick is taken away meanwhile";
   EXPECT_EQ(window.optFilter(5).Caption(), "Sent (3)");
   int stored = 0;
   for (int at = 1; at < window.grdRows.Rows(); ++at) {
-    stored += window.grdRows.Cell(at, 5) == "equal" && window.grdRows.Cell(at, 6).starts_with("stored") ? 1 : 0;
+    stored +=
+        window.grdRows.Cell(at, 5) == "equal" && window.grdRows.Cell(at, 6).starts_with("stored") ? 1 : 0;
   }
   EXPECT_EQ(stored, 2) << "what was proven is known without another reading";
   EXPECT_EQ(test.Said().size(), 1u) << "a stop needs no box";
@@ -423,7 +428,8 @@ TEST(CompareWindow, ARestoreThatLeavesSomethingTellsEachRow) {
   test.test.platform.Arm("ignore-write@00E6*ever");
   test.Answer();
   window.cmdRestore.Press();
-  EXPECT_TRUE(test.Told().starts_with("Rows that are not as on the left side: 2. Stored 2, refused 0, not proven 1"))
+  EXPECT_TRUE(
+      test.Told().starts_with("Rows that are not as on the left side: 2. Stored 2, refused 0, not proven 1"))
       << test.Told();
   EXPECT_EQ(test.ResultOf("KIND OF FLUID").substr(0, 12), "not proven (");
 }
