@@ -39,6 +39,8 @@ Tour::Tour(const Setting& setting)
 }
 
 void Tour::WriteSettings() const {
+  // What the program keeps for its user lies beside its settings.
+  qputenv("XDG_DATA_HOME", folder_.path().toUtf8());
   QString settings(kOwnSettings);
   QFile given(QDir(setting_.folder).filePath("VLT.ini"));
   if (!setting_.folder.isEmpty()) {

@@ -84,6 +84,7 @@ std::span<const Step> StationSteps();
 // The line's window while stations are polled.
 std::span<const Step> LineSteps();
 std::span<const Step> CalcSteps();
+std::span<const Step> CompareSteps();
 std::span<const Step> TransitSteps();
 // Event-driven timing.
 std::span<const Step> TimingSteps();

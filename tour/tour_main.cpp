@@ -42,6 +42,7 @@ const std::vector<Walk>& Walks() {
        "M627",
        {StartSteps(), ProcessSteps(), PageSteps(), SystemSteps(), DetailSteps(), LeaveSteps()}},
       {"live", "M627", {SplashSteps(), MeasureSteps(), TransitSteps(), PipeSteps(), CalcSteps(), EndSteps()}},
+      {"compare", "M627", {SplashSteps(), CompareSteps(), LeaveSteps()}},
       {"origin", "M627", {SplashSteps(), OriginSteps(), LeaveSteps()}},
       {"timing", "M627", {SplashSteps(), TimingSteps(), LeaveSteps()}},
       {"firmware", "M627", {FirmwareSteps()}},

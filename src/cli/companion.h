@@ -126,6 +126,7 @@ class Companion {
   After WordStart(const Arguments& arguments);
   After WordOpen(const Arguments& arguments);
   After WordClose(const Arguments& arguments);
+  After PutTick(const Arguments& arguments, bool on);
   After WordTick(const Arguments& arguments);
   After WordUntick(const Arguments& arguments);
   After WordChoose(const Arguments& arguments);

@@ -22,12 +22,13 @@ constexpr int kLookEveryMs = 20;
 // Windows that a menu of the main window opens.
 struct MenuWindow {
   const char* window;
-  MenuItem MDIForm1::*item;
+  const char* item;
 };
-constexpr MenuWindow kMenuWindows[] = {{"FrmCSet", &MDIForm1::ComPort},
-                                       {"frmCalc", &MDIForm1::calcSensorSpacing},
-                                       {"frmAbout", &MDIForm1::versionInfo},
-                                       {"frmLine", &MDIForm1::mnuLine}};
+constexpr MenuWindow kMenuWindows[] = {{"FrmCSet", "ComPort"},
+                                       {"frmCalc", "calcSensorSpacing"},
+                                       {"frmAbout", "versionInfo"},
+                                       {"frmLine", "mnuLine"},
+                                       {"frmCompare", "mnuCompare"}};
 
 // A whole number without a sign that is not quoted.
 std::optional<int> NumberOf(const Argument& argument) {
@@ -50,7 +51,7 @@ Control* OpenerOf(MDIForm1& frame, const std::string& window) {
     if (row.page == window) return &(frame.*row.button);
   }
   for (const MenuWindow& row : kMenuWindows) {
-    if (row.window == window) return &(frame.*row.item);
+    if (row.window == window) return frame.Find(row.item);
   }
   return nullptr;
 }
@@ -108,7 +109,7 @@ std::span<const Companion::Word> Companion::Words() {
        &Companion::WordOpen},
       {"close", "[WINDOW]", 0, 1, "end the program by its End button, or close a window by its frame",
        &Companion::WordClose},
-      {"tick", "NAME", 1, 1, "tick a check box", &Companion::WordTick},
+      {"tick", "NAME", 1, 1, "tick a check box, or a row of a grid: tick Grid[3]", &Companion::WordTick},
       {"untick", "NAME", 1, 1, "take the tick away", &Companion::WordUntick},
       {"choose", "NAME [ENTRY]", 1, 2,
        "choose an option button, a list's entry by index or text, or a grid's row from 1 on",
@@ -267,19 +268,22 @@ Companion::After Companion::WordClose(const Arguments& arguments) {
   return After::kNext;
 }
 
-Companion::After Companion::WordTick(const Arguments& arguments) {
+Companion::After Companion::PutTick(const Arguments& arguments, bool on) {
   const Place place = Find(arguments[0]);
-  auto& box = Take<CheckBox>(place, "tick");
-  Gesture(place, [&] { return box.Tick(); });
+  if (place.control->Kind() == ControlKind::kGrid && place.part.size() == 1) {
+    auto& grid = static_cast<Grid&>(*place.control);
+    const int row = place.part.front();
+    Gesture(place, [&] { return on ? grid.Tick(row) : grid.Untick(row); });
+  } else {
+    auto& box = Take<CheckBox>(place, on ? "tick" : "untick");
+    Gesture(place, [&] { return on ? box.Tick() : box.Untick(); });
+  }
   return After::kNext;
 }
 
-Companion::After Companion::WordUntick(const Arguments& arguments) {
-  const Place place = Find(arguments[0]);
-  auto& box = Take<CheckBox>(place, "untick");
-  Gesture(place, [&] { return box.Untick(); });
-  return After::kNext;
-}
+Companion::After Companion::WordTick(const Arguments& arguments) { return PutTick(arguments, true); }
+
+Companion::After Companion::WordUntick(const Arguments& arguments) { return PutTick(arguments, false); }
 
 bool Companion::ChooseEntry(const Place& place, ComboBox& list, const Argument& entry) {
   const auto index = NumberOf(entry);

@@ -109,11 +109,17 @@ void AddNotes(const Control& control, std::vector<std::string>& fields) {
   if (known) fields.insert(fields.end(), {OriginOf(control), control.OriginText()});
 }
 
+// Of a row that has a box; a title whose rows are ticked in part counts as such.
+std::string TickText(RowTick tick) {
+  return tick == RowTick::kSome ? "partly" : Ticked(tick == RowTick::kOn);
+}
+
 std::vector<std::string> GridRow(const Place& place, const Grid& grid, int row) {
   std::vector<std::string> fields{Place{place.form, place.control, {row}}.Name()};
   for (int column = 0; column < grid.Columns(); ++column) {
     fields.push_back(grid.ColumnWidth(column) > 0 ? grid.Cell(row, column) : std::string());
   }
+  if (grid.Ticked(row) != RowTick::kNoBox) fields.push_back(TickText(grid.Ticked(row)));
   return fields;
 }
 

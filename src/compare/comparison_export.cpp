@@ -29,6 +29,10 @@ std::string IdentityOf(const CompareSide& side, int lang_offset) {
       {who.id_number, who.specification, who.type, who.version, who.unit_system, who.path_mode, who.date});
 }
 
+std::string RemarkOf(const ComparisonRow& row, const RowRemark& remark) {
+  return remark ? remark(row) : row.note;
+}
+
 // --- CSV
 // ---------------------------------------------------------------------------------------------------------
 
@@ -190,7 +194,8 @@ class SheetWriter {
   }
 
   void Row(const ComparisonRow& row) {
-    const std::string note = row.note.empty() ? "" : ": " + row.note;
+    const std::string remark = RemarkOf(row, parts_.remark);
+    const std::string note = remark.empty() ? "" : ": " + remark;
     const std::array<std::string, 4> texts = {RowTitle(*row.place.row, lang_offset_), Value(row.left),
                                               Value(row.right), RowStateText(row.state, lang_offset_) + note};
     std::array<std::vector<std::string>, 4> cells;
@@ -228,7 +233,7 @@ class SheetWriter {
 
 }  // namespace
 
-std::string ComparisonCsv(const Comparison& comparison, const std::string& stamp) {
+std::string ComparisonCsv(const Comparison& comparison, const std::string& stamp, const RowRemark& tell) {
   const int lang_offset = LanguageOf(comparison);
   const auto word = [&](int id) { return std::string(LookupText(id + lang_offset)); };
   std::string csv(kByteOrderMark);
@@ -245,7 +250,7 @@ std::string ComparisonCsv(const Comparison& comparison, const std::string& stamp
   for (const ComparisonRow& row : comparison.Rows()) {
     csv += Line({GroupTitle(GroupOf(*row.place.row), lang_offset), PlaceName(*row.place.row, row.place.index),
                  RowTitle(*row.place.row, lang_offset), row.left.text, row.left.unit, row.right.text,
-                 row.right.unit, RowStateText(row.state, lang_offset), row.note});
+                 row.right.unit, RowStateText(row.state, lang_offset), RemarkOf(row, tell)});
   }
   return csv;
 }

@@ -22,6 +22,8 @@ namespace {
 constexpr QSize kFrameSize(1280, 800);
 constexpr QSize kSmallestFrame(900, 560);
 constexpr int kSmallestDialog = 280;
+constexpr QSize kWorkshopSize(1240, 690);
+constexpr QSize kWindowTrim(24, 60);  // that the system puts around a window, with some room to spare
 constexpr int kPageMargin = 8;
 
 WindowStyle StyleOf(const Form& form, const WindowLayout* layout) {
@@ -128,8 +130,10 @@ void FormView::MakeRoot(WindowStyle style) {
       root_ = content_;
       break;
     case WindowStyle::kDialog:
+    case WindowStyle::kWorkshop:
       content_->setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                                Qt::WindowCloseButtonHint);
+      if (style == WindowStyle::kWorkshop) content_->setWindowFlag(Qt::WindowMaximizeButtonHint);
       root_ = content_;
       break;
     case WindowStyle::kSplash:
@@ -233,6 +237,11 @@ void FormView::Place(QWidget& window) {
   // What its controls hold decides how large it is.
   context_.bind.refresh.Flush();
   window.adjustSize();
+  const WindowLayout* layout = context_.layouts(form_.Name());
+  if (StyleOf(form_, layout) == WindowStyle::kWorkshop) {
+    const QSize room = QGuiApplication::primaryScreen()->availableGeometry().size() - kWindowTrim;
+    window.resize(kWorkshopSize.boundedTo(room));
+  }
   const QWidget* frame = context_.frame();
   PutInTheMiddle(window, frame);
   window.winId();

@@ -93,8 +93,9 @@ constexpr LayoutItem Backdrop(const char* picture) { return MakeItem(LayoutKind:
 enum class WindowStyle : unsigned char {
   kPage,
   kFrame,
-  kDialog,  // as large as its controls ask
-  kTool,    // a dialog that a person may make larger, and that does not stand in the way of the main window
+  kDialog,    // as large as its controls ask
+  kTool,      // a dialog that a person may make larger, and that does not stand in the way of the main window
+  kWorkshop,  // a dialog that begins as large as the screen allows
   kSplash,
 };
 

@@ -2,6 +2,7 @@
 #include "shell/start.h"
 
 #include "calc/calc.h"
+#include "compare/compare.h"
 #include "files/file_report.h"
 #include "files/settings_file.h"
 #include "files/whole_file.h"
@@ -89,6 +90,7 @@ void RegisterAllWindows(App& app) {
   RegisterLiveWindows(app);
   RegisterCalcWindows(app);
   RegisterFirmwareWindows(app);
+  RegisterCompareWindows(app);
 }
 
 bool ReadStartSettings(App& app) {

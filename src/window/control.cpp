@@ -382,7 +382,8 @@ Grid::Grid(ControlOwner& owner, std::string name, int rows, int columns)
     : Control(owner, ControlKind::kGrid, std::move(name)),
       rows_(rows),
       widths_(static_cast<std::size_t>(columns)),
-      cells_(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns)) {}
+      cells_(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns)),
+      looks_(static_cast<std::size_t>(rows)) {}
 
 std::size_t Grid::At(int row, int column) const {
   if (row < 0 || row >= rows_ || column < 0 || column >= Columns()) throw std::out_of_range("grid cell");
@@ -409,6 +410,7 @@ void Grid::SetRows(int rows) {
   rows_ = rows;
   if (selected_row_ >= rows) selected_row_ = 0;
   cells_.resize(static_cast<std::size_t>(rows) * widths_.size());
+  looks_.resize(static_cast<std::size_t>(rows));
   Changed();
 }
 
@@ -417,6 +419,7 @@ void Grid::DropRows(int count) {
   if (count <= 0) return;
   const auto first = cells_.begin() + static_cast<std::ptrdiff_t>(widths_.size());
   cells_.erase(first, first + static_cast<std::ptrdiff_t>(widths_.size()) * count);
+  looks_.erase(looks_.begin() + 1, looks_.begin() + 1 + count);
   rows_ -= count;
   dropped_rows_ += count;
   selected_row_ = std::max(selected_row_ - count, 0);
@@ -460,6 +463,28 @@ bool Grid::Choose(int row) {
   return Gesture([this, row] {
     SetSelectedRow(row);
     Call(on_choose);
+  });
+}
+
+void Grid::SetStyle(int row, RowStyle style) {
+  RowStyle& held = looks_.at(static_cast<std::size_t>(row)).style;
+  if (held == style) return;
+  held = style;
+  Changed();
+}
+
+void Grid::SetTicked(int row, RowTick tick) {
+  RowTick& held = looks_.at(static_cast<std::size_t>(row)).tick;
+  if (held == tick) return;
+  held = tick;
+  Changed();
+}
+
+bool Grid::PutTick(int row, RowTick tick) {
+  if (row < 0 || row >= rows_ || Ticked(row) == RowTick::kNoBox) return false;
+  return Gesture([this, row, tick] {
+    SetTicked(row, tick);
+    if (on_tick) on_tick(row);
   });
 }
 

@@ -348,6 +348,16 @@ class UpDown : public Control {
   std::function<void()> on_down;
 };
 
+// How a row of a grid looks.
+enum class RowStyle : unsigned char {
+  kPlain,
+  kStrong,  // in bold
+  kTitle,   // names the rows beneath it: its first cell has the whole width
+  kNote,    // a remark: its first cell has the whole width
+};
+// The box in front of a row; kSome is that of a title whose rows are not all ticked.
+enum class RowTick : unsigned char { kNoBox, kOff, kOn, kSome };
+
 // A table of texts. Row 0 may be a fixed head; a column of width 0 is hidden.
 class Grid : public Control {
  public:
@@ -376,6 +386,7 @@ class Grid : public Control {
   // Widths and sizes are in the page's logical units (fifteen to a pixel).
   void SetColumnWidth(int column, int width);
   int Width() const { return width_; }
+  // 0: as high as the room that its window has.
   int Height() const { return height_; }
   void SetSize(int width, int height);
   // A grid whose rows can be chosen marks one of them; 0 marks none. Setting it runs no handler.
@@ -385,8 +396,25 @@ class Grid : public Control {
   bool Choose(int row);
   std::function<void()> on_choose;
 
+  // New rows are plain and have no box.
+  RowStyle Style(int row) const { return Look(row).style; }
+  void SetStyle(int row, RowStyle style);
+  RowTick Ticked(int row) const { return Look(row).tick; }
+  void SetTicked(int row, RowTick tick);
+  // A person ticks a row or takes its tick away, and on_tick runs with the row; nothing on a row without a
+  // box.
+  bool Tick(int row) { return PutTick(row, RowTick::kOn); }
+  bool Untick(int row) { return PutTick(row, RowTick::kOff); }
+  std::function<void(int row)> on_tick;
+
  private:
+  struct RowLook {
+    RowStyle style = RowStyle::kPlain;
+    RowTick tick = RowTick::kNoBox;
+  };
   std::size_t At(int row, int column) const;
+  const RowLook& Look(int row) const { return looks_.at(static_cast<std::size_t>(row)); }
+  bool PutTick(int row, RowTick tick);
   int rows_;
   std::int64_t dropped_rows_ = 0;
   bool dense_ = false;
@@ -394,6 +422,7 @@ class Grid : public Control {
   int selected_row_ = 0;
   std::vector<int> widths_;
   std::vector<std::string> cells_;
+  std::vector<RowLook> looks_;
   int width_ = 0;
   int height_ = 0;
 };

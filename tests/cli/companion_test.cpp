@@ -310,6 +310,7 @@ class Gallery : public Form {
     bar.SetMax(10);
     bar.SetValue(3);
     for (int column : {0, 2}) grid.SetColumnWidth(column, 900);
+    grid.SetTicked(1, RowTick::kSome);
     for (int row : {0, 1}) {
       for (int column : {0, 1, 2}) grid.SetCell(row, column, std::to_string(row) + std::to_string(column));
     }
@@ -337,16 +338,16 @@ TEST(Companion, ShowsEveryKindOfControl) {
   Session session;
   session.app.windows.Register("Gallery", [&] { return std::make_unique<Gallery>(session.app.windows); });
   session.app.windows.Load("Gallery").Show();
-  EXPECT_EQ(session.Run("up arrows\nexpect label up\ndown arrows\nform\nexpect timer stopped\n"
+  EXPECT_EQ(session.Run("up arrows\nexpect label up\ndown arrows\ntick grid[1]\nform\nexpect timer stopped\n"
                         "show grid[1,1]\nshow chart[2]\nshow chart[3]\nexpect tabs[1] two\nselect tabs one\n"
                         "type read_only X"),
             1);
-  EXPECT_EQ(session.trouble, "11: Gallery.read_only: is read-only");
+  EXPECT_EQ(session.trouble, "12: Gallery.read_only: is read-only");
   const std::vector<std::string> told{"show\tGallery.tabs\tone\tenabled\t0",
                                       "show\tGallery.bar\t3/10\tenabled\t",
                                       "show\tGallery.grid\t\tenabled\t",
                                       "show\tGallery.grid[0]\t00\t\t02",
-                                      "show\tGallery.grid[1]\t10\t\t12",
+                                      "show\tGallery.grid[1]\t10\t\t12\tticked",
                                       "show\tGallery.chart\tm/s\tenabled\t3",
                                       "show\tGallery.picture\tlogo\tenabled\t",
                                       "show\tGallery.timer\t\tenabled\tstopped",

@@ -36,6 +36,10 @@ class Bench : public Form {
     updown.on_up = [this] { log.push_back("up"); };
     updown.on_down = [this] { log.push_back("down"); };
     choice.on_choose = [this] { log.push_back("row"); };
+    choice.on_tick = [this](int row) {
+      const bool on = choice.Ticked(row) == RowTick::kOn;
+      log.push_back("tick " + std::to_string(row) + (on ? " 1" : " 0"));
+    };
     choice.SetColumnWidth(0, 1500);
     choice.SetSize(3000, 3000);
     tail.SetColumnWidth(0, 1500);
@@ -384,6 +388,59 @@ TEST_F(BindingTest, ARowIsChosenByMouseAndKeysAndTheProgram) {
   const auto before = bench->log;
   click(0);
   EXPECT_GT(bench->log.size(), before.size()) << "the row that is marked can be chosen again";
+}
+
+TEST_F(BindingTest, RowsAreTickedByTheirBoxesAndTheSpaceBar) {
+  auto& table = Widget<QTableWidget>("choice");
+  bench->choice.SetTicked(1, RowTick::kOff);
+  bench->choice.SetTicked(2, RowTick::kSome);
+  bench->choice.SetSelectedRow(1);
+  screen.desktop.Flush();
+  EXPECT_EQ(table.item(1, 0)->checkState(), Qt::PartiallyChecked);
+  EXPECT_FALSE(table.item(2, 0)->data(Qt::CheckStateRole).isValid()) << "it has no box";
+  bench->log.clear();
+  table.setFocus();
+  QTest::keyClick(&table, Qt::Key_Space);
+  screen.desktop.Flush();
+  EXPECT_EQ(table.item(0, 0)->checkState(), Qt::Checked);
+  QStyleOptionViewItem option;
+  option.initFrom(&table);
+  option.rect = table.visualItemRect(table.item(0, 0));
+  option.features = QStyleOptionViewItem::HasCheckIndicator;
+  const QRect box = table.style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &table);
+  QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, box.center());
+  screen.desktop.Flush();
+  EXPECT_EQ(table.item(0, 0)->checkState(), Qt::Unchecked);
+  QTest::keyClick(&table, Qt::Key_Down);
+  QTest::keyClick(&table, Qt::Key_Space);
+  QTest::keyClick(&table, Qt::Key_Down);
+  QTest::keyClick(&table, Qt::Key_Space);
+  std::erase(bench->log, "row");
+  EXPECT_EQ(bench->log, (std::vector<std::string>{"tick 1 1", "tick 1 0", "tick 2 1"}));
+}
+
+TEST_F(BindingTest, RowsStandOutAndTitlesHaveTheWholeWidth) {
+  auto& table = Widget<QTableWidget>("grid");
+  for (const int column : {0, 1}) bench->grid.SetColumnWidth(column, 1500);
+  bench->grid.SetRows(4);
+  bench->grid.SetStyle(1, RowStyle::kTitle);
+  bench->grid.SetStyle(2, RowStyle::kStrong);
+  bench->grid.SetStyle(3, RowStyle::kNote);
+  screen.desktop.Flush();
+  const auto looks = [&] {
+    std::string text;
+    for (int row = 0; row < table.rowCount(); ++row) {
+      text += table.item(row, 0)->font().bold() ? 'B' : '-';
+      text += std::to_string(table.columnSpan(row, 0));
+    }
+    return text;
+  };
+  EXPECT_EQ(looks(), "B2B1-2");
+  bench->grid.SetStyle(1, RowStyle::kPlain);
+  bench->grid.SetRows(2);
+  bench->grid.SetRows(4);
+  screen.desktop.Flush();
+  EXPECT_EQ(looks(), "-1-1-1") << "what looked so before is forgotten";
 }
 
 TEST_F(BindingTest, AHandlerThatBreaksOffIsToldAndAllElseGoesOn) {

@@ -202,6 +202,25 @@ TEST_F(WindowTest, RowsCanBeChosenWhereSomebodyListens) {
   EXPECT_EQ(grid.SelectedRow(), 0) << "its row is gone";
 }
 
+TEST_F(WindowTest, RowsWithABoxAreTickedAndNewRowsHaveNone) {
+  Sheet& sheet = Load();
+  Grid grid(sheet, "grid", 4, 1);
+  grid.SetTicked(2, RowTick::kOff);
+  grid.SetTicked(3, RowTick::kSome);
+  std::vector<int> told;
+  grid.on_tick = [&](int row) { told.push_back(grid.Ticked(row) == RowTick::kOn ? row : -row); };
+  EXPECT_FALSE(grid.Tick(1) || grid.Tick(4) || grid.Untick(-1)) << "there is no box";
+  EXPECT_TRUE(grid.Tick(2) && grid.Tick(3) && grid.Untick(2));
+  EXPECT_EQ(told, (std::vector<int>{2, 3, -2}));
+  grid.SetEnabled(false);
+  EXPECT_FALSE(grid.Tick(2));
+  grid.SetStyle(3, RowStyle::kStrong);
+  grid.SetRows(2);
+  grid.SetRows(4);
+  EXPECT_EQ(grid.Ticked(3), RowTick::kNoBox);
+  EXPECT_EQ(grid.Style(3), RowStyle::kPlain);
+}
+
 TEST_F(WindowTest, HolesOfALineLieInThePlacesThatTheyLeave) {
   const ChartPoint hole;
   const struct {

@@ -5,11 +5,13 @@ namespace vlt {
 namespace {
 
 constexpr const WindowLayout* kLayouts[] = {
-    &kMDIForm1Layout,     &kSplashLayout,       &kSplashT305Layout,   &kSplashK410Layout,   &kFrmMssgLayout,
-    &kFrmAboutLayout,     &kFrmWaitLayout,      &kFrmCSetLayout,      &kFrmCalcLayout,      &kForm2Layout,
-    &kForm3Layout,        &kForm4Layout,        &kForm5Layout,        &kForm6Layout,        &kForm7Layout,
-    &kForm8Layout,        &kForm9Layout,        &kForm10Layout,       &kForm11Layout,       &kForm12Layout,
-    &kFrmLineLayout,      &kFrmMaintMainLayout, &kFrmMaintWaitLayout, &kFrmMaintCommLayout, &kFrmFoundRunsLayout,
+    &kMDIForm1Layout,     &kSplashLayout,       &kSplashT305Layout,   &kSplashK410Layout,
+    &kFrmMssgLayout,      &kFrmAboutLayout,     &kFrmWaitLayout,      &kFrmCSetLayout,
+    &kFrmCalcLayout,      &kForm2Layout,        &kForm3Layout,        &kForm4Layout,
+    &kForm5Layout,        &kForm6Layout,        &kForm7Layout,        &kForm8Layout,
+    &kForm9Layout,        &kForm10Layout,       &kForm11Layout,       &kForm12Layout,
+    &kFrmLineLayout,      &kFrmMaintMainLayout, &kFrmMaintWaitLayout, &kFrmMaintCommLayout,
+    &kFrmFoundRunsLayout, &kFrmCompareLayout,
 };
 
 }  // namespace

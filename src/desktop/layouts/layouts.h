@@ -17,6 +17,7 @@ extern const WindowLayout kFrmFoundRunsLayout;
 extern const WindowLayout kFrmCSetLayout;
 extern const WindowLayout kFrmCalcLayout;
 extern const WindowLayout kFrmLineLayout;
+extern const WindowLayout kFrmCompareLayout;
 extern const WindowLayout kForm2Layout;
 extern const WindowLayout kForm3Layout;
 extern const WindowLayout kForm4Layout;

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Grids and status bars.
-#include <QHBoxLayout>
+// Grids: tables of texts, of which a row may be chosen, ticked, or stand out.
 #include <QHeaderView>
-#include <QLabel>
-#include <QResizeEvent>
+#include <QHelpEvent>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QTableWidget>
+#include <QToolTip>
 #include <vector>
 
 #include "desktop/binding_kinds.h"
@@ -19,8 +19,15 @@ namespace {
 constexpr int kUnitsPerPixel = 15;   // of a grid's widths
 constexpr int kNarrowColumn = 1200;  // a mark or a digit, not a text
 constexpr int kRowRoom = 6;          // above and below the text of a row that can be chosen
-constexpr int kLongText = 24;        // characters that may not have room in a column
-constexpr int kPanelMargin = 6;      // between the frame of a panel and its text
+constexpr int kLeastHeight = 160;    // of a grid that takes the room that there is
+
+bool IsSpanned(RowStyle style) { return style == RowStyle::kTitle || style == RowStyle::kNote; }
+bool IsBold(RowStyle style) { return style == RowStyle::kTitle || style == RowStyle::kStrong; }
+
+Qt::CheckState CheckStateOf(RowTick tick) {
+  if (tick == RowTick::kOn) return Qt::Checked;
+  return tick == RowTick::kSome ? Qt::PartiallyChecked : Qt::Unchecked;
+}
 
 // Row 0 of the control is the head of the table.
 class GridBinding : public Binding {
@@ -37,7 +44,9 @@ class GridBinding : public Binding {
     for (int column = 0; column < grid.Columns(); ++column) {
       View()->setHorizontalHeaderItem(column, new QTableWidgetItem);
     }
+    View()->viewport()->installEventFilter(this);
     if (grid_.on_choose) LetChoose();
+    if (grid_.on_tick) LetTick();
     if (grid_.IsDense()) FitDense();
   }
 
@@ -50,7 +59,12 @@ class GridBinding : public Binding {
     View()->setSelectionBehavior(QAbstractItemView::SelectRows);
     MakeDense();
     View()->setMinimumWidth(grid_.Width() / kUnitsPerPixel);
-    View()->setFixedHeight(grid_.Height() / kUnitsPerPixel);
+    if (grid_.Height() > 0) {
+      View()->setFixedHeight(grid_.Height() / kUnitsPerPixel);
+    } else {
+      View()->setMinimumHeight(kLeastHeight);
+    }
+    View()->setTabKeyNavigation(false);
     connect(View(), &QTableWidget::cellClicked, this, [this](int row) { Choose(row); });
     connect(View(), &QTableWidget::currentCellChanged, this, [this](int row) { Choose(row); });
   }
@@ -80,11 +94,53 @@ class GridBinding : public Binding {
     QScrollBar* bar = View()->verticalScrollBar();
     const int at = bar->value();
     View()->model()->removeRows(0, gone);
+    styles_.erase(styles_.begin(), styles_.begin() + gone);
     keep_at_ = qMax(at - above, 0);
+  }
+
+  // A click on the box, or the space bar on the row.
+  void LetTick() {
+    View()->installEventFilter(this);
+    connect(View(), &QTableWidget::itemChanged, this, [this](const QTableWidgetItem* item) {
+      if (item->column() == 0) Tick(item->row() + 1, item->checkState() == Qt::Checked);
+    });
   }
 
   void Choose(int row) {
     if (row >= 0) Gesture([&] { grid_.Choose(row + 1); });
+  }
+
+  void Tick(int row, bool on) {
+    Gesture([&] { on ? grid_.Tick(row) : grid_.Untick(row); });
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched == View() && event->type() == QEvent::KeyPress) {
+      return static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Space && TickCurrent();
+    }
+    if (event->type() == QEvent::ToolTip && View() != nullptr && watched == View()->viewport()) {
+      return TellCut(static_cast<const QHelpEvent&>(*event));
+    }
+    return false;
+  }
+
+  // False where there is no box to tick.
+  bool TickCurrent() {
+    const int row = View()->currentRow() + 1;
+    if (row < 1 || row >= grid_.Rows() || grid_.Ticked(row) == RowTick::kNoBox) return false;
+    Tick(row, grid_.Ticked(row) != RowTick::kOn);
+    return true;
+  }
+
+  // A cell that has no room for its text tells it whole; as rich text it is broken into lines.
+  bool TellCut(const QHelpEvent& event) {
+    const QTableWidgetItem* item = View()->itemAt(event.pos());
+    if (item == nullptr) return false;
+    const QModelIndex index = View()->model()->index(item->row(), item->column());
+    const bool cut = View()->sizeHintForIndex(index).width() > View()->visualRect(index).width();
+    QToolTip::showText(event.globalPos(), cut ? "<qt>" + item->text().toHtmlEscaped() + "</qt>" : QString(),
+                       View()->viewport());
+    return true;
   }
 
   void PushChoice() {
@@ -102,6 +158,7 @@ class GridBinding : public Binding {
     // Fewer rows drop their items, and new ones come without.
     if (View()->rowCount() != rows) View()->setRowCount(rows);
     for (int column = 0; column < grid_.Columns(); ++column) PushColumn(column);
+    PushLooks(rows);
     if (grid_.on_choose) PushChoice();
     if (grid_.Follows()) PushPlace(at_end);
   }
@@ -134,101 +191,57 @@ class GridBinding : public Binding {
 
   static void PushCell(QTableWidgetItem& item, const std::string& text, Qt::Alignment alignment) {
     const QString shown = ToQt(text);
-    if (item.text() != shown) {
-      item.setText(shown);
-      // As rich text it is broken into lines.
-      item.setToolTip(shown.size() < kLongText ? QString() : "<qt>" + shown.toHtmlEscaped() + "</qt>");
-    }
+    if (item.text() != shown) item.setText(shown);
     if (item.textAlignment() != static_cast<int>(alignment)) item.setTextAlignment(alignment);
   }
 
+  // What has changed of styles and boxes since they were pushed last; new rows come plain. `rows` without the
+  // head.
+  void PushLooks(int rows) {
+    styles_.resize(static_cast<std::size_t>(rows), RowStyle::kPlain);
+    for (int row = 0; row < rows; ++row) {
+      PushBox(*View()->item(row, 0), grid_.Ticked(row + 1));
+      RowStyle& pushed = styles_[static_cast<std::size_t>(row)];
+      const RowStyle style = grid_.Style(row + 1);
+      if (pushed == style) continue;
+      pushed = style;
+      PushStyle(row, style);
+    }
+  }
+
+  void PushStyle(int row, RowStyle style) {
+    const int columns = IsSpanned(style) ? grid_.Columns() : 1;
+    if (View()->columnSpan(row, 0) != columns) View()->setSpan(row, 0, 1, columns);
+    const QBrush ground = style == RowStyle::kTitle ? View()->palette().brush(QPalette::Button) : QBrush();
+    for (int column = 0; column < grid_.Columns(); ++column) {
+      QTableWidgetItem& item = *View()->item(row, column);
+      QFont font = item.font();
+      font.setBold(IsBold(style));
+      item.setFont(font);
+      item.setBackground(ground);
+    }
+  }
+
+  static void PushBox(QTableWidgetItem& item, RowTick tick) {
+    const QVariant held = item.data(Qt::CheckStateRole);
+    if (tick == RowTick::kNoBox) {
+      if (held.isValid()) item.setData(Qt::CheckStateRole, QVariant());
+    } else if (!held.isValid() || held.toInt() != CheckStateOf(tick)) {
+      item.setCheckState(CheckStateOf(tick));
+    }
+  }
+
   Grid& grid_;
-  std::vector<int> widths_;  // that were pushed
-  qint64 dropped_ = 0;       // rows, that were taken away
-  int keep_at_ = -1;         // where the scroll bar belongs; -1 where it is
-};
-
-// One panel: a text that gives way to dots when it has no room, and then shows whole in a tooltip.
-class Panel : public QLabel {
- public:
-  using QLabel::QLabel;
-  void SetText(const QString& text) {
-    text_ = text;
-    Elide();
-  }
-  QString FullText() const { return text_; }
-
- protected:
-  void resizeEvent(QResizeEvent* event) override {
-    QLabel::resizeEvent(event);
-    Elide();
-  }
-
- private:
-  void Elide() {
-    const QString line = QString(text_).replace('\n', ' ');
-    const QString shown =
-        fontMetrics().elidedText(line, Qt::ElideRight, contentsRect().width() - 2 * kPanelMargin);
-    setText(shown);
-    setToolTip(shown == line ? QString() : text_);
-  }
-  QString text_;
-};
-
-class StatusBarBinding : public Binding {
- public:
-  StatusBarBinding(StatusBar& bar, BindContext& context, QWidget* parent)
-      : Binding(bar, context, new QWidget(parent)), bar_(bar) {
-    auto* layout = new QHBoxLayout(Widget());
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(2);
-    for (int number = 1; number <= bar.PanelCount(); ++number) AddPanel(layout, number);
-  }
-
- private:
-  void AddPanel(QHBoxLayout* layout, int number) {
-    auto* panel = new Panel(Widget());
-    panel->setObjectName(QString("panel%1").arg(number));
-    panel->setTextFormat(Qt::PlainText);
-    panel->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-    panel->setMargin(kPanelMargin / 2);
-    panel->setIndent(kPanelMargin / 2);
-    if (number == 1) {
-      // Its text must never widen the window.
-      panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    } else {
-      panel->setAlignment(Qt::AlignCenter);
-    }
-    layout->addWidget(panel, number == 1 ? 1 : 0);
-    panels_.push_back(panel);
-  }
-
-  void PushState() override {
-    for (std::size_t i = 0; i < panels_.size(); ++i) {
-      const QString text = ToQt(bar_.Panel(static_cast<int>(i) + 1));
-      if (i > 0) FitPanel(*panels_[i], text);
-      if (panels_[i]->FullText() != text) panels_[i]->SetText(text);
-    }
-  }
-
-  // The short panels never shrink, so that the bar stands still.
-  void FitPanel(Panel& panel, const QString& text) {
-    const int margins = 2 * (kPanelMargin + panel.frameWidth()) + 2;
-    panel.setMinimumWidth(qMax(panel.minimumWidth(), panel.fontMetrics().horizontalAdvance(text) + margins));
-  }
-
-  StatusBar& bar_;
-  std::vector<Panel*> panels_;
+  std::vector<int> widths_;       // that were pushed
+  std::vector<RowStyle> styles_;  // that were pushed, without the head
+  qint64 dropped_ = 0;            // rows that were taken away
+  int keep_at_ = -1;              // where the scroll bar belongs; -1 where it is
 };
 
 }  // namespace
 
 std::unique_ptr<Binding> BindGrid(Control& control, BindContext& context, QWidget* parent) {
   return std::make_unique<GridBinding>(static_cast<Grid&>(control), context, parent);
-}
-
-std::unique_ptr<Binding> BindStatusBar(Control& control, BindContext& context, QWidget* parent) {
-  return std::make_unique<StatusBarBinding>(static_cast<StatusBar&>(control), context, parent);
 }
 
 }  // namespace vlt

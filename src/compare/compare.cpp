@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "compare/compare.h"
+
+#include "compare/compare_menu.h"
+#include "compare/frm_compare.h"
+#include "state/register_window.h"
+
+namespace vlt {
+
+void RegisterCompareWindows(App& app) {
+  RegisterWindow<frmCompare>(app, "frmCompare");
+  RegisterPart<CompareMenu>(app, "MDIForm1");
+}
+
+}  // namespace vlt

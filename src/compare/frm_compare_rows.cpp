@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The rows of the comparison in the window: what is listed, ticked, counted.
+#include <algorithm>
+
+#include "compare/frm_compare.h"
+#include "resources/string_table.h"
+#include "resources/text_ids.h"
+#include "resources/text_ids_compare.h"
+#include "resources/text_ids_compare_window.h"
+
+namespace vlt {
+namespace {
+
+constexpr const char* kUnknownValue = "?";
+
+std::string Hex(unsigned number, int digits) {
+  constexpr char kDigits[] = "0123456789ABCDEF";
+  std::string text;
+  for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) text += kDigits[number >> shift & 0xF];
+  return text;
+}
+
+// "00 1E", or nothing without a value.
+std::string Bytes(const SideCell& cell) {
+  std::string text;
+  for (const std::uint8_t byte : cell.raw) text += (text.empty() ? "" : " ") + Hex(byte, 2);
+  return text;
+}
+
+// A side that has the row and no value for it is not an empty one.
+std::string ValueOf(const SideCell& cell) {
+  const bool unknown = cell.place.row != nullptr && !cell.Known() && cell.text.empty();
+  return unknown ? kUnknownValue : cell.text;
+}
+
+}  // namespace
+
+RowFilter frmCompare::Filter() const {
+  int chosen = 0;
+  for (int i = 0; i < kRowFilters; ++i) {
+    if (optFilter(i).Value()) chosen = i;
+  }
+  return static_cast<RowFilter>(chosen);
+}
+
+void frmCompare::SetFilter(RowFilter filter) {
+  OptionButton& option = optFilter(static_cast<int>(filter));
+  if (option.Value()) return ShowRows();
+  option.SetValue(true);
+}
+
+void frmCompare::CompareSides(bool same) {
+  const auto& left = sides_[kLeft].held;
+  const auto& right = sides_[kRight].held;
+  if (!left || !right) {
+    list_.reset();
+  } else if (same && list_) {
+    list_->Renew(Comparison(*left, *right));
+  } else {
+    list_.emplace(Comparison(*left, *right));
+  }
+  const bool sent_is_gone = Filter() == RowFilter::kSent && !(list_ && list_->AnyResult());
+  if (sent_is_gone) return SetFilter(RowFilter::kAll);
+  ShowRows();
+}
+
+// Lines of files that were not taken stand where somebody looks for what is missing.
+void frmCompare::AddRemarks(int side, std::vector<Line>& lines) {
+  const CompareSide& held = *sides_[side].held;
+  if (held.remarks.empty()) return;
+  const auto add = [&](Line::Kind kind, const std::string& words) { lines.push_back({kind, {}, words}); };
+  const int name = side == kLeft ? text::kLeftSide : text::kRightSide;
+  add(Line::Kind::kTitle,
+      FormatText(app_.Text(text::kRemarksOf), {app_.Text(name), std::to_string(held.remarks.size())}));
+  for (const std::string& remark : held.remarks) add(Line::Kind::kRemark, remark);
+}
+
+void frmCompare::ShowRows() {
+  const auto kept = ChosenRow();
+  lines_.clear();
+  if (list_) {
+    const RowFilter filter = Filter();
+    for (const int side : {kLeft, kRight}) {
+      if (filter == RowFilter::kAll || filter == RowFilter::kUnread) AddRemarks(side, lines_);
+    }
+    for (RowGroup& group : list_->Groups(filter)) {
+      const std::string title =
+          FormatText(app_.Text(text::kGroupLine),
+                     {group.title, std::to_string(group.rows.size()), std::to_string(group.different)});
+      lines_.push_back({Line::Kind::kTitle, group.rows, title});
+      for (const std::size_t row : group.rows) lines_.push_back({Line::Kind::kRow, {row}, {}});
+    }
+  }
+  grdRows.SetRows(static_cast<int>(lines_.size()) + 1);
+  for (int at = 1; at < grdRows.Rows(); ++at) ShowLine(at);
+  int chosen = 0;
+  for (int at = 1; kept && at < grdRows.Rows(); ++at) {
+    const Line& line = LineAt(at);
+    if (line.kind == Line::Kind::kRow && line.rows.front() == *kept) chosen = at;
+  }
+  grdRows.SetSelectedRow(chosen);
+  grdRows_Choose();
+  ShowCounts();
+}
+
+void frmCompare::ShowCounts() {
+  for (int i = 0; i < kRowFilters; ++i) {
+    const auto filter = static_cast<RowFilter>(i);
+    const std::size_t count = list_ ? list_->Count(filter) : 0;
+    optFilter(i).SetCaption(FormatText(app_.Text(text::kFilters + i), {std::to_string(count)}));
+    optFilter(i).SetEnabled(list_.has_value());
+    if (filter == RowFilter::kSent) optFilter(i).SetVisible(list_ && list_->AnyResult());
+  }
+  lblCounts.SetCaption(list_ ? SummaryText(list_->Compared(), app_.state.LangOffset)
+                             : app_.Text(text::kBothSidesFirst));
+  const std::size_t ticked = list_ ? list_->Chosen().size() : 0;
+  const std::size_t hidden = list_ ? list_->Hidden(Filter()) : 0;
+  lblChosen.SetCaption(FormatText(app_.Text(hidden == 0 ? text::kRowsChosen : text::kRowsHidden),
+                                  {std::to_string(ticked), std::to_string(hidden)}));
+}
+
+void frmCompare::ShowLine(int at) {
+  const Line& line = LineAt(at);
+  std::vector<std::string> cells(static_cast<std::size_t>(grdRows.Columns()));
+  RowStyle style = RowStyle::kTitle;
+  if (line.kind == Line::Kind::kRow) {
+    const ComparisonRow& row = list_->Compared().Rows()[line.rows.front()];
+    const int lang_offset = app_.state.LangOffset;
+    cells = {RowTitle(*row.place.row, lang_offset),
+             ValueOf(row.left),
+             row.left.unit,
+             ValueOf(row.right),
+             row.right.unit,
+             RowStateText(row.state, lang_offset),
+             list_->Remark(line.rows.front())};
+    style = row.state == RowState::kDifferent ? RowStyle::kStrong : RowStyle::kPlain;
+  } else {
+    cells[0] = line.text;
+    if (line.kind == Line::Kind::kRemark) style = RowStyle::kNote;
+  }
+  grdRows.SetRow(at, cells);
+  grdRows.SetStyle(at, style);
+  grdRows.SetTicked(at, TickOf(line));
+}
+
+// A title has a box when all that differs can be ticked by it.
+RowTick frmCompare::TickOf(const Line& line) const {
+  if (line.rows.empty()) return RowTick::kNoBox;
+  if (line.kind == Line::Kind::kRow) {
+    if (!list_->CanSend(line.rows.front())) return RowTick::kNoBox;
+    return list_->Ticked(line.rows.front()) ? RowTick::kOn : RowTick::kOff;
+  }
+  std::size_t batch = 0, batch_ticked = 0, ticked = 0;
+  for (const std::size_t row : line.rows) {
+    batch += list_->InBatch(row) ? 1 : 0;
+    batch_ticked += list_->InBatch(row) && list_->Ticked(row) ? 1 : 0;
+    ticked += list_->Ticked(row) ? 1 : 0;
+  }
+  if (batch == 0) return RowTick::kNoBox;
+  if (batch_ticked == batch) return RowTick::kOn;
+  return ticked > 0 ? RowTick::kSome : RowTick::kOff;
+}
+
+void frmCompare::ShowTicks() {
+  for (int at = 1; at < grdRows.Rows(); ++at) grdRows.SetTicked(at, TickOf(LineAt(at)));
+  ShowCounts();
+}
+
+void frmCompare::grdRows_Tick(int at) {
+  const Line& line = LineAt(at);
+  const bool on = grdRows.Ticked(at) == RowTick::kOn;
+  for (const std::size_t row : line.rows) {
+    const bool meant = line.kind == Line::Kind::kRow || !on || list_->InBatch(row);
+    if (!busy_ && meant) list_->Tick(row, on);
+  }
+  ShowTicks();
+}
+
+std::optional<std::size_t> frmCompare::ChosenRow() const {
+  const int at = grdRows.SelectedRow();
+  if (at < 1 || static_cast<std::size_t>(at) > lines_.size()) return std::nullopt;
+  const Line& line = LineAt(at);
+  if (line.kind != Line::Kind::kRow) return std::nullopt;
+  return line.rows.front();
+}
+
+// What stands in the list may be cut; below it the row is told whole.
+void frmCompare::grdRows_Choose() {
+  const auto chosen = list_ ? ChosenRow() : std::nullopt;
+  if (!chosen) {
+    stbRow.SetPanel(1, "");
+    stbNote.SetPanel(1, "");
+    return;
+  }
+  const ComparisonRow& row = list_->Compared().Rows()[*chosen];
+  std::string facts = FormatText(app_.Text(text::kRowFacts),
+                                 {PlaceTitle(row.place, app_.state.LangOffset), row.place.row->name,
+                                  Hex(static_cast<unsigned>(row.place.Address()), 4)});
+  const auto add = [&](int side, const SideCell& cell) {
+    if (cell.raw.empty()) return;
+    facts += "   " + app_.Text(side) + ": " + Bytes(cell);
+  };
+  add(text::kLeftSide, row.left);
+  add(text::kRightSide, row.right);
+  stbRow.SetPanel(1, facts);
+  const std::string remark = list_->Remark(*chosen);
+  const std::string state = RowStateText(row.state, app_.state.LangOffset);
+  stbNote.SetPanel(1, remark.empty() ? state : state + "; " + remark);
+}
+
+void frmCompare::cmdTickDifferent_Click() {
+  if (!HasTarget()) return;
+  list_->TickDifferent();
+  ShowTicks();
+}
+
+void frmCompare::cmdTickNone_Click() {
+  if (list_) list_->TickNone();
+  ShowTicks();
+}
+
+}  // namespace vlt

@@ -1,0 +1,506 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The comparison's window, worked by gestures: sides, rows, ticks, sending, restoring, files.
+#include "compare/frm_compare.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "compare/compare.h"
+#include "compare/compare_fixture.h"
+#include "resources/text_ids.h"
+#include "resources/text_ids_compare_window.h"
+#include "state/form_lock.h"
+
+namespace vlt::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+constexpr int kMeterEntry = 0;
+constexpr int kSnapshotEntry = 1;
+constexpr int kParameterEntry = 2;
+constexpr int kFieldsEntry = 3;
+constexpr int kPointEntry = 4;
+constexpr const char* kPath = "/home/operator/full.txt";
+constexpr std::uint32_t kFluid = 0x00E6;
+constexpr std::uint32_t kWall = 0x00DA;
+constexpr std::uint32_t kTimer = 0x001C;
+constexpr const char* kTimerTitle = "BURNOUT TIMER";
+
+// Keeps what it is given instead of printing it.
+class KeepingPrinter : public Printer {
+ public:
+  PrintOutcome Print(std::span<const Sheet> given, const std::string&) override {
+    pages = given.size();
+    return outcome;
+  }
+  std::optional<std::string> Render(std::span<const Sheet> given, SheetFormat, const std::string&) override {
+    pages = given.size();
+    return "a pdf";
+  }
+  PrintOutcome outcome = PrintOutcome::kPrinted;
+  std::size_t pages = 0;
+};
+
+class CompareWindowTest : public CompareTest {
+ public:
+  explicit CompareWindowTest(const Shape& shape = kOnePath, int lang_offset = 5000)
+      : CompareTest(shape, lang_offset) {
+    meter().holding().PutWord(0x0104, 42);
+    meter().holding().PutWord(kFluid, 3);
+    meter().holding().PutWord(kTimer, 10);
+    test.platform.machine.printer = &printer;
+    RegisterCompareWindows(app());
+    app().windows.Run([&] { app().windows.Load("frmCompare").Show(); });
+  }
+  frmCompare& window() { return *static_cast<frmCompare*>(app().windows.Find("frmCompare")); }
+
+  void Choose(int side, int entry) { EXPECT_TRUE(window().cmbSide(side).Choose(entry)); }
+  // Takes in what the list has chosen.
+  void Take(int side) { EXPECT_TRUE(window().cmdSide(side).Press()); }
+  void TakeFile(int side, const std::string& path) {
+    dialogs().OpenFile(path);
+    Take(side);
+  }
+  // The fluid changes what the meter works out of it: a fourth row differs, and is never sent.
+  void ChangeThree() {
+    meter().holding().PutWord(kFluid, 5);
+    meter().holding().PutWord(kWall + 2, meter().holding().Word(kWall + 2) ^ 0x40);
+    meter().holding().PutWord(kTimer, 20);
+  }
+  // The meter as it is now, in a file and on the left side, and then the meter on the right.
+  void CompareWithSnapshot(const std::function<void()>& change = {}) {
+    Files()[kPath] = SnapshotText(Read());
+    if (change) change();
+    Choose(frmCompare::kLeft, kSnapshotEntry);
+    TakeFile(frmCompare::kLeft, kPath);
+    Choose(frmCompare::kRight, kMeterEntry);
+    Take(frmCompare::kRight);
+    Requests();
+  }
+  void Answer(MessageAnswer answer = MessageAnswer::kOk) { dialogs().Answer(answer); }
+  Texts Said() { return dialogs().TakeTexts(); }
+  std::string Told() { return window().stbCompare.Panel(1); }
+  std::string Text(int id) { return app().Text(id); }
+
+  // The line of the list whose first cell begins so; 0 for none.
+  int LineOf(const std::string& begin) {
+    for (int at = 1; at < window().grdRows.Rows(); ++at) {
+      if (window().grdRows.Cell(at, 0).starts_with(begin)) return at;
+    }
+    return 0;
+  }
+  std::string ResultOf(const std::string& begin) { return window().grdRows.Cell(LineOf(begin), 6); }
+  void Tick(const std::string& begin) { EXPECT_TRUE(window().grdRows.Tick(LineOf(begin))) << begin; }
+  int Listed(RowStyle style) {
+    int count = 0;
+    for (int at = 1; at < window().grdRows.Rows(); ++at) count += window().grdRows.Style(at) == style ? 1 : 0;
+    return count;
+  }
+  void Filter(RowFilter filter) { window().optFilter(static_cast<int>(filter)).Choose(); }
+  std::size_t Points() { return RestorePoints(app()).size(); }
+  std::size_t PrintedPages() {
+    EXPECT_TRUE(window().cmdPrint.Press());
+    return printer.pages;
+  }
+
+  KeepingPrinter printer;
+};
+
+TEST(CompareWindow, ComparesASnapshotWithTheMeterAndShowsWhatDiffers) {
+  CompareWindowTest test;
+  frmCompare& window = test.window();
+  EXPECT_EQ(window.lblCounts.Caption(), "Take in both sides to compare them");
+  EXPECT_EQ(window.txtSide(1).Text(), "No file is open yet");
+  test.CompareWithSnapshot();
+  EXPECT_TRUE(window.lblCounts.Caption().starts_with("No differences in ")) << window.lblCounts.Caption();
+  EXPECT_EQ(window.txtSide(0).Text(), kPath);
+  EXPECT_EQ(window.lblIdentity(0).Caption().substr(0, 10), "ID No. 004");
+  EXPECT_EQ(test.Listed(RowStyle::kStrong), 0);
+
+  test.ChangeThree();
+  test.Take(frmCompare::kRight);
+  EXPECT_EQ(test.Listed(RowStyle::kStrong), 4);
+  EXPECT_EQ(window.optFilter(1).Caption(), "Different (4)");
+  test.Filter(RowFilter::kDifferent);
+  EXPECT_EQ(test.Listed(RowStyle::kTitle), 2);
+  EXPECT_EQ(window.grdRows.Rows(), 1 + 2 + 4);
+  const int fluid = test.LineOf("KIND OF FLUID");
+  EXPECT_EQ(window.grdRows.Cell(fluid, 5), "different");
+  EXPECT_NE(window.grdRows.Cell(fluid, 1), window.grdRows.Cell(fluid, 3));
+  EXPECT_TRUE(window.grdRows.Choose(fluid));
+  EXPECT_EQ(
+      window.stbRow.Panel(1),
+      "PROCESS SETTING CH1 KIND OF FLUID   process.fluid   Register 00E6H   Left: 00 03   Right: 00 05");
+  // Another choice empties the side and with it the list: nothing of the side before stays on the screen.
+  test.Choose(frmCompare::kLeft, kFieldsEntry);
+  EXPECT_EQ(window.grdRows.Rows(), 1);
+  EXPECT_EQ(window.lblIdentity(0).Caption(), " \n ");
+  EXPECT_EQ(window.stbRow.Panel(1), "");
+  test.Take(frmCompare::kLeft);
+  test.Filter(RowFilter::kOnlyRight);
+  EXPECT_GT(window.grdRows.Rows(), 100) << "the pages hold nothing yet";
+  EXPECT_TRUE(test.Said().empty());
+}
+
+// Missing rows, unread rows and lines that were not taken: the counts are those of all rows, and what is not
+// known is never called equal.
+TEST(CompareWindow, NothingIsCalledEqualThatIsMissingOrUnread) {
+  CompareWindowTest test;
+  frmCompare& window = test.window();
+  std::string content = SnapshotText(test.Read());
+  const std::size_t line = content.find("process.fluid\t");
+  ASSERT_NE(line, std::string::npos) << content.substr(0, 400);
+  content.replace(line, 8, "procell.");
+  test.Files()[kPath] = content;
+  test.Choose(frmCompare::kLeft, kSnapshotEntry);
+  test.TakeFile(frmCompare::kLeft, kPath);
+  test.Choose(frmCompare::kRight, kMeterEntry);
+  test.meter().BreakMemory(sim::Space::Holding, 0x00C0, 0x00C1, 2);
+  test.Take(frmCompare::kRight);
+  EXPECT_FALSE(window.lblCounts.Caption().starts_with("No differences"));
+  EXPECT_TRUE(test.Told().find("could not be read") != std::string::npos) << test.Told();
+  EXPECT_GT(test.Listed(RowStyle::kNote), 0) << "the line of the file that was not taken";
+  int rows = 0, in_filters = 0;
+  const auto listed = [&](RowFilter filter) {
+    test.Filter(filter);
+    return test.Listed(RowStyle::kPlain) + test.Listed(RowStyle::kStrong);
+  };
+  rows = listed(RowFilter::kAll);
+  EXPECT_EQ(listed(RowFilter::kOnlyRight), 1);
+  for (const RowFilter filter :
+       {RowFilter::kDifferent, RowFilter::kOnlyLeft, RowFilter::kOnlyRight, RowFilter::kUnread}) {
+    in_filters += listed(filter);
+  }
+  EXPECT_EQ(window.lblCounts.Caption().substr(0, window.lblCounts.Caption().find(',')),
+            "All " + std::to_string(rows) + ": equal " + std::to_string(rows - in_filters));
+  test.Filter(RowFilter::kUnread);
+  EXPECT_EQ(window.grdRows.Cell(test.LineOf("DISPLAY") + 1, 3), "?");
+}
+
+TEST(CompareWindow, TicksChooseWhatCanBeSentAndHiddenOnesAreCounted) {
+  CompareWindowTest test;
+  frmCompare& window = test.window();
+  test.CompareWithSnapshot([&] {
+    test.ChangeThree();
+    test.meter().holding().PutWord(0x0154, 50);  // an output is being checked
+  });
+  EXPECT_EQ(window.grdRows.Ticked(test.LineOf("AO CHECK")), RowTick::kNoBox) << "never sent with others";
+  EXPECT_EQ(window.grdRows.Ticked(test.LineOf("SENSOR TYPE")), RowTick::kNoBox) << "is equal";
+  const int title = test.LineOf("PROCESS SETTING CH1 ");
+  test.Tick("KIND OF FLUID");
+  EXPECT_EQ(window.grdRows.Ticked(title), RowTick::kSome);
+  EXPECT_TRUE(window.grdRows.Tick(title));
+  EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 2");
+  EXPECT_TRUE(window.cmdTickDifferent.Press());
+  EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 3");
+  test.Filter(RowFilter::kOnlyLeft);
+  EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 3, of which 3 are not in the list");
+  test.Filter(RowFilter::kAll);
+  // What is read anew keeps the ticks of rows that still differ.
+  test.meter().holding().PutWord(kFluid, 3);
+  test.Take(frmCompare::kRight);
+  EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 2");
+  EXPECT_TRUE(window.grdRows.Untick(test.LineOf("PROCESS SETTING CH1 ")));
+  EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 1");
+  EXPECT_TRUE(window.cmdTickNone.Press());
+  EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 0");
+  // Only a meter can be sent to.
+  EXPECT_TRUE(window.cmdSwap.Press());
+  EXPECT_EQ(window.txtSide(1).Text(), kPath);
+  EXPECT_FALSE(window.grdRows.Tick(test.LineOf("WALL THICKNESS")));
+  for (PushButton* button : {&window.cmdTickDifferent, &window.cmdSend, &window.cmdRestore}) {
+    test.Answer();
+    EXPECT_TRUE(button->Press());
+    EXPECT_EQ(test.Said(), Texts{test.Text(text::kTargetFirst)}) << button->Name();
+  }
+}
+
+TEST(CompareWindow, SendsTickedRowsBehindARestorePointAndProvesEach) {
+  CompareWindowTest test;
+  frmCompare& window = test.window();
+  test.CompareWithSnapshot([&] { test.ChangeThree(); });
+  test.Answer();
+  window.cmdSend.Press();
+  EXPECT_EQ(test.Said(), Texts{test.Text(text::kNoRowTicked)});
+  window.cmdTickDifferent.Press();
+  test.Answer(MessageAnswer::kCancel);
+  window.cmdSend.Press();
+  EXPECT_EQ(test.Said().size(), 1u);
+  EXPECT_TRUE(test.Requests().empty()) << "nothing was asked of the meter, nothing sent";
+
+  test.test.platform.Arm("ignore-write@00DA/10");
+  test.test.platform.Arm("exception=4@001C/10*ever");
+  test.Answer();
+  window.cmdSend.Press();
+  EXPECT_EQ(test.Said().front().substr(0, 66),
+            "Ticked rows: 3. They will be sent to the meter with ID No. 0042.\nB");
+  EXPECT_EQ(test.Points(), 1u);
+  EXPECT_EQ(test.meter().holding().Word(kFluid), 3);
+  EXPECT_EQ(test.Told(), "Stored 1, refused 1, not proven 1, not sent 0. Restore point: " +
+                             RestorePoints(test.app()).front().path +
+                             ". Press Save in meter to make it permanent");
+  EXPECT_EQ(test.test.StatusText(), test.Told());
+  EXPECT_TRUE(window.optFilter(5).Value()) << "what was sent is listed";
+  EXPECT_EQ(window.optFilter(5).Caption(), "Sent (3)");
+  EXPECT_EQ(test.ResultOf("KIND OF FLUID").substr(0, 8), "stored (");
+  EXPECT_EQ(test.ResultOf("WALL THICKNESS").substr(0, 12), "not proven (");
+  EXPECT_EQ(test.ResultOf(kTimerTitle).substr(0, 7), "refused") << test.ResultOf(kTimerTitle);
+  EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 2") << "those that were not stored stay ticked";
+  EXPECT_EQ(window.grdRows.Cell(test.LineOf("KIND OF FLUID"), 5), "equal") << "the meter was read again";
+  EXPECT_FALSE(test.app().state.UiLocked);
+  EXPECT_FALSE(window.cmdStop.Enabled());
+  test.dialogs().SaveFile("/home/operator/sent.csv");
+  window.cmdSaveCsv.Press();
+  const std::string& csv = test.Files()["/home/operator/sent.csv"];
+  EXPECT_NE(csv.find(",equal," + test.ResultOf("KIND OF FLUID") + "\r\n"), std::string::npos) << csv;
+  // The same again, now that the meter takes it.
+  test.test.platform.line.faults().Clear();
+  test.Answer();
+  window.cmdSend.Press();
+  EXPECT_TRUE(test.Told().starts_with("Stored 2, refused 0, not proven 0, not sent 0. ")) << test.Told();
+  EXPECT_EQ(test.Points(), 2u);
+  EXPECT_TRUE(window.lblCounts.Caption().starts_with("No differences")) << window.lblCounts.Caption();
+  EXPECT_TRUE(window.SaveParameter.Press());
+  EXPECT_TRUE(test.test.platform.Meter().IsStoring(test.test.Time().NowMs() * 1000) ||
+              test.Told().starts_with(test.Text(text::kSaveCompleted)))
+      << test.Told();
+}
+
+TEST(CompareWindow, SendsNothingWithoutARestorePointOrToAnotherMeter) {
+  const struct {
+    const char* name;
+    std::function<void(CompareWindowTest&)> spoil;
+    const char* says;
+  } kCases[] = {
+      {"no restore point",
+       [](CompareWindowTest& test) { test.test.platform.files.FailChange(1, FileError::kFull); },
+       "the restore point could not be written, so nothing was sent: the disk is full"},
+      {"another meter", [](CompareWindowTest& test) { test.meter().holding().PutWord(0x0104, 43); },
+       "the meter on the line is 0043"},
+      {"no meter", [](CompareWindowTest& test) { test.test.platform.Arm("silence*ever"); },
+       "the meter could not be read, so nothing was sent"},
+  };
+  for (const auto& row : kCases) {
+    SCOPED_TRACE(row.name);
+    CompareWindowTest test;
+    test.CompareWithSnapshot([&] { test.ChangeThree(); });
+    test.window().cmdTickDifferent.Press();
+    row.spoil(test);
+    test.Answer();
+    test.Answer();
+    test.window().cmdSend.Press();
+    const Texts said = test.Said();
+    ASSERT_EQ(said.size(), 2u);
+    EXPECT_TRUE(said[1].starts_with(row.says)) << said[1];
+    EXPECT_TRUE(test.Told().starts_with(row.says)) << test.Told();
+    EXPECT_EQ(test.meter().holding().Word(kFluid), 5);
+    EXPECT_EQ(test.window().lblChosen.Caption(), "Ticked: 3") << "nothing of the choice is lost";
+    EXPECT_EQ(test.ResultOf("KIND OF FLUID").substr(0, 9), "not sent:");
+  }
+}
+
+TEST(CompareWindow, StopEndsAReadingAndASending) {
+  CompareWindowTest test;
+  frmCompare& window = test.window();
+  test.CompareWithSnapshot([&] { test.ChangeThree(); });
+  const std::string before = window.lblIdentity(1).Caption();
+  test.test.Time().After(300, [&] { EXPECT_TRUE(window.cmdStop.Press()); });
+  test.Take(frmCompare::kRight);
+  EXPECT_EQ(test.Told(), "The reading was stopped");
+  EXPECT_EQ(window.lblIdentity(1).Caption(), before) << "what was there stays, with its date";
+
+  window.cmdTickDifferent.Press();
+  // When the first row has ended, somebody wants the window to close: it stops behind the row on the line.
+  std::function<void()> watch = [&] {
+    if (test.Points() == 0 || !window.optFilter(5).Visible()) return test.test.Time().After(5, watch);
+    EXPECT_FALSE(window.HasCloseCommand());
+    EXPECT_FALSE(window.cmdClose.Enabled());
+    EXPECT_FALSE(window.cmbSide(0).Choose(kMeterEntry));
+    EXPECT_TRUE(window.grdRows.Untick(test.LineOf(kTimerTitle)));
+    EXPECT_FALSE(test.app().windows.Unload("frmCompare")) << "it stops instead";
+  };
+  test.test.Time().After(5, watch);
+  test.Answer();
+  window.cmdSend.Press();
+  ASSERT_NE(test.app().windows.Find("frmCompare"), nullptr);
+  EXPECT_TRUE(
+      test.Told().starts_with("the sending was stopped. Stored 2, refused 0, not proven 0, not sent 1. "))
+      << test.Told();
+  EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 1") << "no tick is taken away meanwhile";
+  EXPECT_EQ(window.optFilter(5).Caption(), "Sent (3)");
+  int stored = 0;
+  for (int at = 1; at < window.grdRows.Rows(); ++at) {
+    stored +=
+        window.grdRows.Cell(at, 5) == "equal" && window.grdRows.Cell(at, 6).starts_with("stored") ? 1 : 0;
+  }
+  EXPECT_EQ(stored, 2) << "what was proven is known without another reading";
+  EXPECT_EQ(test.Said().size(), 1u) << "a stop needs no box";
+  EXPECT_TRUE(window.cmdClose.Press());
+  EXPECT_EQ(test.app().windows.Find("frmCompare"), nullptr);
+}
+
+TEST(CompareWindow, ALostPortLeavesWhatIsNotKnownUnknown) {
+  CompareWindowTest test;
+  frmCompare& window = test.window();
+  test.CompareWithSnapshot([&] { test.ChangeThree(); });
+  window.cmdTickDifferent.Press();
+  test.test.platform.Arm("unplug@00E6/10");
+  test.Answer();
+  test.Answer();
+  window.cmdSend.Press();
+  EXPECT_TRUE(test.Told().starts_with("the port was lost: ")) << test.Told();
+  EXPECT_EQ(test.Said().size(), 2u) << "the question, and one box";
+  EXPECT_EQ(window.grdRows.Cell(test.LineOf("KIND OF FLUID"), 5), "could not be read");
+  EXPECT_NE(test.ResultOf("KIND OF FLUID").find(test.Text(text::kNotReadSince)), std::string::npos);
+  EXPECT_FALSE(test.app().state.UiLocked);
+  EXPECT_EQ(window.lblChosen.Caption().substr(0, 8), "Ticked: ");
+}
+
+TEST(CompareWindow, LeavesTheLineToARunningMeasurement) {
+  CompareWindowTest test;
+  frmCompare& window = test.window();
+  test.CompareWithSnapshot([&] { test.ChangeThree(); });
+  window.cmdTickDifferent.Press();
+  test.app().state.PvRunning = 1;
+  for (PushButton* button : {&window.cmdSend, &window.cmdRestore, &window.cmdSide(1), &window.cmdSnapshot,
+                             &window.SaveParameter}) {
+    EXPECT_TRUE(button->Press());
+    EXPECT_EQ(test.Told(), test.Text(text::kMonitorRuns)) << button->Name();
+  }
+  test.app().state.PvRunning = 0;
+  EXPECT_TRUE(test.Requests().empty());
+  // A measurement that begins while the question is on the screen.
+  test.dialogs().Answer(MessageAnswer::kOk, [&] { test.app().state.PvRunning = 1; });
+  window.cmdSend.Press();
+  EXPECT_TRUE(test.Requests().empty());
+  test.app().state.PvRunning = 0;
+  // And a window that is gone when it is answered.
+  test.dialogs().Answer(MessageAnswer::kOk, [&] { test.app().windows.Unload("frmCompare"); });
+  test.app().windows.Run([&] { window.cmdSend.Press(); });
+  EXPECT_TRUE(test.Requests().empty());
+  EXPECT_EQ(test.Points(), 0u);
+}
+
+TEST(CompareWindow, RestoresTheNewestPointAndOnlyItsOwnMeter) {
+  CompareWindowTest test;
+  frmCompare& window = test.window();
+  EXPECT_FALSE(window.ShowNewestPoint());
+  test.CompareWithSnapshot([&] { test.ChangeThree(); });
+  window.cmdTickDifferent.Press();
+  test.Answer();
+  window.cmdSend.Press();
+  EXPECT_EQ(test.meter().holding().Word(kFluid), 3);
+  // The point holds what was there before.
+  EXPECT_TRUE(window.ShowNewestPoint());
+  EXPECT_EQ(window.cmbSide(0).Items().size(), 5u);
+  EXPECT_EQ(window.cmbSide(0).Text().substr(0, 25), "Restore point 2026/11/24 ");
+  EXPECT_EQ(window.cmbSide(1).ListIndex(), kMeterEntry);
+  EXPECT_EQ(window.optFilter(1).Caption(), "Different (4)") << "the right side was there already";
+  test.Answer();
+  window.cmdRestore.Press();
+  EXPECT_EQ(test.meter().holding().Word(kFluid), 5);
+  EXPECT_TRUE(test.Told().starts_with("The meter holds what the left side holds. Stored 3, ")) << test.Told();
+  EXPECT_TRUE(window.lblCounts.Caption().starts_with("No differences")) << window.lblCounts.Caption();
+  EXPECT_EQ(test.Points(), 2u);
+  EXPECT_EQ(window.cmbSide(0).ListIndex(), kPointEntry + 1) << "the same point, now behind a newer one";
+  EXPECT_EQ(test.Said().size(), 2u);
+  // Another meter on the line.
+  test.meter().holding().PutWord(0x0104, 43);
+  test.Take(frmCompare::kRight);
+  test.Answer();
+  window.cmdRestore.Press();
+  EXPECT_EQ(test.Said(), (Texts{"The left side is of another meter (0042) than the one on the right (0043). "
+                                "Tick rows and send them instead."}));
+  // And nothing but a snapshot can be restored.
+  test.Choose(frmCompare::kLeft, kFieldsEntry);
+  test.Take(frmCompare::kLeft);
+  test.Answer();
+  window.cmdRestore.Press();
+  EXPECT_EQ(test.Said(), Texts{test.Text(text::kRestoreSource)});
+}
+
+TEST(CompareWindow, ARestoreThatLeavesSomethingTellsEachRow) {
+  CompareWindowTest test;
+  frmCompare& window = test.window();
+  test.CompareWithSnapshot([&] { test.ChangeThree(); });
+  test.test.platform.Arm("ignore-write@00E6*ever");
+  test.Answer();
+  window.cmdRestore.Press();
+  EXPECT_TRUE(
+      test.Told().starts_with("Rows that are not as on the left side: 2. Stored 2, refused 0, not proven 1"))
+      << test.Told();
+  EXPECT_EQ(test.ResultOf("KIND OF FLUID").substr(0, 12), "not proven (");
+}
+
+TEST(CompareWindow, KeepsSnapshotsAndReportsInFiles) {
+  CompareWindowTest test;
+  frmCompare& window = test.window();
+  auto& files = test.test.platform.files;
+  // A snapshot shows the meter on a side that is free.
+  test.dialogs().SaveFile(kPath);
+  window.cmdSnapshot.Press();
+  EXPECT_EQ(test.Told().substr(0, 16), "Saved full.txt: ");
+  EXPECT_TRUE(LooksLikeSnapshot(test.Files()[kPath]));
+  EXPECT_EQ(window.txtSide(0).Text(), "This meter");
+  for (PushButton* button : {&window.cmdSaveCsv, &window.cmdSavePdf, &window.cmdPrint}) {
+    test.Answer();
+    button->Press();
+    EXPECT_EQ(test.Said(), Texts{test.Text(text::kBothSidesFirst)}) << button->Name();
+  }
+  test.TakeFile(frmCompare::kRight, kPath);
+  test.dialogs().SaveFile("/home/operator/compared.csv");
+  window.cmdSaveCsv.Press();
+  EXPECT_NE(test.Files()["/home/operator/compared.csv"].find("No differences"), std::string::npos);
+  test.dialogs().SaveFile("/home/operator/compared.pdf");
+  window.cmdSavePdf.Press();
+  EXPECT_EQ(test.Files()["/home/operator/compared.pdf"], "a pdf");
+  const std::size_t all = test.PrintedPages();
+  EXPECT_GT(all, 1u);
+  test.Filter(RowFilter::kDifferent);
+  EXPECT_LT(test.PrintedPages(), all) << "what is listed is printed";
+  // Cancelled, full disk, the program's own settings, a meter that does not answer: the old file stands.
+  test.dialogs().SaveFile(std::nullopt);
+  window.cmdSnapshot.Press();
+  test.Answer();
+  test.dialogs().SaveFile("/app/VLT.ini");
+  window.cmdSnapshot.Press();
+  const std::string kept = test.Files()[kPath];
+  files.FailChange(1, FileError::kFull);
+  test.Answer();
+  test.dialogs().SaveFile(kPath);
+  window.cmdSnapshot.Press();
+  EXPECT_EQ(test.Said().back(), "full.txt could not be written: the disk is full");
+  test.test.platform.Arm("silence*ever");
+  test.Answer();
+  test.dialogs().SaveFile(kPath);
+  window.cmdSnapshot.Press();
+  EXPECT_EQ(test.Said(), Texts{test.Text(text::kCommunicationError)});
+  EXPECT_TRUE(test.Told().starts_with("No snapshot was saved: ")) << test.Told();
+  EXPECT_EQ(test.Files()[kPath], kept);
+}
+
+TEST(CompareWindow, TakesInAFileOfEitherKindAndTellsOneOfNeither) {
+  CompareWindowTest test;
+  frmCompare& window = test.window();
+  test.Files()[kPath] = SnapshotText(test.Read());
+  test.Files()["/home/operator/notes.ini"] = "[NOTES]\nA=1\n";
+  test.Choose(frmCompare::kLeft, kParameterEntry);
+  test.TakeFile(frmCompare::kLeft, kPath);
+  EXPECT_EQ(window.cmbSide(0).ListIndex(), kSnapshotEntry) << "the list follows what the file is";
+  for (const auto& [path, says] :
+       {std::pair{"/home/operator/notes.ini", "notes.ini is neither a snapshot nor a parameter file."},
+        std::pair{"/home/operator/gone.txt", "gone.txt could not be read: there is no such file"}}) {
+    test.Answer();
+    test.TakeFile(frmCompare::kLeft, path);
+    EXPECT_EQ(test.Said(), Texts{says});
+    EXPECT_EQ(window.txtSide(0).Text(), kPath) << "what was taken in stays";
+  }
+  test.dialogs().OpenFile(std::nullopt);
+  test.Take(frmCompare::kLeft);
+  EXPECT_EQ(window.txtSide(0).Text(), kPath);
+}
+
+}  // namespace
+}  // namespace vlt::test

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A snapshot of the meter, what differs from it after a change, ticked rows sent, and the meter restored.
+#include <QDir>
+#include <QFile>
+#include <QTableWidget>
+#include <QtTest/QTest>
+
+#include "compare/frm_compare.h"
+#include "desktop/qt_text.h"
+#include "resources/text_ids.h"
+#include "resources/text_ids_compare_window.h"
+#include "tour/tour.h"
+
+namespace vlt::test {
+namespace {
+
+constexpr const char* kWindow = "frmCompare";
+
+frmCompare& Window(Tour& tour) {
+  return static_cast<frmCompare&>(*tour.Running().Logic().windows.Find(kWindow));
+}
+
+std::string FileOf(Tour& tour, const char* name) {
+  const QDir folder(ToQt(tour.Running().Logic().platform.process.ProgramFolder()));
+  return FromQt(folder.filePath(name));
+}
+
+void ExpectWorkDone(Tour& tour) {
+  tour.ExpectSoon("the end of the work", [&] { return tour.Operator().Enabled(kWindow, "cmdClose"); });
+}
+
+void ExpectFile(Tour& tour, const char* name, const char* begin) {
+  QFile file(ToQt(FileOf(tour, name)));
+  if (!file.open(QIODevice::ReadOnly) || !file.readAll().startsWith(begin)) {
+    throw Trouble(std::string("no ") + name + " was saved");
+  }
+}
+
+// Three values of the process page, as the operator sets them.
+void SetProcess(Tour& tour, const char* diameter, const char* wall, int fluid) {
+  Hands& hands = tour.Operator();
+  hands.Click("MDIForm1", "Command1");
+  for (const char* box : {"OUTER_DIAMETER", "WALL_THICKNESS", "KIND_OF_FLUID"}) hands.Tick("Form10", box);
+  hands.Type("Form10", "OUTER_DIAMETERText", diameter);
+  hands.Type("Form10", "WALL_THICKNESSText", wall);
+  hands.Choose("Form10", "KIND_OF_FLUIDCombo", fluid);
+  hands.Click("Form10", "SetParameter");
+  tour.ExpectSoon("the end of the setting", [&] { return hands.Enabled("Form10", "SetParameter"); });
+  hands.Click("MDIForm1", "Command1");
+}
+
+void Snapshot(Tour& tour) {
+  SetProcess(tour, "114.30", "6.00", 0);
+  tour.Boxes().LayFile(FileOf(tour, "full.txt"));
+  tour.Meanwhile().When(
+      [&tour] {
+        return tour.Running().Logic().windows.Find(kWindow) != nullptr && Window(tour).pbWork.Value() >= 3;
+      },
+      [&tour] { tour.Picture(kWindow, "compare_reading"); });
+  tour.Operator().Menu("MDIForm1", "mnuSnapshot");
+  tour.ExpectSoon("the snapshot", [&] { return tour.Running().Logic().windows.Find(kWindow) != nullptr; });
+  ExpectWorkDone(tour);
+  if (!tour.Meanwhile().AllDone()) throw Trouble("the reading was not seen");
+  ExpectFile(tour, "full.txt", "");
+  tour.Picture(kWindow, "compare_snapshot");
+  tour.Operator().Click(kWindow, "cmdClose");
+}
+
+// The snapshot on the left, the meter after a change on the right.
+void Differences(Tour& tour) {
+  Hands& hands = tour.Operator();
+  SetProcess(tour, "60.50", "3.80", 1);
+  hands.Menu("MDIForm1", "mnuCompare");
+  hands.Choose(kWindow, "cmbSide(0)", 1);
+  tour.Boxes().LayFile(FileOf(tour, "full.txt"));
+  hands.Click(kWindow, "cmdSide(0)");
+  hands.Choose(kWindow, "cmbSide(1)", 0);
+  hands.Click(kWindow, "cmdSide(1)");
+  ExpectWorkDone(tour);
+  tour.Picture(kWindow, "compare_all");
+  hands.Click(kWindow, "optFilter(1)");
+  hands.Click(kWindow, "cmdTickDifferent");
+  Window(tour).grdRows.Choose(2);
+  tour.Picture(kWindow, "compare_different");
+}
+
+void Files(Tour& tour) {
+  Hands& hands = tour.Operator();
+  for (const auto& [button, file, begin] : {std::tuple{"cmdSaveCsv", "compared.csv", "\xEF\xBB\xBF"},
+                                            std::tuple{"cmdSavePdf", "compared.pdf", "%PDF"}}) {
+    tour.Boxes().LayFile(FileOf(tour, file));
+    hands.Click(kWindow, button);
+    ExpectFile(tour, file, begin);
+  }
+}
+
+// With the keyboard: the list has the focus, the space bar takes the tick of a row away.
+void Untick(Tour& tour) {
+  auto& list = static_cast<QTableWidget&>(tour.Operator().Widget(kWindow, "grdRows"));
+  list.setFocus();
+  QTest::keyClick(&list, Qt::Key_Space);
+  tour.ExpectSoon("the row without its tick",
+                  [&] { return Window(tour).grdRows.Ticked(2) == RowTick::kOff; });
+}
+
+void Send(Tour& tour) {
+  tour.Boxes().Lay("", true);
+  tour.Operator().Click(kWindow, "cmdSend");
+  ExpectWorkDone(tour);
+  if (Window(tour).grdRows.Rows() < 3) throw Trouble("nothing was sent");
+  tour.Picture(kWindow, "compare_sent");
+}
+
+void Restore(Tour& tour) {
+  Hands& hands = tour.Operator();
+  hands.Click(kWindow, "cmdClose");
+  hands.Menu("MDIForm1", "mnuRestore");
+  tour.Picture(kWindow, "compare_restore_point");
+  hands.Click(kWindow, "cmdSide(1)");
+  ExpectWorkDone(tour);
+  tour.Boxes().Lay("", true);
+  hands.Click(kWindow, "cmdRestore");
+  ExpectWorkDone(tour);
+  const std::string told = Window(tour).stbCompare.Panel(1);
+  if (!told.starts_with(tour.Text(text::kRestoredEqual))) throw Trouble("restored: " + told);
+  tour.Picture(kWindow, "compare_restored");
+}
+
+void Close(Tour& tour) {
+  tour.Operator().Click(kWindow, "cmdClose");
+  if (tour.Running().Logic().windows.Find(kWindow) != nullptr) throw Trouble("the comparison stays");
+}
+
+constexpr Step kSteps[] = {{"a snapshot of the meter is saved", Snapshot},
+                           {"the changed meter is compared with it", Differences},
+                           {"the comparison is saved", Files},
+                           {"a tick is taken away by the keyboard", Untick},
+                           {"ticked rows are sent", Send},
+                           {"the meter is restored", Restore},
+                           {"the comparison closes", Close}};
+
+}  // namespace
+
+std::span<const Step> CompareSteps() { return kSteps; }
+
+}  // namespace vlt::test
