@@ -65,7 +65,8 @@ TEST(Event, JsonSaysWhatTheTabsSay) {
       "press ReadParameter\npress SetParameter\nform\nopen frmCalc\nform\nopen FrmCSet\nform\nclose FrmCSet\n"
       "close frmCalc\nget process.fluid\nset process.fluid 1 1\nspacing outer_diameter=60.5 "
       "wall_thickness=3.8 pipe_material=0 fluid=0 sensor_type=1\nscan\nnames unit\nkeep\nsnapshot /s\n"
-      "set process.fluid 2 2\nrestore /s\nset process.fluid 2 1\ncompare /s meter all";
+      "set process.fluid 2 2\nrestore /s\nline\nline frames 3\n"
+      "set process.fluid 2 1\ncompare /s meter all";
   Session tabs;
   Session json;
   json.companion.WriteJson();
