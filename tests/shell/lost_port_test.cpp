@@ -118,8 +118,7 @@ TEST_F(FoundRunsTest, AreToldWithTheirLastRecordAndStayUntilSeen) {
   auto& grid = On<Grid>("frmFoundRuns", "grdRuns");
   ASSERT_EQ(grid.Rows(), 4);
   EXPECT_EQ(grid.Cell(1, 0) + " " + grid.Cell(1, 1), "b_20261123100000.csv PV Read");
-  EXPECT_EQ(grid.Cell(1, 4),
-            "2 records (" + std::to_string(half.size()) + " bytes), last line cut off");
+  EXPECT_EQ(grid.Cell(1, 4), "2 records (" + std::to_string(half.size()) + " bytes), last line cut off");
   grid.Choose(3);
   EXPECT_EQ(On<Label>("frmFoundRuns", "lblPath").Caption(), "/data/a_20261123090000.csv");
   EXPECT_EQ(grid.Cell(2, 3), "cannot be read: there is no such file");
