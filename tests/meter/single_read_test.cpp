@@ -68,8 +68,10 @@ TEST(SingleRead, ReadsThePlacesThatThereAre) {
     const Parameter& row;
     int index;
     std::size_t count;
-  } cases[] = {{81, ProcessRow("fluid"), kEveryPlace, 2},      {kSingle, ProcessRow("fluid"), kEveryPlace, 1},
-               {kSingle, ProcessRow("fluid"), 1, 0},           {81, StatusRow("function"), kEveryPlace, 4},
+  } cases[] = {{81, ProcessRow("fluid"), kEveryPlace, 2},
+               {kSingle, ProcessRow("fluid"), kEveryPlace, 1},
+               {kSingle, ProcessRow("fluid"), 1, 0},
+               {81, StatusRow("function"), kEveryPlace, 4},
                {kSingle, StatusRow("function"), kEveryPlace, 2}};
   for (const auto& c : cases) {
     TestApp t({.meter = {.specification = c.specification}});
