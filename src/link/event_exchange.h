@@ -5,7 +5,8 @@
 // look is the last moment at which a reply is taken. Attempts, results and texts are the pattern's, with two
 // exceptions that keep values from being taken that were not answered to the request:
 //
-// - A reply that comes after its limit is never the reply to a later exchange (link/owed_replies.h). Within one
+// - A reply that comes after its limit is never the reply to a later exchange (link/owed_replies.h). Within
+// one
 //   exchange the late reply to an earlier attempt counts: the question is the same.
 // - A reply that is cut short is a check error, whatever rx held before.
 #pragma once

@@ -44,8 +44,8 @@ struct Exchange {
   void Send();
   // Takes one byte of the reply.
   std::uint8_t Take();
-  // Tells the record of the line how the attempt ended. What arrived is in `arrived`. An attempt that was told
-  // already has ended otherwise after all.
+  // Tells the record of the line how the attempt ended. What arrived is in `arrived`. An attempt that was
+  // told already has ended otherwise after all.
   void Tell(AttemptEnd end);
 };
 

@@ -3,6 +3,7 @@
 // and for those on a pseudo-terminal.
 #pragma once
 
+#include <ostream>
 #include <string>
 
 #include "firmware/frm_maint_main.h"
@@ -27,6 +28,9 @@ struct LossState {
   bool is_run;  // goes on when the port is back
   bool own_port = false;
 };
+
+// How a test names the state.
+inline void PrintTo(const LossState& state, std::ostream* out) { *out << state.name; }
 
 template <class Page>
 Page& PageOf(App& app, const char* name) {
