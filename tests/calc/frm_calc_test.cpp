@@ -84,7 +84,10 @@ TEST_F(CalcTest, CaptionsUnitsAndRanges) {
   test.app.state.ModelCode = "K410";
   Show();
   EXPECT_EQ(calc().LINING_THICKNESS_RANGE.Caption(), "0.0003-3.9380inch");
-  EXPECT_EQ(calc().Label12.Caption(), "ft/s");
+  EXPECT_EQ((Texts{calc().Label8(0).Caption(), calc().Label8(1).Caption(), calc().Label2.Caption()}),
+            (Texts{"inch", "inch", "inch"}));
+  EXPECT_EQ((Texts{calc().Label12.Caption(), calc().Label1(0).Caption(), calc().Label1(1).Caption()}),
+            (Texts{"ft/s", "ft/s", "ft/s"}));
   EXPECT_EQ(calc().lblMount2Sensor.Caption(), "(WT-21,WT-22)");
 }
 
@@ -317,6 +320,8 @@ TEST_F(CalcTest, AChangeOfTheUnitSystemKeepsWhatWasTyped) {
   EXPECT_EQ(calc().txtResult1Text.Text(), "");
   calc().ExecuteCalc.Press();
   EXPECT_EQ(calc().txtResult1Text.Text(), "2.068");
+  calc().OUTER_DIAMETERText.Type("4.5");
+  EXPECT_EQ(calc().lblNote.Caption(), Text(text::kCalcOutdated));
 }
 
 }  // namespace

@@ -259,6 +259,7 @@ TEST_F(ChartOnScreen, ANewRunShowsItsOwnAxes) {
 
 TEST_F(ChartOnScreen, FollowsUntilAPersonMovesTheView) {
   Show();
+  EXPECT_TRUE(frame.findChild<QToolButton*>("follow")->isChecked()) << "from the start";
   const QPoint centre = Canvas().rect().center();
   const std::function<void()> moves[] = {
       [&] { Wheel(centre, 2); },
@@ -326,6 +327,16 @@ TEST_F(ChartOnScreen, IsReadableOnADarkGround) {
     }
   }
   EXPECT_GT(lightest, 120) << "a blue that is seen";
+}
+
+TEST_F(ChartOnScreen, TakesOverALargerFont) {
+  Show();
+  const int two = ColumnOf(2);
+  QFont large = binding->Widget()->font();
+  large.setPointSizeF(2 * large.pointSizeF());
+  binding->Widget()->setFont(large);
+  Settle();
+  EXPECT_GT(ColumnOf(2), two) << "the numbers of the axis need more room";
 }
 
 }  // namespace

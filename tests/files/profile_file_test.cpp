@@ -26,6 +26,7 @@ TEST(ProfileFile, ReadsAsThePlatformDoes) {
   } rows[] = {
       {"[COMM]\r\nPORT=3\r\n", "comm", "Port", "3"},
       {"[COMM]\nPORT=3", "COMM", "PORT", "3"},
+      {"[AZ]\nZa=3", "az", "zA", "3"},
       {" \t[ COMM ]\t; the line\n\t PORT \t=\t 3 4\t \n", "COMM", "PORT", "3 4\t "},
       {"[S]\r\nK= M627 \r\n", "S", "K", "M627 "},
       {"[S]\nK= \t\n", "S", "K", ""},

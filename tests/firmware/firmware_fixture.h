@@ -109,7 +109,7 @@ class FirmwareTest : public ::testing::Test {
                 Tool().cmdFolder.Enabled() && Tool().SSTab1.Enabled() && Tool().chkModule(0).Enabled() &&
                 Tool().MENU_COMM.Enabled());
     EXPECT_EQ(App_().windows.MousePointer(), kNormalPointer);
-    EXPECT_FALSE(Wait() != nullptr && Wait()->Visible());
+    EXPECT_FALSE(Wait() != nullptr && (Wait()->Visible() || Wait()->tmTime.Running()));
     EXPECT_FALSE(App_().state.UiLocked);
   }
 

@@ -69,6 +69,13 @@ TEST(Catalogue, NumbersAreShownInFixedNotationAndTakenBack) {
   }
 }
 
+TEST(Catalogue, CharactersThatAreNotPrintableAreBlanks) {
+  const std::uint8_t bytes[] = {'A', 0x00, '!', 0x1F, '~', 0x7F, 0xC4, 'z'};
+  EXPECT_EQ(ShowValue(SystemRow("type"), SharedState(), bytes, 0), "A ! ~  z");
+  const std::uint8_t padded[] = {' ', 'B', 0x00, 0xFF, ' ', 0x7F, 0x00, ' '};
+  EXPECT_EQ(ShowValue(SystemRow("type"), SharedState(), padded, 0), " B");
+}
+
 TEST(Catalogue, ATextThatTheRegisterCannotHoldIsTold) {
   SharedState state;
   const struct {
