@@ -32,10 +32,13 @@ struct MenuCaption {
 };
 
 constexpr MenuCaption kMenuCaptions[] = {
-    {&MDIForm1::ComPort, 1920},    {&MDIForm1::Parameter, 1655},
-    {&MDIForm1::setParam, 1670},   {&MDIForm1::readparam, 1660},
-    {&MDIForm1::versionInfo, 890}, {&MDIForm1::calcSensorSpacing, 1381},
-    {&MDIForm1::mnuSerial, 670},   {&MDIForm1::mnuLine, text::kLineTitle},
+    {&MDIForm1::ComPort, 1920},
+    {&MDIForm1::Parameter, 1655},
+    {&MDIForm1::setParam, 1670},
+    {&MDIForm1::readparam, 1660},
+    {&MDIForm1::versionInfo, 890},
+    {&MDIForm1::calcSensorSpacing, 1381},
+    {&MDIForm1::mnuLine, text::kLineTitle},
 };
 
 constexpr MDIForm1::Family kToggles = MDIForm1::Family::kToggles;
@@ -66,7 +69,6 @@ MDIForm1::MDIForm1(App& app)
   }
   Command13.on_click = [this] { Command13_Click(); };
   ComPort.on_click = [this] { ComPort_Click(); };
-  mnuSerial.on_click = [this] { ComPort_Click(); };
   mnuLine.on_click = [this] { mnuLine_Click(); };
   // It looks at what goes over the line, whatever work that is.
   mnuLine.SetStaysUsable(true);

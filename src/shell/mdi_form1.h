@@ -102,13 +102,11 @@ class MDIForm1 : public Form, public MainFrame {
   PushButton Command14{*this, "Command14"};  // PV
   PushButton Command13{*this, "Command13"};  // end
 
-  // A menu with items has no command of its own on the screen: mnuSerial is ComPort's.
   MenuItem ComPort{*this, "ComPort"};
-  MenuItem mnuSerial{*this, "mnuSerial", &ComPort};
-  MenuItem mnuLine{*this, "mnuLine", &ComPort};
   MenuItem Parameter{*this, "Parameter"};
   MenuItem readparam{*this, "readparam", &Parameter};
   MenuItem setParam{*this, "setParam", &Parameter};
+  MenuItem mnuLine{*this, "mnuLine", &Parameter};
   MenuItem calcSensorSpacing{*this, "calcSensorSpacing"};
   MenuItem versionInfo{*this, "versionInfo"};
 

@@ -150,7 +150,7 @@ TEST_F(FrmLineTest, ItWorksWhileAnExchangeRuns) {
   MDIForm1& frame = MainWindow(*app);
   std::string csv;
   platform->time.After(20, [&] {
-    EXPECT_FALSE(On<MenuItem>("MDIForm1", "mnuSerial").Press());
+    EXPECT_FALSE(On<MenuItem>("MDIForm1", "readparam").Press());
     EXPECT_TRUE(On<MenuItem>("MDIForm1", "mnuLine").Press());
     auto& window = static_cast<frmLine&>(*app->windows.Find("frmLine"));
     EXPECT_TRUE(window.cmdReset.Enabled());
