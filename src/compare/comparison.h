@@ -15,9 +15,9 @@ namespace vlt {
 
 enum class RowState : std::uint8_t {
   kEqual,      // the same register contents, in the same unit
-  kDifferent,  //
+  kDifferent,  // both are known, and the register contents or the units differ
   kOnlyLeft,   // the other side has no such parameter, or no value for it
-  kOnlyRight,  //
+  kOnlyRight,  // the same the other way round
   kUnread,     // both sides have it, and at least one could not be read or is no value of the register
 };
 inline constexpr std::size_t kRowStates = 5;

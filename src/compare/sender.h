@@ -27,7 +27,7 @@ struct SentRow {
 enum class SendHalt : std::uint8_t {
   kDone,            // every row had its turn
   kStopped,         // asked to stop
-  kPortLost,        //
+  kPortLost,        // in the middle of it
   kNoMeter,         // the meter could not be read; nothing was sent
   kNoRestorePoint,  // it could not be written; nothing was sent
   kOtherMeter,      // the meter on the line is not the one that was asked for; nothing was sent
