@@ -9,6 +9,7 @@
 #include "files/whole_file.h"
 #include "shell/frame_meaning.h"
 #include "shell/line_report.h"
+#include "values/hex_digits.h"
 
 namespace vlt {
 namespace {
@@ -64,7 +65,7 @@ void Companion::TellFrames(std::size_t most) {
   for (std::size_t i = line.FrameCount() - std::min(most, line.FrameCount()); i < line.FrameCount(); ++i) {
     const LineFrame& frame = line.Frame(i);
     Report({"frame", PreciseTimeText(frame.time), WayWord(frame.way), std::to_string(frame.station),
-            HexText(frame.bytes), FrameMeaning(app_, frame, Telling::kWhole)});
+            HexDigits(frame.bytes, " "), FrameMeaning(app_, frame, Telling::kWhole)});
   }
 }
 

@@ -28,7 +28,6 @@ namespace {
 
 constexpr auto kDiffers = ScriptStatus::kDiffers;
 constexpr auto kUnknown = ScriptStatus::kUnknown;
-constexpr int kMostPlaces = 4;
 
 std::vector<std::string_view> AllNames() {
   std::vector<std::string_view> names;

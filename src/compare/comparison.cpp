@@ -11,6 +11,7 @@
 #include "resources/string_table.h"
 #include "resources/text_ids_compare.h"
 #include "values/codecs.h"
+#include "values/hex_digits.h"
 #include "values/number_text.h"
 
 namespace vlt {
@@ -33,16 +34,6 @@ bool SameValue(const SideCell& left, const SideCell& right) {
   return left.raw == right.raw && (!row.IsCode() || Shown(left) == Shown(right));
 }
 
-std::string HexText(const std::vector<std::uint8_t>& bytes) {
-  constexpr char kDigits[] = "0123456789ABCDEF";
-  std::string text;
-  for (const std::uint8_t byte : bytes) {
-    text += kDigits[byte >> 4];
-    text += kDigits[byte & 0xF];
-  }
-  return text + "H";
-}
-
 // Two values that read the same with more digits, or as bytes.
 std::pair<std::string, std::string> Finer(const SideCell& left, const SideCell& right) {
   if (left.place.row->wire == Wire::kDouble) {
@@ -50,7 +41,7 @@ std::pair<std::string, std::string> Finer(const SideCell& left, const SideCell& 
     const std::string b = PlainText(BytesToDouble(right.raw, 0));
     if (a != b) return {a, b};
   }
-  return {HexText(left.raw), HexText(right.raw)};
+  return {HexDigits(left.raw) + "H", HexDigits(right.raw) + "H"};
 }
 
 class Pair {

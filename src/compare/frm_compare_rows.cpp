@@ -7,25 +7,12 @@
 #include "resources/text_ids.h"
 #include "resources/text_ids_compare.h"
 #include "resources/text_ids_compare_window.h"
+#include "values/hex_digits.h"
 
 namespace vlt {
 namespace {
 
 constexpr const char* kUnknownValue = "?";
-
-std::string Hex(unsigned number, int digits) {
-  constexpr char kDigits[] = "0123456789ABCDEF";
-  std::string text;
-  for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) text += kDigits[number >> shift & 0xF];
-  return text;
-}
-
-// "00 1E", or nothing without a value.
-std::string Bytes(const SideCell& cell) {
-  std::string text;
-  for (const std::uint8_t byte : cell.raw) text += (text.empty() ? "" : " ") + Hex(byte, 2);
-  return text;
-}
 
 // A side that has the row and no value for it is not an empty one.
 std::string ValueOf(const SideCell& cell) {
@@ -195,10 +182,10 @@ void frmCompare::grdRows_Choose() {
   const ComparisonRow& row = list_->Compared().Rows()[*chosen];
   std::string facts = FormatText(app_.Text(text::kRowFacts),
                                  {PlaceTitle(row.place, app_.state.LangOffset), row.place.row->name,
-                                  Hex(static_cast<unsigned>(row.place.Address()), 4)});
+                                  HexDigits(static_cast<unsigned>(row.place.Address()), 4)});
   const auto add = [&](int side, const SideCell& cell) {
     if (cell.raw.empty()) return;
-    facts += "   " + app_.Text(side) + ": " + Bytes(cell);
+    facts += "   " + app_.Text(side) + ": " + HexDigits(cell.raw, " ");
   };
   add(text::kLeftSide, row.left);
   add(text::kRightSide, row.right);

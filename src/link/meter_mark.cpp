@@ -9,7 +9,7 @@
 namespace vlt {
 namespace {
 
-// Of the meter's register map: unit system, language, ID number; and the specification.
+// Of the register map of the meter: unit system, language, ID number; and the specification number.
 constexpr RegisterSpan kUnitLanguageAndId{.address = 0x0100, .count = 3};
 constexpr std::size_t kIdByte = 4;
 constexpr RegisterSpan kSpecification{.address = 0x0148, .count = 1};

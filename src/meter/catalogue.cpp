@@ -184,8 +184,6 @@ std::string Joined(std::span<const int> ids, int lang_offset) {
 // How many places of a kind the largest meter has.
 int MostPlaces(Location location) { return LocationCount(location, SharedState{}); }
 
-constexpr int kMostPlaces = 4;
-
 }  // namespace
 
 std::span<const ParameterGroup> ParameterGroups() { return kGroups; }

@@ -31,6 +31,9 @@ const ParameterGroup& GroupOf(const Parameter& row);
 // The row of a whole name ("process.outer_diameter"), or null.
 const Parameter* FindParameter(std::string_view name);
 
+// Places that any parameter has at most: the digital outputs.
+inline constexpr int kMostPlaces = 4;
+
 // One parameter of a meter: a row, and the channel or output that it is read from, counted from 0.
 struct ParameterPlace {
   const Parameter* row = nullptr;

@@ -13,8 +13,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kMostPlaces = 4;
-
 // The rows that the unit of a kind stands in.
 struct UnitRows {
   UnitKind kind;

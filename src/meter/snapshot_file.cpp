@@ -13,6 +13,7 @@
 #include "meter/value_text.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_compare.h"
+#include "values/hex_digits.h"
 
 namespace vlt {
 namespace {
@@ -43,25 +44,11 @@ constexpr HeadLine kHead[] = {
 };
 constexpr std::string_view kModelKey = "model";
 
-// --- writing
-// -------------------------------------------------------------------------------------------------
-
-std::string Hex(unsigned value, int digits) {
-  constexpr char kDigits[] = "0123456789ABCDEF";
-  std::string hex(static_cast<std::size_t>(digits), '0');
-  for (auto at = hex.rbegin(); at != hex.rend(); ++at, value >>= 4) *at = kDigits[value & 0xF];
-  return hex;
-}
-
-std::string RawText(const std::vector<std::uint8_t>& raw) {
-  std::string text;
-  for (const std::uint8_t byte : raw) text += Hex(byte, 2);
-  return text;
-}
+// --- writing ---------------------------------------------------------------------------------------
 
 std::string RegisterText(const ParameterPlace& place) {
   return std::to_string(static_cast<int>(place.row->function)) + ":" +
-         Hex(static_cast<unsigned>(place.Address()), 4);
+         HexDigits(static_cast<unsigned>(place.Address()), 4);
 }
 
 // What would part fields or lines becomes a blank.
@@ -82,7 +69,7 @@ std::string RowText(const SnapshotRow& row) {
   const std::string head = std::string(parameter.name) + "\t" + PlaceName(parameter, row.place.index) + "\t" +
                            RegisterText(row.place) + "\t";
   if (!row.Known()) return head + std::string(kNothing) + "\t" + Field(row.unread) + "\t";
-  return head + RawText(row.raw) + "\t" + Field(row.value) + "\t" + Field(row.unit);
+  return head + HexDigits(row.raw) + "\t" + Field(row.value) + "\t" + Field(row.unit);
 }
 
 SharedState English(SharedState facts) {

@@ -6,6 +6,7 @@
 #include "resources/text_ids_line.h"
 #include "shell/register_names.h"
 #include "values/codecs.h"
+#include "values/hex_digits.h"
 
 namespace vlt {
 namespace {
@@ -23,13 +24,6 @@ constexpr std::size_t kWriteDataStart = 7;  // of function 10H, behind its head 
 constexpr std::size_t kSingleDataStart = 4;
 constexpr std::size_t kExceptionCode = 2;
 constexpr int kBytesPerRegister = 2;
-
-std::string Hex(unsigned value, int digits) {
-  static constexpr char kDigits[] = "0123456789ABCDEF";
-  std::string text;
-  for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) text += kDigits[(value >> shift) & 0xF];
-  return text;
-}
 
 // What a request is about, by its head.
 struct Asked {
@@ -80,7 +74,7 @@ std::string NamesText(const App& app, const RegisterSpan& span, Bytes data, Tell
 
 std::string RequestText(const App& app, const LineFrame& frame, const Asked& asked, Telling telling) {
   if (!asked.IsKnown()) {
-    return FormatText(app.Text(text::kFrameFunction), {Hex(static_cast<unsigned>(asked.function), 2)});
+    return FormatText(app.Text(text::kFrameFunction), {HexDigits(static_cast<unsigned>(asked.function), 2)});
   }
   const int id = asked.function == kReadHolding ? text::kFrameReads
                  : asked.function == kReadInput ? text::kFrameReadsInput
@@ -88,8 +82,8 @@ std::string RequestText(const App& app, const LineFrame& frame, const Asked& ask
   Bytes data;
   if (asked.function == kWriteSingle) data = DataOf(frame, kSingleDataStart);
   if (asked.function == kWriteSeveral) data = DataOf(frame, kWriteDataStart);
-  return FormatText(app.Text(id),
-                    {std::to_string(asked.span.count), Hex(static_cast<unsigned>(asked.span.address), 4)}) +
+  return FormatText(app.Text(id), {std::to_string(asked.span.count),
+                                   HexDigits(static_cast<unsigned>(asked.span.address), 4)}) +
          NamesText(app, asked.span, data, telling);
 }
 
@@ -105,7 +99,8 @@ std::string RefusalText(const App& app, const LineFrame& frame) {
                                      text::kRefusedCount};
   const std::size_t code = frame.bytes.size() > kExceptionCode ? frame.bytes[kExceptionCode] : 0;
   const int reason = kReasons[code < std::size(kReasons) ? code : 0];
-  return FormatText(app.Text(text::kFrameRefuses), {Hex(static_cast<unsigned>(code), 2), app.Text(reason)});
+  return FormatText(app.Text(text::kFrameRefuses),
+                    {HexDigits(static_cast<unsigned>(code), 2), app.Text(reason)});
 }
 
 std::string CheckText(const App& app, const LineFrame& frame) {
@@ -115,13 +110,14 @@ std::string CheckText(const App& app, const LineFrame& frame) {
   if (bytes.size() < kCheckBytes) return app.Text(text::kEndCheck);
   CalcCrc(bytes, static_cast<int>(bytes.size() - kCheckBytes), high, low);
   const std::uint8_t right[] = {low, high};
-  return FormatText(app.Text(text::kFrameCheck), {HexText(bytes.last(kCheckBytes)), HexText(right)});
+  return FormatText(app.Text(text::kFrameCheck),
+                    {HexDigits(bytes.last(kCheckBytes), " "), HexDigits(right, " ")});
 }
 
 // A byte of the reply against the same of the request.
 std::string DifferenceText(const App& app, int id, const LineFrame& frame, std::size_t at, bool hex) {
   const auto shown = [&](int byte) {
-    return hex ? Hex(static_cast<unsigned>(byte), 2) : std::to_string(byte);
+    return hex ? HexDigits(static_cast<unsigned>(byte), 2) : std::to_string(byte);
   };
   const int is = frame.bytes.size() > at ? frame.bytes[at] : 0;
   return FormatText(app.Text(id), {shown(is), shown(frame.asked[at])});
@@ -130,8 +126,8 @@ std::string DifferenceText(const App& app, int id, const LineFrame& frame, std::
 std::string EchoText(const App& app, const LineFrame& frame) {
   constexpr std::size_t kWord = 4;
   if (frame.bytes.size() < kWord + 2) return app.Text(text::kEndEcho);
-  return FormatText(app.Text(text::kFrameEcho), {HexText(Bytes(frame.bytes).subspan(kWord, 2)),
-                                                 HexText(Bytes(frame.asked).subspan(kWord, 2))});
+  return FormatText(app.Text(text::kFrameEcho), {HexDigits(Bytes(frame.bytes).subspan(kWord, 2), " "),
+                                                 HexDigits(Bytes(frame.asked).subspan(kWord, 2), " ")});
 }
 
 std::string ShortText(const App& app, const LineFrame& frame, const Asked& asked) {
@@ -166,12 +162,6 @@ std::string OutcomeText(const App& app, const LineFrame& frame, const Asked& ask
 }
 
 }  // namespace
-
-std::string HexText(std::span<const std::uint8_t> bytes) {
-  std::string text;
-  for (const std::uint8_t byte : bytes) text += (text.empty() ? "" : " ") + Hex(byte, 2);
-  return text;
-}
 
 std::string FrameMeaning(const App& app, const LineFrame& frame, Telling telling) {
   const Asked asked(frame.asked);

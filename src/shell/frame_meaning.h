@@ -21,7 +21,4 @@ enum class Telling : std::uint8_t {
 // values of its registers where the catalogue knows them ("process.outer_diameter CH1 = 60.5").
 std::string FrameMeaning(const App& app, const LineFrame& frame, Telling telling);
 
-// The bytes as pairs of hexadecimal digits, parted by blanks.
-std::string HexText(std::span<const std::uint8_t> bytes);
-
 }  // namespace vlt

@@ -11,6 +11,7 @@
 #include "resources/text_ids.h"
 #include "resources/text_ids_line.h"
 #include "shell/frame_meaning.h"
+#include "values/hex_digits.h"
 #include "values/number_text.h"
 
 namespace vlt {
@@ -173,7 +174,7 @@ void frmLine::ShowFrames() {
     const LineFrame& frame = line.Frame(static_cast<std::size_t>(i));
     const std::string texts[kFrameColumns] = {
         PreciseTimeText(frame.time).substr(kTimeOfDay), WayText(frame.way), std::to_string(frame.station),
-        HexText(frame.bytes),
+        HexDigits(frame.bytes, " "),
         FrameMeaning(app_, frame, frame.way == FrameWay::kSent ? Telling::kShort : Telling::kWhole)};
     grdFrames.SetRow(static_cast<int>(i) + 1, texts);
   }

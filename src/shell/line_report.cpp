@@ -8,6 +8,7 @@
 #include "resources/text_ids_line.h"
 #include "shell/frame_meaning.h"
 #include "shell/version.h"
+#include "values/hex_digits.h"
 #include "values/number_text.h"
 
 namespace vlt {
@@ -190,7 +191,7 @@ std::string FrameRecord(const App& app, std::span<const LineFrame> frames) {
   text += Head(app) + kLineEnd + Table(app, "\t") + kLineEnd;
   for (const LineFrame& frame : frames) {
     text += PreciseTimeText(frame.time) + "\t" + WayText(frame.way) + "\t" + std::to_string(frame.station) +
-            "\t" + HexText(frame.bytes) + "\t" + FrameMeaning(app, frame, Telling::kWhole) + kLineEnd;
+            "\t" + HexDigits(frame.bytes, " ") + "\t" + FrameMeaning(app, frame, Telling::kWhole) + kLineEnd;
   }
   return text;
 }

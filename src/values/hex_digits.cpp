@@ -10,9 +10,12 @@ std::string HexDigits(unsigned number, int digits) {
   return text;
 }
 
-std::string HexDigits(std::span<const std::uint8_t> bytes) {
+std::string HexDigits(std::span<const std::uint8_t> bytes, std::string_view between) {
   std::string text;
-  for (const std::uint8_t byte : bytes) text += HexDigits(byte, 2);
+  for (const std::uint8_t byte : bytes) {
+    if (!text.empty()) text += between;
+    text += HexDigits(byte, 2);
+  }
   return text;
 }
 
