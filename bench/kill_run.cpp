@@ -104,9 +104,12 @@ bool IsFound(const std::string& folder, const Left& left) {
   Platform machine = host.With(dialogs);
   App app(machine);
   const std::vector<OpenRun> runs = ReadOpenRuns(app);
-  if (runs.size() != 1) return false;
+  const int records = std::max(left.lines - 2, 0);
+  // A run that had not begun, or had only its head.
+  if (runs.empty()) return records == 0;
   const RunFile found = LookAtRun(app, runs.front());
-  return found.records == left.lines - 2 && found.half_line == left.half && found.last_record == left.last;
+  return runs.size() == 1 && found.records == records && found.half_line == left.half &&
+         (records == 0 || found.last_record == left.last);
 }
 
 bool KillOnce(int after_ms, int& cycles, bool& half) {
