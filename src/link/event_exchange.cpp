@@ -111,14 +111,15 @@ class EventExchange {
     std::int64_t look_ms = x_.sent_ms;  // for the end of the request
     std::int64_t ready_us = 0;          // what is still to come can't be there before
     for (;;) {
-      if (Pull(x_.arrived)) {
+      if (held_ && (NowUs() >= ready_us || AtLimit())) Release();
+      if (!held_ && Pull(x_.arrived)) {
         if (const auto end = Judge()) return Listened(*end);
         ready_us = NowUs() + pace_.CharactersUs(Missing() - 1);
       }
       if (!drained_ms_ && NowMs() >= look_ms) LookForDrain(look_ms);
-      if (drained_ms_ && NowMs() >= *LimitMs()) return Listened(JudgeAtLimit());
+      if (AtLimit()) return Listened(JudgeAtLimit());
       const std::int64_t next_us = (drained_ms_ ? *LimitMs() : look_ms) * kUsOfMs;
-      Hold(ready_us - NowUs() > pace_.CharactersUs(kShortestHold));
+      if (ready_us - NowUs() > pace_.CharactersUs(kShortestHold)) Hold(true);
       GiveWayUs(held_ ? std::min(next_us, ready_us) : next_us);
     }
   }
@@ -141,10 +142,18 @@ class EventExchange {
     return *drained_ms_ + LastLookMs(x_, first);
   }
 
+  bool AtLimit() const { return drained_ms_ && NowMs() >= *LimitMs(); }
+
   void Hold(bool hold) {
     if (hold == held_) return;
     held_ = hold;
     x_.Port().HoldInput(hold);
+  }
+
+  // Lets come what lay in the driver: all of it at once, and not a byte a turn.
+  void Release() {
+    Hold(false);
+    x_.GiveWay();
   }
 
   // Moves what has come behind `bytes`; true when something has.
