@@ -179,7 +179,12 @@ TEST(WaitingMeasureStop, WorksAtEveryMoment) {
   }
 }
 
-class WaitingStations : public StationsTest {
+// Lasts longer than the run and its port.
+struct AnotherLine {
+  sim::Line changed;
+};
+
+class WaitingStations : protected AnotherLine, public StationsTest {
  protected:
   WaitingStations() : board(test.platform, app) { board.Plug(kAdapter); }
   Texts Lines() { return MeasureTest::LinesOf(Files().at(Page().PvFileName)); }
@@ -220,7 +225,6 @@ TEST_F(WaitingStations, DoNotTakeOneStationForAnother) {
   RunPasses(1);
   board.Unplug("/dev/ttyUSB0");
   RunPasses(2);
-  sim::Line changed;
   changed.AddStation(1, {});
   sim::MeterConfig english;
   english.unit_system = 1;
