@@ -5,13 +5,12 @@
 #include <optional>
 
 #include "link/port.h"
+#include "platform/port_settings.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_heal.h"
 
 namespace vlt {
 namespace {
-
-constexpr std::int64_t kLookMs = 1000;  // between two looks at the machine's ports
 
 // Nothing tells the two apart but their names.
 bool IsAlike(const PortInfo& a, const PortInfo& b) {
@@ -56,7 +55,7 @@ void Follow(App& app, const Sighting& found) {
 // The machine's ports were looked at within the last second.
 bool HasLooked(App& app) {
   const std::optional<std::int64_t>& looked = app.state.Lost.looked_ms;
-  return looked && app.platform.clock.NowMs() - *looked < kLookMs;
+  return looked && app.platform.clock.NowMs() - *looked < kPortLookMs;
 }
 
 void CloseQuietly(App& app) {
@@ -65,6 +64,16 @@ void CloseQuietly(App& app) {
   } catch (const PortFault&) {
     // It is gone already.
   }
+}
+
+// What the machine lists behind the device that was opened.
+void NoteAdapter(App& app) {
+  LostPort& lost = app.state.Lost;
+  const std::vector<PortInfo> present = app.platform.process.Ports();
+  for (const PortInfo& info : present) {
+    if (LeadsTo(app, lost.device, info.device)) lost.adapter = info;
+  }
+  lost.twins = !lost.adapter.device.empty() && AlikeAmong(lost.adapter, present).count > 1;
 }
 
 }  // namespace
@@ -88,11 +97,8 @@ void NoteOpened(App& app, int port) {
   // A search opens one port again and again.
   if (!lost.away && lost.port == port && lost.device == device && HasLooked(app)) return;
   lost = {.port = port, .device = device, .looked_ms = app.platform.clock.NowMs()};
-  const std::vector<PortInfo> present = app.platform.process.Ports();
-  for (const PortInfo& info : present) {
-    if (LeadsTo(app, lost.device, info.device)) lost.adapter = info;
-  }
-  lost.twins = !lost.adapter.device.empty() && AlikeAmong(lost.adapter, present).count > 1;
+  // Behind the simulated meter there is none to be listed.
+  if (!IsSimulator(device)) NoteAdapter(app);
   app.state.OpenedSerial = lost.adapter.serial_number;
 }
 

@@ -12,6 +12,9 @@
 
 namespace vlt {
 
+// Between two looks at whether a port is there, or at the machine's list of ports.
+inline constexpr int kPortLookMs = 1000;
+
 // What is found of an adapter among those that the machine has.
 enum class Sight {
   kAway,      // it is not there

@@ -9,7 +9,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kLookMs = 1000;
 constexpr int kAskAgainMs = 2000;  // behind a meter that was silent or another one
 
 }  // namespace
@@ -18,7 +17,7 @@ void LiveRun::StartLooking() {
   waiting_ = false;
   gap_from_.clear();
   if (!come_back_.changed || looking_ != 0) return;
-  looking_ = app_.platform.events.StartTimer(kLookMs, [this] { app_.windows.Run([this] { Look(); }); });
+  looking_ = app_.platform.events.StartTimer(kPortLookMs, [this] { app_.windows.Run([this] { Look(); }); });
 }
 
 void LiveRun::StopLooking() {

@@ -52,4 +52,9 @@ std::optional<PortSettings> ParsePortSettings(std::string_view text) {
   return settings;
 }
 
+bool IsSimulator(std::string_view device) {
+  return device.starts_with(kSimulatorWord) &&
+         (device.size() == kSimulatorWord.size() || device[kSimulatorWord.size()] == ' ');
+}
+
 }  // namespace vlt

@@ -20,4 +20,9 @@ struct PortSettings {
 // Nothing for any other text; a speed above 4,000,000, which no adapter has, is one.
 std::optional<PortSettings> ParsePortSettings(std::string_view text);
 
+// What a COM number stands for when it is the meter simulated in process; its scenario may stand behind the
+// word and a blank.
+inline constexpr std::string_view kSimulatorWord = "simulator";
+bool IsSimulator(std::string_view device);
+
 }  // namespace vlt

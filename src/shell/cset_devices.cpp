@@ -6,6 +6,7 @@
 
 #include "files/file_report.h"
 #include "files/settings_file.h"
+#include "platform/port_settings.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 
@@ -17,7 +18,6 @@ constexpr int kPortText = 1930;
 constexpr std::array kColumnWidths = {1050, 2550, 3000};  // the last one takes what is left
 constexpr int kGridWidth = 7800;
 constexpr int kGridHeight = 3600;
-constexpr const char* kSimulator = "simulator";
 
 // What an adapter tells of itself, in one line.
 std::string AdapterText(const App& app, const PortInfo& port) {
@@ -117,7 +117,7 @@ void CSetDevices::ShowDevices() {
     const std::string adapter = AdapterText(app_, port);
     offer(port.device, port.device + (adapter.empty() ? "" : ": " + adapter));
   }
-  offer(kSimulator, app_.Text(text::kSimulatedMeter));
+  offer(std::string(kSimulatorWord), app_.Text(text::kSimulatedMeter));
   offer("", app_.Text(text::kStandardDevice));
   cmbDevices.SetItems(texts);
   const auto again = std::find(offered_.begin(), offered_.end(), kept);

@@ -10,6 +10,7 @@
 #include "link/identification.h"
 #include "link/operation.h"
 #include "link/port.h"
+#include "platform/port_settings.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_timing.h"
@@ -222,11 +223,9 @@ std::string FrmCSet::ParityText(const App& app, const std::string& letter) {
   return place < 0 ? letter : app.Text(kParities[static_cast<std::size_t>(place)].text_id);
 }
 
-// The word that the section PORTS has for the meter simulated in process; its scenario may stand behind it.
 std::string FrmCSet::DeviceText(const App& app, const std::string& device) {
-  constexpr std::string_view kWord = "simulator";
-  const bool simulated = device == kWord || device.starts_with(std::string(kWord) + ' ');
-  return simulated ? app.Text(text::kSimulatedMeter) + device.substr(kWord.size()) : device;
+  return IsSimulator(device) ? app.Text(text::kSimulatedMeter) + device.substr(kSimulatorWord.size())
+                             : device;
 }
 
 bool FrmCSet::IsLineTaken() {

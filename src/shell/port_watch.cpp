@@ -6,15 +6,9 @@
 #include "resources/text_ids_heal.h"
 
 namespace vlt {
-namespace {
-
-constexpr int kLookMs = 1000;
-
-}  // namespace
-
 PortWatch::PortWatch(App& app, Form& frame) : FormPart(frame), tmrPort(frame, "tmrPort"), app_(app) {
   tmrPort.on_timer = [this] { tmrPort_Timer(); };
-  tmrPort.SetInterval(kLookMs);
+  tmrPort.SetInterval(kPortLookMs);
 }
 
 void PortWatch::Follow() {
