@@ -6,16 +6,10 @@
 
 #include "link/store.h"
 #include "live/live_fields.h"
+#include "meter/catalogue.h"
 #include "meter/condition.h"
-#include "meter/details_table.h"
-#include "meter/display_table.h"
-#include "meter/heat_table.h"
 #include "meter/maintenance_table.h"
-#include "meter/process_table.h"
-#include "meter/range_table.h"
-#include "meter/status_table.h"
 #include "meter/system_table.h"
-#include "meter/total_table.h"
 #include "meter/wave.h"
 #include "values/codecs.h"
 
@@ -26,10 +20,6 @@ using Bytes = std::span<const std::uint8_t>;
 using Names = std::vector<NamedRegisters>;
 
 constexpr int kBytesPerRegister = 2;
-constexpr std::span<const Parameter> kTables[] = {kProcessTable, kHeatTable,    kRangeTable,
-                                                  kTotalTable,   kStatusTable,  kDisplayTable,
-                                                  kSystemTable,  kDetailsTable, kMaintenanceTable};
-
 std::string Named(std::string_view name, Location location, int index) {
   if (location == Location::kMeter) return std::string(name);
   const bool output = location == Location::kOutput || location == Location::kThermalOutput ||
@@ -49,8 +39,8 @@ std::string WordText(const App&, Bytes bytes) { return std::to_string(BytesToInt
 
 void AddParameters(Names& names) {
   const SharedState largest;
-  for (const std::span<const Parameter> table : kTables) {
-    for (const Parameter& row : table) {
+  for (const ParameterGroup& group : ParameterGroups()) {
+    for (const Parameter& row : group.rows) {
       for (int index = 0; index < LocationCount(row.location, largest); ++index) {
         names.push_back({{.function = row.function, .address = AddressOf(row, index), .count = row.Words()},
                          Named(row.name, row.location, index),
