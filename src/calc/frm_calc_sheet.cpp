@@ -3,6 +3,7 @@
 #include "calc/frm_calc.h"
 #include "files/file_report.h"
 #include "files/settings_file.h"
+#include "files/sheet_print.h"
 #include "files/whole_file.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
@@ -88,32 +89,13 @@ std::vector<SheetRow> frmCalc::ResultRows() const {
 
 void frmCalc::cmdPrint_Click() {
   const auto sheet = MakeSheet();
-  if (!sheet) return;
-  Printer* printer = app_.platform.printer;
-  if (printer == nullptr) {
-    app_.Show(app_.Text(text::kPrintingMissing), MessageIcon::kInformation);
-    return;
-  }
-  const std::string title = app_.Text(1382);
-  switch (printer->Print({&*sheet, 1}, title)) {
-    case PrintOutcome::kPrinted:
-      return Tell(FormatText(app_.Text(text::kSheetPrinted), {title}));
-    case PrintOutcome::kCancelled:
-      return;
-    case PrintOutcome::kNoPrinter:
-      return app_.Show(app_.Text(text::kNoPrinter), MessageIcon::kInformation);
-    case PrintOutcome::kFailed:
-      return app_.Show(app_.Text(text::kPrintFailed), MessageIcon::kStop);
-  }
+  if (!sheet || !HasPrinter(app_)) return;
+  if (const auto told = PrintSheets(app_, {&*sheet, 1}, app_.Text(1382))) Tell(*told);
 }
 
 void frmCalc::cmdSave_Click() {
   const auto sheet = MakeSheet();
-  if (!sheet) return;
-  if (app_.platform.printer == nullptr) {
-    app_.Show(app_.Text(text::kPrintingMissing), MessageIcon::kInformation);
-    return;
-  }
+  if (!sheet || !HasPrinter(app_)) return;
   const auto path = app_.platform.dialogs.AskSaveFile(
       {.title = app_.Text(text::kCalcSave),
        .filter = app_.Text(text::kPdfFile) + "|*.pdf|" + app_.Text(text::kChartPicture) + "|*.png",

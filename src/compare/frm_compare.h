@@ -151,7 +151,6 @@ class frmCompare : public Form {
   RowRemark Remarks() const;
   std::vector<Sheet> Sheets() const;
   bool HasComparison();
-  bool HasPrinter();
   void WriteTo(const std::string& path, const std::string& content);
 
   void Tell(const std::string& text) { stbCompare.SetPanel(1, text); }

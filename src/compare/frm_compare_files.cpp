@@ -7,6 +7,7 @@
 #include "files/csv_question.h"
 #include "files/file_report.h"
 #include "files/settings_file.h"
+#include "files/sheet_print.h"
 #include "files/whole_file.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
@@ -49,13 +50,6 @@ bool frmCompare::HasComparison() {
   return list_.has_value();
 }
 
-bool frmCompare::HasPrinter() {
-  if (app_.platform.printer == nullptr) {
-    app_.Show(app_.Text(text::kPrintingMissing), MessageIcon::kInformation);
-  }
-  return app_.platform.printer != nullptr;
-}
-
 void frmCompare::WriteTo(const std::string& path, const std::string& content) {
   const FileError error = WriteWhole(app_.platform.files, path, content, false);
   if (error != FileError::kGood) return app_.Show(NotWrittenText(app_, path, error), MessageIcon::kStop);
@@ -93,7 +87,7 @@ std::vector<Sheet> frmCompare::Sheets() const {
 }
 
 void frmCompare::cmdSavePdf_Click() {
-  if (!HasComparison() || !HasPrinter()) return;
+  if (!HasComparison() || !HasPrinter(app_)) return;
   const auto content =
       app_.platform.printer->Render(Sheets(), SheetFormat::kPdf, app_.Text(text::kCompareTitle));
   if (!content) return app_.Show(app_.Text(text::kSheetNotMade), MessageIcon::kStop);
@@ -108,18 +102,8 @@ void frmCompare::cmdSavePdf_Click() {
 }
 
 void frmCompare::cmdPrint_Click() {
-  if (!HasComparison() || !HasPrinter()) return;
-  const std::string title = app_.Text(text::kCompareTitle);
-  switch (app_.platform.printer->Print(Sheets(), title)) {
-    case PrintOutcome::kPrinted:
-      return Tell(FormatText(app_.Text(text::kSheetPrinted), {title}));
-    case PrintOutcome::kCancelled:
-      return;
-    case PrintOutcome::kNoPrinter:
-      return app_.Show(app_.Text(text::kNoPrinter), MessageIcon::kInformation);
-    case PrintOutcome::kFailed:
-      return app_.Show(app_.Text(text::kPrintFailed), MessageIcon::kStop);
-  }
+  if (!HasComparison() || !HasPrinter(app_)) return;
+  if (const auto told = PrintSheets(app_, Sheets(), app_.Text(text::kCompareTitle))) Tell(*told);
 }
 
 }  // namespace vlt
