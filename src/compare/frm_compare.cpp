@@ -11,6 +11,7 @@
 #include "resources/text_ids.h"
 #include "resources/text_ids_compare.h"
 #include "resources/text_ids_compare_window.h"
+#include "resources/text_ids_origin.h"
 
 namespace vlt {
 namespace {
@@ -87,12 +88,16 @@ void frmCompare::Form_Load() {
   optFilter(0).SetValue(true);
   for (const int side : {kLeft, kRight}) ShowSide(side);
   CompareSides(false);
+  app_.origins.on_change = [this] { ShowWhatIsOld(); };
 }
 
 void frmCompare::Form_Activate() { FillLists(); }
 
 void frmCompare::Form_Unload(int& cancel) {
-  if (!busy_) return;
+  if (!busy_) {
+    app_.origins.on_change = nullptr;
+    return;
+  }
   stop_ = true;
   Tell(app_.Text(text::kStaysWhileBusy));
   cancel = -1;
@@ -161,7 +166,7 @@ void frmCompare::Choose(int side, int entry) {
 void frmCompare::cmbSide_Click(int side) {
   const int entry = cmbSide(side).ListIndex();
   if (entry < 0 || entry == sides_[side].entry) return;
-  sides_[side] = {entry, std::nullopt};
+  sides_[side] = {.entry = entry, .held = std::nullopt};
   ShowSide(side);
   CompareSides(false);
 }
@@ -179,12 +184,23 @@ void frmCompare::ShowSide(int side) {
   const Words& words = entry < kFirstPoint ? kWords[static_cast<std::size_t>(entry)] : kFileWords;
   cmdSide(side).SetCaption(app_.Text(words.take));
   const auto& held = sides_[side].held;
-  if (held) {
-    txtSide(side).SetText(held->name.empty() ? SideTitle(app_, *held) : held->name);
-  } else {
-    txtSide(side).SetText(app_.Text(words.not_taken));
-  }
+  txtSide(side).SetText(held ? HeldText(sides_[side]) : app_.Text(words.not_taken));
   ShowIdentity(side);
+}
+
+std::string frmCompare::HeldText(const Side& side) const {
+  if (!side.held->name.empty()) return side.held->name;
+  const std::string title = SideTitle(app_, *side.held);
+  const bool old = side.held->kind == SideKind::kMeter && side.changes != app_.origins.Changes();
+  return old ? FormatText(app_.Text(text::kOutdatedSide), {title}) : title;
+}
+
+// A page, a script or this window itself has sent settings; the window reads anew what it has changed.
+void frmCompare::ShowWhatIsOld() {
+  if (busy_) return;
+  for (const int side : {kLeft, kRight}) {
+    if (sides_[side].held) txtSide(side).SetText(HeldText(sides_[side]));
+  }
 }
 
 // Two lines in any case, so that the window stands still.
@@ -247,12 +263,17 @@ void frmCompare::Put(int side, CompareSide taken) {
       std::count_if(taken.cells.begin(), taken.cells.end(), [](const SideCell& c) { return !c.Known(); });
   Tell(FormatText(app_.Text(unknown == 0 ? text::kSideTaken : text::kSideUnread),
                   {SideTitle(app_, taken), std::to_string(taken.cells.size()), std::to_string(unknown)}));
-  auto& held = sides_[side].held;
+  const auto& held = sides_[side].held;
   const bool same = list_ && held && held->kind == SideKind::kMeter && taken.kind == SideKind::kMeter &&
                     SameMeter(held->identity, taken.identity);
-  held = std::move(taken);
-  ShowSide(side);
+  Hold(side, std::move(taken));
   CompareSides(same);
+}
+
+void frmCompare::Hold(int side, CompareSide taken) {
+  sides_[side].held = std::move(taken);
+  sides_[side].changes = app_.origins.Changes();
+  ShowSide(side);
 }
 
 void frmCompare::cmdSwap_Click() {

@@ -78,6 +78,7 @@ class frmCompare : public Form {
   struct Side {
     int entry = 0;                    // of its list
     std::optional<CompareSide> held;  // what was taken in
+    int changes = 0;                  // ValueOrigins::Changes() at that time
   };
   // A line of the grid, from row 1 on.
   struct Line {
@@ -92,7 +93,9 @@ class frmCompare : public Form {
   // --- sides
   void FillLists();
   void ShowSide(int side);
+  std::string HeldText(const Side& side) const;
   void ShowIdentity(int side);
+  void ShowWhatIsOld();
   void cmbSide_Click(int side);
   void cmdSide_Click(int side);
   void cmdSwap_Click();
@@ -100,6 +103,7 @@ class frmCompare : public Form {
   void TakeFile(int side, const std::string& path);
   void AskAndTakeFile(int side);
   void Put(int side, CompareSide taken);
+  void Hold(int side, CompareSide taken);
   void Choose(int side, int entry);
   const RestorePoint* PointOf(int entry) const;
 

@@ -245,6 +245,7 @@ void frmCompare::AskAndSend(const std::string& question, const std::string& comm
     end = (this->*send)();
   }
   FillLists();
+  ShowWhatIsOld();  // a meter on the left
   operation.End(end);
   Tell(end);
   if (list_->AnyResult()) SetFilter(RowFilter::kSent);
@@ -276,8 +277,7 @@ std::string frmCompare::RestoreLeft() {
 }
 
 void frmCompare::ShowMeterAs(const Snapshot& meter) {
-  sides_[kRight].held = SideOfMeter(meter);
-  ShowSide(kRight);
+  Hold(kRight, SideOfMeter(meter));
   CompareSides(true);
 }
 

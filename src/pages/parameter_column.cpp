@@ -397,6 +397,7 @@ bool ParameterColumn::Send(const PlannedWrite& write) {
   const WriteResult result = write.write == WriteWith::kSingle
                                  ? WriteRegister(app_, write.address, (write.data[0] << 8) | write.data[1])
                                  : WriteRegisters(app_, write.address, write.data);
+  if (result != WriteResult::kRefused) app_.origins.PageHasSent();
   if (result == WriteResult::kProven) {
     rules_.WriteProven(write);
     origins_.WasSet(write);

@@ -21,6 +21,9 @@ inline constexpr int kOutdatedUnitSystem = 2560;
 inline constexpr int kOutdatedUnit = 2561;
 inline constexpr int kOutdatedSent = 2565;
 
+// A meter that was read whole, in the comparison. %1 its name.
+inline constexpr int kOutdatedSide = 2566;
+
 // Why an entry still shows what it showed before a read. %1 the reason.
 inline constexpr int kOriginNotRead = 2562;
 

@@ -8,6 +8,7 @@
 
 #include "compare/compare.h"
 #include "compare/compare_fixture.h"
+#include "pages/form2.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_compare_window.h"
 #include "state/form_lock.h"
@@ -142,6 +143,43 @@ TEST(CompareWindow, ComparesASnapshotWithTheMeterAndShowsWhatDiffers) {
   test.Filter(RowFilter::kOnlyRight);
   EXPECT_GT(window.grdRows.Rows(), 100) << "the pages hold nothing yet";
   EXPECT_TRUE(test.Said().empty());
+}
+
+// A page sends while the window stands open: a meter that was taken in before, on either side, says that it is
+// outdated, until it is taken in anew. A refused set changes nothing.
+TEST(CompareWindow, AMeterThatWasSetSinceIsOutdated) {
+  CompareWindowTest test;
+  frmCompare& window = test.window();
+  for (const int side : {frmCompare::kLeft, frmCompare::kRight}) {
+    test.Choose(side, kMeterEntry);
+    test.Take(side);
+  }
+  Form2& page = test.Open<Form2>("Form2");
+  page.BURNOUT_TIMER.Tick();
+  const auto set = [&](const char* seconds) {
+    page.BURNOUT_TIMERText.Type(seconds);
+    page.SetParameter.Press();
+    return Texts{window.txtSide(0).Text(), window.txtSide(1).Text()};
+  };
+  const std::string fresh = "This meter", old = "This meter - outdated, settings were sent since it was read";
+  test.meter().BreakMemory(sim::Space::Holding, kTimer, kTimer + 1, 4);
+  test.Answer();
+  EXPECT_EQ(set("20"), (Texts{fresh, fresh}));
+  test.meter().MendMemory();
+  EXPECT_EQ(set("30"), (Texts{old, old}));
+  test.Take(frmCompare::kRight);
+  EXPECT_EQ(window.txtSide(1).Text(), fresh);
+  EXPECT_EQ(window.txtSide(0).Text(), old);
+  EXPECT_EQ(window.grdRows.Cell(test.LineOf(kTimerTitle), 5), "different");
+  // Its own sending: the right side is read anew.
+  test.Tick(kTimerTitle);
+  test.Answer();
+  EXPECT_TRUE(window.cmdSend.Press());
+  EXPECT_EQ(window.txtSide(1).Text(), fresh);
+  EXPECT_EQ(window.txtSide(0).Text(), old);
+  EXPECT_TRUE(window.cmdClose.Press());
+  EXPECT_TRUE(test.app().windows.Find("frmCompare") == nullptr);
+  page.SetParameter.Press();
 }
 
 // Missing rows, unread rows and lines that were not taken: the counts are those of all rows, and what is not
