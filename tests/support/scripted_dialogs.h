@@ -31,6 +31,9 @@ class ScriptedDialogs : public Dialogs {
   std::optional<std::string> AskSaveFile(const FileQuestion& question) override;
   std::optional<std::string> AskFolder(const FolderQuestion& question) override;
 
+  // From now on a box without a prepared answer is closed, and a file dialog cancelled.
+  void CloseUnexpected() { closes_ = true; }
+
   // The texts shown since the last call.
   std::vector<std::string> TakeTexts();
 
@@ -51,6 +54,7 @@ class ScriptedDialogs : public Dialogs {
   Paths save_paths_;
   Paths folder_paths_;
   std::size_t taken_ = 0;
+  bool closes_ = false;
 };
 
 }  // namespace vlt::test
