@@ -71,15 +71,6 @@ std::string FullName(const ParameterPlace& place) {
   return std::string(place.row->name) + (name.empty() ? "" : " " + name);
 }
 
-// A meter whose facts are known by no window: what its values are shown and written by.
-void KeepFacts(const SharedState& facts, SharedState& state) {
-  state.UnitFlag = facts.UnitFlag;
-  state.OperationMode = facts.OperationMode;
-  state.SpecClass = facts.SpecClass;
-  state.PathMode = facts.PathMode;
-  state.TempUnit = facts.TempUnit;
-}
-
 }  // namespace
 
 MeterWords::MeterWords(App& app, Desk desk)
@@ -176,9 +167,8 @@ void MeterWords::Set(const Arguments& arguments) {
   const EncodedValue value = EncodeValue(row, read.facts, typed);
   const std::string refusal = WhyNot(row, read.facts, typed, value.fault);
   if (!refusal.empty()) TellSent(before, {.value = typed, .holds = before.value, .reason = refusal});
-  // The write shows what has come back by what is known of the meter.
-  if (app_.frame == nullptr) KeepFacts(read.facts, app_.state);
-  const ProvenWrite written = WriteProven(app_, before.place, value.bytes);
+  // By what was read of the meter: the session's own units are those of the settings.
+  const ProvenWrite written = WriteProven(app_, before.place, value.bytes, read.facts);
   const auto shown = [&](std::span<const std::uint8_t> bytes) {
     return bytes.empty() ? std::string() : ValueText(row, read.facts, bytes);
   };

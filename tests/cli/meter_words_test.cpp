@@ -167,10 +167,16 @@ TEST(MeterWords, SetSendsNothingThatARowRefuses) {
 
 TEST(MeterWords, AValueFollowsTheMetersOwnUnits) {
   Session session({.unit_system = 1});
-  EXPECT_EQ(session.Run("set process.outer_diameter 4.5 1\nget process.outer_diameter 1"), 0)
-      << session.trouble;
+  session.machine.Arm("ignore-write@00DAH/10*ever");
+  EXPECT_EQ(
+      session.Run("set process.outer_diameter 4.5 1\nget process.outer_diameter 1\n"
+                  "spacing outer_diameter=60.5 wall_thickness=3.8 pipe_material=0 fluid=0 sensor_type=0\n"
+                  "set process.wall_thickness 0.2 1"),
+      1);
   EXPECT_TRUE(session.ToldPart("value\tprocess.outer_diameter\tCH1\t4.5000\tinch\t3:00D2\t0000AFC8"))
       << ::testing::PrintToString(session.output);
+  EXPECT_TRUE(session.ToldPart("\tmm\t")) << "what is not the meter's goes by the settings";
+  EXPECT_TRUE(session.trouble.ends_with(": the meter holds 0.1496")) << session.trouble;
 }
 
 TEST(MeterWords, AMeterLacksWhatItsShapeHasNot) {
@@ -230,7 +236,7 @@ TEST(MeterWords, TheyWorkBeforeAndBehindAStart) {
 TEST(MeterWords, ASnapshotIsComparedAndRestored) {
   Session session;
   const int status = session.Run(
-      "snapshot /data/a.txt\ncompare meter /data/a.txt\nset process.outer_diameter 114.3 1\n"
+      "snapshot /data/a.txt\ncompare meter /data/a.txt all\nset process.outer_diameter 114.3 1\n"
       "set range.damping 7 2\nsnapshot /data/b.txt\nrestore /data/a.txt\ncompare /data/a.txt meter\n"
       "compare /data/a.txt /data/b.txt");
   EXPECT_EQ(status, 1);
@@ -246,7 +252,11 @@ TEST(MeterWords, ASnapshotIsComparedAndRestored) {
   told("sent\trange.damping\tCH2\tstored\t5.0\t5.0\t7.0\tsec\t");
   told("restored\t2\t0\t0\t0\t0\t/home/operator/veltrano3/");
   told("row\tprocess.outer_diameter\tCH1\tdifferent\t60.50\tmm\t000017A2\t114.30\tmm\t00002CA6\t");
-  EXPECT_FALSE(session.ToldPart("row\tprocess.fluid")) << "equal rows are not told";
+  EXPECT_EQ(std::count_if(
+                session.output.begin(), session.output.end(),
+                [](const std::string& line) { return line.starts_with("row\tprocess.fluid\tCH1\tequal"); }),
+            1)
+      << "equal rows are told when all are asked for";
   EXPECT_EQ(session.machine.Meter().holding().Long(0x00D2), 6050);
 }
 
@@ -257,7 +267,7 @@ TEST(MeterWords, AComparisonHasThreeEnds) {
     const char* trouble;
     const char* fault = "";
   } cases[] = {
-      {"snapshot /s\ncompare /s /s all", 0, ""},
+      {"snapshot /s\nsnapshot /s\ncompare /s /s all", 0, ""},
       {"snapshot /s\nset process.fluid 3 1\ncompare /s meter", 1, "3: All "},
       {"compare /s /t", 2, "1: /s could not be read: there is no such file"},
       {"compare /app/VLT.ini meter", 2, "1: /app/VLT.ini is neither a snapshot nor a parameter file"},
@@ -286,6 +296,10 @@ TEST(MeterWords, FieldsAndTheirFileAreSides) {
   EXPECT_TRUE(same.trouble.starts_with("8: All ")) << same.trouble;
   EXPECT_TRUE(same.ToldPart("compared\t")) << ::testing::PrintToString(same.output);
   EXPECT_FALSE(same.ToldPart("\tdifferent\t"));
+  Session file;
+  file.machine.files.files = same.machine.files.files;
+  EXPECT_EQ(file.Run("restore /data/pipe.ini"), 1);
+  EXPECT_TRUE(file.trouble.starts_with("1: /data/pipe.ini is no snapshot")) << file.trouble;
   Session session;
   EXPECT_EQ(session.Run("start\nopen Form10\ntick OUTER_DIAMETER\npress ReadParameter\n"
                         "type OUTER_DIAMETERText 77\ncompare fields meter"),
@@ -303,7 +317,7 @@ TEST(MeterWords, SnapshotLosesNoFile) {
   } cases[] = {
       {"snapshot /app/VLT.ini", "1: /app/VLT.ini is there and is no snapshot"},
       {"snapshot /s", "1: the meter could not be read: [NO RESPONSE ERROR]", "silence*ever"},
-      {"snapshot /s", "1: ", "silence@00D0H/03*ever", true},
+      {"snapshot /s", "1: 12 of 225 parameters could not be read", "silence@00D0H/03*ever", true},
   };
   for (const auto& c : cases) {
     Session session;
@@ -342,6 +356,17 @@ TEST(MeterWords, RestoreTellsWhatItCouldNotDo) {
     EXPECT_TRUE(session.trouble.starts_with(c.trouble)) << session.trouble;
     EXPECT_TRUE(*c.told == '\0' || session.ToldPart(c.told)) << ::testing::PrintToString(session.output);
   }
+}
+
+TEST(MeterWords, ALineThatNoSnapshotHasKeepsARestoreFromBeingWhole) {
+  Session session;
+  EXPECT_EQ(session.Run("snapshot /s"), 0) << session.trouble;
+  Session restoring;
+  restoring.machine.files.files["/s"] =
+      session.machine.files.files["/s"] + "range.colour\tCH1\t3:7000\t0001\tred\t\n";
+  EXPECT_EQ(restoring.Run("restore /s"), 1);
+  EXPECT_TRUE(restoring.ToldPart("remark\tleft\t"));
+  EXPECT_TRUE(restoring.trouble.starts_with("1: lines of /s that were not taken: 1")) << restoring.trouble;
 }
 
 // A script that is stopped (by a signal) breaks long work off at its next exchange, and writes nothing.
@@ -386,8 +411,11 @@ TEST(MeterWords, ScanFindsMeters) {
       {"scan stations=2-3", 1, "progress\t1\t18\tCOM1 9600,O", "1: "},
       {"scan port=2", 1, "", "1: COM2 is not there"},
       {"scan port=0", 2, "", "1: port=0: a whole number from 1 to 10 is needed"},
+      {"scan port=10", 1, "", "1: COM10 is not there"},
+      {"scan port=11", 2, "", "1: port=11: a whole number from 1 to 10 is needed"},
+      {"scan stations=31", 1, "progress\t1\t9\tCOM1 9600,O", "1: "},
       {"scan stations=5-2", 2, "", "1: stations=5-2: a whole number from 0 to 31 is needed"},
-      {"scan stations=1-99", 2, "", "1: stations=1-99: "},
+      {"scan stations=1-32", 2, "", "1: stations=1-32: "},
       {"scan station=1", 2, "", "1: there is no key station; near it: stations"},
       {"scan 7", 2, "", "1: 7 is not written KEY=VALUE"},
       {"scan port=1 port=1", 2, "", "1: port is given twice"},
@@ -402,8 +430,11 @@ TEST(MeterWords, SpacingCalculatesAsItsWindowDoes) {
     int status;
     const char* text;
   } cases[] = {
-      {pipe + "pipe_material=0 fluid=0 sensor_type=0", 0, ""},
+      {pipe + "pipe_material=0 fluid=0 sensor_type=0", 0, "\tmm\t"},
       {pipe + "\"pipe_material=carbon steel\" fluid=WATER sensor_type=3 \"sensor_mount=Z METHOD\"", 0, ""},
+      {"spacing unit=ENGLISH outer_diameter=3.937 wall_thickness=0.1969 pipe_material=0 fluid=0 "
+       "sensor_type=4",
+       0, "spacing\t2.068\tinch\t"},
       {pipe + "pipe_material=0 fluid=0", 1, "SENSOR TYPE"},
       {"spacing wall_thickness=3.8 pipe_material=0 fluid=0 sensor_type=1", 1, "OUTER DIAMETER"},
       {pipe + "pipe_material=GOLD fluid=0 sensor_type=1", 1,
@@ -418,7 +449,8 @@ TEST(MeterWords, SpacingCalculatesAsItsWindowDoes) {
   for (const auto& c : cases) {
     Session session;
     EXPECT_EQ(session.Run(c.line), c.status) << c.line << '\n' << session.trouble;
-    EXPECT_NE(session.trouble.find(c.text), std::string::npos) << session.trouble;
+    const std::string& told = c.status == 0 ? session.output.back() : session.trouble;
+    EXPECT_NE(told.find(c.text), std::string::npos) << told;
     EXPECT_TRUE(session.machine.TakeRequests().empty()) << "no meter is asked";
   }
   const std::pair<const char*, const char*> same[] = {
@@ -430,6 +462,9 @@ TEST(MeterWords, SpacingCalculatesAsItsWindowDoes) {
        "type FLUID_S_VText 1400\nchoose SENSOR_TYPECombo 0\nchoose SENSOR_MOUNTCombo 1\n"},
       {"pipe_material=0 fluid=0 sensor_type=2 lining_material=3 lining_thickness=2",
        "choose SENSOR_TYPECombo 2\nchoose LINING_MATERIALCombo 3\ntype LINING_THICKNESSText 2\n"},
+      {"pipe_material=0 fluid=0 sensor_type=2 lining_sound_velocity=2000 lining_thickness=2",
+       "choose SENSOR_TYPECombo 2\nchoose LINING_MATERIALCombo 7\ntype LINING_S_VText 2000\n"
+       "type LINING_THICKNESSText 2\n"},
   };
   for (const auto& [keys, gestures] : same) {
     Session word;
