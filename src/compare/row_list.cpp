@@ -62,10 +62,7 @@ void RowList::MakeOffers() {
   offers_.clear();
   for (const ComparisonRow& row : comparison_.Rows()) offers_.push_back(OfferOf(row));
   if (comparison_.Right().kind != SideKind::kMeter) return;
-  for (const ParameterPlace& place : ChooseDifferent(comparison_)) {
-    const std::size_t row = RowOf(place);
-    if (row < offers_.size()) offers_[row].batch = offers_[row].can;
-  }
+  for (const ParameterPlace& place : ChooseDifferent(comparison_)) offers_[RowOf(place)].batch = true;
 }
 
 RowList::Offer RowList::OfferOf(const ComparisonRow& row) const {

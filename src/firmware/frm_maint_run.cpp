@@ -254,7 +254,6 @@ void frmMaint_MAIN::DownloadModule(int module, const std::string& path) {
     wait.Step(4, "Wait ...... FlashROM IS WRITING IN.");
     if (!ok) Note(FormatText(app_.Text(text::kFwIncomplete), {m.stem}));
   }
-  Link.FwClosePort();
   txtDL_Result(module).SetText(ok ? kSuccess : kNotGood);
   journal_.Add("result", txtDL_Result(module).Text());
   Pause(kEndPauseMs);
@@ -282,7 +281,6 @@ void frmMaint_MAIN::VerifyModule(int module, const std::string& path) {
     wait.Step(5, "Wait ...... UPLOAD Save");
     SaveReadBack(path);
   }
-  Link.FwClosePort();
   txtResult(module).SetText(ok && same ? kSuccess : kNotGood);
   journal_.Add("result", txtResult(module).Text());
   Pause(kEndPauseMs);
@@ -343,7 +341,6 @@ void frmMaint_MAIN::ReadVersion() {
     ok = Exchange("close", kShortFrame, kVersionTitle,
                   [&](bool& sent) { Link.FwSendClose(kFwVersionCode, sent); });
   }
-  Link.FwClosePort();
   wait.End();
   txtVer.SetText(ok ? FwDeviceText(version) : "Error");
 }

@@ -52,10 +52,8 @@ void frmMaint_Wait::Begin(const std::string& title, const std::string& message, 
   lblTitle.SetCaption(title);
   pbWait.SetMax(steps);
   Step(1, message);
-  const bool stops = app_.state.FwCancelFlag == 1;
-  cmdCan.SetEnabled(!stops);
-  if (!stops) lblStop.SetCaption("");
-  Expect(0);
+  cmdCan.SetEnabled(true);
+  lblStop.SetCaption("");
   tmTime.SetRunning(true);
   Show();
 }

@@ -79,6 +79,7 @@ TEST_F(CalcTest, CaptionsUnitsAndRanges) {
   EXPECT_EQ(calc().FLUID_S_V_RANGE.Caption(), "300-2500m/s");
   EXPECT_EQ(calc().SENSOR_MOUNTCombo.Items(), (Texts{"V METHOD", "Z METHOD"}));
   EXPECT_EQ(calc().FLUID_S_VText.BackColour(), kButtonFaceColour);
+  EXPECT_EQ(calc().lblRequired(0).Caption() + calc().lblRequired(1).Caption(), "**");
   test.app.windows.Unload("frmCalc");
   test.app.state.UnitFlag = 1;
   test.app.state.ModelCode = "K410";
@@ -239,6 +240,13 @@ TEST_F(CalcTest, ProcessValuesFillTheFields) {
   EXPECT_EQ(calc().SENSOR_MOUNTCombo.ListIndex(), 0) << "not offered here";
   EXPECT_EQ(calc().OUTER_DIAMETERText.Text(), "77") << "the page knows none";
   EXPECT_EQ(test.StatusText(), "Taken from the process page (CH1): 4 values");
+  // A result of other values is told beside it.
+  calc().ExecuteCalc.Press();
+  test.app.state.ProcessChannel = 1;
+  Slot("OUTER_DIAMETER_Data") = "88";
+  calc().cmdTake.Press();
+  EXPECT_EQ(calc().lblNote.Caption(),
+            "Taken from the process page (CH2): 5 values   " + Text(text::kCalcOutdated));
 }
 
 TEST_F(CalcTest, AnOpenProcessPageIsAskedForWhatItShows) {
@@ -263,6 +271,13 @@ TEST_F(CalcTest, TheSheetIsThatOfTheFields) {
   }
   EXPECT_FALSE(Shows(printer.sheets[0], "LINING S.V.")) << "there is no lining";
   EXPECT_EQ(test.StatusText(), "Sensor Spacing Calculation was sent to the printer");
+  calc().LINING_MATERIALCombo.Choose(1);
+  calc().LINING_THICKNESSText.Type("1.25");
+  calc().SENSOR_TYPECombo.Choose(2);
+  calc().cmdPrint.Press();
+  for (const char* text : {"LINING S.V.", "1.25", "SENSOR SPACING2"}) {
+    EXPECT_TRUE(Shows(printer.sheets[1], text)) << text;
+  }
   const struct {
     PrintOutcome outcome;
     Texts said;
@@ -311,15 +326,17 @@ TEST_F(CalcTest, SheetsAreSavedByTheirEnding) {
 TEST_F(CalcTest, AChangeOfTheUnitSystemKeepsWhatWasTyped) {
   SteelPipe();
   calc().ExecuteCalc.Press();
+  Show();
   test.app.state.UnitFlag = 1;
-  calc().ExecuteCalc.Press();
   EXPECT_EQ(calc().txtResult1Text.Text(), "52.54") << "the fields still show millimetres";
   Show();
   EXPECT_EQ(calc().OUTER_DIAMETERText.Text(), "3.9370");
   EXPECT_EQ(calc().Label8(0).Caption(), "inch");
-  EXPECT_EQ(calc().txtResult1Text.Text(), "");
-  calc().ExecuteCalc.Press();
+  EXPECT_EQ(calc().txtResult1Text.Text() + calc().lblNote.Caption(), "")
+      << "no result that could be outdated";
+  calc().cmdPrint.Press();
   EXPECT_EQ(calc().txtResult1Text.Text(), "2.068");
+  EXPECT_TRUE(Shows(printer.sheets[0], "9843")) << "the list's velocity in ft/s";
   calc().OUTER_DIAMETERText.Type("4.5");
   EXPECT_EQ(calc().lblNote.Caption(), Text(text::kCalcOutdated));
 }

@@ -145,34 +145,21 @@ TEST_F(FirmwareTest, VersionFramesAndTexts) {
 TEST_F(FirmwareTest, ErrorAnswersAreShownAndEndTheModule) {
   const std::string sixty = "0123456789012345678901234567890123456789012345678901234567";
   const struct {
-    char at;  // command letter of the frame that is refused
-    std::string answer;
+    char at;             // command letter of the frame that is refused
+    std::string answer;  // behind its head
     std::string box;
     std::size_t frames;
   } cases[] = {
-      {'A',
-       "\x02"
-       "EBUSY\x0C\r\n",
-       "KRT_ERROR : BUSY", 1},
-      {'B',
-       "\x02"
-       "EFLASH 3\x0Cmore\r\n",
-       "KRT_ERROR : FLASH 3", 2},
-      {'C',
-       "\x02"
-       "E" +
-           sixty + "\r\n",
-       "KRT_ERROR : " + sixty.substr(0, 48), 3},
-      {'B',
-       "\x02"
-       "E\x01\x80x\x0C\r\n",
-       "KRT_ERROR :   x", 2},
+      {'A', "BUSY\x0C\r\n", "KRT_ERROR : BUSY", 1},
+      {'B', "FLASH 3\x0Cmore\r\n", "KRT_ERROR : FLASH 3", 2},
+      {'C', sixty + "\r\n", "KRT_ERROR : " + sixty.substr(0, 48), 3},
+      {'B', "\x01\x80x\x0C\r\n", "KRT_ERROR :   x", 2},
   };
   for (const auto& given : cases) {
     Reset();
     File("KRT_CNTL") = GoodFile(0, 100);
     Peer().answer = [&](const std::string& frame) {
-      return frame[1] == given.at ? given.answer : Peer().Good(frame);
+      return frame[1] == given.at ? "\x02\x45" + given.answer : Peer().Good(frame);
     };
     EXPECT_EQ(Download(0, 2), (Texts{given.box, kCompleted}));
     EXPECT_EQ(machine->dialogs.messages[0].title, "Download Tool");

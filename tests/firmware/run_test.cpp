@@ -35,6 +35,7 @@ TEST_F(RunTest, TheWaitWindowFollowsADownload) {
                  Tool().txtDown.Type("x") || Tool().MENU_COMM.Press() || Tool().SSTab1.Select(1) ||
                  Tool().optSEL_UP(0).Choose());
     EXPECT_TRUE(Wait()->cmdCan.Enabled());
+    EXPECT_FALSE(Wait()->HasCloseCommand());
   });
   EXPECT_EQ(Download(0), Texts{kCompleted});
   EXPECT_EQ(seen, (Texts{"0 Wait ...... DOWNLOAD Start", "2 Wait ...... DOWNLOAD",
@@ -90,6 +91,7 @@ TEST_F(RunTest, ModulesInOrderUntilCancel) {
     Peer().answer = [this](const std::string& frame) { return Peer().Good(frame); };
     Execute(1);
     EXPECT_EQ(DownloadResult(3), "SUCCESS");
+    EXPECT_TRUE(Wait()->cmdCan.Enabled() && Wait()->lblStop.Caption().empty());
   }
 }
 
@@ -158,16 +160,30 @@ TEST_F(RunTest, TheJournalTellsEachStep) {
 TEST_F(RunTest, AJournalThatCantBeWrittenIsToldAndStopsNothing) {
   const std::string beside = "/fw/v12_journal_20261124100000.csv";
   const std::string within = "/fw/v12/journal_20261124100000.csv";
-  for (const bool folder_too : {false, true}) {
+  const std::string full = "could not be written: the disk is full";
+  const struct {
+    std::function<void(MeddledFiles&)> spoil;
+    std::string note;
+  } cases[] = {
+      {[&](MeddledFiles& files) { files.FailPath(beside, FileError::kNoPermission); }, "Journal: " + within},
+      {[&](MeddledFiles& files) {
+         files.FailPath(beside, FileError::kNoPermission);
+         files.FailPath(within, FileError::kFull);
+       },
+       full},
+      {[](MeddledFiles& files) { files.FailChange(3, FileError::kFull); }, full},  // its first step
+  };
+  for (const auto& given : cases) {
     Reset();
     File("KRT_CNTL") = GoodFile(0, 100);
-    machine->files.FailPath(beside, FileError::kNoPermission);
-    if (folder_too) machine->files.FailPath(within, FileError::kFull);
-    Download(0);
+    machine->files.folders.insert(kFolder + "/");
+    given.spoil(machine->files);
+    Tool().txtDown.SetText(kFolder + "/");
+    Tool().chkModule(0).SetValue(1);
+    EXPECT_EQ(Execute(1), Texts{kCompleted});
     EXPECT_EQ(DownloadResult(0), "SUCCESS");
-    EXPECT_EQ(machine->files.files.contains(within), !folder_too);
-    const char* note = folder_too ? "could not be written: the disk is full" : "Journal: /fw/v12/journal";
-    EXPECT_NE(Tool().lblNote.Caption().find(note), std::string::npos) << Tool().lblNote.Caption();
+    EXPECT_EQ(machine->files.files.contains(within), given.note != full);
+    EXPECT_NE(Tool().lblNote.Caption().find(given.note), std::string::npos) << Tool().lblNote.Caption();
   }
 }
 
@@ -243,6 +259,12 @@ TEST_F(RunTest, ThePortIsChosenAndKept) {
   none.cmdOK.Press();
   EXPECT_EQ(App_().state.PortNo, "0");
   EXPECT_TRUE(none.Visible());
+  // It goes when a run begins, and with the tool.
+  EXPECT_EQ(Execute(1), Texts{"Please enter the folder"});
+  EXPECT_EQ(App_().windows.Find("frmMaint_COMM"), nullptr);
+  port();
+  EXPECT_TRUE(App_().windows.Unload("frmMaint_MAIN"));
+  EXPECT_TRUE(App_().windows.Open().empty());
 }
 
 TEST_F(RunTest, FontsFollowTheSystemsLanguage) {
