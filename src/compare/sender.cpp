@@ -280,8 +280,6 @@ std::size_t SendReport::Count(WriteEnd end) const {
       std::count_if(rows.begin(), rows.end(), [end](const SentRow& row) { return row.end == end; }));
 }
 
-bool SendReport::AllStored() const { return !rows.empty() && Count(WriteEnd::kStored) == rows.size(); }
-
 void SortAsWritten(std::vector<ParameterPlace>& places) {
   std::stable_sort(places.begin(), places.end(), [](const ParameterPlace& a, const ParameterPlace& b) {
     return WritingKey(a) < WritingKey(b);

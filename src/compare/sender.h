@@ -42,7 +42,6 @@ struct SendReport {
   Snapshot before;
 
   std::size_t Count(WriteEnd end) const;
-  bool AllStored() const;
 };
 
 struct SendListener : WorkListener {

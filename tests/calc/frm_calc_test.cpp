@@ -8,32 +8,13 @@
 #include "calc/frm_calc.h"
 #include "pages/pages.h"
 #include "resources/text_ids.h"
+#include "support/keeping_printer.h"
 #include "support/test_app.h"
 
 namespace vlt::test {
 namespace {
 
 using Texts = std::vector<std::string>;
-
-// Keeps what it is given instead of printing it.
-class KeepingPrinter : public Printer {
- public:
-  PrintOutcome Print(std::span<const Sheet> pages, const std::string& title) override {
-    sheets.push_back(pages.front());
-    titles.push_back(title);
-    return outcome;
-  }
-  std::optional<std::string> Render(std::span<const Sheet> pages, SheetFormat format,
-                                    const std::string&) override {
-    sheets.push_back(pages.front());
-    if (fails) return std::nullopt;
-    return format == SheetFormat::kPdf ? "a pdf" : "a png";
-  }
-  PrintOutcome outcome = PrintOutcome::kPrinted;
-  bool fails = false;
-  std::vector<Sheet> sheets;
-  Texts titles;
-};
 
 class CalcTest : public testing::Test {
  protected:

@@ -124,7 +124,7 @@ TEST(Companion, TroubleEndsTheScript) {
       {"start\nopen Form10\npress Label8(1)", 2, "3: Form10.Label8(1) is nothing to press"},
       {"start\nopen Form10\nchoose OUTER_DIAMETERText 1", 2, "3: Form10.OUTER_DIAMETERText is nothing to"},
       {"start\nopen Form10\nshow PIPE_MATERIALCombo[x]", 2, "3: no part is named"},
-      {"start\nopen Form10\nshow PIPE_MATERIALCombo[99]", 2,
+      {"start\nopen Form10\nshow PIPE_MATERIALCombo[13]", 2,
        "3: there is no part Form10.PIPE_MATERIALCombo["},
       {"start\nshow StatusBar1[4]", 2, "2: there is no part"},
       {"start\nexpect StatusBar1[0] X", 2, "2: there is no part"},
@@ -186,7 +186,8 @@ TEST(Companion, GesturesReachTheControls) {
        "Form10.OUTER_DIAMETERText\t60.5\tenabled\t"},
       {"tick OUTER_DIAMETER\nuntick OUTER_DIAMETER\nshow OUTER_DIAMETER",
        "Form10.OUTER_DIAMETER\tOUTER DIAMETER\tenabled\tunticked"},
-      {"tick PIPE_MATERIAL\nchoose PIPE_MATERIALCombo 1\nshow PIPE_MATERIALCombo",
+      {"tick PIPE_MATERIAL\nchoose PIPE_MATERIALCombo 1\nexpect PIPE_MATERIALCombo[0] \"CARBON STEEL\"\n"
+       "show PIPE_MATERIALCombo",
        "Form10.PIPE_MATERIALCombo\tSTAINLESS STEEL\tenabled\t1"},
       {"tick PIPE_MATERIAL\nchoose PIPE_MATERIALCombo \"STAINLESS STEEL\"\nshow PIPE_MATERIALCombo[1]",
        "Form10.PIPE_MATERIALCombo[1]\tSTAINLESS STEEL"},

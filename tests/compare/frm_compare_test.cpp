@@ -12,6 +12,7 @@
 #include "resources/text_ids.h"
 #include "resources/text_ids_compare_window.h"
 #include "state/form_lock.h"
+#include "support/keeping_printer.h"
 
 namespace vlt::test {
 namespace {
@@ -28,21 +29,6 @@ constexpr std::uint32_t kFluid = 0x00E6;
 constexpr std::uint32_t kWall = 0x00DA;
 constexpr std::uint32_t kTimer = 0x001C;
 constexpr const char* kTimerTitle = "BURNOUT TIMER";
-
-// Keeps what it is given instead of printing it.
-class KeepingPrinter : public Printer {
- public:
-  PrintOutcome Print(std::span<const Sheet> given, const std::string&) override {
-    pages = given.size();
-    return outcome;
-  }
-  std::optional<std::string> Render(std::span<const Sheet> given, SheetFormat, const std::string&) override {
-    pages = given.size();
-    return "a pdf";
-  }
-  PrintOutcome outcome = PrintOutcome::kPrinted;
-  std::size_t pages = 0;
-};
 
 class CompareWindowTest : public CompareTest {
  public:
@@ -122,6 +108,8 @@ TEST(CompareWindow, ComparesASnapshotWithTheMeterAndShowsWhatDiffers) {
 
   test.ChangeThree();
   test.Take(frmCompare::kRight);
+  EXPECT_EQ(test.Told(), "This meter: 225 rows taken in");
+  EXPECT_EQ(test.test.StatusText(), test.Told());
   EXPECT_EQ(test.Listed(RowStyle::kStrong), 4);
   EXPECT_EQ(window.optFilter(1).Caption(), "Different (4)");
   test.Filter(RowFilter::kDifferent);
@@ -134,6 +122,12 @@ TEST(CompareWindow, ComparesASnapshotWithTheMeterAndShowsWhatDiffers) {
   EXPECT_EQ(
       window.stbRow.Panel(1),
       "PROCESS SETTING CH1 KIND OF FLUID   process.fluid   Register 00E6H   Left: 00 03   Right: 00 05");
+  EXPECT_EQ(window.stbNote.Panel(1), "different");
+  for (const RowFilter filter : {RowFilter::kAll, RowFilter::kDifferent}) {
+    test.Filter(filter);
+    EXPECT_EQ(window.grdRows.SelectedRow(), test.LineOf("KIND OF FLUID")) << "wherever the row stands now";
+  }
+  EXPECT_FALSE(window.optFilter(5).Visible()) << "nothing was sent yet";
   // Another choice empties the side and with it the list: nothing of the side before stays on the screen.
   test.Choose(frmCompare::kLeft, kFieldsEntry);
   EXPECT_EQ(window.grdRows.Rows(), 1);
@@ -199,7 +193,14 @@ TEST(CompareWindow, NothingIsCalledEqualThatIsMissingOrUnread) {
   test.Take(frmCompare::kRight);
   EXPECT_FALSE(window.lblCounts.Caption().starts_with("No differences"));
   EXPECT_TRUE(test.Told().find("could not be read") != std::string::npos) << test.Told();
-  EXPECT_GT(test.Listed(RowStyle::kNote), 0) << "the line of the file that was not taken";
+  const auto remarks = [&](RowFilter filter) {
+    test.Filter(filter);
+    return test.Listed(RowStyle::kNote);
+  };
+  EXPECT_EQ(remarks(RowFilter::kUnread), 2) << "the line that was not taken, and what it lacks";
+  EXPECT_EQ(window.grdRows.Cell(1, 0), "Left: remarks, 2");
+  EXPECT_EQ(remarks(RowFilter::kDifferent), 0);
+  EXPECT_EQ(remarks(RowFilter::kAll), 2);
   int rows = 0, in_filters = 0;
   const auto listed = [&](RowFilter filter) {
     test.Filter(filter);
@@ -231,6 +232,9 @@ TEST(CompareWindow, TicksChooseWhatCanBeSentAndHiddenOnesAreCounted) {
   EXPECT_EQ(window.grdRows.Ticked(title), RowTick::kSome);
   EXPECT_TRUE(window.grdRows.Tick(title));
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 2");
+  EXPECT_EQ(window.grdRows.Ticked(title), RowTick::kOn);
+  EXPECT_EQ(window.grdRows.Ticked(test.LineOf("RANGE CH1 ")), RowTick::kOff);
+  EXPECT_EQ(window.grdRows.Ticked(test.LineOf("SYSTEM ")), RowTick::kNoBox) << "nothing differs";
   EXPECT_TRUE(window.cmdTickDifferent.Press());
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 3");
   test.Filter(RowFilter::kOnlyLeft);
@@ -289,6 +293,8 @@ TEST(CompareWindow, SendsTickedRowsBehindARestorePointAndProvesEach) {
   EXPECT_EQ(window.grdRows.Cell(test.LineOf("KIND OF FLUID"), 5), "equal") << "the meter was read again";
   EXPECT_FALSE(test.app().state.UiLocked);
   EXPECT_FALSE(window.cmdStop.Enabled());
+  EXPECT_EQ(window.pbWork.Value(), 0);
+  EXPECT_GT(test.PrintedPages(), 3u) << "what was sent is printed with all other rows";
   test.dialogs().SaveFile("/home/operator/sent.csv");
   window.cmdSaveCsv.Press();
   const std::string& csv = test.Files()["/home/operator/sent.csv"];
@@ -301,9 +307,13 @@ TEST(CompareWindow, SendsTickedRowsBehindARestorePointAndProvesEach) {
   EXPECT_EQ(test.Points(), 2u);
   EXPECT_TRUE(window.lblCounts.Caption().starts_with("No differences")) << window.lblCounts.Caption();
   EXPECT_TRUE(window.SaveParameter.Press());
-  EXPECT_TRUE(test.test.platform.Meter().IsStoring(test.test.Time().NowMs() * 1000) ||
-              test.Told().starts_with(test.Text(text::kSaveCompleted)))
-      << test.Told();
+  EXPECT_TRUE(test.Told().starts_with(test.Text(text::kSaveCompleted))) << test.Told();
+  test.test.platform.Arm("slow-store*ever");
+  test.Said();
+  test.Answer();
+  EXPECT_TRUE(window.SaveParameter.Press());
+  EXPECT_EQ(test.Said(), Texts{test.Text(text::kNotSaved)});
+  EXPECT_EQ(test.Told(), test.Text(text::kNotSaved));
 }
 
 TEST(CompareWindow, SendsNothingWithoutARestorePointOrToAnotherMeter) {
@@ -353,6 +363,9 @@ TEST(CompareWindow, StopEndsAReadingAndASending) {
   // When the first row has ended, somebody wants the window to close: it stops behind the row on the line.
   std::function<void()> watch = [&] {
     if (test.Points() == 0 || !window.optFilter(5).Visible()) return test.test.Time().After(5, watch);
+    EXPECT_TRUE(test.Told().starts_with("Sending to the meter: PROCESS SETTING CH1 ")) << test.Told();
+    EXPECT_EQ(window.pbWork.Max(), 3);
+    EXPECT_GT(window.pbWork.Value(), 0);
     EXPECT_FALSE(window.HasCloseCommand());
     EXPECT_FALSE(window.cmdClose.Enabled());
     EXPECT_FALSE(window.cmbSide(0).Choose(kMeterEntry));
@@ -421,6 +434,26 @@ TEST(CompareWindow, LeavesTheLineToARunningMeasurement) {
   EXPECT_EQ(test.Points(), 0u);
 }
 
+TEST(CompareWindow, TellsAPortThatDoesNotOpen) {
+  CompareWindowTest test;
+  frmCompare& window = test.window();
+  test.CompareWithSnapshot([&] { test.ChangeThree(); });
+  window.cmdTickDifferent.Press();
+  bool closed = false;
+  ClosePort(test.app(), closed);
+  test.test.platform.sockets.clear();
+  for (const auto& [button, boxes] : {std::pair(&window.cmdSide(1), 1u), std::pair(&window.cmdSend, 2u)}) {
+    for (unsigned i = 0; i < boxes; ++i) test.Answer();
+    EXPECT_TRUE(button->Press());
+    const Texts said = test.Said();
+    ASSERT_EQ(said.size(), boxes);
+    EXPECT_EQ(said.back(), test.Text(text::kCommunicationError));
+    EXPECT_EQ(test.Told(), CommunicationErrorText(test.app()));
+    EXPECT_FALSE(test.app().state.UiLocked);
+  }
+  EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 3");
+}
+
 TEST(CompareWindow, RestoresTheNewestPointAndOnlyItsOwnMeter) {
   CompareWindowTest test;
   frmCompare& window = test.window();
@@ -444,9 +477,15 @@ TEST(CompareWindow, RestoresTheNewestPointAndOnlyItsOwnMeter) {
   EXPECT_EQ(test.Points(), 2u);
   EXPECT_EQ(window.cmbSide(0).ListIndex(), kPointEntry + 1) << "the same point, now behind a newer one";
   EXPECT_EQ(test.Said().size(), 2u);
-  // Another meter on the line.
+  // Another meter on the line: what belongs to one alone is ticked for itself only.
   test.meter().holding().PutWord(0x0104, 43);
   test.Take(frmCompare::kRight);
+  test.Filter(RowFilter::kAll);
+  window.cmdTickDifferent.Press();
+  EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 0");
+  EXPECT_EQ(test.ResultOf("ID No."), "belongs to one meter alone: tick it for itself to send it");
+  test.Tick("ID No.");
+  EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 1");
   test.Answer();
   window.cmdRestore.Press();
   EXPECT_EQ(test.Said(), (Texts{"The left side is of another meter (0042) than the one on the right (0043). "
@@ -457,6 +496,19 @@ TEST(CompareWindow, RestoresTheNewestPointAndOnlyItsOwnMeter) {
   test.Answer();
   window.cmdRestore.Press();
   EXPECT_EQ(test.Said(), Texts{test.Text(text::kRestoreSource)});
+  // A point that has gone meanwhile is a file like any other; the newest one asks for the meter anew.
+  test.Choose(frmCompare::kLeft, kPointEntry + 1);
+  test.Files().erase(RestorePoints(test.app()).back().path);
+  test.app().windows.Run([&] { window.Show(); });
+  EXPECT_EQ(window.cmbSide(0).Items().size(), 5u);
+  EXPECT_EQ(window.cmbSide(0).ListIndex(), kSnapshotEntry);
+  test.Choose(frmCompare::kRight, kFieldsEntry);
+  test.Take(frmCompare::kRight);
+  EXPECT_TRUE(window.ShowNewestPoint());
+  EXPECT_EQ(window.cmbSide(1).ListIndex(), kMeterEntry);
+  EXPECT_EQ(window.txtSide(1).Text(), "Not read yet");
+  EXPECT_EQ(window.grdRows.Rows(), 1);
+  EXPECT_EQ(window.Focused(), &window.cmdSide(1));
 }
 
 TEST(CompareWindow, ARestoreThatLeavesSomethingTellsEachRow) {
@@ -496,8 +548,35 @@ TEST(CompareWindow, KeepsSnapshotsAndReportsInFiles) {
   EXPECT_EQ(test.Files()["/home/operator/compared.pdf"], "a pdf");
   const std::size_t all = test.PrintedPages();
   EXPECT_GT(all, 1u);
+  EXPECT_EQ(test.Told(), "Compare and Restore Settings was sent to the printer");
   test.Filter(RowFilter::kDifferent);
   EXPECT_LT(test.PrintedPages(), all) << "what is listed is printed";
+  // What is not saved says why, and no file is written.
+  const auto before = test.Files();
+  for (const auto& path : {std::optional<std::string>(), std::optional<std::string>(" ")}) {
+    test.dialogs().SaveFile(path);
+    window.cmdSavePdf.Press();
+  }
+  test.Answer();
+  test.dialogs().SaveFile("/app/VLT.ini");
+  window.cmdSavePdf.Press();
+  EXPECT_EQ(test.Said(), Texts{test.Text(4510)});
+  test.Answer();
+  files.FailChange(1, FileError::kFull);
+  test.dialogs().SaveFile("/home/operator/other.pdf");
+  window.cmdSavePdf.Press();
+  EXPECT_EQ(test.Said(), Texts{"other.pdf could not be written: the disk is full"});
+  test.printer.fails = true;
+  test.Answer();
+  window.cmdSavePdf.Press();
+  EXPECT_EQ(test.Said(), Texts{test.Text(text::kSheetNotMade)});
+  test.test.platform.machine.printer = nullptr;
+  for (PushButton* button : {&window.cmdSavePdf, &window.cmdPrint}) {
+    test.Answer();
+    button->Press();
+    EXPECT_EQ(test.Said(), Texts{test.Text(text::kPrintingMissing)}) << button->Name();
+  }
+  EXPECT_EQ(test.Files(), before);
   // Cancelled, full disk, the program's own settings, a meter that does not answer: the old file stands.
   test.dialogs().SaveFile(std::nullopt);
   window.cmdSnapshot.Press();
@@ -538,6 +617,13 @@ TEST(CompareWindow, TakesInAFileOfEitherKindAndTellsOneOfNeither) {
   test.dialogs().OpenFile(std::nullopt);
   test.Take(frmCompare::kLeft);
   EXPECT_EQ(window.txtSide(0).Text(), kPath);
+  // The focus goes to what is next: the other side, then the rows.
+  test.Choose(frmCompare::kLeft, kMeterEntry);
+  test.Choose(frmCompare::kRight, kMeterEntry);
+  test.Take(frmCompare::kLeft);
+  EXPECT_EQ(window.Focused(), &window.cmdSide(1));
+  test.Take(frmCompare::kRight);
+  EXPECT_EQ(window.Focused(), &window.grdRows);
 }
 
 }  // namespace

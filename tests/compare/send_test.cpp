@@ -16,6 +16,10 @@ const SentRow& RowAt(const SendReport& report, const char* name, int index = 0) 
                        [&](const SentRow& row) { return row.place == At(name, index); });
 }
 
+bool AllStored(const SendReport& report) {
+  return !report.rows.empty() && report.Count(WriteEnd::kStored) == report.rows.size();
+}
+
 bool IsWrite(const std::string& request) { return request.starts_with("10 ") || request.starts_with("06 "); }
 
 // Function, address and quantity of a request: a page sends numbers as it shows them, to fewer digits.
@@ -94,7 +98,7 @@ TEST(Sender, ReadsTheMeterAndKeepsItBeforeTheFirstWrite) {
   };
   const SendReport report =
       SendRows(test.app(), side, {At("process.fluid", 1), At("range.type", 2)}, listener);
-  EXPECT_TRUE(report.AllStored());
+  EXPECT_TRUE(AllStored(report));
   EXPECT_EQ(changes_at_first_write, test.test.platform.files.changes.size())
       << "nothing is written behind a write";
   const std::string path = "/home/operator/veltrano3/restore/" + std::string("20261124100006_00_") +
@@ -187,7 +191,7 @@ TEST(Sender, TheBacklightAndItsTimeGoTogether) {
   test.meter().holding().PutWord(0x00C8, 0);
   test.meter().holding().PutWord(0x00CA, 5);
   test.Requests();
-  EXPECT_TRUE(test.Send(side, {At("display.lights_out_time"), At("display.backlight")}).AllStored());
+  EXPECT_TRUE(AllStored(test.Send(side, {At("display.lights_out_time"), At("display.backlight")})));
   EXPECT_EQ(Writes(test.Requests()),
             (Texts{"10 00 C8 00 02 04 00 01 00 05", "10 00 C8 00 02 04 00 01 00 07"}));
   EXPECT_EQ(test.meter().holding().Word(0x00CA), 7);
@@ -262,24 +266,41 @@ TEST(Sender, WhatAnotherUnitSystemMeansIsConvertedOrLeft) {
   std::vector<ParameterPlace> all = lengths;
   all.push_back(At("system.unit"));
   report = english.Send(side, all);
-  EXPECT_TRUE(report.AllStored());
+  EXPECT_TRUE(AllStored(report));
   EXPECT_EQ(english.meter().holding().Long(0x00E2), 100);
   EXPECT_EQ(english.app().state.UnitFlag, 0) << "and the session knows";
 }
 
 TEST(Sender, TheSessionFollowsWhatTheMeterHasTaken) {
-  CompareTest test(kTwoPaths);
+  CompareTest test(kOnePath);
   test.meter().holding().PutWord(0x0104, 42);
   test.meter().holding().PutWord(0x0102, 2);
+  test.meter().holding().PutWord(0x0100, 0);
   const CompareSide side = test.Meter();
   test.meter().holding().PutWord(0x0104, 43);
   test.meter().holding().PutWord(0x0102, 0);
-  test.app().state.MeterIdNo = "0043";
+  SharedState& state = test.app().state;
+  state.MeterIdNo = "0043";
   const int sent = test.app().origins.Sent();
-  EXPECT_TRUE(test.Send(side, {At("system.id_number"), At("system.language")}).AllStored());
-  EXPECT_EQ(test.app().state.MeterIdNo, "0042");
-  EXPECT_EQ(test.app().state.SystemLangFlag, 2);
+  EXPECT_TRUE(AllStored(test.Send(side, {At("system.id_number"), At("system.language")})));
+  EXPECT_EQ(state.MeterIdNo, "0042");
+  EXPECT_EQ(state.SystemLangFlag, 2);
+  EXPECT_TRUE(state.PathModeKnown);
   EXPECT_EQ(test.app().origins.Sent(), sent + 2) << "what pages have read is old now";
+  // Another unit system: every unit that the session knew is asked for anew.
+  state.RangeKind = state.RangeUnit = state.TotalUnit = {-9, -9, -9};
+  state.OperationMode = state.PathMode = state.TempUnit = state.HeatFlowUnit = state.HeatTotalUnit = -9;
+  test.meter().holding().PutWord(0x0100, 1);
+  EXPECT_TRUE(AllStored(test.Send(side, {At("system.unit")})));
+  EXPECT_EQ(state.BaseUnitNames.front(), "mm");
+  EXPECT_EQ(test.test.MainWindow().StatusBar1.Panel(3), "METRIC");
+  const auto word = [&](std::uint32_t address) -> int { return test.meter().holding().Word(address); };
+  EXPECT_EQ(state.RangeKind, (std::array{word(0x0002), word(0x138A), word(0x1B5A)}));
+  EXPECT_EQ(state.RangeUnit, (std::array{word(0x0004), word(0x138C), word(0x1B5C)}));
+  for (const int unit : state.TotalUnit) EXPECT_GE(unit, 0);
+  EXPECT_EQ((std::array{state.OperationMode, state.PathMode, state.TempUnit, state.HeatFlowUnit,
+                        state.HeatTotalUnit}),
+            (std::array{word(0x003E), word(0x03E8), word(0x04B4), word(0x04B6), word(0x04B8)}));
 }
 
 TEST(Sender, AnotherMeterThanExpectedIsLeftAlone) {
@@ -344,6 +365,14 @@ TEST(Sender, StopEndsBeforeTheNextRowAndTheRestIsTold) {
   EXPECT_EQ(report.halt, SendHalt::kStopped);
   EXPECT_EQ(report.Count(WriteEnd::kStored), 2u);
   EXPECT_EQ(report.rows[2].reason, "the sending was stopped");
+  // Stopped while the meter is read before: what was read so far is no restore point.
+  test.Files().clear();
+  listener.began = {[](int, int, const std::string&) {}};
+  listener.stop = [] { return true; };
+  const SendReport early = SendRows(test.app(), side, {At("range.type")}, listener);
+  EXPECT_EQ(early.halt, SendHalt::kStopped);
+  EXPECT_EQ(early.Count(WriteEnd::kNotSent), 1u);
+  EXPECT_TRUE(test.Files().empty());
 }
 
 TEST(Sender, ALostPortEndsItAndEveryRowIsTold) {
@@ -369,7 +398,15 @@ TEST(RestorePoints, TheLastTwentyAreKeptNewestFirst) {
   CompareTest test(kOnePath);
   test.meter().holding().PutWord(0x0104, 42);
   const Snapshot snapshot = test.Read();
-  test.Files()["/home/operator/veltrano3/restore/notes.txt"] = "of the operator";
+  const Texts foreign = {"notes.txt",
+                         "2026112410000x_00_0042.txt",
+                         "20261124100000-00_0042.txt",
+                         "20261124100000_00-0042.txt",
+                         "20261124100000_00_0042.bak",
+                         "20261124100000_00_.tx"};
+  for (const std::string& name : foreign) {
+    test.Files()["/home/operator/veltrano3/restore/" + name] = "of the operator";
+  }
   std::string newest;
   for (int i = 0; i < 25; ++i) {
     if (i % 5 != 0) test.test.Time().RunFor(1000);
@@ -383,7 +420,7 @@ TEST(RestorePoints, TheLastTwentyAreKeptNewestFirst) {
   EXPECT_EQ(points.front().path, newest);
   EXPECT_EQ(points.front().id_number, "0042");
   EXPECT_EQ(points.front().date.substr(0, 14), "2026/11/24 10:");
-  EXPECT_EQ(test.Files().size(), kKeptRestorePoints + 1) << "what is not ours stays";
+  EXPECT_EQ(test.Files().size(), kKeptRestorePoints + foreign.size()) << "what is not ours stays";
   // An old one that can't be removed does not stand in the way.
   test.test.platform.files.FailPath(points.back().path, FileError::kNoPermission);
   const KeptPoint kept = KeepRestorePoint(test.app(), snapshot);

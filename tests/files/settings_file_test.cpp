@@ -188,6 +188,7 @@ TEST(SettingsFile, AFailedSaveIsToldAndLeavesTheFile) {
       [](TestApp& m) { return SavePortNo(m.app); },
       [](TestApp& m) { return SetPvCsvDir(m.app, "/logs"); },
       [](TestApp& m) { return SetPortDevice(m.app, 1, "/dev/ttyS0"); },
+      [](TestApp& m) { return SetWaveTrail(m.app, 3); },
   };
   for (const Save save : saves) {
     for (const int step : {1, 2}) {
@@ -197,6 +198,8 @@ TEST(SettingsFile, AFailedSaveIsToldAndLeavesTheFile) {
       EXPECT_EQ(save(machine), FileError::kFull);
       EXPECT_EQ(machine.platform.files.files,
                 (std::map<std::string, std::string>{{kPath, "[SYSTEM]\nVR=M627\n"}}));
+      EXPECT_EQ(save(machine), FileError::kGood);
+      EXPECT_EQ(machine.platform.files.files.size(), 1u) << "settings have no former file beside them";
     }
   }
 }

@@ -129,9 +129,13 @@ TEST_F(MeterSearchTest, EndsWhenStoppedOrWithoutAPort) {
   EXPECT_EQ(found.size(), 2U) << "what was found before stays";
   EXPECT_FALSE(test.platform.simulated.IsOpen());
   stop_at = 0;
+  ASSERT_TRUE(OpenPort(test.app));
   plan.port = 5;
   EXPECT_EQ(Run(plan).end, SearchEnd::kPortClosed);
-  EXPECT_NE(test.app.state.PortFaultReason.find("COM5"), std::string::npos);
+  EXPECT_NE(test.app.state.PortFaultReason.find("COM5"), std::string::npos)
+      << "also behind the port's return";
+  EXPECT_TRUE(test.platform.simulated.IsOpen());
+  ClosePortNow();
   plan.port = 1;
   test.Time().After(2000, [this] { test.platform.line.Unplug(test.Time().NowMs() * 1000); });
   EXPECT_EQ(Run(plan).end, SearchEnd::kPortLost);
@@ -155,6 +159,15 @@ TEST_F(BusyLineTest, AnotherMasterEndsTheSearchAndNothingMoreIsSent) {
   test.platform.scripted.Reply(traffic, 30, 20);
   EXPECT_EQ(Run(WholeLine()).end, SearchEnd::kOtherMaster);
   EXPECT_EQ(test.platform.scripted.writes.size(), 1U);
+}
+
+TEST_F(BusyLineTest, ASpeedThatTheAdapterLacksIsPassedOver) {
+  SearchPlan plan = WholeLine();
+  plan.tries.resize(3);
+  plan.stations = {1, 2};
+  test.Time().After(100, [this] { test.platform.scripted.Fail("open", PortFaultCode::kSettings); });
+  EXPECT_EQ(Run(plan).end, SearchEnd::kFinished);
+  EXPECT_EQ(steps, (std::vector{1, 2, 5, 6}));
 }
 
 TEST_F(BusyLineTest, WhatIsNoMetersAnswerIsCountedAndTheSearchGoesOn) {

@@ -111,6 +111,7 @@ TEST_F(PortReturnTest, AnotherAdapterIsOpenedByTheOperatorOnly) {
   ASSERT_TRUE(OpenPort(app));
   board.Unplug("/dev/ttyUSB0");
   ASSERT_TRUE(IsPortLost(app)) << "noticed without an exchange";
+  EXPECT_FALSE(app.state.PortIsOpen);
   // Its twin shows itself, and from then on nothing tells the two apart.
   board.Plug(kPlain);
   test.platform.process.ports.push_back(Adapter("/dev/ttyUSB1", ""));

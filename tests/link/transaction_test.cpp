@@ -89,6 +89,7 @@ TEST(Transaction, JudgesOddReplies) {
     t.line.Reply(c.reply);
     EXPECT_EQ(t.Read(), c.result) << c.reply;
     EXPECT_EQ(t.Text(), c.text) << c.reply;
+    EXPECT_TRUE(test::Hex(t.reply).starts_with(std::string(c.reply).substr(0, 8))) << "the head is kept";
   }
 }
 
