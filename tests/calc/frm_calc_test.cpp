@@ -246,8 +246,9 @@ TEST_F(CalcTest, TheSheetIsThatOfTheFields) {
   calc().cmdPrint.Press();
   ASSERT_EQ(printer.sheets.size(), 1u);
   EXPECT_EQ(calc().txtResult1Text.Text(), "52.54") << "calculated for the sheet";
-  for (const char* text : {"Sensor Spacing Calculation", "OUTER DIAMETER", "100", "CARBON STEEL", "3000",
-                           "WT-13", "V METHOD", "52.54", "52.54 mm", "2026/11/24 10:00:00"}) {
+  for (const char* text :
+       {"Sensor Spacing Calculation", "OUTER DIAMETER", "100", "WALL THICKNESS", "CARBON STEEL", "3000",
+        "WT-13", "V METHOD", "52.54", "52.54 mm", "2026/11/24 10:00:00"}) {
     EXPECT_TRUE(Shows(printer.sheets[0], text)) << text;
   }
   EXPECT_FALSE(Shows(printer.sheets[0], "LINING S.V.")) << "there is no lining";

@@ -100,6 +100,7 @@ TEST(CompareWindow, ComparesASnapshotWithTheMeterAndShowsWhatDiffers) {
   frmCompare& window = test.window();
   EXPECT_EQ(window.lblCounts.Caption(), "Take in both sides to compare them");
   EXPECT_EQ(window.txtSide(1).Text(), "No file is open yet");
+  EXPECT_EQ(window.grdRows.Cell(0, 5) + ", " + window.grdRows.Cell(0, 6), "State, Result, note");
   test.CompareWithSnapshot();
   EXPECT_TRUE(window.lblCounts.Caption().starts_with("No differences in ")) << window.lblCounts.Caption();
   EXPECT_EQ(window.txtSide(0).Text(), kPath);
@@ -473,6 +474,7 @@ TEST(CompareWindow, RestoresTheNewestPointAndOnlyItsOwnMeter) {
   window.cmdRestore.Press();
   EXPECT_EQ(test.meter().holding().Word(kFluid), 5);
   EXPECT_TRUE(test.Told().starts_with("The meter holds what the left side holds. Stored 3, ")) << test.Told();
+  EXPECT_EQ(window.Focused(), &window.grdRows);
   EXPECT_TRUE(window.lblCounts.Caption().starts_with("No differences")) << window.lblCounts.Caption();
   EXPECT_EQ(test.Points(), 2u);
   EXPECT_EQ(window.cmbSide(0).ListIndex(), kPointEntry + 1) << "the same point, now behind a newer one";

@@ -62,10 +62,26 @@ Outcome Try(const Setting& setting, std::string_view fault) {
   return ReadTwoWords(t, setting);
 }
 
+// By mode.
+using FiveMs = std::array<std::int64_t, 5>;
+constexpr FiveMs Ms(int a, int b, int c, int d, int e) { return {a, b, c, d, e}; }
+constexpr FiveMs Each(int ms) { return Ms(ms, ms, ms, ms, ms); }
+// Four attempts in the modes 0 and 2, one in the others.
+constexpr FiveMs Repeated(int in0, int in2, int in3, int in4) { return Ms(4 * in0, in0, 4 * in2, in3, in4); }
+
 struct FaultCase {
   const char* fault;
-  Outcome by_mode[5];
-  std::int64_t event_ms[5];  // in event timing, where the rest of the outcome is the same
+  const char* results;  // of the five modes: + is good
+  const char* text;     // none where the first attempt is good
+  const char* requests;
+  FiveMs ms;
+  FiveMs event_ms;  // in event timing, where the rest of the outcome is the same
+
+  Outcome In(int mode, bool events) const {
+    const bool good = results[mode] == '+';
+    return {good, good && requests[mode] == '1' ? kGood : text, requests[mode] - '0',
+            (events ? event_ms : ms)[static_cast<std::size_t>(mode)]};
+  }
 };
 
 // Parts of the times, in ms. A wait of n lasts n + 1.
@@ -94,127 +110,51 @@ constexpr int kEmpty0 = kNone0 - kGap, kEmpty2 = kNone2 - kGap, kEmpty3 = kNone3
               kEmpty4 = kNone4 - kGap;
 constexpr int kCut0 = kPart0 - kGap, kCut2 = kPart2 - kGap, kCut3 = kPart3 - kGap, kCut4 = kPart4 - kGap;
 
+constexpr FiveMs kGoodMs = Ms(kGood0, kGood0, kGood2, kGood3, kGood4);
+
 const FaultCase kFaultCases[] = {
-    {"",
-     {{true, kGood, 1, kGood0},
-      {true, kGood, 1, kGood0},
-      {true, kGood, 1, kGood2},
-      {true, kGood, 1, kGood3},
-      {true, kGood, 1, kGood4}},
-     {kReply, kReply, kReply, kReply, kReply}},
-    {"silence*ever",
-     {{false, kNoResponse, 4, 4 * kNone0},
-      {false, kNoResponse, 1, kNone0},
-      {false, kNoResponse, 4, 4 * kNone2},
-      {false, kNoResponse, 1, kNone3},
-      {false, kNoResponse, 1, kNone4}},
-     {4 * kEmpty0, kEmpty0, 4 * kEmpty2, kEmpty3, kEmpty4}},
+    {"", "+++++", kGood, "11111", kGoodMs, Each(kReply)},
+    {"silence*ever", "-----", kNoResponse, "41411", Repeated(kNone0, kNone2, kNone3, kNone4),
+     Repeated(kEmpty0, kEmpty2, kEmpty3, kEmpty4)},
     // The late reply to the first request is there 324.5 ms after the start, in the second attempt's polls
     // for the whole reply (321 + 11); in mode 2 it is still in time.
-    {"late=300",
-     {{true, kNoResponse, 2, 332 + kGap},
-      {false, kNoResponse, 1, kNone0},
-      {true, kGood, 1, kGood2},
-      {false, kNoResponse, 1, kNone3},
-      {false, kNoResponse, 1, kNone4}},
-     {kReply + 300, kEmpty0, kReply + 300, kEmpty3, kEmpty4}},
-    {"one-byte*ever",
-     {{false, "[APPLICATION ERROR]", 4, 4 * kPart0},
-      {false, "[APPLICATION ERROR]", 1, kPart0},
-      {false, "[APPLICATION ERROR]", 4, 4 * kPart2},
-      {false, "[APPLICATION ERROR]", 1, kPart3},
-      {false, "[APPLICATION ERROR]", 1, kPart4}},
-     {4 * kCut0, kCut0, 4 * kCut2, kCut3, kCut4}},
-    {"short=3*ever",
-     {{false, kCrc, 4, 4 * kPart0},
-      {false, kCrc, 1, kPart0},
-      {false, kCrc, 4, 4 * kPart2},
-      {false, kCrc, 1, kPart3},
-      {false, kCrc, 1, kPart4}},
-     {4 * kCut0, kCut0, 4 * kCut2, kCut3, kCut4}},
-    {"crc*ever",
-     {{false, kCrc, 4, 4 * kGood0},
-      {false, kCrc, 1, kGood0},
-      {false, kCrc, 4, 4 * kGood2},
-      {false, kCrc, 1, kGood4},
-      {false, kCrc, 1, kGood4}},
-     {4 * kFailed, kFailed, 4 * kFailed, kFailed, kFailed}},
-    {"crc",
-     {{true, kCrc, 2, 2 * kGood0},
-      {false, kCrc, 1, kGood0},
-      {true, kCrc, 2, 2 * kGood2},
-      {false, kCrc, 1, kGood4},
-      {false, kCrc, 1, kGood4}},
-     {kFailed + kReply, kFailed, kFailed + kReply, kFailed, kFailed}},
+    {"late=300", "+-+--", kNoResponse, "21111", Ms(332 + kGap, kNone0, kGood2, kNone3, kNone4),
+     Ms(kReply + 300, kEmpty0, kReply + 300, kEmpty3, kEmpty4)},
+    {"one-byte*ever", "-----", "[APPLICATION ERROR]", "41411", Repeated(kPart0, kPart2, kPart3, kPart4),
+     Repeated(kCut0, kCut2, kCut3, kCut4)},
+    {"short=3*ever", "-----", kCrc, "41411", Repeated(kPart0, kPart2, kPart3, kPart4),
+     Repeated(kCut0, kCut2, kCut3, kCut4)},
+    {"crc*ever", "-----", kCrc, "41411", Repeated(kGood0, kGood2, kGood4, kGood4),
+     Repeated(kFailed, kFailed, kFailed, kFailed)},
+    {"crc", "+-+--", kCrc, "21211", Ms(2 * kGood0, kGood0, 2 * kGood2, kGood4, kGood4),
+     Ms(kFailed + kReply, kFailed, kFailed + kReply, kFailed, kFailed)},
     // The byte behind the function is the reply's byte count, 4, which is no known exception.
-    {"function=17*ever",
-     {{false, "[UNKNOWN FUNCTION CODE ERROR]", 4, 4 * kGood0},
-      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood0},
-      {false, "[UNKNOWN FUNCTION CODE ERROR]", 4, 4 * kGood2},
-      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4},
-      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4}},
-     {4 * kFailed, kFailed, 4 * kFailed, kFailed, kFailed}},
+    {"function=17*ever", "-----", "[UNKNOWN FUNCTION CODE ERROR]", "41411",
+     Repeated(kGood0, kGood2, kGood4, kGood4), Repeated(kFailed, kFailed, kFailed, kFailed)},
     // An exception is shorter than the reply that was asked for, so all polls pass.
-    {"exception=2*ever",
-     {{false, "[ADDRESS ERROR(02H)]", 4, 4 * kPart0},
-      {false, "[ADDRESS ERROR(02H)]", 1, kPart0},
-      {false, "[ADDRESS ERROR(02H)]", 4, 4 * kPart2},
-      {false, "[ADDRESS ERROR(02H)]", 1, kPart3},
-      {false, "[ADDRESS ERROR(02H)]", 1, kPart4}},
-     {4 * kRefused, kRefused, 4 * kRefused, kRefused, kRefused}},
-    {"station",
-     {{true, kGood, 1, kGood0},
-      {true, kGood, 1, kGood0},
-      {true, kGood, 1, kGood2},
-      {true, kGood, 1, kGood3},
-      {true, kGood, 1, kGood4}},
-     {kReply, kReply, kReply, kReply, kReply}},
-    {"noise=3*ever",
-     {{false, "[UNKNOWN FUNCTION CODE ERROR]", 4, 4 * kGood0},
-      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood0},
-      {false, "[UNKNOWN FUNCTION CODE ERROR]", 4, 4 * kGood2},
-      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4},
-      {false, "[UNKNOWN FUNCTION CODE ERROR]", 1, kGood4}},
-     {4 * kOddEnd, kOddEnd, 4 * kOddEnd, kOddEnd, kOddEnd}},
-    {"extra=3",
-     {{true, kGood, 1, kGood0},
-      {true, kGood, 1, kGood0},
-      {true, kGood, 1, kGood2},
-      {true, kGood, 1, kGood3},
-      {true, kGood, 1, kGood4}},
-     {kReply, kReply, kReply, kReply, kReply}},
+    {"exception=2*ever", "-----", "[ADDRESS ERROR(02H)]", "41411", Repeated(kPart0, kPart2, kPart3, kPart4),
+     Repeated(kRefused, kRefused, kRefused, kRefused)},
+    {"station", "+++++", kGood, "11111", kGoodMs, Each(kReply)},
+    {"noise=3*ever", "-----", "[UNKNOWN FUNCTION CODE ERROR]", "41411",
+     Repeated(kGood0, kGood2, kGood4, kGood4), Repeated(kOddEnd, kOddEnd, kOddEnd, kOddEnd)},
+    {"extra=3", "+++++", kGood, "11111", kGoodMs, Each(kReply)},
     // The ninth byte is there after 69.5 ms: three polls.
-    {"trickle=5",
-     {{true, kGood, 1, kGood0 + 3 * kWholePoll},
-      {true, kGood, 1, kGood0 + 3 * kWholePoll},
-      {true, kGood, 1, kGood2},
-      {true, kGood, 1, kGood3},
-      {true, kGood, 1, kGood4}},
-     {kReply + 45, kReply + 45, kReply + 45, kReply + 45, kReply + 45}},
+    {"trickle=5", "+++++", kGood, "11111",
+     Ms(kGood0 + 3 * kWholePoll, kGood0 + 3 * kWholePoll, kGood2, kGood3, kGood4), Each(kReply + 45)},
     // The first look behind the first wait finds the port gone, and no wait follows.
-    {"unplug=3",
-     {{false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirst},
-      {false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirst},
-      {false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirstLong},
-      {false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirstStations},
-      {false, "[RECEIVE ERROR(5)]", 1, kDrain + kFirstStations}},
-     {18, 18, 18, 18, 18}},
+    {"unplug=3", "-----", "[RECEIVE ERROR(5)]", "11111",
+     Ms(kDrain + kFirst, kDrain + kFirst, kDrain + kFirstLong, kDrain + kFirstStations,
+        kDrain + kFirstStations),
+     Each(18)},
 };
 
 TEST(Exchange, EveryFaultEndsAsItsModePaces) {
   for (const FaultCase& c : kFaultCases) {
     for (int mode = 0; mode < 5; ++mode) {
-      EXPECT_EQ(Try({.mode = mode}, c.fault), c.by_mode[mode]) << c.fault << " in mode " << mode;
-    }
-  }
-}
-
-TEST(Exchange, EventTimingEndsAlikeAndEarlier) {
-  for (const FaultCase& c : kFaultCases) {
-    for (int mode = 0; mode < 5; ++mode) {
-      Outcome expected = c.by_mode[mode];
-      expected.ms = c.event_ms[mode];
-      EXPECT_EQ(Try({.mode = mode, .events = true}, c.fault), expected) << c.fault << " in mode " << mode;
+      for (const bool events : {false, true}) {
+        EXPECT_EQ(Try({.mode = mode, .events = events}, c.fault), c.In(mode, events))
+            << c.fault << " in mode " << mode << (events ? ", by events" : "");
+      }
     }
   }
 }
