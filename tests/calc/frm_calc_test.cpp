@@ -211,7 +211,7 @@ TEST_F(CalcTest, ProcessValuesFillTheFields) {
   Slot("WALL_THICKNESS_Unit") = "[inch]";
   Slot("LINING_MATERIAL_Data") = "-1";
   Slot("SENSOR_TYPE_Data") = "9";
-  Slot("SENSOR_MOUNT_Data") = "3";
+  Slot("SENSOR_MOUNT_Data") = "2";
   calc().cmdTake.Press();
   EXPECT_EQ(calc().PIPE_MATERIALCombo.ListIndex(), 12);
   EXPECT_EQ(calc().TRANS_FREQUENCYText.Text(), "2500");

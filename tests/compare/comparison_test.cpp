@@ -10,7 +10,6 @@
 #include "compare_fixture.h"
 #include "files/parameter_file.h"
 #include "meter/value_text.h"
-#include "values/unit_names.h"
 
 namespace vlt::test {
 namespace {
@@ -335,84 +334,55 @@ TEST(Conversion, FlowsHeatAndTemperaturesGoByTheirUnits) {
             "its unit is not known");
 }
 
-// "1 m3/s, 1000 L/s" of a meter of the unit system that has such units.
-struct Amount {
-  SharedState meter;
-  std::string text;
-};
-std::vector<Amount> AmountsIn(int unit_flag, const Texts& units, int& (*code)(SharedState&),
-                              std::string list) {
-  std::vector<Amount> amounts;
-  for (list += ", "; !list.empty(); list.erase(0, list.find(", ") + 2)) {
-    const std::string amount = list.substr(0, list.find(", "));
-    const std::size_t blank = amount.find(' ');
-    const auto unit = std::find(units.begin(), units.end(), amount.substr(blank + 1));
-    EXPECT_NE(unit, units.end()) << amount;
-    amounts.push_back({FactsOf(unit_flag), amount.substr(0, blank)});
-    code(amounts.back().meter) = static_cast<int>(unit - units.begin());
+// A meter whose first channel goes by the unit, of the first unit system that has it.
+SharedState MeterWith(const Parameter& row, const std::string& unit) {
+  for (const int unit_system : {0, 1}) {
+    SharedState facts = FactsOf(unit_system);
+    int& code = row.unit == UnitKind::kFlow    ? facts.RangeUnit[0]
+                : row.unit == UnitKind::kTotal ? facts.TotalUnit[0]
+                                               : facts.HeatFlowUnit;
+    for (code = 0; code < 18; ++code) {
+      if (UnitTextAt({&row, 0}, facts, 0) == unit) return facts;
+    }
   }
-  return amounts;
+  ADD_FAILURE() << unit;
+  return {};
 }
 
 TEST(Conversion, TheSameAmountStandsInEveryUnit) {
-  using Units = std::array<Texts, 2>;
-  using Code = int& (*)(SharedState&);
-  const Units flow = {BuildFlowUnitNames(0), BuildFlowUnitNames(1)};
-  const Units total = {BuildTotalUnitNames(0), BuildTotalUnitNames(1)};
-  const Units heat = {BuildHeatFlowUnitNames(5000)};
-  const Code flow_code = [](SharedState& s) -> int& { return s.RangeUnit[0]; };
-  const Code total_code = [](SharedState& s) -> int& { return s.TotalUnit[0]; };
-  const Code heat_code = [](SharedState& s) -> int& { return s.HeatFlowUnit; };
   const struct {
     const char* name;
-    const Units& units;
-    Code code;
-    std::array<std::string, 2> amounts;  // metric, English
+    Texts amounts;
   } cases[] = {
       {"range.full_scale_1",
-       flow,
-       flow_code,
-       {"1000 L/s, 60000 L/min, 3600000 L/h, 86400000 L/d, 86400 kL/d, 86.4 ML/d, 1 m3/s, 60 m3/min, 3600 "
-        "m3/h, "
-        "86400 m3/d, 86.4 km3/d, 0.0864 Mm3/d"}},
+       {"1 m3/s", "60 m3/min", "3600 m3/h", "86400 m3/d", "86.4 km3/d", "0.0864 Mm3/d", "1000 L/s",
+        "60000 L/min", "3600000 L/h", "86400000 L/d", "86400 kL/d", "86.4 ML/d"}},
       {"range.full_scale_1",
-       flow,
-       flow_code,
-       {"0.158987294928 m3/s, 1 BBL/s, 60 BBL/min, 3600 BBL/h, 86400 BBL/d, 86.4 kBBL/d, 0.0864 MBBL/d",
-        "42 gal/s, 2520 gal/min, 151200 gal/h, 3628800 gal/d, 3628.8 kgal/d, 3.6288 Mgal/d, 60 BBL/min"}},
+       {"0.158987294928 m3/s", "60 BBL/min", "3600 BBL/h", "86400 BBL/d", "86.4 kBBL/d", "0.0864 MBBL/d",
+        "42 gal/s", "2520 gal/min", "151200 gal/h", "3628800 gal/d", "3628.8 kgal/d", "3.6288 Mgal/d",
+        "1 BBL/s"}},
       {"range.full_scale_1",
-       flow,
-       flow_code,
-       {"28.316846592 L/s", "1 ft3/s, 60 ft3/min, 3600 ft3/h, 86400 ft3/d, 86.4 kft3/d, 0.0864 Mft3/d"}},
-      {"total.rate", total, total_code, {"1000000 mL, 1000 L, 1 m3, 0.001 km3, 0.000001 Mm3"}},
-      {"total.rate",
-       total,
-       total_code,
-       {"0.158987294928 m3, 1000 mBBL, 1 BBL, 0.001 kBBL", "42 gal, 0.042 kgal, 0.001 kBBL"}},
-      {"total.rate",
-       total,
-       total_code,
-       {"1233.48183754752 m3", "43560 ft3, 43.56 kft3, 0.04356 Mft3, 1 ACRf"}},
-      {"range.thermal_full_scale_1", heat, heat_code, {"3.6 MJ/h, 0.0036 GJ/h, 1 kWh, 0.001 MWh"}},
-      {"range.thermal_full_scale_1",
-       heat,
-       heat_code,
-       {"0.00105505585262 MJ/h, 1 BTU/h, 0.001 kBTU/h, 0.000001 MBTU/h"}},
+       {"28.316846592 L/s", "60 ft3/min", "3600 ft3/h", "86400 ft3/d", "86.4 kft3/d", "0.0864 Mft3/d",
+        "1 ft3/s"}},
+      {"total.rate", {"1000000 mL", "1000 L", "0.001 km3", "0.000001 Mm3", "1 m3"}},
+      {"total.rate", {"0.158987294928 m3", "1000 mBBL", "0.001 kBBL", "42 gal", "0.042 kgal", "1 BBL"}},
+      {"total.rate", {"1233.48183754752 m3", "43560 ft3", "43.56 kft3", "0.04356 Mft3", "1 ACRf"}},
+      {"range.thermal_full_scale_1", {"3.6 MJ/h", "0.0036 GJ/h", "0.001 MWh", "1 kWh"}},
+      {"range.thermal_full_scale_1", {"0.00105505585262 MJ/h", "0.001 kBTU/h", "0.000001 MBTU/h", "1 BTU/h"}},
   };
   for (const auto& c : cases) {
-    std::vector<Amount> amounts;
-    for (const int flag : {0, 1}) {
-      if (c.amounts[flag].empty()) continue;
-      const auto more = AmountsIn(flag, c.units[flag], c.code, c.amounts[flag]);
-      amounts.insert(amounts.end(), more.begin(), more.end());
-    }
-    for (const Amount& from : {amounts.front(), amounts.back()}) {
-      for (const Amount& to : amounts) {
-        const SideCell cell = CellOf(c.name, 0, from.meter, from.text);
-        const SideCell same = CellOf(c.name, 0, to.meter, to.text);
-        EXPECT_EQ(Told(ConvertFor(cell, from.meter, to.meter), c.name, to.meter),
-                  ValueText(*same.place.row, to.meter, same.raw))
-            << cell.text << " " << cell.unit << " in " << same.unit;
+    const auto read = [&](const std::string& amount) {
+      const std::size_t blank = amount.find(' ');
+      SharedState meter = MeterWith(*FindParameter(c.name), amount.substr(blank + 1));
+      return std::pair(CellOf(c.name, 0, meter, amount.substr(0, blank)), meter);
+    };
+    for (const std::string& amount : {c.amounts.front(), c.amounts.back()}) {
+      const auto [from, source] = read(amount);
+      for (const std::string& other : c.amounts) {
+        const auto [same, target] = read(other);
+        EXPECT_EQ(Told(ConvertFor(from, source, target), c.name, target),
+                  ValueText(*same.place.row, target, same.raw))
+            << amount << " is " << other;
       }
     }
   }

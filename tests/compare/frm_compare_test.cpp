@@ -95,28 +95,31 @@ class CompareWindowTest : public CompareTest {
   KeepingPrinter printer;
 };
 
-TEST(CompareWindow, ComparesASnapshotWithTheMeterAndShowsWhatDiffers) {
-  CompareWindowTest test;
-  frmCompare& window = test.window();
+class CompareWindow : public testing::Test, public CompareWindowTest {
+ protected:
+  frmCompare& window = CompareWindowTest::window();
+};
+
+TEST_F(CompareWindow, ComparesASnapshotWithTheMeterAndShowsWhatDiffers) {
   EXPECT_EQ(window.lblCounts.Caption(), "Take in both sides to compare them");
   EXPECT_EQ(window.txtSide(1).Text(), "No file is open yet");
   EXPECT_EQ(window.grdRows.Cell(0, 5) + ", " + window.grdRows.Cell(0, 6), "State, Result, note");
-  test.CompareWithSnapshot();
+  CompareWithSnapshot();
   EXPECT_TRUE(window.lblCounts.Caption().starts_with("No differences in ")) << window.lblCounts.Caption();
   EXPECT_EQ(window.txtSide(0).Text(), kPath);
   EXPECT_EQ(window.lblIdentity(0).Caption().substr(0, 10), "ID No. 004");
-  EXPECT_EQ(test.Listed(RowStyle::kStrong), 0);
+  EXPECT_EQ(Listed(RowStyle::kStrong), 0);
 
-  test.ChangeThree();
-  test.Take(frmCompare::kRight);
-  EXPECT_EQ(test.Told(), "This meter: 225 rows taken in");
-  EXPECT_EQ(test.test.StatusText(), test.Told());
-  EXPECT_EQ(test.Listed(RowStyle::kStrong), 4);
+  ChangeThree();
+  Take(frmCompare::kRight);
+  EXPECT_EQ(Told(), "This meter: 225 rows taken in");
+  EXPECT_EQ(test.StatusText(), Told());
+  EXPECT_EQ(Listed(RowStyle::kStrong), 4);
   EXPECT_EQ(window.optFilter(1).Caption(), "Different (4)");
-  test.Filter(RowFilter::kDifferent);
-  EXPECT_EQ(test.Listed(RowStyle::kTitle), 2);
+  Filter(RowFilter::kDifferent);
+  EXPECT_EQ(Listed(RowStyle::kTitle), 2);
   EXPECT_EQ(window.grdRows.Rows(), 1 + 2 + 4);
-  const int fluid = test.LineOf("KIND OF FLUID");
+  const int fluid = LineOf("KIND OF FLUID");
   EXPECT_EQ(window.grdRows.Cell(fluid, 5), "different");
   EXPECT_NE(window.grdRows.Cell(fluid, 1), window.grdRows.Cell(fluid, 3));
   EXPECT_TRUE(window.grdRows.Choose(fluid));
@@ -125,19 +128,19 @@ TEST(CompareWindow, ComparesASnapshotWithTheMeterAndShowsWhatDiffers) {
       "PROCESS SETTING CH1 KIND OF FLUID   process.fluid   Register 00E6H   Left: 00 03   Right: 00 05");
   EXPECT_EQ(window.stbNote.Panel(1), "different");
   for (const RowFilter filter : {RowFilter::kAll, RowFilter::kDifferent}) {
-    test.Filter(filter);
-    EXPECT_EQ(window.grdRows.SelectedRow(), test.LineOf("KIND OF FLUID")) << "wherever the row stands now";
+    Filter(filter);
+    EXPECT_EQ(window.grdRows.SelectedRow(), LineOf("KIND OF FLUID")) << "wherever the row stands now";
   }
   EXPECT_FALSE(window.optFilter(5).Visible()) << "nothing was sent yet";
   // Another choice empties the side and with it the list: nothing of the side before stays on the screen.
-  test.Choose(frmCompare::kLeft, kFieldsEntry);
+  Choose(frmCompare::kLeft, kFieldsEntry);
   EXPECT_EQ(window.grdRows.Rows(), 1);
   EXPECT_EQ(window.lblIdentity(0).Caption(), " \n ");
   EXPECT_EQ(window.stbRow.Panel(1), "");
-  test.Take(frmCompare::kLeft);
-  test.Filter(RowFilter::kOnlyRight);
+  Take(frmCompare::kLeft);
+  Filter(RowFilter::kOnlyRight);
   EXPECT_GT(window.grdRows.Rows(), 100) << "the pages hold nothing yet";
-  EXPECT_TRUE(test.Said().empty());
+  EXPECT_TRUE(Said().empty());
 }
 
 // A page sends while the window stands open: a meter that was taken in before, on either side, says that it is
@@ -179,24 +182,22 @@ TEST(CompareWindow, AMeterThatWasSetSinceIsOutdated) {
 
 // Missing rows, unread rows and lines that were not taken: the counts are those of all rows, and what is not
 // known is never called equal.
-TEST(CompareWindow, NothingIsCalledEqualThatIsMissingOrUnread) {
-  CompareWindowTest test;
-  frmCompare& window = test.window();
-  std::string content = SnapshotText(test.Read());
+TEST_F(CompareWindow, NothingIsCalledEqualThatIsMissingOrUnread) {
+  std::string content = SnapshotText(Read());
   const std::size_t line = content.find("process.fluid\t");
   ASSERT_NE(line, std::string::npos) << content.substr(0, 400);
   content.replace(line, 8, "procell.");
-  test.Files()[kPath] = content;
-  test.Choose(frmCompare::kLeft, kSnapshotEntry);
-  test.TakeFile(frmCompare::kLeft, kPath);
-  test.Choose(frmCompare::kRight, kMeterEntry);
-  test.meter().BreakMemory(sim::Space::Holding, 0x00C0, 0x00C1, 2);
-  test.Take(frmCompare::kRight);
+  Files()[kPath] = content;
+  Choose(frmCompare::kLeft, kSnapshotEntry);
+  TakeFile(frmCompare::kLeft, kPath);
+  Choose(frmCompare::kRight, kMeterEntry);
+  meter().BreakMemory(sim::Space::Holding, 0x00C0, 0x00C1, 2);
+  Take(frmCompare::kRight);
   EXPECT_FALSE(window.lblCounts.Caption().starts_with("No differences"));
-  EXPECT_TRUE(test.Told().find("could not be read") != std::string::npos) << test.Told();
+  EXPECT_TRUE(Told().find("could not be read") != std::string::npos) << Told();
   const auto remarks = [&](RowFilter filter) {
-    test.Filter(filter);
-    return test.Listed(RowStyle::kNote);
+    Filter(filter);
+    return Listed(RowStyle::kNote);
   };
   EXPECT_EQ(remarks(RowFilter::kUnread), 2) << "the line that was not taken, and what it lacks";
   EXPECT_EQ(window.grdRows.Cell(1, 0), "Left: remarks, 2");
@@ -204,8 +205,8 @@ TEST(CompareWindow, NothingIsCalledEqualThatIsMissingOrUnread) {
   EXPECT_EQ(remarks(RowFilter::kAll), 2);
   int rows = 0, in_filters = 0;
   const auto listed = [&](RowFilter filter) {
-    test.Filter(filter);
-    return test.Listed(RowStyle::kPlain) + test.Listed(RowStyle::kStrong);
+    Filter(filter);
+    return Listed(RowStyle::kPlain) + Listed(RowStyle::kStrong);
   };
   rows = listed(RowFilter::kAll);
   EXPECT_EQ(listed(RowFilter::kOnlyRight), 1);
@@ -215,171 +216,163 @@ TEST(CompareWindow, NothingIsCalledEqualThatIsMissingOrUnread) {
   }
   EXPECT_EQ(window.lblCounts.Caption().substr(0, window.lblCounts.Caption().find(',')),
             "All " + std::to_string(rows) + ": equal " + std::to_string(rows - in_filters));
-  test.Filter(RowFilter::kUnread);
-  EXPECT_EQ(window.grdRows.Cell(test.LineOf("DISPLAY") + 1, 3), "?");
+  Filter(RowFilter::kUnread);
+  EXPECT_EQ(window.grdRows.Cell(LineOf("DISPLAY") + 1, 3), "?");
 }
 
-TEST(CompareWindow, TicksChooseWhatCanBeSentAndHiddenOnesAreCounted) {
-  CompareWindowTest test;
-  frmCompare& window = test.window();
-  test.CompareWithSnapshot([&] {
-    test.ChangeThree();
-    test.meter().holding().PutWord(0x0154, 50);  // an output is being checked
+TEST_F(CompareWindow, TicksChooseWhatCanBeSentAndHiddenOnesAreCounted) {
+  CompareWithSnapshot([&] {
+    ChangeThree();
+    meter().holding().PutWord(0x0154, 50);  // an output is being checked
   });
-  EXPECT_EQ(window.grdRows.Ticked(test.LineOf("AO CHECK")), RowTick::kNoBox) << "never sent with others";
-  EXPECT_EQ(window.grdRows.Ticked(test.LineOf("SENSOR TYPE")), RowTick::kNoBox) << "is equal";
-  const int title = test.LineOf("PROCESS SETTING CH1 ");
-  test.Tick("KIND OF FLUID");
+  EXPECT_EQ(window.grdRows.Ticked(LineOf("AO CHECK")), RowTick::kNoBox) << "never sent with others";
+  EXPECT_EQ(window.grdRows.Ticked(LineOf("SENSOR TYPE")), RowTick::kNoBox) << "is equal";
+  const int title = LineOf("PROCESS SETTING CH1 ");
+  Tick("KIND OF FLUID");
   EXPECT_EQ(window.grdRows.Ticked(title), RowTick::kSome);
   EXPECT_TRUE(window.grdRows.Tick(title));
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 2");
   EXPECT_EQ(window.grdRows.Ticked(title), RowTick::kOn);
-  EXPECT_EQ(window.grdRows.Ticked(test.LineOf("RANGE CH1 ")), RowTick::kOff);
-  EXPECT_EQ(window.grdRows.Ticked(test.LineOf("SYSTEM ")), RowTick::kNoBox) << "nothing differs";
+  EXPECT_EQ(window.grdRows.Ticked(LineOf("RANGE CH1 ")), RowTick::kOff);
+  EXPECT_EQ(window.grdRows.Ticked(LineOf("SYSTEM ")), RowTick::kNoBox) << "nothing differs";
   EXPECT_TRUE(window.cmdTickDifferent.Press());
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 3");
-  test.Filter(RowFilter::kOnlyLeft);
+  Filter(RowFilter::kOnlyLeft);
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 3, of which 3 are not in the list");
-  test.Filter(RowFilter::kAll);
+  Filter(RowFilter::kAll);
   // What is read anew keeps the ticks of rows that still differ.
-  test.meter().holding().PutWord(kFluid, 3);
-  test.Take(frmCompare::kRight);
+  meter().holding().PutWord(kFluid, 3);
+  Take(frmCompare::kRight);
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 2");
-  EXPECT_TRUE(window.grdRows.Untick(test.LineOf("PROCESS SETTING CH1 ")));
+  EXPECT_TRUE(window.grdRows.Untick(LineOf("PROCESS SETTING CH1 ")));
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 1");
   EXPECT_TRUE(window.cmdTickNone.Press());
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 0");
   // Only a meter can be sent to.
   EXPECT_TRUE(window.cmdSwap.Press());
   EXPECT_EQ(window.txtSide(1).Text(), kPath);
-  EXPECT_FALSE(window.grdRows.Tick(test.LineOf("WALL THICKNESS")));
+  EXPECT_FALSE(window.grdRows.Tick(LineOf("WALL THICKNESS")));
   for (PushButton* button : {&window.cmdTickDifferent, &window.cmdSend, &window.cmdRestore}) {
-    test.Answer();
+    Answer();
     EXPECT_TRUE(button->Press());
-    EXPECT_EQ(test.Said(), Texts{test.Text(text::kTargetFirst)}) << button->Name();
+    EXPECT_EQ(Said(), Texts{Text(text::kTargetFirst)}) << button->Name();
   }
 }
 
-TEST(CompareWindow, SendsTickedRowsBehindARestorePointAndProvesEach) {
-  CompareWindowTest test;
-  frmCompare& window = test.window();
-  test.CompareWithSnapshot([&] { test.ChangeThree(); });
-  test.Answer();
+TEST_F(CompareWindow, SendsTickedRowsBehindARestorePointAndProvesEach) {
+  CompareWithSnapshot([&] { ChangeThree(); });
+  Answer();
   window.cmdSend.Press();
-  EXPECT_EQ(test.Said(), Texts{test.Text(text::kNoRowTicked)});
+  EXPECT_EQ(Said(), Texts{Text(text::kNoRowTicked)});
   window.cmdTickDifferent.Press();
-  test.Answer(MessageAnswer::kCancel);
+  Answer(MessageAnswer::kCancel);
   window.cmdSend.Press();
-  EXPECT_EQ(test.Said().size(), 1u);
-  EXPECT_TRUE(test.Requests().empty()) << "nothing was asked of the meter, nothing sent";
+  EXPECT_EQ(Said().size(), 1u);
+  EXPECT_TRUE(Requests().empty()) << "nothing was asked of the meter, nothing sent";
 
-  test.test.platform.Arm("ignore-write@00DA/10");
-  test.test.platform.Arm("exception=4@001C/10*ever");
-  test.Answer();
+  test.platform.Arm("ignore-write@00DA/10");
+  test.platform.Arm("exception=4@001C/10*ever");
+  Answer();
   window.cmdSend.Press();
-  EXPECT_EQ(test.Said().front().substr(0, 66),
+  EXPECT_EQ(Said().front().substr(0, 66),
             "Ticked rows: 3. They will be sent to the meter with ID No. 0042.\nB");
-  EXPECT_EQ(test.Points(), 1u);
-  EXPECT_EQ(test.meter().holding().Word(kFluid), 3);
-  EXPECT_EQ(test.Told(), "Stored 1, refused 1, not proven 1, not sent 0. Restore point: " +
-                             RestorePoints(test.app()).front().path +
-                             ". Press Save in meter to make it permanent");
-  EXPECT_EQ(test.test.StatusText(), test.Told());
+  EXPECT_EQ(Points(), 1u);
+  EXPECT_EQ(meter().holding().Word(kFluid), 3);
+  EXPECT_EQ(Told(), "Stored 1, refused 1, not proven 1, not sent 0. Restore point: " +
+                        RestorePoints(app()).front().path + ". Press Save in meter to make it permanent");
+  EXPECT_EQ(test.StatusText(), Told());
   EXPECT_TRUE(window.optFilter(5).Value()) << "what was sent is listed";
   EXPECT_EQ(window.optFilter(5).Caption(), "Sent (3)");
-  EXPECT_EQ(test.ResultOf("KIND OF FLUID").substr(0, 8), "stored (");
-  EXPECT_EQ(test.ResultOf("WALL THICKNESS").substr(0, 12), "not proven (");
-  EXPECT_EQ(test.ResultOf(kTimerTitle).substr(0, 7), "refused") << test.ResultOf(kTimerTitle);
+  EXPECT_EQ(ResultOf("KIND OF FLUID").substr(0, 8), "stored (");
+  EXPECT_EQ(ResultOf("WALL THICKNESS").substr(0, 12), "not proven (");
+  EXPECT_EQ(ResultOf(kTimerTitle).substr(0, 7), "refused") << ResultOf(kTimerTitle);
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 2") << "those that were not stored stay ticked";
-  EXPECT_EQ(window.grdRows.Cell(test.LineOf("KIND OF FLUID"), 5), "equal") << "the meter was read again";
-  EXPECT_FALSE(test.app().state.UiLocked);
+  EXPECT_EQ(window.grdRows.Cell(LineOf("KIND OF FLUID"), 5), "equal") << "the meter was read again";
+  EXPECT_FALSE(app().state.UiLocked);
   EXPECT_FALSE(window.cmdStop.Enabled());
   EXPECT_EQ(window.pbWork.Value(), 0);
-  EXPECT_GT(test.PrintedPages(), 3u) << "what was sent is printed with all other rows";
-  test.dialogs().SaveFile("/home/operator/sent.csv");
+  EXPECT_GT(PrintedPages(), 3u) << "what was sent is printed with all other rows";
+  dialogs().SaveFile("/home/operator/sent.csv");
   window.cmdSaveCsv.Press();
-  const std::string& csv = test.Files()["/home/operator/sent.csv"];
-  EXPECT_NE(csv.find(",equal," + test.ResultOf("KIND OF FLUID") + "\r\n"), std::string::npos) << csv;
+  const std::string& csv = Files()["/home/operator/sent.csv"];
+  EXPECT_NE(csv.find(",equal," + ResultOf("KIND OF FLUID") + "\r\n"), std::string::npos) << csv;
   // The same again, now that the meter takes it.
-  test.test.platform.line.faults().Clear();
-  test.Answer();
+  test.platform.line.faults().Clear();
+  Answer();
   window.cmdSend.Press();
-  EXPECT_TRUE(test.Told().starts_with("Stored 2, refused 0, not proven 0, not sent 0. ")) << test.Told();
-  EXPECT_EQ(test.Points(), 2u);
+  EXPECT_TRUE(Told().starts_with("Stored 2, refused 0, not proven 0, not sent 0. ")) << Told();
+  EXPECT_EQ(Points(), 2u);
   EXPECT_TRUE(window.lblCounts.Caption().starts_with("No differences")) << window.lblCounts.Caption();
   EXPECT_TRUE(window.SaveParameter.Press());
-  EXPECT_TRUE(test.Told().starts_with(test.Text(text::kSaveCompleted))) << test.Told();
-  test.test.platform.Arm("slow-store*ever");
-  test.Said();
-  test.Answer();
+  EXPECT_TRUE(Told().starts_with(Text(text::kSaveCompleted))) << Told();
+  test.platform.Arm("slow-store*ever");
+  Said();
+  Answer();
   EXPECT_TRUE(window.SaveParameter.Press());
-  EXPECT_EQ(test.Said(), Texts{test.Text(text::kNotSaved)});
-  EXPECT_EQ(test.Told(), test.Text(text::kNotSaved));
+  EXPECT_EQ(Said(), Texts{Text(text::kNotSaved)});
+  EXPECT_EQ(Told(), Text(text::kNotSaved));
 }
 
-TEST(CompareWindow, SendsNothingWithoutARestorePointOrToAnotherMeter) {
+TEST_F(CompareWindow, SendsNothingWithoutARestorePointOrToAnotherMeter) {
   const struct {
     const char* name;
     std::function<void(CompareWindowTest&)> spoil;
     const char* says;
   } kCases[] = {
       {"no restore point",
-       [](CompareWindowTest& test) { test.test.platform.files.FailChange(1, FileError::kFull); },
+       [](CompareWindowTest& fresh) { fresh.test.platform.files.FailChange(1, FileError::kFull); },
        "the restore point could not be written, so nothing was sent: the disk is full"},
-      {"another meter", [](CompareWindowTest& test) { test.meter().holding().PutWord(0x0104, 43); },
+      {"another meter", [](CompareWindowTest& fresh) { fresh.meter().holding().PutWord(0x0104, 43); },
        "the meter on the line is 0043"},
-      {"no meter", [](CompareWindowTest& test) { test.test.platform.Arm("silence*ever"); },
+      {"no meter", [](CompareWindowTest& fresh) { fresh.test.platform.Arm("silence*ever"); },
        "the meter could not be read, so nothing was sent"},
   };
   for (const auto& row : kCases) {
     SCOPED_TRACE(row.name);
-    CompareWindowTest test;
-    test.CompareWithSnapshot([&] { test.ChangeThree(); });
-    test.window().cmdTickDifferent.Press();
-    row.spoil(test);
-    test.Answer();
-    test.Answer();
-    test.window().cmdSend.Press();
-    const Texts said = test.Said();
+    CompareWindowTest fresh;
+    fresh.CompareWithSnapshot([&] { fresh.ChangeThree(); });
+    fresh.window().cmdTickDifferent.Press();
+    row.spoil(fresh);
+    fresh.Answer();
+    fresh.Answer();
+    fresh.window().cmdSend.Press();
+    const Texts said = fresh.Said();
     ASSERT_EQ(said.size(), 2u);
     EXPECT_TRUE(said[1].starts_with(row.says)) << said[1];
-    EXPECT_TRUE(test.Told().starts_with(row.says)) << test.Told();
-    EXPECT_EQ(test.meter().holding().Word(kFluid), 5);
-    EXPECT_EQ(test.window().lblChosen.Caption(), "Ticked: 3") << "nothing of the choice is lost";
-    EXPECT_EQ(test.ResultOf("KIND OF FLUID").substr(0, 9), "not sent:");
+    EXPECT_TRUE(fresh.Told().starts_with(row.says)) << fresh.Told();
+    EXPECT_EQ(fresh.meter().holding().Word(kFluid), 5);
+    EXPECT_EQ(fresh.window().lblChosen.Caption(), "Ticked: 3") << "nothing of the choice is lost";
+    EXPECT_EQ(fresh.ResultOf("KIND OF FLUID").substr(0, 9), "not sent:");
   }
 }
 
-TEST(CompareWindow, StopEndsAReadingAndASending) {
-  CompareWindowTest test;
-  frmCompare& window = test.window();
-  test.CompareWithSnapshot([&] { test.ChangeThree(); });
+TEST_F(CompareWindow, StopEndsAReadingAndASending) {
+  CompareWithSnapshot([&] { ChangeThree(); });
   const std::string before = window.lblIdentity(1).Caption();
-  test.test.Time().After(300, [&] { EXPECT_TRUE(window.cmdStop.Press()); });
-  test.Take(frmCompare::kRight);
-  EXPECT_EQ(test.Told(), "The reading was stopped");
+  test.Time().After(300, [&] { EXPECT_TRUE(window.cmdStop.Press()); });
+  Take(frmCompare::kRight);
+  EXPECT_EQ(Told(), "The reading was stopped");
   EXPECT_EQ(window.lblIdentity(1).Caption(), before) << "what was there stays, with its date";
 
   window.cmdTickDifferent.Press();
   // When the first row has ended, somebody wants the window to close: it stops behind the row on the line.
   std::function<void()> watch = [&] {
-    if (test.Points() == 0 || !window.optFilter(5).Visible()) return test.test.Time().After(5, watch);
-    EXPECT_TRUE(test.Told().starts_with("Sending to the meter: PROCESS SETTING CH1 ")) << test.Told();
+    if (Points() == 0 || !window.optFilter(5).Visible()) return test.Time().After(5, watch);
+    EXPECT_TRUE(Told().starts_with("Sending to the meter: PROCESS SETTING CH1 ")) << Told();
     EXPECT_EQ(window.pbWork.Max(), 3);
     EXPECT_GT(window.pbWork.Value(), 0);
     EXPECT_FALSE(window.HasCloseCommand());
     EXPECT_FALSE(window.cmdClose.Enabled());
     EXPECT_FALSE(window.cmbSide(0).Choose(kMeterEntry));
-    EXPECT_TRUE(window.grdRows.Untick(test.LineOf(kTimerTitle)));
-    EXPECT_FALSE(test.app().windows.Unload("frmCompare")) << "it stops instead";
+    EXPECT_TRUE(window.grdRows.Untick(LineOf(kTimerTitle)));
+    EXPECT_FALSE(app().windows.Unload("frmCompare")) << "it stops instead";
   };
-  test.test.Time().After(5, watch);
-  test.Answer();
+  test.Time().After(5, watch);
+  Answer();
   window.cmdSend.Press();
-  ASSERT_NE(test.app().windows.Find("frmCompare"), nullptr);
-  EXPECT_TRUE(
-      test.Told().starts_with("the sending was stopped. Stored 2, refused 0, not proven 0, not sent 1. "))
-      << test.Told();
+  ASSERT_NE(app().windows.Find("frmCompare"), nullptr);
+  EXPECT_TRUE(Told().starts_with("the sending was stopped. Stored 2, refused 0, not proven 0, not sent 1. "))
+      << Told();
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 1") << "no tick is taken away meanwhile";
   EXPECT_EQ(window.optFilter(5).Caption(), "Sent (3)");
   int stored = 0;
@@ -388,124 +381,116 @@ TEST(CompareWindow, StopEndsAReadingAndASending) {
         window.grdRows.Cell(at, 5) == "equal" && window.grdRows.Cell(at, 6).starts_with("stored") ? 1 : 0;
   }
   EXPECT_EQ(stored, 2) << "what was proven is known without another reading";
-  EXPECT_EQ(test.Said().size(), 1u) << "a stop needs no box";
+  EXPECT_EQ(Said().size(), 1u) << "a stop needs no box";
   EXPECT_TRUE(window.cmdClose.Press());
-  EXPECT_EQ(test.app().windows.Find("frmCompare"), nullptr);
+  EXPECT_EQ(app().windows.Find("frmCompare"), nullptr);
 }
 
-TEST(CompareWindow, ALostPortLeavesWhatIsNotKnownUnknown) {
-  CompareWindowTest test;
-  frmCompare& window = test.window();
-  test.CompareWithSnapshot([&] { test.ChangeThree(); });
+TEST_F(CompareWindow, ALostPortLeavesWhatIsNotKnownUnknown) {
+  CompareWithSnapshot([&] { ChangeThree(); });
   window.cmdTickDifferent.Press();
-  test.test.platform.Arm("unplug@00E6/10");
-  test.Answer();
-  test.Answer();
+  test.platform.Arm("unplug@00E6/10");
+  Answer();
+  Answer();
   window.cmdSend.Press();
-  EXPECT_TRUE(test.Told().starts_with("the port was lost: ")) << test.Told();
-  EXPECT_EQ(test.Said().size(), 2u) << "the question, and one box";
-  EXPECT_EQ(window.grdRows.Cell(test.LineOf("KIND OF FLUID"), 5), "could not be read");
-  EXPECT_NE(test.ResultOf("KIND OF FLUID").find(test.Text(text::kNotReadSince)), std::string::npos);
-  EXPECT_FALSE(test.app().state.UiLocked);
+  EXPECT_TRUE(Told().starts_with("the port was lost: ")) << Told();
+  EXPECT_EQ(Said().size(), 2u) << "the question, and one box";
+  EXPECT_EQ(window.grdRows.Cell(LineOf("KIND OF FLUID"), 5), "could not be read");
+  EXPECT_NE(ResultOf("KIND OF FLUID").find(Text(text::kNotReadSince)), std::string::npos);
+  EXPECT_FALSE(app().state.UiLocked);
   EXPECT_EQ(window.lblChosen.Caption().substr(0, 8), "Ticked: ");
 }
 
-TEST(CompareWindow, LeavesTheLineToARunningMeasurement) {
-  CompareWindowTest test;
-  frmCompare& window = test.window();
-  test.CompareWithSnapshot([&] { test.ChangeThree(); });
+TEST_F(CompareWindow, LeavesTheLineToARunningMeasurement) {
+  CompareWithSnapshot([&] { ChangeThree(); });
   window.cmdTickDifferent.Press();
-  test.app().state.PvRunning = 1;
+  app().state.PvRunning = 1;
   for (PushButton* button : {&window.cmdSend, &window.cmdRestore, &window.cmdSide(1), &window.cmdSnapshot,
                              &window.SaveParameter}) {
     EXPECT_TRUE(button->Press());
-    EXPECT_EQ(test.Told(), test.Text(text::kMonitorRuns)) << button->Name();
+    EXPECT_EQ(Told(), Text(text::kMonitorRuns)) << button->Name();
   }
-  test.app().state.PvRunning = 0;
-  EXPECT_TRUE(test.Requests().empty());
+  app().state.PvRunning = 0;
+  EXPECT_TRUE(Requests().empty());
   // A measurement that begins while the question is on the screen.
-  test.dialogs().Answer(MessageAnswer::kOk, [&] { test.app().state.PvRunning = 1; });
+  dialogs().Answer(MessageAnswer::kOk, [&] { app().state.PvRunning = 1; });
   window.cmdSend.Press();
-  EXPECT_TRUE(test.Requests().empty());
-  test.app().state.PvRunning = 0;
+  EXPECT_TRUE(Requests().empty());
+  app().state.PvRunning = 0;
   // And a window that is gone when it is answered.
-  test.dialogs().Answer(MessageAnswer::kOk, [&] { test.app().windows.Unload("frmCompare"); });
-  test.app().windows.Run([&] { window.cmdSend.Press(); });
-  EXPECT_TRUE(test.Requests().empty());
-  EXPECT_EQ(test.Points(), 0u);
+  dialogs().Answer(MessageAnswer::kOk, [&] { app().windows.Unload("frmCompare"); });
+  app().windows.Run([&] { window.cmdSend.Press(); });
+  EXPECT_TRUE(Requests().empty());
+  EXPECT_EQ(Points(), 0u);
 }
 
-TEST(CompareWindow, TellsAPortThatDoesNotOpen) {
-  CompareWindowTest test;
-  frmCompare& window = test.window();
-  test.CompareWithSnapshot([&] { test.ChangeThree(); });
+TEST_F(CompareWindow, TellsAPortThatDoesNotOpen) {
+  CompareWithSnapshot([&] { ChangeThree(); });
   window.cmdTickDifferent.Press();
   bool closed = false;
-  ClosePort(test.app(), closed);
-  test.test.platform.sockets.clear();
+  ClosePort(app(), closed);
+  test.platform.sockets.clear();
   for (const auto& [button, boxes] : {std::pair(&window.cmdSide(1), 1u), std::pair(&window.cmdSend, 2u)}) {
-    for (unsigned i = 0; i < boxes; ++i) test.Answer();
+    for (unsigned i = 0; i < boxes; ++i) Answer();
     EXPECT_TRUE(button->Press());
-    const Texts said = test.Said();
+    const Texts said = Said();
     ASSERT_EQ(said.size(), boxes);
-    EXPECT_EQ(said.back(), test.Text(text::kCommunicationError));
-    EXPECT_EQ(test.Told(), CommunicationErrorText(test.app()));
-    EXPECT_FALSE(test.app().state.UiLocked);
+    EXPECT_EQ(said.back(), Text(text::kCommunicationError));
+    EXPECT_EQ(Told(), CommunicationErrorText(app()));
+    EXPECT_FALSE(app().state.UiLocked);
   }
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 3");
 }
 
-TEST(CompareWindow, RestoresTheNewestPointAndOnlyItsOwnMeter) {
-  CompareWindowTest test;
-  frmCompare& window = test.window();
+TEST_F(CompareWindow, RestoresTheNewestPointAndOnlyItsOwnMeter) {
   EXPECT_FALSE(window.ShowNewestPoint());
-  test.CompareWithSnapshot([&] { test.ChangeThree(); });
+  CompareWithSnapshot([&] { ChangeThree(); });
   window.cmdTickDifferent.Press();
-  test.Answer();
+  Answer();
   window.cmdSend.Press();
-  EXPECT_EQ(test.meter().holding().Word(kFluid), 3);
+  EXPECT_EQ(meter().holding().Word(kFluid), 3);
   // The point holds what was there before.
   EXPECT_TRUE(window.ShowNewestPoint());
   EXPECT_EQ(window.cmbSide(0).Items().size(), 5u);
   EXPECT_EQ(window.cmbSide(0).Text().substr(0, 25), "Restore point 2026/11/24 ");
   EXPECT_EQ(window.cmbSide(1).ListIndex(), kMeterEntry);
   EXPECT_EQ(window.optFilter(1).Caption(), "Different (4)") << "the right side was there already";
-  test.Answer();
+  Answer();
   window.cmdRestore.Press();
-  EXPECT_EQ(test.meter().holding().Word(kFluid), 5);
-  EXPECT_TRUE(test.Told().starts_with("The meter holds what the left side holds. Stored 3, ")) << test.Told();
+  EXPECT_EQ(meter().holding().Word(kFluid), 5);
+  EXPECT_TRUE(Told().starts_with("The meter holds what the left side holds. Stored 3, ")) << Told();
   EXPECT_EQ(window.Focused(), &window.grdRows);
   EXPECT_TRUE(window.lblCounts.Caption().starts_with("No differences")) << window.lblCounts.Caption();
-  EXPECT_EQ(test.Points(), 2u);
+  EXPECT_EQ(Points(), 2u);
   EXPECT_EQ(window.cmbSide(0).ListIndex(), kPointEntry + 1) << "the same point, now behind a newer one";
-  EXPECT_EQ(test.Said().size(), 2u);
+  EXPECT_EQ(Said().size(), 2u);
   // Another meter on the line: what belongs to one alone is ticked for itself only.
-  test.meter().holding().PutWord(0x0104, 43);
-  test.Take(frmCompare::kRight);
-  test.Filter(RowFilter::kAll);
+  meter().holding().PutWord(0x0104, 43);
+  Take(frmCompare::kRight);
+  Filter(RowFilter::kAll);
   window.cmdTickDifferent.Press();
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 0");
-  EXPECT_EQ(test.ResultOf("ID No."), "belongs to one meter alone: tick it for itself to send it");
-  test.Tick("ID No.");
+  EXPECT_EQ(ResultOf("ID No."), "belongs to one meter alone: tick it for itself to send it");
+  Tick("ID No.");
   EXPECT_EQ(window.lblChosen.Caption(), "Ticked: 1");
-  test.Answer();
+  Answer();
   window.cmdRestore.Press();
-  EXPECT_EQ(test.Said(), (Texts{"The left side is of another meter (0042) than the one on the right (0043). "
-                                "Tick rows and send them instead."}));
+  EXPECT_EQ(Said(), (Texts{"The left side is of another meter (0042) than the one on the right (0043). "
+                           "Tick rows and send them instead."}));
   // And nothing but a snapshot can be restored.
-  test.Choose(frmCompare::kLeft, kFieldsEntry);
-  test.Take(frmCompare::kLeft);
-  test.Answer();
+  Choose(frmCompare::kLeft, kFieldsEntry);
+  Take(frmCompare::kLeft);
+  Answer();
   window.cmdRestore.Press();
-  EXPECT_EQ(test.Said(), Texts{test.Text(text::kRestoreSource)});
+  EXPECT_EQ(Said(), Texts{Text(text::kRestoreSource)});
   // A point that has gone meanwhile is a file like any other; the newest one asks for the meter anew.
-  test.Choose(frmCompare::kLeft, kPointEntry + 1);
-  test.Files().erase(RestorePoints(test.app()).back().path);
-  test.app().windows.Run([&] { window.Show(); });
+  Choose(frmCompare::kLeft, kPointEntry + 1);
+  Files().erase(RestorePoints(app()).back().path);
+  app().windows.Run([&] { window.Show(); });
   EXPECT_EQ(window.cmbSide(0).Items().size(), 5u);
   EXPECT_EQ(window.cmbSide(0).ListIndex(), kSnapshotEntry);
-  test.Choose(frmCompare::kRight, kFieldsEntry);
-  test.Take(frmCompare::kRight);
+  Choose(frmCompare::kRight, kFieldsEntry);
+  Take(frmCompare::kRight);
   EXPECT_TRUE(window.ShowNewestPoint());
   EXPECT_EQ(window.cmbSide(1).ListIndex(), kMeterEntry);
   EXPECT_EQ(window.txtSide(1).Text(), "Not read yet");
@@ -513,118 +498,112 @@ TEST(CompareWindow, RestoresTheNewestPointAndOnlyItsOwnMeter) {
   EXPECT_EQ(window.Focused(), &window.cmdSide(1));
 }
 
-TEST(CompareWindow, ARestoreThatLeavesSomethingTellsEachRow) {
-  CompareWindowTest test;
-  frmCompare& window = test.window();
-  test.CompareWithSnapshot([&] { test.ChangeThree(); });
-  test.test.platform.Arm("ignore-write@00E6*ever");
-  test.Answer();
+TEST_F(CompareWindow, ARestoreThatLeavesSomethingTellsEachRow) {
+  CompareWithSnapshot([&] { ChangeThree(); });
+  test.platform.Arm("ignore-write@00E6*ever");
+  Answer();
   window.cmdRestore.Press();
   EXPECT_TRUE(
-      test.Told().starts_with("Rows that are not as on the left side: 2. Stored 2, refused 0, not proven 1"))
-      << test.Told();
-  EXPECT_EQ(test.ResultOf("KIND OF FLUID").substr(0, 12), "not proven (");
+      Told().starts_with("Rows that are not as on the left side: 2. Stored 2, refused 0, not proven 1"))
+      << Told();
+  EXPECT_EQ(ResultOf("KIND OF FLUID").substr(0, 12), "not proven (");
 }
 
-TEST(CompareWindow, KeepsSnapshotsAndReportsInFiles) {
-  CompareWindowTest test;
-  frmCompare& window = test.window();
-  auto& files = test.test.platform.files;
+TEST_F(CompareWindow, KeepsSnapshotsAndReportsInFiles) {
+  auto& files = test.platform.files;
   // A snapshot shows the meter on a side that is free.
-  test.dialogs().SaveFile(kPath);
+  dialogs().SaveFile(kPath);
   window.cmdSnapshot.Press();
-  EXPECT_EQ(test.Told().substr(0, 16), "Saved full.txt: ");
-  EXPECT_TRUE(LooksLikeSnapshot(test.Files()[kPath]));
+  EXPECT_EQ(Told().substr(0, 16), "Saved full.txt: ");
+  EXPECT_TRUE(LooksLikeSnapshot(Files()[kPath]));
   EXPECT_EQ(window.txtSide(0).Text(), "This meter");
   for (PushButton* button : {&window.cmdSaveCsv, &window.cmdSavePdf, &window.cmdPrint}) {
-    test.Answer();
+    Answer();
     button->Press();
-    EXPECT_EQ(test.Said(), Texts{test.Text(text::kBothSidesFirst)}) << button->Name();
+    EXPECT_EQ(Said(), Texts{Text(text::kBothSidesFirst)}) << button->Name();
   }
-  test.TakeFile(frmCompare::kRight, kPath);
-  test.dialogs().SaveFile("/home/operator/compared.csv");
+  TakeFile(frmCompare::kRight, kPath);
+  dialogs().SaveFile("/home/operator/compared.csv");
   window.cmdSaveCsv.Press();
-  EXPECT_NE(test.Files()["/home/operator/compared.csv"].find("No differences"), std::string::npos);
-  test.dialogs().SaveFile("/home/operator/compared.pdf");
+  EXPECT_NE(Files()["/home/operator/compared.csv"].find("No differences"), std::string::npos);
+  dialogs().SaveFile("/home/operator/compared.pdf");
   window.cmdSavePdf.Press();
-  EXPECT_EQ(test.Files()["/home/operator/compared.pdf"], "a pdf");
-  const std::size_t all = test.PrintedPages();
+  EXPECT_EQ(Files()["/home/operator/compared.pdf"], "a pdf");
+  const std::size_t all = PrintedPages();
   EXPECT_GT(all, 1u);
-  EXPECT_EQ(test.Told(), "Compare and Restore Settings was sent to the printer");
-  test.Filter(RowFilter::kDifferent);
-  EXPECT_LT(test.PrintedPages(), all) << "what is listed is printed";
+  EXPECT_EQ(Told(), "Compare and Restore Settings was sent to the printer");
+  Filter(RowFilter::kDifferent);
+  EXPECT_LT(PrintedPages(), all) << "what is listed is printed";
   // What is not saved says why, and no file is written.
-  const auto before = test.Files();
+  const auto before = Files();
   for (const auto& path : {std::optional<std::string>(), std::optional<std::string>(" ")}) {
-    test.dialogs().SaveFile(path);
+    dialogs().SaveFile(path);
     window.cmdSavePdf.Press();
   }
-  test.Answer();
-  test.dialogs().SaveFile("/app/VLT.ini");
+  Answer();
+  dialogs().SaveFile("/app/VLT.ini");
   window.cmdSavePdf.Press();
-  EXPECT_EQ(test.Said(), Texts{test.Text(4510)});
-  test.Answer();
+  EXPECT_EQ(Said(), Texts{Text(4510)});
+  Answer();
   files.FailChange(1, FileError::kFull);
-  test.dialogs().SaveFile("/home/operator/other.pdf");
+  dialogs().SaveFile("/home/operator/other.pdf");
   window.cmdSavePdf.Press();
-  EXPECT_EQ(test.Said(), Texts{"other.pdf could not be written: the disk is full"});
-  test.printer.fails = true;
-  test.Answer();
+  EXPECT_EQ(Said(), Texts{"other.pdf could not be written: the disk is full"});
+  printer.fails = true;
+  Answer();
   window.cmdSavePdf.Press();
-  EXPECT_EQ(test.Said(), Texts{test.Text(text::kSheetNotMade)});
-  test.test.platform.machine.printer = nullptr;
+  EXPECT_EQ(Said(), Texts{Text(text::kSheetNotMade)});
+  test.platform.machine.printer = nullptr;
   for (PushButton* button : {&window.cmdSavePdf, &window.cmdPrint}) {
-    test.Answer();
+    Answer();
     button->Press();
-    EXPECT_EQ(test.Said(), Texts{test.Text(text::kPrintingMissing)}) << button->Name();
+    EXPECT_EQ(Said(), Texts{Text(text::kPrintingMissing)}) << button->Name();
   }
-  EXPECT_EQ(test.Files(), before);
+  EXPECT_EQ(Files(), before);
   // Cancelled, full disk, the program's own settings, a meter that does not answer: the old file stands.
-  test.dialogs().SaveFile(std::nullopt);
+  dialogs().SaveFile(std::nullopt);
   window.cmdSnapshot.Press();
-  test.Answer();
-  test.dialogs().SaveFile("/app/VLT.ini");
+  Answer();
+  dialogs().SaveFile("/app/VLT.ini");
   window.cmdSnapshot.Press();
-  const std::string kept = test.Files()[kPath];
+  const std::string kept = Files()[kPath];
   files.FailChange(1, FileError::kFull);
-  test.Answer();
-  test.dialogs().SaveFile(kPath);
+  Answer();
+  dialogs().SaveFile(kPath);
   window.cmdSnapshot.Press();
-  EXPECT_EQ(test.Said().back(), "full.txt could not be written: the disk is full");
-  test.test.platform.Arm("silence*ever");
-  test.Answer();
-  test.dialogs().SaveFile(kPath);
+  EXPECT_EQ(Said().back(), "full.txt could not be written: the disk is full");
+  test.platform.Arm("silence*ever");
+  Answer();
+  dialogs().SaveFile(kPath);
   window.cmdSnapshot.Press();
-  EXPECT_EQ(test.Said(), Texts{test.Text(text::kCommunicationError)});
-  EXPECT_TRUE(test.Told().starts_with("No snapshot was saved: ")) << test.Told();
-  EXPECT_EQ(test.Files()[kPath], kept);
+  EXPECT_EQ(Said(), Texts{Text(text::kCommunicationError)});
+  EXPECT_TRUE(Told().starts_with("No snapshot was saved: ")) << Told();
+  EXPECT_EQ(Files()[kPath], kept);
 }
 
-TEST(CompareWindow, TakesInAFileOfEitherKindAndTellsOneOfNeither) {
-  CompareWindowTest test;
-  frmCompare& window = test.window();
-  test.Files()[kPath] = SnapshotText(test.Read());
-  test.Files()["/home/operator/notes.ini"] = "[NOTES]\nA=1\n";
-  test.Choose(frmCompare::kLeft, kParameterEntry);
-  test.TakeFile(frmCompare::kLeft, kPath);
+TEST_F(CompareWindow, TakesInAFileOfEitherKindAndTellsOneOfNeither) {
+  Files()[kPath] = SnapshotText(Read());
+  Files()["/home/operator/notes.ini"] = "[NOTES]\nA=1\n";
+  Choose(frmCompare::kLeft, kParameterEntry);
+  TakeFile(frmCompare::kLeft, kPath);
   EXPECT_EQ(window.cmbSide(0).ListIndex(), kSnapshotEntry) << "the list follows what the file is";
   for (const auto& [path, says] :
        {std::pair{"/home/operator/notes.ini", "notes.ini is neither a snapshot nor a parameter file."},
         std::pair{"/home/operator/gone.txt", "gone.txt could not be read: there is no such file"}}) {
-    test.Answer();
-    test.TakeFile(frmCompare::kLeft, path);
-    EXPECT_EQ(test.Said(), Texts{says});
+    Answer();
+    TakeFile(frmCompare::kLeft, path);
+    EXPECT_EQ(Said(), Texts{says});
     EXPECT_EQ(window.txtSide(0).Text(), kPath) << "what was taken in stays";
   }
-  test.dialogs().OpenFile(std::nullopt);
-  test.Take(frmCompare::kLeft);
+  dialogs().OpenFile(std::nullopt);
+  Take(frmCompare::kLeft);
   EXPECT_EQ(window.txtSide(0).Text(), kPath);
   // The focus goes to what is next: the other side, then the rows.
-  test.Choose(frmCompare::kLeft, kMeterEntry);
-  test.Choose(frmCompare::kRight, kMeterEntry);
-  test.Take(frmCompare::kLeft);
+  Choose(frmCompare::kLeft, kMeterEntry);
+  Choose(frmCompare::kRight, kMeterEntry);
+  Take(frmCompare::kLeft);
   EXPECT_EQ(window.Focused(), &window.cmdSide(1));
-  test.Take(frmCompare::kRight);
+  Take(frmCompare::kRight);
   EXPECT_EQ(window.Focused(), &window.grdRows);
 }
 

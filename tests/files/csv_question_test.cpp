@@ -39,6 +39,8 @@ TEST(SettingsFileRule, KnowsTheFileHoweverItsPathIsWritten) {
 }
 
 TEST(CsvQuestion, AsksInItsOwnWordsAndRefusesTheSettingsFile) {
+  const char* kTitle = "Specify a saving file name";
+  const char* kAll = "The measurement data(*.csv)|*.csv|All(*.*)|*.*";
   const struct {
     CsvQuestion question;
     Path answer;
@@ -46,22 +48,10 @@ TEST(CsvQuestion, AsksInItsOwnWordsAndRefusesTheSettingsFile) {
     const char* filter;
     Path path;
   } rows[] = {
-      {{}, {}, "Specify a saving file name", "The measurement data(*.csv)|*.csv|All(*.*)|*.*", {}},
-      {{.folder = "/logs/"},
-       "  ",
-       "Specify a saving file name",
-       "The measurement data(*.csv)|*.csv|All(*.*)|*.*",
-       {}},
-      {{.title = 4060},
-       " /data/a b.csv ",
-       "Please specify the file name to save",
-       "The measurement data(*.csv)|*.csv|All(*.*)|*.*",
-       "/data/a b.csv"},
-      {{.kind = 4050, .all_files = false},
-       "/app/VLT.ini",
-       "Specify a saving file name",
-       "Initialvalue(*.csv)|*.csv",
-       {}},
+      {{}, {}, kTitle, kAll, {}},
+      {{.folder = "/logs/"}, "  ", kTitle, kAll, {}},
+      {{.title = 4060}, " /data/a b.csv ", "Please specify the file name to save", kAll, "/data/a b.csv"},
+      {{.kind = 4050, .all_files = false}, "/app/VLT.ini", kTitle, "Initialvalue(*.csv)|*.csv", {}},
   };
   for (const auto& row : rows) {
     TestApp machine;
