@@ -85,10 +85,9 @@ void frmCalc::Form_Load() {
 
 void frmCalc::Form_Activate() {
   if ((unit_flag_ != 0) == (app_.state.UnitFlag != 0)) return;
-  const int before = unit_flag_;
   unit_flag_ = app_.state.UnitFlag;
   ShowUnitsAndRanges();
-  ConvertEntries(before);
+  ConvertEntries();
 }
 
 void frmCalc::Dress() {
@@ -229,13 +228,11 @@ TextOf frmCalc::Texts() const {
   return [this](int id) { return app_.Text(id); };
 }
 
-void frmCalc::ConvertEntries(int from_unit_flag) {
+void frmCalc::ConvertEntries() {
   changing_ = true;
   for (const Entry& entry : entries_) {
     const auto number = ParseNumber(entry.text.Text());
-    if (number && (from_unit_flag != 0) != (unit_flag_ != 0)) {
-      entry.text.SetText(ConvertedText(entry.field, *number, unit_flag_));
-    }
+    if (number) entry.text.SetText(ConvertedText(entry.field, *number, unit_flag_));
   }
   txtResult1Text.SetText("");
   txtResult2Text.SetText("");

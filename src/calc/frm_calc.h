@@ -114,7 +114,7 @@ class frmCalc : public Form {
   void InputChanged();
   void Redraw();
   TextOf Texts() const;
-  void ConvertEntries(int from_unit_flag);
+  void ConvertEntries();
 
   void cmdTake_Click();
   void cmdPrint_Click();

@@ -247,8 +247,8 @@ TEST_F(CalcTest, TheSheetIsThatOfTheFields) {
   ASSERT_EQ(printer.sheets.size(), 1u);
   EXPECT_EQ(calc().txtResult1Text.Text(), "52.54") << "calculated for the sheet";
   for (const char* text :
-       {"Sensor Spacing Calculation", "OUTER DIAMETER", "100", "WALL THICKNESS", "CARBON STEEL", "3000",
-        "WT-13", "V METHOD", "52.54", "52.54 mm", "2026/11/24 10:00:00"}) {
+       {"Sensor Spacing Calculation", "OUTER DIAMETER", "100", "WALL THICKNESS", "FLUID S.V.", "CARBON STEEL",
+        "3000", "WT-13", "V METHOD", "52.54", "52.54 mm", "2026/11/24 10:00:00"}) {
     EXPECT_TRUE(Shows(printer.sheets[0], text)) << text;
   }
   EXPECT_FALSE(Shows(printer.sheets[0], "LINING S.V.")) << "there is no lining";
@@ -313,6 +313,7 @@ TEST_F(CalcTest, AChangeOfTheUnitSystemKeepsWhatWasTyped) {
   EXPECT_EQ(calc().txtResult1Text.Text(), "52.54") << "the fields still show millimetres";
   Show();
   EXPECT_EQ(calc().OUTER_DIAMETERText.Text(), "3.9370");
+  EXPECT_EQ(calc().LINING_THICKNESSText.Text(), "");
   EXPECT_EQ(calc().Label8(0).Caption(), "inch");
   EXPECT_EQ(calc().txtResult1Text.Text() + calc().lblNote.Caption(), "")
       << "no result that could be outdated";

@@ -57,7 +57,7 @@ TEST_F(VltTest, StatusAndMessagesWithoutAStart) {
     int status;
     const char* told;
   } cases[] = {
-      {"$VLT --help", 0, "  tick NAME"},
+      {"$VLT --help", 0, "\n  tick NAME                  tick a check box"},
       {"$VLT --version", 0, "vlt "},
       {"$VLT --nonsense", 2, "there is no option --nonsense"},
       {"$VLT --dir", 2, "nothing stands behind --dir"},

@@ -143,16 +143,14 @@ TEST_F(CompareWindow, ComparesASnapshotWithTheMeterAndShowsWhatDiffers) {
   EXPECT_TRUE(Said().empty());
 }
 
-// A page sends while the window stands open: a meter that was taken in before, on either side, says that it is
-// outdated, until it is taken in anew. A refused set changes nothing.
-TEST(CompareWindow, AMeterThatWasSetSinceIsOutdated) {
-  CompareWindowTest test;
-  frmCompare& window = test.window();
+// A page sends while the window stands open: a meter that was taken in before, on either side, says that it
+// is outdated, until it is taken in anew. A refused set changes nothing.
+TEST_F(CompareWindow, AMeterThatWasSetSinceIsOutdated) {
   for (const int side : {frmCompare::kLeft, frmCompare::kRight}) {
-    test.Choose(side, kMeterEntry);
-    test.Take(side);
+    Choose(side, kMeterEntry);
+    Take(side);
   }
-  Form2& page = test.Open<Form2>("Form2");
+  Form2& page = Open<Form2>("Form2");
   page.BURNOUT_TIMER.Tick();
   const auto set = [&](const char* seconds) {
     page.BURNOUT_TIMERText.Type(seconds);
@@ -160,23 +158,23 @@ TEST(CompareWindow, AMeterThatWasSetSinceIsOutdated) {
     return Texts{window.txtSide(0).Text(), window.txtSide(1).Text()};
   };
   const std::string fresh = "This meter", old = "This meter - outdated, settings were sent since it was read";
-  test.meter().BreakMemory(sim::Space::Holding, kTimer, kTimer + 1, 4);
-  test.Answer();
+  meter().BreakMemory(sim::Space::Holding, kTimer, kTimer + 1, 4);
+  Answer();
   EXPECT_EQ(set("20"), (Texts{fresh, fresh}));
-  test.meter().MendMemory();
+  meter().MendMemory();
   EXPECT_EQ(set("30"), (Texts{old, old}));
-  test.Take(frmCompare::kRight);
+  Take(frmCompare::kRight);
   EXPECT_EQ(window.txtSide(1).Text(), fresh);
   EXPECT_EQ(window.txtSide(0).Text(), old);
-  EXPECT_EQ(window.grdRows.Cell(test.LineOf(kTimerTitle), 5), "different");
+  EXPECT_EQ(window.grdRows.Cell(LineOf(kTimerTitle), 5), "different");
   // Its own sending: the right side is read anew.
-  test.Tick(kTimerTitle);
-  test.Answer();
+  Tick(kTimerTitle);
+  Answer();
   EXPECT_TRUE(window.cmdSend.Press());
   EXPECT_EQ(window.txtSide(1).Text(), fresh);
   EXPECT_EQ(window.txtSide(0).Text(), old);
   EXPECT_TRUE(window.cmdClose.Press());
-  EXPECT_TRUE(test.app().windows.Find("frmCompare") == nullptr);
+  EXPECT_TRUE(app().windows.Find("frmCompare") == nullptr);
   page.SetParameter.Press();
 }
 

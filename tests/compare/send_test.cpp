@@ -2,6 +2,7 @@
 // Rows sent to a meter: the order, the proof of each, what is never sent, and restore points.
 #include <algorithm>
 
+#include "compare/row_list.h"
 #include "compare_fixture.h"
 #include "pages/parameter_page.h"
 #include "support/write_soak.h"
@@ -269,6 +270,27 @@ TEST(Sender, WhatAnotherUnitSystemMeansIsConvertedOrLeft) {
   EXPECT_TRUE(AllStored(report));
   EXPECT_EQ(english.meter().holding().Long(0x00E2), 100);
   EXPECT_EQ(english.app().state.UnitFlag, 0) << "and the session knows";
+}
+
+// What the window says of the value is what is sent.
+TEST(Sender, AnOutputGoesByTheUnitOfTheChannelThatItFollows) {
+  CompareTest test(kTwoPipes);
+  auto& holding = test.meter().holding();
+  const ParameterPlace place = At("status.flow_switch_high");
+  const auto set = [&](int channel, int unit_of_second) {
+    for (const std::uint32_t kind : {0x0002u, 0x138Au}) holding.PutWord(kind, 1);
+    holding.PutWord(0x0004, 8);  // m3/h
+    holding.PutWord(0x138C, unit_of_second);
+    holding.PutWord(0x04A8, channel);
+    holding.PutDouble(static_cast<std::uint32_t>(place.Address()), 12);
+  };
+  set(0, 8);
+  const CompareSide side = test.Meter();
+  set(1, 7);  // m3/min
+  const RowList rows(Comparison(side, test.Meter()));
+  EXPECT_EQ(rows.Remark(rows.RowOf(place)), "the units differ; is sent as 0.2 in the meter's unit");
+  EXPECT_EQ(RowAt(test.Send(side, {place}), "status.flow_switch_high").sent, "0.2");
+  EXPECT_EQ(holding.Double(static_cast<std::uint32_t>(place.Address())), 0.2);
 }
 
 TEST(Sender, TheSessionFollowsWhatTheMeterHasTaken) {

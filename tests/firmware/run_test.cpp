@@ -2,6 +2,7 @@
 // A run as the operator sees it: the wait window, Cancel, closing, the journal, the port.
 #include "firmware/sha256.h"
 #include "firmware_fixture.h"
+#include "support/plug_board.h"
 
 namespace vlt::test {
 namespace {
@@ -214,6 +215,14 @@ TEST_F(RunTest, PortsThatCantBeOpenedSayWhy) {
     EXPECT_EQ(Tool().txtVer.Text(), "Error");
     ExpectUsable();
   }
+}
+
+TEST_F(RunTest, AnAdapterThatHasMovedIsFollowed) {
+  const PortInfo before = Adapter("/dev/ttyUSB0", "A1");
+  App_().state.Lost = {.port = 1, .device = before.device, .adapter = before, .away = true};
+  machine->process.ports = {Adapter("/dev/ttyUSB4", "A1")};
+  ReadVersion();
+  EXPECT_EQ(PortDeviceInForce(App_(), 1), "/dev/ttyUSB4");
 }
 
 TEST_F(RunTest, FoldersComeFromTheDialog) {
