@@ -264,8 +264,7 @@ void frmCompare::Put(int side, CompareSide taken) {
   Tell(FormatText(app_.Text(unknown == 0 ? text::kSideTaken : text::kSideUnread),
                   {SideTitle(app_, taken), std::to_string(taken.cells.size()), std::to_string(unknown)}));
   const auto& held = sides_[side].held;
-  const bool same = list_ && held && held->kind == SideKind::kMeter && taken.kind == SideKind::kMeter &&
-                    SameMeter(held->identity, taken.identity);
+  const bool same = held && taken.kind == SideKind::kMeter && SameMeter(held->identity, taken.identity);
   Hold(side, std::move(taken));
   CompareSides(same);
 }

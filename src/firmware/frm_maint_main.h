@@ -98,8 +98,7 @@ class frmMaint_MAIN : public Form {
   void ForEachModule(const Side& side, const std::string& folder,
                      const std::function<void(int module, const std::string& path)>& one);
   bool Prepare(int module, const std::string& path, TextBox& result);
-  void Refuse(int module, TextBox& result, const char* outcome, const std::string& message,
-              const std::string& note);
+  void Refuse(TextBox& result, const char* outcome, const std::string& message, const std::string& note);
   std::string WhyNotLoaded(const FwFileFacts& facts) const;
 
   void DownloadModule(int module, const std::string& path);

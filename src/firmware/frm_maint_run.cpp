@@ -180,33 +180,32 @@ void frmMaint_MAIN::ForEachModule(const Side& side, const std::string& folder,
 bool frmMaint_MAIN::Prepare(int module, const std::string& path, TextBox& result) {
   const std::string name = FileNameOf(module);
   if (!app_.platform.files.Exists(path)) {
-    Refuse(module, result, "No File", "",
+    Refuse(result, "No File", "",
            FormatText(app_.Text(text::kFileNotRead), {name, app_.Text(text::kFileMissing)}));
     return false;
   }
   bool ok = false;
   Files.FwLoadFile(path, Link.FwImageLength, ok);
   if (!ok) {
-    Refuse(module, result, "File Error", "FILE ERROR : " + name,
+    Refuse(result, "File Error", "FILE ERROR : " + name,
            FormatText(app_.Text(text::kFileNotRead), {name, WhyNotLoaded(Files.Loaded())}));
     return false;
   }
   if (Files.Loaded().digest != announced_[static_cast<std::size_t>(module)].digest) {
-    Refuse(module, result, "File Error", "FILE ERROR : " + name,
+    Refuse(result, "File Error", "FILE ERROR : " + name,
            FormatText(app_.Text(text::kFwNextChanged), {ModuleOf(module).stem}));
     return false;
   }
   Link.FwFileDigest = Files.Loaded().digest;
   Files.FwCompareId(ModuleOf(module).identification, ModuleOf(module).position, ok);
   if (ok) return true;
-  Refuse(module, result, kNotGood, "FILE ERROR : Error of identification code",
+  Refuse(result, kNotGood, "FILE ERROR : Error of identification code",
          FormatText(app_.Text(text::kFwOtherModule), {name, ModuleOf(module).title}));
   return false;
 }
 
-void frmMaint_MAIN::Refuse(int module, TextBox& result, const char* outcome, const std::string& message,
+void frmMaint_MAIN::Refuse(TextBox& result, const char* outcome, const std::string& message,
                            const std::string& note) {
-  journal_.OfModule(&ModuleOf(module), announced_[static_cast<std::size_t>(module)]);
   journal_.Add("file", outcome, message);
   Note(note);
   if (!message.empty()) Tell(message, MessageIcon::kStop);

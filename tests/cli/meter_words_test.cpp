@@ -385,7 +385,6 @@ TEST(MeterWords, AStoppedScriptBreaksOff) {
 }
 
 // --- names, scan and spacing
-// --------------------------------------------------------------------------------------
 
 TEST(MeterWords, NamesListsWhatMayBeRead) {
   const WordCase cases[] = {

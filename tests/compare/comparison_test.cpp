@@ -132,7 +132,6 @@ TEST(Comparison, CodesAreComparedAsWhatTheyMean) {
 }
 
 // --- parameter files
-// -------------------------------------------------------------------------------------------
 
 class ParameterFile : public testing::Test {
  protected:
@@ -239,7 +238,6 @@ TEST_F(ParameterFile, OtherFilesAreNone) {
 }
 
 // --- from one meter to another
-// -----------------------------------------------------------------------------------
 
 struct Fits {
   const char* name;
@@ -427,7 +425,6 @@ TEST(Conversion, AnotherModelOrModeTakesWhatItHas) {
 }
 
 // --- exports
-// -----------------------------------------------------------------------------------------------------
 
 TEST(Export, CsvHasEveryRowAndItsStateAndTheCounts) {
   CompareTest test(kTwoPaths);

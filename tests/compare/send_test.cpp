@@ -35,7 +35,6 @@ Texts Writes(const Texts& requests) {
 }
 
 // --- order and frames
-// ----------------------------------------------------------------------------------------------
 
 // What a page writes when all of it is set, is written by the sender in the same frames and the same order.
 TEST(Sender, WritesAsThePagesWrite) {
@@ -117,7 +116,6 @@ TEST(Sender, ReadsTheMeterAndKeepsItBeforeTheFirstWrite) {
 }
 
 // --- the proof of a write
-// ------------------------------------------------------------------------------------------
 
 struct Proof {
   const char* fault;
@@ -199,7 +197,6 @@ TEST(Sender, TheBacklightAndItsTimeGoTogether) {
 }
 
 // --- what is not sent
-// ----------------------------------------------------------------------------------------------
 
 TEST(Sender, NeverSendsWhatWouldClearOrTestOrWhatHasNoValue) {
   CompareTest test(kTwoPaths);
@@ -341,7 +338,6 @@ TEST(Sender, AnotherMeterThanExpectedIsLeftAlone) {
 }
 
 // --- ends
-// ----------------------------------------------------------------------------------------------------------
 
 TEST(Sender, WithoutARestorePointNothingIsSent) {
   for (int change = 1; change <= 3; ++change) {
@@ -414,7 +410,6 @@ TEST(Sender, ALostPortEndsItAndEveryRowIsTold) {
 }
 
 // --- restore points
-// ------------------------------------------------------------------------------------------------
 
 TEST(RestorePoints, TheLastTwentyAreKeptNewestFirst) {
   CompareTest test(kOnePath);
@@ -451,7 +446,6 @@ TEST(RestorePoints, TheLastTwentyAreKeptNewestFirst) {
 }
 
 // --- restore
-// ---------------------------------------------------------------------------------------------------------
 
 TEST(Restore, BringsTheMeterBackAlsoFromAnotherUnitSystem) {
   const RestoreSoakResult result = SoakRestores(20);

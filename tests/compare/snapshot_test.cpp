@@ -196,7 +196,6 @@ TEST(Snapshot, TellsHowFarItIsAndCanBeStopped) {
 }
 
 // --- files that are not as they should be
-// --------------------------------------------------------------------
 
 class BadFile : public testing::Test {
  protected:

@@ -130,31 +130,26 @@ TEST_F(RunTest, TheJournalTellsEachStep) {
   const std::string file = "KRT_CNTL_KRT1SYS!";
   File("KRT_CNTL") = file;
   Peer().answer = [this](const std::string& frame) {
-    return frame[1] == 'C' ? std::string(
-                                 "\x02"
-                                 "EFLASH, PAGE \"3\"\x0C\r\n")
+    return frame[1] == 'C' ? "\x02\x45"
+                             "FLASH, PAGE \"3\"\x0C\r\n"
                            : Peer().Good(frame);
   };
   Download(0, 2);
   const std::string path = "/fw/v12_journal_20261124100000.csv";
+  std::string text = machine->files.files[path];
   const std::string of = ",KRT_CNTL,17," + Sha256(file) + ",";
-  EXPECT_EQ(machine->files.files[path],
+  EXPECT_EQ(std::erase(text, '\r'), 7u);
+  for (std::size_t at = 0; (at = text.find(of)) != std::string::npos;) text.replace(at, of.size(), " M ");
+  EXPECT_EQ(text,
             "\xEF\xBB\xBF"
-            "time,module,bytes,sha256,step,outcome,detail\r\n"
-            "2026/11/24 10:00:00.000,,,,run,begun,download\r\n"
-            "2026/11/24 10:00:01.013" +
-                of +
-                "open,good,\r\n"
-                "2026/11/24 10:00:03.028" +
-                of +
-                "data,good,\r\n"
-                "2026/11/24 10:00:05.043" +
-                of +
-                "close,failed,\"error answer: KRT_ERROR : FLASH, PAGE \"\"3\"\"\"\r\n"
-                "2026/11/24 10:00:05.043" +
-                of +
-                "result,NG,\r\n"
-                "2026/11/24 10:00:11.044,,,,run,ended,\r\n");
+            R"(time,module,bytes,sha256,step,outcome,detail
+2026/11/24 10:00:00.000,,,,run,begun,download
+2026/11/24 10:00:01.013 M open,good,
+2026/11/24 10:00:03.028 M data,good,
+2026/11/24 10:00:05.043 M close,failed,"error answer: KRT_ERROR : FLASH, PAGE ""3"""
+2026/11/24 10:00:05.043 M result,NG,
+2026/11/24 10:00:11.044,,,,run,ended,
+)");
   EXPECT_NE(Tool().lblNote.Caption().find(path), std::string::npos);
 }
 

@@ -6,6 +6,7 @@
 
 #include "link/modbus.h"
 #include "link/port.h"
+#include "state/line_record.h"
 #include "support/test_app.h"
 
 namespace vlt {
@@ -159,6 +160,23 @@ TEST(Exchange, EveryFaultEndsAsItsModePaces) {
   }
 }
 
+TEST(Exchange, TheRecordKnowsHowItEnded) {
+  using enum AttemptEnd;
+  for (const auto& [fault, end] : {std::pair{"exception=2", kException},
+                                   {"function=17", kWrongFunction},
+                                   {"crc", kBadCheck},
+                                   {"short=3", kShort},
+                                   {"silence", kSilence}}) {
+    for (const bool events : {false, true}) {
+      TestApp t;
+      Open(t, "9600");
+      t.platform.Arm(fault);
+      ReadTwoWords(t, {.retry = 0, .events = events});
+      EXPECT_EQ(t.app.line->All().Ended(end), 1) << fault << events;
+    }
+  }
+}
+
 TEST(Exchange, PacesByTheSpeedOfTheLine) {
   const struct {
     Setting setting;
@@ -193,41 +211,6 @@ TEST(Exchange, RetryNoLimitsTheCounterNotTheAttempts) {
   }
   // The rest behind a good exchange of mode 3 is for the first attempt only.
   EXPECT_EQ(Try({.mode = 3, .retry = 5}, "silence"), (Outcome{true, kNoResponse, 2, kNone3 + kGood4}));
-}
-
-TEST(Exchange, ExceptionsAreNamedByTheirCode) {
-  const std::pair<const char*, const char*> cases[] = {{"exception=1", "[FUNCTON CODE ERROR(01H)]"},
-                                                       {"exception=2", "[ADDRESS ERROR(02H)]"},
-                                                       {"exception=3", "[REGISTER COUNT ERROR(03H)]"},
-                                                       {"exception=4", "[UNKNOWN FUNCTION CODE ERROR]"}};
-  for (const auto& [fault, text] : cases) EXPECT_EQ(Try({.retry = 0}, fault).text, text);
-}
-
-TEST(Exchange, AnUnpluggedPortOpensAgainOnceItIsBack) {
-  TestApp t;
-  Open(t, "9600");
-  t.platform.Arm("unplug=3");
-  EXPECT_FALSE(ReadTwoWords(t, {}).result);
-  EXPECT_FALSE(t.app.state.PortIsOpen);
-  EXPECT_FALSE(t.app.platform.port.IsOpen());
-  EXPECT_FALSE(OpenPort(t.app));
-  t.platform.line.Plug(t.Time().NowMs() * 1000);
-  EXPECT_TRUE(OpenPort(t.app));
-  EXPECT_EQ(ReadTwoWords(t, {}), (Outcome{true, kGood, 1, kGood0}));
-}
-
-TEST(Exchange, AWriteThatTellsAnotherCountIsAGoodReplyWithABadEcho) {
-  TestApp t;
-  Open(t, "9600");
-  const std::uint8_t value[] = {0x00, 0x01};
-  for (const bool wrong : {false, true}) {
-    if (wrong) t.platform.Arm("wrong-echo");
-    Frame request = WriteRegistersRequest(1, 0x0004, value);
-    Frame reply = ReplyFor(request);
-    EXPECT_TRUE(SendReceive(t.app, request, reply));
-    EXPECT_EQ(EchoWordEqual(reply, 1), !wrong);
-  }
-  EXPECT_EQ(t.platform.TakeRequests().front(), "01 10 00 04 00 01 02 00 01 66 14");
 }
 
 }  // namespace

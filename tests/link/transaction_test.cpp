@@ -72,6 +72,8 @@ TEST(Transaction, JudgesOddReplies) {
   } cases[] = {
       {"01", false, "[APPLICATION ERROR]"},
       {"01 83", false, "[UNKNOWN FUNCTION CODE ERROR]"},
+      {"01 83 01", false, "[FUNCTON CODE ERROR(01H)]"},
+      {"01 83 04", false, "[UNKNOWN FUNCTION CODE ERROR]"},
       {"01 83 03", false, "[REGISTER COUNT ERROR(03H)]"},
       {"01 83 02 FF FF", false, "[ADDRESS ERROR(02H)]"},  // its check is not looked at
       {"02 03 02 00 05 3C 47", true, ""},                 // another station's
