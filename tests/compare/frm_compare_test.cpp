@@ -339,6 +339,7 @@ TEST_F(CompareWindow, SendsNothingWithoutARestorePointOrToAnotherMeter) {
     EXPECT_TRUE(said[1].starts_with(row.says)) << said[1];
     EXPECT_TRUE(fresh.Told().starts_with(row.says)) << fresh.Told();
     EXPECT_EQ(fresh.meter().holding().Word(kFluid), 5);
+    EXPECT_EQ(fresh.Points(), 0u);
     EXPECT_EQ(fresh.window().lblChosen.Caption(), "Ticked: 3") << "nothing of the choice is lost";
     EXPECT_EQ(fresh.ResultOf("KIND OF FLUID").substr(0, 9), "not sent:");
   }

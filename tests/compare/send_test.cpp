@@ -355,18 +355,6 @@ TEST(Sender, WithoutARestorePointNothingIsSent) {
   }
 }
 
-TEST(Sender, AMeterThatIsNotThereGetsNothing) {
-  CompareTest test(kOnePath);
-  const CompareSide side = test.Meter();
-  test.Requests();
-  test.test.platform.Arm("silence*ever");
-  const SendReport report = test.Send(side, {At("process.fluid")});
-  EXPECT_EQ(report.halt, SendHalt::kNoMeter);
-  EXPECT_EQ(report.reason, "the meter could not be read, so nothing was sent: [NO RESPONSE ERROR]");
-  EXPECT_EQ(Writes(test.Requests()), Texts{});
-  EXPECT_TRUE(test.Files().empty());
-}
-
 TEST(Sender, StopEndsBeforeTheNextRowAndTheRestIsTold) {
   CompareTest test(kOnePath);
   const CompareSide side = test.Meter();

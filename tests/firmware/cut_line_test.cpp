@@ -53,11 +53,7 @@ TEST_F(CutLineTest, Verification) {
   Prepare();
   Verify(0);
   ASSERT_EQ(VerifyResult(0), "SUCCESS");
-  const std::size_t closing = Peer()
-                                  .Good(
-                                      "\x02"
-                                      "C")
-                                  .size();
+  const std::size_t closing = Peer().Good("\x02\x43").size();
   CutEverywhere(Peer().carried - closing, [&] {
     Verify(0);
     return VerifyResult(0);
