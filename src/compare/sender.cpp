@@ -46,8 +46,7 @@ auto WritingKey(const ParameterPlace& place) {
   const ParameterGroup& group = GroupOf(*place.row);
   const auto at = std::find(std::begin(kGroupsAsWritten), std::end(kGroupsAsWritten), group.name);
   const auto order = std::find(group.write_order.begin(), group.write_order.end(), place.row);
-  const bool never = order == group.write_order.end();
-  return std::tuple(never, at - std::begin(kGroupsAsWritten), place.index, order - group.write_order.begin());
+  return std::tuple(at - std::begin(kGroupsAsWritten), place.index, order - group.write_order.begin());
 }
 
 // Another setting that the meter keeps of itself when it is asked by the pages.

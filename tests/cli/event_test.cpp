@@ -91,6 +91,7 @@ TEST(Event, JsonTextsAreUtf8WithoutControlCharacters) {
       {"\xF4\x90\x80\x80", replaced + replaced + replaced + replaced},
       {"\xE6\xB5", replaced + replaced},  // cut off
       {"\xE6\xB5z", replaced + replaced + "z"},
+      {"\xE6\xB5\xC1", replaced + replaced + replaced},
   };
   for (const auto& c : cases)
     EXPECT_EQ(Json({"status", "", c.text}), R"({"event":"status","name":"","text":")" + c.json + "\"}");

@@ -406,6 +406,7 @@ TEST(Conversion, AnotherModelOrModeTakesWhatItHas) {
       {pipes, "heat.supply_span", 0, "100", "this meter does not have it"},
       {pipes, "heat.flow_unit", 0, "GJ/h", "GJ/h"},
       {pipes, "system.ao1_source", 0, "CH2:FLOW RATE", "CH2:FLOW RATE"},
+      {one, "system.ao1_source", 0, "CH1:THERMAL FLOW", "CH1:THERMAL FLOW"},
       {pipes, "system.ao1_source", 0, "CH1:THERMAL FLOW",
        "this meter does not offer CH1:THERMAL FLOW in its mode"},
       {pipes, "range.kind", 2, "VELOCITY", "this meter does not offer VELOCITY in its mode"},
