@@ -213,7 +213,10 @@ TEST(MeasureValues, TellTheHighestAlarm) {
 
 TEST(MeasurePage, OffersTheChannelsOfTheMeter) {
   MeasureTest single(kOneChannel);
+  single.app().state.TrendChannelIndex = 2;  // left there by a session with another meter
+  single.Do([&] { single.page().Show(); });
   EXPECT_EQ(single.page().CH_Combo.Items(), Texts{"CH1"});
+  EXPECT_EQ(single.page().CH_Combo.ListIndex(), 0);
   MeasureTest t(kTwoPipes);
   ASSERT_EQ(t.page().CH_Combo.Items(), (Texts{"CH1", "CH2", "CH3"}));
   t.page().Flow_Combo.Choose(2);

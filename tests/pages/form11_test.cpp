@@ -223,14 +223,6 @@ TEST(Form11, FailuresAreToldAndThePageStaysUsable) {
   EXPECT_EQ(test.test.StatusText(), "Reading of detailed setup was completed [NO RESPONSE ERROR]");
   EXPECT_EQ(page.TriggerLevelInput.Text(), "41");
   EXPECT_TRUE(page.ReadParameter.Enabled());
-
-  bool closed = false;
-  ClosePort(test.app(), closed);
-  test.app().state.PortNo = "7";
-  test.dialogs().Answer(MessageAnswer::kOk);
-  page.SetParameter.Press();
-  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"The error occurred at the time of communication"});
-  EXPECT_FALSE(test.app().state.UiLocked);
 }
 
 // Stands for the tab of the waves.

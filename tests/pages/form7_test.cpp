@@ -285,23 +285,6 @@ TEST(Form7, AReadWithoutAnAnswerKeepsTheFieldsAndGoesOn) {
   EXPECT_TRUE(page.ReadParameter.Enabled());
 }
 
-// A port that is gone is told by every command, and the page stays usable.
-TEST(Form7, EveryCommandTellsThatThePortIsGone) {
-  PageTest test(kOnePath);
-  Form7& page = Open(test);
-  page.AO_Check.Tick();
-  page.ADJUSTMENT.Tick();
-  test.app().platform.port.Close();
-  test.app().state.PortNo = "0";
-  for (PushButton* command : {&page.ReadParameter, &page.SetParameter, &page.ReleaseParameter}) {
-    test.dialogs().Answer(MessageAnswer::kOk);
-    command->Press();
-    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"The error occurred at the time of communication"});
-    EXPECT_FALSE(test.app().state.UiLocked);
-    EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer);
-  }
-}
-
 TEST(Form7, TheTestStateIsEndedByOneWriteAndOneRead) {
   const std::string refused = "TEST MODE It has not canceled";
   const struct {

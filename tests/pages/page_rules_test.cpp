@@ -15,7 +15,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5", "Form6", "Form7"};
+constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5", "Form6", "Form7", "Form11"};
 
 ParameterPage& OpenPage(PageTest& test, const char* name) { return test.Open<ParameterPage>(name); }
 
@@ -35,6 +35,54 @@ TEST(Pages, AMeterOfUnknownShapeHarmsNoPage) {
     EXPECT_TRUE(page.ReadParameter.Enabled() && page.chkCheck.Enabled());
     EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer);
     EXPECT_TRUE(test.app().windows.Unload(name));
+  }
+}
+
+// A run of another page holds the line.
+TEST(Pages, APageThatComesUpDuringARunAsksNothingAndOffersNoCommand) {
+  for (const char* name : kPages) {
+    SCOPED_TRACE(name);
+    PageTest test(kTwoPipes);
+    ParameterPage& page = OpenPage(test, name);
+    for (const bool locked : {true, false}) {
+      test.app().state.UiLocked = locked;
+      page.Show();
+      EXPECT_EQ(test.app().state.UiLocked, locked);
+      if (locked) EXPECT_EQ(test.Requests(), Texts{});
+      for (const Control* control : page.Controls()) {
+        const bool command = control->Kind() == ControlKind::kPushButton || page.IsMasterBox(*control);
+        if (command)
+          EXPECT_EQ(control->Enabled(), !locked && control->Name() != "cmdStopReadAll") << control->Name();
+      }
+    }
+  }
+}
+
+TEST(Pages, EveryCommandTellsThatThePortIsGoneAndThePageStaysUsable) {
+  const std::string told = "The error occurred at the time of communication";
+  for (const char* name : kPages) {
+    SCOPED_TRACE(name);
+    PageTest test(kOnePath);
+    ParameterPage& page = OpenPage(test, name);
+    const auto box = [&](const char* each) { return static_cast<CheckBox*>(page.Find(each)); };
+    for (const char* all : {"chkCheck", "chkCheckHeat"}) {
+      if (box(all) != nullptr) box(all)->Tick();
+    }
+    if (box("TEST_MODECheck") != nullptr) box("TEST_MODECheck")->Untick();
+    bool closed = false;
+    ClosePort(test.app(), closed);
+    test.app().state.PortNo = "7";
+    for (const char* each :
+         {"ReadParameter", "SetParameter", "ReadParameterHeat", "SetParameterHeat", "ReleaseParameter"}) {
+      auto* command = static_cast<PushButton*>(page.Find(each));
+      if (command == nullptr) continue;
+      test.dialogs().Answer(MessageAnswer::kOk);
+      command->Press();
+      EXPECT_EQ(test.dialogs().TakeTexts(), Texts{told}) << each;
+      EXPECT_EQ(test.test.StatusText().find(told), 0u);
+      EXPECT_FALSE(test.app().state.UiLocked);
+      EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer);
+    }
   }
 }
 
