@@ -106,19 +106,25 @@ TEST(Form10, ChannelFollowsTheShapeOfTheMeter) {
 TEST(Form10, ListsSwitchTheirDependentFields) {
   PageTest test;
   Form10& page = Open(test);
-  page.chkCheck.Tick();
   struct Case {
     ComboBox* list;
     CheckBox* box;
     TextBox* text;
     std::vector<int> enabling;
+    bool at_first = false;  // with nothing selected
   };
   const std::vector<Case> cases = {
       {&page.PIPE_MATERIALCombo, &page.TRANS_FREQUENCY, &page.TRANS_FREQUENCYText, {12}},
       {&page.KIND_OF_FLUIDCombo, &page.FLUID_S_V, &page.FLUID_S_VText, {17}},
-      {&page.LINING_MATERIALCombo, &page.LINING_THICKNESS, &page.LINING_THICKNESSText, {1, 2, 3, 4, 5, 6, 7}},
+      {&page.LINING_MATERIALCombo,
+       &page.LINING_THICKNESS,
+       &page.LINING_THICKNESSText,
+       {1, 2, 3, 4, 5, 6, 7},
+       true},
       {&page.LINING_MATERIALCombo, &page.LINING_S_V, &page.LINING_S_VText, {7}},
   };
+  for (const Case& c : cases) EXPECT_EQ(c.box->Enabled(), c.at_first) << c.box->Name();
+  page.chkCheck.Tick();
   for (const Case& c : cases) {
     for (int i = 0; i < c.list->Count(); ++i) {
       c.list->Choose(i);

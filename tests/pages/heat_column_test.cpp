@@ -115,6 +115,9 @@ TEST(HeatColumn, ReadShowsTemperaturesByTheirUnitAndTellsOtherPagesTheUnits) {
     EXPECT_EQ(test.app().state.HeatFlowUnit, 1);
     EXPECT_EQ(test.app().slots.At("RANGE", "H_FULL_SCALE1_Unit"), "") << "kept for another unit";
     EXPECT_EQ(test.app().slots.At("TOTAL", "H_TOTAL_RATE_Unit"), "[MJ]") << "not asked for";
+    heat.HEAT_FLOW_RATE_SekisanCheck.Tick();
+    heat.ReadParameterHeat.Press();
+    EXPECT_EQ(test.app().slots.At("TOTAL", "H_TOTAL_RATE_Unit"), "");
   }
 }
 
