@@ -84,6 +84,8 @@ TEST(Pages, EveryCommandTellsThatThePortIsGoneAndThePageStaysUsable) {
     bool closed = false;
     ClosePort(test.app(), closed);
     test.app().state.PortNo = "7";
+    page.Show();
+    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{}) << "it opens all the same";
     for (const char* each :
          {"ReadParameter", "SetParameter", "ReadParameterHeat", "SetParameterHeat", "ReleaseParameter"}) {
       auto* command = static_cast<PushButton*>(page.Find(each));
@@ -121,12 +123,17 @@ TEST(Pages, AValueThatCannotBeSentStopsTheSetBeforeTheFirstWrite) {
   page.KIND_OF_FLUIDCombo.Choose(17);
   page.FLUID_S_V.Tick();
   int selected = 0;
-  for (const char* text : {"40000", "12,5", "+"}) {
+  const std::string range = "the meter's register holds -32768 to 32767";
+  for (const auto& [text, reason] : {std::pair{"40000", range},
+                                     {"12,5", "this is no number"},
+                                     {"1.2.3", "this is no number"},
+                                     {"+", "this is no number"}}) {
     page.FLUID_S_VText.SetText(text);
     page.SetParameter.Press();
     EXPECT_EQ(test.Requests(), Texts{}) << text;
     EXPECT_EQ(test.dialogs().TakeTexts(), Texts{}) << "no box";
-    EXPECT_NE(test.test.StatusText().find("FLUID S.V."), std::string::npos);
+    EXPECT_EQ(test.test.StatusText(), "\nAn error has occurred. FLUID S.V.: " + reason);
+    EXPECT_FALSE(test.app().state.UiLocked);
     EXPECT_EQ(page.Focused(), &page.FLUID_S_VText);
     EXPECT_GT(page.FLUID_S_VText.SelectAllCount(),
               std::exchange(selected, page.FLUID_S_VText.SelectAllCount()));
