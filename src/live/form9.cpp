@@ -229,7 +229,7 @@ void Form9::FillChannelList() {
   for (const std::string& name : ChannelNames) {
     if (CH_Combo.Count() == 0 || !single) CH_Combo.AddItem(name);
   }
-  CH_Combo.SetListIndex(single || kept < 0 || kept >= kChannels ? 0 : kept);
+  CH_Combo.SetListIndex(kept < 0 || kept >= CH_Combo.Count() ? 0 : kept);
 }
 
 void Form9::FillQuantityList() {

@@ -5,17 +5,11 @@
 
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "values/hex_digits.h"
 #include "values/number_text.h"
 
 namespace vlt {
 namespace {
-
-std::string Hex4(unsigned address) {
-  constexpr char kDigits[] = "0123456789ABCDEF";
-  std::string hex(4, '0');
-  for (int i = 3; i >= 0; --i, address >>= 4) hex[static_cast<std::size_t>(i)] = kDigits[address & 0xF];
-  return hex;
-}
 
 // An index as the slots hold it; a text that is none selects nothing.
 int IndexOfSlot(const std::string& slot) {
@@ -143,7 +137,7 @@ Encoded EncodeField(const App& app, const Field& field) {
 std::string FieldHint(const App& app, const Parameter& row, int address) {
   constexpr int kTypes[] = {text::kTypeInt16,  text::kTypeUInt16,     text::kTypeInt32,
                             text::kTypeDouble, text::kTypeCharacters, text::kTypeInt16};
-  return FormatText(app.Text(text::kTipRegister), {Hex4(static_cast<unsigned>(address)),
+  return FormatText(app.Text(text::kTipRegister), {HexDigits(static_cast<unsigned>(address), 4),
                                                    app.Text(kTypes[static_cast<std::size_t>(row.wire)])});
 }
 

@@ -78,11 +78,9 @@ void Form10::BuildLists() {
 }
 
 void Form10::Form_Load() {
-  SetParameter2.SetTab(0);
   // Until the captions come, a coefficient has room for one character less.
   for (TextBox* coefficient : {&Heat.HTEMPCONVText, &Heat.CTEMPCONVText}) coefficient->SetMaxLength(5);
   ParameterPage::Form_Load();
-  chooser_.Show();
   // With nothing selected the dependent parameters rest as their lists say.
   PIPE_MATERIALCombo_Click();
   KIND_OF_FLUIDCombo_Click();

@@ -234,7 +234,6 @@ void Form11::BlockFailed(const Block&) {
 
 void Form11::FieldWasRead(const Field& field, int) {
   if (field.list == &MeasureMethodCombo) Set_SyusyuSyubetu();
-  if (field.list == nullptr && field.text == nullptr) EnableInputs();
 }
 
 void Form11::PlanWrites(WritePlan& plan) {

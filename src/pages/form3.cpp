@@ -55,12 +55,6 @@ void Form3::SubGetUnitForm3() {
   FillList(UNIT_SYSTEMCombo, app().state.TotalUnitNames);
 }
 
-void Form3::Form_Load() {
-  ChannelPage::Form_Load();
-  // With nothing selected the dependent parameters rest as the list says.
-  MODECombo_Click();
-}
-
 void Form3::Form_Activate() {
   std::string& unit = app().slots[SlotOf("TOTAL", "TOTAL_UNIT_Data")];
   if (app().state.UnitFlag == 0 && unit == std::to_string(kUnitWithoutMetric)) {
@@ -68,6 +62,7 @@ void Form3::Form_Activate() {
     app().state.TotalUnit.at(static_cast<std::size_t>(Channel())) = 0;
   }
   ChannelPage::Form_Activate();
+  // With nothing selected the dependent parameters rest as the list says.
   MODECombo_Click();
 }
 

@@ -15,7 +15,6 @@ class Form3 : public ChannelPage {
   void FrmInit() override { C03_SEKISAN_FrmInit(); }
   void Taihi_Form3() { ChannelPage::Taihi(); }
   void Taihi() override { Taihi_Form3(); }
-  void Form_Load() override;
   void Form_Activate() override;
   // Ticks no heat parameter that the meter does not have.
   void All_OnOff(int value) override;

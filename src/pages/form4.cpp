@@ -85,11 +85,6 @@ std::vector<Form4::Function> Form4::FunctionTable() {
 
 // --- lists, captions, enabling -------------------------------------------------------------------------
 
-void Form4::BuildLists() {
-  ParameterPage::BuildLists();
-  FillOutputList();
-}
-
 void Form4::FillOutputList() {
   std::vector<std::string> items = ListTexts(app().Codes(), 14);
   if (Output() != kReserveOutput) items.resize(kAllFunctions);
@@ -98,13 +93,11 @@ void Form4::FillOutputList() {
   const int index = OUTPUT_DO_1Combo.ListIndex();
   FillList(OUTPUT_DO_1Combo, items);
   OUTPUT_DO_1Combo.SetListIndex(index);
-  OUTPUT_DO_1Combo_Click();
 }
 
 void Form4::Form_Load() {
   ParameterPage::Form_Load();
   chooser_.Show();
-  SELECT_Check_Click();
 }
 
 void Form4::SetteiHannei() {
@@ -229,7 +222,7 @@ void Form4::ReadBlocks() {
 }
 
 void Form4::AskUnits() {
-  if (SELECT_Check.Ticked()) ReadUnitSystem(app());
+  ReadUnitSystem(app());
   GetRangeKind(app(), Channel());
   GetRangeUnit(app(), Channel());
   GetTotalUnit(app(), Channel());
@@ -241,7 +234,6 @@ void Form4::AskUnits() {
 }
 
 bool Form4::FieldTakesPart(const Field& field) {
-  if (!SELECT_Check.Ticked()) return false;
   // Only the switch point of the direction that the meter uses has a meaning; the other text is left alone.
   for (const Function& function : functions_) {
     for (int i = 0; function.points != nullptr && i < 2; ++i) {
@@ -251,12 +243,8 @@ bool Form4::FieldTakesPart(const Field& field) {
   return true;
 }
 
-void Form4::FieldWasRead(const Field& field, int) {
-  if (field.list == nullptr) OUTPUT_DO_1Combo_Click();
-}
-
 void Form4::PlanWrites(WritePlan& plan) {
-  if (!SELECT_Check.Ticked() || OUTPUT_DO_1Combo.ListIndex() < 0) return;
+  if (OUTPUT_DO_1Combo.ListIndex() < 0) return;
   if (IsFullModel(app().state)) column().PlanField(plan, column().FieldOf(CH_Combo));
   column().PlanField(plan, column().FieldOf(OUTPUT_DO_1Combo));
   PlanFunction(plan);

@@ -72,7 +72,6 @@ class Form4 : public ParameterPage {
 
   std::vector<Field> Table();
   std::vector<Function> FunctionTable();
-  void BuildLists() override;
   std::vector<CheckBox*> Boxes() override { return {&SELECT_Check, &MODE_DO_1}; }
   void BoxClicked(CheckBox& box) override;
   int IndexOf(Location) override { return Output(); }
@@ -84,7 +83,6 @@ class Form4 : public ParameterPage {
   void PlanWrites(WritePlan& plan) override;
   void PlanFunction(WritePlan& plan);
   bool FieldTakesPart(const Field& field) override;
-  void FieldWasRead(const Field& field, int code) override;
   int UnitChannel(const Field&) override { return Channel(); }
   void LearnUnit(const Field&) override {}  // AskUnits has asked for all of them
   const Function* ChosenFunction() const;

@@ -161,7 +161,6 @@ void Form7::ShowPointHint(const AnalogOutput& output) {
 }
 
 void Form7::SetteiHannei() {
-  ParameterPage::SetteiHannei();
   const MaintenanceTexts& kept = app().state.Maintenance;
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
     outputs_[i].AdjustText4 = kept.adjustments[i].text_4ma;
@@ -179,7 +178,6 @@ void Form7::SetteiHannei() {
 }
 
 void Form7::Taihi_Form7() {
-  ParameterPage::Taihi();
   MaintenanceTexts& kept = app().state.Maintenance;
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
     kept.adjustments[i] = {.point = outputs_[i].point.ListIndex(),

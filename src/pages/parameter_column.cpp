@@ -160,19 +160,6 @@ void ParameterColumn::FillLists(const std::string& font) {
   }
 }
 
-void ParameterColumn::ClearControls() {
-  for (const Field& field : fields_) {
-    if (field.text != nullptr) {
-      field.text->SetText("");
-    } else {
-      field.Select(-1);
-    }
-    field.SetEntryEnabled(false);
-  }
-  parts_.all.SetValue(0);
-  rules_.All_OnOff(0);
-}
-
 void ParameterColumn::SlotsToControls() {
   restoring_ = true;
   for (const Field& field : fields_) {
@@ -290,11 +277,9 @@ bool ParameterColumn::FetchBlock(const Block& block, RegisterData& data) {
   return false;
 }
 
-bool ParameterColumn::ReadBlock(const Block& block) {
+void ParameterColumn::ReadBlock(const Block& block) {
   RegisterData data;
-  if (!FetchBlock(block, data)) return false;
-  ShowBlock(block, data);
-  return true;
+  if (FetchBlock(block, data)) ShowBlock(block, data);
 }
 
 template <class F>

@@ -128,10 +128,10 @@ class ParameterColumn {
   const std::vector<const Control*>& WriteOrder() const { return write_order_; }
 
   // --- for ReadBlocks ---
-  // One exchange; on success every field that lies in the block and takes part shows its value. False when it
-  // failed: the fields then keep what they show, marked with the reason.
-  bool ReadBlock(const Block& block);
-  // Its two halves, for a page that asks something else in between.
+  // One exchange; on success every field that lies in the block and takes part shows its value. When it
+  // fails, the fields keep what they show, marked with the reason.
+  void ReadBlock(const Block& block);
+  // Its two halves, for a page that asks something else in between; false is a failure.
   bool FetchBlock(const Block& block, RegisterData& data);
   void ShowBlock(const Block& block, const RegisterData& data);
   // True while a set reads back what it has written: a read without words of its own.
@@ -147,8 +147,6 @@ class ParameterColumn {
   bool IsRestoring() const { return restoring_; }
   // Slot to entry, for one field that has a slot.
   void RestoreEntry(const Field& field);
-  // Empties every entry, clears the boxes and the selections.
-  void ClearControls();
   // Fills the lists of the fields whose rows have a code table.
   void FillLists(const std::string& font);
   // Shows the cached unit captions: "0" stands for the unit in force, an empty one leaves the caption.

@@ -43,7 +43,7 @@ void ParameterPage::BuildLists() {
 void ParameterPage::Form_Load() {
   BuildLists();
   for (const auto& column : columns_) {
-    column->ClearControls();
+    column->DisableEntries();
     // A page that is loaded only to be saved keeps its units, too.
     column->ShowUnits();
   }

@@ -25,36 +25,43 @@ const char kFirstBlock[] =
 
 struct Row {
   const char* name;
+  const char* symbol;
   const char* unit;
   const char* value;
+  const char* zero;  // as the second channel shows it
+  bool calculated = false;
+
+  std::string Mark() const { return calculated ? "(CAL .)" : ""; }
+  std::string InGrid() const { return name + (*symbol ? "(" + std::string(symbol) + ")" : "") + Mark(); }
+  std::string InFile() const { return name + Mark() + "," + symbol + "," + unit + "," + value + "," + zero; }
 };
 const Row kRows[] = {
-    {"WEDGE S.V.(CAL .)", "[m/s]", "2550"},
-    {"WEDGE ANGLE(CAL .)", "[deg]", "44.0"},
-    {"PIPE S.V.(CAL .)", "[m/s]", "3100"},
-    {"ANGLE IN PIPE(CAL .)", "[deg]", "0.0"},
-    {"LINING S.V.(CAL .)", "[m/s]", "-32768"},
-    {"ANGLE IN LINING(CAL .)", "[deg]", "-0.1"},
-    {"FLUID S.V.(CAL .)", "[m/s]", "1480"},
-    {"ANGLE IN FLUID(CAL .)", "[deg]", "3276.7"},
-    {"TOTAL TIME(T0 C)(CAL .)", "[us]", "100"},
-    {"WINDOW OPEN(Win C)(CAL .)", "[us]", "-200"},
-    {"FORWARD TIME(T1)", "[us]", "100.000"},
-    {"REVERSE TIME(T2)", "[us]", "-0.001"},
-    {"TOTAL TIME(T0)", "[us]", "2147483.647"},
-    {"TRANSIT TIME(DT)", "[ns]", "-214748.3648"},
-    {"DELAY TIME(Ta)", "[us]", "9.999"},
-    {"ANGLE IN FLUID(thf)", "[deg]", "0.001"},
-    {"FLUID S.V.(Cf)", "[m/s]", "1480.0"},
-    {"REYNOLDS No.(Re)", "", "123456"},
-    {"K(K)", "", "1.1000"},
-    {"VELOCITY(V)", "[m/s]", "-1.234"},
-    {"U:SIGNAL POWER(AGC U)", "[%]", "55.00"},
-    {"D:SIGNAL POWER(AGC D)", "[%]", "-1.00"},
-    {"U:SIGNAL PEEK(P/H U)", "", "65535"},
-    {"D:SIGNAL PEEK(P/H D)", "", "2048"},
-    {"U:TRIG. LEVEL(TRG U)", "[%]", "-0.01"},
-    {"D:TRIG. LEVEL(TRG D)", "[%]", "30.00"},
+    {"WEDGE S.V.", "", "[m/s]", "2550", "0", true},
+    {"WEDGE ANGLE", "", "[deg]", "44.0", "0.0", true},
+    {"PIPE S.V.", "", "[m/s]", "3100", "0", true},
+    {"ANGLE IN PIPE", "", "[deg]", "0.0", "0.0", true},
+    {"LINING S.V.", "", "[m/s]", "-32768", "0", true},
+    {"ANGLE IN LINING", "", "[deg]", "-0.1", "0.0", true},
+    {"FLUID S.V.", "", "[m/s]", "1480", "0", true},
+    {"ANGLE IN FLUID", "", "[deg]", "3276.7", "0.0", true},
+    {"TOTAL TIME", "T0 C", "[us]", "100", "0", true},
+    {"WINDOW OPEN", "Win C", "[us]", "-200", "0", true},
+    {"FORWARD TIME", "T1", "[us]", "100.000", "0.000"},
+    {"REVERSE TIME", "T2", "[us]", "-0.001", "0.000"},
+    {"TOTAL TIME", "T0", "[us]", "2147483.647", "0.000"},
+    {"TRANSIT TIME", "DT", "[ns]", "-214748.3648", "0.0000"},
+    {"DELAY TIME", "Ta", "[us]", "9.999", "0.000"},
+    {"ANGLE IN FLUID", "thf", "[deg]", "0.001", "0.000"},
+    {"FLUID S.V.", "Cf", "[m/s]", "1480.0", "0.0"},
+    {"REYNOLDS No.", "Re", "", "123456", "0"},
+    {"K", "K", "", "1.1000", "0.0000"},
+    {"VELOCITY", "V", "[m/s]", "-1.234", "0.000"},
+    {"U:SIGNAL POWER", "AGC U", "[%]", "55.00", "0.00"},
+    {"D:SIGNAL POWER", "AGC D", "[%]", "-1.00", "0.00"},
+    {"U:SIGNAL PEEK", "P/H U", "", "65535", "0"},
+    {"D:SIGNAL PEEK", "P/H D", "", "2048", "0"},
+    {"U:TRIG. LEVEL", "TRG U", "[%]", "-0.01", "0.00"},
+    {"D:TRIG. LEVEL", "TRG D", "[%]", "30.00", "0.00"},
 };
 
 std::string BlockReply(const std::string& data) { return "01 04 48 " + data; }
@@ -90,7 +97,7 @@ TEST(Condition, DecodesEachRowOfOneChannel) {
   for (int row = 1; row <= 26; ++row) {
     const Row& expected = kRows[row - 1];
     SCOPED_TRACE(expected.name);
-    EXPECT_EQ(grid.Cell(row, 0), expected.name);
+    EXPECT_EQ(grid.Cell(row, 0), expected.InGrid());
     EXPECT_EQ(grid.Cell(row, 1), expected.unit);
     EXPECT_EQ(grid.Cell(row, 2), expected.value);
     EXPECT_EQ(grid.Cell(row, 3), "");
@@ -142,37 +149,8 @@ TEST(Condition, FileIsTheseLines) {
   ASSERT_TRUE(t.condition().SaveInfButton.Press());
   EXPECT_EQ(t.dialogs().questions.back().title, "Please specify the file name to save");
   EXPECT_EQ(t.dialogs().questions.back().folder, "/logs/");
-  const Texts expected = {
-      "[TRANSIT TIME]",
-      "<CONDITION>",
-      ",,<CH1>,<CH2>",
-      "WEDGE S.V.(CAL .),,[m/s],2550,0",
-      "WEDGE ANGLE(CAL .),,[deg],44.0,0.0",
-      "PIPE S.V.(CAL .),,[m/s],3100,0",
-      "ANGLE IN PIPE(CAL .),,[deg],0.0,0.0",
-      "LINING S.V.(CAL .),,[m/s],-32768,0",
-      "ANGLE IN LINING(CAL .),,[deg],-0.1,0.0",
-      "FLUID S.V.(CAL .),,[m/s],1480,0",
-      "ANGLE IN FLUID(CAL .),,[deg],3276.7,0.0",
-      "TOTAL TIME(CAL .),T0 C,[us],100,0",
-      "WINDOW OPEN(CAL .),Win C,[us],-200,0",
-      "FORWARD TIME,T1,[us],100.000,0.000",
-      "REVERSE TIME,T2,[us],-0.001,0.000",
-      "TOTAL TIME,T0,[us],2147483.647,0.000",
-      "TRANSIT TIME,DT,[ns],-214748.3648,0.0000",
-      "DELAY TIME,Ta,[us],9.999,0.000",
-      "ANGLE IN FLUID,thf,[deg],0.001,0.000",
-      "FLUID S.V.,Cf,[m/s],1480.0,0.0",
-      "REYNOLDS No.,Re,,123456,0",
-      "K,K,,1.1000,0.0000",
-      "VELOCITY,V,[m/s],-1.234,0.000",
-      "U:SIGNAL POWER,AGC U,[%],55.00,0.00",
-      "D:SIGNAL POWER,AGC D,[%],-1.00,0.00",
-      "U:SIGNAL PEEK,P/H U,,65535,0",
-      "D:SIGNAL PEEK,P/H D,,2048,0",
-      "U:TRIG. LEVEL,TRG U,[%],-0.01,0.00",
-      "D:TRIG. LEVEL,TRG D,[%],30.00,0.00",
-  };
+  Texts expected = {"[TRANSIT TIME]", "<CONDITION>", ",,<CH1>,<CH2>"};
+  for (const Row& row : kRows) expected.push_back(row.InFile());
   EXPECT_EQ(t.Lines("/logs/state.csv"), expected);
   // A meter of one channel: one column of values. The file stays as it is when it can't be written.
   Script(t, "00 B6", "", "");

@@ -2,6 +2,7 @@
 // A run of the measure page: what starts it, what it shows, how it ends, and what may come in between.
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 #include "link/port.h"
 #include "live/form8.h"
@@ -93,6 +94,7 @@ TEST(MeasureScales, OutliveThePageAndFallBackWhereTheFileIsWrong) {
   t.page().PointText.Type("75");
   t.Do([&] { t.app().windows.Unload("Form9"); });
   EXPECT_EQ(t.app().state.TrendYScaleMax, "12");
+  EXPECT_EQ(t.test.MainWindow().idle_pages, Texts{"Form9"});
   t.app().state.TrendYScaleMin = "rubbish";
   t.app().windows.Load("Form9");
   EXPECT_EQ(t.page().Max.Text(), "12");
@@ -189,6 +191,56 @@ TEST(MeasureValues, ShowWhatTheRegistersHold) {
   EXPECT_EQ(t.State(), "It is display acquisition data");
 }
 
+TEST(MeasureValues, AChannelThatNeverAnsweredShowsNothingWhereItHasNone) {
+  MeasureTest t(kTwoPipes);
+  t.app().state.RetryNo = 0;
+  t.test.platform.Arm("silence@251C*ever");
+  t.StartRun();
+  EXPECT_EQ(t.page().txtRyuryo(2).Text(), "-");
+  EXPECT_EQ(t.page().txtRyusoku(2).Text(), "");
+}
+
+TEST(MeasureStart, AsksTheUnitsAnewAndShowsThemAtEveryValue) {
+  MeasureTest t(kTwoPaths);
+  t.meter().holding().PutWord(0x04B8, 5);
+  t.meter().holding().PutWord(0x04B4, 1);
+  const std::pair<const char*, const char*> kept[] = {{"PROCESS SETTING", "OUTER_DIAMETER_Unit"},
+                                                      {"RANGE", "FULL_SCALE1_Unit"},
+                                                      {"TOTAL", "TOTAL_RATE_Unit"},
+                                                      {"RANGE", "H_FULL_SCALE1_Unit"},
+                                                      {"TOTAL", "H_TOTAL_RATE_Unit"},
+                                                      {"HEAT SETTING", "SWITCHTEMP_Unit"}};
+  for (const auto& [section, key] : kept) t.app().slots.At(section, key) = "[old]";
+  std::set<std::string> states;
+  for (int at = 0; at < 2000; at += 5) t.time().After(at, [&] { states.insert(t.State()); });
+  t.StartRun();
+  EXPECT_TRUE(states.contains("The display of data was started"));
+  for (const auto& [section, key] : kept) EXPECT_EQ(t.app().slots.At(section, key), "") << key;
+  for (const Control* control : t.page().Controls()) {
+    EXPECT_TRUE(control->Kind() != ControlKind::kLabel || !control->Caption().empty()) << control->FullName();
+  }
+  EXPECT_EQ(t.page().lblHSekisanUnit(0).Caption() + t.page().lbldegreeCUnit(0).Caption(), "[kW][K]");
+  EXPECT_FALSE(t.page().txtRyuryo(0).Type("1")) << "what is measured is not typed";
+}
+
+TEST(MeasurePage, TurnsOffWhatTheMeterLacksForTheRun) {
+  MeasureTest t(kOneChannel);
+  const Control* lacking[] = {&t.page().lblCh2(0), &t.page().lblRyuryoUnit(1), &t.page().lblTHERMAL_FLOW};
+  t.StartRun();
+  EXPECT_TRUE(t.page().lblCh1(0).Enabled() && t.page().txtRyuryo(0).Enabled());
+  EXPECT_FALSE(t.page().txtRyuryo(1).Enabled() || t.page().txtThermalFlowPer(0).Enabled());
+  for (const Control* control : lacking) EXPECT_FALSE(control->Enabled()) << control->FullName();
+  t.page().Stop.Press();
+  for (const Control* control : lacking) EXPECT_TRUE(control->Enabled()) << control->FullName();
+  // Another operation holds the line.
+  for (const bool locked : {true, false}) {
+    t.app().state.UiLocked = locked;
+    t.Do([&] { t.page().Show(); });
+    EXPECT_NE(t.page().Start.Enabled(), locked);
+    EXPECT_NE(t.page().SaveCSV.Enabled(), locked);
+  }
+}
+
 TEST(MeasureValues, TellTheHighestAlarm) {
   const std::pair<int, const char*> rows[] = {
       {0x0000, "Normal"},
@@ -213,7 +265,10 @@ TEST(MeasureValues, TellTheHighestAlarm) {
 
 TEST(MeasurePage, OffersTheChannelsOfTheMeter) {
   MeasureTest single(kOneChannel);
+  single.app().state.TrendChannelIndex = 1;  // left there by a session with another meter
+  single.Do([&] { single.page().Show(); });
   EXPECT_EQ(single.page().CH_Combo.Items(), Texts{"CH1"});
+  EXPECT_EQ(single.page().CH_Combo.ListIndex(), 0);
   MeasureTest t(kTwoPipes);
   ASSERT_EQ(t.page().CH_Combo.Items(), (Texts{"CH1", "CH2", "CH3"}));
   t.page().Flow_Combo.Choose(2);

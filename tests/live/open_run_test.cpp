@@ -144,6 +144,7 @@ TEST_F(StationsTest, ARunWithAFileStandsInTheJournalAndIsFlushed) {
   Time().RunFor(2000);
   EXPECT_TRUE(ReadOpenRuns(app).empty());
   Start("1", std::nullopt);
+  EXPECT_EQ(Page().txtDisp1(0).Text() + Page().lblFailed(0).Caption() + Page().lblAnswered(0).Hint(), "");
   EXPECT_TRUE(ReadOpenRuns(app).empty()) << "a run that records nothing";
 }
 

@@ -31,6 +31,7 @@ TEST(RasPage, ShowsTheWordsBitByBit) {
   const std::uint16_t words[] = {0x8000, 0x0001, 0xA5C3};
   for (int ch = 0; ch < 3; ++ch) t.test.platform.Meter().SetRas(ch, words[ch]);
   EXPECT_EQ(t.Column(0), "");
+  EXPECT_EQ(t.page().MSFlexGrid1.Width(), 6635);
   t.page().RASReadParameter.Press();
   EXPECT_EQ(t.Column(0), "1000000000000000");
   EXPECT_EQ(t.Column(1), "0000000000000001");
@@ -38,9 +39,9 @@ TEST(RasPage, ShowsTheWordsBitByBit) {
   EXPECT_EQ(t.page().MSFlexGrid1.Cell(1, 3), "E1:DEVICE ERROR 1");
   EXPECT_EQ(t.page().MSFlexGrid1.Cell(11, 3), "E1:DEVICE ERROR 4");
   EXPECT_EQ(t.page().MSFlexGrid1.Cell(14, 3), "RESERVE");
+  EXPECT_EQ(t.page().MSFlexGrid1.Cell(16, 3), "E4:TEMPERATURE ERROR");
   EXPECT_EQ(t.page().MSFlexGrid1.Cell(0, 3), "CATEGORY");
   EXPECT_EQ(t.test.StatusText(), "Reading of RAS was completed ");
-  EXPECT_EQ(t.page().MSFlexGrid1.Width(), 6635);
 }
 
 TEST(RasPage, LeavesTheColumnOfASilentChannel) {
@@ -68,6 +69,11 @@ TEST(RasPage, IsNarrowForOneChannel) {
     EXPECT_EQ(grid.ColumnWidth(0), 800);
     EXPECT_EQ(grid.Width(), 5035);
     EXPECT_EQ(t.Column(1), "");
+    t.test.platform.Meter().holding().PutWord(0x03E8, 1);
+    t.page().RASReadParameter.Press();
+    const bool wide = shape == &kOnePath;
+    for (const int column : {1, 2}) EXPECT_EQ(grid.ColumnWidth(column), wide ? 800 : 0) << "two paths now";
+    EXPECT_EQ(grid.Width(), wide ? 6635 : 5035);
   }
 }
 

@@ -33,7 +33,8 @@ TEST_F(StationsTest, RefusesAStartInOrder) {
   EXPECT_EQ(Page().cmbDisp2.ListIndex(), -1) << "the choice is taken back";
   answer();
   EXPECT_EQ(refused(), "Select the Display1 or Display2");
-  Page().cmbDisp1.Choose(kFlowPlace);
+  Page().cmbDisp2.Choose(0);  // the velocity
+  EXPECT_EQ(Page().txtCycle.Text(), "20");
   Page().chkStationNo(0).Tick();
   Page().chkStationNo(30).Tick();
   for (const char* cycle : {"1", "1.9", "", "x", "-5"}) {
@@ -67,12 +68,22 @@ TEST_F(StationsTest, AsksUnitsOfEachStationThenPollsFromTheFirstCycleOn) {
     ASSERT_NE(Wait(app), nullptr);
     EXPECT_EQ(Wait(app)->lblMssg.Caption(), "Wait ...... Get Unit");
     max = Wait(app)->pbWait.Max();
+    EXPECT_TRUE(Wait(app)->Visible());
+    EXPECT_FALSE(Page().CH_Combo1.Enabled() || Page().txtCycle.Enabled() || Page().chkStationNo(5).Enabled());
     EXPECT_TRUE(Wait(app)->cmdCan.Enabled());
     EXPECT_TRUE(app.state.UiLocked);
     EXPECT_EQ(app.state.PvRunning, 0);
   });
+  for (int at = 100; at < 10'000; at += 100) {
+    Time().After(at, [&] {
+      if (Wait(app) == nullptr) return;
+      const int step = Wait(app)->pbWait.Value();
+      if (steps.empty() || steps.back() != step) steps.push_back(step);
+    });
+  }
   Start("2");
   EXPECT_EQ(max, 2);
+  EXPECT_EQ(steps, (std::vector<int>{0, 1}));
   EXPECT_EQ(Wait(app), nullptr);
   EXPECT_EQ(Page().PvStations, (std::vector<int>{1, 31}));
   EXPECT_EQ(test.platform.dialogs.questions.back().title, "Please specify the file name to save");
@@ -142,7 +153,8 @@ TEST_F(StationsTest, PassOverAllStationsAsBytesAndMilliseconds) {
   RunPasses(2);
   EXPECT_EQ(Page().txtDisp1(3).Mark(), "");
   EXPECT_EQ(Page().lblFailed(3).Caption(), "1/2");
-  EXPECT_EQ(Page().StatusBar2.Panel(2).substr(0, 12), "Cycle 16.0 s");
+  EXPECT_EQ(Page().StatusBar2.Panel(2), "Cycle 16.0 s  Pass 12.5 s  Line load 66 %");
+  EXPECT_EQ(Page().lblAnswered(0).Hint(), "2026/11/24 " + Page().lblAnswered(0).Caption());
 }
 
 TEST_F(StationsTest, PassLongerThanTheCycleIsToldAndNeverOverlaps) {

@@ -50,7 +50,7 @@ TEST_F(WaitingMeasure, GoesOnWithinTwoSecondsUnderAnotherName) {
   EXPECT_TRUE(IsOpen()) << "long before the next cycle";
   EXPECT_EQ(t.app().state.OpenedDevice, "/dev/ttyUSB3");
   EXPECT_EQ(t.State(), "It is display acquisition data");
-  EXPECT_TRUE(MainStatus().starts_with("COM1 (/dev/ttyUSB3) came back after ")) << MainStatus();
+  EXPECT_EQ(MainStatus(), "COM1 (/dev/ttyUSB3) came back after 10 s");
   Texts asked = t.test.platform.TakeRequests();
   ASSERT_EQ(asked.size(), 2u) << "its proof";
   EXPECT_EQ(asked[0].substr(0, 17), "01 03 01 00 00 03");

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The wave tab: a capture as bytes and milliseconds, each fault, the stored captures and their file.
 #include <algorithm>
+#include <set>
 
 #include "files/settings_file.h"
 #include "state/form_lock.h"
@@ -290,7 +291,10 @@ TEST(Waves, PageStaysUntilTheRunHasEnded) {
   TransitTest t = TwoPipes();
   t.meter().holding().PutWord(0x019C, 0);
   bool refused = false;
-  t.time().After(1000, [&] {
+  std::set<std::pair<int, std::string>> blocks;
+  const auto look = [&] { blocks.insert({t.waves().prgWave.Value(), t.page().StatusBar2.Panel(2)}); };
+  for (int at = 0; at < 20'000; at += 10) t.time().After(at, look);
+  t.time().After(19'000, [&] {
     EXPECT_TRUE(t.page().IsLive());
     EXPECT_FALSE(IsMonitorIdle(t.app()));
     EXPECT_FALSE(t.waves().Frame19.Enabled() || t.waves().Frame2.Enabled());
@@ -299,6 +303,10 @@ TEST(Waves, PageStaysUntilTheRunHasEnded) {
   ASSERT_TRUE(t.waves().ProfileStartButton.Press());
   EXPECT_TRUE(refused);
   ExpectIdle(t);
+  for (const int block : {1, 2, 32}) {
+    EXPECT_TRUE(blocks.contains({block, "Block " + std::to_string(block) + " of 32"})) << block;
+  }
+  EXPECT_TRUE(blocks.contains({0, "Waiting for the wave"})) << blocks.begin()->second;
   EXPECT_TRUE(t.app().windows.Unload("Form11"));
 }
 

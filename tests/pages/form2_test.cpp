@@ -143,11 +143,13 @@ TEST(Form2, UnitsAreLearntOnceARead) {
       {"both in the block", kTwoPaths, 0, 1, 2, true, true, {kFlag}, "[gal/h]"},
       {"kind in the block", kOnePath, 0, 1, 3, true, false, {}, "[L/s]"},       // the unit last known
       {"unit in the block", kOnePath, 0, 1, 4, false, true, {kFlag}, "[m/s]"},  // the kind last known
+      {"no unit of the list", kOnePath, 0, 1, 99, false, true, {kFlag}, "[m/s]"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     PageTest test(c.shape);
     test.app().state.UnitFlag = 0;  // whatever the program believed before
+    test.app().slots.At("RANGE", "RANGE_UNIT_Data") = "3";
     Form2& page = OpenChannel(test, c.channel);
     const int base = c.channel == 0 ? 0 : c.channel == 1 ? 0x1388 : 0x1B58;
     test.meter().holding().PutWord(static_cast<std::uint32_t>(base + 2), c.kind);
@@ -155,8 +157,7 @@ TEST(Form2, UnitsAreLearntOnceARead) {
     test.app().slots.At("RANGE", "ZERO_Unit") = "[old]";
     page.chkKind.SetValue(c.tick_kind ? 1 : 0);
     page.UNIT_SYSTEM.SetValue(c.tick_unit ? 1 : 0);
-    page.FULL_SCALE1.Tick();
-    page.RATE_LIMIT.Tick();
+    for (CheckBox* box : {&page.FULL_SCALE1, &page.FULL_SCALE2, &page.RATE_LIMIT}) box->Tick();
     page.ReadParameter.Press();
     Texts requests = test.Requests();
     requests.erase(requests.begin(), requests.begin() + 3);  // the block and the configuration
@@ -167,7 +168,7 @@ TEST(Form2, UnitsAreLearntOnceARead) {
     if (!c.singles.empty()) {
       EXPECT_EQ(page.UNIT_SYSTEMCombo.Items()[0], c.shape.unit_system == 0 ? "L/s" : "gal/s");
     }
-    EXPECT_EQ(page.UNIT_SYSTEMCombo.ListIndex(), c.tick_unit ? c.unit : -1);
+    EXPECT_EQ(page.UNIT_SYSTEMCombo.ListIndex(), !c.tick_unit ? 3 : c.unit < 18 ? c.unit : -1);
   }
 }
 
@@ -205,7 +206,10 @@ TEST(Form2, ChannelsAndThermalScalesFollowTheShapeOfTheMeter) {
       EXPECT_TRUE(page.ChannelSelect(0).Enabled());
       EXPECT_TRUE(page.ChannelSelect(channel).Value());
       for (const int other : {1, 2}) EXPECT_EQ(page.ChannelSelect(other).Enabled(), c.two_pipes);
-      EXPECT_EQ(page.CALORIE_FULL_SCALE1.Ticked(), c.thermal) << "what the meter lacks is not ticked";
+      for (const CheckBox* box : {&page.CALORIE_FULL_SCALE1, &page.CALORIE_FULL_SCALE2}) {
+        EXPECT_EQ(box->Ticked(), c.thermal) << "what the meter lacks is not ticked";
+        EXPECT_FALSE(box->Enabled()) << "the first channel has it";
+      }
       page.TypeCheck.Tick();
       if (!c.two_pipes) {
         test.dialogs().Answer(MessageAnswer::kOk);
@@ -215,6 +219,7 @@ TEST(Form2, ChannelsAndThermalScalesFollowTheShapeOfTheMeter) {
       }
       page.ChannelSelect(0).Choose();
       EXPECT_EQ(test.app().state.RangeChannel, 0);
+      EXPECT_EQ(page.CALORIE_FULL_SCALE1.Enabled(), c.thermal);
       for (int type = 0; type < 4; ++type) {
         page.TypeCheckCombo.SetListIndex(type);
         const bool second = type != 0;
@@ -247,7 +252,7 @@ TEST(Form2, ThirdChannelKnowsTheFlowAloneAndNoDamping) {
   PageTest test(kTwoPipes);
   Form2& page = Open(test);
   page.chkCheck.Tick();
-  page.cmbKind.Choose(0);
+  page.cmbKind.Choose(1);
   for (int round = 0; round < 2; ++round) {
     page.ChannelSelect(2).Choose();
     page.ChannelSelect(2).Choose();
@@ -259,7 +264,7 @@ TEST(Form2, ThirdChannelKnowsTheFlowAloneAndNoDamping) {
     EXPECT_FALSE(page.SPANText.Enabled());
     page.ChannelSelect(1).Choose();
     EXPECT_EQ(page.cmbKind.Items(), (Texts{"VELOCITY", "FLOW RATE"}));
-    EXPECT_EQ(page.cmbKind.Text(), "VELOCITY") << "as it was chosen before";
+    EXPECT_EQ(page.cmbKind.Text(), "FLOW RATE") << "as it was chosen before";
     EXPECT_TRUE(page.SPANText.Enabled());
   }
   // A kind that a computed channel should not have selects nothing; a lost answer about the pipes changes
@@ -272,6 +277,17 @@ TEST(Form2, ThirdChannelKnowsTheFlowAloneAndNoDamping) {
     EXPECT_EQ(page.cmbKind.Items(), Texts{"FLOW RATE"});
     EXPECT_EQ(page.cmbKind.ListIndex(), kind == 1 ? 0 : -1);
     EXPECT_EQ(test.app().state.RangeKind[2], kind);
+  }
+  // The meter measures two paths since: there the third channel knows both, and heat.
+  test.meter().holding().PutWord(0x03E8, 1);
+  for (const bool by_read : {true, false}) {
+    if (by_read) page.ReadParameter.Press();
+    if (!by_read) page.Show();
+    EXPECT_EQ(page.cmbKind.Items(), (Texts{"VELOCITY", "FLOW RATE"}));
+    test.meter().holding().PutWord(0x03E8, 2);
+    page.Show();
+    EXPECT_EQ(page.cmbKind.Items(), Texts{"FLOW RATE"});
+    test.meter().holding().PutWord(0x03E8, 1);
   }
 }
 
@@ -351,7 +367,7 @@ TEST(Form2, SlotsKeepThePageWithTheFirstThermalScaleTwice) {
   EXPECT_EQ(again.Label2(7).Caption(), "[m/s]");
 }
 
-TEST(Form2, FailuresNameTheFieldAndABadNumberEndsTheSet) {
+TEST(Form2, FailuresNameTheField) {
   PageTest test(kOnePath);
   Form2& page = Open(test);
   page.chkKind.Tick();
@@ -361,23 +377,6 @@ TEST(Form2, FailuresNameTheFieldAndABadNumberEndsTheSet) {
   page.SetParameter.Press();
   EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"RANGE KIND :Data has not been set up\nDoes it continue?"});
   EXPECT_EQ(test.Requests(), Texts{"10 00 02 00 01 02 00 00"});
-  page.ZERO.Tick();
-  page.ZEROText.Type("1.2.3");
-  page.SetParameter.Press();
-  EXPECT_EQ(test.Requests(), Texts{}) << "the good value in front of it is not sent either";
-  EXPECT_EQ(test.test.StatusText(), "\nAn error has occurred. CALIBRATION ZERO: this is no number");
-}
-
-TEST(Form2, WithoutAPortAPageStillOpens) {
-  PageTest test(kOnePath);
-  bool closed = false;
-  ClosePort(test.app(), closed);
-  test.app().state.PortNo = "7";
-  Form2& page = Open(test);
-  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{});
-  EXPECT_FALSE(page.ChannelSelect(1).Enabled());
-  EXPECT_TRUE(page.ReadParameter.Enabled());
-  EXPECT_FALSE(test.app().state.UiLocked);
 }
 
 }  // namespace

@@ -94,9 +94,14 @@ TEST(Form3, OnlyStopUnlocksTheSetUp) {
     PageTest test(shape);
     Form3& page = Open(test);
     const bool has_heat = shape.specification == kFull && shape.path_mode < 2;
+    for (CheckBox* box : {&page.H_TOTAL_ConstantCheck, &page.C_TOTAL_PRESETCheck}) {
+      EXPECT_FALSE(box->Enabled()) << "nothing is selected yet";
+      box->SetValue(1);
+    }
     for (const bool ticked : {true, false}) {
       page.chkCheck.SetValue(ticked ? 1 : 0);
       EXPECT_EQ(page.H_TOTAL_ConstantCheck.Ticked(), ticked && has_heat);
+      EXPECT_EQ(page.C_TOTAL_PRESETCheck.Ticked(), ticked && has_heat);
       EXPECT_EQ(page.F_TOTAL_PRESET.Ticked(), ticked);
       for (const int mode : {-1, 0, 1, 2}) {
         SCOPED_TRACE(std::string(shape.name) + ", mode " + std::to_string(mode));
@@ -168,20 +173,24 @@ TEST(Form3, UnitsAreLearntOnceAReadAndUnitEightIsTheFirstMetricOne) {
         Case{"eight, metric, single", kOnePath, 8, false, {kFlag, "03 00 40 00 01"}, -1, "[mL]"}}) {
     SCOPED_TRACE(c.name);
     PageTest test(c.shape);
+    test.app().state.UnitFlag = 1 - c.shape.unit_system;  // what the program believed before
     Form3& page = Open(test);
-    test.app().state.UnitFlag = 1 - c.shape.unit_system;  // what another page believed
+    test.app().slots.At("TOTAL", "F_TOTAL_PRESET_Unit") = "[old]";
     test.meter().holding().PutWord(0x0040, c.unit);
     page.MODECombo.SetListIndex(1);
     page.UNIT_SYSTEM.SetValue(c.tick_unit ? 1 : 0);
     page.ConstantCheck.Tick();
-    page.F_TOTAL_PRESET.Tick();
-    page.ReadParameter.Press();
-    const Texts requests = test.Requests();
-    EXPECT_EQ(Texts(requests.begin() + 1, requests.end() - 3), c.singles);
+    for (const bool both : {false, true}) {
+      page.F_TOTAL_PRESET.SetValue(both ? 1 : 0);
+      page.ReadParameter.Press();
+      const Texts requests = test.Requests();
+      EXPECT_EQ(Texts(requests.begin() + 1, requests.end() - 3), c.singles) << "each read asks anew";
+      EXPECT_EQ(page.Label2(1).Caption(), c.caption) << "whether it was read or not";
+      EXPECT_EQ(test.app().slots.At("TOTAL", "F_TOTAL_PRESET_Unit"), "");
+    }
     EXPECT_EQ(page.UNIT_SYSTEMCombo.ListIndex(), c.index);
     EXPECT_EQ(page.UNIT_SYSTEMCombo.Count(), c.shape.unit_system == 0 ? 8 : 9);
     EXPECT_EQ(page.Label2(10).Caption(), c.caption);
-    EXPECT_EQ(page.Label2(1).Caption(), c.caption);
   }
 }
 

@@ -63,6 +63,7 @@ TEST(Form4, EachFunctionWritesItsOwnRegistersOnEveryOutput) {
       EXPECT_EQ(writes.back(), Word(at.action, "00 01"));
       return Texts(writes.begin() + 1, writes.end() - 1);
     };
+    EXPECT_EQ(set(0), Texts{Word(at.function, "00 00")});
     EXPECT_EQ(set(3), Texts{Word(at.function, "00 03")});
     page.OUTPUT_DO_1Combo.Choose(5);
     page.optDO1FlowSWHigh.Choose();
@@ -115,7 +116,9 @@ TEST(Form4, ReadsByTheShapeOfTheMeter) {
     SCOPED_TRACE(c.shape.name);
     PageTest test(c.shape);
     Form4& page = Open(test);
-    EXPECT_EQ(page.DigitalOutputSelect(3).Enabled(), c.shape.specification == kFull);
+    for (const int far : {2, 3}) {
+      EXPECT_EQ(page.DigitalOutputSelect(far).Enabled(), c.shape.specification == kFull);
+    }
     page.DigitalOutputSelect(c.output).Choose();
     for (int channel = 0; channel < 4; ++channel) {
       if (c.shape.specification == kFull) test.meter().holding().PutWord(0x04A8 + 2 * channel, 0);
@@ -170,15 +173,25 @@ TEST(Form4, FunctionsOfferedFollowShapeAndOutput) {
   Form4& page = Open(test);
   page.SELECT_Check.Tick();
   page.OUTPUT_DO_1Combo.Choose(14);
+  page.DigitalOutputSelect(1).Choose();
+  EXPECT_EQ(page.OUTPUT_DO_1Combo.ListIndex(), 14) << "the longer list keeps the choice";
+  EXPECT_EQ(page.SELECT_Check.Caption(), "DO2");
   test.app().state.PathMode = 2;
   test.meter().holding().PutWord(0x03E8, 2);
   page.Show();
   EXPECT_EQ(page.OUTPUT_DO_1Combo.ListIndex(), -1) << "what is not offered any more is not selected";
+  EXPECT_FALSE(page.H_TOTALText.Enabled());
+  // The output that was looked at last.
+  ASSERT_TRUE(test.app().windows.Unload("Form4"));
+  Form4& again = Open(test);
+  EXPECT_TRUE(again.DigitalOutputSelect(1).Value());
+  EXPECT_EQ(again.SELECT_Check.Caption(), "DO2");
 }
 
 TEST(Form4, DetailsFollowTheFunctionAndTheTick) {
   PageTest test({"two paths", kFull, 1, 0});
   Form4& page = Open(test);
+  EXPECT_FALSE(page.MODE_DO_1.Enabled());
   page.SELECT_Check.Tick();
   for (int i = 0; i < page.OUTPUT_DO_1Combo.Count(); ++i) {
     page.OUTPUT_DO_1Combo.Choose(i);
@@ -189,8 +202,18 @@ TEST(Form4, DetailsFollowTheFunctionAndTheTick) {
     EXPECT_EQ(page.optFLOW_SWITCH_T_LOW.Enabled(), i == 13) << i;
     EXPECT_EQ(page.H_TOTALText.Enabled(), i == 14) << i;
   }
+  page.OUTPUT_DO_1Combo.Choose(5);
+  EXPECT_FALSE(page.LabelRyuryoUnit(0).Enabled());
+  page.optDO1FlowSWHigh.Choose();
+  EXPECT_TRUE(page.LabelRyuryoUnit(0).Enabled() && page.DO1_RyuryoText(0).Enabled());
+  page.optDO1FlowSWLow.Choose();
+  EXPECT_FALSE(page.LabelRyuryoUnit(0).Enabled() || page.DO1_RyuryoText(0).Enabled());
+  page.OUTPUT_DO_1Combo.Choose(14);
+  EXPECT_FALSE(page.MODE_DO_1Combo.Enabled()) << "it has a box of its own";
+  page.MODE_DO_1.Tick();
+  EXPECT_TRUE(page.MODE_DO_1Combo.Enabled());
   page.SELECT_Check.Untick();
-  EXPECT_FALSE(page.H_TOTALText.Enabled());
+  EXPECT_FALSE(page.H_TOTALText.Enabled() || page.MODE_DO_1.Enabled() || page.MODE_DO_1Combo.Enabled());
   EXPECT_FALSE(page.OUTPUT_DO_1Combo.Enabled());
   EXPECT_FALSE(page.CH_Combo.Enabled());
 }

@@ -40,6 +40,7 @@ TEST(Form5, WritesBothRowsAndTheBacklightInOrder) {
   ASSERT_EQ(page.Selection1Combo.Count(), 6);
   page.Selection1Combo.Choose(0);
   page.Flow_Unit1Combo.Choose(3);
+  EXPECT_EQ(page.Flow_Unit1Combo.Text(), "****.***");
   page.CHCombo2.Choose(0);
   page.Selection2Combo.Choose(0);  // VELOCITY: has no decimal point of its own
   page.optLCD(1).Choose();
@@ -56,10 +57,16 @@ TEST(Form5, WritesBothRowsAndTheBacklightInOrder) {
 TEST(Form5, BacklightWritesOnlyWhatIsWhole) {
   PageTest test({"one path", kFull, 0, 0});
   Form5& page = Open(test);
+  EXPECT_FALSE(page.optLCD(0).Enabled() || page.lblLCD_Time.Enabled());
   page.LCD_Check.Tick();
   page.SetParameter.Press();
   EXPECT_EQ(test.Requests().front(), "03 00 C0 00 06") << "neither option: only the read-back";
   page.optLCD(1).Choose();
+  EXPECT_TRUE(page.lblLCD_Time.Enabled());
+  EXPECT_EQ(page.cmbLCD_Time.Items().back(), "99");
+  page.cmbLCD_Time.Choose(0);
+  page.SetParameter.Press();
+  EXPECT_EQ(test.Requests().front(), "10 00 C8 00 02 04 00 01 00 00");
   page.cmbLCD_Time.SetListIndex(-1);
   page.SetParameter.Press();
   EXPECT_EQ(test.Requests().front(), "03 00 C0 00 06") << "no time: only the read-back";
@@ -117,6 +124,7 @@ TEST(Form5, SelectionListFollowsTheChannelAndKeepsTheItem) {
   // What the meter reports on CH3 outside the list selects nothing.
   test.meter().holding().PutWord(0x04B0, 2);
   test.meter().holding().PutWord(0x00C0, 0);
+  page.CHCombo1.Choose(0);
   page.ReadParameter.Press();
   EXPECT_EQ(page.Selection1Combo.ListIndex(), -1);
 }
@@ -152,6 +160,9 @@ TEST(Form5, SlotsKeepTheChannelAsTextAndTheBacklightAsDigit) {
   EXPECT_EQ(again.CHCombo1.Text(), "CH3");
   EXPECT_EQ(again.Selection1Combo.Text(), "FLOW RATE");
   EXPECT_TRUE(again.optLCD(1).Value());
+  again.optLCD(1).SetValue(false);
+  again.Taihi();
+  EXPECT_EQ(test.app().slots.At("DISPLAY", "LCD_BACKLIGHT_MODE"), "") << "neither is chosen";
 }
 
 }  // namespace

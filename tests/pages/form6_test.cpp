@@ -46,9 +46,12 @@ TEST(Form6, ReadsInItsOrderWhatTheMeterHas) {
     PageTest test(shape);
     test.app().state.UserInfo = "Factory";
     Form6& page = Open(test);
+    EXPECT_FALSE(page.Save_As.Visible()) << "of a read of everything alone";
     page.chkCheck.Tick();
+    ASSERT_TRUE(page.SPEC.Ticked() && page.Read_All_Set_Data.Ticked() && page.Save_As.Visible());
     page.Read_All_Set_Data.Untick();
-    ASSERT_TRUE(page.SPEC.Ticked());
+    test.meter().holding().PutWord(0x003E, 1);
+    test.app().slots.At("PROCESS SETTING", "OUTER_DIAMETER_Unit") = "[old]";
     page.ReadParameter.Press();
     EXPECT_EQ(test.Requests(), Joined({Config(shape),
                                        {"03 01 00 00 03"},
@@ -64,6 +67,8 @@ TEST(Form6, ReadsInItsOrderWhatTheMeterHas) {
     EXPECT_EQ(page.MEASUREMENT_MODECombo.ListIndex(), shape.specification == kSingle ? -1 : shape.path_mode);
     EXPECT_EQ(test.app().frame->Status().Panel(3), shape.unit_system == 0 ? "METRIC" : "ENGLISH");
     EXPECT_EQ(test.app().frame->Status().Panel(2), "ENGLISH");
+    EXPECT_EQ(test.app().state.OperationMode, 1);
+    EXPECT_EQ(test.app().slots.At("PROCESS SETTING", "OUTER_DIAMETER_Unit"), "");
     EXPECT_FALSE(page.CONTROL_BOARDText.Text().empty());
     EXPECT_FALSE(page.txtType.Text().empty());
   }
@@ -134,7 +139,10 @@ TEST(Form6, WritesInItsOrderTheSpecificationLast) {
 
   const auto before = test.test.Time().NowMs();
   test.dialogs().Answer(MessageAnswer::kYes);
-  test.dialogs().Answer(MessageAnswer::kOk, [&] { EXPECT_GT(test.test.Time().NowMs() - before, 3000); });
+  test.dialogs().Answer(MessageAnswer::kOk, [&] {
+    EXPECT_GT(test.test.Time().NowMs() - before, 3000);
+    EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer);
+  });
   page.SetParameter.Press();
   EXPECT_EQ(test.Requests(), Joined({writes, {"06 01 48 00 B5"}})) << "and no read-back";
   EXPECT_EQ(test.dialogs().TakeTexts().back(), "Specification has been changed.");
@@ -169,8 +177,8 @@ TEST(Form6, SourcesFollowTheMeasurementMode) {
     int index;
     int count;
   };
-  const Case cases[] = {{0, 0, 0, 2}, {0, 3, 1, 2}, {0, 1, -1, 2}, {1, 4, 4, 6},
-                        {1, 5, 5, 6}, {2, 2, 2, 3}, {2, 3, -1, 3}};
+  const Case cases[] = {{0, 0, 0, 2}, {0, 3, 1, 2}, {0, 1, -1, 2}, {1, 1, 1, 6}, {1, 2, 2, 6}, {1, 3, 3, 6},
+                        {1, 4, 4, 6}, {1, 5, 5, 6}, {2, 1, 1, 3},  {2, 2, 2, 3}, {2, 3, -1, 3}};
   for (const Case& c : cases) {
     SCOPED_TRACE(std::to_string(c.mode) + " code " + std::to_string(c.code));
     PageTest test({"", kFull, c.mode, 0});
@@ -187,14 +195,21 @@ TEST(Form6, SourcesFollowTheMeasurementMode) {
     EXPECT_EQ(test.Requests()[1], "10 03 EC 00 01 02 00 0" + std::to_string(c.code)) << "and back";
   }
 
-  PageTest test(kOnePath);
+  for (const Shape& shape : {kTwoPaths, kTwoPipes}) {
+    PageTest shown(shape);
+    Open(shown).MEASUREMENT_MODECheck.Tick();
+    EXPECT_EQ(Open(shown).CALCULATIONCheck.Enabled(), shape.path_mode == 2) << "no mode is shown yet";
+  }
+  PageTest test(kTwoPaths);
   Form6& page = Open(test);
   page.MEASUREMENT_MODECheck.Tick();
   page.A01_OUT_SOURCE.Tick();
   page.MEASUREMENT_MODECombo.Choose(0);
   page.A01_OUT_SOURCECombo.Choose(1);
+  page.A02_OUT_SOURCECombo.SetListIndex(0);
   page.MEASUREMENT_MODECombo.Choose(1);
   EXPECT_EQ(page.A01_OUT_SOURCECombo.Text(), "CH1:THERMAL FLOW") << "the selection is kept";
+  EXPECT_EQ(page.A02_OUT_SOURCECombo.ListIndex(), 0);
   EXPECT_FALSE(page.CALCULATIONCheck.Enabled());
   page.MEASUREMENT_MODECombo.Choose(2);
   EXPECT_EQ(page.A01_OUT_SOURCECombo.ListIndex(), -1) << "where the mode has it";
@@ -216,6 +231,9 @@ TEST(Form6, BadInputIsTakenAwayAndTold) {
   EXPECT_EQ(page.IDNUM_CONFIGText.Text(), "");
   EXPECT_EQ(page.Focused(), &page.IDNUM_CONFIGText);
   EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Any data other than a number is not allowed"});
+  page.IDNUM_CONFIGText.Type("12");
+  page.IDNUM_CONFIGText.LoseFocus();
+  EXPECT_EQ(page.IDNUM_CONFIGText.Text(), "12");
   page.IDNUM_CONFIGText.SetText("1.2.3");  // passes the check of the characters
   page.SetParameter.Press();
   EXPECT_EQ(test.Requests(), Texts{});

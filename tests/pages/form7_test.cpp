@@ -46,7 +46,10 @@ TEST(Form7, AFullReadAsksWhatTheShapeOfMeterHas) {
     PageTest test(c.shape);
     Form7& page = Open(test);
     EXPECT_EQ(page.AO2_Check.Enabled(), c.second_output);
-    EXPECT_EQ(page.TEMPCheck.Enabled() && page.Frame6.Enabled(), c.heat);
+    EXPECT_EQ(page.TEMPCheck.Enabled(), c.heat);
+    EXPECT_EQ(page.Frame6.Enabled(), c.heat);
+    page.ADJUSTMENTCombo2.SetListIndex(1);
+    page.OUTPUT_DO2_FREQUENCYCheck.SetValue(true);
     TickAll(page);
     page.ReadParameter.Press();
     EXPECT_EQ(test.Requests(), c.expected);
@@ -54,6 +57,10 @@ TEST(Form7, AFullReadAsksWhatTheShapeOfMeterHas) {
     EXPECT_EQ(page.OUTPUT_DO2_FREQUENCYCheck.Enabled(), c.second_output);
     EXPECT_EQ(page.TEMPCheck.Ticked(), c.heat);
     EXPECT_EQ(page.CONFIRM_TStxt.Text().empty(), !c.heat);
+    EXPECT_EQ(page.CONFIRM_TStxt.Enabled(), c.heat);
+    EXPECT_EQ(page.CONFIRM_TRtxt.Enabled(), c.heat);
+    EXPECT_EQ(page.ADJUSTMENTCombo2.ListIndex(), c.second_output ? 1 : -1);
+    EXPECT_EQ(page.OUTPUT_DO2_FREQUENCYCheck.Value(), c.second_output);
     EXPECT_EQ(page.AO_DEFINITIONText.Text(), "0");
     EXPECT_EQ(test.test.StatusText(), "Reading of maintenance was completed ");
     EXPECT_FALSE(test.app().state.UiLocked);
@@ -64,16 +71,20 @@ TEST(Form7, AFullSetWritesOneRegisterAtATimeInOrder) {
   PageTest test(kOnePath);
   Form7& page = Open(test);
   page.AO_Check.Tick();
+  EXPECT_FALSE(page.ADJUSTMENTCombo.Enabled()) << "its own box comes first";
   page.ADJUSTMENT.Tick();
   page.ADJUSTMENTCombo.Choose(0);
   page.ADJUSTMENText.Type("820.9");
   page.AO_DEFINITIONCheck.Tick();
   page.AO_DEFINITIONText.Type("50");
+  EXPECT_EQ(page.AO2_DEFINITIONText.Text(), "") << "the other one is not in use";
   page.AO2_Check.Tick();
   page.ADJUSTMENT2.Tick();
   page.ADJUSTMENTCombo2.Choose(1);
   page.ADJUSTMENText2.Type("-2");
+  page.AO2_DEFINITIONText.SetText("33");
   page.AO2_DEFINITIONCheck.Tick();
+  EXPECT_EQ(page.AO2_DEFINITIONText.Text(), "50") << "that of the output in use counts";
   page.AO2_DEFINITIONText.Type("75");
   EXPECT_EQ(page.AO_DEFINITIONText.Text(), "75") << "both outputs are checked by one register";
   page.chkDO.Tick();
@@ -128,6 +139,12 @@ TEST(Form7, TestModeNeedsBothValuesAndEndsByItsBox) {
   Form7& page = Open(test);
   page.SetParameter.Press();
   EXPECT_EQ(test.Requests(), Texts{}) << "nothing is ticked and no value is there";
+  for (TextBox* one : {&page.INPUT_DATAText, &page.TRACKING_TIMEText}) {
+    one->SetText("40");
+    page.SetParameter.Press();
+    EXPECT_EQ(test.Requests(), Texts{}) << "one value alone has set no test mode";
+    one->SetText("");
+  }
   page.TEST_MODECheck.Tick();
   page.AO_Check.Tick();
   page.AO_DEFINITIONCheck.Tick();
@@ -160,7 +177,11 @@ TEST(Form7, EachPointOfAnAdjustmentKeepsItsText) {
   EXPECT_EQ(page.ADJUSTMENText.Text(), "811") << "typed before a point was chosen";
   page.ADJUSTMENTCombo.Choose(1);
   EXPECT_EQ(page.ADJUSTMENText.Text(), "");
-  EXPECT_NE(page.ADJUSTMENText.Hint().find("0144"), std::string::npos);
+  for (const auto& [point, address] : {std::pair{0, "0142"}, {1, "0144"}}) {
+    page.ADJUSTMENTCombo.Choose(point);
+    EXPECT_NE(page.ADJUSTMENText.Hint().find(address), std::string::npos);
+    EXPECT_NE(page.ADJUSTMENT.Hint().find(address), std::string::npos);
+  }
   page.ADJUSTMENText.Type("4001");
   page.ADJUSTMENTCombo.Choose(0);
   EXPECT_EQ(page.ADJUSTMENText.Text(), "811");
@@ -179,9 +200,9 @@ TEST(Form7, SpinButtonsNormaliseAndStayWithinTheField) {
     const char* text;
     bool up;
     const char* result;
-  } cases[] = {{"", true, "1"},         {"", false, "-1"},        {"0012.7", true, "13"},
-               {"12.7", false, "11"},   {"65535", true, "65535"}, {"-9999", false, "-9999"},
-               {"1.2.3", true, "1.2.3"}};
+  } cases[] = {{"", true, "1"},          {"", false, "-1"},        {"0012.7", true, "13"},
+               {"12.7", false, "11"},    {"65535", true, "65535"}, {"-9999", false, "-9999"},
+               {"1.2.3", true, "1.2.3"}, {"12344", true, "12345"}};
   for (const auto& c : cases) {
     page.ADJUSTMENText.SetText(c.text);
     EXPECT_TRUE(c.up ? page.UpDown1.Up() : page.UpDown1.Down());
@@ -195,6 +216,8 @@ TEST(Form7, SpinButtonsNormaliseAndStayWithinTheField) {
   page.AO_DEFINITIONText.SetText("999");
   page.UpDown2.Up();
   EXPECT_EQ(page.AO_DEFINITIONText.Text(), "999");
+  page.UpDown2.Down();
+  EXPECT_EQ(page.AO_DEFINITIONText.Text(), "998");
   EXPECT_EQ(test.Requests(), Texts{});
   EXPECT_FALSE(page.UpDown3.Up()) << "its group is not ticked";
 }
@@ -223,7 +246,11 @@ TEST(Form7, BadInputIsToldAndNothingIsSent) {
   }
   page.ADJUSTMENText.Type("123456");
   EXPECT_EQ(page.ADJUSTMENText.Text(), "12345") << "five characters";
-  page.INPUT_DATAText.SetText("");
+  page.INPUT_DATAText.SetText("40x");
+  test.dialogs().Answer(MessageAnswer::kOk);
+  page.TEST_MODECheck.Tick();
+  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Any data other than a number is not allowed"});
+  EXPECT_EQ(page.INPUT_DATAText.Text(), "") << "judged when it can be typed into";
   for (const auto& [box, length] : {std::pair{&page.AO_DEFINITIONText, 3},
                                     {&page.SEKISAN_PULSEText, 4},
                                     {&page.OUTPUT_DO2_FREQUENCYtxt, 4},
@@ -285,23 +312,6 @@ TEST(Form7, AReadWithoutAnAnswerKeepsTheFieldsAndGoesOn) {
   EXPECT_TRUE(page.ReadParameter.Enabled());
 }
 
-// A port that is gone is told by every command, and the page stays usable.
-TEST(Form7, EveryCommandTellsThatThePortIsGone) {
-  PageTest test(kOnePath);
-  Form7& page = Open(test);
-  page.AO_Check.Tick();
-  page.ADJUSTMENT.Tick();
-  test.app().platform.port.Close();
-  test.app().state.PortNo = "0";
-  for (PushButton* command : {&page.ReadParameter, &page.SetParameter, &page.ReleaseParameter}) {
-    test.dialogs().Answer(MessageAnswer::kOk);
-    command->Press();
-    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"The error occurred at the time of communication"});
-    EXPECT_FALSE(test.app().state.UiLocked);
-    EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer);
-  }
-}
-
 TEST(Form7, TheTestStateIsEndedByOneWriteAndOneRead) {
   const std::string refused = "TEST MODE It has not canceled";
   const struct {
@@ -320,7 +330,10 @@ TEST(Form7, TheTestStateIsEndedByOneWriteAndOneRead) {
     test.meter().holding().PutWord(0x0166, 5);
     MeterIsInTest(test.app());
     if (*c.fault != '\0') test.test.platform.Arm(c.fault);
-    if (!c.ended) test.dialogs().Answer(MessageAnswer::kOk);
+    if (!c.ended) {
+      test.dialogs().Answer(MessageAnswer::kOk,
+                            [&] { EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer); });
+    }
     page.ReleaseParameter.Press();
     EXPECT_EQ(test.Requests(), c.requests);
     EXPECT_EQ(test.dialogs().TakeTexts(), c.ended ? Texts{} : Texts{refused});
@@ -372,6 +385,22 @@ TEST(Form7, WhatBeginsATestIsKnownUntilItsEndIsConfirmed) {
   }
 }
 
+// Any one of them needs the registers of the test.
+TEST(Form7, EachBoxOfTheTestReadsItsState) {
+  const std::function<void(Form7&)> ticks[] = {
+      [](Form7& p) { p.AO_Check.Tick(), p.AO_DEFINITIONCheck.Tick(); },
+      [](Form7& p) { p.AO2_Check.Tick(), p.AO2_DEFINITIONCheck.Tick(); },
+      [](Form7& p) { p.chkDO.Tick(), p.OUTPUT_DOOption.Choose(); },
+      [](Form7& p) { p.TEST_MODECheck.Tick(); }};
+  for (const auto& tick : ticks) {
+    PageTest test(kOnePath);
+    Form7& page = Open(test);
+    tick(page);
+    page.ReadParameter.Press();
+    EXPECT_EQ(test.Requests(), kShapeOfFull + Texts{"03 01 54 00 07"});
+  }
+}
+
 TEST(Form7, AReadFindsATestThatWasBegunElsewhere) {
   for (const int address : {0x0154, 0x0156, 0x0158, 0x015C, 0x0176, 0x015E}) {
     SCOPED_TRACE(address);
@@ -420,6 +449,8 @@ TEST(Form7, WhatWasEnteredComesBackWithThePageAndGoesToNoFile) {
   page.INPUT_DATAText.Type("9");
   page.TRACKING_TIMEText.Type("10");
   page.Form_Deactivate();
+  EXPECT_FALSE(page.Visible());
+  EXPECT_EQ(test.app().state.Maintenance.pulse, "7");
   page.Show();
   EXPECT_EQ(page.ADJUSTMENText.Text(), "4001") << "hiding loses nothing";
   ASSERT_TRUE(test.app().windows.Unload("Form7"));

@@ -5,17 +5,20 @@
 
 #include "page_fixture.h"
 #include "pages/form10.h"
+#include "pages/form11.h"
 #include "pages/form2.h"
 #include "pages/form3.h"
 #include "pages/form4.h"
 #include "pages/form5.h"
+#include "pages/form7.h"
+#include "state/form_lock.h"
 
 namespace vlt::test {
 namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5", "Form6", "Form7"};
+constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5", "Form6", "Form7", "Form11"};
 
 ParameterPage& OpenPage(PageTest& test, const char* name) { return test.Open<ParameterPage>(name); }
 
@@ -35,6 +38,65 @@ TEST(Pages, AMeterOfUnknownShapeHarmsNoPage) {
     EXPECT_TRUE(page.ReadParameter.Enabled() && page.chkCheck.Enabled());
     EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer);
     EXPECT_TRUE(test.app().windows.Unload(name));
+  }
+}
+
+// A run of another page holds the line.
+TEST(Pages, APageThatComesUpDuringARunAsksNothingAndOffersNoCommand) {
+  for (const char* name : kPages) {
+    SCOPED_TRACE(name);
+    PageTest test(kTwoPipes);
+    ParameterPage& page = OpenPage(test, name);
+    EXPECT_FALSE(IsAnyChecked(page)) << "what is looked at is no choice";
+    for (const auto& column : page.Columns()) {
+      for (const Field& field : column->Fields()) {
+        if (field.text != nullptr) {
+          EXPECT_EQ(field.text->Locked(), field.parameter->write == WriteWith::kNothing);
+        }
+        EXPECT_FALSE(field.Entry().Enabled()) << field.parameter->name << ": its box is not ticked";
+      }
+    }
+    for (const bool locked : {true, false}) {
+      test.app().state.UiLocked = locked;
+      page.Show();
+      EXPECT_EQ(test.app().state.UiLocked, locked);
+      EXPECT_TRUE(!locked || test.Requests().empty());
+      for (const Control* control : page.Controls()) {
+        const bool command = control->Kind() == ControlKind::kPushButton || page.IsMasterBox(*control);
+        if (!command) continue;
+        EXPECT_EQ(control->Enabled(), !locked && control->Name() != "cmdStopReadAll") << control->Name();
+      }
+    }
+  }
+}
+
+TEST(Pages, EveryCommandTellsThatThePortIsGoneAndThePageStaysUsable) {
+  const std::string told = "The error occurred at the time of communication";
+  for (const char* name : kPages) {
+    SCOPED_TRACE(name);
+    PageTest test(kOnePath);
+    ParameterPage& page = OpenPage(test, name);
+    const auto box = [&](const char* each) { return static_cast<CheckBox*>(page.Find(each)); };
+    for (const char* all : {"chkCheck", "chkCheckHeat"}) {
+      if (box(all) != nullptr) box(all)->Tick();
+    }
+    if (box("TEST_MODECheck") != nullptr) box("TEST_MODECheck")->Untick();
+    bool closed = false;
+    ClosePort(test.app(), closed);
+    test.app().state.PortNo = "7";
+    page.Show();
+    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{}) << "it opens all the same";
+    for (const char* each :
+         {"ReadParameter", "SetParameter", "ReadParameterHeat", "SetParameterHeat", "ReleaseParameter"}) {
+      auto* command = static_cast<PushButton*>(page.Find(each));
+      if (command == nullptr) continue;
+      test.dialogs().Answer(MessageAnswer::kOk);
+      command->Press();
+      EXPECT_EQ(test.dialogs().TakeTexts(), Texts{told}) << each;
+      EXPECT_EQ(test.test.StatusText().find(told), 0u);
+      EXPECT_FALSE(test.app().state.UiLocked);
+      EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer);
+    }
   }
 }
 
@@ -60,13 +122,21 @@ TEST(Pages, AValueThatCannotBeSentStopsTheSetBeforeTheFirstWrite) {
   page.KIND_OF_FLUID.Tick();
   page.KIND_OF_FLUIDCombo.Choose(17);
   page.FLUID_S_V.Tick();
-  for (const char* text : {"40000", "12,5", "+"}) {
+  int selected = 0;
+  const std::string range = "the meter's register holds -32768 to 32767";
+  for (const auto& [text, reason] : {std::pair{"40000", range},
+                                     {"12,5", "this is no number"},
+                                     {"1.2.3", "this is no number"},
+                                     {"+", "this is no number"}}) {
     page.FLUID_S_VText.SetText(text);
     page.SetParameter.Press();
     EXPECT_EQ(test.Requests(), Texts{}) << text;
     EXPECT_EQ(test.dialogs().TakeTexts(), Texts{}) << "no box";
-    EXPECT_NE(test.test.StatusText().find("FLUID S.V."), std::string::npos);
+    EXPECT_EQ(test.test.StatusText(), "\nAn error has occurred. FLUID S.V.: " + reason);
+    EXPECT_FALSE(test.app().state.UiLocked);
     EXPECT_EQ(page.Focused(), &page.FLUID_S_VText);
+    EXPECT_GT(page.FLUID_S_VText.SelectAllCount(),
+              std::exchange(selected, page.FLUID_S_VText.SelectAllCount()));
     EXPECT_NE(page.FLUID_S_VText.Mark(), "");
     EXPECT_EQ(page.FLUID_S_VText.Text(), text);
   }
@@ -111,13 +181,20 @@ TEST(Pages, TooltipsGiveTheRegisterOfTheChannelOrOutputThatIsShown) {
   EXPECT_NE(status.DO1_SekisanText.Hint().find("0426"), std::string::npos);
   EXPECT_NE(status.H_TOTALText.Hint().find("0490"), std::string::npos);
   EXPECT_NE(status.CH_Combo.Hint().find("04AE"), std::string::npos);
+  auto& details = test.Open<Form11>("Form11");
+  details.DetailChSelect(1).Choose();
+  EXPECT_NE(details.SaturateLevelInput.Hint().find("149A"), std::string::npos);
+  auto& maintenance = test.Open<Form7>("Form7");
+  EXPECT_NE(maintenance.TEST_MODECheck.Hint().find("015C"), std::string::npos);
+  EXPECT_EQ(maintenance.chkDO.Hint(), "") << "three registers";
 }
 
 TEST(Pages, AFailedStoreIsToldAndANumberIsCheckedWhenItIsTicked) {
   PageTest test(kOnePath);
   auto& page = test.Open<Form10>("Form10");
   test.test.platform.Arm("silence@0150H*ever");
-  test.dialogs().Answer(MessageAnswer::kOk);
+  test.dialogs().Answer(MessageAnswer::kOk,
+                        [&] { EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer); });
   page.SaveParameter.Press();
   EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Preservation was not completed"});
   EXPECT_EQ(test.test.StatusText(), "Preservation was completed [NO RESPONSE ERROR]");
@@ -130,9 +207,11 @@ TEST(Pages, AFailedStoreIsToldAndANumberIsCheckedWhenItIsTicked) {
 }
 
 TEST(Pages, LengthsFollowTheUnitSystem) {
+  PageTest test(kOnePath);
   for (const int flag : {0, 1}) {
-    PageTest test(flag == 0 ? kOnePath : kTwoPaths);
+    test.app().state.UnitFlag = flag;
     auto& page = test.Open<Form10>("Form10");
+    EXPECT_EQ(page.Label8(0).Caption(), flag == 0 ? "[mm]" : "[inch]");
     EXPECT_EQ(page.OUTER_DIAMETERText.MaxLength(), flag == 0 ? 7 : 8);
     EXPECT_EQ(page.LINING_S_VText.MaxLength(), flag == 0 ? 4 : 5);
     EXPECT_EQ(page.FLUID_S_VText.MaxLength(), 4);
@@ -143,9 +222,11 @@ TEST(Pages, APageThatIsLoadedOnlyToBeSavedKeepsItsUnits) {
   PageTest test(kOnePath);
   test.app().state.RangeKind[0] = 1;
   test.app().state.RangeUnit[0] = 8;
+  test.app().slots.At("RANGE", "RANGE_UNIT_Data") = "3";
   test.app().windows.Load("Form2").Taihi();
   test.app().windows.Load("Form10").Taihi();
   EXPECT_EQ(test.app().slots.At("RANGE", "FULL_SCALE1_Unit"), "[m3/h]");
+  EXPECT_EQ(test.app().slots.At("RANGE", "RANGE_UNIT_Data"), "3");
   EXPECT_EQ(test.app().slots.At("PROCESS SETTING", "VISCOSITY_Unit"), "[E-6m2/s]");
 }
 
@@ -180,7 +261,7 @@ TEST(Pages, AStatusReadTakesTheUnitSystemOfTheMeter) {
   page.SELECT_Check.Tick();
   page.ReadParameter.Press();
   EXPECT_EQ(test.app().state.UnitFlag, 1);
-  EXPECT_EQ(page.LabelRyuryoUnit(0).Caption(), "[ft/s]");
+  for (const int point : {0, 1}) EXPECT_EQ(page.LabelRyuryoUnit(point).Caption(), "[ft/s]");
 }
 
 TEST(Pages, TheOnlyChannelOfASingleModelIsChosenByItself) {
@@ -189,6 +270,14 @@ TEST(Pages, TheOnlyChannelOfASingleModelIsChosenByItself) {
   page.SELECT_Check.Tick();
   EXPECT_EQ(page.CH_Combo.ListIndex(), 0);
   EXPECT_FALSE(page.CH_Combo.Enabled());
+  // A page that is open notices that the meter measures one path now.
+  PageTest changed(kTwoPaths);
+  auto& open = changed.Open<Form4>("Form4");
+  open.SELECT_Check.Tick();
+  EXPECT_TRUE(open.CH_Combo.Enabled());
+  changed.meter().holding().PutWord(0x03E8, 0);
+  open.Show();
+  EXPECT_FALSE(open.CH_Combo.Enabled());
 }
 
 // Another unit system since the list was filled: the list follows, and so does the entry of its box.
@@ -196,12 +285,13 @@ TEST(Pages, AUnitListFollowsTheUnitSystemWhenItsPageComesBack) {
   PageTest test(kOnePath);
   auto& page = test.Open<Form2>("Form2");
   page.UNIT_SYSTEM.Tick();
-  page.UNIT_SYSTEMCombo.Choose(1);
+  page.UNIT_SYSTEMCombo.Choose(0);
   page.UNIT_SYSTEMCombo.SetEnabled(false);
   test.app().state.UnitFlag = 1;
   page.Show();
   EXPECT_EQ(page.UNIT_SYSTEMCombo.Items()[0], "gal/s");
-  EXPECT_EQ(page.UNIT_SYSTEMCombo.ListIndex(), 1);
+  EXPECT_EQ(page.UNIT_SYSTEMCombo.ListIndex(), 0);
+  EXPECT_EQ(page.Label2(7).Caption(), "[ft/s]");
   EXPECT_TRUE(page.UNIT_SYSTEMCombo.Enabled()) << "its box is handled as if clicked";
 }
 

@@ -183,6 +183,19 @@ TEST(ReadAll, AFailedReaderIsToldAndLeavesItsCellsEmpty) {
   EXPECT_TRUE(test.page.ReadParameter.Enabled());
 }
 
+TEST(ReadAll, AnyBlockThatDoesNotComeIsToldOnceByItsReader) {
+  for (const int block : {0x03EA, 0x03EC, 0x03EE, 0x03F0, 0x0400, 0x04A8, 0x005A, 0x0410, 0x0430, 0x00C0,
+                          0x04B0, 0x04B4, 0x018E}) {
+    SCOPED_TRACE(block);
+    ReportTest test(kTwoPipes);
+    const auto at = static_cast<std::uint32_t>(block);
+    test.meter().BreakMemory(sim::Space::Holding, at, at + 1, 2);
+    test.dialogs().Answer(MessageAnswer::kOk);
+    test.page.ReadParameter.Press();
+    EXPECT_EQ(test.dialogs().TakeTexts().size(), 1u);
+  }
+}
+
 TEST(ReadAll, AMeterThatIsNotThereLeavesAnOlderReportAlone) {
   ReportTest test(kTwoPipes);
   test.Files()[kFile] = "an older report";
