@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -15,6 +16,7 @@
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QToolButton>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <QtTest/QTest>
 
@@ -96,8 +98,11 @@ TEST_F(BindingTest, GesturesReachTheControls) {
   hands.Click("Bench", "button");
   hands.SelectTab("Bench", "tabs", 1);
   EXPECT_EQ(bench->tabs.Tab(), 1);
-  QTest::mouseClick(Widget<QWidget>("updown").findChild<QToolButton*>("up"), Qt::LeftButton);
-  QTest::mouseClick(Widget<QWidget>("updown").findChild<QToolButton*>("down"), Qt::LeftButton);
+  for (const char* arrow : {"up", "down"}) {
+    auto* button = Widget<QWidget>("updown").findChild<QToolButton*>(arrow);
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(button->autoRepeat()) << "held down it goes on";
+  }
   EXPECT_EQ(bench->log, (Log{"check", "option", "text 7", "text 7.", "text 7.5", "combo blue", "button",
                              "tab", "up", "down"}));
 }
@@ -110,7 +115,6 @@ TEST_F(BindingTest, ControlsShowOnTheWidgets) {
   bench->combo.AddItem("black");
   bench->combo.SetListIndex(3);
   bench->label.SetCaption("Get Unit && Language...");
-  bench->button.SetCaption("Go");
   bench->button.SetBackColour(kActiveButtonColour);
   bench->frame.SetCaption("Frame");
   bench->status.SetPanel(1, "line one\nline two");
@@ -129,6 +133,13 @@ TEST_F(BindingTest, ControlsShowOnTheWidgets) {
   EXPECT_EQ(hands.Text("Bench", "combo"), "black");
   EXPECT_EQ(hands.Text("Bench", "label"), "Get Unit & Language...");
   EXPECT_EQ(hands.Text("Bench", "frame"), "Frame");
+  for (const auto& [caption, marked] : {std::pair("Go and look", "&Go and look"),
+                                        {"Research && Development", "&Research && Development"},
+                                        {"読み出しを始める", "読み出しを始める(&B)"}}) {
+    bench->button.SetCaption(caption);
+    screen.desktop.Flush();
+    EXPECT_EQ(hands.Text("Bench", "button"), marked);
+  }
   EXPECT_EQ(Widget<QPushButton>("button").palette().color(QPalette::Button), QColor(0xFF, 0xC0, 0x80));
   EXPECT_EQ(Widget<QProgressBar>("progress").maximum(), 4);
   EXPECT_EQ(Widget<QProgressBar>("progress").value(), 3);
@@ -197,6 +208,15 @@ TEST_F(BindingTest, ArrowKeysGoRoundTheOptionsThatCanBeChosen) {
   EXPECT_TRUE(Widget<QWidget>("options(2)").hasFocus());
   QTest::keyClick(&Widget<QWidget>("options(2)"), Qt::Key_Right);
   EXPECT_TRUE(bench->options(0).Value());
+  QTest::keyClick(&Widget<QWidget>("options(0)"), Qt::Key_Up);
+  EXPECT_TRUE(bench->options(2).Value());
+  bench->options(1).SetEnabled(true);
+  bench->options(0).SetVisible(false);
+  screen.desktop.Flush();
+  QTest::keyClick(&Widget<QWidget>("options(2)"), Qt::Key_Left);
+  EXPECT_TRUE(bench->options(1).Value());
+  QTest::keyClick(&Widget<QWidget>("options(1)"), Qt::Key_Left);
+  EXPECT_TRUE(bench->options(2).Value()) << "what is hidden is passed over";
 }
 
 TEST_F(BindingTest, FieldsKeepLengthAndLock) {
@@ -204,7 +224,10 @@ TEST_F(BindingTest, FieldsKeepLengthAndLock) {
   screen.hands.Type("Bench", "text", "流速流速");
   EXPECT_EQ(bench->text.Text(), "流速流");
   bench->text.SetLocked(true);
+  bench->text.SetBackColour(kButtonFaceColour);
   screen.hands.Type("Bench", "text", "9");
+  const QPalette grey = Widget<QLineEdit>("text").palette();
+  EXPECT_EQ(grey.color(QPalette::Base), grey.color(QPalette::Button));
   EXPECT_EQ(bench->text.Text(), "流速流");
   EXPECT_EQ(screen.hands.Text("Bench", "text"), "流速流");
   bench->text.SetMaxLength(0);
@@ -430,17 +453,18 @@ TEST_F(BindingTest, RowsStandOutAndTitlesHaveTheWholeWidth) {
   const auto looks = [&] {
     std::string text;
     for (int row = 0; row < table.rowCount(); ++row) {
+      text += table.item(row, 0)->background().style() == Qt::NoBrush ? ' ' : '#';
       text += table.item(row, 0)->font().bold() ? 'B' : '-';
       text += std::to_string(table.columnSpan(row, 0));
     }
     return text;
   };
-  EXPECT_EQ(looks(), "B2B1-2");
+  EXPECT_EQ(looks(), "#B2 B1 -2");
   bench->grid.SetStyle(1, RowStyle::kPlain);
   bench->grid.SetRows(2);
   bench->grid.SetRows(4);
   screen.desktop.Flush();
-  EXPECT_EQ(looks(), "-1-1-1") << "what looked so before is forgotten";
+  EXPECT_EQ(looks(), " -1 -1 -1") << "what looked so before is forgotten";
 }
 
 TEST_F(BindingTest, AHandlerThatBreaksOffIsToldAndAllElseGoesOn) {
@@ -476,11 +500,14 @@ TEST_F(BindingTest, AHandlerThatBreaksOffIsToldAndAllElseGoesOn) {
 TEST_F(BindingTest, TheWheelLeavesAListWithoutFocusAlone) {
   bench->combo.SetListIndex(1);
   auto& combo = Widget<QComboBox>("combo");
-  Widget<QWidget>("button").setFocus();
   const QPointF at = combo.rect().center();
-  QWheelEvent wheel(at, combo.mapToGlobal(at), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
-  QApplication::sendEvent(&combo, &wheel);
-  EXPECT_EQ(bench->combo.ListIndex(), 1);
+  for (const bool focus : {false, true}) {
+    Widget<QWidget>(focus ? "combo" : "button").setFocus();
+    QWheelEvent wheel(at, combo.mapToGlobal(at), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&combo, &wheel);
+    EXPECT_EQ(wheel.isAccepted(), focus) << "the page scrolls by it";
+    EXPECT_EQ(bench->combo.ListIndex(), focus ? 2 : 1);
+  }
 }
 
 TEST_F(BindingTest, HiddenControlsGoAndComeBack) {
@@ -498,6 +525,33 @@ TEST_F(BindingTest, TooltipsTellHintsAndWhatAPanelCuts) {
   EXPECT_EQ(screen.hands.Panel("Bench", "status", 1), line);
   const auto* panel = screen.hands.Widget("Bench", "status").findChild<QLabel*>("panel1");
   EXPECT_TRUE(panel->text().endsWith(QChar(0x2026)));
+  const auto* units = screen.hands.Widget("Bench", "status").findChild<QLabel*>("panel2");
+  int width = 0;
+  for (const char* text : {"a longer text than before", "short"}) {
+    bench->status.SetPanel(2, text);
+    screen.desktop.Flush();
+    QApplication::processEvents();
+    EXPECT_EQ(units->text(), text) << "it is never cut";
+    EXPECT_GE(units->width(), width) << "and stands still";
+    width = units->width();
+  }
+  auto& combo = Widget<QComboBox>("combo");
+  bench->combo.SetListIndex(2);
+  for (const int room : {40, 200}) {
+    combo.setFixedWidth(room);
+    EXPECT_TRUE(WaitFor([&] { return combo.toolTip() == (room == 40 ? "blue" : ""); })) << room;
+  }
+  auto& table = Widget<QTableWidget>("tail");
+  bench->tail.SetRows(3);
+  bench->tail.SetCell(1, 0, "<b> " + line);
+  bench->tail.SetCell(2, 0, "x");
+  screen.desktop.Flush();
+  for (const auto& [row, told] : {std::pair(1, QString()), {0, ToQt("<qt>&lt;b&gt; " + line + "</qt>")}}) {
+    const QPoint at = table.visualItemRect(table.item(row, 0)).center();
+    QHelpEvent help(QEvent::ToolTip, at, table.viewport()->mapToGlobal(at));
+    EXPECT_TRUE(QApplication::sendEvent(table.viewport(), &help));
+    EXPECT_EQ(QToolTip::text(), told);
+  }
 }
 
 }  // namespace

@@ -70,6 +70,8 @@ const Way kWays[] = {
     {"mouse on a list",
      [](Hands& hands) { QTest::mouseClick(&hands.Widget("Checked", "list"), Qt::LeftButton); }},
     {"tab key", [](Hands& hands) { QTest::keyClick(&hands.Widget("Checked", "field"), Qt::Key_Tab); }},
+    {"shift and tab key",
+     [](Hands& hands) { QTest::keyClick(&hands.Widget("Checked", "field"), Qt::Key_Backtab); }},
     {"enter key", [](Hands& hands) { QTest::keyClick(&hands.Widget("Checked", "field"), Qt::Key_Return); }},
 };
 

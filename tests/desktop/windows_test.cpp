@@ -6,7 +6,10 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPointer>
+#include <QScreen>
+#include <QShortcut>
 #include <QStackedWidget>
+#include <QWindow>
 #include <QtTest/QTest>
 
 #include "desktop/layouts/layouts.h"
@@ -118,11 +121,14 @@ TEST_F(WindowsTest, ShortCutsReachThePageOnTopOnly) {
   int a = 0;
   int b = 0;
   screen.Show<PageA>("PageA").read.on_click = [&] { ++a; };
-  screen.Show<PageB>("PageB").read.on_click = [&] { ++b; };
+  auto& top = screen.Show<PageB>("PageB");
+  top.read.on_click = [&] { ++b; };
+  top.read.SetCaption("Tools");
   screen.hands.Key("Frame", "Ctrl+R");
   EXPECT_EQ(a, 0);
   EXPECT_EQ(b, 1);
   EXPECT_EQ(screen.hands.Widget("PageB", "ReadParameter").toolTip(), "Ctrl+R");
+  EXPECT_EQ(screen.hands.Text("PageB", "ReadParameter"), "T&ools") << "T is the menu's";
 }
 
 TEST_F(WindowsTest, MenusPressTheirItems) {
@@ -143,6 +149,9 @@ TEST_F(WindowsTest, MenusPressTheirItems) {
   EXPECT_TRUE(window.findChild<QAction*>("tools")->isEnabled());
   screen.hands.Menu("Frame", "item");
   EXPECT_EQ(frame.items, 2);
+  frame.bare.SetVisible(false);
+  screen.desktop.Flush();
+  EXPECT_FALSE(window.findChild<QAction*>("bare")->isVisible());
 }
 
 TEST_F(WindowsTest, ClosingIsTheLogicsDecision) {
@@ -169,19 +178,52 @@ TEST_F(WindowsTest, ClosingIsTheLogicsDecision) {
 
 TEST_F(WindowsTest, AWindowGoneInItsOwnHandlerStaysWholeUntilTheHandlerEnds) {
   screen.Show<Frame>("Frame");
-  screen.Show<Waiting>("Waiting");
-  QPointer<QWidget> window = &screen.hands.Window("Waiting");
-  Waiting::ended = false;
-  screen.hands.Click("Waiting", "go");
-  EXPECT_TRUE(Waiting::ended);
-  EXPECT_EQ(screen.windows.Find("Waiting"), nullptr);
-  EXPECT_TRUE(WaitFor([&] { return window == nullptr; }));
+  for (const char* key : {"", "Return", "Enter"}) {
+    screen.Show<Waiting>("Waiting");
+    QPointer<QWidget> window = &screen.hands.Window("Waiting");
+    for (const auto* short_cut : window->findChildren<QShortcut*>()) EXPECT_FALSE(short_cut->autoRepeat());
+    Waiting::ended = false;
+    *key == '\0' ? screen.hands.Click("Waiting", "go") : screen.hands.Key("Waiting", key);
+    EXPECT_TRUE(Waiting::ended) << key;
+    EXPECT_EQ(screen.windows.Find("Waiting"), nullptr);
+    EXPECT_TRUE(WaitFor([&] { return window == nullptr; }));
+  }
   screen.Show<Waiting>("Waiting");
   screen.hands.Key("Waiting", "Esc");
   EXPECT_EQ(screen.windows.Find("Waiting"), nullptr);
 }
 
+TEST_F(WindowsTest, ADialogStandsInTheMiddleEachTimeItIsShown) {
+  auto& dialog = screen.Show<Waiting>("Waiting");
+  QWidget& window = screen.hands.Window("Waiting");
+  // The system's own trim comes around it once it is shown.
+  const auto stands_at = [&](QPoint middle) {
+    return (window.frameGeometry().center() - middle).manhattanLength() <= 6;
+  };
+  EXPECT_TRUE(stands_at(QGuiApplication::primaryScreen()->availableGeometry().center()));
+  screen.Show<Frame>("Frame");
+  QWidget& frame = screen.hands.Window("Frame");
+  for (const int left : {20, 60}) {
+    dialog.Hide();
+    screen.desktop.Flush();
+    EXPECT_FALSE(window.isVisible());
+    frame.setGeometry(left, 30, 500, 400);
+    dialog.SetCaption("Waits");
+    dialog.Show();
+    screen.desktop.Flush();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(stands_at(frame.frameGeometry().center())) << left;
+    EXPECT_EQ(window.windowTitle(), "Waits");
+  }
+  EXPECT_EQ(window.windowHandle()->transientParent(), frame.windowHandle());
+}
+
 TEST_F(WindowsTest, AnOperationShowsTheHourglass) {
+  {
+    Screen ending;
+    ending.windows.SetMousePointer(kHourglassPointer);
+  }
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "it ends with the program";
   screen.windows.SetMousePointer(kHourglassPointer);
   ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
   EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
@@ -227,6 +269,9 @@ TEST(WindowPlaceTest, StartsOnAScreenThatIsThere) {
   EXPECT_EQ(StartPlace(last, wanted, {laptop, desk}), last);
   EXPECT_TRUE(laptop.contains(start(last, {laptop}))) << "the other screen is gone";
   EXPECT_TRUE(StartPlace(last, wanted, {laptop}).maximised);
+  for (const QRect& strip : {QRect(1360, 100, 1000, 700), QRect(100, 760, 1000, 700)}) {
+    EXPECT_EQ(start(WindowPlace{strip}, {laptop}), start({}, {laptop})) << "as good as not seen";
+  }
   const WindowPlace too_large{QRect(-100, 300, 1900, 1000)};
   EXPECT_TRUE(laptop.contains(start(too_large, {laptop}).marginsAdded(kUsualFrame)));
 }
