@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 
+#include "platform/serial_firmware_port.h"
 #include "support/virtual_platform.h"
 
 namespace vlt {
@@ -127,6 +128,45 @@ TEST_F(PortSwitchTest, FaultsSayWhichDevice) {
     EXPECT_FALSE(port.IsOpen());
   }
   EXPECT_FALSE(Fault(1, "9600,O,8,1").has_value());
+}
+
+TEST_F(PortSwitchTest, SettingsAreTakenWholeOrNotAtAll) {
+  for (const char* good : {"1,N,5,1", "4000000,E,8,2"}) EXPECT_FALSE(Fault(1, good)) << good;
+  for (const char* bad : {"", "9600,O,8,1,", "9600, O,8,1", ",O,8,1", "0,O,8,1", "+9600,O,8,1",
+                          "4000001,O,8,1", "99999999999,O,8,1", "9600,X,8,1", "9600,O,9,1", "9600,O,4,1",
+                          "9600,O,8,0", "9600,O,8,3", "9600,O,8,1x"}) {
+    ASSERT_TRUE(Fault(1, bad)) << bad;
+    EXPECT_EQ(Fault(1, bad)->Code(), PortFaultCode::kSettings) << bad;
+  }
+}
+
+TEST_F(PortSwitchTest, OfTheTwoLinksOneHasThePortAndOnlyByItsHandle) {
+  SerialFirmwarePort link{time, time, port};
+  port.Open(1, "9600,O,8,1");
+  EXPECT_EQ(link.Open("COM1", "38400,N,8,1", {}), FirmwarePort::kNoHandle);
+  EXPECT_EQ(link.LastFault()->Code(), PortFaultCode::kBusy);
+  EXPECT_TRUE(port.IsOpen()) << "it stays with the other link";
+  port.Close();
+  for (const char* name : {"COM2", "COM0", "COM", "LPT1", "COM1x", ""}) {
+    EXPECT_EQ(link.Open(name, "38400,N,8,1", {}), FirmwarePort::kNoHandle) << name;
+    EXPECT_EQ(link.LastFault()->Code(), PortFaultCode::kMissing) << name;
+  }
+  const auto closed = link.Open("COM1", "38400,N,8,1", {});
+  link.Close(closed);
+  EXPECT_FALSE(port.IsOpen());
+  const auto handle =
+      link.Open("COM1", "38400,N,8,1", {.read_interval = 5, .read_constant = 20, .read_per_byte = 3});
+  Bytes into(10);
+  std::size_t received = 9;
+  for (const auto other : {FirmwarePort::kNoHandle, closed}) {
+    EXPECT_FALSE(link.Write(other, into) || link.Read(other, into, received));
+    EXPECT_EQ(received, 0U);
+    link.Close(other);
+    EXPECT_TRUE(port.IsOpen());
+  }
+  const std::int64_t start = time.NowMs();
+  EXPECT_TRUE(link.Read(handle, into, received));
+  EXPECT_EQ(time.NowMs() - start, 20 + 10 * 3) << "silence lasts its time";
 }
 
 TEST(SimulatedPort, FindsTheStationsOfItsSpeedAndParity) {
