@@ -270,23 +270,6 @@ TEST_P(ProgramTest, AFaultBesideTheHandlersIsToldToo) {
   EXPECT_TRUE(boxes.trouble.empty());
 }
 
-TEST_P(ProgramTest, ClosingIsRefusedWhileAnExchangeRuns) {
-  Open("Form10");
-  BoxAnswers boxes;
-  QWidget& window = *hands.Window("MDIForm1").window();
-  app.state.UiLocked = true;
-  window.close();
-  EXPECT_TRUE(window.isVisible());
-  EXPECT_TRUE(boxes.seen.empty());
-  app.state.UiLocked = false;
-  boxes.Lay(app.Text(4500), false);
-  window.close();
-  EXPECT_EQ(boxes.seen.size(), 1u);
-  EXPECT_FALSE(window.isVisible());
-  EXPECT_TRUE(program.IsEnding());
-  EXPECT_TRUE(QFile::exists(folder.filePath("VLT.ini")));
-}
-
 INSTANTIATE_TEST_SUITE_P(Languages, ProgramTest, testing::Values(0, kEnglish),
                          [](const auto& tested) { return tested.param == 0 ? "Japanese" : "English"; });
 

@@ -231,32 +231,6 @@ TEST_F(WindowsTest, AnOperationShowsTheHourglass) {
   EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
-class Stations : public Form {
- public:
-  explicit Stations(Windows& windows) : Form(windows, "Stations", FormPlace::kWindow) {}
-  ControlArray<Label> name{*this, "name", Indexes(32)};
-  ControlArray<TextBox> value{*this, "value", Indexes(32)};
-};
-
-TEST_F(WindowsTest, OneRowOfATableStandsForMany) {
-  static constexpr LayoutItem kItems[] = {
-      Columns(),
-      Column(),
-      Repeat(0, 15, Row("name(#)", "value(#)")),
-      Column(),
-      Repeat(16, 31, Row("name(#)", "value(#)")),
-      End(),
-  };
-  screen.Add<Stations>("Stations", {"Stations", WindowStyle::kDialog, kItems});
-  screen.Show<Stations>("Stations");
-  const BuiltWindow& built = screen.desktop.View("Stations")->Built();
-  EXPECT_TRUE(built.unknown.empty() && built.unplaced.empty());
-  EXPECT_EQ(built.bindings.size(), 64u);
-  const auto place = [&](const char* name) { return screen.hands.Widget("Stations", name).geometry(); };
-  EXPECT_GT(place("value(15)").top(), place("value(14)").bottom());
-  EXPECT_EQ(place("value(0)").top(), place("value(16)").top());
-}
-
 TEST(WindowPlaceTest, StartsOnAScreenThatIsThere) {
   const QRect laptop(0, 0, 1366, 768), desk(1366, 0, 1920, 1040);
   const QSize wanted(1280, 800);
