@@ -261,12 +261,16 @@ TEST_P(ProgramTest, ASmallScreenScrollsPagesAndKeepsTheStatusLine) {
   EXPECT_FALSE(status.visibleRegion().isEmpty());
 }
 
-TEST_P(ProgramTest, AFaultBesideTheHandlersIsToldToo) {
+TEST_P(ProgramTest, AFaultInAHandlerOrBesideItIsTold) {
   Open("Form10");
   BoxAnswers boxes;
-  boxes.Lay(FormatText(app.Text(text::kHandlerFault), {"no room"}), true);
-  app.platform.events.Post([] { throw std::runtime_error("no room"); });
-  EXPECT_TRUE(WaitFor([&] { return boxes.AllGiven(); }));
+  const auto fail = [] { throw std::runtime_error("no room"); };
+  app.frame->ExitButton().on_click = fail;
+  for (const bool beside : {false, true}) {
+    boxes.Lay(FormatText(app.Text(text::kHandlerFault), {"no room"}), true);
+    beside ? app.platform.events.Post(fail) : hands.Click("MDIForm1", "Command13");
+    EXPECT_TRUE(WaitFor([&] { return boxes.AllGiven(); })) << beside;
+  }
   EXPECT_TRUE(boxes.trouble.empty());
 }
 
