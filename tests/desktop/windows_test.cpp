@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
 #include <QScreen>
 #include <QShortcut>
@@ -229,6 +230,65 @@ TEST_F(WindowsTest, AnOperationShowsTheHourglass) {
   EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
   screen.windows.SetMousePointer(kNormalPointer);
   EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+class Laid : public Form {
+ public:
+  explicit Laid(Windows& windows) : Form(windows, "Laid", FormPlace::kWindow) {
+    caption(1).SetCaption("a longer caption");
+    for (int i = 0; i < 2; ++i) unit(i).SetCaption("m");
+    for (Label* label : {&title, &caption(0), &caption(2)}) label->SetCaption("short");
+    list.SetItems({std::string(60, 'w')});
+  }
+  ControlArray<Label> caption{*this, "caption", Indexes(3)}, unit{*this, "unit", Indexes(2)};
+  ControlArray<TextBox> entry{*this, "entry", Indexes(2)};
+  ComboBox list{*this, "list"};
+  Label title{*this, "title"};
+  PushButton go{*this, "go"};
+  Grid grid{*this, "grid", 2, 1};
+};
+
+TEST_F(WindowsTest, RowsAreAlignedAndWhatIsWideTakesTheRoomThatIsLeft) {
+  static constexpr LayoutItem kItems[] = {
+      Box(),
+      Row("caption(0)", "entry(0)", "unit(0)"),
+      Row("caption(1)", "list"),
+      End(),
+      Box(),
+      Row("caption(2)", "entry(1)", "unit(1)"),
+      End(),
+      Strip("*title", ">", "go"),
+      Wide("grid"),
+  };
+  screen.Add<Laid>("Laid", {"Laid", WindowStyle::kTool, kItems});
+  auto& form = screen.Show<Laid>("Laid");
+  QWidget& window = screen.hands.Window("Laid");
+  const auto widget = [&](const char* name) -> QWidget& { return screen.hands.Widget("Laid", name); };
+  const auto place = [&](const char* name) {
+    return QRect(widget(name).mapTo(&window, QPoint()), widget(name).size());
+  };
+  for (const char* caption : {"a longer caption", "one that is longer than all others before"}) {
+    form.caption(1).SetCaption(caption);
+    for (const char* entry : {"entry(0)", "list", "entry(1)"}) {
+      EXPECT_TRUE(WaitFor([&] {
+        return place(entry).left() > place("caption(1)").left() + widget("caption(1)").sizeHint().width();
+      })) << entry;
+      EXPECT_EQ(place(entry).left(), place("entry(0)").left()) << entry;
+    }
+    EXPECT_EQ(place("entry(0)").right(), place("entry(1)").right());
+    EXPECT_EQ(place("list").right(), place("unit(0)").right()) << "it takes the unit's room as well";
+  }
+  for (const char* entry : {"entry(0)", "entry(1)"}) {
+    EXPECT_EQ(dynamic_cast<QLineEdit&>(widget(entry)).alignment(), Qt::AlignRight);
+  }
+  EXPECT_GT(widget("title").font().pointSizeF(), widget("caption(0)").font().pointSizeF());
+  const int height = place("grid").height(), width = place("grid").width(), gap = place("unit(0)").right();
+  EXPECT_EQ(place("go").right(), place("grid").right());
+  EXPECT_LT(window.width(), widget("list").fontMetrics().horizontalAdvance(QString(60, 'w')));
+  window.resize(window.size() + QSize(50, 70));
+  EXPECT_TRUE(WaitFor([&] { return place("grid").size() == QSize(width + 50, height + 70); }));
+  EXPECT_EQ(place("go").right(), place("grid").right());
+  EXPECT_EQ(place("unit(0)").right(), gap + 50);
 }
 
 TEST(WindowPlaceTest, StartsOnAScreenThatIsThere) {
