@@ -148,10 +148,15 @@ TEST_F(BindingTest, ControlsShowOnTheWidgets) {
   auto& table = Widget<QTableWidget>("grid");
   EXPECT_EQ(table.horizontalHeaderItem(1)->text(), "head");
   EXPECT_EQ(table.item(1, 1)->text(), "cell");
+  EXPECT_EQ(table.editTriggers(), QAbstractItemView::NoEditTriggers);
+  EXPECT_EQ(table.item(1, 1)->textAlignment(), Qt::AlignLeft | Qt::AlignVCenter);
   EXPECT_TRUE(table.isColumnHidden(0)) << "width 0";
   EXPECT_FALSE(table.isColumnHidden(1));
   bench->button.SetBackColour(kButtonFaceColour);
+  bench->grid.SetColumnWidth(1, 900);
   screen.desktop.Flush();
+  EXPECT_GT(table.columnWidth(1), 60) << "the last one takes what is left";
+  EXPECT_EQ(table.item(1, 1)->textAlignment(), Qt::AlignCenter) << "a mark or a digit";
   EXPECT_EQ(Widget<QPushButton>("button").palette().color(QPalette::Button),
             QApplication::palette().color(QPalette::Button));
 }
@@ -399,6 +404,13 @@ TEST_F(BindingTest, ARowIsChosenByMouseAndKeysAndTheProgram) {
   const auto before = bench->log;
   click(0);
   EXPECT_GT(bench->log.size(), before.size()) << "the row that is marked can be chosen again";
+  EXPECT_EQ(QSize(table.minimumWidth(), table.height()), QSize(200, 200)) << "as the logic asks";
+  bench->choice.SetSelectedRow(0);
+  screen.desktop.Flush();
+  EXPECT_TRUE(table.selectedItems().empty());
+  table.setFocus();
+  QTest::keyClick(&table, Qt::Key_Tab);
+  EXPECT_FALSE(table.hasFocus()) << "the key leaves the table";
 }
 
 TEST_F(BindingTest, RowsAreTickedByTheirBoxesAndTheSpaceBar) {
