@@ -77,7 +77,8 @@ class Waiting : public Form {
 };
 
 constexpr LayoutItem kFrameItems[] = {
-    Columns(), Column(), Navigation("first"), Column(), PageArea(), End(), Strip("status"),
+    Columns(), Column(), Navigation("first"), Column(), PageArea(), EmptyPage(),
+    End(),     End(),    Strip("status"),
 };
 constexpr LayoutItem kWaitingItems[] = {Strip("go", "leave")};
 
