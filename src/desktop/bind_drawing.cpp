@@ -56,7 +56,6 @@ class SheetView : public QWidget {
     constexpr int kRoom = 12;
     const QRect wide = rect().adjusted(4 * kRoom, 0, -4 * kRoom, 0);
     const int flags = Qt::AlignCenter | Qt::TextWordWrap;
-    painter.setFont(font());
     const QRect text = painter.boundingRect(wide, flags, note_);
     painter.fillRect(text.adjusted(-kRoom, -kRoom, kRoom, kRoom), ground);
     painter.setPen(palette().color(QPalette::Text));

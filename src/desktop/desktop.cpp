@@ -3,10 +3,8 @@
 
 #include <QApplication>
 #include <QLabel>
-#include <QPainter>
 #include <QStackedWidget>
 
-#include "desktop/art.h"
 #include "desktop/fonts.h"
 #include "desktop/qt_text.h"
 #include "resources/string_table.h"
@@ -14,26 +12,6 @@
 #include "state/app.h"
 
 namespace vlt {
-namespace {
-
-constexpr double kQuiet = 0.22;  // opacity of the empty frame's picture
-
-QWidget* MakeEmptyPage(QWidget* parent) {
-  const QPixmap icon = Artwork("icon_128");
-  QPixmap faint(icon.size());
-  faint.fill(Qt::transparent);
-  QPainter painter(&faint);
-  painter.setOpacity(kQuiet);
-  painter.drawPixmap(0, 0, icon);
-  painter.end();
-  auto* label = new QLabel(parent);
-  label->setObjectName("empty");
-  label->setAlignment(Qt::AlignCenter);
-  label->setPixmap(faint);
-  return label;
-}
-
-}  // namespace
 
 Desktop::Desktop(Windows& windows, Texts texts, Layouts layouts)
     : windows_(windows),
@@ -129,8 +107,7 @@ void Desktop::ArrangePages() {
   FormView* frame = FrameView();
   QStackedWidget* area = frame == nullptr ? nullptr : frame->PageArea();
   if (area == nullptr) return;
-  if (area->count() == 0) area->addWidget(MakeEmptyPage(area));
-  QWidget* top = area->widget(0);
+  QWidget* top = area->widget(0);  // what is shown while no page is open
   QString title = ToQt(frame->Shown().Caption());
   for (Form* page : windows_.VisiblePages()) {
     FormView& view = *views_.at(page);

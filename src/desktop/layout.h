@@ -26,8 +26,8 @@ enum class LayoutKind : unsigned char {
   kWide,        // one control that takes the whole width and the height that is left
   kSpace,       // takes the height that is left
   kNavigation,  // the frame's column of page buttons; ">" as in a strip
-  kPageArea,    // the frame's place for pages
-  kEmptyPage,   // behind kPageArea: what it shows while no page is open; ends with kEnd
+  kPageArea,    // the frame's place for pages; kEmptyPage comes behind it
+  kEmptyPage,   // what the place shows while no page is open; ends with kEnd
   kBackdrop,    // a picture behind the whole window, which gets its size; the flow lies at its bottom
 };
 

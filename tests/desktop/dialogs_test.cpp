@@ -2,7 +2,10 @@
 // Message boxes, file dialogs, captions and mnemonics.
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -66,6 +69,50 @@ INSTANTIATE_TEST_SUITE_P(Boxes, MessageBoxTest, testing::ValuesIn(kBoxes), [](co
   std::replace(name.begin(), name.end(), ' ', '_');
   return name;
 });
+
+TEST(MessageBoxes, ShowTheirSign) {
+  QtDialogs dialogs;
+  BoxAnswers answers;
+  QMessageBox::Icon shown{};
+  answers.on_box = [&](QWidget& box) { shown = dynamic_cast<QMessageBox&>(box).icon(); };
+  for (const auto& [icon, sign] : {std::pair(MessageIcon::kStop, QMessageBox::Critical),
+                                   {MessageIcon::kInformation, QMessageBox::Information},
+                                   {MessageIcon::kNone, QMessageBox::NoIcon}}) {
+    answers.Lay("told", true);
+    dialogs.Ask({.text = "told", .title = "Veltrano3", .icon = icon});
+    EXPECT_EQ(shown, sign);
+  }
+}
+
+TEST(FileDialogs, BeginWhereTheLastOneEnded) {
+  QTemporaryDir folder;
+  ASSERT_TRUE(QDir(folder.path()).mkdir("inner"));
+  const std::string outer = FromQt(folder.path()), inner = outer + "/inner";
+  QtDialogs dialogs;
+  BoxAnswers answers;
+  std::string begins, suffix, name;
+  answers.on_box = [&](QWidget& box) {
+    auto& dialog = dynamic_cast<QFileDialog&>(box);
+    begins = FromQt(dialog.directory().absolutePath());
+    name = FromQt(dialog.findChild<QLineEdit*>("fileNameEdit")->text());
+    dialog.filterSelected("Text (*.txt)");
+    suffix = FromQt(dialog.defaultSuffix());
+  };
+  answers.LayFile(inner);
+  EXPECT_EQ(dialogs.AskFolder({.text = "where", .folder = outer}), inner);
+  EXPECT_EQ(begins, outer);
+  answers.LayFile(outer + "/log.csv");
+  FileQuestion question;
+  question.filter = "CSV|*.csv|Text|*.txt";
+  question.folder = outer + "/none";
+  question.name = "a";
+  EXPECT_EQ(dialogs.AskSaveFile(question), outer + "/log.csv");
+  EXPECT_EQ(begins + " " + name + " " + suffix, inner + " a txt");
+  answers.LayFile("");
+  EXPECT_EQ(dialogs.AskFolder({.text = "where", .folder = ""}), std::nullopt);
+  EXPECT_EQ(begins, outer);
+  EXPECT_TRUE(answers.trouble.empty());
+}
 
 TEST(FileDialogs, OpenSaveAndCancel) {
   QTemporaryDir folder;

@@ -70,28 +70,25 @@ const Way kWays[] = {
     {"mouse on a list",
      [](Hands& hands) { QTest::mouseClick(&hands.Widget("Checked", "list"), Qt::LeftButton); }},
     {"tab key", [](Hands& hands) { QTest::keyClick(&hands.Widget("Checked", "field"), Qt::Key_Tab); }},
+    {"shift and tab key",
+     [](Hands& hands) { QTest::keyClick(&hands.Widget("Checked", "field"), Qt::Key_Backtab); }},
     {"enter key", [](Hands& hands) { QTest::keyClick(&hands.Widget("Checked", "field"), Qt::Key_Return); }},
 };
 
 class LeavingTest : public FocusTest, public testing::WithParamInterface<Way> {};
 
 TEST_P(LeavingTest, ABadFieldGetsTheFocusBackAndNothingRuns) {
-  screen.hands.Type("Checked", "field", "bad");
-  screen.boxes.Lay("no number", true);
-  GetParam().leave(screen.hands);
-  EXPECT_TRUE(WaitFor([&] { return screen.boxes.AllGiven(); }));
-  ExpectFieldIsBack();
-  const auto& button = dynamic_cast<QPushButton&>(screen.hands.Widget("Checked", "SetParameter"));
-  EXPECT_FALSE(button.isDown());
-  EXPECT_FALSE(form->tick.Ticked());
-}
-
-TEST_P(LeavingTest, WithoutABoxTheFocusComesBackAsWell) {
-  form->asks = false;
-  screen.hands.Type("Checked", "field", "bad");
-  GetParam().leave(screen.hands);
-  EXPECT_TRUE(WaitFor([&] { return form->checks == 1; }));
-  ExpectFieldIsBack();
+  for (const bool asks : {true, false}) {
+    form->asks = asks;
+    form->checks = 0;
+    screen.hands.Type("Checked", "field", "bad");
+    if (asks) screen.boxes.Lay("no number", true);
+    GetParam().leave(screen.hands);
+    EXPECT_TRUE(WaitFor([&] { return form->checks == 1 && screen.boxes.AllGiven(); })) << asks;
+    ExpectFieldIsBack();
+    EXPECT_FALSE(dynamic_cast<QPushButton&>(screen.hands.Widget("Checked", "SetParameter")).isDown());
+    EXPECT_FALSE(form->tick.Ticked());
+  }
 }
 
 TEST_P(LeavingTest, AGoodFieldIsCheckedOnceAndTheActionRuns) {

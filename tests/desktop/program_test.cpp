@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTabWidget>
 #include <QTemporaryDir>
 
@@ -80,6 +81,7 @@ TEST_P(ProgramTest, EveryControlHasItsPlaceAndNothingIsCutOff) {
     for (const Control* control : form.Controls()) with_widget += HasWidget(*control) ? 1 : 0;
     EXPECT_EQ(built.bindings.size(), with_widget) << "each once";
     QWidget& window = hands.Window(name);
+    EXPECT_EQ(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint), form.Place() == FormPlace::kOnTop);
     for (const QWidget* widget : window.findChildren<QWidget*>()) {
       const auto* label = dynamic_cast<const QLabel*>(widget);
       const std::string text = label != nullptr ? FromQt(label->text()) : "";
@@ -203,23 +205,48 @@ TEST_P(ProgramTest, ATestStateIsABarAbovePagesInTheNarrowestWindowToo) {
 }
 
 TEST_P(ProgramTest, TheMainWindowComesBackWhereItWasLeft) {
-  const QString path = folder.filePath("VLT.ini");
+  const QRect left(6, 80, 780, 640);
   BoxAnswers boxes;
-  boxes.Lay(app.Text(4500), false);
   Open("Form10");
   QWidget& window = *hands.Window("MDIForm1").window();
-  const QRect left(6, 80, 780, 640);
   window.setMinimumSize(400, 300);
   window.setGeometry(left);
-  EXPECT_FALSE(QFile::exists(path)) << "kept at the end only";
-  window.close();
+  EXPECT_FALSE(QFile::exists(folder.filePath("VLT.ini"))) << "kept at the end only";
+  const auto end = [&](QWidget& frame) {
+    boxes.Lay(app.Text(4500), false);
+    frame.close();
+    ForgetEnd();
+  };
+  end(window);
   EXPECT_TRUE(program.IsEnding());
+  for (const bool maximised : {false, true, true}) {
+    Program next(FromQt(folder.path()));
+    next.Logic().state.LangOffset = GetParam();
+    next.Logic().state.ModelCode = "M627";
+    next.Logic().state.IniFilePath = app.state.IniFilePath;
+    MainWindow(next.Logic()).Show();
+    Hands next_hands(next.Screen());
+    QWidget& frame = next_hands.Window("MDIForm1");
+    EXPECT_EQ(frame.isMaximized(), maximised);
+    EXPECT_EQ(frame.normalGeometry(), left);
+    frame.showMaximized();
+    end(frame);
+  }
+}
+
+TEST_P(ProgramTest, TheStartShowsTheSplashOfTheSettings) {
+  EXPECT_EQ(QApplication::style()->name(), "fusion");
+  QFile file(folder.filePath("VLT.ini"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(GetParam() == 0 ? "[SYSTEM]\nVR=K410\n" : "[SYSTEM]\nVR=K410\nLANG_FLAG=1\n");
+  file.close();
+  EXPECT_TRUE(program.Start());
+  EXPECT_TRUE(hands.Window("frmSplash_K410").windowFlags().testFlag(Qt::FramelessWindowHint));
+  EXPECT_EQ(app.state.LangOffset, GetParam());
+  Program second(FromQt(folder.path()));
+  EXPECT_FALSE(second.Start()) << "there is one already";
+  EXPECT_TRUE(second.IsEnding());
   ForgetEnd();
-  Program next(FromQt(folder.path()));
-  next.Logic().state.ModelCode = "M627";
-  MainWindow(next.Logic()).Show();
-  Hands next_hands(next.Screen());
-  EXPECT_EQ(next_hands.Window("MDIForm1").geometry(), left);
 }
 
 // A small laptop: what has no room is scrolled to, and the status line is always seen.
@@ -234,30 +261,17 @@ TEST_P(ProgramTest, ASmallScreenScrollsPagesAndKeepsTheStatusLine) {
   EXPECT_FALSE(status.visibleRegion().isEmpty());
 }
 
-TEST_P(ProgramTest, AFaultBesideTheHandlersIsToldToo) {
+TEST_P(ProgramTest, AFaultInAHandlerOrBesideItIsTold) {
   Open("Form10");
   BoxAnswers boxes;
-  boxes.Lay(FormatText(app.Text(text::kHandlerFault), {"no room"}), true);
-  app.platform.events.Post([] { throw std::runtime_error("no room"); });
-  EXPECT_TRUE(WaitFor([&] { return boxes.AllGiven(); }));
+  const auto fail = [] { throw std::runtime_error("no room"); };
+  app.frame->ExitButton().on_click = fail;
+  for (const bool beside : {false, true}) {
+    boxes.Lay(FormatText(app.Text(text::kHandlerFault), {"no room"}), true);
+    beside ? app.platform.events.Post(fail) : hands.Click("MDIForm1", "Command13");
+    EXPECT_TRUE(WaitFor([&] { return boxes.AllGiven(); })) << beside;
+  }
   EXPECT_TRUE(boxes.trouble.empty());
-}
-
-TEST_P(ProgramTest, ClosingIsRefusedWhileAnExchangeRuns) {
-  Open("Form10");
-  BoxAnswers boxes;
-  QWidget& window = *hands.Window("MDIForm1").window();
-  app.state.UiLocked = true;
-  window.close();
-  EXPECT_TRUE(window.isVisible());
-  EXPECT_TRUE(boxes.seen.empty());
-  app.state.UiLocked = false;
-  boxes.Lay(app.Text(4500), false);
-  window.close();
-  EXPECT_EQ(boxes.seen.size(), 1u);
-  EXPECT_FALSE(window.isVisible());
-  EXPECT_TRUE(program.IsEnding());
-  EXPECT_TRUE(QFile::exists(folder.filePath("VLT.ini")));
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, ProgramTest, testing::Values(0, kEnglish),

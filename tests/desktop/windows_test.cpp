@@ -5,8 +5,12 @@
 #include <QAction>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
+#include <QScreen>
+#include <QShortcut>
 #include <QStackedWidget>
+#include <QWindow>
 #include <QtTest/QTest>
 
 #include "desktop/layouts/layouts.h"
@@ -73,7 +77,8 @@ class Waiting : public Form {
 };
 
 constexpr LayoutItem kFrameItems[] = {
-    Columns(), Column(), Navigation("first"), Column(), PageArea(), End(), Strip("status"),
+    Columns(), Column(), Navigation("first"), Column(), PageArea(), EmptyPage(),
+    End(),     End(),    Strip("status"),
 };
 constexpr LayoutItem kWaitingItems[] = {Strip("go", "leave")};
 
@@ -118,11 +123,14 @@ TEST_F(WindowsTest, ShortCutsReachThePageOnTopOnly) {
   int a = 0;
   int b = 0;
   screen.Show<PageA>("PageA").read.on_click = [&] { ++a; };
-  screen.Show<PageB>("PageB").read.on_click = [&] { ++b; };
+  auto& top = screen.Show<PageB>("PageB");
+  top.read.on_click = [&] { ++b; };
+  top.read.SetCaption("Tools");
   screen.hands.Key("Frame", "Ctrl+R");
   EXPECT_EQ(a, 0);
   EXPECT_EQ(b, 1);
   EXPECT_EQ(screen.hands.Widget("PageB", "ReadParameter").toolTip(), "Ctrl+R");
+  EXPECT_EQ(screen.hands.Text("PageB", "ReadParameter"), "T&ools") << "T is the menu's";
 }
 
 TEST_F(WindowsTest, MenusPressTheirItems) {
@@ -143,6 +151,9 @@ TEST_F(WindowsTest, MenusPressTheirItems) {
   EXPECT_TRUE(window.findChild<QAction*>("tools")->isEnabled());
   screen.hands.Menu("Frame", "item");
   EXPECT_EQ(frame.items, 2);
+  frame.bare.SetVisible(false);
+  screen.desktop.Flush();
+  EXPECT_FALSE(window.findChild<QAction*>("bare")->isVisible());
 }
 
 TEST_F(WindowsTest, ClosingIsTheLogicsDecision) {
@@ -169,19 +180,52 @@ TEST_F(WindowsTest, ClosingIsTheLogicsDecision) {
 
 TEST_F(WindowsTest, AWindowGoneInItsOwnHandlerStaysWholeUntilTheHandlerEnds) {
   screen.Show<Frame>("Frame");
-  screen.Show<Waiting>("Waiting");
-  QPointer<QWidget> window = &screen.hands.Window("Waiting");
-  Waiting::ended = false;
-  screen.hands.Click("Waiting", "go");
-  EXPECT_TRUE(Waiting::ended);
-  EXPECT_EQ(screen.windows.Find("Waiting"), nullptr);
-  EXPECT_TRUE(WaitFor([&] { return window == nullptr; }));
+  for (const char* key : {"", "Return", "Enter"}) {
+    screen.Show<Waiting>("Waiting");
+    QPointer<QWidget> window = &screen.hands.Window("Waiting");
+    for (const auto* short_cut : window->findChildren<QShortcut*>()) EXPECT_FALSE(short_cut->autoRepeat());
+    Waiting::ended = false;
+    *key == '\0' ? screen.hands.Click("Waiting", "go") : screen.hands.Key("Waiting", key);
+    EXPECT_TRUE(Waiting::ended) << key;
+    EXPECT_EQ(screen.windows.Find("Waiting"), nullptr);
+    EXPECT_TRUE(WaitFor([&] { return window == nullptr; }));
+  }
   screen.Show<Waiting>("Waiting");
   screen.hands.Key("Waiting", "Esc");
   EXPECT_EQ(screen.windows.Find("Waiting"), nullptr);
 }
 
+TEST_F(WindowsTest, ADialogStandsInTheMiddleEachTimeItIsShown) {
+  auto& dialog = screen.Show<Waiting>("Waiting");
+  QWidget& window = screen.hands.Window("Waiting");
+  // The system's own trim comes around it once it is shown.
+  const auto stands_at = [&](QPoint middle) {
+    return (window.frameGeometry().center() - middle).manhattanLength() <= 6;
+  };
+  EXPECT_TRUE(stands_at(QGuiApplication::primaryScreen()->availableGeometry().center()));
+  screen.Show<Frame>("Frame");
+  QWidget& frame = screen.hands.Window("Frame");
+  for (const int left : {20, 60}) {
+    dialog.Hide();
+    screen.desktop.Flush();
+    EXPECT_FALSE(window.isVisible());
+    frame.setGeometry(left, 30, 500, 400);
+    dialog.SetCaption("Waits");
+    dialog.Show();
+    screen.desktop.Flush();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(stands_at(frame.frameGeometry().center())) << left;
+    EXPECT_EQ(window.windowTitle(), "Waits");
+  }
+  EXPECT_EQ(window.windowHandle()->transientParent(), frame.windowHandle());
+}
+
 TEST_F(WindowsTest, AnOperationShowsTheHourglass) {
+  {
+    Screen ending;
+    ending.windows.SetMousePointer(kHourglassPointer);
+  }
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "it ends with the program";
   screen.windows.SetMousePointer(kHourglassPointer);
   ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
   EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
@@ -189,30 +233,63 @@ TEST_F(WindowsTest, AnOperationShowsTheHourglass) {
   EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
-class Stations : public Form {
+class Laid : public Form {
  public:
-  explicit Stations(Windows& windows) : Form(windows, "Stations", FormPlace::kWindow) {}
-  ControlArray<Label> name{*this, "name", Indexes(32)};
-  ControlArray<TextBox> value{*this, "value", Indexes(32)};
+  explicit Laid(Windows& windows) : Form(windows, "Laid", FormPlace::kWindow) {
+    caption(1).SetCaption("a longer caption");
+    for (int i = 0; i < 2; ++i) unit(i).SetCaption("m");
+    for (Label* label : {&title, &caption(0), &caption(2)}) label->SetCaption("short");
+    list.SetItems({std::string(60, 'w')});
+  }
+  ControlArray<Label> caption{*this, "caption", Indexes(3)}, unit{*this, "unit", Indexes(2)};
+  ControlArray<TextBox> entry{*this, "entry", Indexes(2)};
+  ComboBox list{*this, "list"};
+  Label title{*this, "title"};
+  PushButton go{*this, "go"};
+  Grid grid{*this, "grid", 2, 1};
 };
 
-TEST_F(WindowsTest, OneRowOfATableStandsForMany) {
+TEST_F(WindowsTest, RowsAreAlignedAndWhatIsWideTakesTheRoomThatIsLeft) {
   static constexpr LayoutItem kItems[] = {
-      Columns(),
-      Column(),
-      Repeat(0, 15, Row("name(#)", "value(#)")),
-      Column(),
-      Repeat(16, 31, Row("name(#)", "value(#)")),
+      Box(),
+      Row("caption(0)", "entry(0)", "unit(0)"),
+      Row("caption(1)", "list"),
       End(),
+      Box(),
+      Row("caption(2)", "entry(1)", "unit(1)"),
+      End(),
+      Strip("*title", ">", "go"),
+      Wide("grid"),
   };
-  screen.Add<Stations>("Stations", {"Stations", WindowStyle::kDialog, kItems});
-  screen.Show<Stations>("Stations");
-  const BuiltWindow& built = screen.desktop.View("Stations")->Built();
-  EXPECT_TRUE(built.unknown.empty() && built.unplaced.empty());
-  EXPECT_EQ(built.bindings.size(), 64u);
-  const auto place = [&](const char* name) { return screen.hands.Widget("Stations", name).geometry(); };
-  EXPECT_GT(place("value(15)").top(), place("value(14)").bottom());
-  EXPECT_EQ(place("value(0)").top(), place("value(16)").top());
+  screen.Add<Laid>("Laid", {"Laid", WindowStyle::kTool, kItems});
+  auto& form = screen.Show<Laid>("Laid");
+  QWidget& window = screen.hands.Window("Laid");
+  const auto widget = [&](const char* name) -> QWidget& { return screen.hands.Widget("Laid", name); };
+  const auto place = [&](const char* name) {
+    return QRect(widget(name).mapTo(&window, QPoint()), widget(name).size());
+  };
+  for (const char* caption : {"a longer caption", "one that is longer than all others before"}) {
+    form.caption(1).SetCaption(caption);
+    for (const char* entry : {"entry(0)", "list", "entry(1)"}) {
+      EXPECT_TRUE(WaitFor([&] {
+        return place(entry).left() > place("caption(1)").left() + widget("caption(1)").sizeHint().width();
+      })) << entry;
+      EXPECT_EQ(place(entry).left(), place("entry(0)").left()) << entry;
+    }
+    EXPECT_EQ(place("entry(0)").right(), place("entry(1)").right());
+    EXPECT_EQ(place("list").right(), place("unit(0)").right()) << "it takes the unit's room as well";
+  }
+  for (const char* entry : {"entry(0)", "entry(1)"}) {
+    EXPECT_EQ(dynamic_cast<QLineEdit&>(widget(entry)).alignment(), Qt::AlignRight);
+  }
+  EXPECT_GT(widget("title").font().pointSizeF(), widget("caption(0)").font().pointSizeF());
+  const int height = place("grid").height(), width = place("grid").width(), gap = place("unit(0)").right();
+  EXPECT_EQ(place("go").right(), place("grid").right());
+  EXPECT_LT(window.width(), widget("list").fontMetrics().horizontalAdvance(QString(60, 'w')));
+  window.resize(window.size() + QSize(50, 70));
+  EXPECT_TRUE(WaitFor([&] { return place("grid").size() == QSize(width + 50, height + 70); }));
+  EXPECT_EQ(place("go").right(), place("grid").right());
+  EXPECT_EQ(place("unit(0)").right(), gap + 50);
 }
 
 TEST(WindowPlaceTest, StartsOnAScreenThatIsThere) {
@@ -227,6 +304,9 @@ TEST(WindowPlaceTest, StartsOnAScreenThatIsThere) {
   EXPECT_EQ(StartPlace(last, wanted, {laptop, desk}), last);
   EXPECT_TRUE(laptop.contains(start(last, {laptop}))) << "the other screen is gone";
   EXPECT_TRUE(StartPlace(last, wanted, {laptop}).maximised);
+  for (const QRect& strip : {QRect(1360, 100, 1000, 700), QRect(100, 760, 1000, 700)}) {
+    EXPECT_EQ(start(WindowPlace{strip}, {laptop}), start({}, {laptop})) << "as good as not seen";
+  }
   const WindowPlace too_large{QRect(-100, 300, 1900, 1000)};
   EXPECT_TRUE(laptop.contains(start(too_large, {laptop}).marginsAdded(kUsualFrame)));
 }

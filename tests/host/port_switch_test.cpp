@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 
+#include "platform/serial_firmware_port.h"
 #include "support/virtual_platform.h"
 
 namespace vlt {
@@ -38,9 +39,10 @@ class PortSwitchTest : public testing::Test {
     return std::nullopt;
   }
 
-  std::map<int, std::string> devices{
-      {1, "simulator model=single"},  {2, "/dev/veltrano3-none"}, {3, "simulator speed=19200"},
-      {4, "simulator model=strange"}, {5, "simulators"},          {6, "simulator parity=E"}};
+  std::map<int, std::string> devices{{1, "simulator model=single"},
+                                     {2, "/dev/veltrano3-none"},
+                                     {4, "simulator model=strange"},
+                                     {5, "simulators"}};
   test::VirtualTime time;
   PortSwitch port{time, time, [this](int number) { return devices[number]; }};
 };
@@ -73,20 +75,6 @@ TEST_F(PortSwitchTest, AMeterKeepsWhatWasWrittenWhileThePortIsClosed) {
   EXPECT_EQ(Ask("01 06 01 04 00 07 88 35").size(), 8U);  // its identification number becomes 7
   port.Open(1, "9600,E,8,1");
   EXPECT_EQ(Ask("01 03 01 04 00 01 C4 37").at(4), 7);
-}
-
-TEST_F(PortSwitchTest, AMeterOfAnotherSpeedOrParityHearsGarbage) {
-  struct Case {
-    int number;
-    const char* settings;
-    bool answers;
-  };
-  for (const Case& c :
-       {Case{3, "19200,O,8,1", true}, Case{3, "9600,O,8,1", false}, Case{6, "38400,O,8,1", false},
-        Case{6, "38400,E,8,1", true}, Case{6, "9600,E,8,2", true}, Case{6, "9600,E,7,1", false}}) {
-    port.Open(c.number, c.settings);
-    EXPECT_EQ(!Ask(kQuestion).empty(), c.answers) << c.number << " " << c.settings;
-  }
 }
 
 TEST_F(PortSwitchTest, WhatComesWhileThePortIsClosedOrIsDiscardedIsLost) {
@@ -129,74 +117,43 @@ TEST_F(PortSwitchTest, FaultsSayWhichDevice) {
   EXPECT_FALSE(Fault(1, "9600,O,8,1").has_value());
 }
 
-TEST(SimulatedPort, FindsTheStationsOfItsSpeedAndParity) {
-  test::VirtualTime time;
-  sim::LineShelf shelf;
-  sim::SimulatedPort port(time, time, [&](int) {
-    return shelf.Find("simulator stations=1,2 1:speed=9600 1:parity=O 2:speed=38400 2:parity=E", 0);
-  });
-  const auto answers = [&](const char* settings, const char* question) {
-    port.Open(1, settings);
-    port.Write(FromHex(question));
-    time.RunFor(200);
-    return port.BytesIn() > 0;
-  };
-  constexpr const char* kFirst = "01 03 01 48 00 01 05 E0";
-  constexpr const char* kSecond = "02 03 01 48 00 01 05 D3";
-  EXPECT_TRUE(answers("9600,O,8,1", kFirst));
-  EXPECT_FALSE(answers("9600,O,8,1", kSecond));
-  EXPECT_FALSE(answers("38400,O,8,1", kSecond));
-  EXPECT_TRUE(answers("38400,E,8,1", kSecond));
-}
-
-TEST(SimulatedPort, LeadsToTheBootLoaderToo) {
-  test::VirtualTime time;
-  sim::LineShelf shelf;
-  sim::SimulatedPort port(time, time, [&](int) { return shelf.Find("simulator flash=4000", 0); });
-  const auto ask = [&](const char* frame, int ms) {
-    port.Write(FromHex(frame));
-    time.RunFor(ms);
-    Bytes answer;
-    while (port.BytesIn() > 0) answer.push_back(port.TakeByte());
-    return answer;
-  };
-  port.Open(1, "38400,N,8,1");
-  const char* open = "02 41 FF 00 00 00 00 06 00 00 00 00 20 20 20 20 42 38 45 64 0D 0A";
-  EXPECT_EQ(ask(open, 100), FromHex("02 41 34 31 45 64 0D 0A"));
-  port.Close();  // between the frames, as a program with other time-outs does it
-  time.RunFor(1000);
-  port.Open(1, "38400,N,8,1");
-  EXPECT_EQ(ask("02 42 01 02 03 04 05 FF 42 43 45 64 0D 0A", 100), FromHex("02 42 34 32 45 64 0D 0A"));
-  EXPECT_EQ(ask("02 43 FF 42 43 45 64 0D 0A", 3900), Bytes());
-  EXPECT_EQ(ask("", 200), FromHex("02 43 34 33 45 64 0D 0A"));
-  EXPECT_EQ(port.OpenLine()->loader().Image(1), FromHex("01 02 03 04 05 FF"));
-  port.Open(1, "9600,O,8,1");
-  time.RunFor(3000);  // it starts anew
-  EXPECT_EQ(ask("01 03 01 48 00 01 05 E0", 100).size(), 7U);
-}
-
-TEST(SimulatedPort, TheUnpluggedLineClosesThePortAndSaysSo) {
-  test::VirtualTime time;
-  sim::LineShelf shelf;
-  sim::SimulatedPort port(time, time, [&](int) { return shelf.Find("simulator", 0); });
-  port.Open(1, "9600,O,8,1");
-  sim::Line* line = port.OpenLine();
-  port.Write(FromHex(kQuestion));
-  line->Unplug(time.NowMs() * 1000);
-  for (int attempt = 0; attempt < 2; ++attempt) {
-    try {
-      port.BytesIn();
-      ADD_FAILURE() << "the line is gone";
-    } catch (const PortFault& fault) {
-      EXPECT_EQ(fault.Code(), PortFaultCode::kRemoved);
-      EXPECT_EQ(fault.Device(), "simulator");
-    }
-    EXPECT_FALSE(port.IsOpen());
+TEST_F(PortSwitchTest, SettingsAreTakenWholeOrNotAtAll) {
+  for (const char* good : {"1,N,5,1", "4000000,E,8,2"}) EXPECT_FALSE(Fault(1, good)) << good;
+  for (const char* bad : {"", "9600,O,8,1,", "9600, O,8,1", ",O,8,1", "0,O,8,1", "+9600,O,8,1",
+                          "4000001,O,8,1", "99999999999,O,8,1", "9600,X,8,1", "9600,O,9,1", "9600,O,4,1",
+                          "9600,O,8,0", "9600,O,8,3", "9600,O,8,1x"}) {
+    ASSERT_TRUE(Fault(1, bad)) << bad;
+    EXPECT_EQ(Fault(1, bad)->Code(), PortFaultCode::kSettings) << bad;
   }
-  EXPECT_THROW(port.Open(1, "9600,O,8,1"), PortFault);
-  line->Plug(time.NowMs() * 1000);
+}
+
+TEST_F(PortSwitchTest, OfTheTwoLinksOneHasThePortAndOnlyByItsHandle) {
+  SerialFirmwarePort link{time, time, port};
   port.Open(1, "9600,O,8,1");
-  EXPECT_EQ(port.BytesIn(), 0);
+  EXPECT_EQ(link.Open("COM1", "38400,N,8,1", {}), FirmwarePort::kNoHandle);
+  EXPECT_EQ(link.LastFault()->Code(), PortFaultCode::kBusy);
+  EXPECT_TRUE(port.IsOpen()) << "it stays with the other link";
+  port.Close();
+  for (const char* name : {"COM2", "COM0", "COM", "LPT1", "COM1x", ""}) {
+    EXPECT_EQ(link.Open(name, "38400,N,8,1", {}), FirmwarePort::kNoHandle) << name;
+    EXPECT_EQ(link.LastFault()->Code(), PortFaultCode::kMissing) << name;
+  }
+  const auto closed = link.Open("COM1", "38400,N,8,1", {});
+  link.Close(closed);
+  EXPECT_FALSE(port.IsOpen());
+  const auto handle =
+      link.Open("COM1", "38400,N,8,1", {.read_interval = 5, .read_constant = 20, .read_per_byte = 3});
+  Bytes into(10);
+  std::size_t received = 9;
+  for (const auto other : {FirmwarePort::kNoHandle, closed}) {
+    EXPECT_FALSE(link.Write(other, into) || link.Read(other, into, received));
+    EXPECT_EQ(received, 0U);
+    link.Close(other);
+    EXPECT_TRUE(port.IsOpen());
+  }
+  const std::int64_t start = time.NowMs();
+  EXPECT_TRUE(link.Read(handle, into, received));
+  EXPECT_EQ(time.NowMs() - start, 20 + 10 * 3) << "silence lasts its time";
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "link/operation.h"
 #include "page_fixture.h"
+#include "state/form_lock.h"
 
 namespace vlt::test {
 namespace {
@@ -203,6 +204,9 @@ TEST(Form11, ASecondChannelThatIsNotThereIsRefused) {
     page.SaturateLevelCheck.Untick();
     page.ReadParameter.Press();
     EXPECT_EQ(test.dialogs().TakeTexts(), Texts{}) << "nothing ticked, nothing said";
+    page.AgcCtlManualOption.SetEnabled(true);
+    page.AgcCtlManualOption.Choose();
+    EXPECT_TRUE(IsAnyChecked(page));
   }
 }
 

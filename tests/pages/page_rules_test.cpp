@@ -30,6 +30,7 @@ TEST(Pages, AMeterOfUnknownShapeHarmsNoPage) {
     test.test.platform.Arm("silence@0148H*ever");
     ParameterPage& page = OpenPage(test, name);
     EXPECT_EQ(test.app().state.SpecClass, -1);
+    EXPECT_FALSE(IsAnyChecked(page)) << "the choice of a channel is no selection";
     page.chkCheck.Tick();
     if (Control* report = page.Find("Read_All_Set_Data")) static_cast<CheckBox*>(report)->Untick();
     page.ReadParameter.Press();

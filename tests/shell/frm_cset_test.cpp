@@ -321,6 +321,20 @@ TEST_F(SerialSettingsTest, DevicesFollowPluggingAndCanBeAssigned) {
   Devices().cmdAssign.Press();
   EXPECT_TRUE(IniHas("COM4=/dev/ttyUSB0"));
   EXPECT_EQ(GetPortDevice(*app, 4), "/dev/ttyUSB0");
+  // A terminal without hardware is there when its file is, where somebody has assigned it.
+  platform->files.files["/dev/pts/5"] = "";
+  platform->sockets[5].name = platform->sockets[6].name = "/dev/pts/5";
+  EXPECT_EQ(SetPortDevice(*app, 5, "/dev/pts/5"), FileError::kGood);
+  EXPECT_EQ(SetPortDevice(*app, 7, "/dev/pts/7"), FileError::kGood);
+  Devices().Form_Load();
+  EXPECT_EQ(row(5), "/dev/pts/5|");
+  EXPECT_EQ(row(6), "/dev/pts/5|not connected");
+  EXPECT_EQ(row(7), "|not connected");
+  dialog.PortNo.SetListIndex(-1);
+  Devices().cmdAssign.Press();
+  EXPECT_EQ(StatusText(), app->Text(text::kPortNotChosen));
+  EXPECT_EQ(dialog.Focused(), &dialog.PortNo);
+  dialog.PortNo.SetListIndex(3);
   platform->files.FailChange(1, FileError::kFull);
   Devices().cmdAssign.Press();
   EXPECT_NE(StatusText().find("the disk is full"), std::string::npos);
@@ -420,6 +434,23 @@ TEST_F(SerialSettingsTest, TheFrameTellsTheLinkAndTheMeter) {
   facts.cmdReadMeter.Press();
   EXPECT_EQ(facts.lblState.Caption(), app->Text(text::kNotIdentified));
   EXPECT_EQ(fact(1), "not known yet");
+  bool closed = false;
+  ClosePort(*app, closed);
+  for (const auto& [port, device, shown] : {std::tuple("3", "/dev/serial/by-id/usb-A1", "usb-A1"),
+                                            {"3", "/dev/twelve-and-6", "/dev/twelve-and-6"},
+                                            {"3", "/dev/eighteen-long", "/dev/eighteen-long"},
+                                            {"3", "/dev/nineteen-longs", "nineteen-longs"},
+                                            {"3", "a-name-of-nineteen.", "a-name-of-ninetee…"}}) {
+    app->state.PortNo = port;
+    platform->sockets[3].name = device;
+    app->frame->ShowFacts();
+    EXPECT_EQ(facts.cmdLink.Caption(), "COM3\n" + std::string(shown) + "\n38400, NONE, 1\nStation 01");
+    EXPECT_EQ(fact(0), "COM3: " + std::string(device) + ", 38400,N,8,1, Station 01 (not open)");
+  }
+  app->state.PortNo = "0";
+  app->frame->ShowFacts();
+  EXPECT_EQ(facts.cmdLink.Caption(), "Link\n-");
+  EXPECT_EQ(fact(0), app->Text(text::kPortNotChosen));
   facts.cmdLink.Press();
   EXPECT_TRUE(IsShown("FrmCSet"));
 }

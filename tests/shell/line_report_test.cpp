@@ -149,20 +149,7 @@ class LineFilesTest : public testing::Test {
   TestApp t;
 };
 
-TEST_F(LineFilesTest, RowsAddUpByStation) {
-  const std::vector<LineRow> rows = LineRows(*t.app.line);
-  ASSERT_EQ(rows.size(), 3u);
-  // 15 + 8 + 13 bytes in 200 ms, of which the line carried them for 11 / 9.6 ms each.
-  const std::vector<std::string> all{"2", "1", "1",  "1",  "0",  "0",  "1",   "0",   "0",
-                                     "0", "0", "30", "30", "24", "12", "180", "20.6"};
-  EXPECT_EQ(rows[0].figures, all);
-  EXPECT_EQ(rows[0].figures.size() + 1, LineColumns().size());
-  EXPECT_EQ(rows[1].station, 1);
-  EXPECT_EQ(rows[2].figures[11], "") << "no answer has no time";
-  EXPECT_EQ(rows[1].figures[15], "75");
-  EXPECT_EQ(rows[2].figures[15], "105");
-}
-
+// 15 + 8 + 13 bytes in 200 ms, of which the line carried them for 11 / 9.6 ms each.
 TEST_F(LineFilesTest, TheCsvOfTheStatistics) {
   EXPECT_EQ(StatisticsCsv(t.app),
             "\xEF\xBB\xBF"

@@ -135,6 +135,28 @@ TEST_F(FoundRunsTest, AreToldWithTheirLastRecordAndStayUntilSeen) {
   EXPECT_EQ(Files()["/data/b_20261123100000.csv"], half);
 }
 
+TEST_F(FoundRunsTest, StayToldWhileTheJournalCannotBeWritten) {
+  const std::string path = "/data/" + std::string(37, 'n') + ".csv";
+  Files()[path] = "";
+  Files()[kJournal] = "2026/11/23 09:00:00\tForm9\t" + path + "\r\n";
+  OpenMainWindow();
+  EXPECT_EQ(Told(),
+            "A run ended without Stop: " + std::string(37, 'n') + ".c…, last record no record, 0 records");
+  EXPECT_EQ(On<Label>("MDIForm1", "lblFoundRuns").Hint(), path);
+  EXPECT_EQ(On<PushButton>("MDIForm1", "cmdFoundRuns").GetFont().name, app->state.PageFont);
+  Press("cmdFoundRuns");
+  EXPECT_EQ(On<Grid>("frmFoundRuns", "grdRuns").SelectedRow(), 1);
+  EXPECT_EQ(On<Label>("frmFoundRuns", "lblPath").Caption(), path);
+  On<PushButton>("frmFoundRuns", "cmdClose").Press();
+  EXPECT_FALSE(IsShown("frmFoundRuns"));
+  platform->files.FailChange(1, FileError::kFull);
+  Press("cmdFoundRunsSeen");
+  EXPECT_TRUE(IsTold());
+  EXPECT_NE(StatusText().find("the disk is full"), std::string::npos) << StatusText();
+  Press("cmdFoundRunsSeen");
+  EXPECT_FALSE(IsTold());
+}
+
 TEST_F(FoundRunsTest, AreNotToldWhereThereAreNone) {
   OpenMainWindow();
   EXPECT_FALSE(IsTold());

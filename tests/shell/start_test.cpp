@@ -6,54 +6,42 @@ namespace {
 
 using StartTest = ShellTest;
 
-TEST_F(StartTest, EndsOrRunsTheSplashOfTheVariant) {
+TEST_F(StartTest, RunsTheSplashOfTheVariantOrEndsAndSaysWhy) {
+  const auto wrong = [](const std::string& code) {
+    return "/app/VLT.ini: SYSTEM/VR is \"" + code + "\" and must be one of M627, T305, K410";
+  };
   const struct {
     const char* system;  // keys of VLT.ini; null: there is no such file
-    const char* splash;  // null: the start ends
-    Texts boxes;
+    const char* splash;  // null: the start ends with the box
+    const char* box;
+    std::string reason;
   } cases[] = {
-      {nullptr, nullptr, {"起動できません。"}},
-      {"LANG_FLAG=1\r\n", nullptr, {"Can not start."}},
-      {"VR=m627\r\nLANG_FLAG=1\r\n", nullptr, {"Can not start."}},
-      {"VR=\"M627 \"\r\nLANG_FLAG=2\r\n", nullptr, {"Can not start."}},
-      {"VR=M627\r\n", "frmSplash", {}},
-      {"VR=T305\r\n", "frmSplash_T305", {}},
-      {"VR=K410\r\n[COMM]\r\nPORT=1\r\n", "frmSplash_K410", {}},
+      {nullptr, nullptr, "起動できません。", "/app/VLT.ini を読み込めません: ファイルがありません"},
+      {"LANG_FLAG=1\r\n", nullptr, "Can not start.", wrong("")},
+      {"VR=m627\r\nLANG_FLAG=1\r\n", nullptr, "Can not start.", wrong("m627")},
+      {"VR=M627 \r\nLANG_FLAG=1\r\n", nullptr, "Can not start.", wrong("M627 ")},
+      {"VR=\"M627 \"\r\nLANG_FLAG=2\r\n", nullptr, "Can not start.", wrong("M627 ")},
+      {"LANG_FLAG=1\r\nVR=X\r\n[VERIFICATION]\r\nLOGO_FLG=no\r\n", nullptr, "Can not start.", wrong("X")},
+      // The settings end at the port, ahead of the language and the variant.
+      {"LANG_FLAG=1\r\nVR=M627\r\n[COMM]\r\nPORT=COM3\r\n", nullptr, "起動できません。",
+       "/app/VLT.ini: COMM/PORT の値が正しくありません"},
+      {"VR=M627\r\n", "frmSplash", nullptr, ""},
+      {"VR=T305\r\n", "frmSplash_T305", nullptr, ""},
+      {"VR=K410\r\n[COMM]\r\nPORT=1\r\n", "frmSplash_K410", nullptr, ""},
   };
   for (const auto& given : cases) {
     SCOPED_TRACE(given.system != nullptr ? given.system : "no file");
+    const bool ends = given.splash == nullptr;
     UseMeter({});
-    if (!given.boxes.empty()) platform->dialogs.Answer(MessageAnswer::kOk);
+    if (ends) platform->dialogs.Answer(MessageAnswer::kOk);
     given.system != nullptr ? Start(given.system) : void(StartUp(*app));
-    EXPECT_EQ(platform->time.Ended(), given.splash == nullptr);
-    EXPECT_EQ(app->windows.Open().size(), given.splash == nullptr ? 0U : 1U);
-    EXPECT_TRUE(given.splash == nullptr || IsShown(given.splash));
-    EXPECT_EQ(platform->dialogs.TakeTexts(), given.boxes);
-    EXPECT_FALSE(platform->simulated.IsOpen());
-  }
-}
-
-TEST_F(StartTest, SettingsThatStopTheStartAreNamed) {
-  const std::string wrong = " and must be one of M627, T305, K410";
-  const struct {
-    std::string system;
-    std::string reason;
-  } cases[] = {
-      {"VR=M627\r\n", ""},
-      {"LANG_FLAG=1\r\nVR=M627 \r\n", "/app/VLT.ini: SYSTEM/VR is \"M627 \"" + wrong},
-      {"LANG_FLAG=1\r\n", "/app/VLT.ini: SYSTEM/VR is \"\"" + wrong},
-      {"LANG_FLAG=1\r\nVR=X\r\n[VERIFICATION]\r\nLOGO_FLG=no\r\n",
-       "/app/VLT.ini: SYSTEM/VR is \"X\"" + wrong},
-      // The settings end at the port, ahead of the language and the variant.
-      {"LANG_FLAG=1\r\nVR=M627\r\n[COMM]\r\nPORT=COM3\r\n", "/app/VLT.ini: COMM/PORT の値が正しくありません"},
-  };
-  for (const auto& given : cases) {
-    SCOPED_TRACE(given.system);
-    UseMeter({});
-    if (!given.reason.empty()) platform->dialogs.Answer(MessageAnswer::kOk);
-    Start(given.system);
+    EXPECT_EQ(platform->time.Ended(), ends);
+    EXPECT_EQ(app->windows.Open().size(), ends ? 0U : 1U);
+    EXPECT_TRUE(ends || IsShown(given.splash));
+    EXPECT_EQ(platform->dialogs.TakeTexts(), ends ? Texts{given.box} : Texts{});
     EXPECT_EQ(app->state.StartFaultReason, given.reason);
-    EXPECT_EQ(platform->process.errors, given.reason.empty() ? Texts{} : Texts{given.reason});
+    EXPECT_EQ(platform->process.errors, ends ? Texts{given.reason} : Texts{});
+    EXPECT_FALSE(platform->simulated.IsOpen());
   }
   UseMeter({});
   platform->files.files[kIniPath] = "[SYSTEM]\r\nVR=M627\r\nINI_FILENAME=\\sub\\site.ini\r\n";

@@ -125,7 +125,8 @@ TEST_F(WindowTest, GesturesStopAtDisabledAndHiddenControlsSettersDoNot) {
   sheet.choice(0).on_click = sheet.text.on_lost_focus = sheet.tab.on_click = count;
   sheet.list.SetItems({"a", "b"});
   sheet.tab.SetTabEnabled(1, false);
-  EXPECT_FALSE(sheet.tab.Select(1));
+  EXPECT_FALSE(sheet.tab.Select(1) || sheet.tab.Select(2) || sheet.tab.Select(-1));
+  EXPECT_FALSE(sheet.list.Choose(2) || sheet.list.Choose(-1)) << "there is no such entry";
   sheet.menu.SetEnabled(false);
   EXPECT_FALSE(sheet.item.Press()) << "a disabled menu keeps its items";
   for (Control* control : sheet.Controls()) control->SetEnabled(false);
@@ -159,6 +160,8 @@ TEST_F(WindowTest, OptionsExcludeEachOtherAndListsKeepTheirSelection) {
   sheet.list.SetListIndex(1);
   sheet.list.RemoveItem(0);
   EXPECT_EQ(sheet.list.Text(), "b");
+  sheet.list.RemoveItem(1);
+  EXPECT_EQ(sheet.list.Text(), "b") << "what goes behind it moves nothing";
   sheet.list.RemoveItem(0);
   EXPECT_EQ(sheet.list.ListIndex(), -1);
 
@@ -178,7 +181,9 @@ TEST_F(WindowTest, GridsGrowAndShrink) {
   Grid grid(sheet, "grid", 2, 3);
   const std::string texts[] = {"a", "b", "c"};
   grid.SetRow(1, texts);
-  EXPECT_THROW(grid.SetCell(2, 0, "x"), std::out_of_range);
+  for (const auto& [row, column] : {std::pair(2, 0), {-1, 0}, {0, 3}, {1, -1}}) {
+    EXPECT_THROW(grid.SetCell(row, column, "x"), std::out_of_range);
+  }
   grid.SetRows(32);
   grid.SetCell(31, 2, "last");
   EXPECT_EQ(grid.Cell(1, 1), "b");
@@ -200,8 +205,21 @@ TEST_F(WindowTest, RowsCanBeChosenWhereSomebodyListens) {
     EXPECT_TRUE(grid.Choose(row));
     EXPECT_EQ(chosen, row);
   }
+  grid.SetSelectedRow(3);
+  EXPECT_EQ(grid.SelectedRow(), 0) << "there is no such row";
+  grid.SetSelectedRow(2);
   grid.SetRows(2);
   EXPECT_EQ(grid.SelectedRow(), 0) << "its row is gone";
+  grid.SetRows(5);
+  for (int row = 0; row < 5; ++row) grid.SetCell(row, 0, std::to_string(row));
+  grid.SetSelectedRow(3);
+  for (const auto& [drop, left, selected] : {std::tuple(0, 5, 3), {2, 3, 1}, {1, 2, 0}, {9, 1, 0}}) {
+    grid.DropRows(drop);
+    EXPECT_EQ(grid.Rows(), left);
+    EXPECT_EQ(grid.SelectedRow(), selected);
+    EXPECT_TRUE(left == 1 || grid.Cell(left - 1, 0) == "4") << "the first ones have gone";
+    EXPECT_EQ(grid.DroppedRows(), 5 - left);
+  }
 }
 
 TEST_F(WindowTest, RowsWithABoxAreTickedAndNewRowsHaveNone) {
