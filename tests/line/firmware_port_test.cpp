@@ -61,5 +61,20 @@ TEST_F(FirmwarePortTest, AModuleGoesOutAndAnAnswerComesBack) {
   EXPECT_EQ(port.LastFault()->Code(), PortFaultCode::kRemoved);
 }
 
+TEST_F(FirmwarePortTest, WhatCantBeOpenedSaysWhy) {
+  Pty pty;
+  device = pty.Path();
+  serial.Open(3, kSettings);  // the other link has it
+  EXPECT_EQ(port.Open("COM3", kSettings, {}), FirmwarePort::kNoHandle);
+  EXPECT_EQ(port.LastFault()->Code(), PortFaultCode::kBusy);
+  EXPECT_TRUE(serial.IsOpen());
+  serial.Close();
+  device = "/dev/no_such_device";
+  for (const char* name : {"COM3", "COM0", "COM", "LPT1", "COM3x", ""}) {
+    EXPECT_EQ(port.Open(name, kSettings, {}), FirmwarePort::kNoHandle) << name;
+    EXPECT_EQ(port.LastFault()->Code(), PortFaultCode::kMissing) << name;
+  }
+}
+
 }  // namespace
 }  // namespace vlt

@@ -140,5 +140,31 @@ INSTANTIATE_TEST_SUITE_P(States, LostPort, ::testing::ValuesIn(kLossStates), [](
   return name;
 });
 
+// Another adapter without a serial number has taken the place: a run waits on.
+TEST(LostPortTwins, NothingIsOpenedByItself) {
+  World w;
+  const auto list = [&](std::initializer_list<std::string> devices) {
+    w.process.ports.clear();
+    for (const std::string& device : devices) {
+      w.process.ports.push_back({.device = device, .product = "USB to UART", .maker = "ACME"});
+    }
+  };
+  list({w.meter.Port()});
+  ASSERT_TRUE(OpenPort(w.app));
+  w.Do([&] { OpenMeasure(w.app, w.process.folder); });
+  w.Do([&] { PageOf<Form9>(w.app, "Form9").Start.Press(); });
+  w.meter.Do("unplug");
+  list({});
+  ASSERT_TRUE(w.Until([&] { return w.app.state.Lost.away; }));
+  const Pty takes_the_name;
+  const Pty other;
+  list({other.Path()});
+  const auto state_text = [&] { return PageOf<Form9>(w.app, "Form9").StatusBar2.Panel(1); };
+  EXPECT_TRUE(w.Until([&] { return state_text().find("tells apart") != std::string::npos; })) << state_text();
+  EXPECT_FALSE(w.host.port.IsOpen());
+  w.Do([&] { StopRun(w.app); });
+  EXPECT_TRUE(w.Until([&] { return !w.app.state.UiLocked; }));
+}
+
 }  // namespace
 }  // namespace vlt::test

@@ -211,7 +211,17 @@ TEST_F(QtSerialPortTest, SaysWhyAPortDoesNotOpen) {
       {"a file", 1, scratch.Path("file"), "9600,O,8,1", PortFaultCode::kMissing},
       {"a folder", 1, scratch.Folder(), "9600,O,8,1", PortFaultCode::kMissing},
       {"nothing mapped, none of the system's", 9999, "", "9600,O,8,1", PortFaultCode::kMissing},
+      {"no settings", 1, pty.Path(), "", PortFaultCode::kSettings},
       {"settings cut short", 1, pty.Path(), "9600,O,8", PortFaultCode::kSettings},
+      {"more settings", 1, pty.Path(), "9600,O,8,1,", PortFaultCode::kSettings},
+      {"a blank", 1, pty.Path(), "9600, O,8,1", PortFaultCode::kSettings},
+      {"no speed", 1, pty.Path(), ",O,8,1", PortFaultCode::kSettings},
+      {"speed 0", 1, pty.Path(), "0,O,8,1", PortFaultCode::kSettings},
+      {"a sign", 1, pty.Path(), "+9600,O,8,1", PortFaultCode::kSettings},
+      {"speed beyond int", 1, pty.Path(), "99999999999,O,8,1", PortFaultCode::kSettings},
+      {"a strange parity", 1, pty.Path(), "9600,X,8,1", PortFaultCode::kSettings},
+      {"nine data bits", 1, pty.Path(), "9600,O,9,1", PortFaultCode::kSettings},
+      {"no stop bit", 1, pty.Path(), "9600,O,8,0", PortFaultCode::kSettings},
   };
   for (const Case& c : cases) {
     device = c.device;
