@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "support/late_soak.h"
+#include "bench/soak/late_soak.h"
 
 int main(int argc, char** argv) {
   vlt::test::LateSoak soak{.exchanges = argc > 1 ? std::atoll(argv[1]) : 1'000'000};

@@ -14,7 +14,7 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "support/station_soak.h"
+#include "bench/soak/station_soak.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "support/write_soak.h"
+#include "bench/soak/write_soak.h"
 
 int main(int argc, char** argv) {
   using namespace vlt::test;

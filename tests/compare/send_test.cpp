@@ -5,7 +5,7 @@
 #include "compare/row_list.h"
 #include "compare_fixture.h"
 #include "pages/parameter_page.h"
-#include "support/write_soak.h"
+#include "bench/soak/write_soak.h"
 
 namespace vlt::test {
 namespace {

@@ -8,7 +8,7 @@
 #include "link/port.h"
 #include "link/registers.h"
 #include "state/line_record.h"
-#include "support/late_soak.h"
+#include "bench/soak/late_soak.h"
 #include "support/test_app.h"
 #include "values/codecs.h"
 

@@ -4,7 +4,7 @@
 
 #include "live/frm_wait.h"
 #include "stations_fixture.h"
-#include "support/station_soak.h"
+#include "bench/soak/station_soak.h"
 
 namespace vlt::test {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "support/write_soak.h"
+#include "bench/soak/write_soak.h"
 
 #include <array>
 #include <iterator>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "support/station_soak.h"
+#include "bench/soak/station_soak.h"
 #include "platform/serial_firmware_port.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "support/late_soak.h"
+#include "bench/soak/late_soak.h"
 
 #include <random>
 #include <string>
