@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What every window shows, against a file of its own in data/: as it opens on each shape of meter and in both
 // languages, what it reads, what each of its boxes, options, lists and fields changes in the others, and what
-// its buttons ask, send and show.
+// its buttons ask, send and show. Of a page of parameters also: what each of its channels or outputs reads
+// and sets on each shape of meter, what comes back with the page and with a file, what another meter or
+// another unit system changes, and what a bad line leaves.
 //
 // A change of what a window shows is a change of these files, to be looked at before it is committed. Running
 // the tests with VELTRANO3_RENEW=1 in the environment writes them anew (and fails, so that nobody leaves it
@@ -12,6 +14,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "files/parameter_file.h"
 #include "link/port.h"
 #include "pages/parameter_page.h"
 #include "shell/start.h"
@@ -58,8 +61,34 @@ class Stage {
     });
     test_.platform.TakeRequests();
     shown_ = FacetsOf(*form_);
+    told_ = Told();
   }
   Form& Window() { return *form_; }
+  ParameterPage* Page() { return dynamic_cast<ParameterPage*>(form_); }
+  SharedState& State() { return test_.app.state; }
+  VirtualPlatform& Platform() { return test_.platform; }
+  // As an event of its own.
+  void Do(const std::function<void()>& action) { test_.app.windows.Run(action); }
+  void ComeBack() {
+    Do([&] { form_->FrmInit(), form_->Show(); });
+  }
+  void OpenAnew() {
+    const std::string name = form_->Name();
+    Do([&] { EXPECT_TRUE(test_.app.windows.Unload(name)); });
+    Do([&] { form_ = &test_.app.windows.Load(name); });
+    ComeBack();
+  }
+  // A file that holds a text of its own for every key.
+  void OpenFile(const std::function<std::string(const std::string& key, int row)>& text_of) {
+    std::string text, section;
+    int number = 0;
+    for (const SlotRow& row : SlotRows()) {
+      if (std::exchange(section, row.section) != row.section) text += "[" + section + "]\n";
+      text += std::string(row.key) + "=" + text_of(row.key, number++) + "\n";
+    }
+    test_.platform.files.files["/data/plant.ini"] = text;
+    Do([&] { OpenParameterFile(test_.app, "/data/plant.ini"); });
+  }
   bool IsOpen() { return test_.app.windows.Exists(form_); }
   const Facets& Shown() const { return shown_; }
 
@@ -71,6 +100,8 @@ class Stage {
       lines.push_back("> " + frame.substr(3, frame.size() - 9));
     }
     if (!IsOpen()) return {"closed"};
+    if (const std::string told = Told(); told != std::exchange(told_, told)) lines.push_back("= " + told);
+    if (State().UiLocked) lines.emplace_back("locked");
     const Facets before = std::exchange(shown_, FacetsOf(*form_));
     const Lines changed = Differences(before, shown_, except);
     lines.insert(lines.end(), changed.begin(), changed.end());
@@ -78,9 +109,16 @@ class Stage {
   }
 
  private:
+  // The status line of the main window.
+  std::string Told() {
+    const StatusBar& bar = test_.app.frame->Status();
+    return test_.StatusText() + " | " + bar.Panel(2) + " | " + bar.Panel(3);
+  }
+
   TestApp test_;
   Form* form_ = nullptr;
   Facets shown_;
+  std::string told_;
 };
 
 // A text as it grows, line by line.
@@ -164,6 +202,97 @@ void ReadAndExplore(const Scene& scene, const std::string& name, Text& text) {
   }
 }
 
+// The options that choose a channel or an output.
+std::vector<OptionButton*> Choosers(Form& window) {
+  std::vector<OptionButton*> found;
+  for (Control* control : window.Controls()) {
+    if (control->Kind() != ControlKind::kOptionButton || !window.IsChoice(*control)) continue;
+    found.push_back(static_cast<OptionButton*>(control));
+  }
+  return found;
+}
+
+void Press(Stage& stage, std::initializer_list<const char*> commands, Text& text) {
+  for (const char* command : commands) {
+    auto* button = static_cast<PushButton*>(stage.Window().Find(command));
+    if (button == nullptr) continue;
+    button->Press();
+    text.Step(command, stage.TakeChanges());
+  }
+}
+
+void TickAll(Stage& stage) {
+  for (const char* all : {"chkCheck", "chkCheckHeat"}) {
+    if (Control* box = stage.Window().Find(all)) static_cast<CheckBox*>(box)->Tick();
+  }
+  // The read-out of everything is a work of its own.
+  if (Control* box = stage.Window().Find("Read_All_Set_Data")) static_cast<CheckBox*>(box)->Untick();
+}
+
+void ReadAndSet(Stage& stage, Text& text) {
+  const auto commands = {"ReadParameter", "SetParameter", "ReadParameterHeat", "SetParameterHeat"};
+  TickAll(stage);
+  text.Step("all ticked", stage.TakeChanges());
+  const std::vector<OptionButton*> choosers = Choosers(stage.Window());
+  if (choosers.empty()) Press(stage, commands, text);
+  for (OptionButton* chooser : choosers) {
+    if (!chooser->Choose()) continue;
+    text.Step(chooser->FullName() + " chosen", stage.TakeChanges());
+    Press(stage, commands, text);
+  }
+}
+
+// What changes a page without a gesture on it.
+void ComeAndGo(Stage& stage, Text& text) {
+  const auto step = [&](const std::string& what) { text.Step(what, stage.TakeChanges()); };
+  stage.OpenAnew();
+  step("opened anew");
+  TickAll(stage);
+  stage.TakeChanges();
+  stage.State().UiLocked = true;
+  stage.ComeBack();
+  step("shown while another page has the line");
+  stage.State().UiLocked = false;
+  stage.ComeBack();
+  step("shown again");
+  stage.State().UnitFlag = 1 - stage.State().UnitFlag;
+  stage.ComeBack();
+  step("shown with the other unit system");
+  const auto is_unit = [](const std::string& key) { return key.ends_with("_Unit"); };
+  const auto text_of = [&](int most) {
+    return [=](const std::string& key, int row) {
+      return is_unit(key) ? "[" + std::to_string(row) + "]" : std::to_string(row % most);
+    };
+  };
+  stage.OpenFile(text_of(1000));
+  step("a file of large numbers opened");
+  stage.OpenFile(text_of(3));
+  step("a file of small numbers opened");
+  stage.OpenFile([&](const std::string& key, int) { return is_unit(key) ? "0" : ""; });
+  step("a file without values opened");
+  stage.OpenAnew();
+  step("opened anew");
+  for (const int path_mode : {0, 1, 2}) {
+    stage.Platform().Meter().holding().PutWord(0x03E8, path_mode);
+    stage.ComeBack();
+    step("shown on a meter of path mode " + std::to_string(path_mode));
+  }
+}
+
+void OnBadLines(Stage& stage, Text& text) {
+  TickAll(stage);
+  Press(stage, {"ReadParameter", "ReadParameterHeat"}, text);
+  stage.State().RetryNo = 0;
+  for (const char* fault : {"silence*ever", "exception=2*ever", "wrong-echo*ever"}) {
+    stage.Platform().Arm(fault);
+    text.Step(fault, {});
+    Press(stage, {"ReadParameter", "SetParameter", "ReadParameterHeat", "SetParameterHeat", "SaveParameter"},
+          text);
+    stage.Platform().line.faults().Clear();
+  }
+  Press(stage, {"ReadParameter", "ReadParameterHeat"}, text);
+}
+
 std::string AsText(const std::string& name) {
   Text text;
   Facets first;
@@ -178,6 +307,18 @@ std::string AsText(const std::string& name) {
     text.Title(std::string("read and worked: ") + kScenes[scene].shape.name);
     ReadAndExplore(kScenes[scene], name, text);
   }
+  if (Stage(kScenes[0], name).Page() == nullptr) return text.Whole();
+  for (const int scene : {0, 2, 3, 4}) {
+    text.Title(std::string("read, set and shown again: ") + kScenes[scene].shape.name);
+    Stage stage(kScenes[scene], name);
+    stage.Platform().dialogs.AgreeToUnexpected();
+    ReadAndSet(stage, text);
+    if (scene == 0 || scene == 3) ComeAndGo(stage, text);
+  }
+  text.Title("on bad lines");
+  Stage stage(kScenes[0], name);
+  stage.Platform().dialogs.AgreeToUnexpected();
+  OnBadLines(stage, text);
   return text.Whole();
 }
 

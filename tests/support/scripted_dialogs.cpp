@@ -32,7 +32,7 @@ MessageAnswer ScriptedDialogs::Ask(const Message& message) {
   const auto possible = AnswersOf(message.buttons);
   if (answers_.empty()) {
     if (!closes_) ADD_FAILURE() << "unexpected box: " << message.text;
-    return possible.front();
+    return agrees_ ? possible.back() : possible.front();
   }
   const Prepared prepared = std::move(answers_.front());
   answers_.pop_front();

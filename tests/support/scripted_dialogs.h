@@ -33,6 +33,8 @@ class ScriptedDialogs : public Dialogs {
 
   // From now on a box without a prepared answer is closed, and a file dialog cancelled.
   void CloseUnexpected() { closes_ = true; }
+  // The same, but a box that asks is answered by OK or Yes.
+  void AgreeToUnexpected() { closes_ = agrees_ = true; }
 
   // The texts shown since the last call.
   std::vector<std::string> TakeTexts();
@@ -55,6 +57,7 @@ class ScriptedDialogs : public Dialogs {
   Paths folder_paths_;
   std::size_t taken_ = 0;
   bool closes_ = false;
+  bool agrees_ = false;
 };
 
 }  // namespace vlt::test
