@@ -60,118 +60,14 @@ TEST(Form10, FullSetWritesTwelveParametersInOrderAndReadsBack) {
   EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer);
 }
 
-TEST(Form10, SecondPipeMovesEveryRegister) {
-  PageTest test({"two pipes, English", kFull, 2, 1});
-  Form10& page = Open(test);
-  page.ChannelSelect(1).Choose();
-  page.OUTER_DIAMETER.Tick();
-  page.SENSOR_SPACINGCheck.Tick();
-  page.OUTER_DIAMETERText.Type("2.3815");
-  page.SetParameter.Press();
-  EXPECT_EQ(test.Requests(),
-            (Texts{"10 14 5A 00 02 04 00 00 5D 07", "03 14 58 00 12", "03 01 00 00 01", "04 14 08 00 03"}));
-  EXPECT_EQ(page.OUTER_DIAMETERText.Text(), "2.3815") << "four places in inches";
-  EXPECT_EQ(page.Label8(0).Caption(), "[inch]");
-  const std::string& spacing = page.SENSOR_SPACINGText.Text();
-  EXPECT_EQ(spacing.size() - spacing.find('.') - 1, 3u) << spacing << ": three places";
-}
-
-TEST(Form10, ChannelFollowsTheShapeOfTheMeter) {
-  struct Case {
-    Shape shape;
-    bool second_channel;
-    bool energy_tab;
-  };
-  for (const Case& c :
-       {Case{{"single", kSingle, 0, 0}, false, false}, Case{{"one path", kFull, 0, 0}, false, true},
-        Case{{"two paths", kFull, 1, 0}, false, true}, Case{{"two pipes", kFull, 2, 0}, true, false}}) {
-    SCOPED_TRACE(c.shape.name);
-    PageTest test(c.shape);
-    test.app().state.ProcessChannel = 1;  // left there by an earlier session
-    Form10& page = Open(test);
-    EXPECT_EQ(page.ChannelSelect(1).Enabled(), c.second_channel);
-    EXPECT_EQ(page.SetParameter2.TabEnabled(1), c.energy_tab);
-    page.OUTER_DIAMETER.Tick();
-    if (c.second_channel) continue;
-    test.dialogs().Answer(MessageAnswer::kOk);
-    page.ReadParameter.Press();
-    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Please choose CH correctly."});
-    EXPECT_EQ(test.Requests(), Texts{});
-    page.ChannelSelect(0).Choose();
-    page.ReadParameter.Press();
-    EXPECT_EQ(test.Requests().size(), 3u);
-  }
-}
-
-TEST(Form10, ListsSwitchTheirDependentFields) {
-  PageTest test;
-  Form10& page = Open(test);
-  struct Case {
-    ComboBox* list;
-    CheckBox* box;
-    TextBox* text;
-    std::vector<int> enabling;
-    bool at_first = false;  // with nothing selected
-  };
-  const std::vector<Case> cases = {
-      {&page.PIPE_MATERIALCombo, &page.TRANS_FREQUENCY, &page.TRANS_FREQUENCYText, {12}},
-      {&page.KIND_OF_FLUIDCombo, &page.FLUID_S_V, &page.FLUID_S_VText, {17}},
-      {&page.LINING_MATERIALCombo,
-       &page.LINING_THICKNESS,
-       &page.LINING_THICKNESSText,
-       {1, 2, 3, 4, 5, 6, 7},
-       true},
-      {&page.LINING_MATERIALCombo, &page.LINING_S_V, &page.LINING_S_VText, {7}},
-  };
-  for (const Case& c : cases) EXPECT_EQ(c.box->Enabled(), c.at_first) << c.box->Name();
-  page.chkCheck.Tick();
-  for (const Case& c : cases) {
-    for (int i = 0; i < c.list->Count(); ++i) {
-      c.list->Choose(i);
-      const bool enabled = std::find(c.enabling.begin(), c.enabling.end(), i) != c.enabling.end();
-      EXPECT_EQ(c.box->Enabled(), enabled) << c.box->Name() << " at " << i;
-      EXPECT_EQ(c.text->Enabled(), enabled) << c.text->Name() << " at " << i;
-      EXPECT_TRUE(c.box->Ticked()) << "the tick stays";
-    }
-  }
-  // A ticked box that its list has disabled is not written.
-  page.chkCheck.Untick();
-  page.PIPE_MATERIALCombo.SetListIndex(3);
-  page.TRANS_FREQUENCY.SetValue(1);
-  page.TRANS_FREQUENCYText.SetText("1500");
-  page.SetParameter.Press();
-  EXPECT_EQ(test.Requests(), Texts{});
-}
-
-TEST(Form10, NothingSelectedIsSilentAndReadLeavesOthersAlone) {
+TEST(Form10, AReadLeavesWhatIsNotTicked) {
   PageTest test({"one path", kFull, 0, 0});
   Form10& page = Open(test);
-  page.ReadParameter.Press();
-  page.SetParameter.Press();
-  EXPECT_EQ(test.Requests(), Texts{});
-  // Saving does not ask what is ticked.
-  page.SaveParameter.Press();
-  EXPECT_EQ(test.Requests().size(), 3u);
-  EXPECT_EQ(test.test.StatusText(), "Preservation was completed ");
-
   page.WALL_THICKNESSText.SetText("9.99");
   page.SENSOR_SPACINGCheck.Tick();
   page.ReadParameter.Press();
   EXPECT_EQ(test.Requests(), (Texts{"03 00 D0 00 12", "04 00 80 00 03", "03 01 00 00 01"}));
   EXPECT_EQ(page.WALL_THICKNESSText.Text(), "9.99");
-}
-
-TEST(Form10, ABadNumberIsHeldAtItsField) {
-  PageTest test({"one path", kFull, 0, 0});
-  Form10& page = Open(test);
-  page.OUTER_DIAMETER.Tick();
-  page.OUTER_DIAMETERText.Type("12a");
-  test.dialogs().Answer(MessageAnswer::kOk);
-  page.OUTER_DIAMETERText.LoseFocus();
-  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Any data other than a number is not allowed"});
-  EXPECT_EQ(page.Focused(), &page.OUTER_DIAMETERText);
-  EXPECT_EQ(page.OUTER_DIAMETERText.SelectAllCount(), 1);
-  EXPECT_EQ(page.OUTER_DIAMETERText.Text(), "12a");
 }
 
 TEST(Form10, FailedWriteAsksAndCancelEndsWithoutReadBack) {
@@ -221,17 +117,6 @@ TEST(Form10, ZeroAdjustmentAsksFirstAndChecksTheEcho) {
   EXPECT_EQ(test.test.StatusText(), "Setting of process setting was completed ");
 }
 
-TEST(Form10, ARunKeepsItsChannel) {
-  PageTest test;
-  Form10& page = Open(test);
-  page.ChannelSelect(1).Choose();
-  test.app().state.UiLocked = true;
-  page.Show();
-  EXPECT_TRUE(page.ChannelSelect(1).Enabled()) << "what was last known stands";
-  page.ChannelSelect(0).Choose();
-  EXPECT_EQ(test.app().state.ProcessChannel, 1);
-}
-
 TEST(Form10, StaysOpenDuringAnExchangeAndKeepsItsFieldsInTheSlots) {
   PageTest test({"one path", kFull, 0, 0});
   Form10& page = Open(test);
@@ -249,18 +134,6 @@ TEST(Form10, StaysOpenDuringAnExchangeAndKeepsItsFieldsInTheSlots) {
   page.OUTER_DIAMETERText.Type(" 77.70");
   ASSERT_TRUE(test.app().windows.Unload("Form10"));
   EXPECT_EQ(test.app().slots.At("PROCESS SETTING", "OUTER_DIAMETER_Data"), "77.70");
-  EXPECT_EQ(test.app().slots.At("PROCESS SETTING", "OUTER_DIAMETER_Unit"), "[mm]");
-  test.app().slots.At("PROCESS SETTING", "WALL_THICKNESS_Unit") = "0";
-  test.app().slots.At("PROCESS SETTING", "LINING_THICKNESS_Unit") = "[furlong]";
-  test.app().slots.At("PROCESS SETTING", "SENSOR_TYPE_Data") = "99";
-  Form10& again = Open(test);
-  EXPECT_EQ(again.OUTER_DIAMETERText.Text(), "77.70");
-  EXPECT_EQ(again.Label8(1).Caption(), "[mm]");
-  EXPECT_EQ(again.SENSOR_MOUNTCombo.Items(), (Texts{"V METHOD", "Z METHOD"}))
-      << "what every pair of sensors allows";
-  EXPECT_EQ(again.Label2(0).Caption(), "[furlong]");
-  EXPECT_EQ(again.SENSOR_TYPECombo.ListIndex(), -1);
-  EXPECT_FALSE(again.OUTER_DIAMETER.Ticked());
 }
 
 }  // namespace

@@ -34,42 +34,35 @@ void FillAll(Form11& page) {
   page.txtTRWaitTim.Type("4");
 }
 
-TEST(Form11, FullSetOfEachShapeWritesWordByWordAndReadsBackInOneBlock) {
+TEST(Form11, FullSetWritesWordByWordAndReadsBackInOneBlock) {
   const Texts expected = {
       "10 01 A0 00 01 02 00 05",
       "10 01 8E 00 01 02 00 04",  // 64 transmissions: the fourth entry counts from 1
-      "10 01 9C 00 01 02 00 01", "10 01 9A 00 01 02 00 51",
-      "10 01 9E 00 01 02 00 18", "10 01 A8 00 01 02 00 03",
+      "10 01 9C 00 01 02 00 01",
+      "10 01 9A 00 01 02 00 51",
+      "10 01 9E 00 01 02 00 18",
+      "10 01 A8 00 01 02 00 03",
       "10 01 90 00 01 02 00 01",
       "10 01 92 00 01 02 00 2D",  // cut to an integer
-      "10 01 94 00 01 02 00 01", "10 01 96 00 01 02 00 47",
-      "10 01 98 00 01 02 FF B8", "10 01 A2 00 01 02 00 01",
+      "10 01 94 00 01 02 00 01",
+      "10 01 96 00 01 02 00 47",
+      "10 01 98 00 01 02 FF B8",
+      "10 01 A2 00 01 02 00 01",
       "10 01 A4 00 01 02 15 B3",  // 55.559 is 5555
       "10 01 A6 00 01 02 00 1D",  // 0.29 is 29, not 28
-      "10 01 AA 00 01 02 00 04", kBlock,
+      "10 01 AA 00 01 02 00 04",
+      kBlock,
+      kMode,
   };
-  for (const Shape& shape : {kSingleModel, kOnePath, kTwoPaths, kTwoPipes}) {
-    for (const int channel : {0, 1}) {
-      SCOPED_TRACE(std::string(shape.name) + ", channel " + std::to_string(channel));
-      PageTest test(shape);
-      Form11& page = Open(test);
-      const bool two = shape.path_mode != 0 && shape.specification == kFull;
-      EXPECT_EQ(page.DetailChSelect(1).Enabled(), two);
-      if (channel == 1 && !two) continue;
-      page.DetailChSelect(channel).Choose();
-      FillAll(page);
-      page.SetParameter.Press();
-      Texts all = Moved(expected, channel == 0 ? 0 : 0x1300);
-      all.push_back(kMode);
-      EXPECT_EQ(test.Requests(), all);
-      EXPECT_EQ(page.AgcForwardInput.Text(), "55.55");
-      EXPECT_EQ(page.AgcReverseInput.Text(), "0.29");
-      EXPECT_EQ(page.OpenTimeRInput.Text(), "-72");
-      EXPECT_EQ(page.SendCountCombo.Text(), "64");
-      EXPECT_EQ(test.test.StatusText(), "Setting of detailed setup was completed ");
-      EXPECT_FALSE(test.app().state.UiLocked);
-    }
-  }
+  PageTest test(kTwoPipes);
+  Form11& page = Open(test);
+  FillAll(page);
+  page.SetParameter.Press();
+  EXPECT_EQ(test.Requests(), expected);
+  EXPECT_EQ(page.AgcForwardInput.Text(), "55.55");
+  EXPECT_EQ(page.AgcReverseInput.Text(), "0.29");
+  EXPECT_EQ(page.OpenTimeRInput.Text(), "-72");
+  EXPECT_EQ(page.SendCountCombo.Text(), "64");
 }
 
 TEST(Form11, TransmissionCountsFollowTheOperationMode) {
@@ -156,94 +149,6 @@ TEST(Form11, WhatTheMeterFindsByItselfIsShownAndNotSent) {
   page.SetParameter.Press();
   EXPECT_EQ(test.Requests(),
             (Texts{"10 01 90 00 01 02 00 00", "10 01 94 00 01 02 00 00", "10 01 A2 00 01 02 00 00", kBlock}));
-
-  page.TriggerLevelCtlManualOption.Choose();
-  EXPECT_TRUE(page.TriggerLevelInput.Enabled());
-  page.TriggerLevelUpDown.Up();
-  page.TriggerLevelUpDown.Up();
-  page.TriggerLevelUpDown.Down();
-  EXPECT_EQ(page.TriggerLevelInput.Text(), "51");
-  for (const auto& [box, spin, input] :
-       {std::tuple{&page.SaturateLevelCheck, &page.SaturateLevelUpDown, &page.SaturateLevelInput},
-        {&page.ReceiveBalanceCheck, &page.ReceiveBalanceUpDown, &page.ReceiveBalanceInput}}) {
-    EXPECT_FALSE(spin->Up()) << "its box is not ticked";
-    input->SetText("1");
-    box->Tick();
-    spin->Up();
-    EXPECT_EQ(input->Text(), "2");
-    box->Untick();
-    EXPECT_FALSE(spin->Enabled());
-  }
-  page.TriggerLevelInput.Type("");
-  page.TriggerLevelUpDown.Down();
-  EXPECT_EQ(page.TriggerLevelInput.Text(), "-1");
-  page.TriggerLevelInput.Type("-32768");
-  page.TriggerLevelUpDown.Down();
-  EXPECT_EQ(page.TriggerLevelInput.Text(), "-32768");
-  page.TriggerLevelInput.Type("1-2");
-  page.TriggerLevelUpDown.Up();
-  EXPECT_EQ(page.TriggerLevelInput.Text(), "1-2");
-  EXPECT_EQ(test.Requests(), Texts{}) << "the arrows send nothing";
-  page.TriggerLevelCheck.Untick();
-  EXPECT_FALSE(page.TriggerLevelInput.Enabled() || page.TriggerLevelUpDown.Enabled() ||
-               page.TriggerLevelCtlManualOption.Enabled());
-}
-
-TEST(Form11, ASecondChannelThatIsNotThereIsRefused) {
-  for (const Shape& shape : {kSingleModel, kOnePath}) {
-    PageTest test(shape);
-    test.app().state.DetailChannel = 1;  // left there by an earlier session
-    Form11& page = Open(test);
-    page.SaturateLevelCheck.Tick();
-    for (PushButton* button : {&page.ReadParameter, &page.SetParameter}) {
-      test.dialogs().Answer(MessageAnswer::kOk);
-      button->Press();
-      EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Please choose CH correctly."});
-    }
-    EXPECT_EQ(test.Requests(), Texts{});
-    page.SaturateLevelCheck.Untick();
-    page.ReadParameter.Press();
-    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{}) << "nothing ticked, nothing said";
-    page.AgcCtlManualOption.SetEnabled(true);
-    page.AgcCtlManualOption.Choose();
-    EXPECT_TRUE(IsAnyChecked(page));
-  }
-}
-
-TEST(Form11, FailuresAreToldAndThePageStaysUsable) {
-  PageTest test(kTwoPaths);
-  Form11& page = Open(test);
-  page.SaturateLevelCheck.Tick();
-  page.TriggerLevelCheck.Tick();
-  page.TriggerLevelCtlManualOption.Choose();
-  page.SaturateLevelInput.Type("60");
-  page.TriggerLevelInput.Type("40000");
-  page.SetParameter.Press();
-  EXPECT_EQ(test.Requests(), Texts{});
-  EXPECT_EQ(test.test.StatusText(),
-            "\nAn error has occurred. TRIGGER LEVEL: the meter's register holds -32768 to 32767");
-  page.TriggerLevelInput.Type("40");
-
-  for (const char* fault : {"exception=3@0190H*4", "wrong-echo@0190H", "silence@0190H*4"}) {
-    SCOPED_TRACE(fault);
-    test.test.platform.Arm(fault);
-    test.dialogs().Answer(MessageAnswer::kCancel);
-    page.SetParameter.Press();
-    EXPECT_EQ(test.dialogs().TakeTexts(),
-              Texts{"TRIGGER CONTROL A setup was not completed\nDoes it continue?"});
-    EXPECT_EQ(test.Requests().front(), "10 01 9A 00 01 02 00 3C");
-    EXPECT_EQ(test.test.StatusText().find("Setting of detailed setup was completed"), 0u);
-    EXPECT_EQ(page.TriggerLevelInput.Text(), "40");
-    EXPECT_FALSE(test.app().state.UiLocked);
-  }
-  page.TriggerLevelInput.SetText("41");
-  test.test.platform.Arm("silence*ever");
-  test.dialogs().Answer(MessageAnswer::kOk);
-  page.ReadParameter.Press();
-  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"The error occurred at the time of communication"});
-  EXPECT_EQ(test.test.StatusText(), "Reading of detailed setup was completed [NO RESPONSE ERROR]");
-  EXPECT_EQ(page.TriggerLevelInput.Text(), "41");
-  EXPECT_TRUE(page.ReadParameter.Enabled());
 }
 
 // Stands for the tab of the waves.
@@ -292,28 +197,6 @@ TEST(Form11, KindsOfWaveFollowTheMeasuringMethod) {
   EXPECT_FALSE(page.Read_Houshiki(method));
   EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"The error occurred at the time of communication"});
   EXPECT_EQ(method, 0);
-}
-
-TEST(Form11, SlotsKeepOptionsCountAndChannel) {
-  PageTest test(kTwoPaths);
-  Form11& page = Open(test);
-  page.DetailChSelect(1).Choose();
-  FillAll(page);
-  page.AgcCtlAutoOption.Choose();
-  ASSERT_TRUE(test.app().windows.Unload("Form11"));
-  PageSlots& slots = test.app().slots;
-  EXPECT_EQ(slots.At("TDELTA", "SEND_COUNT"), "3");
-  EXPECT_EQ(slots.At("TDELTA", "WINDOW_CTL"), "1");
-  EXPECT_EQ(slots.At("TDELTA", "AGC_CTL"), "0");
-  EXPECT_EQ(slots.At("TDELTA", "U:AGC"), "55.559");
-  slots.At("TDELTA", "TRIGGER_LEVEL_CTL") = "";
-  slots.At("TDELTA", "AGC_CTL") = "7";
-  Form11& again = Open(test);
-  EXPECT_TRUE(again.DetailChSelect(1).Value());
-  EXPECT_TRUE(again.TriggerLevelCtlAutoOption.Value()) << "what is not told is automatic";
-  EXPECT_TRUE(again.WindowTimeCtlManualOption.Value());
-  EXPECT_EQ(again.SendCountCombo.Text(), "64");
-  EXPECT_FALSE(again.OpenTimeFInput.Enabled());
 }
 
 }  // namespace

@@ -38,60 +38,43 @@ void FillAll(Form2& page) {
   for (const auto& [box, text] : texts) box->Type(text);
 }
 
-TEST(Form2, FullSetWritesInOrderAndReadsBackForEachChannelOfEachMeter) {
-  struct Case {
-    Shape shape;
-    int channel;
-    Texts writes;
-    Texts reads;
+TEST(Form2, FullSetWritesInOrderAndReadsBack) {
+  PageTest test(kOnePath);
+  Form2& page = Open(test);
+  FillAll(page);
+  page.SetParameter.Press();
+  const Texts expected = {
+      "10 00 02 00 01 02 00 01",                    //
+      "10 00 04 00 01 02 00 08",                    //
+      "10 00 06 00 01 02 00 03",                    //
+      "10 00 08 00 04 08 40 29 00 00 00 00 00 00",  //
+      "10 00 10 00 04 08 40 19 00 00 00 00 00 00",  //
+      "10 03 F0 00 04 08 40 7F 40 00 00 00 00 00",  //
+      "10 03 F8 00 04 08 40 6F 40 00 00 00 00 00",  //
+      "10 00 18 00 01 02 03 E7",                    // 9.999 % is cut to 9.99
+      "10 00 1A 00 01 02 00 02",                    //
+      "10 00 1C 00 01 02 00 0F",                    //
+      "10 00 20 00 01 02 00 6E",                    // the high limit goes first, three characters of it
+      "10 00 1E 00 01 02 FF F6",                    //
+      "10 00 24 00 04 08 3F E0 00 00 00 00 00 00",  //
+      "10 00 22 00 01 02 00 07",                    //
+      "10 00 00 00 01 02 00 7B",                    // 12.39 s is cut to 12.3
+      "10 00 2C 00 04 08 3F C3 33 33 33 33 33 33",  //
+      "10 00 34 00 04 08 BF D0 00 00 00 00 00 00",  //
+      "10 00 3C 00 01 02 27 15",                    //
+      "03 00 00 00 20",                             //
+      "03 01 48 00 01",                             //
+      "03 03 E8 00 01",                             //
+      "03 01 00 00 01",                             //
+      "03 03 F0 00 08",                             //
   };
-  const Texts scales = {"10 00 02 00 01 02 00 01", "10 00 04 00 01 02 00 08", "10 00 06 00 01 02 00 03",
-                        "10 00 08 00 04 08 40 29 00 00 00 00 00 00",
-                        "10 00 10 00 04 08 40 19 00 00 00 00 00 00"};
-  const Texts thermal = {"10 03 F0 00 04 08 40 7F 40 00 00 00 00 00",
-                         "10 03 F8 00 04 08 40 6F 40 00 00 00 00 00"};
-  const Texts outputs = {"10 00 18 00 01 02 03 E7",  // 9.999 % is cut to 9.99
-                         "10 00 1A 00 01 02 00 02", "10 00 1C 00 01 02 00 0F",
-                         "10 00 20 00 01 02 00 6E",  // the high limit goes first, three characters of it
-                         "10 00 1E 00 01 02 FF F6", "10 00 24 00 04 08 3F E0 00 00 00 00 00 00",
-                         "10 00 22 00 01 02 00 07"};
-  const Texts signal = {"10 00 00 00 01 02 00 7B",  // 12.39 s is cut to 12.3
-                        "10 00 2C 00 04 08 3F C3 33 33 33 33 33 33",
-                        "10 00 34 00 04 08 BF D0 00 00 00 00 00 00", "10 00 3C 00 01 02 27 15"};
-  const auto join = [](std::initializer_list<Texts> parts) {
-    Texts all;
-    for (const Texts& part : parts) all.insert(all.end(), part.begin(), part.end());
-    return all;
-  };
-  const Texts config = {"03 01 48 00 01", "03 03 E8 00 01", "03 01 00 00 01"};
-  const Texts first_reads = join({{"03 00 00 00 20"}, config, {"03 03 F0 00 08"}});
-  const Case cases[] = {
-      {kOnePath, 0, join({scales, thermal, outputs, signal}), first_reads},
-      {kTwoPaths, 0, join({scales, thermal, outputs, signal}), first_reads},
-      {kTwoPipes, 0, join({scales, outputs, signal}), first_reads},
-      {kTwoPipes, 1, Moved(join({scales, outputs, signal}), 0x1388), join({{"03 13 88 00 20"}, config})},
-      {kTwoPipes, 2, Moved(join({scales, outputs}), 0x1B58), join({{"03 1B 5A 00 15"}, config})},
-      {kSingleModel,
-       0,
-       join({scales, outputs, signal}),
-       {"03 00 00 00 20", "03 01 48 00 01", "03 01 00 00 01"}},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.shape.name) + ", channel " + std::to_string(c.channel));
-    PageTest test(c.shape);
-    Form2& page = OpenChannel(test, c.channel);
-    FillAll(page);
-    page.SetParameter.Press();
-    EXPECT_EQ(test.Requests(), join({c.writes, c.reads}));
-    EXPECT_EQ(page.HYSTERISISText.Text(), "9.99");
-    EXPECT_EQ(page.OUTPUT_LIMIT_LowText.Text(), "-10");
-    EXPECT_EQ(page.DAMPINGText.Text(), c.channel == 2 ? "" : "12.3");
-    EXPECT_EQ(page.cmbKind.Text(), "FLOW RATE");
-    EXPECT_EQ(test.test.StatusText(), "Setting of range was completed ");
-  }
+  EXPECT_EQ(test.Requests(), expected);
+  EXPECT_EQ(page.HYSTERISISText.Text(), "9.99");
+  EXPECT_EQ(page.OUTPUT_LIMIT_LowText.Text(), "-10");
+  EXPECT_EQ(page.DAMPINGText.Text(), "12.3");
 }
 
-TEST(Form2, ReadShowsEachFieldFromItsPlaceInTheBlock) {
+TEST(Form2, NumbersAreShownInEightCharacters) {
   PageTest test(kTwoPipes);
   Form2& page = OpenChannel(test, 2);
   sim::Memory& meter = test.meter().holding();
@@ -99,27 +82,13 @@ TEST(Form2, ReadShowsEachFieldFromItsPlaceInTheBlock) {
   meter.PutDouble(0x1B60, 123456.5);
   meter.PutDouble(0x1B68, 1e-7);
   meter.PutWord(0x1B70, -5);
-  meter.PutWord(0x1B72, 4);
-  meter.PutWord(0x1B74, 900);
-  meter.PutWord(0x1B76, -20);
-  meter.PutWord(0x1B78, 120);
-  meter.PutWord(0x1B7A, 3);
   meter.PutDouble(0x1B7C, -12.3456789);
-  page.DAMPINGText.SetText("kept");
   page.chkCheck.Tick();
   page.ReadParameter.Press();
-  EXPECT_EQ(page.TypeCheckCombo.Text(), "BI-DIR");
   EXPECT_EQ(page.FULL_SCALE1Text.Text(), "123456.5");
   EXPECT_EQ(page.FULL_SCALE2Text.Text(), "0.0000001");
   EXPECT_EQ(page.HYSTERISISText.Text(), "-0.05");
-  EXPECT_EQ(page.OUTPUT_BURNOUTCombo.Text(), "ZERO");
-  EXPECT_EQ(page.BURNOUT_TIMERText.Text(), "900");
-  EXPECT_EQ(page.OUTPUT_LIMIT_LowText.Text(), "-20");
-  EXPECT_EQ(page.OUTPUT_LIMIT_HighText.Text(), "120");
-  EXPECT_EQ(page.RATE_LIMIT_TIMERText.Text(), "3");
-  EXPECT_EQ(page.RATE_LIMITText.Text(), "-12.34567") << "eight characters less the three of the integer part";
-  EXPECT_EQ(page.DAMPINGText.Text(), "kept") << "the computed channel has none";
-  EXPECT_EQ(test.test.StatusText(), "Reading of range was completed ");
+  EXPECT_EQ(page.RATE_LIMITText.Text(), "-12.34567") << "less the three of the integer part";
 }
 
 TEST(Form2, UnitsAreLearntOnceARead) {
@@ -172,68 +141,6 @@ TEST(Form2, UnitsAreLearntOnceARead) {
   }
 }
 
-TEST(Form2, ALostBlockKeepsItsFieldsAndTheReadGoesOn) {
-  PageTest test(kOnePath);
-  Form2& page = Open(test);
-  page.TypeCheckCombo.SetListIndex(1);
-  page.chkCheck.Tick();
-  page.FULL_SCALE1Text.Type("5");
-  test.test.platform.Arm("silence@0000H*4");
-  page.ReadParameter.Press();
-  const Texts requests = test.Requests();
-  EXPECT_EQ(Texts(requests.begin() + 4, requests.end()),
-            (Texts{"03 01 48 00 01", "03 03 E8 00 01", "03 03 F0 00 08"}));
-  EXPECT_EQ(page.FULL_SCALE1Text.Text(), "5");
-  EXPECT_EQ(page.CALORIE_FULL_SCALE2Text.Text(), "600");
-}
-
-TEST(Form2, ChannelsAndThermalScalesFollowTheShapeOfTheMeter) {
-  struct Case {
-    Shape shape;
-    bool two_pipes;
-    bool thermal;
-  };
-  for (const Case& c : {Case{kOnePath, false, true}, Case{kTwoPaths, false, true},
-                        Case{kTwoPipes, true, false}, Case{kSingleModel, false, false}}) {
-    for (const int channel : {1, 2}) {
-      SCOPED_TRACE(std::string(c.shape.name) + ", left on channel " + std::to_string(channel));
-      PageTest test(c.shape);
-      test.app().state.RangeChannel = channel;
-      auto& page = static_cast<Form2&>(test.app().windows.Load("Form2"));
-      page.CALORIE_FULL_SCALE1.SetValue(1);
-      page.CALORIE_FULL_SCALE2.SetValue(1);
-      Open(test);
-      EXPECT_TRUE(page.ChannelSelect(0).Enabled());
-      EXPECT_TRUE(page.ChannelSelect(channel).Value());
-      for (const int other : {1, 2}) EXPECT_EQ(page.ChannelSelect(other).Enabled(), c.two_pipes);
-      for (const CheckBox* box : {&page.CALORIE_FULL_SCALE1, &page.CALORIE_FULL_SCALE2}) {
-        EXPECT_EQ(box->Ticked(), c.thermal) << "what the meter lacks is not ticked";
-        EXPECT_FALSE(box->Enabled()) << "the first channel has it";
-      }
-      page.TypeCheck.Tick();
-      if (!c.two_pipes) {
-        test.dialogs().Answer(MessageAnswer::kOk);
-        page.SetParameter.Press();
-        EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Please choose CH correctly."});
-        EXPECT_EQ(test.Requests(), Texts{});
-      }
-      page.ChannelSelect(0).Choose();
-      EXPECT_EQ(test.app().state.RangeChannel, 0);
-      EXPECT_EQ(page.CALORIE_FULL_SCALE1.Enabled(), c.thermal);
-      for (int type = 0; type < 4; ++type) {
-        page.TypeCheckCombo.SetListIndex(type);
-        const bool second = type != 0;
-        EXPECT_EQ(page.FULL_SCALE2.Enabled(), second) << type;
-        EXPECT_EQ(page.HYSTERISIS.Enabled(), second) << type;
-        EXPECT_FALSE(page.FULL_SCALE2Text.Enabled()) << "its box is not ticked";
-        EXPECT_EQ(page.CALORIE_FULL_SCALE1Text.Enabled(), c.thermal);
-        EXPECT_EQ(page.CALORIE_FULL_SCALE2.Enabled(), c.thermal && second) << type;
-        EXPECT_EQ(page.CALORIE_FULL_SCALE2Text.Enabled(), c.thermal && second) << type;
-      }
-    }
-  }
-}
-
 TEST(Form2, SingleRangeWritesNoSecondScale) {
   PageTest test(kOnePath);
   Form2& page = Open(test);
@@ -248,25 +155,10 @@ TEST(Form2, SingleRangeWritesNoSecondScale) {
   EXPECT_EQ(page.FULL_SCALE2Text.Text(), "3") << "and the read leaves it alone";
 }
 
-TEST(Form2, ThirdChannelKnowsTheFlowAloneAndNoDamping) {
+TEST(Form2, ThirdChannelOfTwoPipesKnowsTheFlowAlone) {
   PageTest test(kTwoPipes);
   Form2& page = Open(test);
   page.chkCheck.Tick();
-  page.cmbKind.Choose(1);
-  for (int round = 0; round < 2; ++round) {
-    page.ChannelSelect(2).Choose();
-    page.ChannelSelect(2).Choose();
-    EXPECT_EQ(page.cmbKind.Items(), Texts{"FLOW RATE"});
-    EXPECT_EQ(page.cmbKind.ListIndex(), 0);
-    for (CheckBox* box : {&page.DAMPING, &page.LOW_FLOW_OUTPUT_CUT, &page.ZERO, &page.SPAN}) {
-      EXPECT_FALSE(box->Tick()) << box->Name();
-    }
-    EXPECT_FALSE(page.SPANText.Enabled());
-    page.ChannelSelect(1).Choose();
-    EXPECT_EQ(page.cmbKind.Items(), (Texts{"VELOCITY", "FLOW RATE"}));
-    EXPECT_EQ(page.cmbKind.Text(), "FLOW RATE") << "as it was chosen before";
-    EXPECT_TRUE(page.SPANText.Enabled());
-  }
   // A kind that a computed channel should not have selects nothing; a lost answer about the pipes changes
   // nothing.
   page.ChannelSelect(2).Choose();
@@ -303,59 +195,17 @@ TEST(Form2, ARunningExchangeKeepsItsChannel) {
   EXPECT_EQ(page.SPANText.Text(), "100.00");
 }
 
-TEST(Form2, UnitListAndCaptionsFollowAChangeOfTheUnitSystem) {
-  PageTest test(kOnePath);
-  Form2& page = Open(test);
-  page.UNIT_SYSTEM.Tick();
-  page.UNIT_SYSTEMCombo.Choose(6);
-  page.FULL_SCALE1Text.SetText("7.5");
-  test.app().state.RangeKind[0] = 1;
-  test.app().state.RangeUnit[0] = 6;
-  test.app().state.UnitFlag = 1;  // another page has changed it
-  Open(test);
-  EXPECT_EQ(page.UNIT_SYSTEMCombo.Text(), "ft3/s");
-  EXPECT_TRUE(page.UNIT_SYSTEMCombo.Enabled());
-  EXPECT_EQ(page.Label2(7).Caption(), "[ft3/s]");
-  EXPECT_EQ(page.HRangelbl(0).Caption(), "[MJ/h]");
-  EXPECT_EQ(page.FULL_SCALE1Text.Text(), "7.5") << "numbers are not converted";
-  EXPECT_EQ(test.app().state.RangeUnitTrack, 1);
-}
-
-TEST(Form2, SlotsKeepThePageWithTheFirstThermalScaleTwice) {
+TEST(Form2, SlotsKeepTheFirstThermalScaleTwiceAndTheCaptionsOfTheirChannel) {
   PageTest test(kTwoPipes);
   PageSlots& slots = test.app().slots;
-  const std::pair<const char*, const char*> file[] = {{"RANGE_KIND_Data", "1"},
-                                                      {"RANGE_UNIT_Data", "17"},
-                                                      {"RANGE_TYPE_Data", "-1"},
-                                                      {"FULL_SCALE1_Data", "1.5"},
-                                                      {"FULL_SCALE1_Unit", "[old]"},
-                                                      {"FULL_SCALE2_Unit", "0"},
-                                                      {"H_FULL_SCALE1_Data", "11"},
-                                                      {"H_FULL_SCALE2_Data", "22"},
-                                                      {"H_FULL_SCALE1_Unit", "[kWh]"},
-                                                      {"OUTPUT_BURNOUT_Data", "5"},
-                                                      {"DUMPING_Data", "abc"},
-                                                      {"RATE_LIMIT_Unit", "[r]"},
-                                                      {"LOW_FLOW_OUTPUT_CUT_Unit", "[c]"},
-                                                      {"ZERO_Unit", "[z]"},
-                                                      {"SPAN_Data", ""}};
-  for (const auto& [key, value] : file) slots.At("RANGE", key) = value;
+  slots.At("RANGE", "H_FULL_SCALE1_Data") = "11";
+  slots.At("RANGE", "H_FULL_SCALE2_Data") = "22";
+  slots.At("RANGE", "FULL_SCALE1_Unit") = "[old]";
+  slots.At("RANGE", "DUMPING_Data") = "abc";
   Form2& page = Open(test);
-  EXPECT_EQ(page.cmbKind.Text(), "FLOW RATE");
-  EXPECT_EQ(page.UNIT_SYSTEMCombo.Text(), "MBBL/d");
-  EXPECT_EQ(page.TypeCheckCombo.ListIndex(), -1);
-  EXPECT_EQ(page.OUTPUT_BURNOUTCombo.ListIndex(), -1) << "beyond the list";
-  EXPECT_EQ(page.CALORIE_FULL_SCALE1Text.Text(), "11");
   EXPECT_EQ(page.CALORIE_FULL_SCALE2Text.Text(), "22");
-  const std::pair<int, const char*> captions[] = {
-      {7, "[old]"}, {6, "[m/s]"}, {8, "[r]"}, {9, "[c]"}, {12, "[z]"}};
-  for (const auto& [label, caption] : captions) EXPECT_EQ(page.Label2(label).Caption(), caption);
-  EXPECT_EQ(page.HRangelbl(0).Caption(), "[kWh]");
-
   ASSERT_TRUE(test.app().windows.Unload("Form2"));
   EXPECT_EQ(slots.At("RANGE", "H_FULL_SCALE2_Data"), "11");
-  EXPECT_EQ(slots.At("RANGE", "FULL_SCALE2_Unit"), "[m/s]");
-  EXPECT_EQ(slots.At("RANGE", "OUTPUT_BURNOUT_Data"), "-1");
   EXPECT_EQ(slots.At("RANGE", "DUMPING_Data"), "abc");
 
   // Another channel's units make the kept captions void.
@@ -365,18 +215,6 @@ TEST(Form2, SlotsKeepThePageWithTheFirstThermalScaleTwice) {
   EXPECT_EQ(again.Label2(7).Caption(), "[m/s]");
   Open(test);
   EXPECT_EQ(again.Label2(7).Caption(), "[m/s]");
-}
-
-TEST(Form2, FailuresNameTheField) {
-  PageTest test(kOnePath);
-  Form2& page = Open(test);
-  page.chkKind.Tick();
-  page.cmbKind.Choose(0);
-  test.test.platform.Arm("wrong-echo@0002H");
-  test.dialogs().Answer(MessageAnswer::kCancel);
-  page.SetParameter.Press();
-  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"RANGE KIND :Data has not been set up\nDoes it continue?"});
-  EXPECT_EQ(test.Requests(), Texts{"10 00 02 00 01 02 00 00"});
 }
 
 }  // namespace

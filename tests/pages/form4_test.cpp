@@ -90,48 +90,6 @@ TEST(Form4, EachFunctionWritesItsOwnRegistersOnEveryOutput) {
   }
 }
 
-TEST(Form4, ReadsByTheShapeOfTheMeter) {
-  struct Case {
-    Shape shape;
-    int output;
-    Texts expected;
-  };
-  const Texts units = {"03 01 00 00 01", "03 00 02 00 01", "03 00 04 00 01", "03 00 40 00 01"};
-  const Texts heat = {"03 04 B6 00 01", "03 04 B8 00 01"};
-  const auto join = [](std::initializer_list<Texts> parts) {
-    Texts all;
-    for (const Texts& part : parts) all.insert(all.end(), part.begin(), part.end());
-    return all;
-  };
-  const Case cases[] = {
-      {{"single", kSingle, 0, 0}, 0, join({{"03 00 5A 00 20"}, units})},
-      {{"one path", kFull, 0, 0},
-       0,
-       join({{"03 04 A8 00 04", "03 00 5A 00 30"}, units, heat, {"03 04 30 00 34"}})},
-      {{"two pipes", kFull, 2, 1},
-       3,
-       join({{"03 04 A8 00 04", "03 04 10 00 10"}, units, heat, {"03 04 30 00 34"}})},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.shape.name);
-    PageTest test(c.shape);
-    Form4& page = Open(test);
-    for (const int far : {2, 3}) {
-      EXPECT_EQ(page.DigitalOutputSelect(far).Enabled(), c.shape.specification == kFull);
-    }
-    page.DigitalOutputSelect(c.output).Choose();
-    for (int channel = 0; channel < 4; ++channel) {
-      if (c.shape.specification == kFull) test.meter().holding().PutWord(0x04A8 + 2 * channel, 0);
-    }
-    page.SELECT_Check.Tick();
-    test.Requests();
-    page.ReadParameter.Press();
-    EXPECT_EQ(test.Requests(), c.expected);
-    EXPECT_GE(page.OUTPUT_DO_1Combo.ListIndex(), 0);
-    EXPECT_GE(page.MODE_DO_1Combo.ListIndex(), 0);
-  }
-}
-
 TEST(Form4, ReadShowsThePartOfTheOutputAndLeavesTheOtherDirection) {
   PageTest test({"one path", kFull, 0, 1});
   Form4& page = Open(test);
@@ -152,23 +110,7 @@ TEST(Form4, ReadShowsThePartOfTheOutputAndLeavesTheOtherDirection) {
   EXPECT_EQ(page.LabelRyuryoUnit(1).Caption(), "[ft/s]");
 }
 
-TEST(Form4, FunctionsOfferedFollowShapeAndOutput) {
-  struct Case {
-    Shape shape;
-    int counts[4];
-  };
-  for (const Case& c : {Case{{"two paths", kFull, 1, 0}, {19, 20, 19, 19}},
-                        Case{{"two pipes", kFull, 2, 0}, {10, 10, 10, 10}},
-                        Case{{"single", kSingle, 0, 0}, {10, 10, 10, 10}}}) {
-    SCOPED_TRACE(c.shape.name);
-    PageTest test(c.shape);
-    Form4& page = Open(test);
-    for (int output = 0; output < 4; ++output) {
-      page.DigitalOutputSelect(output).Choose();
-      if (!page.DigitalOutputSelect(output).Value()) continue;  // not there on this meter
-      EXPECT_EQ(page.OUTPUT_DO_1Combo.Count(), c.counts[output]);
-    }
-  }
+TEST(Form4, TheFunctionIsKeptWhereTheListHasIt) {
   PageTest test({"two paths", kFull, 1, 0});
   Form4& page = Open(test);
   page.SELECT_Check.Tick();
@@ -186,52 +128,6 @@ TEST(Form4, FunctionsOfferedFollowShapeAndOutput) {
   Form4& again = Open(test);
   EXPECT_TRUE(again.DigitalOutputSelect(1).Value());
   EXPECT_EQ(again.SELECT_Check.Caption(), "DO2");
-}
-
-TEST(Form4, DetailsFollowTheFunctionAndTheTick) {
-  PageTest test({"two paths", kFull, 1, 0});
-  Form4& page = Open(test);
-  EXPECT_FALSE(page.MODE_DO_1.Enabled());
-  page.SELECT_Check.Tick();
-  for (int i = 0; i < page.OUTPUT_DO_1Combo.Count(); ++i) {
-    page.OUTPUT_DO_1Combo.Choose(i);
-    EXPECT_EQ(page.DO1_AlarmCombo.Enabled(), i == 4) << i;
-    EXPECT_EQ(page.optDO1FlowSWHigh.Enabled(), i == 5) << i;
-    EXPECT_FALSE(page.DO1_RyuryoText(0).Enabled()) << "no option is set";
-    EXPECT_EQ(page.DO1_SekisanText.Enabled(), i == 6) << i;
-    EXPECT_EQ(page.optFLOW_SWITCH_T_LOW.Enabled(), i == 13) << i;
-    EXPECT_EQ(page.H_TOTALText.Enabled(), i == 14) << i;
-  }
-  page.OUTPUT_DO_1Combo.Choose(5);
-  EXPECT_FALSE(page.LabelRyuryoUnit(0).Enabled());
-  page.optDO1FlowSWHigh.Choose();
-  EXPECT_TRUE(page.LabelRyuryoUnit(0).Enabled() && page.DO1_RyuryoText(0).Enabled());
-  page.optDO1FlowSWLow.Choose();
-  EXPECT_FALSE(page.LabelRyuryoUnit(0).Enabled() || page.DO1_RyuryoText(0).Enabled());
-  page.OUTPUT_DO_1Combo.Choose(14);
-  EXPECT_FALSE(page.MODE_DO_1Combo.Enabled()) << "it has a box of its own";
-  page.MODE_DO_1.Tick();
-  EXPECT_TRUE(page.MODE_DO_1Combo.Enabled());
-  page.SELECT_Check.Untick();
-  EXPECT_FALSE(page.H_TOTALText.Enabled() || page.MODE_DO_1.Enabled() || page.MODE_DO_1Combo.Enabled());
-  EXPECT_FALSE(page.OUTPUT_DO_1Combo.Enabled());
-  EXPECT_FALSE(page.CH_Combo.Enabled());
-}
-
-TEST(Form4, FailureNamesTheFunction) {
-  PageTest test({"one path", kFull, 0, 0});
-  Form4& page = Open(test);
-  page.SELECT_Check.Tick();
-  page.OUTPUT_DO_1Combo.Choose(6);
-  page.DO1_SekisanText.Type("1");
-  test.test.platform.Arm("silence@005AH*4");
-  test.test.platform.Arm("silence@0070H*4");
-  test.dialogs().Answer(MessageAnswer::kOk);
-  test.dialogs().Answer(MessageAnswer::kCancel);
-  page.SetParameter.Press();
-  EXPECT_EQ(test.dialogs().TakeTexts(),
-            (Texts{"OUT :Data has not been set up\nDoes it continue?",
-                   "TOTAL SWITCH  :Data has not been set up\nDoes it continue?"}));
 }
 
 }  // namespace

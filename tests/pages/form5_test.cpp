@@ -10,27 +10,6 @@ using Texts = std::vector<std::string>;
 
 Form5& Open(PageTest& page) { return page.Open<Form5>("Form5"); }
 
-const Shape kShapes[] = {{"single", kSingle, 0, 0},
-                         {"one path", kFull, 0, 0},
-                         {"two paths", kFull, 1, 1},
-                         {"two pipes", kFull, 2, 0}};
-
-TEST(Form5, ReadAsksChannelsOnlyOfAFullModel) {
-  for (const Shape& shape : kShapes) {
-    SCOPED_TRACE(shape.name);
-    PageTest test(shape);
-    Form5& page = Open(test);
-    page.chkCheck.Tick();
-    page.ReadParameter.Press();
-    Texts expected = {"03 00 C0 00 06"};
-    if (shape.specification == kFull) expected.push_back("03 04 B0 00 02");
-    EXPECT_EQ(test.Requests(), expected);
-    EXPECT_EQ(page.CHCombo1.Enabled(), shape.specification == kFull);
-    EXPECT_GE(page.Selection1Combo.ListIndex(), 0);
-    EXPECT_EQ(test.test.StatusText(), "Reading of display was completed ");
-  }
-}
-
 TEST(Form5, WritesBothRowsAndTheBacklightInOrder) {
   PageTest test;
   Form5& page = Open(test);
@@ -86,29 +65,6 @@ TEST(Form5, BacklightWritesOnlyWhatIsWhole) {
 }
 
 TEST(Form5, SelectionListFollowsTheChannelAndKeepsTheItem) {
-  struct Case {
-    Shape shape;
-    int channel;
-    int first;
-    int count;
-  };
-  const Case cases[] = {{kShapes[0], -1, 0, 7}, {kShapes[1], 0, 0, 16}, {kShapes[2], 2, 0, 16},
-                        {kShapes[3], 0, 0, 7},  {kShapes[3], 1, 0, 7},  {kShapes[3], 2, 1, 6}};
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.shape.name) + " channel " + std::to_string(c.channel));
-    PageTest test(c.shape);
-    Form5& page = Open(test);
-    page.Selection1.Tick();
-    if (c.channel >= 0) page.CHCombo1.Choose(c.channel);
-    ASSERT_EQ(page.Selection1Combo.Count(), c.count);
-    page.Flow_Unit1.SetValue(1);  // a tick stays on a disabled box
-    for (int i = 0; i < c.count; ++i) {
-      page.Selection1Combo.Choose(i);
-      EXPECT_EQ(page.Flow_Unit1.Enabled(), i + c.first == 1) << i;
-      EXPECT_EQ(page.Flow_Unit1Combo.Enabled(), i + c.first == 1) << i;
-    }
-  }
-
   PageTest test;
   Form5& page = Open(test);
   page.Selection1.Tick();
@@ -127,21 +83,6 @@ TEST(Form5, SelectionListFollowsTheChannelAndKeepsTheItem) {
   page.CHCombo1.Choose(0);
   page.ReadParameter.Press();
   EXPECT_EQ(page.Selection1Combo.ListIndex(), -1);
-}
-
-TEST(Form5, FailureNamesTheRow) {
-  PageTest test({"one path", kFull, 0, 0});
-  Form5& page = Open(test);
-  page.Selection2.Tick();
-  page.CHCombo2.Choose(0);
-  page.Selection2Combo.Choose(1);
-  page.Flow_Unit2.Tick();
-  page.Flow_Unit2Combo.Choose(0);
-  test.test.platform.Arm("exception=3@00C6H*4");
-  test.dialogs().Answer(MessageAnswer::kCancel);
-  page.SetParameter.Press();
-  EXPECT_EQ(test.dialogs().TakeTexts(),
-            Texts{"DISPLAY 2 DECIMAL POINT :Data has not been set up\nDoes it continue?"});
 }
 
 TEST(Form5, SlotsKeepTheChannelAsTextAndTheBacklightAsDigit) {

@@ -40,40 +40,6 @@ Texts SetupReads(const Shape& shape) {
 
 const Texts kVersion = {"04 00 86 00 07", "04 00 94 00 04"};
 
-TEST(Form6, ReadsInItsOrderWhatTheMeterHas) {
-  for (const Shape& shape : {kOnePath, kTwoPaths, kTwoPipes, kSingleModel}) {
-    SCOPED_TRACE(shape.name);
-    PageTest test(shape);
-    test.app().state.UserInfo = "Factory";
-    Form6& page = Open(test);
-    EXPECT_FALSE(page.Save_As.Visible()) << "of a read of everything alone";
-    page.chkCheck.Tick();
-    ASSERT_TRUE(page.SPEC.Ticked() && page.Read_All_Set_Data.Ticked() && page.Save_As.Visible());
-    page.Read_All_Set_Data.Untick();
-    test.meter().holding().PutWord(0x003E, 1);
-    test.app().slots.At("PROCESS SETTING", "OUTER_DIAMETER_Unit") = "[old]";
-    page.ReadParameter.Press();
-    EXPECT_EQ(test.Requests(), Joined({Config(shape),
-                                       {"03 01 00 00 03"},
-                                       Units(shape),
-                                       {"03 01 48 00 01"},
-                                       kVersion,
-                                       SetupReads(shape)}));
-    EXPECT_EQ(test.test.StatusText(), "Reading of system was completed ");
-    EXPECT_EQ(page.UNIT_SYSTEMCombo.ListIndex(), shape.unit_system);
-    EXPECT_EQ(page.LANGUAGECombo.Text(), "ENGLISH");
-    EXPECT_EQ(page.IDNUM_CONFIGText.Text(), "0001");
-    EXPECT_EQ(page.SPEC_Text.Text(), shape.specification == kSingle ? "0182" : "0081");
-    EXPECT_EQ(page.MEASUREMENT_MODECombo.ListIndex(), shape.specification == kSingle ? -1 : shape.path_mode);
-    EXPECT_EQ(test.app().frame->Status().Panel(3), shape.unit_system == 0 ? "METRIC" : "ENGLISH");
-    EXPECT_EQ(test.app().frame->Status().Panel(2), "ENGLISH");
-    EXPECT_EQ(test.app().state.OperationMode, 1);
-    EXPECT_EQ(test.app().slots.At("PROCESS SETTING", "OUTER_DIAMETER_Unit"), "");
-    EXPECT_FALSE(page.CONTROL_BOARDText.Text().empty());
-    EXPECT_FALSE(page.txtType.Text().empty());
-  }
-}
-
 TEST(Form6, NothingTickedSendsNothingAndEachBoxReadsItsOwn) {
   PageTest test(kTwoPipes);
   Form6& page = Open(test);
@@ -150,26 +116,6 @@ TEST(Form6, WritesInItsOrderTheSpecificationLast) {
   EXPECT_FALSE(test.app().state.UiLocked);
 }
 
-TEST(Form6, ASingleChannelMeterGetsNoMeasureSetup) {
-  PageTest test(kSingleModel);
-  Form6& page = Open(test);
-  for (const Control* control : std::initializer_list<const Control*>{
-           &page.Frame8, &page.MEASUREMENT_MODECheck, &page.CALCULATIONCheck, &page.A01_OUT_SOURCE,
-           &page.A02_OUT_SOURCE, &page.A02_OUT_SOURCECombo}) {
-    EXPECT_FALSE(control->Enabled()) << control->Name();
-  }
-  page.chkCheck.Tick();
-  page.Read_All_Set_Data.Untick();
-  EXPECT_FALSE(page.SPEC.Ticked()) << "only the factory ticks SPEC in passing";
-  EXPECT_FALSE(page.SPEC_Text.Enabled());
-  page.MEASUREMENT_MODECombo.SetListIndex(1);
-  page.A01_OUT_SOURCECombo.SetListIndex(1);
-  page.SYSTEM_MODECombo.Choose(0);
-  page.SetParameter.Press();
-  EXPECT_EQ(test.Requests().front(), "10 00 3E 00 01 02 00 00");
-  EXPECT_FALSE(page.MEASUREMENT_MODECheck.Ticked()) << "the read-back has found a single channel";
-}
-
 TEST(Form6, SourcesFollowTheMeasurementMode) {
   struct Case {
     int mode;
@@ -194,31 +140,6 @@ TEST(Form6, SourcesFollowTheMeasurementMode) {
     page.SetParameter.Press();
     EXPECT_EQ(test.Requests()[1], "10 03 EC 00 01 02 00 0" + std::to_string(c.code)) << "and back";
   }
-
-  for (const Shape& shape : {kTwoPaths, kTwoPipes}) {
-    PageTest shown(shape);
-    Open(shown).MEASUREMENT_MODECheck.Tick();
-    EXPECT_EQ(Open(shown).CALCULATIONCheck.Enabled(), shape.path_mode == 2) << "no mode is shown yet";
-  }
-  PageTest test(kTwoPaths);
-  Form6& page = Open(test);
-  page.MEASUREMENT_MODECheck.Tick();
-  page.A01_OUT_SOURCE.Tick();
-  page.MEASUREMENT_MODECombo.Choose(0);
-  page.A01_OUT_SOURCECombo.Choose(1);
-  page.A02_OUT_SOURCECombo.SetListIndex(0);
-  page.MEASUREMENT_MODECombo.Choose(1);
-  EXPECT_EQ(page.A01_OUT_SOURCECombo.Text(), "CH1:THERMAL FLOW") << "the selection is kept";
-  EXPECT_EQ(page.A02_OUT_SOURCECombo.ListIndex(), 0);
-  EXPECT_FALSE(page.CALCULATIONCheck.Enabled());
-  page.MEASUREMENT_MODECombo.Choose(2);
-  EXPECT_EQ(page.A01_OUT_SOURCECombo.ListIndex(), -1) << "where the mode has it";
-  EXPECT_TRUE(page.CALCULATIONCheck.Enabled());
-  page.CALCULATIONCheck.Tick();
-  EXPECT_TRUE(page.CALCULATIONCombo.Enabled());
-  page.MEASUREMENT_MODECheck.Untick();
-  EXPECT_FALSE(page.CALCULATIONCheck.Ticked() || page.CALCULATIONCheck.Enabled() ||
-               page.CALCULATIONCombo.Enabled() || page.MEASUREMENT_MODECombo.Enabled());
 }
 
 TEST(Form6, BadInputIsTakenAwayAndTold) {
@@ -266,25 +187,6 @@ TEST(Form6, ABadLineLeavesThePageUsable) {
     EXPECT_EQ(page.SPEC_Text.Text(), "0081") << "SPEC follows a failed block";
     EXPECT_FALSE(test.app().state.UiLocked);
   }
-
-  PageTest test(kTwoPipes);
-  Form6& page = Open(test);
-  page.LANGUAGE.Tick();
-  page.UNIT_SYSTEM.Tick();
-  page.LANGUAGECombo.Choose(2);
-  page.UNIT_SYSTEMCombo.Choose(1);
-  test.test.platform.Arm("exception=3@0102H*4");
-  test.dialogs().Answer(MessageAnswer::kOk);
-  page.SetParameter.Press();
-  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"LANGUAGE :Data has not been set up\nDoes it continue?"});
-  EXPECT_EQ(page.UNIT_SYSTEMCombo.ListIndex(), 1) << "OK goes on with the next field";
-  EXPECT_EQ(page.LANGUAGECombo.ListIndex(), 0) << "read back";
-  test.test.platform.line.Unplug(test.test.Time().NowMs() * 1000);
-  test.dialogs().Answer(MessageAnswer::kCancel);
-  page.SetParameter.Press();
-  EXPECT_EQ(test.test.StatusText().find("Setting of system was completed"), 0u);
-  EXPECT_FALSE(test.app().state.UiLocked);
-  EXPECT_TRUE(page.SetParameter.Enabled());
 }
 
 TEST(Form6, MemoryInitialisationNeverLooksAtTheReply) {

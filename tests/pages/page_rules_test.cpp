@@ -166,31 +166,7 @@ TEST(Pages, TheReasonOfAFailedWriteStandsWhileItIsAskedAndStaysAtTheField) {
   EXPECT_EQ(page.OUTER_DIAMETERText.Mark(), "");
 }
 
-TEST(Pages, TooltipsGiveTheRegisterOfTheChannelOrOutputThatIsShown) {
-  PageTest test(kTwoPipes);
-  auto& process = test.Open<Form10>("Form10");
-  EXPECT_NE(process.WALL_THICKNESSText.Hint().find("00DA"), std::string::npos);
-  process.ChannelSelect(1).Choose();
-  EXPECT_NE(process.WALL_THICKNESSText.Hint().find("1462"), std::string::npos);
-  EXPECT_NE(process.WALL_THICKNESS.Hint().find("1462"), std::string::npos);
-  auto& range = test.Open<Form2>("Form2");
-  range.ChannelSelect(2).Choose();
-  EXPECT_NE(range.RATE_LIMITText.Hint().find("1B7C"), std::string::npos);
-  EXPECT_NE(range.CALORIE_FULL_SCALE1Text.Hint().find("03F0"), std::string::npos) << "one in a meter";
-  auto& status = test.Open<Form4>("Form4");
-  status.DigitalOutputSelect(3).Choose();
-  EXPECT_NE(status.DO1_SekisanText.Hint().find("0426"), std::string::npos);
-  EXPECT_NE(status.H_TOTALText.Hint().find("0490"), std::string::npos);
-  EXPECT_NE(status.CH_Combo.Hint().find("04AE"), std::string::npos);
-  auto& details = test.Open<Form11>("Form11");
-  details.DetailChSelect(1).Choose();
-  EXPECT_NE(details.SaturateLevelInput.Hint().find("149A"), std::string::npos);
-  auto& maintenance = test.Open<Form7>("Form7");
-  EXPECT_NE(maintenance.TEST_MODECheck.Hint().find("015C"), std::string::npos);
-  EXPECT_EQ(maintenance.chkDO.Hint(), "") << "three registers";
-}
-
-TEST(Pages, AFailedStoreIsToldAndANumberIsCheckedWhenItIsTicked) {
+TEST(Pages, AFailedStoreIsTold) {
   PageTest test(kOnePath);
   auto& page = test.Open<Form10>("Form10");
   test.test.platform.Arm("silence@0150H*ever");
@@ -199,23 +175,21 @@ TEST(Pages, AFailedStoreIsToldAndANumberIsCheckedWhenItIsTicked) {
   page.SaveParameter.Press();
   EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Preservation was not completed"});
   EXPECT_EQ(test.test.StatusText(), "Preservation was completed [NO RESPONSE ERROR]");
-
-  page.WALL_THICKNESSText.SetText("thick");
-  test.dialogs().Answer(MessageAnswer::kOk);
-  page.WALL_THICKNESS.Tick();
-  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Any data other than a number is not allowed"});
-  EXPECT_EQ(page.Focused(), &page.WALL_THICKNESSText);
 }
 
-TEST(Pages, LengthsFollowTheUnitSystem) {
+TEST(Pages, ABadNumberIsToldAndKeepsTheFocusWhenItIsTypedAndWhenItsBoxIsTicked) {
   PageTest test(kOnePath);
-  for (const int flag : {0, 1}) {
-    test.app().state.UnitFlag = flag;
-    auto& page = test.Open<Form10>("Form10");
-    EXPECT_EQ(page.Label8(0).Caption(), flag == 0 ? "[mm]" : "[inch]");
-    EXPECT_EQ(page.OUTER_DIAMETERText.MaxLength(), flag == 0 ? 7 : 8);
-    EXPECT_EQ(page.LINING_S_VText.MaxLength(), flag == 0 ? 4 : 5);
-    EXPECT_EQ(page.FLUID_S_VText.MaxLength(), 4);
+  auto& page = test.Open<Form10>("Form10");
+  page.OUTER_DIAMETER.Tick();
+  page.OUTER_DIAMETERText.Type("12a");
+  page.WALL_THICKNESSText.SetText("thick");
+  for (TextBox* box : {&page.OUTER_DIAMETERText, &page.WALL_THICKNESSText}) {
+    test.dialogs().Answer(MessageAnswer::kOk);
+    EXPECT_TRUE(box->LoseFocus() || page.WALL_THICKNESS.Tick());
+    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Any data other than a number is not allowed"});
+    EXPECT_EQ(page.Focused(), box);
+    EXPECT_EQ(box->SelectAllCount(), 1);
+    EXPECT_NE(box->Text(), "");
   }
 }
 
@@ -263,37 +237,6 @@ TEST(Pages, AStatusReadTakesTheUnitSystemOfTheMeter) {
   page.ReadParameter.Press();
   EXPECT_EQ(test.app().state.UnitFlag, 1);
   for (const int point : {0, 1}) EXPECT_EQ(page.LabelRyuryoUnit(point).Caption(), "[ft/s]");
-}
-
-TEST(Pages, TheOnlyChannelOfASingleModelIsChosenByItself) {
-  PageTest test(kSingleModel);
-  auto& page = test.Open<Form4>("Form4");
-  page.SELECT_Check.Tick();
-  EXPECT_EQ(page.CH_Combo.ListIndex(), 0);
-  EXPECT_FALSE(page.CH_Combo.Enabled());
-  // A page that is open notices that the meter measures one path now.
-  PageTest changed(kTwoPaths);
-  auto& open = changed.Open<Form4>("Form4");
-  open.SELECT_Check.Tick();
-  EXPECT_TRUE(open.CH_Combo.Enabled());
-  changed.meter().holding().PutWord(0x03E8, 0);
-  open.Show();
-  EXPECT_FALSE(open.CH_Combo.Enabled());
-}
-
-// Another unit system since the list was filled: the list follows, and so does the entry of its box.
-TEST(Pages, AUnitListFollowsTheUnitSystemWhenItsPageComesBack) {
-  PageTest test(kOnePath);
-  auto& page = test.Open<Form2>("Form2");
-  page.UNIT_SYSTEM.Tick();
-  page.UNIT_SYSTEMCombo.Choose(0);
-  page.UNIT_SYSTEMCombo.SetEnabled(false);
-  test.app().state.UnitFlag = 1;
-  page.Show();
-  EXPECT_EQ(page.UNIT_SYSTEMCombo.Items()[0], "gal/s");
-  EXPECT_EQ(page.UNIT_SYSTEMCombo.ListIndex(), 0);
-  EXPECT_EQ(page.Label2(7).Caption(), "[ft/s]");
-  EXPECT_TRUE(page.UNIT_SYSTEMCombo.Enabled()) << "its box is handled as if clicked";
 }
 
 }  // namespace
