@@ -231,6 +231,8 @@ void TickAll(Stage& stage) {
 
 void ReadAndSet(Stage& stage, Text& text) {
   const auto commands = {"ReadParameter", "SetParameter", "ReadParameterHeat", "SetParameterHeat"};
+  text.Step("nothing ticked", {});
+  Press(stage, commands, text);
   TickAll(stage);
   text.Step("all ticked", stage.TakeChanges());
   const std::vector<OptionButton*> choosers = Choosers(stage.Window());
@@ -279,6 +281,18 @@ void ComeAndGo(Stage& stage, Text& text) {
   }
 }
 
+// Another meter was left on its second channel.
+void OnAChannelThatIsNotThere(Stage& stage, Text& text) {
+  SharedState& state = stage.State();
+  for (int* kept : {&state.ProcessChannel, &state.RangeChannel, &state.TotalChannel, &state.DetailChannel}) {
+    *kept = 1;
+  }
+  stage.OpenAnew();
+  TickAll(stage);
+  text.Step("opened on the second channel", stage.TakeChanges());
+  Press(stage, {"ReadParameter", "SetParameter"}, text);
+}
+
 void OnBadLines(Stage& stage, Text& text) {
   TickAll(stage);
   Press(stage, {"ReadParameter", "ReadParameterHeat"}, text);
@@ -314,6 +328,7 @@ std::string AsText(const std::string& name) {
     stage.Platform().dialogs.AgreeToUnexpected();
     ReadAndSet(stage, text);
     if (scene == 0 || scene == 3) ComeAndGo(stage, text);
+    if (scene == 4) OnAChannelThatIsNotThere(stage, text);
   }
   text.Title("on bad lines");
   Stage stage(kScenes[0], name);
