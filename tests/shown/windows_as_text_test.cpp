@@ -16,6 +16,7 @@
 
 #include "files/parameter_file.h"
 #include "link/port.h"
+#include "live/form12.h"
 #include "pages/parameter_page.h"
 #include "shell/start.h"
 #include "shown/shown_facets.h"
@@ -102,6 +103,7 @@ class Stage {
     if (!IsOpen()) return {"closed"};
     if (const std::string told = Told(); told != std::exchange(told_, told)) lines.push_back("= " + told);
     if (State().UiLocked) lines.emplace_back("locked");
+    if (test_.app.windows.MousePointer() != kNormalPointer) lines.emplace_back("hourglass");
     const Facets before = std::exchange(shown_, FacetsOf(*form_));
     const Lines changed = Differences(before, shown_, except);
     lines.insert(lines.end(), changed.begin(), changed.end());
@@ -293,6 +295,62 @@ void OnAChannelThatIsNotThere(Stage& stage, Text& text) {
   Press(stage, {"ReadParameter", "SetParameter"}, text);
 }
 
+// A run of a window, looked at so many milliseconds behind its start, and stopped.
+struct Run {
+  const char* window;
+  const char* save;  // asks for a file, where there is such a button
+  const char* start;
+  const char* stop;
+  std::vector<int> looks;
+  int silence_ms;  // when the meter does not answer for a while
+  int stop_ms;
+};
+const Run kRuns[] = {
+    {"Form9", "SaveCSV", "Start", "Stop", {40, 700, 2500, 4500, 7500}, 3000, 8000},
+    {"Form12", "cmdSaveCSV", "cmdStart", "cmdStop", {40, 700, 3500, 5500, 9500}, 4000, 10'000},
+    {"Form11",
+     "",
+     "ProfileStartButton",
+     "ProfileStopButton",
+     {40, 700, 9000, 19'000, 22'000},
+     20'000,
+     24'000}};
+
+void PrepareRun(Form& window) {
+  if (window.Name() != "Form12") return;
+  auto& page = static_cast<Form12&>(window);
+  page.chkStationNo(0).Tick();
+  page.chkStationNo(1).Tick();
+  page.CH_Combo1.Choose(0);
+  page.CH_Combo2.Choose(0);
+  page.cmbDisp1.Choose(1);
+  page.cmbDisp2.Choose(2);
+  page.txtCycle.Type("2");
+}
+
+void WorkARun(Stage& stage, const Run& run, Text& text) {
+  VirtualPlatform& platform = stage.Platform();
+  PrepareRun(stage.Window());
+  text.Step("prepared", stage.TakeChanges());
+  if (*run.save != '\0') platform.dialogs.SaveFile("/data/run");
+  Press(stage, {run.save}, text);
+  for (const int at : run.looks) {
+    platform.time.After(
+        at, [&, at] { text.Step(std::to_string(at) + " ms behind the start", stage.TakeChanges()); });
+  }
+  platform.time.After(run.silence_ms, [&] { platform.Arm("silence*4"); });
+  platform.time.After(run.stop_ms, [&] {
+    stage.ComeBack();
+    text.Step("shown again", stage.TakeChanges());
+    Press(stage, {run.stop}, text);
+  });
+  stage.Do([&] { static_cast<PushButton*>(stage.Window().Find(run.start))->Press(); });
+  platform.time.RunFor(run.stop_ms + 3000);
+  text.Step("over", stage.TakeChanges());
+  stage.OpenAnew();
+  text.Step("opened anew", stage.TakeChanges());
+}
+
 void OnBadLines(Stage& stage, Text& text) {
   TickAll(stage);
   Press(stage, {"ReadParameter", "ReadParameterHeat"}, text);
@@ -320,6 +378,14 @@ std::string AsText(const std::string& name) {
   for (const int scene : {0, 3}) {
     text.Title(std::string("read and worked: ") + kScenes[scene].shape.name);
     ReadAndExplore(kScenes[scene], name, text);
+  }
+  for (const Run& run : kRuns) {
+    for (const int scene : {2, 3, 4}) {
+      if (run.window != name) continue;
+      text.Title(std::string("a run: ") + kScenes[scene].shape.name);
+      Stage stage(kScenes[scene], name);
+      WorkARun(stage, run, text);
+    }
   }
   if (Stage(kScenes[0], name).Page() == nullptr) return text.Whole();
   for (const int scene : {0, 2, 3, 4}) {
