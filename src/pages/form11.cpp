@@ -146,7 +146,10 @@ void Form11::SetteiHannei() {
 void Form11::Form_Activate() {
   chooser_.Show();
   const ChannelConfig config = AskChannelConfig(app(), *this);
-  chooser_.EnableAll(config == ChannelConfig::kTwoPaths || config == ChannelConfig::kTwoPipes);
+  // The run of a tab keeps its channel.
+  if (!IsLive()) {
+    chooser_.EnableAll(config == ChannelConfig::kTwoPaths || config == ChannelConfig::kTwoPipes);
+  }
   ShowSendCounts(app().state.OperationMode);
   ParameterPage::Form_Activate();
 }
