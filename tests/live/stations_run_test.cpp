@@ -2,9 +2,9 @@
 // Several stations in turn: what refuses a start, what goes over the line and when, what a run ends by.
 #include <functional>
 
+#include "bench/soak/station_soak.h"
 #include "live/frm_wait.h"
 #include "stations_fixture.h"
-#include "bench/soak/station_soak.h"
 
 namespace vlt::test {
 namespace {
