@@ -32,6 +32,11 @@ TEST(Text, CharactersAreCodePoints) {
   EXPECT_EQ(CharCount("流量℃😀"), 4U);
   EXPECT_EQ(CharCount("\xE6\xB5"), 1U);
   EXPECT_EQ(CharCount("\x80\x80"), 2U);
+  // A byte too many is a character of its own, whatever it stands behind.
+  for (const std::string whole : {"°", "流", "\xE0\xA4\x85", "😀"}) {
+    EXPECT_EQ(CharCount(whole), 1U) << whole;
+    EXPECT_EQ(CharCount(whole + "\x80"), 2U) << whole;
+  }
   EXPECT_EQ(FirstChars("流量ｽｲｯﾁ", 3), "流量ｽ");
   EXPECT_EQ(FirstChars("流量", 5), "流量");
   EXPECT_EQ(FirstChars("流量", 0), "");
@@ -63,7 +68,7 @@ TEST(Text, FolderOfPathTakesBothSeparators) {
 }
 
 TEST(Text, ComparesWithoutCase) {
-  EXPECT_TRUE(EqualsNoCase("Speed", "SPEED"));
+  EXPECT_TRUE(EqualsNoCase("Speed, az", "SPEED, AZ"));
   EXPECT_FALSE(EqualsNoCase("SPEED", "SPEED2"));
   EXPECT_FALSE(EqualsNoCase("[", "{"));
 }
