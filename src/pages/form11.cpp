@@ -147,9 +147,7 @@ void Form11::Form_Activate() {
   chooser_.Show();
   const ChannelConfig config = AskChannelConfig(app(), *this);
   // The run of a tab keeps its channel.
-  if (!IsLive()) {
-    chooser_.EnableAll(config == ChannelConfig::kTwoPaths || config == ChannelConfig::kTwoPipes);
-  }
+  if (!IsLive()) chooser_.EnableAll(config == ChannelConfig::kTwoPaths || config == ChannelConfig::kTwoPipes);
   ShowSendCounts(app().state.OperationMode);
   ParameterPage::Form_Activate();
 }
