@@ -252,6 +252,15 @@ TEST_F(CalcTest, TheSheetIsThatOfTheFields) {
   for (const char* text : {"LINING S.V.", "1.25", "SENSOR SPACING2"}) {
     EXPECT_TRUE(Shows(printer.sheets[1], text)) << text;
   }
+  for (const Sheet& sheet : printer.sheets) {
+    EXPECT_LT(sheet.Items().size(), 200u);
+    for (const SheetItem& item : sheet.Items()) {
+      for (const SheetPoint& point : item.points) {
+        EXPECT_TRUE(point.x >= 10 && point.x <= sheet.Width() - 10) << point.x << " " << item.text;
+        EXPECT_TRUE(point.y >= 10 && point.y <= sheet.Height() - 10) << point.y << " " << item.text;
+      }
+    }
+  }
   const struct {
     PrintOutcome outcome;
     Texts said;

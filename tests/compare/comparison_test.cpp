@@ -452,7 +452,8 @@ TEST(Export, CsvHasEveryRowAndItsStateAndTheCounts) {
 
 TEST(Export, SheetsListTheChosenStatesPageByPage) {
   CompareTest test(kTwoPaths);
-  const CompareSide left = test.Meter();
+  CompareSide left = test.Meter();
+  left.remarks.assign(100, "a line that was not taken");
   test.Fill(8);
   const Comparison comparison(left, test.Meter());
   const ComparisonSheetParts all{.stamp = "now",
@@ -460,6 +461,10 @@ TEST(Export, SheetsListTheChosenStatesPageByPage) {
                                  .shown = {RowState::kEqual, RowState::kDifferent, RowState::kUnread}};
   const std::vector<Sheet> pages = ComparisonSheets(comparison, all);
   ASSERT_GT(pages.size(), 3u);
+  EXPECT_EQ(std::count_if(pages[0].Items().begin(), pages[0].Items().end(),
+                          [&](const SheetItem& item) { return item.text == left.remarks[0]; }),
+            54)
+      << "a full page of remarks";
   std::size_t rows = 0;
   for (const Sheet& page : pages) {
     for (const SheetItem& item : page.Items()) {
@@ -475,11 +480,11 @@ TEST(Export, SheetsListTheChosenStatesPageByPage) {
     return std::any_of(page.Items().begin(), page.Items().end(),
                        [&](const SheetItem& item) { return item.text == text; });
   };
-  EXPECT_TRUE(said(pages.front(), SummaryText(comparison, 5000)));
+  EXPECT_TRUE(said(pages[1], SummaryText(comparison, 5000)));
   EXPECT_TRUE(
       said(pages.back(), "Page " + std::to_string(pages.size()) + " of " + std::to_string(pages.size())));
   const ComparisonSheetParts none{.stamp = "now", .program = "Veltrano3", .shown = {RowState::kUnread}};
-  EXPECT_EQ(ComparisonSheets(comparison, none).size(), 1u);
+  EXPECT_EQ(ComparisonSheets(comparison, none).size(), 2u) << "remarks stand there whatever is listed";
 }
 
 }  // namespace

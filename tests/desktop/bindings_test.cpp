@@ -471,6 +471,18 @@ TEST_F(BindingTest, TheWheelLeavesAListWithoutFocusAlone) {
   }
 }
 
+TEST_F(BindingTest, ALabelAsksForTheRoomOfItsText) {
+  const QWidget& label = screen.hands.Widget("Bench", "label");
+  int width = 0;
+  for (const char* text : {"m", "m3/h", "a caption of several words"}) {
+    bench->label.SetCaption(text);
+    screen.desktop.Flush();
+    EXPECT_GT(label.sizeHint().width(), width) << text;
+    EXPECT_GE(label.sizeHint().width(), label.fontMetrics().horizontalAdvance(text));
+    width = label.sizeHint().width();
+  }
+}
+
 TEST_F(BindingTest, TooltipsTellHintsAndWhatAPanelCuts) {
   bench->text.SetHint("Register 00D2H");
   EXPECT_EQ(screen.hands.Widget("Bench", "text").toolTip(), "Register 00D2H");

@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QGroupBox>
 #include <QLabel>
@@ -232,6 +233,8 @@ TEST_P(ProgramTest, TheMainWindowComesBackWhereItWasLeft) {
     frame.showMaximized();
     end(frame);
   }
+  EXPECT_EQ(QDir(folder.path()).entryList({"*.bak"}), QStringList())
+      << "it is no settings that anybody misses";
 }
 
 TEST_P(ProgramTest, TheStartShowsTheSplashOfTheSettings) {

@@ -248,6 +248,16 @@ TEST_F(StationsTest, EndOfTheProgramDuringARunEndsItWithTheRun) {
   EXPECT_EQ(State(), "The display of data was ended");
 }
 
+TEST_F(StationsTest, APassOpensThePortThatSomebodyHasClosed) {
+  AddStations({1, 2});
+  Choose(0, kFlowPlace, 0, -1);
+  Start("2");
+  app.platform.port.Close();
+  RunPasses(1);
+  EXPECT_EQ(Page().lblFailed(1).Caption(), "0/1");
+  EXPECT_EQ(Page().lblFailed(0).Caption(), "0/1");
+}
+
 TEST_F(StationsTest, GoesOnWhenTheAdapterComesBack) {
   AddStations({1, 2});
   Choose(0, kFlowPlace, 0, -1);

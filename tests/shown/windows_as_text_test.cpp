@@ -60,10 +60,12 @@ class Stage {
       form_->FrmInit();
       form_->Show();
     });
-    test_.platform.TakeRequests();
+    opening_ = TakeRequests();
     shown_ = FacetsOf(*form_);
     told_ = Told();
   }
+  // What its opening has asked the meter.
+  const Lines& Opening() const { return opening_; }
   Form& Window() { return *form_; }
   ParameterPage* Page() { return dynamic_cast<ParameterPage*>(form_); }
   SharedState& State() { return test_.app.state; }
@@ -97,9 +99,8 @@ class Stage {
   Lines TakeChanges(const std::string& except = {}) {
     Lines lines;
     for (const std::string& text : test_.platform.dialogs.TakeTexts()) lines.push_back("! " + text);
-    for (const std::string& frame : test_.platform.TakeRequests()) {
-      lines.push_back("> " + frame.substr(3, frame.size() - 9));
-    }
+    const Lines requests = TakeRequests();
+    lines.insert(lines.end(), requests.begin(), requests.end());
     if (!IsOpen()) return {"closed"};
     if (const std::string told = Told(); told != std::exchange(told_, told)) lines.push_back("= " + told);
     if (State().UiLocked) lines.emplace_back("locked");
@@ -111,6 +112,14 @@ class Stage {
   }
 
  private:
+  // Without station and check.
+  Lines TakeRequests() {
+    Lines lines;
+    for (const std::string& frame : test_.platform.TakeRequests()) {
+      lines.push_back("> " + frame.substr(3, frame.size() - 9));
+    }
+    return lines;
+  }
   // The status line of the main window.
   std::string Told() {
     const StatusBar& bar = test_.app.frame->Status();
@@ -119,6 +128,7 @@ class Stage {
 
   TestApp test_;
   Form* form_ = nullptr;
+  Lines opening_;
   Facets shown_;
   std::string told_;
 };
@@ -372,6 +382,7 @@ std::string AsText(const std::string& name) {
     text.Title(std::string("opened: ") + scene.shape.name +
                (scene.lang_offset == kJapanese ? ", Japanese" : ""));
     const Stage stage(scene, name);
+    text.Add(stage.Opening());
     text.Add(Differences(first, stage.Shown()));
     if (first.empty()) first = stage.Shown();
   }
