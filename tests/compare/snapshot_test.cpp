@@ -127,10 +127,13 @@ TEST(Snapshot, WhatCannotBeReadIsUnreadWithItsReason) {
   CompareTest test(kTwoPaths);
   test.meter().BreakMemory(sim::Space::Holding, 0x1388, 0x1389, 2);  // range of CH2
   test.meter().BreakMemory(sim::Space::Holding, 0x00C0, 0x00C1, 0);  // display, silently
+  test.meter().BreakMemory(sim::Space::Holding, 0x0040, 0x0041, 2);  // total, and behind it
+  test.meter().BreakMemory(sim::Space::Holding, 0x005A, 0x005B, 0);  // status
   const Snapshot snapshot = test.Read();
   EXPECT_FALSE(snapshot.AllKnown());
   EXPECT_EQ(snapshot.Find(At("range.type", 1))->unread, "[ADDRESS ERROR(02H)]");
   EXPECT_EQ(snapshot.Find(At("display.backlight"))->unread, "[NO RESPONSE ERROR]");
+  EXPECT_EQ(snapshot.Find(At("status.function"))->unread, "[NO RESPONSE ERROR]") << "not that of the block before";
   EXPECT_TRUE(snapshot.Find(At("range.type", 0))->Known());
   EXPECT_TRUE(snapshot.Find(At("display.channel_1"))->Known()) << "the other block of the group";
   // The file keeps it so.

@@ -62,6 +62,9 @@ TEST_F(FrmLineTest, ShowsFiguresByStationAndOutcomesOfTheChosenOne) {
   EXPECT_EQ(window.lblOutcomes.Caption(), "Station 2: how attempts ended");
   EXPECT_EQ(window.grdOutcomes.Cell(1, 1), "0");
   EXPECT_EQ(window.grdOutcomes.Cell(2, 2), "100.0");
+  EXPECT_TRUE(window.grdStations.Choose(2));
+  EXPECT_EQ(window.lblOutcomes.Caption(), "Station 1: how attempts ended");
+  EXPECT_TRUE(window.grdStations.Choose(3));
   // The choice stays with its station when another one comes before it.
   app->line->Reset();
   Ask(2);
