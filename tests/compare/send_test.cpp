@@ -2,10 +2,10 @@
 // Rows sent to a meter: the order, the proof of each, what is never sent, and restore points.
 #include <algorithm>
 
+#include "bench/soak/write_soak.h"
 #include "compare/row_list.h"
 #include "compare_fixture.h"
 #include "pages/parameter_page.h"
-#include "bench/soak/write_soak.h"
 
 namespace vlt::test {
 namespace {

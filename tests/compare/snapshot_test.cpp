@@ -133,7 +133,8 @@ TEST(Snapshot, WhatCannotBeReadIsUnreadWithItsReason) {
   EXPECT_FALSE(snapshot.AllKnown());
   EXPECT_EQ(snapshot.Find(At("range.type", 1))->unread, "[ADDRESS ERROR(02H)]");
   EXPECT_EQ(snapshot.Find(At("display.backlight"))->unread, "[NO RESPONSE ERROR]");
-  EXPECT_EQ(snapshot.Find(At("status.function"))->unread, "[NO RESPONSE ERROR]") << "not that of the block before";
+  EXPECT_EQ(snapshot.Find(At("status.function"))->unread, "[NO RESPONSE ERROR]")
+      << "not that of the block before";
   EXPECT_TRUE(snapshot.Find(At("range.type", 0))->Known());
   EXPECT_TRUE(snapshot.Find(At("display.channel_1"))->Known()) << "the other block of the group";
   // The file keeps it so.

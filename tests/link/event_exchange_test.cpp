@@ -4,11 +4,11 @@
 // ordinary mode and for the store register, 178 ms for stations.
 #include <gtest/gtest.h>
 
+#include "bench/soak/late_soak.h"
 #include "link/owed_replies.h"
 #include "link/port.h"
 #include "link/registers.h"
 #include "state/line_record.h"
-#include "bench/soak/late_soak.h"
 #include "support/test_app.h"
 #include "values/codecs.h"
 
@@ -117,6 +117,23 @@ TEST(EventTiming, NoiseThatLooksLikeAnExceptionDoesNotEndTheAttempt) {
   EXPECT_FALSE(SendReceive(t.app, request, reply));
   EXPECT_EQ(t.app.state.LastErrorText, "[ADDRESS ERROR(02H)]");
   EXPECT_EQ(t.Time().NowMs(), 146) << "its check is wrong, so that more may come";
+}
+
+// A read's reply repeats station, function and length, a write's station, function and address.
+TEST(EventTiming, RequestsWhoseRepliesLookAlike) {
+  const struct {
+    const char *one, *other;
+    bool alike;
+  } rows[] = {
+      {"01 03 00 08 00 04", "01 03 13 90 00 04", true},  {"01 03 00 08 00 04", "01 03 00 08 00 02", false},
+      {"01 04 00 00 00 13", "01 04 13 88 00 13", true},  {"01 04 00 00 00 13", "01 04 00 00 00 1C", false},
+      {"01 03 00 08 00 04", "02 03 00 08 00 04", false}, {"01 03 00 08 00 04", "01 04 00 08 00 04", false},
+      {"01 06 00 D6 00 01", "01 06 00 D6 00 02", true},  {"01 06 00 D6 00 01", "01 06 00 DE 00 01", false},
+      {"01 06 00 D6 00 01", "01 06 14 D6 00 01", false}};
+  for (const auto& row : rows) {
+    const auto one = test::FromHex(row.one), other = test::FromHex(row.other);
+    EXPECT_EQ(LookAlike(one, other), row.alike) << row.one << " and " << row.other;
+  }
 }
 
 TEST(EventTiming, ALateReplyThatLooksAlikeIsAwaited) {

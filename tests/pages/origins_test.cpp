@@ -393,37 +393,5 @@ TEST(Origins, AMemoryThatBeginsAnewOutdatesAllPages) {
   EXPECT_TRUE(Tells(process.OUTER_DIAMETERText, "since settings were sent"));
 }
 
-// Whatever the page and the shape of meter: what a read or a set has brought is read, and nothing else has an
-// origin; what an operator changes is typed, and told in the title.
-TEST(Origins, EveryFieldOfEveryPageKeepsToTheRules) {
-  constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5", "Form6", "Form7", "Form11"};
-  for (const Shape& shape : {kOnePath, kTwoPaths, kTwoPipes, kSingleModel}) {
-    for (const char* name : kPages) {
-      SCOPED_TRACE(std::string(shape.name) + " " + name);
-      PageTest test(shape);
-      auto& page = test.Open<ParameterPage>(name);
-      int typed = 0;
-      for (const auto& column : page.Columns()) {
-        if (column != page.Columns().front()) break;
-        for (CheckBox* box : column->DistinctBoxes()) box->Tick();
-      }
-      for (const Field& field : page.Columns().front()->Fields()) EXPECT_EQ(OriginOf(field), kNone);
-      page.ReadParameter.Press();
-      for (const Field& field : page.Columns().front()->Fields()) {
-        const ValueOrigin origin = OriginOf(field);
-        const bool fits = origin == kNone || (origin == kRead && !ValueText(field).empty());
-        EXPECT_TRUE(fits) << field.parameter->name;
-      }
-      EXPECT_EQ(test.dialogs().TakeTexts(), std::vector<std::string>{});
-      for (const Field& field : page.Columns().front()->Fields()) {
-        if (field.text == nullptr || !field.text->Enabled() || OriginOf(field) != kRead) continue;
-        if (field.text->Type("7") && field.text->Text() == "7" && OriginOf(field) == kTyped) ++typed;
-      }
-      const std::string& title = page.Caption();
-      EXPECT_EQ(title.find("not set") != std::string::npos, typed > 0) << title;
-    }
-  }
-}
-
 }  // namespace
 }  // namespace vlt::test

@@ -42,35 +42,6 @@ TEST(Pages, AMeterOfUnknownShapeHarmsNoPage) {
   }
 }
 
-// A run of another page holds the line.
-TEST(Pages, APageThatComesUpDuringARunAsksNothingAndOffersNoCommand) {
-  for (const char* name : kPages) {
-    SCOPED_TRACE(name);
-    PageTest test(kTwoPipes);
-    ParameterPage& page = OpenPage(test, name);
-    EXPECT_FALSE(IsAnyChecked(page)) << "what is looked at is no choice";
-    for (const auto& column : page.Columns()) {
-      for (const Field& field : column->Fields()) {
-        if (field.text != nullptr) {
-          EXPECT_EQ(field.text->Locked(), field.parameter->write == WriteWith::kNothing);
-        }
-        EXPECT_FALSE(field.Entry().Enabled()) << field.parameter->name << ": its box is not ticked";
-      }
-    }
-    for (const bool locked : {true, false}) {
-      test.app().state.UiLocked = locked;
-      page.Show();
-      EXPECT_EQ(test.app().state.UiLocked, locked);
-      EXPECT_TRUE(!locked || test.Requests().empty());
-      for (const Control* control : page.Controls()) {
-        const bool command = control->Kind() == ControlKind::kPushButton || page.IsMasterBox(*control);
-        if (!command) continue;
-        EXPECT_EQ(control->Enabled(), !locked && control->Name() != "cmdStopReadAll") << control->Name();
-      }
-    }
-  }
-}
-
 TEST(Pages, EveryCommandTellsThatThePortIsGoneAndThePageStaysUsable) {
   const std::string told = "The error occurred at the time of communication";
   for (const char* name : kPages) {
