@@ -109,6 +109,18 @@ TEST(Condition, DecodesEachRowOfOneChannel) {
   EXPECT_FALSE(t.app().state.UiLocked);
 }
 
+TEST(Condition, ReadsTheSecondChannelWhereThereIsOne) {
+  for (const int mode : {1, 2}) {
+    TransitTest t(TransitTest::Meter(kFullModel, mode));
+    ASSERT_TRUE(t.condition().ReadInfButton.Press());
+    EXPECT_EQ(t.Requests(), (Texts{"04 00 30 00 24", "03 01 48 00 01", "03 03 E8 00 01", "04 13 B8 00 24"}));
+    EXPECT_GT(t.condition().InfData1Grid.ColumnWidth(3), 0);
+    // The simulated meter works these out by itself.
+    EXPECT_EQ(t.condition().InfData1Grid.Cell(1, 3), std::to_string(t.meter().input().Word(0x13B8)));
+    EXPECT_NE(t.condition().InfData1Grid.Cell(13, 3), "");
+  }
+}
+
 TEST(Condition, UnitsFollowLanguageAndUnitSystem) {
   const struct {
     int lang_offset;

@@ -342,6 +342,11 @@ void WorkARun(Stage& stage, const Run& run, Text& text) {
   VirtualPlatform& platform = stage.Platform();
   PrepareRun(stage.Window());
   text.Step("prepared", stage.TakeChanges());
+  for (const bool locked : {true, false}) {
+    stage.State().UiLocked = locked;
+    stage.ComeBack();
+    text.Step(locked ? "shown while another page has the line" : "shown again", stage.TakeChanges());
+  }
   if (*run.save != '\0') platform.dialogs.SaveFile("/data/run");
   Press(stage, {run.save}, text);
   for (const int at : run.looks) {
