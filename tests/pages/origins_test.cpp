@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Where the values of the pages come from: read, typed, from a file, outdated.
 #include <algorithm>
-#include <set>
 
 #include "files/parameter_file.h"
 #include "page_fixture.h"
 #include "pages/form10.h"
 #include "pages/form11.h"
 #include "pages/form2.h"
-#include "pages/form3.h"
 #include "pages/form4.h"
 #include "pages/form5.h"
 #include "pages/form6.h"

@@ -5,12 +5,7 @@
 
 #include "page_fixture.h"
 #include "pages/form10.h"
-#include "pages/form11.h"
-#include "pages/form2.h"
-#include "pages/form3.h"
 #include "pages/form4.h"
-#include "pages/form5.h"
-#include "pages/form7.h"
 #include "state/form_lock.h"
 
 namespace vlt::test {
@@ -135,17 +130,6 @@ TEST(Pages, TheReasonOfAFailedWriteStandsWhileItIsAskedAndStaysAtTheField) {
   }
   page.ReadParameter.Press();
   EXPECT_EQ(page.OUTER_DIAMETERText.Mark(), "");
-}
-
-TEST(Pages, AFailedStoreIsTold) {
-  PageTest test(kOnePath);
-  auto& page = test.Open<Form10>("Form10");
-  test.test.platform.Arm("silence@0150H*ever");
-  test.dialogs().Answer(MessageAnswer::kOk,
-                        [&] { EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer); });
-  page.SaveParameter.Press();
-  EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Preservation was not completed"});
-  EXPECT_EQ(test.test.StatusText(), "Preservation was completed [NO RESPONSE ERROR]");
 }
 
 TEST(Pages, ABadNumberIsToldAndKeepsTheFocusWhenItIsTypedAndWhenItsBoxIsTicked) {
