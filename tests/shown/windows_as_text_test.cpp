@@ -270,6 +270,8 @@ void ComeAndGo(Stage& stage, Text& text) {
   stage.ComeBack();
   step("shown again");
   stage.State().UnitFlag = 1 - stage.State().UnitFlag;
+  stage.Do([&] { stage.Window().FrmInit(); });
+  step("captions anew with the other unit system");
   stage.ComeBack();
   step("shown with the other unit system");
   const auto is_unit = [](const std::string& key) { return key.ends_with("_Unit"); };
