@@ -88,16 +88,12 @@ void frmCompare::Form_Load() {
   optFilter(0).SetValue(true);
   for (const int side : {kLeft, kRight}) ShowSide(side);
   CompareSides(false);
-  app_.origins.on_change = [this] { ShowWhatIsOld(); };
 }
 
 void frmCompare::Form_Activate() { FillLists(); }
 
 void frmCompare::Form_Unload(int& cancel) {
-  if (!busy_) {
-    app_.origins.on_change = nullptr;
-    return;
-  }
+  if (!busy_) return;
   stop_ = true;
   Tell(app_.Text(text::kStaysWhileBusy));
   cancel = -1;
@@ -195,8 +191,8 @@ std::string frmCompare::HeldText(const Side& side) const {
   return old ? FormatText(app_.Text(text::kOutdatedSide), {title}) : title;
 }
 
-// A page, a script or this window itself has sent settings; the window reads anew what it has changed.
-void frmCompare::ShowWhatIsOld() {
+// Settings may have been sent, by a page, a script or this window; it reads anew what it has changed itself.
+void frmCompare::Settled() {
   if (busy_) return;
   for (const int side : {kLeft, kRight}) {
     if (sides_[side].held) txtSide(side).SetText(HeldText(sides_[side]));

@@ -31,6 +31,8 @@ class frmCompare : public Form {
   void Form_Load() override;
   // Restore points may have come since.
   void Form_Activate() override;
+  // A meter that was sent settings since it was taken in says so.
+  void Settled() override;
   // Stays while it works on the line, and stops that.
   void Form_Unload(int& cancel) override;
   const Control* StopButton() const override { return &cmdStop; }
@@ -95,7 +97,6 @@ class frmCompare : public Form {
   void ShowSide(int side);
   std::string HeldText(const Side& side) const;
   void ShowIdentity(int side);
-  void ShowWhatIsOld();
   void cmbSide_Click(int side);
   void cmdSide_Click(int side);
   void cmdSwap_Click();

@@ -245,7 +245,6 @@ void frmCompare::AskAndSend(const std::string& question, const std::string& comm
     end = (this->*send)();
   }
   FillLists();
-  ShowWhatIsOld();  // a meter on the left
   operation.End(end);
   Tell(end);
   if (list_->AnyResult()) SetFilter(RowFilter::kSent);

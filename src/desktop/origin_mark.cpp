@@ -26,7 +26,7 @@ void PaintFile(QPainter& painter, const QRect& area, const QColor& letters) {
 }
 
 void PaintOutdated(QPainter& painter, const QRect& area, const QColor& letters) {
-  for (int y = area.top(); y < area.bottom(); y += kDotPitch) {
+  for (int y = area.top(); y + kDot <= area.bottom() + 1; y += kDotPitch) {
     painter.fillRect(area.right() - kDot + 1, y, kDot, kDot, letters);
   }
 }

@@ -16,11 +16,6 @@ PlaceChange ChangeOf(const ValuePlace& read, const ValuePlace& shown) {
   return read.unit != shown.unit ? PlaceChange::kUnit : PlaceChange::kNone;
 }
 
-void ValueOrigins::Count(int& counter) {
-  ++counter;
-  if (on_change) on_change();
-}
-
 OriginRecord& ValueOrigins::Of(Slot slot) { return by_slot_[slot]; }
 
 OriginRecord& ValueOrigins::Of(std::string_view name) {

@@ -63,21 +63,17 @@ class ValueOrigins {
   // Counts how often a meter was told to begin with its own settings anew: nothing that was read before
   // holds.
   int Memory() const { return memory_; }
-  void MemoryWasReset() { Count(memory_); }
+  void MemoryWasReset() { ++memory_; }
   // The same for settings that reached a meter past the pages: a restore, a comparison, a word of a script.
   int Sent() const { return sent_; }
-  void SettingsWereSent() { Count(sent_); }
+  void SettingsWereSent() { ++sent_; }
   // A page has sent a setting: its own fields know that by themselves.
-  void PageHasSent() { Count(page_sent_); }
+  void PageHasSent() { ++page_sent_; }
 
   // How often one of these has happened. What was read of a whole meter holds while this stays the same.
   int Changes() const { return memory_ + sent_ + page_sent_; }
-  // Called after each of them. One window may listen.
-  std::function<void()> on_change;
 
  private:
-  void Count(int& counter);
-
   std::map<Slot, OriginRecord> by_slot_;
   std::map<std::string, OriginRecord, std::less<>> by_name_;
   int memory_ = 0;
