@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/soak/station_soak.h"
-#include "platform/serial_firmware_port.h"
 
 #include <algorithm>
 #include <charconv>
 
 #include "link/modbus.h"
-#include "live/live.h"
+#include "support/live_program.h"
 #include "support/memory_file_system.h"
 #include "values/codecs.h"
 
@@ -172,16 +171,8 @@ SoakResult SoakStations(const SoakPlan& plan) {
   VirtualTime time;
   FleetPort port(time, plan.fault_share);
   JudgingFiles files(port);
-  ScriptedDialogs dialogs;
-  FakeProcess process;
-  SerialFirmwarePort firmware(time, time, port);
-  Platform machine{time, time, port, dialogs, files, process, firmware};
-  App app(machine);
-  app.state.LangOffset = 5000;
-  app.state.PortNo = "1";
-  app.state.AppRunning = true;
-  RegisterLiveWindows(app);
-  auto& page = static_cast<Form12&>(app.windows.Load("Form12"));
+  LiveProgram program(time, port, files);
+  auto& page = static_cast<Form12&>(program.app.windows.Load("Form12"));
   files.page = &page;
   files.channels = {0, plan.second_channel};
   page.Show();
@@ -191,7 +182,7 @@ SoakResult SoakStations(const SoakPlan& plan) {
   page.cmbDisp2.Choose(kPlusPulsesPlace);
   page.chkCheck.Tick();
   page.txtCycle.Type(std::to_string(plan.cycle_seconds));
-  dialogs.SaveFile("/data/run");
+  program.dialogs.SaveFile("/data/run");
   page.cmdStart.Press();
   const std::int64_t begun_ms = time.NowMs();
   for (std::int64_t pass = 0; pass < plan.passes && page.cmdStop.Enabled(); pass = files.result.passes) {

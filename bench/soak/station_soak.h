@@ -12,8 +12,6 @@
 
 #include "live/form12.h"
 #include "platform/serial_port.h"
-#include "support/fake_process.h"
-#include "support/scripted_dialogs.h"
 #include "support/virtual_time.h"
 
 namespace vlt::test {

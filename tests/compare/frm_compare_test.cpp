@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "compare/compare.h"
 #include "compare/compare_fixture.h"
 #include "pages/form2.h"

@@ -10,6 +10,7 @@
 
 #include "link/modbus.h"
 #include "measure_fixture.h"
+#include "support/live_program.h"
 #include "values/codecs.h"
 
 namespace vlt::test {
@@ -175,17 +176,9 @@ TEST(LongRun, LosesNothingAndDoesNotGrow) {
   VirtualTime time;
   CountingPort port;
   WatchedFiles files(port);
-  ScriptedDialogs dialogs;
-  FakeProcess process;
-  SerialFirmwarePort firmware(time, time, port);
-  Platform machine{time, time, port, dialogs, files, process, firmware};
-  App app(machine);
-  app.state.LangOffset = 5000;
-  app.state.PortNo = "1";
-  app.state.AppRunning = true;
-  RegisterLiveWindows(app);
-  auto& page = static_cast<Form9&>(app.windows.Load("Form9"));
-  dialogs.SaveFile("/data/run");
+  LiveProgram program(time, port, files);
+  auto& page = static_cast<Form9&>(program.app.windows.Load("Form9"));
+  program.dialogs.SaveFile("/data/run");
   page.SaveCSV.Press();
   page.PointText.Type("1000");
   page.Start.Press();
@@ -201,7 +194,7 @@ TEST(LongRun, LosesNothingAndDoesNotGrow) {
   EXPECT_GE(port.cycle, kCycles);
   EXPECT_EQ(files.lost, 3 * (kCycles / 9973));
   EXPECT_EQ(files.paths.size(), 4u);
-  EXPECT_FALSE(app.state.UiLocked);
+  EXPECT_FALSE(program.app.state.UiLocked);
   EXPECT_EQ(page.Chart2D1.Shown().size(), static_cast<std::size_t>(page.Chart2D1.LastPoint()));
 }
 

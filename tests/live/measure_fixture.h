@@ -88,10 +88,7 @@ class MeasureTest {
 
  private:
   static sim::MeterConfig Config(const MeterShape& shape) {
-    sim::MeterConfig config;
-    config.specification = shape.specification;
-    config.path_mode = shape.path_mode;
-    return config;
+    return {.specification = shape.specification, .path_mode = shape.path_mode};
   }
 };
 

@@ -43,13 +43,7 @@ class TransitTest {
   ScriptedDialogs& dialogs() { return test.platform.dialogs; }
 
   // Requests since the last call without station and frame check: "03 00 D0 00 12".
-  std::vector<std::string> Requests() {
-    std::vector<std::string> requests;
-    for (const std::string& frame : test.platform.TakeRequests()) {
-      requests.push_back(frame.substr(3, frame.size() - 9));
-    }
-    return requests;
-  }
+  std::vector<std::string> Requests() { return test.platform.TakeBareRequests(); }
   // Panel 1 of the tabs' status bar without date and time.
   std::string State() {
     const std::string& text = page_->StatusBar2.Panel(1);

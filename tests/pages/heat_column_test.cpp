@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The energy tab of the process page.
-#include <algorithm>
 
 #include "page_fixture.h"
 #include "pages/form10.h"

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Where the values of the pages come from: read, typed, from a file, outdated.
-#include <algorithm>
 
 #include "files/parameter_file.h"
 #include "page_fixture.h"

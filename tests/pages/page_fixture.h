@@ -30,6 +30,11 @@ inline constexpr Shape kTwoPaths{"two paths, English", kFull, 1, 1};
 inline constexpr Shape kTwoPipes{"two pipes, metric", kFull, 2, 0};
 inline constexpr Shape kSingleModel{"single channel", kSingle, 0, 0};
 
+inline sim::MeterConfig MeterOf(const Shape& shape) {
+  return {
+      .specification = shape.specification, .path_mode = shape.path_mode, .unit_system = shape.unit_system};
+}
+
 // Requests whose addresses lie so much higher: those of another channel.
 inline std::vector<std::string> Moved(std::vector<std::string> requests, int base) {
   for (std::string& request : requests) {
@@ -44,7 +49,7 @@ inline std::vector<std::string> Moved(std::vector<std::string> requests, int bas
 class PageTest {
  public:
   explicit PageTest(const Shape& shape = {"two pipes", kFull, 2, 0}, int lang_offset = 5000)
-      : test({.meter = Config(shape), .lang_offset = lang_offset}) {
+      : test({.meter = MeterOf(shape), .lang_offset = lang_offset}) {
     RegisterPages(test.app);
     test.app.state.UnitFlag = shape.unit_system;
     EXPECT_TRUE(OpenPort(test.app));
@@ -61,13 +66,7 @@ class PageTest {
 
   // Requests since the last call without station, frame check and the queries of model and path mode that
   // open a page: "03 00 D0 00 12".
-  std::vector<std::string> Requests() {
-    std::vector<std::string> requests;
-    for (const std::string& frame : test.platform.TakeRequests()) {
-      requests.push_back(frame.substr(3, frame.size() - 9));
-    }
-    return requests;
-  }
+  std::vector<std::string> Requests() { return test.platform.TakeBareRequests(); }
 
   App& app() { return test.app; }
   sim::Meter& meter() { return test.platform.Meter(); }
@@ -75,15 +74,6 @@ class PageTest {
   std::map<std::string, std::string>& platform_files() { return test.platform.files.files; }
 
   TestApp test;
-
- private:
-  static sim::MeterConfig Config(const Shape& shape) {
-    sim::MeterConfig config;
-    config.specification = shape.specification;
-    config.path_mode = shape.path_mode;
-    config.unit_system = shape.unit_system;
-    return config;
-  }
 };
 
 }  // namespace vlt::test

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What all parameter pages share.
-#include <algorithm>
 #include <set>
 
 #include "page_fixture.h"

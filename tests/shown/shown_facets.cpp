@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shown/shown_facets.h"
 
-#include <algorithm>
-#include <cstdio>
-
+#include "values/hex_digits.h"
 #include "values/number_text.h"
 #include "window/chart.h"
 #include "window/drawing.h"
@@ -18,11 +16,8 @@ std::string OneLine(const std::string& text) {
   return line;
 }
 
-std::string Colour(unsigned bgr) {
-  char text[16];
-  std::snprintf(text, sizeof text, "%06X", bgr);
-  return text;
-}
+// The button face of the system has two digits more.
+std::string Colour(unsigned bgr) { return HexDigits(bgr, bgr > 0xFFFFFF ? 8 : 6); }
 
 class Teller {
  public:
@@ -31,7 +26,7 @@ class Teller {
   void Tell(const Control& control) {
     name_ = control.FullName();
     Look(control);
-    Put("", State(control) + OneLine(control.Caption()));
+    Put("", State(control) + control.Caption());
     Put(".hint", control.Hint());
     Put(".mark", control.Mark());
     if (control.Origin() != ValueOrigin::kNone) {
@@ -135,9 +130,7 @@ class Teller {
       for (int at = 0; at < grid.Columns(); ++at) cells += (at == 0 ? "" : " | ") + grid.Cell(row, at);
       const int look = static_cast<int>(grid.Style(row)) * 10 + static_cast<int>(grid.Ticked(row));
       if (look != 0) cells += " {" + std::to_string(look) + "}";
-      char number[16];
-      std::snprintf(number, sizeof number, "(%03d)", row);
-      Put(number, cells);
+      Put("(" + ZeroPadded(row, 3) + ")", cells);
     }
   }
   void Axis(const char* facet, const ChartAxis& axis) {
@@ -173,7 +166,9 @@ std::vector<std::string> Differences(const Facets& before, const Facets& after, 
   };
   for (const auto& [name, text] : after) {
     const auto old = before.find(name);
-    if (is_told(name) && (old == before.end() || old->second != text)) lines.push_back(name + ": " + text);
+    if (is_told(name) && (old == before.end() || old->second != text)) {
+      lines.emplace_back(name).append(": ").append(text);
+    }
   }
   for (const auto& [name, text] : before) {
     if (is_told(name) && !after.contains(name)) lines.push_back(name + ": -");

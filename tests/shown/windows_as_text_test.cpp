@@ -45,11 +45,8 @@ const Scene kScenes[] = {{kOnePath, kEnglish},
 class Stage {
  public:
   Stage(const Scene& scene, const std::string& name)
-      : test_({.meter = {.specification = scene.shape.specification,
-                         .path_mode = scene.shape.path_mode,
-                         .unit_system = scene.shape.unit_system},
-               .lang_offset = scene.lang_offset,
-               .frame = name != "MDIForm1"}) {
+      : test_(
+            {.meter = MeterOf(scene.shape), .lang_offset = scene.lang_offset, .frame = name != "MDIForm1"}) {
     RegisterAllWindows(test_.app);
     test_.platform.dialogs.CloseUnexpected();
     test_.platform.Meter().Fill(7, 0);
@@ -112,12 +109,9 @@ class Stage {
   }
 
  private:
-  // Without station and check.
   Lines TakeRequests() {
     Lines lines;
-    for (const std::string& frame : test_.platform.TakeRequests()) {
-      lines.push_back("> " + frame.substr(3, frame.size() - 9));
-    }
+    for (const std::string& request : test_.platform.TakeBareRequests()) lines.push_back("> " + request);
     return lines;
   }
   // The status line of the main window.
@@ -166,8 +160,7 @@ void Explore(Stage& stage, Control& control, Text& text) {
       return step("chosen", static_cast<OptionButton&>(control).Choose());
     case ControlKind::kTextBox: {
       auto& box = static_cast<TextBox&>(control);
-      step("typed", box.Type("7") && box.LoseFocus());
-      return;
+      return step("typed", box.Type("7") && box.LoseFocus());
     }
     case ControlKind::kComboBox: {
       auto& box = static_cast<ComboBox&>(control);
@@ -191,8 +184,7 @@ void Explore(Stage& stage, Control& control, Text& text) {
       if (stage.Window().StopButton() == nullptr) step("pressed", static_cast<PushButton&>(control).Press());
       return;
     case ControlKind::kGrid:
-      step("row 1", static_cast<Grid&>(control).Choose(1));
-      return;
+      return step("row 1", static_cast<Grid&>(control).Choose(1));
     default:
       return;
   }
@@ -200,7 +192,7 @@ void Explore(Stage& stage, Control& control, Text& text) {
 
 void ReadAndExplore(const Scene& scene, const std::string& name, Text& text) {
   Stage stage(scene, name);
-  if (auto* page = dynamic_cast<ParameterPage*>(&stage.Window())) {
+  if (ParameterPage* page = stage.Page()) {
     page->chkCheck.Tick();
     page->ReadParameter.Press();
     text.Step("read", stage.TakeChanges());

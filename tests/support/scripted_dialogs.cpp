@@ -44,10 +44,9 @@ MessageAnswer ScriptedDialogs::Ask(const Message& message) {
   return prepared.answer;
 }
 
-std::optional<std::string> ScriptedDialogs::TakePath(Paths& paths, const FileQuestion& question) {
-  questions.push_back(question);
+std::optional<std::string> ScriptedDialogs::TakePath(Paths& paths, const std::string& asked) {
   if (paths.empty()) {
-    if (!closes_) ADD_FAILURE() << "unexpected file dialog: " << question.title;
+    if (!closes_) ADD_FAILURE() << "unexpected file or folder dialog: " << asked;
     return std::nullopt;
   }
   auto path = std::move(paths.front());
@@ -56,22 +55,18 @@ std::optional<std::string> ScriptedDialogs::TakePath(Paths& paths, const FileQue
 }
 
 std::optional<std::string> ScriptedDialogs::AskOpenFile(const FileQuestion& question) {
-  return TakePath(open_paths_, question);
+  questions.push_back(question);
+  return TakePath(open_paths_, question.title);
 }
 
 std::optional<std::string> ScriptedDialogs::AskSaveFile(const FileQuestion& question) {
-  return TakePath(save_paths_, question);
+  questions.push_back(question);
+  return TakePath(save_paths_, question.title);
 }
 
 std::optional<std::string> ScriptedDialogs::AskFolder(const FolderQuestion& question) {
   folder_questions.push_back(question);
-  if (folder_paths_.empty()) {
-    if (!closes_) ADD_FAILURE() << "unexpected folder dialog: " << question.text;
-    return std::nullopt;
-  }
-  auto path = std::move(folder_paths_.front());
-  folder_paths_.pop_front();
-  return path;
+  return TakePath(folder_paths_, question.text);
 }
 
 std::vector<std::string> ScriptedDialogs::TakeTexts() {

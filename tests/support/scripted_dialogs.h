@@ -49,7 +49,7 @@ class ScriptedDialogs : public Dialogs {
     std::function<void()> meanwhile;
   };
   using Paths = std::deque<std::optional<std::string>>;
-  std::optional<std::string> TakePath(Paths& paths, const FileQuestion& question);
+  std::optional<std::string> TakePath(Paths& paths, const std::string& asked);
 
   std::deque<Prepared> answers_;
   Paths open_paths_;

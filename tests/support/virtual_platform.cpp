@@ -40,6 +40,12 @@ std::vector<std::string> VirtualPlatform::TakeRequests() {
   return requests;
 }
 
+std::vector<std::string> VirtualPlatform::TakeBareRequests() {
+  std::vector<std::string> requests = TakeRequests();
+  for (std::string& frame : requests) frame = frame.substr(3, frame.size() - 9);
+  return requests;
+}
+
 std::string Hex(std::span<const std::uint8_t> frame) { return sim::ToHex(frame); }
 
 std::vector<std::uint8_t> FromHex(std::string_view text) {

@@ -31,6 +31,8 @@ class VirtualPlatform {
   void Arm(std::string_view words);
   // Requests that reached the simulated meters since the last call, as hexadecimal bytes ("01 03 00 D0 ...").
   std::vector<std::string> TakeRequests();
+  // The same without station and frame check ("03 00 D0 ...").
+  std::vector<std::string> TakeBareRequests();
 
   VirtualTime time;
   MemoryFileSystem files;
