@@ -7,8 +7,10 @@
 
 #include "compare/frm_compare.h"
 #include "desktop/qt_text.h"
+#include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_compare_window.h"
+#include "resources/text_ids_origin.h"
 #include "tour/tour.h"
 
 namespace vlt::test {
@@ -126,6 +128,15 @@ void Restore(Tour& tour) {
   tour.Picture(kWindow, "compare_restored");
 }
 
+void Outdate(Tour& tour) {
+  SetProcess(tour, "60.50", "3.80", 1);
+  const std::string told =
+      FormatText(tour.Text(text::kOutdatedSide), {SideTitle(tour.Running().Logic(), CompareSide{})});
+  if (Window(tour).txtSide(frmCompare::kRight).Text() != told)
+    throw Trouble("the meter's side looks up to date");
+  tour.Picture(kWindow, "compare_outdated");
+}
+
 void Close(Tour& tour) {
   tour.Operator().Click(kWindow, "cmdClose");
   if (tour.Running().Logic().windows.Find(kWindow) != nullptr) throw Trouble("the comparison stays");
@@ -137,6 +148,7 @@ constexpr Step kSteps[] = {{"a snapshot of the meter is saved", Snapshot},
                            {"a tick is taken away by the keyboard", Untick},
                            {"ticked rows are sent", Send},
                            {"the meter is restored", Restore},
+                           {"a page sets values behind the comparison", Outdate},
                            {"the comparison closes", Close}};
 
 }  // namespace
