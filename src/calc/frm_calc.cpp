@@ -11,7 +11,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kNotANumber = 3920;
 constexpr int kOutOfRange = 3921;
 constexpr int kSpacingText = 1380;
 constexpr int kFontSize = 9;
@@ -168,7 +167,7 @@ void frmCalc::CheckEntry(const Entry& entry) {
   const bool is_number = numeric == 0 && ParseNumber(text).has_value();
   if (is_number && IsInRange(entry.field, text, unit_flag_)) return;
   entry.text.SelectAll();
-  app_.Show(app_.Text(is_number ? kOutOfRange : kNotANumber));
+  app_.Show(app_.Text(is_number ? kOutOfRange : NoNumberText(text)));
 }
 
 SpacingInputs frmCalc::Inputs() const {

@@ -43,9 +43,8 @@ constexpr TextSlot kTexts[] = {
 };
 
 std::optional<int> ListIndex(const std::string& slot, int entries) {
-  const auto number = ParseNumber(slot);
-  if (!number || *number < 0 || *number >= entries) return std::nullopt;
-  return static_cast<int>(*number);
+  const auto number = ParseWhole(slot);
+  return number && *number >= 0 && *number < entries ? number : std::nullopt;
 }
 
 // The unit system that a value was kept in: that of its unit, and of the program where none was kept.

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/input.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QSocketNotifier>
 #include <array>
 #include <iostream>
@@ -15,12 +13,6 @@
 #endif
 
 namespace vlt {
-
-std::optional<std::string> ReadScriptFile(const std::string& path) {
-  QFile file(QString::fromStdString(path));
-  if (QFileInfo(file).isDir() || !file.open(QIODevice::ReadOnly)) return std::nullopt;
-  return file.readAll().toStdString();
-}
 
 StandardInput::StandardInput(std::function<void(ScriptLine)> line, std::function<void()> end)
     : line_(std::move(line)), end_(std::move(end)) {

@@ -5,7 +5,6 @@
 #include <QObject>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "cli/script.h"
@@ -13,9 +12,6 @@
 class QSocketNotifier;
 
 namespace vlt {
-
-// All bytes of a file, or nothing when it cannot be read.
-std::optional<std::string> ReadScriptFile(const std::string& path);
 
 // Standard input, line by line while events run, so that a person or another program can say the next line
 // when it has seen what came of the last one. Where the system cannot tell that input is waiting, it is read

@@ -13,6 +13,7 @@
 
 #include "cli/companion.h"
 #include "cli/input.h"
+#include "files/file_report.h"
 #include "files/settings_file.h"
 #include "host/host.h"
 #include "shell/start.h"
@@ -28,6 +29,7 @@ constexpr const char* kUsage =
     "Runs the windows of Veltrano3 without a screen. SCRIPT is a file with one word and its arguments a "
     "line;\n"
     "without it the script comes from standard input. FOLDER holds VLT.ini; default: the folder of vlt.\n"
+    "A script has at most 1 MB and is a file, no pipe; a line has at most 64 KB, in standard input too.\n"
     "--json makes each line of output a JSON object. On the command line a WORD does one thing and ends:\n";
 
 constexpr const char* kMore =
@@ -56,6 +58,7 @@ constexpr const char* kMore =
     "not tell.\n";
 
 constexpr int kUnknownStatus = static_cast<int>(ScriptStatus::kUnknown);
+constexpr int kEnglishOffset = 5000;  // of the texts; what vlt says of itself is English
 constexpr int kStopLookMs = 100;
 // A handler that still runs when the script is over gets so long to come to its end.
 constexpr int kUnwindMs = 2000;
@@ -138,8 +141,15 @@ class Session {
     if (json_) companion_.WriteJson();
   }
 
-  // False, with a message, when a line can't be right: nothing is run then.
-  bool AddScript(const std::string& content) {
+  // False, with a message, when the file can't be read or a line can't be right: nothing is run then.
+  bool AddScript(const std::string& path) {
+    std::string content;
+    const FileError error = host_.files.ReadAtMost(path, kMostScriptBytes, content);
+    if (error != FileError::kGood) {
+      PutTrouble({0, ScriptStatus::kUnknown,
+                  "the script cannot be read: " + WhyNotRead(error, kEnglishOffset)});
+      return false;
+    }
     ScriptReader reader;
     reader.Add(content);
     reader.End();
@@ -219,12 +229,7 @@ int RunScript(const Options& options) {
     session.ListenToInput();
     return session.Run();
   }
-  const auto content = ReadScriptFile(options.script);
-  if (!content) {
-    session.PutTrouble({0, ScriptStatus::kUnknown, "the script cannot be read"});
-    return kUnknownStatus;
-  }
-  return session.AddScript(*content) ? session.Run() : kUnknownStatus;
+  return session.AddScript(options.script) ? session.Run() : kUnknownStatus;
 }
 
 // The words that may stand alone: "get, set, ...".

@@ -58,11 +58,36 @@ ScriptLine ParseScriptLine(std::string_view text, int number) {
   return line;
 }
 
+void ScriptReader::Add(std::string_view bytes) {
+  if (dropping_) {
+    const std::size_t end = bytes.find('\n');
+    if (end == std::string_view::npos) return;
+    bytes.remove_prefix(end + 1);
+    dropping_ = false;
+  }
+  rest_.erase(0, std::exchange(at_, 0));
+  rest_ += bytes;
+}
+
 std::optional<ScriptLine> ScriptReader::Next() {
-  const std::size_t end = rest_.find('\n');
-  if (end == std::string::npos && (!ended_ || rest_.empty())) return std::nullopt;
-  ScriptLine line = ParseScriptLine(std::string_view(rest_).substr(0, end), ++lines_);
-  rest_.erase(0, end == std::string::npos ? end : end + 1);
+  const std::string_view left = std::string_view(rest_).substr(at_);
+  const std::size_t end = left.find('\n');
+  const bool whole = end != std::string_view::npos;
+  const std::string_view text = left.substr(0, end);
+  if (text.size() > kMostLineBytes) {
+    dropping_ = !whole;
+    at_ = whole ? at_ + end + 1 : rest_.size();
+    return TooLong();
+  }
+  if (!whole && (!ended_ || left.empty())) return std::nullopt;
+  at_ = whole ? at_ + end + 1 : rest_.size();
+  return ParseScriptLine(text, ++lines_);
+}
+
+ScriptLine ScriptReader::TooLong() {
+  ScriptLine line;
+  line.number = ++lines_;
+  line.error = "the line is longer than " + std::to_string(kMostLineBytes >> 10) + " KB";
   return line;
 }
 

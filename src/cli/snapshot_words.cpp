@@ -64,7 +64,7 @@ void MeterWords::TakeSnapshot(const Arguments& arguments) {
   KnowSettings();
   const std::string& path = arguments[0].text;
   std::string there;
-  const FileError error = app_.platform.files.Read(path, there);
+  const FileError error = app_.platform.files.ReadAtMost(path, kMostSnapshotBytes, there);
   const bool is_free =
       error == FileError::kMissing || (error == FileError::kGood && LooksLikeSnapshot(there));
   if (!is_free) Fail(text::kNoSnapshotThere, {path});
@@ -81,7 +81,7 @@ void MeterWords::TakeSnapshot(const Arguments& arguments) {
 
 CompareSide MeterWords::SideOfNamedFile(const std::string& path) {
   FileSide file = SideOfFile(app_, path);
-  if (file.error == FileError::kOther) Fail(text::kNeitherFile, {path});
+  if (file.error == FileError::kOther && file.error.SystemNumber() == 0) Fail(text::kNeitherFile, {path});
   if (file.error != FileError::kGood) throw Trouble{kDiffers, NotReadText(app_, path, file.error)};
   return std::move(file.side);
 }

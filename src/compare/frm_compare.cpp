@@ -238,14 +238,12 @@ void frmCompare::AskAndTakeFile(int side) {
 }
 
 void frmCompare::TakeFile(int side, const std::string& path) {
-  std::string content;
-  const FileError error = app_.platform.files.Read(path, content);
-  if (error != FileError::kGood) {
-    return app_.Show(NotReadText(app_, LastComponent(path), error), MessageIcon::kStop);
-  }
   FileSide file = SideOfFile(app_, path);
-  if (file.error != FileError::kGood) {
+  if (file.error == FileError::kOther && file.error.SystemNumber() == 0) {
     return app_.Show(FormatText(app_.Text(text::kNeitherFile), {LastComponent(path)}), MessageIcon::kStop);
+  }
+  if (file.error != FileError::kGood) {
+    return app_.Show(NotReadText(app_, LastComponent(path), file.error), MessageIcon::kStop);
   }
   // A snapshot may have been chosen among the parameter files, and the other way round.
   if (PointOf(sides_[side].entry) == nullptr) {

@@ -98,16 +98,15 @@ class SlotReader {
 
   // The chosen entry of a list, or nothing.
   std::optional<int> IndexOf(const Parameter& row) const {
-    const auto number = ParseNumber(Text(row));
+    const auto number = ParseWhole(Text(row));
     constexpr int kMostEntries = 1000;
-    if (!number || *number < 0 || *number >= kMostEntries) return std::nullopt;
-    return static_cast<int>(*number);
+    return number && *number >= 0 && *number < kMostEntries ? number : std::nullopt;
   }
   void Learn(const Parameter& row, int& fact) const { fact = IndexOf(row).value_or(fact); }
 
   void LearnShape() {
-    if (const auto number = ParseNumber(Text(SystemRow("specification")))) {
-      facts_.SpecClass = SpecClassOf(static_cast<int>(*number));
+    if (const auto number = ParseWhole(Text(SystemRow("specification")))) {
+      facts_.SpecClass = SpecClassOf(*number);
       shape_is_known_ = true;
     }
     Learn(SystemRow("measurement_mode"), facts_.PathMode);
@@ -223,7 +222,7 @@ class SlotReader {
       code = DisplayChannel(row);
     } else if (const auto index = IndexOf(row)) {
       code = CodeOfIndex(row, *index);
-    } else if (const auto number = ParseNumber(cell.text); number && *number < 0) {
+    } else if (const auto number = ParseWhole(cell.text); number && *number < 0) {
       return false;
     }
     const std::size_t words = CodeWords(row, facts).size();
@@ -366,7 +365,7 @@ CompareSide SideOfFields(App& app) {
 FileSide SideOfFile(App& app, const std::string& path) {
   FileSide result;
   std::string content;
-  result.error = app.platform.files.Read(path, content);
+  result.error = app.platform.files.ReadAtMost(path, kMostSnapshotBytes, content);
   if (result.error != FileError::kGood) return result;
   if (!LooksLikeSnapshot(content)) return SideOfParameterFile(app, path);
   const SnapshotFile file = ParseSnapshot(content, app.state);

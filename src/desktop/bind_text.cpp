@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Text fields.
+#include <QEvent>
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QPainter>
@@ -14,49 +15,96 @@ namespace {
 
 constexpr int kNoLimit = 32767;  // what Qt calls no limit
 constexpr int kTextMargin = 2;   // Qt's own, beside the text of a field
+const QString kDots = QStringLiteral("\u2026");
 
 // Tells when it has got or lost the focus, after it has done its own part: a mark that is set then stays.
-// While it has no focus, a text that it has no room for begins at its start and ends in dots.
+// A text that it has no room for is seen from its start and ends in dots, with the focus as without: the dots
+// stand where its text may not go. When the caret leads further into the text, dots stand at its left, too.
 class Entry : public QLineEdit {
  public:
-  using QLineEdit::QLineEdit;
+  explicit Entry(QWidget* parent) : QLineEdit(parent) {
+    connect(this, &QLineEdit::textChanged, this, [this] { Fit(); });
+  }
   bool IsCut() const { return fontMetrics().horizontalAdvance(text()) > TextArea().width(); }
+  // Marks the whole text. The caret stands at its end, or where that would show the end alone, at its start.
+  void MarkAll() {
+    if (!IsCut()) return selectAll();
+    const auto length = static_cast<int>(text().size());
+    deselect();
+    setSelection(length, -length);
+  }
   std::function<void()> resized;
   std::function<void(Qt::FocusReason)> entered;
   std::function<void(Qt::FocusReason)> left;
 
+  // The room of the dots is none that it wants.
+  QSize sizeHint() const override { return QLineEdit::sizeHint() - QSize(textMargins().right(), 0); }
+  QSize minimumSizeHint() const override {
+    return QLineEdit::minimumSizeHint() - QSize(textMargins().right(), 0);
+  }
+
  protected:
   void focusInEvent(QFocusEvent* event) override {
     QLineEdit::focusInEvent(event);
+    if (hasSelectedText() && selectedText() == text()) MarkAll();
     if (entered) entered(event->reason());
   }
   void focusOutEvent(QFocusEvent* event) override {
     QLineEdit::focusOutEvent(event);
+    // Behind a menu or another window the person goes on where the caret stands.
+    const bool comes_back = event->reason() == Qt::ActiveWindowFocusReason ||
+                            event->reason() == Qt::PopupFocusReason ||
+                            event->reason() == Qt::MenuBarFocusReason;
+    if (!comes_back) setCursorPosition(0);
     if (left) left(event->reason());
   }
   void resizeEvent(QResizeEvent* event) override {
     QLineEdit::resizeEvent(event);
+    Fit();
     if (resized) resized();
   }
+  void changeEvent(QEvent* event) override {
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) Fit();
+  }
   void paintEvent(QPaintEvent* event) override {
-    if (hasFocus() || !IsCut()) return QLineEdit::paintEvent(event);
-    QPainter painter(this);
-    QStyleOptionFrame panel;
-    initStyleOption(&panel);
-    style()->drawPrimitive(QStyle::PE_PanelLineEdit, &panel, &painter, this);
-    painter.setPen(palette().color(QPalette::Text));
+    QLineEdit::paintEvent(event);
+    if (textMargins().right() == 0) return;
     const QRect area = TextArea();
-    painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter,
-                     fontMetrics().elidedText(text(), Qt::ElideRight, area.width()));
+    const int middle = height() / 2;
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Text));
+    const int dots = fontMetrics().horizontalAdvance(kDots);
+    if (cursorPositionAt({shown_right_, middle}) < text().size()) {
+      painter.drawText(QRect(shown_right_, area.top(), dots, area.height()), Qt::AlignVCenter, kDots);
+    }
+    if (cursorPositionAt({area.left(), middle}) == 0 || cursorRect().left() < area.left() + dots) return;
+    const QRect at_left(area.left() - kTextMargin, area.top(), dots + kTextMargin, area.height());
+    painter.fillRect(at_left, palette().color(QPalette::Base));
+    painter.drawText(at_left, Qt::AlignVCenter | Qt::AlignRight, kDots);
   }
 
  private:
-  QRect TextArea() const {
+  QRect Inside() const {
     QStyleOptionFrame panel;
     initStyleOption(&panel);
-    const QRect inside = style()->subElementRect(QStyle::SE_LineEditContents, &panel, this);
-    return inside.adjusted(kTextMargin, 0, -kTextMargin, 0);
+    return style()->subElementRect(QStyle::SE_LineEditContents, &panel, this);
   }
+  QRect TextArea() const { return Inside().adjusted(kTextMargin, 0, -kTextMargin, 0); }
+
+  // The text gets the room of the letters that are seen of it, the dots the rest.
+  void Fit() {
+    const QFontMetrics metrics = fontMetrics();
+    const QRect area = TextArea();
+    QString seen;
+    if (IsCut()) seen = metrics.elidedText(text(), Qt::ElideRight, area.width());
+    if (seen.endsWith(kDots)) seen.chop(kDots.size());
+    shown_right_ = area.left() + metrics.horizontalAdvance(seen);
+    const int right = seen.isEmpty() ? 0 : Inside().right() + 1 - shown_right_;
+    if (right != textMargins().right()) setTextMargins(0, 0, right, 0);
+  }
+
+  int shown_right_ = 0;  // where the letters end that are seen of a text that is cut
 };
 
 class TextBoxBinding : public Binding {
@@ -107,20 +155,26 @@ class TextBoxBinding : public Binding {
     PushLimit();
     View()->setReadOnly(box_.Locked());
     if (View()->text() != text) {
+      const int caret = View()->cursorPosition();
       View()->setText(text);
-      if (!View()->hasFocus()) View()->setCursorPosition(0);
+      View()->setCursorPosition(View()->hasFocus() ? qMin(caret, static_cast<int>(text.size())) : 0);
       marked_ = false;
     }
     if (marks_ == box_.SelectAllCount()) return;
     marks_ = box_.SelectAllCount();
     marked_ = true;
-    View()->selectAll();
+    View()->MarkAll();
   }
 
-  // It binds typing: what the program has set may be longer, and then takes no more letters.
+  // It binds typing: what the program has set may be longer, and then takes no more letters. Qt sets the text
+  // anew with the limit, and with that the caret to the end.
   void PushLimit() {
-    const int limit = box_.MaxLength() > 0 ? box_.MaxLength() : kNoLimit;
-    View()->setMaxLength(qMax(limit, static_cast<int>(ToQt(box_.Text()).size())));
+    const int most = box_.MaxLength() > 0 ? box_.MaxLength() : kNoLimit;
+    const int limit = qMax(most, static_cast<int>(ToQt(box_.Text()).size()));
+    if (View()->maxLength() == limit) return;
+    const int caret = View()->cursorPosition();
+    View()->setMaxLength(limit);
+    View()->setCursorPosition(caret);
   }
 
   QString CutText() const override { return View()->IsCut() ? View()->text() : QString(); }
@@ -136,7 +190,7 @@ class TextBoxBinding : public Binding {
   // Qt drops the mark of a field without focus; the operator is to find it when the focus comes back.
   void MarkAgain(Qt::FocusReason reason) {
     if (reason == Qt::MouseFocusReason) marked_ = false;
-    if (marked_) View()->selectAll();
+    if (marked_) View()->MarkAll();
   }
 
   TextBox& box_;

@@ -2,15 +2,17 @@
 #include "files/file_report.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_files.h"
 
 namespace vlt {
 namespace {
 
 struct Reason {
-  FileError error;
+  FileError::Kind error;
   int reading;  // text ids
   int writing;
 };
@@ -19,24 +21,50 @@ constexpr Reason kReasons[] = {
     {FileError::kMissing, text::kFileMissing, text::kFileFolderMissing},
     {FileError::kNoPermission, text::kFileNotAllowed, text::kFileNotAllowed},
     {FileError::kNotAFile, text::kFileIsFolder, text::kFileIsFolder},
+    {FileError::kDevice, text::kFileIsDevice, text::kFileIsDevice},
+    {FileError::kPipe, text::kFileIsPipe, text::kFileIsPipe},
+    {FileError::kSocket, text::kFileIsSocket, text::kFileIsSocket},
     {FileError::kFull, text::kFileDiskFull, text::kFileDiskFull},
     {FileError::kTooLarge, text::kFileTooLarge, text::kFileTooLarge},
     {FileError::kOther, text::kFileOtherFault, text::kFileOtherFault},
 };
 
 // 0 for kGood.
-int ReasonId(FileError error, int Reason::*text) {
+int ReasonId(const FileError& error, int Reason::*text) {
   const auto* reason = std::find_if(std::begin(kReasons), std::end(kReasons),
-                                    [&](const Reason& r) { return r.error == error; });
+                                    [&](const Reason& r) { return error == r.error; });
   return reason == std::end(kReasons) ? 0 : reason->*text;
 }
 
-void ReportFailure(App& app, int id, const std::string& path, FileError error, int Reason::*text) {
-  const int reason = ReasonId(error, text);
-  if (reason != 0) app.Status(FormatText(app.Text(id), {LastComponent(path), app.Text(reason)}));
+std::string Why(const FileError& error, int Reason::*text, int lang_offset) {
+  constexpr std::uint64_t kMegabyte = 1 << 20;
+  const auto words = [&](int id) { return std::string(LookupText(id + lang_offset)); };
+  if (error == FileError::kTooLarge && error.Most() != 0)
+    return FormatText(words(text::kFileLargerThan), {std::to_string(error.Most() / kMegabyte) + " MB"});
+  if (error == FileError::kOther && error.SystemNumber() != 0) {
+    const std::string told = std::to_string(error.SystemNumber()) + " (" + error.SystemWords() + ")";
+    return FormatText(words(text::kFileFault), {told});
+  }
+  return words(ReasonId(error, text));
+}
+
+std::string NotRead(const std::string& name, const FileError& error, int lang_offset) {
+  return FormatText(LookupText(text::kFileNotRead + lang_offset), {name, WhyNotRead(error, lang_offset)});
 }
 
 }  // namespace
+
+int NotReadReason(const FileError& error) { return ReasonId(error, &Reason::reading); }
+
+int NotWrittenReason(const FileError& error) { return ReasonId(error, &Reason::writing); }
+
+std::string WhyNotRead(const FileError& error, int lang_offset) {
+  return Why(error, &Reason::reading, lang_offset);
+}
+
+std::string WhyNotWritten(const FileError& error, int lang_offset) {
+  return Why(error, error.IsReading() ? &Reason::reading : &Reason::writing, lang_offset);
+}
 
 void ReportOpened(App& app, const std::string& path, const LoadResult& result) {
   if (result.file != FileError::kGood) {
@@ -54,15 +82,15 @@ void ReportSaved(App& app, const std::string& path) {
   app.Status(FormatText(app.Text(text::kFileSaved), {LastComponent(path)}));
 }
 
-void ReportNotRead(App& app, const std::string& path, FileError error) {
-  ReportFailure(app, text::kFileNotRead, path, error, &Reason::reading);
+void ReportNotRead(App& app, const std::string& path, const FileError& error) {
+  if (error != FileError::kGood) app.Status(NotReadText(app, LastComponent(path), error));
 }
 
-void ReportNotWritten(App& app, const std::string& path, FileError error) {
-  ReportFailure(app, text::kFileNotWritten, path, error, &Reason::writing);
+void ReportNotWritten(App& app, const std::string& path, const FileError& error) {
+  if (error != FileError::kGood) app.Status(NotWrittenText(app, path, error));
 }
 
-void ReportWritten(App& app, const std::string& path, FileError error) {
+void ReportWritten(App& app, const std::string& path, const FileError& error) {
   if (error == FileError::kGood) {
     ReportSaved(app, path);
   } else {
@@ -70,17 +98,18 @@ void ReportWritten(App& app, const std::string& path, FileError error) {
   }
 }
 
-std::string NotReadText(const App& app, const std::string& name, FileError error) {
-  return FormatText(app.Text(text::kFileNotRead), {name, app.Text(ReasonId(error, &Reason::reading))});
+std::string NotReadText(const App& app, const std::string& name, const FileError& error) {
+  return NotRead(name, error, app.state.LangOffset);
 }
 
-std::string NotWrittenText(const App& app, const std::string& path, FileError error) {
-  return FormatText(app.Text(text::kFileNotWritten),
-                    {LastComponent(path), app.Text(NotWrittenReason(error))});
+std::string NotWrittenText(const App& app, const std::string& path, const FileError& error) {
+  const std::string name = FailedName(path, error);
+  if (error.IsReading()) return NotRead(name, error, app.state.LangOffset);
+  return FormatText(app.Text(text::kFileNotWritten), {name, WhyNotWritten(error, app.state.LangOffset)});
 }
 
-int NotReadReason(FileError error) { return ReasonId(error, &Reason::reading); }
-
-int NotWrittenReason(FileError error) { return ReasonId(error, &Reason::writing); }
+std::string FailedName(const std::string& path, const FileError& error) {
+  return LastComponent(error.Path().empty() ? path : error.Path());
+}
 
 }  // namespace vlt

@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <limits>
 #include <string_view>
+#include <utility>
 
+#include "values/number_text.h"
 #include "values/text.h"
 
 namespace vlt {
@@ -41,13 +43,27 @@ void PutSlots(const App& app, ProfileFile& profile) {
   }
 }
 
-// False for a number that a 16-bit word can't hold.
-bool TakeNumber(App& app, const SlotRow& row, const ProfileFile& profile) {
+// False for a number that a 16-bit word can't hold. A text that is no number reads as 0, and is told.
+bool TakeNumber(App& app, const SlotRow& row, const ProfileFile& profile, LoadResult& result) {
   using Word = std::numeric_limits<std::int16_t>;
   const int number = profile.GetInt(row.section, row.key, 0);
-  if (number < Word::min() || number > Word::max()) return false;
+  if (number < Word::min() || number > Word::max()) {
+    result.Stop(row.section, row.key);
+    return false;
+  }
   app.state.*row.number = number;
+  const std::string text = profile.GetString(row.section, row.key, "");
+  if (!text.empty() && !ParseWhole(text)) result.Leave(row.section, row.key);
   return true;
+}
+
+// A choice that is no whole number is told, and counts as one that the file does not have.
+bool TakeText(App& app, Slot slot, const SlotRow& row, const ProfileFile& profile, LoadResult& result) {
+  std::string text = CutAtNul(profile.GetString(row.section, row.key, row.absent));
+  const bool taken = !row.is_choice || Trim(text).empty() || ParseWhole(text);
+  if (!taken) result.Leave(row.section, row.key);
+  app.slots[slot] = taken ? std::move(text) : row.absent;
+  return taken && profile.Has(row.section, row.key);
 }
 
 // Where the value of a slot comes from now; a key that is not there, or empty, gives none.
@@ -67,15 +83,15 @@ LoadResult TakeSlots(App& app, const ProfileFile& profile, const std::string& pa
     if (row.absent == nullptr) continue;
     ++result.known;
     if (!result.Converted()) continue;
+    const auto slot = static_cast<Slot>(i);
+    bool there = profile.Has(row.section, row.key);
     if (row.number == nullptr) {
-      app.slots[i] = CutAtNul(profile.GetString(row.section, row.key, row.absent));
-    } else if (!TakeNumber(app, row, profile)) {
-      result.Stop(row.section, row.key);
+      there = TakeText(app, slot, row, profile, result);
+    } else if (!TakeNumber(app, row, profile, result)) {
       continue;
     }
-    const bool there = profile.Has(row.section, row.key);
     result.taken += there;
-    NoteOrigin(app, static_cast<Slot>(i), there, path);
+    NoteOrigin(app, slot, there, path);
   }
   return result;
 }
@@ -102,8 +118,11 @@ LoadResult OpenParameterFile(App& app, const std::string& path) {
   ProfileFile profile;
   const FileError error = ReadProfile(app.platform.files, path, profile);
   if (error != FileError::kGood) return {.file = error};
-  // A setting that is no number ends the settings, not the opening.
+  // A setting that is no number ends the settings, not the opening. What the program runs as is no matter of
+  // a parameter file: none holds it.
+  const std::string variant = app.state.ModelCode;
   const LoadResult settings = LoadSettings(app, profile, 1);
+  app.state.ModelCode = variant;
   // The settings text names what an open port runs on; it follows when the port is opened anew.
   if (!app.state.PortIsOpen) BuildCommSettings(app.state);
   LoadResult result = TakeSlots(app, profile, path);

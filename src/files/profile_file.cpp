@@ -178,7 +178,7 @@ int LeadingInteger(std::string_view text) {
 
 FileError ReadProfile(FileSystem& files, const std::string& path, ProfileFile& profile) {
   std::string content;
-  const FileError error = files.Read(CleanPath(path), content);
+  const FileError error = files.ReadAtMost(CleanPath(path), kMostSettingsBytes, content);
   profile = ProfileFile(error == FileError::kGood ? content : "");
   return error;
 }
@@ -187,7 +187,7 @@ FileError ChangeProfile(FileSystem& files, const std::string& path, bool keep_ba
                         const std::function<void(ProfileFile&)>& change) {
   ProfileFile profile;
   const FileError error = ReadProfile(files, path, profile);
-  if (error != FileError::kGood && error != FileError::kMissing) return error;
+  if (error != FileError::kGood && error != FileError::kMissing) return error.OnReading();
   change(profile);
   return WriteWhole(files, path, profile.Text(), keep_backup);
 }

@@ -74,7 +74,7 @@ class ProfileFile {
 // nearest int.
 int LeadingInteger(std::string_view text);
 
-// Reads a profile file. After a failure `profile` is empty, so that every key has its default; kMissing is no
+// Reads a profile file of at most kMostSettingsBytes. After a failure `profile` is empty, so that every key has its default; kMissing is no
 // fault of a settings file.
 FileError ReadProfile(FileSystem& files, const std::string& path, ProfileFile& profile);
 

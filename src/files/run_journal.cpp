@@ -16,11 +16,13 @@ constexpr std::size_t kTailBytes = 64 * 1024;  // more than the longest record
 // Digits and what stands between them: "2026/11/24 10:00:05".
 constexpr std::string_view kTimeForm = "0000/00/00 00:00:00";
 
-// Calls `line` with each line that is whole; what is left behind them is the result.
+// Calls `line` with each line that is whole, without its CR LF or LF; what is left behind them is the result.
 std::string_view EachLine(std::string_view text, const std::function<void(std::string_view)>& line) {
-  for (std::size_t end = text.find(kLineEnd); end != std::string_view::npos; end = text.find(kLineEnd)) {
-    line(text.substr(0, end));
-    text.remove_prefix(end + kLineEnd.size());
+  for (std::size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
+    std::string_view whole = text.substr(0, end);
+    if (whole.ends_with('\r')) whole.remove_suffix(1);
+    line(whole);
+    text.remove_prefix(end + 1);
   }
   return text;
 }
@@ -34,21 +36,51 @@ std::optional<OpenRun> RunOf(std::string_view line) {
                  .path = std::string(line.substr(second + 1))};
 }
 
-FileError Write(App& app, std::vector<OpenRun> runs) {
+// A line of the journal, as it stands there; what is no run has none.
+struct Line {
+  std::string text;
+  std::optional<OpenRun> run;
+};
+
+Line LineOf(const OpenRun& run) { return {run.started + "\t" + run.page + "\t" + run.path, run}; }
+
+FileError ReadLines(App& app, std::vector<Line>& lines) {
+  std::string text;
+  const FileError error = app.platform.files.ReadAtMost(RunJournalPath(app), kMostSettingsBytes, text);
+  if (error == FileError::kMissing) return FileError::kGood;
+  if (error != FileError::kGood) return error.OnReading();
+  const auto take = [&](std::string_view line) {
+    if (!line.empty()) lines.push_back({std::string(line), RunOf(line)});
+  };
+  take(EachLine(text, take));
+  return FileError::kGood;
+}
+
+void DropOldRuns(std::vector<Line>& lines) {
+  const auto is_run = [](const Line& line) { return line.run.has_value(); };
+  auto runs = static_cast<std::size_t>(std::ranges::count_if(lines, is_run));
+  for (; runs > kMostOpenRuns; --runs) lines.erase(std::ranges::find_if(lines, is_run));
+}
+
+FileError Write(App& app, std::vector<Line> lines) {
   FileSystem& files = app.platform.files;
   const std::string path = RunJournalPath(app);
-  if (runs.empty()) {
+  if (lines.empty()) {
     const FileError error = files.Remove(path);
     return error == FileError::kMissing ? FileError::kGood : error;
   }
-  if (runs.size() > kMostOpenRuns) {
-    runs.erase(runs.begin(), runs.end() - static_cast<std::ptrdiff_t>(kMostOpenRuns));
-  }
+  DropOldRuns(lines);
   std::string text;
-  for (const OpenRun& run : runs) {
-    text.append(run.started).append("\t").append(run.page).append("\t").append(run.path).append(kLineEnd);
-  }
+  for (const Line& line : lines) text.append(line.text).append(kLineEnd);
   return WriteWhole(files, path, text, false);
+}
+
+FileError Change(App& app, const std::function<void(std::vector<Line>&)>& change) {
+  std::vector<Line> lines;
+  const FileError error = ReadLines(app, lines);
+  if (error != FileError::kGood) return error;
+  change(lines);
+  return Write(app, std::move(lines));
 }
 
 // The time at the head of a record; empty for any other line. Heads of logs have no time there.
@@ -67,41 +99,46 @@ std::string RunJournalPath(App& app) {
   return app.platform.process.ProgramFolder() + app.platform.process.Separator() + kFileName;
 }
 
+FileError ReadOpenRuns(App& app, std::vector<OpenRun>& runs) {
+  std::vector<Line> lines;
+  const FileError error = ReadLines(app, lines);
+  runs.clear();
+  for (Line& line : lines) {
+    if (line.run) runs.push_back(std::move(*line.run));
+  }
+  return error;
+}
+
 std::vector<OpenRun> ReadOpenRuns(App& app) {
   std::vector<OpenRun> runs;
-  std::string text;
-  if (app.platform.files.Read(RunJournalPath(app), text) != FileError::kGood) return runs;
-  EachLine(text, [&](std::string_view line) {
-    if (const auto run = RunOf(line)) runs.push_back(*run);
-  });
+  ReadOpenRuns(app, runs);
   return runs;
 }
 
 FileError EnterRun(App& app, const OpenRun& run) {
-  std::vector<OpenRun> runs = ReadOpenRuns(app);
-  runs.push_back(run);
-  return Write(app, std::move(runs));
+  return Change(app, [&](std::vector<Line>& lines) { lines.push_back(LineOf(run)); });
 }
 
 FileError MoveRun(App& app, const OpenRun& run, const std::string& path) {
-  std::vector<OpenRun> runs = ReadOpenRuns(app);
-  const auto entry = std::ranges::find(runs, run);
   OpenRun moved = run;
   moved.path = path;
-  if (entry == runs.end()) {
-    runs.push_back(moved);
-  } else {
-    *entry = moved;
-  }
-  return Write(app, std::move(runs));
+  return Change(app, [&](std::vector<Line>& lines) {
+    const auto entry = std::ranges::find_if(lines, [&](const Line& line) { return line.run == run; });
+    if (entry == lines.end()) {
+      lines.push_back(LineOf(moved));
+    } else {
+      *entry = LineOf(moved);
+    }
+  });
 }
 
 FileError TakeOutRun(App& app, const OpenRun& run) { return TakeOutRuns(app, {run}); }
 
 FileError TakeOutRuns(App& app, const std::vector<OpenRun>& runs) {
-  std::vector<OpenRun> left = ReadOpenRuns(app);
-  std::erase_if(left, [&](const OpenRun& run) { return std::ranges::find(runs, run) != runs.end(); });
-  return Write(app, std::move(left));
+  return Change(app, [&](std::vector<Line>& lines) {
+    std::erase_if(lines,
+                  [&](const Line& line) { return line.run && std::ranges::find(runs, *line.run) != runs.end(); });
+  });
 }
 
 RunFile LookAtRun(App& app, const OpenRun& run) {

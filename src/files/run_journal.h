@@ -3,7 +3,8 @@
 // out at its Stop, so what stands there when the program starts ended without one. The file is there only
 // while it has an entry.
 //
-// A line a run: when it began, its page, its file, with a tab between them. UTF-8, lines end in CR LF.
+// A line a run: when it began, its page, its file, with a tab between them. UTF-8, lines end in CR LF; LF alone
+// is taken too. Lines that are no run stay as they are. A journal that can't be read is never written.
 #pragma once
 
 #include <cstdint>
@@ -27,9 +28,13 @@ inline constexpr std::size_t kMostOpenRuns = 20;
 
 std::string RunJournalPath(App& app);
 
-// The entries, the oldest first. Nothing when there is no file; lines that are no entry are left out.
+// The entries, the oldest first, lines that are none left out. No file is good and has none. After a failure
+// `runs` is empty.
+FileError ReadOpenRuns(App& app, std::vector<OpenRun>& runs);
+// The same, where it does not matter why there are none.
 std::vector<OpenRun> ReadOpenRuns(App& app);
 
+// Each of these changes nothing, and returns why, when the journal can't be read.
 FileError EnterRun(App& app, const OpenRun& run);
 // The run goes on in another file.
 FileError MoveRun(App& app, const OpenRun& run, const std::string& path);

@@ -2,6 +2,7 @@
 #include "files/whole_file.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace vlt {
 namespace {
@@ -16,9 +17,10 @@ class Temporary {
   Temporary(const Temporary&) = delete;
   Temporary& operator=(const Temporary&) = delete;
 
-  FileError Create(std::string_view content) {
+  // With the rights of `model`.
+  FileError Create(std::string_view content, const std::string& model) {
     there_ = true;
-    return files_.Create(path_, content);
+    return files_.CreateLike(path_, content, model).Of(path_);
   }
   FileError MoveOver(const std::string& target) {
     const FileError error = files_.Rename(path_, target);
@@ -32,13 +34,24 @@ class Temporary {
   bool there_ = false;
 };
 
+// Writes a file whole; `model` is the one that it has its rights from.
+FileError Replace(FileSystem& files, const std::string& target, std::string_view content,
+                  const std::string& model, const std::function<FileError()>& before_it_moves) {
+  Temporary temporary(files, target);
+  FileError error = temporary.Create(content, model);
+  if (error == FileError::kGood) error = before_it_moves();
+  return error == FileError::kGood ? temporary.MoveOver(target) : error;
+}
+
 // Copies a file that is about to be replaced. Moving it instead would leave a moment without it. A file that
 // already holds `content` is not replaced by anything else, and the backup of its former state stays.
 FileError KeepFormer(FileSystem& files, const std::string& path, std::string_view content) {
   std::string former;
   const FileError read = files.Read(path, former);
   if (read == FileError::kMissing || (read == FileError::kGood && former == content)) return FileError::kGood;
-  return read == FileError::kGood ? WriteWhole(files, BackupPath(path), former, false) : read;
+  if (read != FileError::kGood) return read.OnReading();
+  const std::string backup = files.Target(BackupPath(path));
+  return Replace(files, backup, former, path, [] { return FileError(); }).Of(backup);
 }
 
 }  // namespace
@@ -55,11 +68,10 @@ std::string BackupPath(const std::string& path) { return CleanPath(path) + ".bak
 
 FileError WriteWhole(FileSystem& files, const std::string& path, std::string_view content, bool keep_backup) {
   const std::string target = files.Target(CleanPath(path));
-  Temporary temporary(files, target);
   // The new content comes first: a full disk then leaves the backup alone too.
-  FileError error = temporary.Create(content);
-  if (error == FileError::kGood && keep_backup) error = KeepFormer(files, CleanPath(path), content);
-  return error == FileError::kGood ? temporary.MoveOver(target) : error;
+  return Replace(files, target, content, target, [&] {
+    return keep_backup ? KeepFormer(files, target, content) : FileError();
+  });
 }
 
 }  // namespace vlt

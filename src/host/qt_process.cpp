@@ -8,6 +8,8 @@
 #include <QSerialPortInfo>
 #include <QStandardPaths>
 #include <cstdio>
+
+#include "host/left_lock.h"
 #ifdef _WIN32
 #include <windows.h>
 #else
@@ -38,12 +40,8 @@ QString FallbackLock(const QString& folder) {
   return place + QStringLiteral("/veltrano3-") + QString::fromLatin1(print) + QStringLiteral(".lock");
 }
 
-std::unique_ptr<QLockFile> LockAt(const QString& path) {
-  auto lock = std::make_unique<QLockFile>(path);
-  lock->setStaleLockTime(0);  // age says nothing: only a process that is gone frees its lock
-  lock->tryLock(0);
-  return lock;
-}
+// A lock that is there but not filled belongs to a process that is just making it, or to none.
+constexpr int kFillingMs = 100;
 
 }  // namespace
 
@@ -60,12 +58,59 @@ char QtProcess::Separator() { return QDir::separator().toLatin1(); }
 bool QtProcess::BecomeOnlyInstance() {
   if (guard_ && guard_->isLocked()) return true;
   const QString folder = QString::fromStdString(folder_);
-  guard_ = LockAt(folder + QLatin1Char('/') + kLockName);
-  if (guard_->isLocked()) return true;
-  if (guard_->error() == QLockFile::LockFailedError) return false;
-  guard_ = LockAt(FallbackLock(folder));
+  Guard guard = KeepGuard(folder + QLatin1Char('/') + kLockName);
+  if (guard == Guard::kNone) guard = KeepGuard(FallbackLock(folder));
   // Where no guard can be kept at all, working without one beats not working.
-  return guard_->error() != QLockFile::LockFailedError;
+  return guard != Guard::kOthers;
+}
+
+QtProcess::Guard QtProcess::KeepGuard(const QString& path) {
+  const QFileInfo there(path);
+  const bool is_there = there.exists() || there.isSymLink();
+  if (is_there && !there.isFile()) {
+    Note(FoundLock::State::kElsewhere, path);
+    return Guard::kNone;
+  }
+  const FoundLock before = found_;
+  if (is_there) Note(FoundLock::State::kTakenOver, path);
+  guard_ = std::make_unique<QLockFile>(path);
+  guard_->setStaleLockTime(0);  // age says nothing: only a process that is gone frees its lock
+  if (guard_->tryLock(0)) return Guard::kOurs;
+  if (guard_->error() == QLockFile::LockFailedError) return TakeOver(path);
+  found_ = before;
+  return Guard::kNone;
+}
+
+// The lock file names a process that runs, here or elsewhere, or none.
+QtProcess::Guard QtProcess::TakeOver(const QString& path) {
+  if (found_.process == 0 && guard_->tryLock(kFillingMs)) return Guard::kOurs;
+  switch (RemoveLeftLock(path)) {
+    case LeftLock::kGone:
+      if (guard_->tryLock(0)) return Guard::kOurs;
+      break;
+    case LeftLock::kStuck:
+      Note(FoundLock::State::kElsewhere, path);
+      return Guard::kNone;
+    case LeftLock::kUnsure:
+      Note(FoundLock::State::kUnsure, path);
+      return Guard::kOthers;
+    case LeftLock::kHeld:
+      break;
+  }
+  found_ = {};
+  return Guard::kOthers;
+}
+
+// Keeps what the lock file tells of its owner, while it is there.
+void QtProcess::Note(FoundLock::State state, const QString& path) {
+  qint64 process = 0;
+  QString machine;
+  QString program;
+  const bool told = QFileInfo(path).isFile() && QLockFile(path).getLockInfo(&process, &machine, &program);
+  found_ = {.state = state,
+            .path = QDir::toNativeSeparators(path).toStdString(),
+            .process = told ? process : 0,
+            .machine = told ? machine.toStdString() : ""};
 }
 
 #ifdef _WIN32

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QLockFile>
+#include <QString>
 #include <memory>
 
 #include "platform/process.h"
@@ -21,14 +22,21 @@ class QtProcess : public Process {
   // The guard is a lock file in the program folder, or, where that can't be written, one in the user's
   // run-time folder that carries the program folder's fingerprint. It is held until the process ends.
   bool BecomeOnlyInstance() override;
+  FoundLock LockInTheWay() override { return found_; }
   int LocaleId() override;
   std::string ShortPath(const std::string& path) override;
   void PutError(const std::string& text) override;
   std::vector<PortInfo> Ports() override;
 
  private:
+  enum class Guard : unsigned char { kOurs, kOthers, kNone };
+  Guard KeepGuard(const QString& path);
+  Guard TakeOver(const QString& path);
+  void Note(FoundLock::State state, const QString& path);
+
   std::string folder_;
   std::unique_ptr<QLockFile> guard_;
+  FoundLock found_;
 };
 
 }  // namespace vlt

@@ -24,15 +24,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kLargest = std::size_t{8} * 1024 * 1024;
-
 // Paths of the product are UTF-8 everywhere.
 fs::path PathOf(const std::string& text) { return fs::path(std::u8string(text.begin(), text.end())); }
 
 FileError ErrorOf(const std::error_code& code) {
   struct Row {
     std::errc code;
-    FileError error;
+    FileError::Kind error;
   };
   static constexpr std::array<Row, 12> kRows{{
       {std::errc::no_such_file_or_directory, FileError::kMissing},
@@ -42,8 +40,8 @@ FileError ErrorOf(const std::error_code& code) {
       {std::errc::read_only_file_system, FileError::kNoPermission},
       {std::errc::text_file_busy, FileError::kNoPermission},
       {std::errc::is_a_directory, FileError::kNotAFile},
-      {std::errc::no_such_device_or_address, FileError::kNotAFile},  // a pipe that nobody reads
-      {std::errc::no_such_device, FileError::kNotAFile},
+      {std::errc::no_such_device_or_address, FileError::kPipe},  // one that nobody reads
+      {std::errc::no_such_device, FileError::kDevice},
       {std::errc::no_space_on_device, FileError::kFull},
       {std::errc::file_too_large, FileError::kFull},  // the limit of the file system or of the user
       {std::errc::filename_too_long, FileError::kMissing},
@@ -53,7 +51,7 @@ FileError ErrorOf(const std::error_code& code) {
 #ifdef EDQUOT
   if (code.value() == EDQUOT) return FileError::kFull;
 #endif
-  return FileError::kOther;
+  return FileError::OfSystem(code.value(), code.message());
 }
 
 FileError LastError() { return ErrorOf({errno, std::generic_category()}); }
@@ -67,6 +65,7 @@ class Handle {
   static constexpr int kAppend = _O_WRONLY | _O_BINARY | _O_CREAT | _O_APPEND;
   Handle(const fs::path& path, int flags) : fd_(_wopen(path.c_str(), flags, _S_IREAD | _S_IWRITE)) {}
   bool Flush() { return _commit(fd_) == 0; }
+  void TakeRightsOf(const fs::path&) {}  // here they come from the folder
   bool Cut(std::uintmax_t size) { return _chsize_s(fd_, static_cast<long long>(size)) == 0; }
   bool Seek(std::uintmax_t to) { return _lseeki64(fd_, static_cast<long long>(to), SEEK_SET) >= 0; }
   std::ptrdiff_t Get(char* to, std::size_t size) { return _read(fd_, to, static_cast<unsigned>(size)); }
@@ -80,6 +79,11 @@ class Handle {
   static constexpr int kWrite = O_WRONLY | O_CLOEXEC | O_NONBLOCK | O_CREAT | O_TRUNC;
   static constexpr int kAppend = O_WRONLY | O_CLOEXEC | O_NONBLOCK | O_CREAT | O_APPEND;
   Handle(const fs::path& path, int flags) : fd_(::open(path.c_str(), flags, 0666)) {}
+  // Where they can't be taken over, the content counts more.
+  void TakeRightsOf(const fs::path& model) const {
+    struct stat found = {};
+    if (::stat(model.c_str(), &found) == 0) static_cast<void>(::fchmod(fd_, found.st_mode & 0777));
+  }
   bool Flush() const { return ::fsync(fd_) == 0; }
   bool Cut(std::uintmax_t size) const { return ::ftruncate(fd_, static_cast<off_t>(size)) == 0; }
   bool Seek(std::uintmax_t to) const { return ::lseek(fd_, static_cast<off_t>(to), SEEK_SET) >= 0; }
@@ -107,11 +111,22 @@ struct Found {
 
 Found Look(const fs::path& path) {
   std::error_code code;
-  const fs::file_status status = fs::status(path, code);
-  if (status.type() == fs::file_type::not_found) return {};
-  if (status.type() == fs::file_type::none) return {ErrorOf(code)};
-  if (status.type() != fs::file_type::regular) return {FileError::kNotAFile, true};
-  return {FileError::kGood, true, fs::file_size(path, code)};
+  switch (fs::status(path, code).type()) {
+    case fs::file_type::not_found:
+      return {};
+    case fs::file_type::none:
+      return {ErrorOf(code)};
+    case fs::file_type::regular:
+      return {FileError::kGood, true, fs::file_size(path, code)};
+    case fs::file_type::directory:
+      return {FileError::kNotAFile, true};
+    case fs::file_type::fifo:
+      return {FileError::kPipe, true};
+    case fs::file_type::socket:
+      return {FileError::kSocket, true};
+    default:
+      return {FileError::kDevice, true};
+  }
 }
 
 FileError Fill(Handle& file, std::string_view content) {
@@ -144,14 +159,30 @@ bool IsWritable(const fs::path& path) {
 #endif
 }
 
+// Creates or empties the file and fills it; `model` gives it its rights, or is null.
+FileError Make(const fs::path& file, std::string_view content, const fs::path* model) {
+  const Found found = Look(file);
+  if (found.error != FileError::kGood) return found.error;
+  Handle handle(file, Handle::kWrite);
+  if (!handle.IsOpen()) return LastError();
+  if (model != nullptr) handle.TakeRightsOf(*model);
+  const FileError error = Fill(handle, content);
+  if (error != FileError::kGood && !found.exists) {
+    if (handle.IsOpen()) handle.Close();
+    std::error_code ignored;
+    fs::remove(file, ignored);
+  }
+  return error;
+}
+
 }  // namespace
 
-FileError StdFileSystem::Read(const std::string& path, std::string& content) {
+FileError StdFileSystem::ReadAtMost(const std::string& path, std::size_t most, std::string& content) {
   const fs::path file = PathOf(path);
   const Found found = Look(file);
   if (found.error != FileError::kGood) return found.error;
   if (!found.exists) return FileError::kMissing;
-  if (found.size > kLargest) return FileError::kTooLarge;
+  if (found.size > most) return FileError::LargerThan(most);
   Handle handle(file, Handle::kRead);
   if (!handle.IsOpen()) return LastError();
   std::string read;
@@ -162,25 +193,20 @@ FileError StdFileSystem::Read(const std::string& path, std::string& content) {
     if (got < 0) return LastError();
     if (got == 0) break;
     read.append(piece.data(), static_cast<std::size_t>(got));
-    if (read.size() > kLargest) return FileError::kTooLarge;  // it has grown since
+    if (read.size() > most) return FileError::LargerThan(most);  // it has grown since
   }
   content = std::move(read);
   return FileError::kGood;
 }
 
 FileError StdFileSystem::Create(const std::string& path, std::string_view content) {
-  const fs::path file = PathOf(path);
-  const Found found = Look(file);
-  if (found.error != FileError::kGood) return found.error;
-  Handle handle(file, Handle::kWrite);
-  if (!handle.IsOpen()) return LastError();
-  const FileError error = Fill(handle, content);
-  if (error != FileError::kGood && !found.exists) {
-    if (handle.IsOpen()) handle.Close();
-    std::error_code ignored;
-    fs::remove(file, ignored);
-  }
-  return error;
+  return Make(PathOf(path), content, nullptr);
+}
+
+FileError StdFileSystem::CreateLike(const std::string& path, std::string_view content,
+                                    const std::string& model) {
+  const fs::path like = PathOf(model);
+  return Make(PathOf(path), content, &like);
 }
 
 FileError StdFileSystem::Rename(const std::string& from, const std::string& to) {
@@ -188,12 +214,8 @@ FileError StdFileSystem::Rename(const std::string& from, const std::string& to) 
   const fs::path target = PathOf(to);
   const Found old = Look(target);
   if (old.error != FileError::kGood) return old.error;
+  if (old.exists && !IsWritable(target)) return FileError::kNoPermission;
   std::error_code code;
-  if (old.exists) {
-    if (!IsWritable(target)) return FileError::kNoPermission;
-    // Rights that can't be carried over are no reason to lose the content.
-    fs::permissions(source, fs::status(target, code).permissions(), code);
-  }
   fs::rename(source, target, code);
   if (code) return ErrorOf(code);
   FlushFolder(target);

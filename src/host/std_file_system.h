@@ -8,10 +8,11 @@ namespace vlt {
 
 class StdFileSystem : public FileSystem {
  public:
-  FileError Read(const std::string& path, std::string& content) override;
+  FileError ReadAtMost(const std::string& path, std::size_t most, std::string& content) override;
   // A file that can't be filled is removed again when it was new.
   FileError Create(const std::string& path, std::string_view content) override;
-  // The new file gets the old one's access rights; an old file that may not be written is not replaced.
+  FileError CreateLike(const std::string& path, std::string_view content, const std::string& model) override;
+  // An old file that may not be written is not replaced.
   FileError Rename(const std::string& from, const std::string& to) override;
   FileError Remove(const std::string& path) override;
   FileError Append(const std::string& path, std::string_view content) override;

@@ -16,11 +16,10 @@ constexpr int kOutOfRange = 4480;
 
 bool CheckEntry(App& app, TextBox& box, double low, double high) {
   const std::string& text = box.Text();
-  const bool numeric = IsNumericText(text) == 0;
-  const std::optional<double> value = numeric ? ParseNumber(text) : std::nullopt;
+  const std::optional<double> value = IsNumericText(text) == 0 ? ParseNumber(text) : std::nullopt;
   if (value && *value >= low && *value <= high) return true;
   box.SelectAll();
-  app.Show(app.Text(value ? kOutOfRange : text::kNotANumber),
+  app.Show(app.Text(value ? kOutOfRange : NoNumberText(text)),
            value ? MessageIcon::kStop : MessageIcon::kNone);
   box.SetFocus();
   return false;

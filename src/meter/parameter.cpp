@@ -6,6 +6,9 @@
 #include <cmath>
 #include <limits>
 
+#include "resources/string_table.h"
+#include "resources/text_ids.h"
+#include "resources/text_ids_files.h"
 #include "values/codecs.h"
 #include "values/encode.h"
 #include "values/number_text.h"
@@ -157,9 +160,15 @@ int CodeAt(const Parameter& parameter, std::span<const std::uint8_t> data, std::
 
 Encoded EncodeText(const Parameter& parameter, const SharedState& state, std::string_view text) {
   const std::optional<double> number = ParseNumber(text);
-  if (!number) return {.bytes = {}, .fault = TextFault::kNoNumber};
+  if (!number) {
+    const bool comma = text.find(',') != std::string_view::npos;
+    return {.bytes = {}, .fault = comma ? TextFault::kComma : TextFault::kNoNumber};
+  }
   if (parameter.wire == Wire::kDouble) return {.bytes = Bytes(DoubleToBytes(*number))};
   const int decimals = DecimalsOf(parameter, state);
+  if (decimals == 0 && !IsWhole(*number)) return {.bytes = {}, .fault = TextFault::kNotWhole};
+  if (*number != 0 && ScaledInteger(*number, decimals) == 0)
+    return {.bytes = {}, .fault = TextFault::kBecomesZero};
   if (parameter.wire == Wire::kInt32) {
     const auto scaled = ScaledInt32(*number, decimals);
     if (scaled) return {.bytes = Bytes(Int32ToBytes(*scaled))};
@@ -182,6 +191,17 @@ std::string LeastText(const Parameter& parameter, const SharedState& state) {
 std::string GreatestText(const Parameter& parameter, const SharedState& state) {
   const int decimals = DecimalsOf(parameter, state);
   return FixedText(RangeOf(parameter.wire).greatest / TenTo(decimals), decimals);
+}
+
+std::string TextFaultText(const Parameter& parameter, const SharedState& state, TextFault fault) {
+  static constexpr int kTexts[] = {0,           text::kNoNumber,    text::kComma,
+                                   text::kWhole, text::kBecomesZero, text::kDoesNotFit};
+  if (fault == TextFault::kNone) return {};
+  const std::string words(LookupText(kTexts[static_cast<std::size_t>(fault)] + state.LangOffset));
+  const int decimals = DecimalsOf(parameter, state);
+  if (fault == TextFault::kBecomesZero) return FormatText(words, {FixedText(1 / TenTo(decimals), decimals)});
+  if (fault != TextFault::kOutOfRange) return words;
+  return FormatText(words, {LeastText(parameter, state), GreatestText(parameter, state)});
 }
 
 }  // namespace vlt

@@ -152,9 +152,15 @@ std::string ShowValue(const Parameter& parameter, const SharedState& state,
 // The code at `start` of `data`.
 int CodeAt(const Parameter& parameter, std::span<const std::uint8_t> data, std::size_t start);
 
-// A typed text as register bytes. A text that is no number, and a number that does not fit the register, give
-// no bytes.
-enum class TextFault : std::uint8_t { kNone, kNoNumber, kOutOfRange };
+// A typed text as register bytes. A text with a fault gives no bytes.
+enum class TextFault : std::uint8_t {
+  kNone,
+  kNoNumber,
+  kComma,        // no number for its comma
+  kNotWhole,     // decimals for a register without any
+  kBecomesZero,  // less than the register's step: 0 would be sent
+  kOutOfRange,   // it does not fit the register
+};
 struct Encoded {
   std::vector<std::uint8_t> bytes;
   TextFault fault = TextFault::kNone;
@@ -164,5 +170,7 @@ std::vector<std::uint8_t> EncodeCode(int code);
 // Least and greatest number that the register can hold, as they would be typed. Not for doubles.
 std::string LeastText(const Parameter& parameter, const SharedState& state);
 std::string GreatestText(const Parameter& parameter, const SharedState& state);
+// Why a text gives no bytes, in the language of `state`; empty for kNone.
+std::string TextFaultText(const Parameter& parameter, const SharedState& state, TextFault fault);
 
 }  // namespace vlt

@@ -334,7 +334,7 @@ FileError WriteSnapshotFile(App& app, const std::string& path, const Snapshot& s
 SnapshotFile ReadSnapshotFile(App& app, const std::string& path) {
   std::string content;
   SnapshotFile file;
-  file.error = app.platform.files.Read(path, content);
+  file.error = app.platform.files.ReadAtMost(path, kMostSnapshotBytes, content);
   return file.error == FileError::kGood ? ParseSnapshot(content, app.state) : file;
 }
 

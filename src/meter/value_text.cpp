@@ -58,14 +58,14 @@ std::string CodeText(const Parameter& row, const SharedState& facts, int code) {
   return words[static_cast<std::size_t>(code)];
 }
 
+static_assert(static_cast<int>(ValueFault::kOutOfRange) == static_cast<int>(TextFault::kOutOfRange));
+
 constexpr int kGreatestCode = 32767;
 
 // The code that a number stands for; none for a text that is no whole number in the range of codes.
 std::optional<int> CodeNumber(std::string_view text) {
-  const auto number = ParseNumber(text);
-  if (!number || !(*number >= 0) || *number > kGreatestCode) return std::nullopt;
-  const int code = static_cast<int>(*number);
-  return code == *number ? std::optional(code) : std::nullopt;
+  const std::optional<int> code = ParseWhole(text);
+  return code && *code >= 0 && *code <= kGreatestCode ? code : std::nullopt;
 }
 
 // A list whose words are numbers themselves: "5.0", "10.0", ...
@@ -141,35 +141,21 @@ EncodedValue EncodeValue(const Parameter& row, const SharedState& facts, std::st
   if (row.IsCode()) return EncodeCodeText(row, facts, text);
   if (row.wire == Wire::kCharacters) return EncodeCharacters(row, text);
   Encoded encoded = EncodeText(row, facts, text);
-  switch (encoded.fault) {
-    case TextFault::kNoNumber:
-      return {.bytes = {}, .fault = ValueFault::kNoNumber};
-    case TextFault::kOutOfRange:
-      return {.bytes = {}, .fault = ValueFault::kOutOfRange};
-    default:
-      return {.bytes = std::move(encoded.bytes)};
-  }
+  return {.bytes = std::move(encoded.bytes), .fault = static_cast<ValueFault>(encoded.fault)};
 }
 
 std::string ValueFaultText(const Parameter& row, const SharedState& facts, ValueFault fault) {
   const auto word = [&](int id) { return std::string(LookupText(id + facts.LangOffset)); };
-  switch (fault) {
-    case ValueFault::kNoNumber:
-      return word(text::kNoNumber);
-    case ValueFault::kOutOfRange:
-      if (row.wire == Wire::kCharacters)
-        return FormatText(word(text::kTooLong), {std::to_string(row.characters)});
-      return FormatText(word(text::kDoesNotFit), {LeastText(row, facts), GreatestText(row, facts)});
-    case ValueFault::kNoSuchCode: {
-      std::string entries;
-      for (const std::string& entry : CodeWords(row, facts)) {
-        if (!entry.empty()) entries += (entries.empty() ? "" : ", ") + entry;
-      }
-      return FormatText(word(text::kNoSuchCode), {entries});
+  if (fault == ValueFault::kNoSuchCode) {
+    std::string entries;
+    for (const std::string& entry : CodeWords(row, facts)) {
+      if (!entry.empty()) entries += (entries.empty() ? "" : ", ") + entry;
     }
-    default:
-      return {};
+    return FormatText(word(text::kNoSuchCode), {entries});
   }
+  if (fault == ValueFault::kOutOfRange && row.wire == Wire::kCharacters)
+    return FormatText(word(text::kTooLong), {std::to_string(row.characters)});
+  return TextFaultText(row, facts, static_cast<TextFault>(fault));
 }
 
 }  // namespace vlt

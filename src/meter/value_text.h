@@ -26,7 +26,10 @@ std::vector<std::string> CodeWords(const Parameter& row, const SharedState& fact
 // Why a text is no value of a row.
 enum class ValueFault : std::uint8_t {
   kNone,
-  kNoNumber,    // a number is wanted
+  kNoNumber,  // these five are the faults of a number, as TextFault has them
+  kComma,
+  kNotWhole,
+  kBecomesZero,
   kOutOfRange,  // LeastText and GreatestText of parameter.h tell the limits
   kNoSuchCode,  // neither a code of the row nor the text of one
 };

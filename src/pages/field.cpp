@@ -13,15 +13,14 @@ namespace {
 
 // An index as the slots hold it; a text that is none selects nothing.
 int IndexOfSlot(const std::string& slot) {
-  const auto number = ParseNumber(slot);
-  return number && *number >= 0 && *number < 1000 ? static_cast<int>(*number) : -1;
+  const auto number = ParseWhole(slot);
+  return number && *number >= 0 && *number < 1000 ? *number : -1;
 }
 
-// A typed number as the file keeps those of four digits; what is no number stays as it is.
+// A typed number as the file keeps those of four digits; what is no whole number stays as it is.
 std::string PaddedText(const std::string& text) {
-  const auto number = ParseNumber(text);
-  const bool fits = number && *number > -1e9 && *number < 1e9;
-  return fits ? ZeroPadded(std::stoi(FixedText(*number, 0)), 4) : text;
+  const auto number = ParseWhole(text);
+  return number ? ZeroPadded(*number, 4) : text;
 }
 
 }  // namespace
@@ -139,18 +138,6 @@ std::string FieldHint(const App& app, const Parameter& row, int address) {
                             text::kTypeDouble, text::kTypeCharacters, text::kTypeInt16};
   return FormatText(app.Text(text::kTipRegister), {HexDigits(static_cast<unsigned>(address), 4),
                                                    app.Text(kTypes[static_cast<std::size_t>(row.wire)])});
-}
-
-std::string TextFaultText(const App& app, const Field& field, TextFault fault) {
-  switch (fault) {
-    case TextFault::kNoNumber:
-      return app.Text(text::kNoNumber);
-    case TextFault::kOutOfRange:
-      return FormatText(app.Text(text::kDoesNotFit),
-                        {LeastText(*field.parameter, app.state), GreatestText(*field.parameter, app.state)});
-    default:
-      return {};
-  }
 }
 
 }  // namespace vlt

@@ -66,7 +66,5 @@ Encoded EncodeField(const App& app, const Field& field);
 
 // What a tooltip says of a parameter whose register lies at `address`: register and value type.
 std::string FieldHint(const App& app, const Parameter& row, int address);
-// Why the typed text of a field can't be sent.
-std::string TextFaultText(const App& app, const Field& field, TextFault fault);
 
 }  // namespace vlt

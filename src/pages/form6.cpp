@@ -214,9 +214,10 @@ void Form6::RebuildOutSourceLists() {
 
 // These two are emptied when they hold no number.
 void Form6::CheckFourDigits(TextBox& box) {
-  if (IsNumericText(box.Text()) >= 0) return;
-  box.SetText("");
-  app().Show(app().Text(text::kNotANumber));
+  const int fault = TypedNumberFault(box.Text());
+  if (fault == 0) return;
+  if (fault == text::kNotANumber) box.SetText("");
+  app().Show(app().Text(fault));
   box.SetFocus();
 }
 

@@ -279,9 +279,10 @@ void Form7::BoxClicked(CheckBox&) {
 }
 
 void Form7::CheckOrClear(TextBox& box) {
-  if (IsNumericText(box.Text()) >= 0) return;
-  app().Show(app().Text(text::kNotANumber));
-  box.SetText("");
+  const int fault = TypedNumberFault(box.Text());
+  if (fault == 0) return;
+  app().Show(app().Text(fault));
+  if (fault == text::kNotANumber) box.SetText("");
   box.SetFocus();
 }
 

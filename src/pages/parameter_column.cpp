@@ -24,9 +24,10 @@ std::string InBrackets(const std::string& unit) { return "[" + unit + "]"; }
 }  // namespace
 
 void CheckNumber(App& app, TextBox& box) {
-  if (IsNumericText(box.Text()) >= 0) return;
+  const int fault = TypedNumberFault(box.Text());
+  if (fault == 0) return;
   box.SelectAll();
-  app.Show(app.Text(text::kNotANumber));
+  app.Show(app.Text(fault));
   box.SetFocus();
 }
 
@@ -225,8 +226,21 @@ void ParameterColumn::ShowHints() {
     const std::string hint = FieldHint(app_, *field.parameter, AddressOnPage(*field.parameter));
     field.Entry().SetHint(hint);
     if (field.options[1] != nullptr) field.options[1]->SetHint(hint);
-    field.box->SetHint(hint);
+    field.box->SetHint(HintOfBox(*field.box));
   }
+}
+
+// The registers of all fields that the box stands for, a line each.
+std::string ParameterColumn::HintOfBox(const CheckBox& box) const {
+  std::vector<std::string> lines;
+  for (const Field& field : fields_) {
+    if (field.box != &box) continue;
+    const std::string line = FieldHint(app_, *field.parameter, AddressOnPage(*field.parameter));
+    if (std::find(lines.begin(), lines.end(), line) == lines.end()) lines.push_back(line);
+  }
+  std::string hint;
+  for (const std::string& line : lines) hint += (hint.empty() ? "" : "\n") + line;
+  return hint;
 }
 
 void ParameterColumn::ShowLengths() {
@@ -346,9 +360,9 @@ void ParameterColumn::SetParameter_Click() {
 bool ParameterColumn::Judge(const WritePlan& plan) {
   const Field* refused = plan.Refused();
   if (refused == nullptr) return true;
-  refused->Mark(TextFaultText(app_, *refused, plan.Fault()));
-  app_.Status(app_.Text(text::kErrorOccurred) + " " + rules_.StatusName(*refused) + ": " +
-              TextFaultText(app_, *refused, plan.Fault()));
+  const std::string why = TextFaultText(*refused->parameter, app_.state, plan.Fault());
+  refused->Mark(why);
+  app_.Status(app_.Text(text::kErrorOccurred) + " " + rules_.StatusName(*refused) + ": " + why);
   refused->text->SelectAll();
   refused->text->SetFocus();
   return false;

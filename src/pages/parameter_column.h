@@ -155,6 +155,7 @@ class ParameterColumn {
   void ShowNames();
   // Registers in the tooltips, for the channel or output in force, and the greatest lengths.
   void ShowHints();
+  std::string HintOfBox(const CheckBox& box) const;
   void ShowLengths();
   // The unit in force beside every field that has one, or that carries this kind of unit.
   void ShowUnits();

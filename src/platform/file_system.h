@@ -8,29 +8,36 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/file_error.h"
+
 namespace vlt {
 
-// Why a file operation failed. Every value but kGood has left the files as they were.
-enum class FileError {
-  kGood,
-  kMissing,       // no such file or folder
-  kNoPermission,  // reading or writing is not allowed
-  kNotAFile,      // the path is a folder or a device
-  kFull,          // no space is left
-  kTooLarge,      // larger than what a settings file can sensibly be (8 MiB)
-  kOther,
-};
+// What is read whole has a limit, in bytes.
+inline constexpr std::size_t kMostScriptBytes = std::size_t{1} << 20;     // a script of the companion
+inline constexpr std::size_t kMostSettingsBytes = std::size_t{4} << 20;   // settings, parameter files, journals
+inline constexpr std::size_t kMostSnapshotBytes = std::size_t{16} << 20;  // snapshots
+inline constexpr std::size_t kMostFileBytes = std::size_t{8} << 20;       // any other file
 
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
-  // Reads the whole file into `content`.
-  virtual FileError Read(const std::string& path, std::string& content) = 0;
+  // Reads the whole file into `content`, which stays as it was on a failure. A file of more than `most` bytes
+  // is kTooLarge; folders, devices and pipes are never opened.
+  virtual FileError ReadAtMost(const std::string& path, std::size_t most, std::string& content) = 0;
+  FileError Read(const std::string& path, std::string& content) {
+    return ReadAtMost(path, kMostFileBytes, content);
+  }
 
   // Steps of replacing a file whole; WriteWhole() of files/ puts them together. `path` is created or
   // emptied, filled, flushed to the disk and closed.
   virtual FileError Create(const std::string& path, std::string_view content) = 0;
+  // The same, for a file that is to take the place of `model` or to be its copy: it has the access rights of
+  // `model`, where that is there, before it has any content.
+  virtual FileError CreateLike(const std::string& path, std::string_view content, const std::string& model) {
+    (void)model;
+    return Create(path, content);
+  }
   // Moves `from` over `to` in one step: at every moment `to` is the old or the new file.
   virtual FileError Rename(const std::string& from, const std::string& to) = 0;
   virtual FileError Remove(const std::string& path) = 0;

@@ -17,6 +17,21 @@ struct PortInfo {
   bool operator==(const PortInfo&) const = default;
 };
 
+// A lock file of the program folder that another instance has left, or may still use.
+struct FoundLock {
+  enum class State : unsigned char {
+    kNone,
+    kTakenOver,  // no process held it; it is this instance's now
+    kElsewhere,  // no process held it, and it could not be removed: this instance has its guard elsewhere
+    kUnsure,     // this system can't tell whether a process holds it: this instance must not run
+  };
+  State state = State::kNone;
+  std::string path{};
+  // The process that it names, and its machine; 0 and empty when it names none.
+  long long process = 0;
+  std::string machine{};
+};
+
 class Process {
  public:
   virtual ~Process() = default;
@@ -27,9 +42,11 @@ class Process {
   virtual std::string UserFolder() { return ProgramFolder(); }
   // '/' or '\\': what stands between a folder and a file name here.
   virtual char Separator() = 0;
-  // False when another instance of the program runs from the same folder. A guard that a crashed instance
-  // left behind does not count.
+  // False when another instance of the program runs from the same folder. A guard that no process holds does
+  // not count, whatever it says: it is taken over.
   virtual bool BecomeOnlyInstance() = 0;
+  // What BecomeOnlyInstance has found.
+  virtual FoundLock LockInTheWay() { return {}; }
   // The user's locale as a number; the firmware tool reads it.
   virtual int LocaleId() = 0;
   // The 8.3 form of a path where the system has one, else the path itself.

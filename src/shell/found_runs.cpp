@@ -8,6 +8,7 @@
 #include "files/settings_file.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_files.h"
 #include "resources/text_ids_heal.h"
 #include "values/text.h"
 
@@ -38,7 +39,7 @@ std::string PageText(const App& app, const std::string& page) {
 
 std::string LastRecordText(const App& app, const RunFile& file) {
   if (file.error != FileError::kGood) {
-    return FormatText(app.Text(text::kRunGone), {app.Text(NotReadReason(file.error))});
+    return FormatText(app.Text(text::kRunGone), {WhyNotRead(file.error, app.state.LangOffset)});
   }
   return file.last_record.empty() ? app.Text(text::kRunNoRecord) : file.last_record;
 }
@@ -63,7 +64,7 @@ FoundRuns::FoundRuns(App& app, Form& frame)
 }
 
 void FoundRuns::Form_Load() {
-  runs_ = ReadOpenRuns(app_);
+  unread_ = ReadOpenRuns(app_, runs_);
   if (!runs_.empty()) last_ = LookAtRun(app_, runs_.back());
   Show();
 }
@@ -79,6 +80,10 @@ std::string FoundRuns::Latest() const {
 }
 
 std::string FoundRuns::Told() const {
+  if (unread_ != FileError::kGood) {
+    const std::string name = LastComponent(RunJournalPath(app_));
+    return FormatText(app_.Text(text::kRunsNotRead), {NotReadText(app_, name, unread_)});
+  }
   if (runs_.empty()) return {};
   const int id = runs_.size() == 1 ? text::kRunFound : text::kRunsFound;
   return FormatText(app_.Text(id), {Latest(), std::to_string(runs_.size())});
@@ -86,18 +91,25 @@ std::string FoundRuns::Told() const {
 
 void FoundRuns::Show() {
   lblFoundRuns.SetCaption(Told());
-  lblFoundRuns.SetHint(runs_.empty() ? "" : runs_.back().path);
+  const bool unread = unread_ != FileError::kGood;
+  lblFoundRuns.SetHint(unread ? RunJournalPath(app_) : runs_.empty() ? "" : runs_.back().path);
   cmdFoundRuns.SetCaption(app_.Text(text::kRunsShow));
   cmdFoundRunsSeen.SetCaption(app_.Text(text::kRunsSeen));
   for (Control* control : std::initializer_list<Control*>{&lblFoundRuns, &cmdFoundRuns, &cmdFoundRunsSeen}) {
     control->SetFont({app_.state.PageFont, 8, false});
-    control->SetVisible(!runs_.empty());
+    control->SetVisible(unread || !runs_.empty());
   }
+  if (unread) cmdFoundRuns.SetVisible(false);
 }
 
 void FoundRuns::cmdFoundRuns_Click() { Whole().List().Load(kWindow).Show(); }
 
 void FoundRuns::cmdFoundRunsSeen_Click() {
+  if (unread_ != FileError::kGood) {
+    unread_ = FileError::kGood;
+    Show();
+    return;
+  }
   const FileError error = TakeOutRuns(app_, runs_);
   if (error != FileError::kGood) {
     ReportNotWritten(app_, RunJournalPath(app_), error);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Runs that ended without Stop, by a kill or a power cut: a part of the main window that tells of them from
-// the start of the program until they were seen, and the window that lists them. Their files are only read.
+// the start of the program until they were seen, and the window that lists them. Their files are only read. A
+// journal that can't be read is told in the same place.
 #pragma once
 
 #include <string>
@@ -35,7 +36,8 @@ class FoundRuns : public FormPart {
 
   App& app_;
   std::vector<OpenRun> runs_;
-  RunFile last_;  // of the last one
+  FileError unread_;  // why nothing is known of them
+  RunFile last_;      // of the last one
 };
 
 class frmFoundRuns : public Form {

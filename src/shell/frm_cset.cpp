@@ -13,6 +13,7 @@
 #include "platform/port_settings.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_files.h"
 #include "resources/text_ids_timing.h"
 #include "state/form_lock.h"
 #include "values/input_check.h"
@@ -84,11 +85,10 @@ int PlaceOfParity(const std::string& stored) {
   return PlaceOf(kParities, stored, [](const ParityRow& row) { return std::string_view(row.letter); });
 }
 
-// A whole number of the field, within its limits or not.
-std::optional<int> StationIn(const std::string& text) {
-  const auto number = ParseNumber(text);
-  if (!number || *number != RoundHalfEven(*number)) return std::nullopt;
-  return static_cast<int>(*number);
+// What a station number may be.
+std::string StationLimits(const App& app) {
+  return FormatText(app.Text(text::kStationLimits), {ZeroPadded(kLowestStation, kStationDigits),
+                                                     ZeroPadded(kHighestStation, kStationDigits)});
 }
 
 bool IsStation(std::optional<int> number) {
@@ -156,7 +156,7 @@ void FrmCSet::table_setup() {
   };
   // Number 0 is no fault: no port has been chosen yet.
   if (PortNumber(app_) != 0) select(kPortFault, PortNumber(app_) - 1, state.PortNo);
-  StaitionNo.SetText(ZeroPadded(StationIn(state.StationNo).value_or(0), kStationDigits));
+  StaitionNo.SetText(ZeroPadded(ParseWhole(state.StationNo).value_or(0), kStationDigits));
   select(kMethodFault, PlaceOf(kMethods, state.TransMethod), state.TransMethod);
   select(kSpeedFault, PlaceOf(kSpeeds, state.Speed), state.Speed);
   select(kParityFault, PlaceOfParity(state.Parity), state.Parity);
@@ -174,7 +174,7 @@ void FrmCSet::TransMethod_Click() {
   StaitionNoUpDown.SetEnabled(IsRs485());
   if (!IsRs485()) {
     StaitionNo.SetText(kNoStation);
-  } else if (!IsStation(StationIn(StaitionNo.Text()))) {
+  } else if (!IsStation(ParseWhole(StaitionNo.Text()))) {
     StaitionNo.SetText(ZeroPadded(kLowestStation, kStationDigits));
   }
 }
@@ -182,20 +182,19 @@ void FrmCSet::TransMethod_Click() {
 void FrmCSet::StaitionNo_LostFocus() {
   const std::string& typed = StaitionNo.Text();
   if (typed.empty()) return;
-  const bool numeric = IsNumericText(typed) == 0;
-  const std::optional<int> number = StationIn(typed);
+  const std::optional<int> number = ParseWhole(typed);
   if (IsStation(number)) {
     StaitionNo.SetMark("");
     StaitionNo.SetText(ZeroPadded(*number, kStationDigits));
     return;
   }
   StaitionNo.SelectAll();
-  app_.Show(app_.Text(numeric && number ? kOutsideText : text::kNotANumber));
+  app_.Show(app_.Text(IsNumericText(typed) == 0 && number ? kOutsideText : NoNumberText(typed)));
   StaitionNo.SetFocus();
 }
 
 void FrmCSet::Step(int by) {
-  const int number = StationIn(StaitionNo.Text()).value_or(kLowestStation - by);
+  const int number = ParseWhole(StaitionNo.Text()).value_or(kLowestStation - by);
   StaitionNo.SetMark("");
   StaitionNo.SetText(ZeroPadded(std::clamp(number + by, kLowestStation, kHighestStation), kStationDigits));
 }
@@ -246,12 +245,11 @@ bool FrmCSet::CheckFields() {
 }
 
 bool FrmCSet::CheckStation() {
-  const std::optional<int> number = StationIn(StaitionNo.Text());
+  const std::optional<int> number = ParseWhole(StaitionNo.Text());
   if (!IsStation(number)) {
-    StaitionNo.SetMark(FormatText(app_.Text(text::kDoesNotFit),
-                                  {std::to_string(kLowestStation), std::to_string(kHighestStation)}));
+    StaitionNo.SetMark(StationLimits(app_));
     StaitionNo.SetFocus();
-    app_.Status(app_.Text(kStationText) + ": " + app_.Text(kOutsideText));
+    app_.Status(app_.Text(kStationText) + ": " + StationLimits(app_));
     return false;
   }
   StaitionNo.SetMark("");

@@ -102,9 +102,10 @@ bool MDIForm1::MayEnd() {
   const FileError saved = save ? SaveAtClosing() : FileError::kGood;
   SaveLoaderFile();
   if (saved == FileError::kGood) return true;
-  const std::string why = app_.Text(NotWrittenReason(saved));
-  return app_.AskYesNo(FormatText(app_.Text(text::kEndWithoutFile), {LastComponent(dialog_file_), why}),
-                       MessageIcon::kStop);
+  const std::string why = WhyNotWritten(saved, app_.state.LangOffset);
+  return app_.AskYesNo(
+      FormatText(app_.Text(text::kEndWithoutFile), {FailedName(dialog_file_, saved), why}),
+      MessageIcon::kStop);
 }
 
 void MDIForm1::Form_Unload(int& cancel) {

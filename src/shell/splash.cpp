@@ -103,10 +103,19 @@ void SplashForm::IdentifyMeter() {
   ReadUnits(app_, {.operation_mode_first = variant_.operation_mode_first});
 }
 
+// Behind why the port could not be opened, when that stands there.
+void SplashForm::TellRemark(StatusBar& bar) {
+  const std::string& remark = app_.state.StartRemark;
+  if (remark.empty()) return;
+  const std::string& before = bar.Panel(1);
+  bar.SetPanel(1, before.empty() ? app_.Stamped(remark) : before + "  " + remark);
+}
+
 void SplashForm::ShowMainWindow() {
   MDIForm1& frame = MainWindow(app_);
   frame.Dress();
   frame.Show();
+  TellRemark(frame.Status());
   List().Unload(Name());
 }
 

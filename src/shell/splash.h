@@ -46,6 +46,7 @@ class SplashForm : public Form {
  private:
   bool ChooseProgram();
   void IdentifyMeter();
+  void TellRemark(StatusBar& bar);
   void ShowMainWindow();
 
   App& app_;

@@ -11,6 +11,7 @@
 #include "pages/pages.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_files.h"
 #include "shell/cset_devices.h"
 #include "shell/cset_search.h"
 #include "shell/found_runs.h"
@@ -62,6 +63,17 @@ std::string WhyNoVariant(const App& app, const SettingsRead& last) {
     codes += (codes.empty() ? "" : ", ") + std::string(variant.model_code);
   }
   return FormatText(app.Text(text::kStartBadModel), {path, "SYSTEM/VR", app.state.ModelCode, codes});
+}
+
+// Whose lock file stood in the way, and what has become of it.
+std::string LockText(const App& app, const FoundLock& lock) {
+  const int id = lock.state == FoundLock::State::kTakenOver   ? text::kLockTakenOver
+                 : lock.state == FoundLock::State::kElsewhere ? text::kLockElsewhere
+                                                              : text::kLockUnsure;
+  const std::string owner =
+      lock.process == 0 ? app.Text(text::kLockNoOwner)
+                        : FormatText(app.Text(text::kLockOwner), {std::to_string(lock.process), lock.machine});
+  return FormatText(app.Text(id), {lock.path, owner});
 }
 
 }  // namespace
@@ -118,8 +130,19 @@ bool ReadStartSettings(App& app) {
 }
 
 StartResult StartUp(App& app) {
-  if (!app.platform.process.BecomeOnlyInstance()) return End(app);
-  if (!ReadStartSettings(app)) {
+  const bool only_instance = app.platform.process.BecomeOnlyInstance();
+  const FoundLock lock = app.platform.process.LockInTheWay();
+  const bool told = lock.state != FoundLock::State::kNone;
+  // A second instance ends without a word; where nobody can tell whether it is one, the file is named, in the
+  // language of the settings.
+  if (!only_instance && !told) return End(app);
+  const bool may_start = ReadStartSettings(app);
+  if (told) {
+    app.state.StartRemark = LockText(app, lock);
+    app.platform.process.PutError(app.state.StartRemark);
+  }
+  if (!only_instance) return End(app);
+  if (!may_start) {
     app.platform.process.PutError(app.state.StartFaultReason);
     app.Show(app.Text(kCanNotStart));
     return End(app);

@@ -89,6 +89,8 @@ struct SharedState {
 
   // Why the start routine ended the program, with the file and the key; empty when it did not.
   std::string StartFaultReason;
+  // What the start routine has to tell beside it: a lock file that was left behind. The main window shows it.
+  std::string StartRemark;
 
   // Interface.
   bool UiLocked = false;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "values/input_check.h"
 
+#include "resources/text_ids.h"
+#include "resources/text_ids_files.h"
 #include "values/text.h"
 
 namespace vlt {
@@ -20,5 +22,15 @@ int IsNumericText(std::string_view text, int length) {
 }
 
 int IsNumericText(std::string_view text) { return IsNumericText(text, static_cast<int>(CharCount(text))); }
+
+int NoNumberText(std::string_view text) {
+  const bool comma = IsNumericText(text) == 0 && text.find(',') != std::string_view::npos;
+  return comma ? text::kCommaTyped : text::kNotANumber;
+}
+
+int TypedNumberFault(std::string_view text) {
+  const bool passes = IsNumericText(text) >= 0 && text.find(',') == std::string_view::npos;
+  return passes ? 0 : NoNumberText(text);
+}
 
 }  // namespace vlt

@@ -13,4 +13,10 @@ int IsNumericText(std::string_view text, int length);
 // The same for the whole text.
 int IsNumericText(std::string_view text);
 
+// Text id of what a box says of a text that is no number: that it has a comma, or that it is none.
+int NoNumberText(std::string_view text);
+// The same when a field is left with `text`; 0 for a text that passes IsNumericText and has no comma, an
+// empty one too.
+int TypedNumberFault(std::string_view text);
+
 }  // namespace vlt

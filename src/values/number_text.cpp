@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <system_error>
 
 #include "values/codecs.h"
@@ -129,25 +130,6 @@ std::string Fixed(double value, int decimals, bool grouped) {
          (fraction.empty() ? "" : "." + fraction);
 }
 
-// The integer digits without their commas; nothing if a comma stands where no group of three begins.
-std::optional<std::string> Ungrouped(std::string_view integer) {
-  std::string digits;
-  std::size_t group = 0;
-  bool grouped = false;
-  for (const char c : integer) {
-    if (c == ',') {
-      if (group == 0 || group > 3 || (grouped && group != 3)) return std::nullopt;
-      grouped = true;
-      group = 0;
-    } else {
-      digits += c;
-      ++group;
-    }
-  }
-  if (grouped && group != 3) return std::nullopt;
-  return digits;
-}
-
 }  // namespace
 
 std::string_view Trim(std::string_view text) {
@@ -174,15 +156,20 @@ std::optional<double> ParseNumber(std::string_view text) {
   if (negative || text.starts_with('+')) text.remove_prefix(1);
   // Keeps a second sign and the words nan and inf away from the conversion, which would take them.
   if (text.empty() || !(IsDigit(text.front()) || text.front() == '.')) return std::nullopt;
-  const std::size_t integer_end = std::min(text.find_first_not_of("0123456789,"), text.size());
-  const std::optional<std::string> integer = Ungrouped(text.substr(0, integer_end));
-  if (!integer) return std::nullopt;
-  const std::string digits = *integer + std::string(text.substr(integer_end));
   double value = 0;
-  const auto [end, fault] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  if (fault != std::errc{} || end != digits.data() + digits.size()) return std::nullopt;
+  const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (fault != std::errc{} || end != text.data() + text.size()) return std::nullopt;
   return negative ? -value : value;
 }
+
+std::optional<int> ParseWhole(std::string_view text) {
+  const std::optional<double> number = ParseNumber(text);
+  const bool fits = number && *number >= std::numeric_limits<int>::min() &&
+                    *number <= std::numeric_limits<int>::max() && IsWhole(*number);
+  return fits ? std::optional(static_cast<int>(*number)) : std::nullopt;
+}
+
+bool IsWhole(double number) { return number == std::trunc(number); }
 
 std::string FixedText(double value, int decimals) { return Fixed(value, decimals, false); }
 

@@ -23,11 +23,14 @@ std::string SingleText(float value);
 // what an entry shows, and takes back.
 std::string PlainText(double value);
 
-// A typed number: sign in front, digits, one point, blanks around it, an exponent. Commas are ignored where
-// they part the integer digits in groups of three ("1,234.5"); anywhere else ("12,5") the text is no number,
-// lest a decimal comma write ten times the value. Nothing for all other texts ("", "+", "1.2.3", "nan",
-// "inf") and for numbers that a double can't hold.
+// A typed number: sign in front, digits, one point, blanks around it, an exponent. A comma is in no number:
+// it groups thousands for one person and begins the decimals for another ("1,234"). Nothing for all other
+// texts ("", "+", "1.2.3", "nan", "inf") and for numbers that a double can't hold.
 std::optional<double> ParseNumber(std::string_view text);
+// The same for what only a whole number can say: the index of a list, a count. "12.0" is one; nothing for
+// "12.5", "1e-5" and for what an int can't hold.
+std::optional<int> ParseWhole(std::string_view text);
+bool IsWhole(double number);
 
 // The formats "0", "0.0", "0.00" and so on: a fixed number of decimals (0 or more), at least one integer
 // digit, half of the last place away from zero, judged on the 15-digit text.

@@ -20,11 +20,12 @@ FileError MemoryFileSystem::Begin(const std::string& change, const std::string& 
   return folders.contains(path) ? FileError::kNotAFile : FileError::kGood;
 }
 
-FileError MemoryFileSystem::Read(const std::string& path, std::string& content) {
+FileError MemoryFileSystem::ReadAtMost(const std::string& path, std::size_t most, std::string& content) {
   if (const auto bad = bad_paths_.find(path); bad != bad_paths_.end()) return bad->second;
   if (folders.contains(path)) return FileError::kNotAFile;
   const auto file = files.find(path);
   if (file == files.end()) return FileError::kMissing;
+  if (file->second.size() > most) return FileError::LargerThan(most);
   content = file->second;
   return FileError::kGood;
 }
@@ -77,7 +78,7 @@ FileError MemoryFileSystem::Flush(const std::string& path) {
 FileError MemoryFileSystem::ReadTail(const std::string& path, std::size_t most, std::string& content,
                                      std::uint64_t& length) {
   std::string whole;
-  const FileError error = Read(path, whole);
+  const FileError error = ReadAtMost(path, std::string::npos, whole);
   if (error != FileError::kGood) return error;
   length = whole.size();
   content = whole.substr(whole.size() - std::min(most, whole.size()));

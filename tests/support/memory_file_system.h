@@ -16,7 +16,7 @@ struct Killed {};
 
 class MemoryFileSystem : public FileSystem {
  public:
-  FileError Read(const std::string& path, std::string& content) override;
+  FileError ReadAtMost(const std::string& path, std::size_t most, std::string& content) override;
   FileError Create(const std::string& path, std::string_view content) override;
   FileError Rename(const std::string& from, const std::string& to) override;
   FileError Remove(const std::string& path) override;
