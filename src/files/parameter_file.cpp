@@ -123,6 +123,7 @@ LoadResult OpenParameterFile(App& app, const std::string& path) {
   const std::string variant = app.state.ModelCode;
   const LoadResult settings = LoadSettings(app, profile, 1);
   app.state.ModelCode = variant;
+  app.origins.file_facts = app.state;
   // The settings text names what an open port runs on; it follows when the port is opened anew.
   if (!app.state.PortIsOpen) BuildCommSettings(app.state);
   LoadResult result = TakeSlots(app, profile, path);
