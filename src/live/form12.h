@@ -134,6 +134,7 @@ class Form12 : public PageForm {
   void ShowAcquiring();
   void WaitChanged();
   void PollNext();
+  bool HasRoom() const;
   void EndPass();
   void RunStopped();
   std::vector<std::string> HeadLines();
@@ -157,6 +158,7 @@ class Form12 : public PageForm {
   std::optional<std::int64_t> pass_ms_;   // of the last pass, from its first request to its record
   std::optional<std::int64_t> cycle_ms_;  // between the starts of the last two
   std::int64_t busy_ms_ = 0;              // in which the line was taken since the pass began
+  std::int64_t polled_ms_ = 0;            // of it, by polls alone, with the rest up to the next tick
   std::optional<double> load_;            // share of the last cycle in which the line was taken
 };
 

@@ -131,10 +131,10 @@ bool Form12::AskUnits() {
 // A wait window that was closed has been cancelled.
 bool Form12::AskUnitsBehind(frmWait& wait) {
   const GoesOn goes_on = [&] { return run_.GoesOn() && app().state.WaitCancel == 0 && List().Exists(&wait); };
-  const bool identify = GetIdentifyRuns(app());
+  const int questions = GetIdentifyRuns(app()) ? LiveRun::kMostNameQuestions : 0;
   for (Station& station : stations_) {
     station.units = AskStationUnits(app(), station.number, displays_, goes_on);
-    if (identify && goes_on()) LearnStation(app(), station);
+    station.name_questions = questions;
     if (!goes_on()) return false;
     wait.pbWait.SetValue(wait.pbWait.Value() + 1);
   }
@@ -220,6 +220,7 @@ void Form12::BeginPass() {
   in_pass_ = true;
   overran_ = false;
   busy_ms_ = 0;
+  polled_ms_ = 0;
   PvIndex = 0;
   pass_started_ms_ = now;
   pass_time_ = app().platform.clock.Now();
@@ -241,11 +242,21 @@ void Form12::PollNext() {
   // While the run waits for its port nothing else opens it.
   if (PvIndex == 0 && !run_.Waiting() && !app().platform.port.IsOpen()) OpenPort(app());
   const std::int64_t before = app().platform.clock.NowMs();
-  PollStation(app(), stations_[static_cast<std::size_t>(PvIndex)], displays_,
-              [this] { return run_.GoesOn(); });
+  Station& station = stations_[static_cast<std::size_t>(PvIndex)];
+  PollStation(app(), station, displays_, [this] { return run_.GoesOn(); });
+  polled_ms_ += (app().platform.clock.NowMs() - before + kPollTickMs - 1) / kPollTickMs * kPollTickMs;
+  if (run_.GoesOn() && HasRoom()) LearnStation(app(), station);
   busy_ms_ += app().platform.clock.NowMs() - before;
   ShowHealth(PvIndex);
   ++PvIndex;
+}
+
+// False where it is one exchange more that makes the pass longer than its cycle.
+bool Form12::HasRoom() const {
+  const auto left = static_cast<std::int64_t>(stations_.size()) - PvIndex - 1;
+  const std::int64_t end =
+      app().platform.clock.NowMs() - pass_started_ms_ + left * polled_ms_ / (PvIndex + 1);
+  return end > CycleTimer.Interval() || end + kMsOfStation <= CycleTimer.Interval();
 }
 
 void Form12::EndPass() {

@@ -57,7 +57,8 @@ Form9::Form9(App& app)
                    [this](std::string& differs) {
                      return ProveMeter(this->app(), OwnStation(this->app(), kModeUnitQuery), mark_, differs);
                    },
-               .changed = [this] { ShowWait(); }});
+               .changed = [this] { ShowWait(); },
+               .meter = [this] { return MeterName(); }});
   Start.on_click = [this] { Start_Click(); };
   Stop.on_click = [this] { Stop_Click(); };
   SaveCSV.on_click = [this] { SaveCSV_Click(); };

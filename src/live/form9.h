@@ -183,6 +183,7 @@ class Form9 : public PageForm {
   void RestartTimer();
   bool AskUnits();
   void LearnMeter();
+  std::string MeterName() const;
   void TellUnknownChannels();
   void AskChannelMode();
   void RunStopped(bool may_ask);
@@ -213,8 +214,9 @@ class Form9 : public PageForm {
   // form9_file.cpp
   std::vector<std::string> HeadLines();
 
-  bool heat_ = false;  // this run reads the heat block too
-  MeterMark mark_;     // of the meter of this run
+  bool heat_ = false;       // this run reads the heat block too
+  MeterMark mark_;          // of the meter of this run
+  int name_questions_ = 0;  // that are left while its ID number is not known
   std::array<FieldTexts, kChannels> texts_;
   std::optional<double> TrendValue;  // to draw in this cycle
 };

@@ -115,6 +115,7 @@ bool Form9::AskUnits() {
       if (run_.GoesOn()) query(app());
     }
   }
+  name_questions_ = GetIdentifyRuns(app()) ? LiveRun::kMostNameQuestions : 0;
   LearnMeter();
   BuildFlowUnitNames(app());
   BuildTotalUnitNames(app());
@@ -125,12 +126,21 @@ bool Form9::AskUnits() {
   return run_.GoesOn();
 }
 
-// What the session does not know of the meter yet is asked where the settings want it.
+// Who answers now; the number that the session knows may be that of a meter from before. Without an answer it
+// is asked again behind good cycles.
 void Form9::LearnMeter() {
-  if (mark_.id_number || !run_.GoesOn() || !GetIdentifyRuns(app())) return;
+  if (name_questions_ == 0 || !run_.GoesOn()) return;
+  MeterMark told{.unit_system = mark_.unit_system};
   std::string differs;
-  ProveMeter(app(), OwnStation(app(), kModeUnitQuery), mark_, differs);
+  if (ProveMeter(app(), OwnStation(app(), kModeUnitQuery), told, differs) != MeterProof::kSame) {
+    --name_questions_;
+    return;
+  }
+  name_questions_ = 0;
+  mark_.id_number = told.id_number;
 }
+
+std::string Form9::MeterName() const { return mark_.id_number ? ZeroPadded(*mark_.id_number, 4) : ""; }
 
 // The run goes on with all channels; why some of them stay silent stands in the main window's status line,
 // which the cycles leave alone.
@@ -187,6 +197,7 @@ void Form9::AcquireOnce() {
   const bool good = ReadMeasuredValues() == 0;
   trend.Put(good ? TrendValue : std::nullopt);
   ShowState(kRunAcquiring, !good);
+  if (good) LearnMeter();
 }
 
 // The run's state in words; behind a failed cycle or run why, and what the run waits for.

@@ -59,6 +59,8 @@ class LiveRun {
     std::function<MeterProof(std::string& differs)> prove;
     // Told when the run begins to wait, when what it waits for changes, and when it goes on.
     std::function<void()> changed;
+    // The ID number of who answers, for the mark in the log; empty when it is not known.
+    std::function<std::string()> meter;
   };
   // From here on runs wait for their port.
   void WaitBy(ComeBack come_back) { come_back_ = std::move(come_back); }
@@ -70,6 +72,9 @@ class LiveRun {
   // taken. MarkLogged when the record was written.
   std::string GapMark();
   void MarkLogged();
+
+  // How often a run asks a meter for its ID number before it leaves that alone.
+  static constexpr int kMostNameQuestions = 3;
 
   int Running = 0;  // 1 while a run is on
 
@@ -86,6 +91,7 @@ class LiveRun {
   void Prove(const LostPort& before);
   void GoOn(const LostPort& before);
   void TellWait();
+  std::string MarkOfGap() const;
 
   App& app_;
   Form& form_;

@@ -9,6 +9,7 @@
 #include "resources/text_ids.h"
 #include "resources/text_ids_heal.h"
 #include "state/device_facts.h"
+#include "values/number_text.h"
 
 namespace vlt {
 namespace {
@@ -70,11 +71,14 @@ MeterProof Prove(App& app, Station& station, std::string& differs) {
   return ProveMeter(app, {.station = station.number, .mode = kModeStations}, station.mark, differs);
 }
 
+std::optional<int> KnownUnitSystem(const Station& station) {
+  return station.units.unit_flag == kUnknown ? std::nullopt : std::optional(station.units.unit_flag);
+}
+
 // A station whose unit system is not known has no column whose unit could be wrong.
 bool IsTheSame(App& app, Station& station) {
   if (!station.doubted) return true;
-  station.mark.unit_system =
-      station.units.unit_flag == kUnknown ? std::nullopt : std::optional(station.units.unit_flag);
+  station.mark.unit_system = KnownUnitSystem(station);
   std::string differs;
   const MeterProof proof = Prove(app, station, differs);
   station.doubted = proof != MeterProof::kSame;
@@ -107,8 +111,21 @@ LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays
 }
 
 void LearnStation(App& app, Station& station) {
+  if (station.mark.id_number || station.name_questions == 0 || !station.failure.empty()) return;
+  --station.name_questions;
+  station.mark.unit_system = KnownUnitSystem(station);
   std::string differs;
   Prove(app, station, differs);
+}
+
+std::string MeterNames(const std::vector<Station>& stations) {
+  std::string names;
+  for (const Station& station : stations) {
+    if (!station.mark.id_number || station.doubted) continue;
+    names += (names.empty() ? "" : " ") + ZeroPadded(station.number, 2) + "=" +
+             ZeroPadded(*station.mark.id_number, 4);
+  }
+  return names;
 }
 
 void PollStation(App& app, Station& station, const StationDisplays& displays, const GoesOn& goes_on) {

@@ -41,6 +41,7 @@ struct Station {
   std::optional<LocalTime> answered;  // when the last good exchange ended
   std::string failure;                // why the last poll failed; empty when it was good
   MeterMark mark;                     // what it has told of itself
+  int name_questions = 0;             // that are left while its ID number is not known
   // The line was away since its last poll: it has to prove first that it is the one that was there.
   bool doubted = false;
 };
@@ -53,8 +54,11 @@ using GoesOn = std::function<bool()>;
 // mean nothing without.
 LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays, const GoesOn& goes_on);
 
-// Asks a station for its ID number, so that it can be told from another one behind a loss of the line.
+// Asks a station behind a good poll for its ID number, when that is not known yet, so that it can be told
+// from another one behind a loss of the line. Nothing after as many questions as it has.
 void LearnStation(App& app, Station& station);
+// "01=0001 02=0007": the ID numbers of the stations that are known and proven; empty for none.
+std::string MeterNames(const std::vector<Station>& stations);
 
 // One poll: the blocks that the displays need, kModeStations. A poll that a Stop has cut short is not
 // counted.

@@ -111,6 +111,7 @@ TEST(MeasureRecords, AreTheseBytes) {
   for (const Golden& golden : Goldens()) {
     SCOPED_TRACE(golden.shape.name);
     MeasureTest t(golden.shape, golden.lang_offset);
+    t.files()["/app/VLT.ini"] = "[LINK]\r\nIDENTIFY=0\r\n";
     t.app().state.RetryNo = 0;
     PinValues(t.meter());
     t.StartRun();
