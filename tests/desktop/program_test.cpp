@@ -14,6 +14,8 @@
 #include <QStyle>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTimer>
+#include <functional>
 
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
@@ -275,6 +277,30 @@ TEST_P(ProgramTest, AFaultInAHandlerOrBesideItIsTold) {
     EXPECT_TRUE(WaitFor([&] { return boxes.AllGiven(); })) << beside;
   }
   EXPECT_TRUE(boxes.trouble.empty());
+}
+
+// A signal ends the program when the operation on the line has ended, and stops what can be stopped.
+TEST_P(ProgramTest, AnEndFromOutsideWaitsForTheOperationOnTheLine) {
+  Form& compare = Open("frmCompare");
+  auto& stop = static_cast<PushButton&>(*compare.Find("cmdStop"));
+  stop.SetEnabled(true);
+  app.state.UiLocked = true;
+  bool stopped = false;
+  stop.on_click = [&] { stopped = true; };
+  program.EndBehindWork();
+  EXPECT_TRUE(stopped);
+  const auto wait = [](const std::function<bool()>& over) {
+    for (int i = 0; i < 200 && !over(); ++i) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return over();
+  };
+  QTimer ticks;  // something to wait for
+  int ticked = 0;
+  QObject::connect(&ticks, &QTimer::timeout, [&] { ++ticked; });
+  ticks.start(10);
+  EXPECT_TRUE(wait([&] { return ticked >= 12; }));
+  EXPECT_FALSE(program.IsEnding());
+  app.state.UiLocked = false;
+  EXPECT_TRUE(wait([&] { return program.IsEnding(); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, ProgramTest, testing::Values(0, kEnglish),
