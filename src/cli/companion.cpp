@@ -208,7 +208,7 @@ void Companion::WatchBar(Form& form, StatusBar& bar) {
 
 void Companion::TellOperation(const OperationReport& operation) {
   const std::string name = operation.window + "." + operation.command;
-  const std::string reason = operation.port_failed         ? CommunicationErrorText(app_)
+  const std::string reason = operation.port_failed        ? CommunicationErrorText(app_)
                              : !operation.refused.empty() ? operation.refused
                                                           : operation.first_failure;
   Report({"operation", name, std::to_string(operation.exchanges), std::to_string(operation.failed), reason});

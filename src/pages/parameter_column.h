@@ -190,8 +190,8 @@ class ParameterColumn {
   class ReadingBack;
   bool MayStart(bool selected);
   bool Judge(const WritePlan& plan);
-  // The meter is what the plan was made for, and the plan is made for what it is now. Otherwise nothing may be
-  // sent: that is told, and the page shows the meter as it is.
+  // The meter is what the plan was made for, and the plan is made for what it is now. Otherwise nothing may
+  // be sent: that is told, and the page shows the meter as it is.
   bool Guard(WritePlan& plan, Operation& operation);
   void ReadBack();
   // While a set reads back: what the field holds now is held against what was sent to it.
