@@ -14,7 +14,7 @@ namespace {
 constexpr double kBaseSize = 9.5;
 constexpr double kHeadingSize = 12;
 constexpr double kTitleSize = 17;
-constexpr int kNarrowStretch = 75;  // per cent
+constexpr int kNarrowStretch = 75;   // per cent
 constexpr int kLargestCaption = 12;  // sizes up to here are captions
 
 // Fonts with Japanese characters and latin ones that go with them, best first.

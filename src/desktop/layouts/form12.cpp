@@ -15,10 +15,9 @@ constexpr LayoutItem kHeads[] = {
     Narrow(Cells("", "", "lblHead1(1)", "", "lblHead2(1)", "", "lblHeadAnswered(1)", "lblHeadFailed(1)"),
            kSilent),
 };
-constexpr LayoutItem kStation = Narrow(
-    Cells("chkStationNo(#)", "lblStation(#)", "txtDisp1(#)", "lblUnit1(#)", "txtDisp2(#)", "lblUnit2(#)",
-          "lblAnswered(#)", "lblFailed(#)"),
-    kSilent);
+constexpr LayoutItem kStation = Narrow(Cells("chkStationNo(#)", "lblStation(#)", "txtDisp1(#)", "lblUnit1(#)",
+                                             "txtDisp2(#)", "lblUnit2(#)", "lblAnswered(#)", "lblFailed(#)"),
+                                       kSilent);
 
 constexpr LayoutItem kItems[] = {
     Columns(),
