@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "link/operation.h"
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 #include "link/registers.h"
 #include "platform/clock.h"
 #include "resources/string_table.h"

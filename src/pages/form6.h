@@ -3,7 +3,7 @@
 // of all settings into a report.
 #pragma once
 
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 #include "meter/read_all.h"
 #include "pages/parameter_page.h"
 

@@ -6,7 +6,7 @@
 
 #include <array>
 
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 #include "pages/parameter_page.h"
 
 namespace vlt {
