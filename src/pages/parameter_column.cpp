@@ -222,9 +222,10 @@ void ParameterColumn::ShowUnitsOfMeter() {
   ShowUnits();
 }
 
-void ParameterColumn::ShowUnitsOfEmpty() {
+void ParameterColumn::ShowUnitsThatHold() {
   for (const Field& field : fields_) {
-    if (field.unit != nullptr && ValueText(field).empty()) ShowUnit(field);
+    if (field.unit == nullptr) continue;
+    if (ValueText(field).empty() || origins_.UnitOfValue(field) == rules_.UnitOf(field)) ShowUnit(field);
   }
 }
 

@@ -110,6 +110,7 @@ class ParameterColumn {
   std::vector<const Field*> FieldsIn(const PlannedWrite& write) const;
 
   App& TheApp() const { return app_; }
+  ColumnRules& Rules() const { return rules_; }
 
   // --- the commands ---
   void ReadParameter_Click();
@@ -166,8 +167,8 @@ class ParameterColumn {
   void ForgetUnitCaptions();
   // The same, and the units in force are shown beside all fields.
   void ShowUnitsOfMeter();
-  // The units in force beside the fields that hold no value.
-  void ShowUnitsOfEmpty();
+  // The units in force beside the fields that hold no value, or one of that unit.
+  void ShowUnitsThatHold();
   // The buttons and the master box follow the state of the program.
   void EnableButtons(bool enabled);
   // Takes away what failed reads and writes have left.
