@@ -115,7 +115,7 @@ void Form12::Form_Activate() {
 }
 
 void Form12::Form_Unload(int&) {
-  app().state.StopRequest = 1;
+  if (!run_.IsForeignLock()) app().state.StopRequest = 1;
   run_.Leave();
   SetButtonIdle();
 }

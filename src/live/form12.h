@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "files/csv_question.h"
 #include "live/live_run.h"
 #include "live/measure_log.h"
 #include "live/stations.h"
@@ -127,8 +128,10 @@ class Form12 : public PageForm {
   bool PrepareRun();
   bool AskUnits();
   bool AskUnitsBehind(frmWait& wait);
-  void AskFile(int title);
+  void LearnUnits(int at);
+  void AskFile(CsvQuestion question);
   void OpenLog();
+  std::string MarksOfRecord();
   void BeginCycles();
   void BeginPass();
   void ShowAcquiring();
@@ -147,8 +150,9 @@ class Form12 : public PageForm {
   void ShowPace();
   void ShowLog();
 
-  bool name_is_new_ = false;  // of PvFileName: no run has had it yet
-  bool cycles_on_ = false;    // this page has set PvRunning
+  bool name_is_new_ = false;               // of PvFileName: no run has had it yet
+  std::vector<std::string> late_columns_;  // whose unit came behind the head, for the next record
+  bool cycles_on_ = false;                 // this page has set PvRunning
   bool in_pass_ = false;
   bool overran_ = false;  // a tick of CycleTimer has met the pass under way
   LocalTime run_started_;

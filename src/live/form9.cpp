@@ -157,9 +157,9 @@ void Form9::Form_Unload(int&) {
   }
   CycleTimer.SetRunning(false);
   Text_Box_Enable();
-  if (app().state.PvRunning == 0) app().state.StopRequest = 1;
+  if (app().state.PvRunning == 0 && !run_.IsForeignLock()) app().state.StopRequest = 1;
   run_.Leave();
-  if (IsMonitorIdle(app())) app().state.StopRequest = 1;
+  if (IsLineFree(app())) app().state.StopRequest = 1;
   Taihi_Form9();
   if (app().frame == nullptr) return;
   app().frame->Status().SetPanel(1, "");

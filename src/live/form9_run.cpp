@@ -52,6 +52,7 @@ void Form9::Start_Click() {
 bool Form9::PrepareRun() {
   LockForRun();
   PrepareTrend();
+  period_ms_ = static_cast<std::int64_t>(EnteredCycle()) * kTickMs;
   EmptyBoxes();
   const bool asked = AskUnits();
   app().windows.SetMousePointer(kNormalPointer);
@@ -70,10 +71,14 @@ void Form9::BeginCycles() {
   AcquireOnce();
   if (!run_.GoesOn()) return;
   CycleCount = 0;
-  CycleSeconds = static_cast<int>(RoundHalfEven(ParseNumber(Cycle.Text()).value_or(1)));
+  CycleSeconds = EnteredCycle();
   CycleTimer.SetInterval(kTickMs);
   CycleTimer.SetRunning(true);
   RestartTimer();
+}
+
+int Form9::EnteredCycle() const {
+  return static_cast<int>(RoundHalfEven(ParseNumber(Cycle.Text()).value_or(1)));
 }
 
 void Form9::LockForRun() {
@@ -193,6 +198,7 @@ void Form9::ShowChannelsInUse() {
 }
 
 void Form9::AcquireOnce() {
+  TakePeriod();
   trend.MakeRoom();
   const bool good = ReadMeasuredValues() == 0;
   trend.Put(good ? TrendValue : std::nullopt);
@@ -273,6 +279,7 @@ void Form9::RunStopped(bool may_ask) {
   for (Control* label : HeatLabels()) label->SetEnabled(true);
   SetRunButtons(3);
   ShowState(kRunEnded, true);
+  ShowLog();
 }
 
 }  // namespace vlt

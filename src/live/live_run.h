@@ -44,6 +44,9 @@ class LiveRun {
   // Stop at the end of the window: nothing starts any more.
   void Leave();
 
+  // Another operation has the lock, and with it the meter: a window that closes must not ask for a stop then,
+  // which would be the other's.
+  bool IsForeignLock() const { return app_.state.UiLocked && !owns_lock_; }
   // Work is under way: the line is taken.
   bool Busy() const { return busy_; }
   bool Leaving() const { return leaving_; }

@@ -15,15 +15,18 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <algorithm>
 #include <functional>
 
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
+#include "live/form12.h"
 #include "pages/parameter_page.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "shell/mdi_form1.h"
 #include "tour/hands.h"
+#include "values/code_tables.h"
 
 namespace vlt::test {
 namespace {
@@ -182,6 +185,39 @@ TEST_P(ProgramTest, FieldsHaveRoomForTheWidestValueOrTellIt) {
       EXPECT_TRUE(fits || !measured) << box.FullName() << " " << TextRoom(*field);
     }
     if (name != "MDIForm1") app.windows.Unload(name);
+  }
+}
+
+// At their widest all at once: units, polls of some days, and what a station shows.
+TEST_P(ProgramTest, StationsHaveRoomForTheirWidestTexts) {
+  auto& page = static_cast<Form12&>(Open("Form12"));
+  page.lblFailed.ForEach([](Label& label) { label.SetCaption("12345/67890"); });
+  page.lblAnswered.ForEach([](Label& label) { label.SetCaption("20:58:48"); });
+  const std::string silent = app.Text(1964);
+  const auto& alarms = AlarmRows(GetParam());
+  const std::string alarm = *std::ranges::max_element(alarms, {}, &std::string::size);
+  const struct {
+    std::string shown;
+    const char* units[2];
+  } rows[] = {{silent, {"[BBL/min]", "[MBTU/h]"}},
+              {"-123456789012.345", {"[mBBL]", "[kBTU/h]"}},
+              {alarm, {"[BBL/min]", ""}}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.shown);
+    for (int i = 0; i < 31; ++i) {
+      page.lblUnit1(i).SetCaption(row.units[0]);
+      page.lblUnit2(i).SetCaption(row.units[1]);
+      for (TextBox* box : {&page.txtDisp1(i), &page.txtDisp2(i)}) box->SetText(row.shown);
+    }
+    program.Screen().Flush();
+    QApplication::processEvents();
+    const auto& scroll = dynamic_cast<QScrollArea&>(hands.Window("Form12"));
+    EXPECT_EQ(scroll.horizontalScrollBar()->maximum(), 0) << "pixels too wide";
+    for (const QLineEdit* field : scroll.findChildren<QLineEdit*>()) {
+      if (!field->objectName().startsWith("txtDisp")) continue;
+      const int wanted = field->fontMetrics().horizontalAdvance(field->text());
+      EXPECT_LE(wanted, TextRoom(*field)) << FromQt(field->objectName());
+    }
   }
 }
 

@@ -250,6 +250,23 @@ TEST_F(StationsTest, EndOfTheProgramDuringARunEndsItWithTheRun) {
   EXPECT_EQ(State(), "The display of data was ended");
 }
 
+TEST_F(StationsTest, AWindowThatClosesWhileUnitsAreAskedEndsNoRun) {
+  app.windows.Load("Form9").Show();
+  Page().Show();
+  AddStations({1, 2});
+  Choose(0, kFlowPlace, 0, -1);
+  bool closed = false;
+  Time().After(300, [&] {
+    EXPECT_TRUE(app.state.UiLocked);
+    closed = app.windows.Unload("Form9");
+  });
+  Start("2");
+  EXPECT_TRUE(closed);
+  RunPasses(2);
+  EXPECT_EQ(State(), "It is display acquisition data");
+  EXPECT_TRUE(app.state.UiLocked);
+}
+
 TEST_F(StationsTest, APassOpensThePortThatSomebodyHasClosed) {
   AddStations({1, 2});
   Choose(0, kFlowPlace, 0, -1);
