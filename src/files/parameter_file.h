@@ -21,8 +21,9 @@ bool IsLoaderFile(const App& app, const std::string& path);
 FileError SaveParameterFile(App& app, const std::string& path);
 
 // Reads the slots. When the file can't be read (a missing one too) nothing changes. A channel or output
-// number beyond 16 bits ends the loading; the keys before it are stored. The choice of a list that is no
-// whole number is not taken; not_taken names it, and a channel that is no number and reads as 0. The result
+// number beyond 16 bits ends the loading; the keys before it are stored. The choice of a list, or the
+// value of a register without decimals, that is no whole number is not taken; not_taken names it, and a channel that is
+// no whole number and is read as far as its digits go. The result
 // counts the slots.
 LoadResult LoadParameterFile(App& app, const std::string& path);
 

@@ -56,10 +56,11 @@ FileError ReadLines(App& app, std::vector<Line>& lines) {
   return FileError::kGood;
 }
 
+bool IsRun(const Line& line) { return line.run.has_value(); }
+
 void DropOldRuns(std::vector<Line>& lines) {
-  const auto is_run = [](const Line& line) { return line.run.has_value(); };
-  auto runs = static_cast<std::size_t>(std::ranges::count_if(lines, is_run));
-  for (; runs > kMostOpenRuns; --runs) lines.erase(std::ranges::find_if(lines, is_run));
+  auto runs = static_cast<std::size_t>(std::ranges::count_if(lines, IsRun));
+  for (; runs > kMostOpenRuns; --runs) lines.erase(std::ranges::find_if(lines, IsRun));
 }
 
 FileError Write(App& app, std::vector<Line> lines) {
@@ -132,12 +133,17 @@ FileError MoveRun(App& app, const OpenRun& run, const std::string& path) {
   });
 }
 
-FileError TakeOutRun(App& app, const OpenRun& run) { return TakeOutRuns(app, {run}); }
+FileError TakeOutRun(App& app, const OpenRun& run) {
+  return Change(app, [&](std::vector<Line>& lines) {
+    std::erase_if(lines, [&](const Line& line) { return line.run == run; });
+  });
+}
 
 FileError TakeOutRuns(App& app, const std::vector<OpenRun>& runs) {
   return Change(app, [&](std::vector<Line>& lines) {
     std::erase_if(lines,
                   [&](const Line& line) { return line.run && std::ranges::find(runs, *line.run) != runs.end(); });
+    if (std::ranges::none_of(lines, IsRun)) lines.clear();
   });
 }
 

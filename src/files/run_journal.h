@@ -39,7 +39,7 @@ FileError EnterRun(App& app, const OpenRun& run);
 // The run goes on in another file.
 FileError MoveRun(App& app, const OpenRun& run, const std::string& path);
 FileError TakeOutRun(App& app, const OpenRun& run);
-// All that ended without Stop, those of `runs`, were seen.
+// All that ended without Stop, those of `runs`, were seen. Lines that are no run go with the last one.
 FileError TakeOutRuns(App& app, const std::vector<OpenRun>& runs);
 
 // What a run has left in its file.

@@ -166,9 +166,6 @@ Encoded EncodeText(const Parameter& parameter, const SharedState& state, std::st
   }
   if (parameter.wire == Wire::kDouble) return {.bytes = Bytes(DoubleToBytes(*number))};
   const int decimals = DecimalsOf(parameter, state);
-  if (decimals == 0 && !IsWhole(*number)) return {.bytes = {}, .fault = TextFault::kNotWhole};
-  if (*number != 0 && ScaledInteger(*number, decimals) == 0)
-    return {.bytes = {}, .fault = TextFault::kBecomesZero};
   if (parameter.wire == Wire::kInt32) {
     const auto scaled = ScaledInt32(*number, decimals);
     if (scaled) return {.bytes = Bytes(Int32ToBytes(*scaled))};
@@ -194,12 +191,9 @@ std::string GreatestText(const Parameter& parameter, const SharedState& state) {
 }
 
 std::string TextFaultText(const Parameter& parameter, const SharedState& state, TextFault fault) {
-  static constexpr int kTexts[] = {0,           text::kNoNumber,    text::kComma,
-                                   text::kWhole, text::kBecomesZero, text::kDoesNotFit};
+  static constexpr int kTexts[] = {0, text::kNoNumber, text::kComma, text::kDoesNotFit};
   if (fault == TextFault::kNone) return {};
   const std::string words(LookupText(kTexts[static_cast<std::size_t>(fault)] + state.LangOffset));
-  const int decimals = DecimalsOf(parameter, state);
-  if (fault == TextFault::kBecomesZero) return FormatText(words, {FixedText(1 / TenTo(decimals), decimals)});
   if (fault != TextFault::kOutOfRange) return words;
   return FormatText(words, {LeastText(parameter, state), GreatestText(parameter, state)});
 }

@@ -156,10 +156,8 @@ int CodeAt(const Parameter& parameter, std::span<const std::uint8_t> data, std::
 enum class TextFault : std::uint8_t {
   kNone,
   kNoNumber,
-  kComma,        // no number for its comma
-  kNotWhole,     // decimals for a register without any
-  kBecomesZero,  // less than the register's step: 0 would be sent
-  kOutOfRange,   // it does not fit the register
+  kComma,       // no number for its comma
+  kOutOfRange,  // it does not fit the register
 };
 struct Encoded {
   std::vector<std::uint8_t> bytes;

@@ -14,6 +14,7 @@
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_compare.h"
+#include "resources/text_ids_files.h"
 #include "values/code_tables.h"
 #include "values/number_text.h"
 #include "values/text.h"
@@ -153,6 +154,16 @@ std::string CutText(const Parameter& row, const SharedState& facts, std::string_
   const double lost = ParseNumber(given).value_or(0) - ParseNumber(taken).value_or(0);
   const bool same = lost == 0 || (row.wire == Wire::kWord && lost == kWordRange);
   return same ? std::string() : given + " -> " + taken;
+}
+
+std::string CutNote(const Parameter& row, const SharedState& facts, std::string_view typed,
+                    std::span<const std::uint8_t> bytes) {
+  if (CutText(row, facts, typed, bytes).empty()) return {};
+  const std::string sent = ValueText(row, facts, bytes);
+  const bool zero = ParseNumber(sent) == 0.0;
+  if (!zero && sent.find('.') != std::string::npos) return {};
+  return FormatText(LookupText((zero ? text::kSentAsZero : text::kSentWhole) + facts.LangOffset),
+                    {Trim(typed), sent});
 }
 
 std::string ValueFaultText(const Parameter& row, const SharedState& facts, ValueFault fault) {

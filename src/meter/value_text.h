@@ -26,10 +26,8 @@ std::vector<std::string> CodeWords(const Parameter& row, const SharedState& fact
 // Why a text is no value of a row.
 enum class ValueFault : std::uint8_t {
   kNone,
-  kNoNumber,  // these five are the faults of a number, as TextFault has them
+  kNoNumber,  // these three are the faults of a number, as TextFault has them
   kComma,
-  kNotWhole,
-  kBecomesZero,
   kOutOfRange,  // LeastText and GreatestText of parameter.h tell the limits
   kNoSuchCode,  // neither a code of the row nor the text of one
 };
@@ -44,6 +42,10 @@ EncodedValue EncodeValue(const Parameter& row, const SharedState& facts, std::st
 // "60.559 -> 60.55": a typed number, and the one that its register takes of it; empty when they are the same.
 // `bytes` are those of EncodeValue.
 std::string CutText(const Parameter& row, const SharedState& facts, std::string_view typed,
+                    std::span<const std::uint8_t> bytes);
+// What a field says of a typed number that was sent as another one where no one expects it: as 0, or without its
+// decimals. Empty for any other; the language is that of `facts`.
+std::string CutNote(const Parameter& row, const SharedState& facts, std::string_view typed,
                     std::span<const std::uint8_t> bytes);
 // Why it can't be sent, in the language of `facts`; empty for kNone.
 std::string ValueFaultText(const Parameter& row, const SharedState& facts, ValueFault fault);

@@ -419,6 +419,16 @@ class ParameterColumn::ReadingBack {
   ParameterColumn& column_;
 };
 
+std::vector<ParameterColumn::CutNumber> ParameterColumn::CutNumbers(const WritePlan& plan) const {
+  std::vector<CutNumber> cut;
+  for (const PlannedWrite& write : plan.Writes()) {
+    if (write.field == nullptr || write.field->text == nullptr) continue;
+    std::string told = CutNote(*write.field->parameter, app_.state, write.field->text->Text(), write.data);
+    if (!told.empty()) cut.push_back({write.field, std::move(told)});
+  }
+  return cut;
+}
+
 void ParameterColumn::SetParameter_Click() {
   if (!MayStart(rules_.AnythingToSet())) return;
   ClearMarks();
@@ -427,9 +437,13 @@ void ParameterColumn::SetParameter_Click() {
   if (!Judge(plan) || !rules_.MaySet()) return;
   Operation operation(app_, page_, parts_.set.Name(), parts_.set_started);
   if (!operation.OpenPortOrTell() || !Guard(plan, operation)) return;
+  const std::vector<CutNumber> cut = CutNumbers(plan);
   if (Execute(plan) && rules_.ReadsBack()) {
     const ReadingBack reading(*this, plan);
     ReadParameter_Click();
+  }
+  for (const CutNumber& each : cut) {
+    if (each.field->Entry().Mark().empty()) each.field->Mark(each.told);
   }
   origins_.ExchangeEnded();
   operation.End(app_.Text(parts_.set_completed) + " " + app_.state.LastErrorText + TellNotTaken());

@@ -189,6 +189,12 @@ class ParameterColumn {
   void MarkUnread(const Block& block, const std::string& reason) const;
   void ShowValue(const Field& field, const RegisterData& data, std::size_t at);
   class ReadingBack;
+  // A typed number that is sent as another one, and what its field says of that.
+  struct CutNumber {
+    const Field* field = nullptr;
+    std::string told;
+  };
+  std::vector<CutNumber> CutNumbers(const WritePlan& plan) const;
   bool MayStart(bool selected);
   bool Judge(const WritePlan& plan);
   // The meter is what the plan was made for, and the plan is made for what it is now. Otherwise nothing may

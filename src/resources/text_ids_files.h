@@ -9,8 +9,9 @@ inline constexpr int kCommaTyped = 4380;
 
 // Why a typed value can't be sent, in the middle of a sentence.
 inline constexpr int kComma = 4381;
-inline constexpr int kWhole = 4382;
-inline constexpr int kBecomesZero = 4383;  // %1 the least step of the register
+// What became of a typed number that was sent. %1 as it was typed, %2 as it was sent.
+inline constexpr int kSentWhole = 4382;
+inline constexpr int kSentAsZero = 4383;
 // %1 the least, %2 the greatest station number.
 inline constexpr int kStationLimits = 4384;
 

@@ -141,7 +141,10 @@ StartResult StartUp(App& app) {
     app.state.StartRemark = LockText(app, lock);
     app.platform.process.PutError(app.state.StartRemark);
   }
-  if (!only_instance) return End(app);
+  if (!only_instance) {
+    app.Show(app.state.StartRemark);
+    return End(app);
+  }
   if (!may_start) {
     app.platform.process.PutError(app.state.StartFaultReason);
     app.Show(app.Text(kCanNotStart));

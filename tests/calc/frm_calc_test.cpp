@@ -103,7 +103,7 @@ TEST_F(CalcTest, FieldsAreCheckedWhenTheyAreLeftAndTheFocusGoesOn) {
     const char* text;
     int message;
   } rows[] = {{"", 0},      {"6", 0},        {"6200.00", 0}, {"5.99", 3921}, {"6200.01", 3921},
-              {"6o", 3920}, {"1.2.3", 3920}, {"12,5", 3920}, {".5", 3920},   {"1,016.4", 0}};
+              {"6o", 3920}, {"1.2.3", 3920}, {"12,5", 4380}, {".5", 3920},   {"1,016.4", 4380}};
   int marks = 0;
   for (const auto& row : rows) {
     SCOPED_TRACE(row.text);
@@ -204,7 +204,10 @@ TEST_F(CalcTest, ProcessValuesFillTheFields) {
   Slot("LINING_MATERIAL_Data") = "-1";
   Slot("SENSOR_TYPE_Data") = "9";
   Slot("SENSOR_MOUNT_Data") = "2";
+  Slot("KIND_OF_FLUID_Data") = "1.5";  // no entry of the list
+  const int fluid = calc().KIND_OF_FLUIDCombo.ListIndex();
   calc().cmdTake.Press();
+  EXPECT_EQ(calc().KIND_OF_FLUIDCombo.ListIndex(), fluid);
   EXPECT_EQ(calc().PIPE_MATERIALCombo.ListIndex(), 12);
   EXPECT_EQ(calc().TRANS_FREQUENCYText.Text(), "2500");
   EXPECT_EQ(calc().WALL_THICKNESSText.Text(), "3.80") << "kept in inches";

@@ -59,5 +59,28 @@ TEST(Script, ReaderHandsOnWholeLinesAndCountsThem) {
   EXPECT_FALSE(reader.Next());
 }
 
+// It is told once, as soon as it is seen, and the lines behind it keep their numbers.
+TEST(Script, ALineThatIsTooLongIsToldAndNotKept) {
+  const std::string most(kMostLineBytes, 'x');
+  ScriptReader reader;
+  reader.Add(most);
+  EXPECT_FALSE(reader.Next());
+  reader.Add("x");
+  const auto told = reader.Next();
+  ASSERT_TRUE(told);
+  EXPECT_EQ(told->error, "the line is longer than 64 KB");
+  EXPECT_EQ(told->number, 1);
+  reader.Add(most);
+  EXPECT_FALSE(reader.Next());
+  reader.Add("x\n" + most + "\n" + most + "x\nend\n");
+  const auto good = reader.Next();
+  ASSERT_TRUE(good);
+  EXPECT_EQ(good->word, most);
+  EXPECT_EQ(good->number, 2);
+  EXPECT_FALSE(reader.Next()->error.empty());
+  EXPECT_EQ(reader.Next()->number, 4);
+  EXPECT_FALSE(reader.Next());
+}
+
 }  // namespace
 }  // namespace vlt

@@ -179,7 +179,9 @@ TEST_F(ParameterFile, WhatNoRegisterCanHoldIsTold) {
     const char* name;
     const char* problem;
   } cases[] = {
-      {"PROCESS SETTING", "OUTER_DIAMETER_Data", "12,5", "process.outer_diameter", "this is no number"},
+      {"PROCESS SETTING", "OUTER_DIAMETER_Data", "12,5", "process.outer_diameter",
+       "a comma is not taken: no grouping, and a point before the decimals"},
+      {"TOTAL", "TOTAL_MODE_Data", "1.5", "total.mode", "the entries are: START, STOP, TOTAL RESET"},
       {"PROCESS SETTING", "PIPE_S_V_Data", "40000", "process.pipe_sound_velocity",
        "the meter's register holds -32768 to 32767"},
       {"TOTAL", "TOTAL_MODE_Data", "5", "total.mode", "the entries are: START, STOP, TOTAL RESET"},

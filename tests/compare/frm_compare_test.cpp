@@ -577,7 +577,7 @@ TEST_F(CompareWindow, KeepsSnapshotsAndReportsInFiles) {
   files.FailChange(1, FileError::kFull);
   dialogs().SaveFile("/home/operator/other.pdf");
   window.cmdSavePdf.Press();
-  EXPECT_EQ(Said(), Texts{"other.pdf could not be written: the disk is full"});
+  EXPECT_EQ(Said(), Texts{"other.pdf.tmp could not be written: the disk is full"});
   printer.fails = true;
   Answer();
   window.cmdSavePdf.Press();
@@ -600,7 +600,7 @@ TEST_F(CompareWindow, KeepsSnapshotsAndReportsInFiles) {
   Answer();
   dialogs().SaveFile(kPath);
   window.cmdSnapshot.Press();
-  EXPECT_EQ(Said().back(), "full.txt could not be written: the disk is full");
+  EXPECT_EQ(Said().back(), "full.txt.tmp could not be written: the disk is full");
   test.platform.Arm("silence*ever");
   Answer();
   dialogs().SaveFile(kPath);

@@ -265,6 +265,53 @@ TEST_F(BindingTest, AFieldTooNarrowForItsTextShowsItsStartAndTellsTheRest) {
   EXPECT_TRUE(WaitFor([&] { return field.toolTip().startsWith("-92345678.999"); }));
 }
 
+TEST_F(BindingTest, AFieldWithFocusShowsItsStartAndItsDotsAsWithout) {
+  auto& field = Widget<QLineEdit>("text");
+  field.setFixedWidth(60);
+  bench->text.SetText("-12345678.123");
+  field.setFocus(Qt::TabFocusReason);
+  field.deselect();
+  screen.desktop.Flush();
+  QTest::keyClick(&field, Qt::Key_Home);
+  const auto picture = [&] {
+    screen.desktop.Flush();
+    QImage image = field.grab().toImage();
+    return image.copy(12, 0, image.width() - 12, image.height());  // without the caret
+  };
+  const QImage start = picture();
+  bench->text.SetText("-12345678.999");
+  EXPECT_EQ(picture(), start) << "the end has given way to dots";
+  QTest::keyClick(&field, Qt::Key_End);
+  EXPECT_NE(picture(), start) << "the caret is always seen";
+  QTest::keyClick(&field, Qt::Key_Home);
+  EXPECT_EQ(picture(), start);
+  field.selectAll();
+  Widget<QWidget>("button").setFocus();
+  EXPECT_EQ(field.cursorPosition(), 0);
+  field.setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(field.selectedText(), "-12345678.999");
+  EXPECT_EQ(field.cursorPosition(), 0) << "all is marked, and the start is seen";
+}
+
+// Typing leaves the caret where it is, though the length that a field takes is told to it with every letter.
+TEST_F(BindingTest, TheCaretStaysWhereItIs) {
+  auto& field = Widget<QLineEdit>("text");
+  for (const int limit : {0, 4, 6}) {
+    bench->text.SetMaxLength(limit);
+    bench->text.SetText("75.5");
+    field.setFocus();
+    screen.desktop.Flush();
+    QTest::keyClick(&field, Qt::Key_Home);
+    for (const char key : {'1', '2'}) {
+      QTest::keyClick(&field, key);
+      screen.desktop.Flush();
+    }
+    EXPECT_EQ(bench->text.Text(), limit == 4 ? "75.5" : "1275.5") << limit;
+    EXPECT_EQ(field.cursorPosition(), limit == 4 ? 0 : 2) << limit;
+    Widget<QWidget>("button").setFocus();
+  }
+}
+
 TEST_F(BindingTest, WhatIsWrongIsSeenAndTold) {
   auto& field = Widget<QLineEdit>("text");
   const QColor plain = field.palette().color(QPalette::Base);

@@ -77,7 +77,6 @@ TEST(ParameterFile, ComesBackButForWhatIsOnlyWritten) {
   for (int SharedState::*number : kNumbers) EXPECT_EQ(other.app.state.*number, machine.app.state.*number);
   EXPECT_EQ(other.app.state.UserInfo, "Factory");
   EXPECT_EQ(other.app.state.PortNo, "3");
-  EXPECT_EQ(other.app.state.ModelCode, "");
   EXPECT_EQ(other.app.state.LangFlag, 1);
 }
 
@@ -106,18 +105,48 @@ TEST(ParameterFile, MissingKeysGiveTheirDefaultsEmptyOnesNothing) {
 
 TEST(ParameterFile, AChannelBeyond16BitsEndsTheLoading) {
   const std::pair<std::string, int> rows[] = {
-      {"x", 0}, {"-1", -1}, {"32767", 32767}, {"32768", 2}, {"9e9", 9}};
+      {"-1", -1}, {"32767", 32767}, {"32768", 2}, {"9e9", 9}};
   for (const auto& [text, channel] : rows) {
     TestApp machine;
     Fill(machine.app);
     machine.platform.files.files[kPath] = "[RANGE]\nCHANNEL=" + text +
                                           "\n[PROCESS SETTING]\nVISCOSITY_Data=before\n[TOTAL]\n"
-                                          "TOTAL_MODE_Data=behind\n";
+                                          "TOTAL_RATE_Data=behind\n";
     const bool ended = text == "32768";
     EXPECT_EQ(LoadParameterFile(machine.app, kPath).stopped_at, ended ? "RANGE/CHANNEL" : "") << text;
     EXPECT_EQ(machine.app.state.RangeChannel, channel) << text;
     EXPECT_EQ(machine.app.slots.At("PROCESS SETTING", "VISCOSITY_Data"), "before");
-    EXPECT_EQ(machine.app.slots.At("TOTAL", "TOTAL_MODE_Data"), ended ? "80" : "behind") << text;
+    EXPECT_EQ(machine.app.slots.At("TOTAL", "TOTAL_RATE_Data"), ended ? "82" : "behind") << text;
+  }
+}
+
+// A list has no entry between two others: such a choice is told and not taken, and no neighbour of it either.
+TEST(ParameterFile, AChoiceThatIsNoWholeNumberIsToldAndNotTaken) {
+  const struct {
+    const char* line;
+    const char* key;
+    const char* held;
+    bool told;
+  } cases[] = {
+      {"PIPE_MATERIAL_Data=12.5", "PIPE_MATERIAL_Data", "", true},
+      {"PIPE_MATERIAL_Data=1e-5", "PIPE_MATERIAL_Data", "", true},
+      {"PIPE_MATERIAL_Data=steel", "PIPE_MATERIAL_Data", "", true},
+      {"PIPE_MATERIAL_Data=-1", "PIPE_MATERIAL_Data", "-1", false},
+      {"PIPE_MATERIAL_Data=", "PIPE_MATERIAL_Data", "", false},
+      {"WALL_THICKNESS_Data=12.5", "WALL_THICKNESS_Data", "12.5", false},
+      {"CHANNEL=2x", nullptr, nullptr, true},
+      {"CHANNEL=x", nullptr, nullptr, true},
+  };
+  for (const auto& given : cases) {
+    TestApp machine;
+    Fill(machine.app);
+    machine.platform.files.files[kPath] = std::string("[PROCESS SETTING]\n") + given.line + "\n";
+    const LoadResult result = LoadParameterFile(machine.app, kPath);
+    const std::string line = given.line;
+    const std::string key = "PROCESS SETTING/" + line.substr(0, line.find('='));
+    EXPECT_EQ(result.not_taken, given.told ? std::vector{key} : std::vector<std::string>{}) << line;
+    if (given.key == nullptr) continue;
+    EXPECT_EQ(machine.app.slots.At("PROCESS SETTING", given.key), given.held) << line;
   }
 }
 
@@ -163,6 +192,17 @@ TEST(ParameterFile, WhatCannotBeReadChangesNothing) {
     EXPECT_EQ(Slots(machine.app), before);
     EXPECT_EQ(machine.app.state.PortNo, "3");
     EXPECT_EQ(machine.app.state.DetailChannel, 5);
+  }
+}
+
+// The program goes on as what it was started as, whether a file says nothing of it or something else.
+TEST(ParameterFile, OpeningLeavesTheVariantInForce) {
+  for (const char* content : {"[RANGE]\nZERO_Data=1\n", "[SYSTEM]\nVR=K410\n", "[SYSTEM]\nVR=\n"}) {
+    TestApp machine;
+    machine.app.state.ModelCode = "M627";
+    machine.platform.files.files[kPath] = content;
+    EXPECT_TRUE(OpenParameterFile(machine.app, kPath).Converted());
+    EXPECT_EQ(machine.app.state.ModelCode, "M627") << content;
   }
 }
 
@@ -248,7 +288,12 @@ TEST(PagesAndSlots, SavesPagesInOrderAndRefreshesOpenOnes) {
 
 TEST(FileReport, NamesTheFileAndTheReason) {
   TestApp machine;
+  const std::string fault = "system error 5 (Input/output error)";
   const std::pair<FileError, std::pair<std::string, std::string>> rows[] = {
+      {FileError::LargerThan(kMostSettingsBytes), {"it is larger than 4 MB", "it is larger than 4 MB"}},
+      {FileError::OfSystem(5, "Input/output error"), {fault, fault}},
+      {FileError::kPipe, {"it is a pipe", "it is a pipe"}},
+      {FileError::kDevice, {"it is a device", "it is a device"}},
       {FileError::kMissing, {"there is no such file", "the folder does not exist"}},
       {FileError::kFull, {"the disk is full", "the disk is full"}},
       {FileError::kTooLarge, {"the file is too large", "the file is too large"}},
@@ -258,6 +303,24 @@ TEST(FileReport, NamesTheFileAndTheReason) {
     EXPECT_EQ(machine.StatusText(), "100%1.ini could not be read: " + reasons.first);
     ReportNotWritten(machine.app, kPath, error);
     EXPECT_EQ(machine.StatusText(), "pump.ini could not be written: " + reasons.second);
+  }
+  // Writing takes steps; the one that fails names its own file.
+  const struct {
+    const char* bad;
+    FileError error;
+    const char* told;
+  } steps[] = {
+      {"/data/pump.ini", FileError::kNoPermission, "pump.ini could not be read: permission denied"},
+      {"/data/pump.ini.tmp", FileError::kNotAFile, "pump.ini.tmp could not be written: it is a folder"},
+      {"/data/pump.ini.bak", FileError::kFull, "pump.ini.bak could not be written: the disk is full"},
+      {"/data/pump.ini.bak.tmp", FileError::kFull, "pump.ini.bak.tmp could not be written: the disk is full"},
+  };
+  for (const auto& step : steps) {
+    TestApp there;
+    there.platform.files.files[kPath] = "[RANGE]\nZERO_Data=1\n";
+    there.platform.files.FailPath(step.bad, step.error);
+    ReportWritten(there.app, kPath, SaveParameterFile(there.app, kPath));
+    EXPECT_EQ(there.StatusText(), step.told);
   }
 }
 

@@ -116,6 +116,7 @@ TEST(StdFileSystem, SaysWhyAndTouchesNothing) {
   ASSERT_EQ(::mkfifo(scratch.Path("pipe").c_str(), 0666), 0);
   std::ofstream(scratch.Path("huge")).close();
   std::filesystem::resize_file(scratch.Path("huge"), 8 * 1024 * 1024 + 1);
+  std::filesystem::create_symlink("/dev/zero", scratch.Path("zero"));
 
   std::string content = "untouched";
   const auto at = [&](const char* name) { return scratch.Path(name); };
@@ -135,7 +136,9 @@ TEST(StdFileSystem, SaysWhyAndTouchesNothing) {
       {"read nothing", read("none"), FileError::kMissing},
       {"read below a file", read("good/below"), FileError::kMissing},
       {"read a folder", read("folder"), FileError::kNotAFile},
-      {"read a pipe", read("pipe"), FileError::kNotAFile},
+      {"read a pipe", read("pipe"), FileError::kPipe},
+      {"read a device", read("zero"), FileError::kDevice},
+      {"create over a device", create("zero"), FileError::kDevice},
       {"read a secret", read("secret"), FileError::kNoPermission},
       {"read too much", read("huge"), FileError::kTooLarge},
       {"create over a folder", create("folder"), FileError::kNotAFile},
@@ -143,7 +146,7 @@ TEST(StdFileSystem, SaysWhyAndTouchesNothing) {
       {"create over a locked file", create("locked"), FileError::kNoPermission},
       {"create in a shut folder", create("shut/file"), FileError::kNoPermission},
       {"append to a folder", append("folder"), FileError::kNotAFile},
-      {"append to a pipe", append("pipe"), FileError::kNotAFile},
+      {"append to a pipe", append("pipe"), FileError::kPipe},
       {"append to a locked file", append("locked"), FileError::kNoPermission},
       {"append in no folder", append("none/file"), FileError::kMissing},
       {"rename nothing", rename("none", "good"), FileError::kMissing},
@@ -179,13 +182,14 @@ TEST(StdFileSystem, ALinkStaysAndItsFileIsReplaced) {
   EXPECT_TRUE(fs::is_symlink(scratch.Path("app/VLT.ini")));
   EXPECT_TRUE(fs::is_symlink(scratch.Path("app/near.ini")));
   EXPECT_EQ(Slurp(scratch.Path("real/site.ini")), "new");
-  EXPECT_EQ(Slurp(scratch.Path("app/VLT.ini.bak")), "old");
+  EXPECT_EQ(Slurp(scratch.Path("real/site.ini.bak")), "old");
   EXPECT_EQ(WriteWhole(files, scratch.Path("app/dangling.ini"), "first", false), FileError::kGood);
   EXPECT_EQ(Slurp(scratch.Path("real/new.ini")), "first");
   EXPECT_NE(WriteWhole(files, scratch.Path("app/circle.ini"), "x", false), FileError::kGood);
-  EXPECT_EQ(std::distance(fs::directory_iterator(scratch.Path("real")), {}), 2)
+  EXPECT_EQ(std::distance(fs::directory_iterator(scratch.Path("real")), {}), 3)
       << "nothing temporary is left";
-  EXPECT_EQ(std::distance(fs::directory_iterator(scratch.Path("app")), {}), 5);
+  EXPECT_EQ(std::distance(fs::directory_iterator(scratch.Path("app")), {}), 4)
+      << "the backup lies beside the file, not beside a link to it";
 }
 
 TEST(StdFileSystem, AFullDiskLeavesNoHalfFile) {
@@ -209,10 +213,23 @@ TEST(StdFileSystem, ReplacingKeepsTheAccessRights) {
   StdFileSystem files;
   Put(scratch.Path("VLT.ini"), "old");
   std::filesystem::permissions(scratch.Path("VLT.ini"), std::filesystem::perms(0640));
-  ASSERT_EQ(files.Create(scratch.Path("VLT.ini.new"), "new"), FileError::kGood);
-  ASSERT_EQ(files.Rename(scratch.Path("VLT.ini.new"), scratch.Path("VLT.ini")), FileError::kGood);
-  EXPECT_EQ(Slurp(scratch.Path("VLT.ini")), "new");
-  EXPECT_EQ(std::filesystem::status(scratch.Path("VLT.ini")).permissions(), std::filesystem::perms(0640));
+  ASSERT_EQ(WriteWhole(files, scratch.Path("VLT.ini"), "new", true), FileError::kGood);
+  for (const auto& [name, content] : {std::pair("VLT.ini", "new"), {"VLT.ini.bak", "old"}}) {
+    EXPECT_EQ(Slurp(scratch.Path(name)), content);
+    EXPECT_EQ(std::filesystem::status(scratch.Path(name)).permissions(), std::filesystem::perms(0640)) << name;
+  }
+}
+
+TEST(StdFileSystem, ALimitIsToldWithWhatWasTooLong) {
+  const Scratch scratch;
+  StdFileSystem files;
+  Put(scratch.Path("f"), "1234");
+  std::string content;
+  EXPECT_EQ(files.ReadAtMost(scratch.Path("f"), 4, content), FileError::kGood);
+  const FileError error = files.ReadAtMost(scratch.Path("f"), 3, content);
+  EXPECT_EQ(error, FileError::kTooLarge);
+  EXPECT_EQ(error.Most(), 3U);
+  EXPECT_EQ(content, "1234");
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 #include <sys/wait.h>
 
 #include <QFileInfo>
+#include <QSysInfo>
 #include <filesystem>
+#include <fstream>
 
 #include "host/qt_process.h"
 #include "tests/host/scratch.h"
@@ -36,7 +38,46 @@ TEST(QtProcess, ACrashedInstanceDoesNotStopTheNext) {
   ASSERT_EQ(::waitpid(child, &status, 0), child);
   ASSERT_EQ(status, 0);
   ASSERT_TRUE(std::filesystem::exists(here.Path("veltrano3.lock")));
-  EXPECT_TRUE(QtProcess(here.Folder()).BecomeOnlyInstance());
+  QtProcess next(here.Folder());
+  EXPECT_TRUE(next.BecomeOnlyInstance());
+  EXPECT_EQ(next.LockInTheWay().state, FoundLock::State::kTakenOver);
+  EXPECT_EQ(next.LockInTheWay().process, child);
+}
+
+// Whatever a lock file says: where no process holds it, it blocks nobody, and is named.
+TEST(QtProcess, ALockFileThatNobodyHoldsIsTakenOver) {
+  const std::string me = std::to_string(::getpid());
+  const struct {
+    std::string content;
+    long long process;
+  } cases[] = {
+      {"", 0},
+      {"no lock at all", 0},
+      {me + "\nveltrano3\nanother-machine\n", ::getpid()},
+      {me + "\nveltrano3\n" + QSysInfo::machineHostName().toStdString() + "\n", ::getpid()},
+  };
+  for (const auto& given : cases) {
+    SCOPED_TRACE(given.content);
+    const Scratch here;
+    std::ofstream(here.Path("veltrano3.lock"), std::ios::binary) << given.content;
+    QtProcess first(here.Folder());
+    EXPECT_TRUE(first.BecomeOnlyInstance());
+    EXPECT_EQ(first.LockInTheWay().state, FoundLock::State::kTakenOver);
+    EXPECT_EQ(first.LockInTheWay().path, here.Path("veltrano3.lock"));
+    EXPECT_EQ(first.LockInTheWay().process, given.process);
+    QtProcess second(here.Folder());
+    EXPECT_FALSE(second.BecomeOnlyInstance()) << "it is held now";
+    EXPECT_EQ(second.LockInTheWay().state, FoundLock::State::kNone);
+  }
+}
+
+// The lock that a process holds stays, even where its text was spoilt.
+TEST(QtProcess, ALockFileThatIsHeldStaysThoughItsTextIsSpoilt) {
+  const Scratch here;
+  QtProcess first(here.Folder());
+  ASSERT_TRUE(first.BecomeOnlyInstance());
+  std::filesystem::resize_file(here.Path("veltrano3.lock"), 0);
+  EXPECT_FALSE(QtProcess(here.Folder()).BecomeOnlyInstance());
 }
 
 TEST(QtProcess, AFolderThatTakesNoFileIsGuardedToo) {

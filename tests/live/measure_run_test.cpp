@@ -43,6 +43,8 @@ TEST(MeasureStart, AsksForAFileThenForGoodScalesThenForThePort) {
 
 TEST(MeasureScales, AreJudgedWhenTheFieldIsLeft) {
   const std::string number = "Any data other than a number is not allowed";
+  const std::string comma =
+      "A comma is not allowed: type the number without grouping, with a point before its decimals";
   const std::string range = "The data is outside of the range";
   struct Case {
     const char* box;
@@ -69,8 +71,8 @@ TEST(MeasureScales, AreJudgedWhenTheFieldIsLeft) {
       {"PointText", "2147483647", ""},
       {"PointText", "99999999999", range},
       {"PointText", "", number},
-      {"PointText", "12,345", ""},
-      {"PointText", "12,5", number},
+      {"PointText", "12,345", comma},
+      {"PointText", "12,5", comma},
   };
   MeasureTest t(kOneChannel);
   for (const Case& c : cases) {

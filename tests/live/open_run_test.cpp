@@ -60,8 +60,24 @@ TEST(OpenRun, TellsThatTheJournalCouldNotBeWrittenAndGoesOn) {
   t.test.platform.files.FailPath(std::string(kJournal) + ".tmp", FileError::kNoPermission);
   t.StartRun();
   t.RunCycles(3);
-  EXPECT_EQ(t.page().StatusBar2.Panel(2), "VLT.runs could not be written: permission denied");
+  EXPECT_EQ(t.page().StatusBar2.Panel(2), "VLT.runs.tmp could not be written: permission denied");
   EXPECT_EQ(t.Lines().size(), 5u);
+}
+
+// What stands in it is not lost to the next run, whatever it is.
+TEST(OpenRun, AJournalThatCannotBeReadIsLeftAloneAndTold) {
+  const std::string lines = "a note\n2026/11/23 09:00:00\tForm12\t/data/x.csv\n2026/11/23 10:00:00\tForm9\t/data/y.csv\r\n";
+  MeasureTest t(kOneChannel);
+  t.files()[kJournal] = lines;
+  ASSERT_EQ(ReadOpenRuns(t.app()).size(), 2u) << "LF alone ends a line too";
+  t.test.platform.files.FailPath(kJournal, FileError::kNoPermission);
+  t.StartRun();
+  EXPECT_EQ(t.page().StatusBar2.Panel(2), "VLT.runs could not be read: permission denied");
+  EXPECT_EQ(t.files()[kJournal], lines);
+  t.test.platform.files.FailPath(kJournal, FileError::kGood);
+  t.page().Stop.Press();
+  EXPECT_EQ(ReadOpenRuns(t.app()).size(), 2u);
+  EXPECT_TRUE(t.files()[kJournal].starts_with("a note"));
 }
 
 // The process dies at the n-th change of a file; the next start finds what it has left.

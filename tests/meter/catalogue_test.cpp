@@ -76,6 +76,19 @@ TEST(Catalogue, CharactersThatAreNotPrintableAreBlanks) {
   EXPECT_EQ(ShowValue(SystemRow("type"), SharedState(), padded, 0), " B");
 }
 
+// A parameter file knows which of its keys hold whole numbers.
+TEST(Catalogue, SlotsOfListsAndOfWholeNumbersAreKnownAsSuch) {
+  for (const Table& table : kTables) {
+    for (const Parameter& row : table) {
+      if (row.slot == Slot::kNone) continue;
+      const bool number = row.wire != Wire::kDouble && row.wire != Wire::kCharacters;
+      const bool whole = number && row.decimals.metric == 0 && row.decimals.english == 0;
+      const SlotRow& slot = kSlotRows[static_cast<std::size_t>(row.slot)];
+      EXPECT_EQ(slot.is_whole, row.IsCode() || whole) << row.name << " " << slot.key;
+    }
+  }
+}
+
 TEST(Catalogue, ATextThatTheRegisterCannotHoldIsTold) {
   SharedState state;
   const struct {
@@ -87,7 +100,11 @@ TEST(Catalogue, ATextThatTheRegisterCannotHoldIsTold) {
   } cases[] = {
       {ProcessRow("pipe_sound_velocity"), 0, "32767", TextFault::kNone, "32767"},
       {ProcessRow("pipe_sound_velocity"), 0, "40000", TextFault::kOutOfRange, "32767"},
-      {ProcessRow("pipe_sound_velocity"), 0, "12,5", TextFault::kNoNumber, "32767"},
+      {ProcessRow("pipe_sound_velocity"), 0, "12,5", TextFault::kComma, "32767"},
+      {ProcessRow("pipe_sound_velocity"), 0, "1.2.3", TextFault::kNoNumber, "32767"},
+      {ProcessRow("pipe_sound_velocity"), 0, "12.5", TextFault::kNone, "32767"},
+      {ProcessRow("outer_diameter"), 0, "1,234", TextFault::kComma, "21474836.47"},
+      {ProcessRow("outer_diameter"), 0, "0.009", TextFault::kNone, "21474836.47"},
       {ProcessRow("outer_diameter"), 0, "21474836.47", TextFault::kNone, "21474836.47"},
       {ProcessRow("outer_diameter"), 1, "21474836.47", TextFault::kOutOfRange, "214748.3647"},
       {ProcessRow("sensor_spacing_2"), 0, "-1", TextFault::kOutOfRange, "65535"},

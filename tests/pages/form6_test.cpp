@@ -155,6 +155,11 @@ TEST(Form6, BadInputIsTakenAwayAndTold) {
   page.IDNUM_CONFIGText.Type("12");
   page.IDNUM_CONFIGText.LoseFocus();
   EXPECT_EQ(page.IDNUM_CONFIGText.Text(), "12");
+  page.IDNUM_CONFIGText.Type("1,2");
+  test.dialogs().Answer(MessageAnswer::kOk);
+  page.IDNUM_CONFIGText.LoseFocus();
+  EXPECT_EQ(page.IDNUM_CONFIGText.Text(), "1,2") << "what was meant can be mended";
+  EXPECT_EQ(test.dialogs().TakeTexts().front().find("A comma is not allowed"), 0U);
   page.IDNUM_CONFIGText.SetText("1.2.3");  // passes the check of the characters
   page.SetParameter.Press();
   EXPECT_EQ(test.Requests(), Texts{});

@@ -11,6 +11,7 @@ namespace vlt::test {
 namespace {
 
 using Texts = std::vector<std::string>;
+using namespace std::string_literals;
 
 constexpr const char* kPages[] = {"Form10", "Form2", "Form3", "Form4", "Form5", "Form6", "Form7", "Form11"};
 
@@ -91,7 +92,8 @@ TEST(Pages, AValueThatCannotBeSentStopsTheSetBeforeTheFirstWrite) {
   int selected = 0;
   const std::string range = "the meter's register holds -32768 to 32767";
   for (const auto& [text, reason] : {std::pair{"40000", range},
-                                     {"12,5", "this is no number"},
+                                     {"12,5", "a comma is not taken: no grouping, and a point before the decimals"},
+                                     {"1,234", "a comma is not taken: no grouping, and a point before the decimals"},
                                      {"1.2.3", "this is no number"},
                                      {"+", "this is no number"}}) {
     page.FLUID_S_VText.SetText(text);
@@ -110,6 +112,39 @@ TEST(Pages, AValueThatCannotBeSentStopsTheSetBeforeTheFirstWrite) {
   page.SetParameter.Press();
   EXPECT_EQ(page.FLUID_S_VText.Mark(), "");
   EXPECT_EQ(test.Requests().front(), "10 00 D2 00 02 04 00 00 17 A2");
+}
+
+// The register takes what it can hold; where that is another number than a person would think, the field says so.
+TEST(Pages, ANumberThatIsSentWithoutItsDecimalsOrAsZeroIsTold) {
+  PageTest test(kOnePath);
+  auto& page = test.Open<Form10>("Form10");
+  page.OUTER_DIAMETER.Tick();
+  page.KIND_OF_FLUID.Tick();
+  page.KIND_OF_FLUIDCombo.Choose(17);
+  page.FLUID_S_V.Tick();
+  const struct {
+    const char* diameter;
+    const char* velocity;
+    const char* held_diameter;
+    const char* held_velocity;
+    const char* told_diameter;
+    const char* told_velocity;
+  } cases[] = {
+      {"60.559", "1480.5", "60.55", "1480", "", "the register holds whole numbers: 1480.5 was sent as 1480"},
+      {"0.009", "1e-5", "0.00", "0", "0.009 is less than a step of the register and was sent as 0.00",
+       "1e-5 is less than a step of the register and was sent as 0"},
+      {"60.5", "1480.0", "60.50", "1480", "", ""},
+  };
+  for (const auto& c : cases) {
+    page.OUTER_DIAMETERText.Type(c.diameter);
+    page.FLUID_S_VText.SetText(c.velocity);
+    page.SetParameter.Press();
+    EXPECT_EQ(page.OUTER_DIAMETERText.Text(), c.held_diameter);
+    EXPECT_EQ(page.FLUID_S_VText.Text(), c.held_velocity);
+    EXPECT_EQ(page.OUTER_DIAMETERText.Mark(), c.told_diameter);
+    EXPECT_EQ(page.FLUID_S_VText.Mark(), c.told_velocity);
+    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{}) << "no box";
+  }
 }
 
 TEST(Pages, TheReasonOfAFailedWriteStandsWhileItIsAskedAndStaysAtTheField) {
@@ -221,15 +256,29 @@ TEST(Pages, ABadNumberIsToldAndKeepsTheFocusWhenItIsTypedAndWhenItsBoxIsTicked) 
   auto& page = test.Open<Form10>("Form10");
   page.OUTER_DIAMETER.Tick();
   page.OUTER_DIAMETERText.Type("12a");
-  page.WALL_THICKNESSText.SetText("thick");
-  for (TextBox* box : {&page.OUTER_DIAMETERText, &page.WALL_THICKNESSText}) {
+  page.WALL_THICKNESSText.SetText("1,234");
+  const std::string comma =
+      "A comma is not allowed: type the number without grouping, with a point before its decimals";
+  for (const auto& [box, told] : {std::pair(&page.OUTER_DIAMETERText, "Any data other than a number is not allowed"s),
+                                  {&page.WALL_THICKNESSText, comma}}) {
     test.dialogs().Answer(MessageAnswer::kOk);
     EXPECT_TRUE(box->LoseFocus() || page.WALL_THICKNESS.Tick());
-    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{"Any data other than a number is not allowed"});
+    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{told});
     EXPECT_EQ(page.Focused(), box);
     EXPECT_EQ(box->SelectAllCount(), 1);
     EXPECT_NE(box->Text(), "");
   }
+}
+
+// A box that stands for several fields names the registers of them all; each field names its own.
+TEST(Pages, ABoxNamesTheRegistersOfAllItsFields) {
+  PageTest test(kOnePath);
+  auto& page = test.Open<Form10>("Form10");
+  const std::string first = page.SENSOR_SPACINGText.Hint();
+  const std::string second = page.SENSOR_SPACING2Text.Hint();
+  EXPECT_NE(first, second);
+  EXPECT_EQ(page.SENSOR_SPACINGCheck.Hint(), first + "\n" + second);
+  EXPECT_EQ(page.OUTER_DIAMETER.Hint(), page.OUTER_DIAMETERText.Hint());
 }
 
 TEST(Pages, APageThatIsLoadedOnlyToBeSavedKeepsItsUnits) {

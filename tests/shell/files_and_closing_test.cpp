@@ -141,7 +141,7 @@ TEST_F(FilesTest, AParameterFileThatCannotBeWrittenIsAskedAbout) {
     platform->files.FailChange(1, FileError::kFull);
     window.Command13.Press();
     const Message& box = platform->dialogs.messages.back();
-    EXPECT_EQ(box.text, "a.ini could not be written: the disk is full\nEnd the program without it?");
+    EXPECT_EQ(box.text, "a.ini.tmp could not be written: the disk is full\nEnd the program without it?");
     EXPECT_TRUE(box.second_is_default);
     EXPECT_TRUE(Holds(kIniPath, "RANGE_UNIT_Data=4"));
     const bool ends = answer == MessageAnswer::kYes;
@@ -149,7 +149,7 @@ TEST_F(FilesTest, AParameterFileThatCannotBeWrittenIsAskedAbout) {
     EXPECT_EQ(IsShown("MDIForm1"), !ends);
     EXPECT_EQ(app->state.AppRunning, !ends);
     if (ends) continue;
-    EXPECT_EQ(StatusText(), Said(text::kFileNotWritten, {"a.ini", app->Text(text::kFileDiskFull)}));
+    EXPECT_EQ(StatusText(), Said(text::kFileNotWritten, {"a.ini.tmp", app->Text(text::kFileDiskFull)}));
     // The next attempt begins anew.
     platform->dialogs.Answer(MessageAnswer::kNo);
     window.Command13.Press();

@@ -115,8 +115,8 @@ TEST_F(SerialSettingsTest, TheStationFollowsTheMethodAndItsLimits) {
   for (const char* wrong : {"", "99"}) {
     dialog.StaitionNo.Type(wrong);
     dialog.Command1.Press();
-    EXPECT_FALSE(dialog.StaitionNo.Mark().empty());
-    EXPECT_EQ(StatusText(), "Station No.: The value is outside of range");
+    EXPECT_EQ(dialog.StaitionNo.Mark(), "a station number is 01 to 31");
+    EXPECT_EQ(StatusText(), "Station No.: a station number is 01 to 31");
     EXPECT_EQ(app->state.StationNo, "01");
     EXPECT_FALSE(platform->simulated.IsOpen());
   }
@@ -245,7 +245,7 @@ TEST_F(SerialSettingsTest, AFileThatCanNotBeWrittenIsTold) {
   platform->files.FailChange(1, FileError::kNoPermission);
   dialog.Command1.Press();
   EXPECT_EQ(Ini(), ini_before);
-  EXPECT_NE(StatusText().find("VLT.ini could not be written"), std::string::npos) << StatusText();
+  EXPECT_NE(StatusText().find("VLT.ini.tmp could not be written"), std::string::npos) << StatusText();
   EXPECT_FALSE(app->state.UiLocked);
 }
 

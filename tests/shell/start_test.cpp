@@ -57,6 +57,39 @@ TEST_F(StartTest, ASecondInstanceEndsWithoutAWord) {
   EXPECT_TRUE(app->state.ModelCode.empty());
 }
 
+TEST_F(StartTest, ALockFileThatWasLeftBehindIsNamed) {
+  using State = FoundLock::State;
+  const struct {
+    FoundLock lock;
+    const char* told;
+    bool runs;
+  } cases[] = {
+      {{State::kTakenOver, "/app/veltrano3.lock", 77, "pc2"},
+       "/app/veltrano3.lock was left behind by process 77 on pc2; no process holds it, so it was taken over",
+       true},
+      {{State::kElsewhere, "/app/veltrano3.lock", 0, ""},
+       "/app/veltrano3.lock was left behind by an unknown owner and can't be taken over; no process holds it",
+       true},
+      {{State::kUnsure, "/app/veltrano3.lock", 77, "pc2"},
+       "/app/veltrano3.lock may be in use by process 77 on pc2; if it is not, remove that file",
+       false},
+  };
+  for (const auto& given : cases) {
+    UseMeter({});
+    platform->process.only_instance = given.runs;
+    platform->process.lock = given.lock;
+    if (!given.runs) platform->dialogs.Answer(MessageAnswer::kOk);
+    Start("VR=M627\r\nLANG_FLAG=1\r\n");
+    EXPECT_EQ(platform->process.errors, Texts{given.told});
+    EXPECT_EQ(platform->dialogs.TakeTexts(), given.runs ? Texts{} : Texts{given.told});
+    EXPECT_EQ(platform->time.Ended(), !given.runs);
+    if (!given.runs) continue;
+    platform->dialogs.Answer(MessageAnswer::kOk);  // there is no port
+    platform->time.RunFor(2000);
+    EXPECT_NE(app->frame->Status().Panel(1).find(given.told), std::string::npos);
+  }
+}
+
 TEST_F(StartTest, TheFileThatIsNamedWinsInAllKeys) {
   platform->files.files["/app/site.ini"] =
       "[SYSTEM]\nVR=K410\nLANG_FLAG=1\nUNIT_FLAG=1\nUSER_INFO=service\nINI_FILENAME=site.ini\n"

@@ -12,6 +12,7 @@ class FakeProcess : public Process {
   std::string UserFolder() override { return user_folder; }
   char Separator() override { return separator; }
   bool BecomeOnlyInstance() override { return only_instance; }
+  FoundLock LockInTheWay() override { return lock; }
   int LocaleId() override { return locale_id; }
   std::string ShortPath(const std::string& path) override { return short_path.empty() ? path : short_path; }
   void PutError(const std::string& text) override { errors.push_back(text); }
@@ -24,6 +25,7 @@ class FakeProcess : public Process {
   std::string user_folder = "/home/operator/veltrano3";
   char separator = '/';
   bool only_instance = true;
+  FoundLock lock;
   int locale_id = 1033;
   std::string short_path;  // empty: the path itself
   std::vector<PortInfo> ports;

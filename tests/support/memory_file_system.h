@@ -34,8 +34,11 @@ class MemoryFileSystem : public FileSystem {
   // The process dies at the n-th change from now: half of the bytes are written, a rename has not happened,
   // and nothing behind it changes a file any more.
   void KillAtChange(int n) { kill_ = n; }
-  // Every operation on this path fails.
-  void FailPath(const std::string& path, FileError error) { bad_paths_[path] = error; }
+  // Every operation on this path fails, until it is given kGood.
+  void FailPath(const std::string& path, const FileError& error) {
+    bad_paths_[path] = error;
+    if (error == FileError::kGood) bad_paths_.erase(path);
+  }
 
   std::map<std::string, std::string> files;
   std::set<std::string> folders;     // paths that are folders

@@ -53,7 +53,7 @@ TEST(ParseNumber, TakesNumbersAsTheyAreTyped) {
   };
   const Case cases[] = {
       {"12", 12},         {"+1.5", 1.5},      {"-0.25", -0.25},    {" 60.50 ", 60.5},        {"007", 7},
-      {"5.", 5},          {"-.5", -0.5},      {"1,234.5", 1234.5}, {"12,345,678", 12345678}, {"1E+20", 1e20},
+      {"5.", 5},          {"-.5", -0.5},      {"1E+20", 1e20},
       {"2.5e-3", 0.0025}, {"1480.9", 1480.9},
   };
   for (const Case& c : cases) EXPECT_EQ(ParseNumber(c.text), c.value) << c.text;
@@ -63,9 +63,24 @@ TEST(ParseNumber, RejectsWhatOnlyLooksLikeOne) {
   for (const char* text :
        {"",         " ",        "+",      "-",      ".",       "+.",  "+,",   "1.2.3",    "1,2",  "12,5",
         "1234,567", "1,234,56", "1,,234", "1,234,", "1.234,5", "+-1", "--1",  "1-",       "1 2",  "0x10",
-        "&H10",     "1e",       "1e999",  "nan",    "NaN",     "inf", "-inf", "infinity", "12mm", "１２"}) {
+        "1,234", "1,234.5", "12,345,678", "&H10",     "1e",       "1e999",  "nan",    "NaN",     "inf", "-inf", "infinity", "12mm", "１２"}) {
     EXPECT_EQ(ParseNumber(text), std::nullopt) << '"' << text << '"';
   }
+}
+
+TEST(ParseWhole, CutsNoDecimalsOff) {
+  const std::pair<const char*, std::optional<int>> cases[] = {
+      {"12", 12},
+      {" -1 ", -1},
+      {"12.0", 12},
+      {"2147483647", 2147483647},
+      {"12.5", std::nullopt},
+      {"1e-5", std::nullopt},
+      {"2147483648", std::nullopt},
+      {"1,000", std::nullopt},
+      {"x", std::nullopt},
+  };
+  for (const auto& [text, number] : cases) EXPECT_EQ(ParseWhole(text), number) << text;
 }
 
 TEST(FixedText, RoundsTheDecimalTextHalfAwayFromZero) {
