@@ -15,6 +15,7 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 
+#include "calc/frm_calc.h"
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
 #include "pages/parameter_page.h"
@@ -97,6 +98,22 @@ TEST_P(ProgramTest, EveryControlHasItsPlaceAndNothingIsCutOff) {
     }
     if (name != "MDIForm1") app.windows.Unload(name);
   }
+}
+
+TEST_P(ProgramTest, AnOpenCalculatorFollowsTheUnitSystemWhenItIsClickedToTheFront) {
+  app.state.UnitFlag = 0;
+  auto& calc = static_cast<frmCalc&>(Open("frmCalc"));
+  hands.Type("frmCalc", "OUTER_DIAMETERText", "100");
+  const auto bring_to_front = [&](const char* name) {
+    hands.Window(name).activateWindow();
+    QApplication::processEvents();
+    EXPECT_TRUE(hands.Window(name).isActiveWindow()) << name;
+  };
+  bring_to_front("MDIForm1");
+  app.state.UnitFlag = 1;
+  bring_to_front("frmCalc");
+  EXPECT_EQ(calc.Label8(0).Caption(), "inch");
+  EXPECT_EQ(calc.OUTER_DIAMETERText.Text(), "3.9370");
 }
 
 // Everything beside it that shows something, of the widgets with the same parent.
