@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the calculator takes from the process page. All that stands in the window is of one pipe afterwards:
-// what the page does not know of it is emptied, and so is the result of another one.
+// what the page does not know of it is emptied, and so are the result and the drawing of another one.
 #include <algorithm>
 
 #include "calc/frm_calc.h"
@@ -71,6 +71,7 @@ void frmCalc::cmdTake_Click() {
   for (const ProcessValue& value : values) Put(value);
   entered_.clear();
   if (executed_ && !(*executed_ == Inputs())) ForgetResult();
+  picSpacing.SetSheet({});
   changing_ = false;
   InputChanged();
   TellTaken(values);

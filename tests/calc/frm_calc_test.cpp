@@ -266,6 +266,7 @@ TEST_F(CalcTest, WhatWasEnteredIsAskedForBeforeItGoes) {
     EXPECT_EQ(calc().FLUID_S_VText.Text(), taken ? "" : "1500");
     EXPECT_EQ(calc().SENSOR_TYPECombo.ListIndex(), taken ? 9 : 4);
     EXPECT_EQ(calc().OUTER_DIAMETERText.Text(), taken ? "100.00" : "100");
+    EXPECT_EQ(calc().picSpacing.Shown().Empty(), taken) << "no pipe of before behind the note";
   }
   calc().cmdTake.Press();
   EXPECT_EQ(Said(), Texts{}) << "what was taken was not entered";

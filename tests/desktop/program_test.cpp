@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QGroupBox>
@@ -14,6 +16,7 @@
 #include <QStyle>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QtTest/QTest>
 
 #include "calc/frm_calc.h"
 #include "desktop/program.h"
@@ -114,6 +117,22 @@ TEST_P(ProgramTest, AnOpenCalculatorFollowsTheUnitSystemWhenItIsClickedToTheFron
   bring_to_front("frmCalc");
   EXPECT_EQ(calc.Label8(0).Caption(), "inch");
   EXPECT_EQ(calc.OUTER_DIAMETERText.Text(), "3.9370");
+}
+
+TEST_P(ProgramTest, TheKeyThatEndsAnOpenListPressesNoButton) {
+  auto& calc = static_cast<frmCalc&>(Open("frmCalc"));
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+    auto& list = dynamic_cast<QComboBox&>(hands.Widget("frmCalc", "SENSOR_TYPECombo"));
+    QTest::mouseClick(&list, Qt::LeftButton);
+    ASSERT_TRUE(WaitFor([&] { return list.view()->isVisible(); }));
+    list.view()->setCurrentIndex(list.model()->index(4, 0));
+    QTest::keyClick(list.view(), key);
+    QApplication::processEvents();
+    EXPECT_FALSE(list.view()->isVisible());
+    ASSERT_NE(app.windows.Find("frmCalc"), nullptr) << "closed with what was typed";
+    EXPECT_EQ(calc.SENSOR_TYPECombo.ListIndex(), 4);
+    EXPECT_EQ(calc.txtResult1Text.Text(), "") << "calculated";
+  }
 }
 
 // Everything beside it that shows something, of the widgets with the same parent.
