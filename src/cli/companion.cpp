@@ -197,9 +197,11 @@ void Companion::WatchBar(Form& form, StatusBar& bar) {
 
 void Companion::TellOperation(const OperationReport& operation) {
   const std::string name = operation.window + "." + operation.command;
-  const std::string reason = operation.port_failed ? CommunicationErrorText(app_) : operation.first_failure;
+  const std::string reason = operation.port_failed         ? CommunicationErrorText(app_)
+                             : !operation.refused.empty() ? operation.refused
+                                                          : operation.first_failure;
   Report({"operation", name, std::to_string(operation.exchanges), std::to_string(operation.failed), reason});
-  if (!strict_ || (operation.failed == 0 && !operation.port_failed)) return;
+  if (!strict_ || (operation.failed == 0 && !operation.port_failed && operation.refused.empty())) return;
   FailOutside(ScriptStatus::kDiffers, name + ": " + reason);
 }
 

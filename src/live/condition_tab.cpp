@@ -7,7 +7,7 @@
 #include "files/whole_file.h"
 #include "link/operation.h"
 #include "link/port.h"
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 #include "state/form_lock.h"
 #include "values/text.h"
 

@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "link/operation.h"
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 #include "link/registers.h"
 #include "state/form_lock.h"
 #include "values/code_tables.h"

@@ -89,7 +89,9 @@ void LiveRun::Finish() {
   // A lock that another operation holds is not ours to release, and its exchange must not be cut into.
   const bool foreign = app_.state.UiLocked && !owns_lock_;
   if (!foreign) SetLock(false);
-  stopped_(!foreign && app_.windows.Exists(&form_));
+  const bool exists = app_.windows.Exists(&form_);
+  stopped_(!foreign && exists);
+  if (!foreign) app_.windows.RunHasEnded(form_);
 }
 
 bool LiveRun::Pause(int ms) {

@@ -5,7 +5,7 @@
 #include <array>
 
 #include "link/device_queries.h"
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 #include "link/registers.h"
 #include "meter/details_table.h"
 #include "pages/spin.h"

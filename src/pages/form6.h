@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 #include "meter/read_all.h"
 #include "pages/parameter_page.h"
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 #include "pages/parameter_page.h"
 
 namespace vlt {

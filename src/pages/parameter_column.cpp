@@ -7,7 +7,9 @@
 #include "link/device_queries.h"
 #include "link/port.h"
 #include "link/store.h"
+#include "meter/facts.h"
 #include "meter/units.h"
+#include "pages/parameter_column_guard.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_origin.h"
@@ -100,6 +102,17 @@ const Field& ParameterColumn::FieldOf(const Control& entry) const {
     if (&field.Entry() == &entry) return field;
   }
   throw std::out_of_range("no field for " + entry.FullName());
+}
+
+std::vector<const Field*> ParameterColumn::FieldsIn(const PlannedWrite& write) const {
+  std::vector<const Field*> found;
+  for (const Field& field : fields_) {
+    const int offset = AddressOnPage(*field.parameter) - write.address;
+    const bool inside =
+        offset >= 0 && offset + 2 * field.parameter->Words() <= static_cast<int>(write.data.size());
+    if (inside && rules_.IsShown(field)) found.push_back(&field);
+  }
+  return found;
 }
 
 bool ParameterColumn::IsAnyTicked() const {
@@ -204,6 +217,18 @@ void ParameterColumn::ForgetUnitCaptions() {
   }
 }
 
+void ParameterColumn::ShowUnitsOfMeter() {
+  ForgetUnitCaptions();
+  ShowUnits();
+}
+
+void ParameterColumn::ShowUnitsThatHold() {
+  for (const Field& field : fields_) {
+    if (field.unit == nullptr) continue;
+    if (ValueText(field).empty() || origins_.UnitOfValue(field) == rules_.UnitOf(field)) ShowUnit(field);
+  }
+}
+
 void ParameterColumn::ApplyUnitCaptions() {
   for (const Field& field : fields_) {
     if (field.parameter->unit_slot == Slot::kNone) continue;
@@ -271,7 +296,10 @@ void ParameterColumn::ReadBack() {
 }
 
 bool ParameterColumn::FetchBlock(const Block& block, RegisterData& data) {
-  if (ReadRegisters(app_, SpanOf(block, rules_.IndexOf(block.location)), data)) return true;
+  if (ReadRegisters(app_, SpanOf(block, rules_.IndexOf(block.location)), data)) {
+    sure_reply_ = app_.state.LastErrorText.empty();
+    return true;
+  }
   MarkUnread(block, app_.state.LastErrorText);
   rules_.BlockFailed(block);
   return false;
@@ -316,6 +344,7 @@ void ParameterColumn::ShowValue(const Field& field, const RegisterData& data, st
     field.text->SetText(vlt::ShowValue(*field.parameter, app_.state, data, at));
   } else {
     code = CodeAt(*field.parameter, data, at);
+    LearnFrom(app_, {field.parameter, rules_.IndexOf(field.parameter->location)}, code, sure_reply_);
     field.Select(field.IndexOf(code));
   }
   if (field.unit != nullptr) {
@@ -323,7 +352,8 @@ void ParameterColumn::ShowValue(const Field& field, const RegisterData& data, st
     if (field.parameter->unit_slot != Slot::kNone) app_.slots[field.parameter->unit_slot].clear();
   }
   rules_.FieldWasRead(field, code);
-  origins_.WasRead(field);
+  origins_.WasRead(
+      field, std::span(data).subspan(at, 2 * static_cast<std::size_t>(field.parameter->Words())));
 }
 
 void ParameterColumn::SetParameter_Click() {
@@ -333,7 +363,7 @@ void ParameterColumn::SetParameter_Click() {
   rules_.PlanWrites(plan);
   if (!Judge(plan) || !rules_.MaySet()) return;
   Operation operation(app_, page_, parts_.set.Name(), parts_.set_started);
-  if (!operation.OpenPortOrTell()) return;
+  if (!operation.OpenPortOrTell() || !Guard(plan, operation)) return;
   if (Execute(plan) && rules_.ReadsBack()) {
     ReadAfterSet = true;
     ReadParameter_Click();
@@ -354,6 +384,24 @@ bool ParameterColumn::Judge(const WritePlan& plan) {
   return false;
 }
 
+bool ParameterColumn::Guard(WritePlan& plan, Operation& operation) {
+  const SetGuard guard(app_, rules_, *this);
+  std::string refusal = guard.Ask(guard.Needs(plan));
+  if (refusal.empty()) refusal = guard.Judge(plan);
+  if (refusal.empty()) {
+    // What was asked may give a value other bytes.
+    plan = {};
+    rules_.PlanWrites(plan);
+    if (!Judge(plan)) return false;
+    return true;
+  }
+  operation.Refuse(refusal);
+  // The page shows the meter as it is.
+  ShowUnitsOfMeter();
+  page_.RunHook(&FormHooks::Form_Activate);
+  return false;
+}
+
 void ParameterColumn::PlanInOrder(WritePlan& plan, const std::vector<const Control*>& entries) {
   for (const Control* entry : entries) PlanField(plan, FieldOf(*entry));
 }
@@ -366,6 +414,10 @@ void ParameterColumn::PlanField(WritePlan& plan, const Field& field) {
                      .address = AddressOnPage(row),
                      .write = row.write,
                      .data = {}};
+  if (const auto* registers = origins_.RegistersOf(field)) {
+    write.data = *registers;
+    return plan.Add(std::move(write));
+  }
   Encoded encoded = EncodeField(app_, field);
   if (encoded.fault != TextFault::kNone) return plan.Refuse(field, encoded.fault);
   if (encoded.bytes.empty()) return;
