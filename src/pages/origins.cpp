@@ -209,7 +209,7 @@ Source FieldOrigins::SourceOf(const Field& field) const {
 
 const std::vector<std::uint8_t>* FieldOrigins::RegistersOf(const Field& field) const {
   const OriginRecord& record = RecordOf(field);
-  const bool shows_it = record.source == Source::kRead && !record.awaited && !record.typed &&
+  const bool shows_it = field.text != nullptr && record.source == Source::kRead && !record.awaited && !record.typed &&
                         !record.registers.empty() && ValueText(field) == record.value;
   return shows_it ? &record.registers : nullptr;
 }
