@@ -16,8 +16,8 @@
 #include <QStyle>
 #include <QTabWidget>
 #include <QTemporaryDir>
-#include <QtTest/QTest>
 #include <QTimer>
+#include <QtTest/QTest>
 #include <algorithm>
 #include <functional>
 

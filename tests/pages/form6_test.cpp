@@ -177,7 +177,7 @@ TEST(Form6, ASourceThatTheMeterDoesNotOfferIsNotSent) {
   // Nothing was read back: what the meter is now is asked.
   page.MEASUREMENT_MODECheck.Untick();
   page.SetParameter.Press();
-  EXPECT_EQ(test.Requests()[2], "10 03 EC 00 01 02 00 05");
+  EXPECT_EQ(test.Requests().at(3), "10 03 EC 00 01 02 00 05");
 }
 
 TEST(Form6, AllTicksASpecificationForTheFactoryAlone) {
