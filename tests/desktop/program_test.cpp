@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QGroupBox>
@@ -15,9 +17,11 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QtTest/QTest>
 #include <algorithm>
 #include <functional>
 
+#include "calc/frm_calc.h"
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
 #include "live/form12.h"
@@ -101,6 +105,38 @@ TEST_P(ProgramTest, EveryControlHasItsPlaceAndNothingIsCutOff) {
       EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0) << "pixels too high";
     }
     if (name != "MDIForm1") app.windows.Unload(name);
+  }
+}
+
+TEST_P(ProgramTest, AnOpenCalculatorFollowsTheUnitSystemWhenItIsClickedToTheFront) {
+  app.state.UnitFlag = 0;
+  auto& calc = static_cast<frmCalc&>(Open("frmCalc"));
+  hands.Type("frmCalc", "OUTER_DIAMETERText", "100");
+  const auto bring_to_front = [&](const char* name) {
+    hands.Window(name).activateWindow();
+    QApplication::processEvents();
+    EXPECT_TRUE(hands.Window(name).isActiveWindow()) << name;
+  };
+  bring_to_front("MDIForm1");
+  app.state.UnitFlag = 1;
+  bring_to_front("frmCalc");
+  EXPECT_EQ(calc.Label8(0).Caption(), "inch");
+  EXPECT_EQ(calc.OUTER_DIAMETERText.Text(), "3.9370");
+}
+
+TEST_P(ProgramTest, TheKeyThatEndsAnOpenListPressesNoButton) {
+  auto& calc = static_cast<frmCalc&>(Open("frmCalc"));
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+    auto& list = dynamic_cast<QComboBox&>(hands.Widget("frmCalc", "SENSOR_TYPECombo"));
+    QTest::mouseClick(&list, Qt::LeftButton);
+    ASSERT_TRUE(WaitFor([&] { return list.view()->isVisible(); }));
+    list.view()->setCurrentIndex(list.model()->index(4, 0));
+    QTest::keyClick(list.view(), key);
+    QApplication::processEvents();
+    EXPECT_FALSE(list.view()->isVisible());
+    ASSERT_NE(app.windows.Find("frmCalc"), nullptr) << "closed with what was typed";
+    EXPECT_EQ(calc.SENSOR_TYPECombo.ListIndex(), 4);
+    EXPECT_EQ(calc.txtResult1Text.Text(), "") << "calculated";
   }
 }
 
