@@ -79,9 +79,8 @@ bool IsOfOtherPipe(App& app, const OriginRecord& record, const std::string& kept
 
 void ReadList(App& app, const FieldSlot& slot, const std::string& kept, ProcessValue& value) {
   constexpr int kMostEntries = 1000;
-  const auto number = ParseNumber(kept);
-  if (!number || *number < 0 || *number >= kMostEntries) return;
-  const int index = static_cast<int>(*number);
+  const int index = ParseWhole(kept).value_or(-1);
+  if (index < 0 || index >= kMostEntries) return;
   const std::string entry = CodeToText(app.Codes(), slot.codes, index);
   value.shown = entry.empty() ? "(" + kept + ")" : entry;
   value.state = index < slot.entries ? State::kThere : State::kNotOffered;

@@ -4,6 +4,7 @@
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QSignalBlocker>
 #include <QStyleOptionFrame>
 #include <functional>
 
@@ -68,20 +69,12 @@ class Entry : public QLineEdit {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) Fit();
   }
   void paintEvent(QPaintEvent* event) override {
+    if (textMargins().right() != 0 && LiesBehindItsPlace()) ScrollToStart(event);
     QLineEdit::paintEvent(event);
     if (textMargins().right() == 0) return;
-    const QRect area = TextArea();
-    const int middle = height() / 2;
     QPainter painter(this);
     painter.setPen(palette().color(QPalette::Text));
-    const int dots = fontMetrics().horizontalAdvance(kDots);
-    if (cursorPositionAt({shown_right_, middle}) < text().size()) {
-      painter.drawText(QRect(shown_right_, area.top(), dots, area.height()), Qt::AlignVCenter, kDots);
-    }
-    if (cursorPositionAt({area.left(), middle}) == 0 || cursorRect().left() < area.left() + dots) return;
-    const QRect at_left(area.left() - kTextMargin, area.top(), dots + kTextMargin, area.height());
-    painter.fillRect(at_left, palette().color(QPalette::Base));
-    painter.drawText(at_left, Qt::AlignVCenter | Qt::AlignRight, kDots);
+    PaintDots(painter);
   }
 
  private:
@@ -91,6 +84,51 @@ class Entry : public QLineEdit {
     return style()->subElementRect(QStyle::SE_LineEditContents, &panel, this);
   }
   QRect TextArea() const { return Inside().adjusted(kTextMargin, 0, -kTextMargin, 0); }
+
+  // Where the letter of this place begins.
+  int PlaceOf(int letter) const {
+    const int caret = cursorPosition();
+    const QFontMetrics metrics = fontMetrics();
+    const int from_start = metrics.horizontalAdvance(text().left(letter));
+    return cursorRect().center().x() + from_start - metrics.horizontalAdvance(text().left(caret));
+  }
+
+  void PaintDots(QPainter& painter) const {
+    const QRect area = TextArea().adjusted(0, 1, 0, -1);
+    const int dots = fontMetrics().horizontalAdvance(kDots);
+    const auto length = static_cast<int>(text().size());
+    if (PlaceOf(length) > shown_right_ + kTextMargin) {
+      painter.drawText(QRect(shown_right_, area.top(), dots, area.height()), Qt::AlignVCenter, kDots);
+    }
+    if (PlaceOf(0) >= area.left() - kTextMargin) return;
+    // No letter is seen in part beside the dots, and none is covered that the caret stands behind.
+    int first = 0;
+    while (first < length && PlaceOf(first) < area.left() + dots) ++first;
+    if (first > cursorPosition()) return;
+    const int edge = Inside().left();
+    const QRect at_left(edge, area.top(), PlaceOf(first) - edge, area.height());
+    painter.fillRect(at_left, palette().color(QPalette::Base));
+    painter.drawText(at_left, Qt::AlignVCenter | Qt::AlignRight, kDots);
+  }
+
+  // Qt scrolls when it paints, and only as far as the caret needs it: behind a shorter text, which lay at the
+  // right, a long one begins there, too.
+  bool LiesBehindItsPlace() const {
+    return PlaceOf(0) > TextArea().left() + kTextMargin;
+  }
+  // Paints for the sake of scrolling; the caret's moves ask for one more paint, which has nothing beneath it.
+  void ScrollToStart(QPaintEvent* event) {
+    const QSignalBlocker quiet(this);
+    const int caret = cursorPosition();
+    const int length = static_cast<int>(selectionLength());
+    const int anchor = selectionStart() == caret ? caret + length : selectionStart();
+    for (const qsizetype at : {text().size(), qsizetype{0}}) {
+      setCursorPosition(static_cast<int>(at));
+      QLineEdit::paintEvent(event);
+    }
+    setCursorPosition(caret);
+    if (length > 0) setSelection(anchor, caret - anchor);
+  }
 
   // The text gets the room of the letters that are seen of it, the dots the rest.
   void Fit() {

@@ -252,10 +252,10 @@ TEST_F(BindingTest, AFieldTooNarrowForItsTextShowsItsStartAndTellsTheRest) {
   screen.desktop.Flush();
   EXPECT_EQ(field.cursorPosition(), 0);
   EXPECT_EQ(field.toolTip(), "-12345678.123\nRegister 00D2H");
+  field.grab();  // the first one may scroll
   const QImage cut = field.grab().toImage();
   bench->text.SetText("-12345678.999");
   screen.desktop.Flush();
-  field.grab().toImage().scaled(600,300).save("/tmp/b.png"); cut.scaled(600,300).save("/tmp/a.png");
   EXPECT_EQ(field.grab().toImage(), cut) << "the end has given way to dots";
   bench->text.SetText("-92345678.999");
   screen.desktop.Flush();
@@ -269,26 +269,25 @@ TEST_F(BindingTest, AFieldTooNarrowForItsTextShowsItsStartAndTellsTheRest) {
 TEST_F(BindingTest, AFieldWithFocusShowsItsStartAndItsDotsAsWithout) {
   auto& field = Widget<QLineEdit>("text");
   field.setFixedWidth(60);
-  bench->text.SetText("-12345678.123");
-  field.setFocus(Qt::TabFocusReason);
-  field.deselect();
-  screen.desktop.Flush();
-  QTest::keyClick(&field, Qt::Key_Home);
+  Widget<QWidget>("button").setFocus();
   const auto picture = [&] {
     screen.desktop.Flush();
-    QImage image = field.grab().toImage();
-    return image.copy(12, 0, image.width() - 12, image.height());  // without the caret
+    field.grab();  // the first one may scroll
+    const QImage image = field.grab().toImage();
+    return image.copy(6, 4, image.width() - 10, image.height() - 8);  // without frame and caret
   };
-  const QImage start = picture();
+  bench->text.SetText("-12345678.123");
+  const QImage without = picture();
+  field.setFocus(Qt::OtherFocusReason);
+  field.deselect();
+  EXPECT_EQ(picture(), without);
   bench->text.SetText("-12345678.999");
-  EXPECT_EQ(picture(), start) << "the end has given way to dots";
+  EXPECT_EQ(picture(), without) << "the end has given way to dots";
   QTest::keyClick(&field, Qt::Key_End);
-  EXPECT_NE(picture(), start) << "the caret is always seen";
+  EXPECT_NE(picture(), without) << "the caret is always seen";
   QTest::keyClick(&field, Qt::Key_Home);
-  EXPECT_EQ(picture(), start);
-  field.selectAll();
+  EXPECT_EQ(picture(), without);
   Widget<QWidget>("button").setFocus();
-  EXPECT_EQ(field.cursorPosition(), 0);
   field.setFocus(Qt::TabFocusReason);
   EXPECT_EQ(field.selectedText(), "-12345678.999");
   EXPECT_EQ(field.cursorPosition(), 0) << "all is marked, and the start is seen";
