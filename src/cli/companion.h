@@ -18,7 +18,10 @@
 // and those of the words that need no window (cli/meter_words.h).
 //
 // The script ends at its first trouble, at `quit`, or behind its last line. The port is closed then, nothing
-// is asked and nothing is saved: that is what `close` is for.
+// is asked and nothing is saved: that is what `close` is for. A run of the firmware tool is not cut off: the
+// module in hand is finished first, which is told by
+//   finishing TEXT                  what it is
+// and, at its end, by `show` of its results and of what the tool says of them.
 #pragma once
 
 #include <cstdint>
@@ -40,6 +43,8 @@
 #include "state/app.h"
 
 namespace vlt {
+
+class frmMaint_MAIN;
 
 class Companion {
  public:
@@ -86,7 +91,7 @@ class Companion {
   void Add(ScriptLine line);
   // No line follows.
   void EndOfScript();
-  // Ends the script now, whatever runs.
+  // Ends the script now, whatever runs; but a module on its way into the device is finished.
   void Stop() { Finish(); }
 
   bool Finished() const { return finished_; }
@@ -103,6 +108,11 @@ class Companion {
   void Fail(int line, ScriptStatus status, const std::string& text);
   void FailOutside(ScriptStatus status, const std::string& text);
   void Finish();
+  void FinishModule(const std::string& tool);
+  void End();
+  // The firmware tool while a run of it goes on, else null.
+  frmMaint_MAIN* RunningTool() const;
+  void TellRun(frmMaint_MAIN& tool);
 
   // `names` are those of the fields where the event has others than usual.
   void Report(const EventFields& fields, std::span<const std::string_view> names = {});

@@ -208,6 +208,18 @@ class Session {
   std::unique_ptr<StandardInput> input_;
 };
 
+void HearSignals() {
+  const auto note = [](int caught) { stop_signal = caught; };
+  for (const int number : {SIGINT, SIGTERM}) std::signal(number, note);
+#ifndef _WIN32
+  // A terminal that is closed, or a reader of the output that has gone, ends the script as cleanly; but for
+  // who has asked for going on all the same (nohup).
+  for (const int number : {SIGHUP, SIGPIPE}) {
+    if (std::signal(number, note) == SIG_IGN) std::signal(number, SIG_IGN);
+  }
+#endif
+}
+
 int RunScript(const Options& options) {
   if (!options.word.word.empty()) {
     Session session(options, options.word.word);
@@ -256,9 +268,7 @@ int main(int argc, char** argv) {
     std::printf("vlt %d.%d.%d\n", version.major_number, version.minor_number, version.revision);
     return 0;
   }
-  for (const int number : {SIGINT, SIGTERM}) {
-    std::signal(number, [](int caught) { vlt::stop_signal = caught; });
-  }
+  vlt::HearSignals();
   try {
     return vlt::RunScript(options);
   } catch (const std::exception& failure) {
