@@ -7,6 +7,7 @@
 #include "cli/look.h"
 #include "firmware/frm_maint_main.h"
 #include "link/port.h"
+#include "shell/closing.h"
 #include "shell/handler_fault.h"
 
 namespace vlt {
@@ -49,7 +50,7 @@ Companion::Companion(App& app, ScriptDialogs& dialogs, ProgramEvents& program, S
       program_(program),
       sinks_(std::move(sinks)),
       meter_words_(app, {.tell = [this](const EventFields& fields) { Report(fields); },
-                         .stop = [this] { return finished_ || failed_; }}) {
+                         .stop = [this] { return finished_ || failed_ || ending_; }}) {
   app_.windows.SetObserver({[this](Form& form) { Watch(form); },
                             [](Form& form) { Forget(form); },
                             {},
@@ -116,7 +117,7 @@ void Companion::Run(const ScriptLine& line) {
   } catch (const std::exception& failure) {
     Fail(line.number, ScriptStatus::kDiffers, std::string("an unexpected error: ") + failure.what());
   }
-  if (failed_) {
+  if (failed_ || ending_) {
     Finish();
   } else if (after == After::kNext) {
     PostNext();
@@ -147,25 +148,29 @@ void Companion::Fail(int line, ScriptStatus status, const std::string& text) {
 // For what comes up inside the program. Its handler goes on to its end: a gesture of the script finishes
 // behind it.
 void Companion::FailOutside(ScriptStatus status, const std::string& text) {
-  if (finished_) return;
+  if (finished_ || finishing_module_) return;
   Fail(line_, status, text);
   if (gestures_ == 0) PostNext();
 }
 
+// The work whose handler is on the stack is not cut off in the middle of an exchange: Run comes back here. A
+// module on its way into the device is finished first.
 void Companion::Finish() {
-  if (std::exchange(finished_, true)) return;
+  if (finishing_module_) return;
+  frmMaint_MAIN* tool = RunningTool();
+  if (tool == nullptr && gestures_ == 0) return End();
+  if (std::exchange(ending_, true)) return;
   StopLooking();
+  ended_ = true;
   lines_.clear();
-  if (frmMaint_MAIN* tool = RunningTool()) {
-    tool->StopSoon();
-    FinishModule(tool->Name());
-  } else {
-    End();
-  }
+  if (tool == nullptr) return StopWork(app_);
+  tool->StopSoon();
+  FinishModule(tool->Name());
 }
 
 // The run lies on the stack below, so it is waited for by looking.
 void Companion::FinishModule(const std::string& tool) {
+  finishing_module_ = true;
   if (const auto* wait = dynamic_cast<const frmMaint_Wait*>(app_.windows.Find("frmMaint_Wait"))) {
     Report({"finishing", wait->lblTitle.Caption()});
   }
@@ -178,6 +183,9 @@ void Companion::FinishModule(const std::string& tool) {
 }
 
 void Companion::End() {
+  if (std::exchange(finished_, true)) return;
+  StopLooking();
+  lines_.clear();
   if (app_.platform.port.IsOpen()) {
     bool closed = false;
     ClosePort(app_, closed);
@@ -243,9 +251,11 @@ void Companion::WatchBar(Form& form, StatusBar& bar) {
 
 void Companion::TellOperation(const OperationReport& operation) {
   const std::string name = operation.window + "." + operation.command;
-  const std::string reason = operation.port_failed ? CommunicationErrorText(app_) : operation.first_failure;
+  const std::string reason = operation.port_failed        ? CommunicationErrorText(app_)
+                             : !operation.refused.empty() ? operation.refused
+                                                          : operation.first_failure;
   Report({"operation", name, std::to_string(operation.exchanges), std::to_string(operation.failed), reason});
-  if (!strict_ || (operation.failed == 0 && !operation.port_failed)) return;
+  if (!strict_ || (operation.failed == 0 && !operation.port_failed && operation.refused.empty())) return;
   FailOutside(ScriptStatus::kDiffers, name + ": " + reason);
 }
 

@@ -17,11 +17,12 @@
 //   frame    TIME WAY STATION BYTES MEANING
 // and those of the words that need no window (cli/meter_words.h).
 //
-// The script ends at its first trouble, at `quit`, or behind its last line. The port is closed then, nothing
-// is asked and nothing is saved: that is what `close` is for. A run of the firmware tool is not cut off: the
-// module in hand is finished first, which is told by
+// The script ends at its first trouble, at `quit`, or behind its last line. Work that it has under way is
+// stopped then, as by its stop button: it ends behind the exchange in hand, and tells what became of it. A run
+// of the firmware tool is not cut off: the module in hand is finished first, which is told by
 //   finishing TEXT                  what it is
 // and, at its end, by `show` of its results and of what the tool says of them.
+// After that the port is closed, nothing is asked and nothing is saved: that is what `close` is for.
 #pragma once
 
 #include <cstdint>
@@ -91,14 +92,17 @@ class Companion {
   void Add(ScriptLine line);
   // No line follows.
   void EndOfScript();
-  // Ends the script now, whatever runs; but a module on its way into the device is finished.
+  // Ends the script, as `quit` does.
   void Stop() { Finish(); }
+  // Ends it now, in the middle of whatever runs.
+  void Break() { End(); }
 
   bool Finished() const { return finished_; }
   ScriptStatus Status() const { return status_; }
 
  private:
   class Running;
+  class Settling;
 
   void PostNext();
   void Next();
@@ -182,7 +186,9 @@ class Companion {
   EventQueue::TimerId look_ = 0;
 
   bool failed_ = false;
+  bool ending_ = false;  // as soon as the work under way has returned
   bool finished_ = false;
+  bool finishing_module_ = false;
   ScriptStatus status_ = ScriptStatus::kGood;
   // Gone before the rest: a task that is still in the queue then does nothing.
   std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);

@@ -39,6 +39,8 @@ class Binding : public QObject, public Refreshable {
   void MakeTitle();
   // Its text is as wide as it is let, in as many lines as that takes; also what has no blanks, as a path.
   virtual void WrapText() {}
+  // Shows it in narrow letters.
+  void MakeNarrow();
   // The control is about to go: no gesture and no refresh reaches it any more.
   void Detach();
 
@@ -78,6 +80,7 @@ class Binding : public QObject, public Refreshable {
   QPointer<OriginMark> origin_mark_;  // from the first value on whose origin is known
   QString keys_;
   bool title_ = false;
+  bool narrow_ = false;
   bool marked_ = false;
   bool detached_ = false;
 };

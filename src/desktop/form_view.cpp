@@ -302,8 +302,17 @@ Binding* FormView::Find(const Control& control) const {
   return nullptr;
 }
 
+// An event as any other: behind it every window is brought up to date.
+void FormView::CameToFront() {
+  if (!detached_) context_.bind.gate.Run([this] { form_.RunHandler([] {}); });
+}
+
 bool FormView::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != root_ || event->type() != QEvent::Close) return false;
+  if (watched != root_) return false;
+  if (event->type() == QEvent::WindowActivate) {
+    QMetaObject::invokeMethod(this, &FormView::CameToFront, Qt::QueuedConnection);
+  }
+  if (event->type() != QEvent::Close) return false;
   // The logic decides; what it unloads goes from the screen by that.
   event->ignore();
   if (!detached_ && form_.HasCloseCommand()) context_.close(form_.Name());

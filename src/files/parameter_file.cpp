@@ -104,6 +104,7 @@ LoadResult OpenParameterFile(App& app, const std::string& path) {
   if (error != FileError::kGood) return {.file = error};
   // A setting that is no number ends the settings, not the opening.
   const LoadResult settings = LoadSettings(app, profile, 1);
+  app.origins.file_facts = app.state;
   // The settings text names what an open port runs on; it follows when the port is opened anew.
   if (!app.state.PortIsOpen) BuildCommSettings(app.state);
   LoadResult result = TakeSlots(app, profile, path);

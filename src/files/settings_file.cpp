@@ -55,6 +55,11 @@ Taken TakeText(App& app, const std::string& value) {
 }
 
 // Integers are read as the platform does it: digits as far as they go.
+template <int MeterFacts::*member>
+Taken TakeFact(App& app, const std::string& value) {
+  return TakenIf(Store16(LeadingInteger(value), app.state.*member));
+}
+
 template <int SharedState::*member>
 Taken TakeInteger(App& app, const std::string& value) {
   return TakenIf(Store16(LeadingInteger(value), app.state.*member));
@@ -117,7 +122,7 @@ constexpr SettingRow kSettings[] = {
     {"COMM", "TRANS_METHOD", "RS232C", "RS232C", TakeText<&SharedState::TransMethod>},
     {"COMM", "STATION_NO", "00", "00", TakeText<&SharedState::StationNo>},
     {"COMM", "RETRY_NO", "3", "3", TakeInteger<&SharedState::RetryNo>},
-    {"SYSTEM", "UNIT_FLAG", "0", "0", TakeInteger<&SharedState::UnitFlag>},
+    {"SYSTEM", "UNIT_FLAG", "0", "0", TakeFact<&SharedState::UnitFlag>},
     {"SYSTEM", "SYSTEM_LANG_FLAG", "0", "0", TakeInteger<&SharedState::SystemLangFlag>},
     {"SYSTEM", "LANG_FLAG", "0", "0", TakeInteger<&SharedState::LangFlag>},
     {"SYSTEM", "USER_INFO", "Standard", "Standard", TakeUserInfo},
@@ -141,12 +146,12 @@ struct UnitRow {
   int& (*code)(SharedState& state);
 };
 
-template <int SharedState::*member>
+template <int MeterFacts::*member>
 int& Code(SharedState& state) {
   return state.*member;
 }
 
-template <std::array<int, kChannels> SharedState::*member, std::size_t channel>
+template <std::array<int, kChannels> MeterFacts::*member, std::size_t channel>
 int& Code(SharedState& state) {
   return (state.*member)[channel];
 }
@@ -190,6 +195,11 @@ struct WriteRow {
 template <std::string SharedState::*member>
 std::string Stored(const SharedState& state) {
   return state.*member;
+}
+
+template <int MeterFacts::*member>
+std::string Stored(const SharedState& state) {
+  return std::to_string(state.*member);
 }
 
 template <int SharedState::*member>
@@ -296,6 +306,8 @@ LoadResult LoadSettings(App& app, const ProfileFile& profile, int skipLangFlag) 
     if (taken == Taken::kStop) result.Stop(row.section, row.key);
     if (taken == Taken::kLeft) result.Leave(row.section, row.key);
   }
+  // What a file tells is no meter's word.
+  app.state.ForgetAll();
   return result;
 }
 
@@ -385,7 +397,11 @@ std::string PortDeviceInForce(App& app, int number) {
 
 bool GetLogSync(App& app) { return IsSwitchedOn(app, "LOG", "SYNC"); }
 
-bool GetIdentifyRuns(App& app) { return IsSwitchedOn(app, "LINK", "IDENTIFY"); }
+bool GetIdentifyRuns(App& app) {
+  ProfileFile profile;
+  ReadProfile(app.platform.files, CommPath(app), profile);
+  return Trim(CutAtNul(profile.GetString("LINK", "IDENTIFY", ""))) != "0";
+}
 
 FileError SetPortDevice(App& app, int number, const std::string& device) {
   app.state.MovedPorts.erase(number);

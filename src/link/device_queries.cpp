@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "link/device_queries.h"
 
+#include <algorithm>
 #include <array>
+#include <optional>
 
+#include "link/learn.h"
 #include "link/modbus.h"
 #include "state/device_facts.h"
 #include "values/codecs.h"
@@ -18,30 +21,29 @@ constexpr int kMetricText = 2260;
 constexpr int kEnglishText = 2270;
 
 // One register of one word: where it lies for each channel (a common one has the same address thrice), how a
-// query of our own station is paced and how one of another station, and where the value is kept.
+// query of our own station is paced and how one of another station, and which fact it tells.
 struct Query {
   std::array<int, kChannels> address;
   int mode;
   int mode_at;
-  int SharedState::*common = nullptr;
-  std::array<int, kChannels> SharedState::*channel = nullptr;
+  std::optional<Fact> fact = {};  // what it tells of the meter in use
 };
 
 constexpr std::array<int, kChannels> Common(int address) { return {address, address, address}; }
 
-constexpr Query kUnitFlag{Common(0x0100), kModeUnitQuery, kModeUnitQuery, &SharedState::UnitFlag};
-constexpr Query kUnitSystem{Common(0x0100), kModeOrdinary, kModeOrdinary, &SharedState::UnitFlag};
-constexpr Query kOperationMode{Common(0x003E), kModeOrdinary, kModeOrdinary, &SharedState::OperationMode};
-constexpr Query kHeatFlowUnit{Common(0x04B6), kModeOrdinary, kModeOrdinary, &SharedState::HeatFlowUnit};
-constexpr Query kHeatTotalUnit{Common(0x04B8), kModeOrdinary, kModeOrdinary, &SharedState::HeatTotalUnit};
-constexpr Query kTempUnit{Common(0x04B4), kModeOrdinary, kModeOrdinary, &SharedState::TempUnit};
+constexpr Query kUnitFlag{Common(0x0100), kModeUnitQuery, kModeUnitQuery, Fact::kUnitSystem};
+constexpr Query kUnitSystem{Common(0x0100), kModeOrdinary, kModeOrdinary, Fact::kUnitSystem};
+constexpr Query kOperationMode{Common(0x003E), kModeOrdinary, kModeOrdinary, Fact::kOperationMode};
+constexpr Query kHeatFlowUnit{Common(0x04B6), kModeOrdinary, kModeOrdinary, Fact::kHeatFlowUnit};
+constexpr Query kHeatTotalUnit{Common(0x04B8), kModeOrdinary, kModeOrdinary, Fact::kHeatTotalUnit};
+constexpr Query kTempUnit{Common(0x04B4), kModeOrdinary, kModeOrdinary, Fact::kTempUnit};
 constexpr Query kRangeKind{
-    {0x0002, 0x138A, 0x1B5A}, kModeOrdinary, kModeOrdinary, nullptr, &SharedState::RangeKind};
+    {0x0002, 0x138A, 0x1B5A}, kModeOrdinary, kModeOrdinary, Fact::kRangeKind};
 constexpr Query kRangeUnit{
-    {0x0004, 0x138C, 0x1B5C}, kModeOrdinary, kModeUnitQuery, nullptr, &SharedState::RangeUnit};
+    {0x0004, 0x138C, 0x1B5C}, kModeOrdinary, kModeUnitQuery, Fact::kRangeUnit};
 constexpr Query kTotalUnit{
-    {0x0040, 0x13C8, 0x1B98}, kModeOrdinary, kModeUnitQuery, nullptr, &SharedState::TotalUnit};
-constexpr Query kSpec{Common(0x0148), kModeOrdinary, kModeOrdinary};
+    {0x0040, 0x13C8, 0x1B98}, kModeOrdinary, kModeUnitQuery, Fact::kTotalUnit};
+constexpr Query kSpec{Common(0x0148), kModeOrdinary, kModeOrdinary, Fact::kSpecification};
 constexpr Query kPathMode{Common(0x03E8), kModeOrdinary, kModeOrdinary};
 
 // The signed word, or nothing in `value` and false.
@@ -66,12 +68,12 @@ int AskAt(App& app, const Query& query, int station, int ch = 0) {
 }
 
 int AskOwn(App& app, const Query& query, int ch = 0) {
-  const auto channel = static_cast<std::size_t>(ch);
   int value = kNoAnswer;
-  if (!Ask(app, StationNumber(app), query.address.at(channel), query.mode, value)) return kNoAnswer;
+  if (!Ask(app, StationNumber(app), query.address.at(static_cast<std::size_t>(ch)), query.mode, value)) {
+    return kNoAnswer;
+  }
   if (&query == &kTotalUnit) value = TotalUnitOf(app.state.UnitFlag, value);
-  if (query.common != nullptr) app.state.*query.common = value;
-  if (query.channel != nullptr) (app.state.*query.channel).at(channel) = value;
+  if (query.fact) Learn(app, {*query.fact, ch}, value, IsSureReply(app, app.state.MemRxFrame));
   return value;
 }
 
@@ -105,7 +107,7 @@ int GetTempUnitAt(App& app, int station) { return AskAt(app, kTempUnit, station)
 int GetSpecClass(App& app) {
   int spec = 0;
   if (!Ask(app, StationNumber(app), kSpec.address[0], kSpec.mode, spec)) return kNoAnswer;
-  app.state.SpecNumber = spec;
+  Learn(app, {Fact::kSpecification}, spec, IsSureReply(app, app.state.MemRxFrame));
   return SpecClassOf(spec);
 }
 
@@ -117,11 +119,15 @@ int GetPathMode(App& app) {
   return own ? value : kForeignRequest;
 }
 
+void TakePathMode(App& app, int paths) {
+  Learn(app, {Fact::kPathMode}, paths, paths >= 0 && IsSureReply(app, app.state.MemRxFrame));
+}
+
 int GetChannelConfig(App& app) {
   app.state.SpecClass = GetSpecClass(app);
   if (app.state.SpecClass != 0) return app.state.SpecClass == 1 ? 1 : -1;
-  app.state.PathMode = GetPathMode(app);
-  const int paths = app.state.PathMode;
+  const int paths = GetPathMode(app);
+  TakePathMode(app, paths);
   app.state.PathModeKnown = paths >= 0 && paths <= 2;
   return app.state.PathModeKnown ? paths + 1 : -1;
 }

@@ -37,6 +37,8 @@ int GetSpecClass(App& app);
 // 0 one path, 1 two paths, 2 two pipes; -2 when another query has taken the shared request meanwhile. Nothing
 // is stored.
 int GetPathMode(App& app);
+// The path mode that GetPathMode has just returned, into PathMode.
+void TakePathMode(App& app, int paths);
 // Asks both into SpecClass and PathMode: 1 one measuring channel, 2 two paths on one pipe, 3 two pipes, -1
 // without a usable answer. PathMode keeps its value on a single-channel model, which is not asked for it.
 int GetChannelConfig(App& app);

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "link/device_queries.h"
+#include "link/learn.h"
 #include "link/registers.h"
 #include "state/device_facts.h"
 #include "values/codecs.h"
@@ -44,6 +45,7 @@ bool Ask(App& app, const RegisterSpan& span, std::string (*shown)(const Register
 }  // namespace
 
 void ForgetMeter(SharedState& state) {
+  state.ForgetAll();
   state.IdentifiedAt.clear();
   state.PathModeKnown = false;
   state.SpecNumber = -1;
@@ -56,7 +58,7 @@ bool ReadIdentification(App& app) {
   RegisterData data;
   ForgetMeter(app.state);
   if (!ReadRegisters(app, kUnitAndLanguage, data)) return false;
-  app.state.UnitFlag = BytesToInt16(data, 0);
+  Learn(app, {Fact::kUnitSystem}, BytesToInt16(data, 0), app.state.LastErrorText.empty());
   ClearProcessCache(app);
   app.state.SystemLangFlag = BytesToInt16(data, 2);
   app.state.IdentifiedAt = DateTimeText(app.platform.clock.Now());
@@ -76,7 +78,7 @@ bool ReadIdentity(App& app) {
   SharedState& state = app.state;
   const int paths = GetPathMode(app);
   state.PathModeKnown = paths >= kOnePathMode && paths <= kTwoPipesMode;
-  if (state.PathModeKnown) state.PathMode = paths;
+  if (state.PathModeKnown) TakePathMode(app, paths);
   bool whole = state.PathModeKnown;
   whole = Ask(app, kType, TextOf, state.MeterType) && whole;
   whole = Ask(app, kVersion, TextOf, state.MeterVersion) && whole;

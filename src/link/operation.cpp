@@ -37,6 +37,11 @@ void Operation::End(const std::string& text) {
   app_.Status(text);
 }
 
+void Operation::Refuse(const std::string& why) {
+  report_.refused = why;
+  End(why);
+}
+
 void Operation::ShowNormalPointer() { app_.windows.SetMousePointer(kNormalPointer); }
 
 void Operation::Release() {

@@ -30,6 +30,8 @@ class Operation {
   bool OpenPortOrTell(MessageIcon icon = MessageIcon::kStop);
   // Releases the interface, then the pointer, then writes `text` into status panel 1. Once.
   void End(const std::string& text);
+  // Ends it with a reason why nothing was sent, which stands in its report too.
+  void Refuse(const std::string& why);
   // The pointer alone, for a box that is shown before the end.
   void ShowNormalPointer();
   bool Ended() const { return ended_; }

@@ -19,8 +19,10 @@ WriteResult Judge(App& app, const Frame& request, const Frame& reply, bool answe
   return WriteResult::kOtherEcho;
 }
 
-// A meter is known by its ID number only until somebody gives it another one.
+// A meter is known by its ID number only until somebody gives it another one; what was learnt of it from
+// these registers holds until they are written.
 void ForgetWhatIsWritten(App& app, int address, int count) {
+  app.state.writes.Note(address, count);
   constexpr int kIdNumber = 0x0104;
   if (address <= kIdNumber && kIdNumber < address + 2 * count) app.state.MeterIdNo.clear();
 }

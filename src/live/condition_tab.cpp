@@ -7,7 +7,7 @@
 #include "files/whole_file.h"
 #include "link/operation.h"
 #include "link/port.h"
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 #include "state/form_lock.h"
 #include "values/text.h"
 
@@ -113,7 +113,6 @@ void ConditionTab::ReadInfButton_Click() {
 std::string ConditionTab::ReadChannels() {
   SubGetUnitForm11();
   std::string error = ReadChannel(0);
-  if (error.empty()) ReadTime = DateTimeText(app_.platform.clock.Now());
   const ChannelConfig config = AskChannelConfig(app_);
   if (config == ChannelConfig::kOneChannel) SetColumns(false);
   if (config == ChannelConfig::kTwoPaths || config == ChannelConfig::kTwoPipes) {
@@ -133,6 +132,7 @@ std::string ConditionTab::ReadChannel(int ch) {
     value = ConditionText(ConditionTable()[at], data);
     InfData1Grid.SetCell(i + 1, kFirstChannel + ch, value);
   }
+  ReadTime = DateTimeText(app_.platform.clock.Now());
   return {};
 }
 

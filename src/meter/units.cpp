@@ -3,6 +3,8 @@
 
 #include <array>
 
+#include "meter/range_table.h"
+#include "meter/total_table.h"
 #include "resources/string_table.h"
 #include "values/unit_names.h"
 
@@ -25,12 +27,12 @@ std::string FixedUnitText(UnitKind kind, int lang_offset) {
 }
 
 // A range of velocities has their unit and no code of its own.
-bool IsVelocity(const SharedState& state, int channel) {
+bool IsVelocity(const MeterFacts& state, int channel) {
   return state.RangeKind.at(static_cast<std::size_t>(channel)) == kVelocityKind;
 }
 
 // The code that the meter has told for a unit.
-int CodeOf(const SharedState& state, UnitKind kind, int channel) {
+int CodeOf(const MeterFacts& state, UnitKind kind, int channel) {
   const auto at = static_cast<std::size_t>(channel);
   switch (kind) {
     case UnitKind::kFlow:
@@ -73,13 +75,23 @@ std::string UnitName(UnitKind kind, int code, int unit_flag, int lang_offset) {
   }
 }
 
-int UnitCode(const SharedState& state, UnitKind kind, int channel) {
-  return kind == UnitKind::kFlow && IsVelocity(state, channel) ? -1 : CodeOf(state, kind, channel);
+int UnitCode(const MeterFacts& facts, UnitKind kind, int channel) {
+  return kind == UnitKind::kFlow && IsVelocity(facts, channel) ? -1 : CodeOf(facts, kind, channel);
+}
+
+std::string UnitText(const MeterFacts& facts, int lang_offset, UnitKind kind, int channel) {
+  if (kind == UnitKind::kFlow && IsVelocity(facts, channel)) kind = UnitKind::kVelocity;
+  return UnitName(kind, CodeOf(facts, kind, channel), facts.UnitFlag, lang_offset);
 }
 
 std::string UnitText(const SharedState& state, UnitKind kind, int channel) {
-  if (kind == UnitKind::kFlow && IsVelocity(state, channel)) kind = UnitKind::kVelocity;
-  return UnitName(kind, CodeOf(state, kind, channel), state.UnitFlag, state.LangOffset);
+  return UnitText(state, state.LangOffset, kind, channel);
+}
+
+std::optional<UnitKind> NamesUnit(const Parameter& row) {
+  if (&row == &RangeRow("unit")) return UnitKind::kFlow;
+  if (&row == &TotalRow("unit")) return UnitKind::kTotal;
+  return {};
 }
 
 }  // namespace vlt

@@ -2,8 +2,10 @@
 // The unit that a value carries, without brackets.
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "meter/parameter.h"
 #include "state/shared_state.h"
 #include "values/unit_kind.h"
 
@@ -15,11 +17,15 @@ std::string UnitName(UnitKind kind, int code, int unit_flag, int lang_offset);
 
 // By what is known of a meter; `channel` counts for the units that each channel has of its own. A flow is a
 // velocity where the kind of the channel's range says so.
+std::string UnitText(const MeterFacts& facts, int lang_offset, UnitKind kind, int channel);
 std::string UnitText(const SharedState& state, UnitKind kind, int channel);
 
 // The code of that unit, or -1 for a velocity: what tells it from others of its kind and unit system, in any
 // language. 0 for units that have no code.
-int UnitCode(const SharedState& state, UnitKind kind, int channel);
+int UnitCode(const MeterFacts& facts, UnitKind kind, int channel);
+
+// The kind of unit that the codes of a row are, where the list of them depends on the unit system.
+std::optional<UnitKind> NamesUnit(const Parameter& row);
 
 // "[mm]" as "mm".
 std::string WithoutBrackets(std::string text);

@@ -3,7 +3,7 @@
 // list: range and total.
 #pragma once
 
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 #include "pages/chooser.h"
 #include "pages/parameter_page.h"
 

@@ -2,8 +2,9 @@
 #include "pages/form10.h"
 
 #include "link/device_queries.h"
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 #include "meter/process_table.h"
+#include "pages/parameter_column_guard.h"
 #include "resources/text_ids.h"
 
 namespace vlt {
@@ -161,6 +162,12 @@ void Form10::AdjustZero(const PushButton& command, int value, int question) {
   if (!app().AskOkCancel(app().Text(question))) return;
   Operation operation(app(), *this, command.Name(), kSetStarted);
   if (!operation.OpenPortOrTell()) return;
+  if (const std::string refusal = PlaceRefusal(app(), {&ProcessRow("outer_diameter"), chooser_.Index()});
+      !refusal.empty()) {
+    operation.Refuse(refusal);
+    RunHook(&FormHooks::Form_Activate);
+    return;
+  }
   const bool done = WriteRegister(app(), address, value) == WriteResult::kProven;
   app().Show(app().Text(kZeroName) + "  " + app().Text(done ? kAdjusted : kNotAdjusted),
              done ? MessageIcon::kInformation : MessageIcon::kStop);

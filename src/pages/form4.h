@@ -2,7 +2,7 @@
 // Status: what drives each digital output, on which channel, with which switch points and contact action.
 #pragma once
 
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 #include "pages/chooser.h"
 #include "pages/parameter_page.h"
 

@@ -2,7 +2,7 @@
 // Display: what the meter's two display rows show, with which decimal point, and the backlight.
 #pragma once
 
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 #include "pages/parameter_page.h"
 
 namespace vlt {

@@ -3,10 +3,10 @@
 
 #include <algorithm>
 
-#include "link/modbus.h"
-#include "link/port.h"
+#include "link/learn.h"
 #include "meter/units.h"
 #include "resources/string_table.h"
+#include "resources/text_ids_guard.h"
 #include "resources/text_ids_origin.h"
 #include "values/number_text.h"
 
@@ -15,14 +15,9 @@ namespace {
 
 using Source = OriginRecord::Source;
 
-constexpr int kFirstChannelName = 182;  // text ids
+constexpr const char* kShowUnitInForce = "0";  // as a kept unit caption
+constexpr int kFirstChannelName = 182;         // text ids
 constexpr int kOutputName = 247;
-
-// What the port is open for; the settings may name another one meanwhile.
-MeterPlace MeterInUse(const App& app) {
-  return {.port = app.state.PortIsOpen ? app.state.OpenedPort : PortNumber(app),
-          .station = StationNumber(app)};
-}
 
 bool IsOfOutput(Location location) {
   return location == Location::kOutput || location == Location::kThermalOutput ||
@@ -97,7 +92,9 @@ void FieldOrigins::Entered(const Control& control) {
     OriginRecord& record = RecordOf(field);
     const std::string value = ValueText(field);
     record.typed.reset();
-    if (!value.empty() && !Holds(field, record, value)) record.typed = value;
+    if (value.empty() || Holds(field, record, value)) continue;
+    record.typed = value;
+    record.typed_unit = UnitShown(field);
   }
 }
 
@@ -112,19 +109,23 @@ void FieldOrigins::Restored(const Field& field) {
   record.awaited = false;
   record.value = ValueText(field);
   record.shown = field.ShownText();
+  record.unit = UnitInFile(field);
 }
 
-void FieldOrigins::Note(const Field& field, Source source, const std::string& value) {
+OriginRecord& FieldOrigins::Note(const Field& field, Source source, const std::string& value) {
   OriginRecord record;
   record.source = source;
   record.awaited = true;
   record.value = value;
   record.shown = value;
-  RecordOf(field) = record;
+  record.unit = UnitShown(field);
   awaited_.push_back(&field);
+  return RecordOf(field) = record;
 }
 
-void FieldOrigins::WasRead(const Field& field) { Note(field, Source::kRead, ValueText(field)); }
+void FieldOrigins::WasRead(const Field& field, std::span<const std::uint8_t> registers) {
+  Note(field, Source::kRead, ValueText(field)).registers.assign(registers.begin(), registers.end());
+}
 
 void FieldOrigins::WasReadBehind(const Field& field, const std::string& value) {
   Note(field, Source::kRead, value);
@@ -165,8 +166,52 @@ void FieldOrigins::ExchangeEnded() {
     if (record.typed || !places_.IsShown(*field)) continue;
     record.value = ValueText(*field);
     record.shown = field->ShownText();
+    record.unit = UnitShown(*field);
   }
   awaited_.clear();
+}
+
+// --- what a value means
+// --------------------------------------------------------------------------------------
+
+std::string FieldOrigins::UnitShown(const Field& field) {
+  if (field.unit != nullptr) return WithoutBrackets(std::string(Trim(field.unit->Caption())));
+  return NamesUnit(*field.parameter) ? field.ShownText() : std::string();
+}
+
+std::string FieldOrigins::UnitInFile(const Field& field) const {
+  const MeterFacts& facts = app_.origins.file_facts;
+  const Parameter& row = *field.parameter;
+  if (field.unit != nullptr) {
+    const std::string& kept = row.unit_slot == Slot::kNone ? std::string() : app_.slots[row.unit_slot];
+    if (!kept.empty() && kept != kShowUnitInForce) return WithoutBrackets(std::string(Trim(kept)));
+    return UnitText(facts, app_.state.LangOffset, row.unit, places_.UnitChannel(field));
+  }
+  if (!NamesUnit(row) || field.Selected() < 0) return {};
+  return UnitName(*NamesUnit(row), field.CodeOf(field.Selected()), facts.UnitFlag, app_.state.LangOffset);
+}
+
+bool FieldOrigins::IsTyped(const Field& field, const OriginRecord& record) const {
+  return record.typed && AreSame(field, ValueText(field), *record.typed);
+}
+
+std::string FieldOrigins::UnitOfValue(const Field& field) const {
+  const OriginRecord& record = RecordOf(field);
+  if (IsTyped(field, record)) return record.typed_unit;
+  const bool known = record.source != Source::kNone && !record.awaited;
+  return known && AreSame(field, ValueText(field), record.value) ? record.unit : UnitShown(field);
+}
+
+Source FieldOrigins::SourceOf(const Field& field) const {
+  const OriginRecord& record = RecordOf(field);
+  return IsTyped(field, record) ? Source::kNone : record.source;
+}
+
+const std::vector<std::uint8_t>* FieldOrigins::RegistersOf(const Field& field) const {
+  const OriginRecord& record = RecordOf(field);
+  const bool shows_it = field.text != nullptr && record.source == Source::kRead && !record.awaited &&
+                        !record.typed && !record.registers.empty() && ValueText(field) == record.value;
+  return shows_it ? &record.registers : nullptr;
 }
 
 // --- what is shown
@@ -205,7 +250,10 @@ FieldOrigins::Told FieldOrigins::Tell(const Field& field) const {
   const OriginRecord& record = RecordOf(field);
   const std::string value = ValueText(field);
   if (value.empty()) return {};
-  if (record.typed && AreSame(field, value, *record.typed)) {
+  if (IsTyped(field, record)) {
+    if (record.typed_unit != UnitShown(field)) {
+      return {ValueOrigin::kTyped, FormatText(app_.Text(text::kOriginTypedFor), {record.typed_unit})};
+    }
     if (record.source == Source::kNone || record.awaited || record.shown.empty()) {
       return {ValueOrigin::kTyped, app_.Text(text::kOriginTyped)};
     }
@@ -215,7 +263,9 @@ FieldOrigins::Told FieldOrigins::Tell(const Field& field) const {
   if (record.source == Source::kNone || !AreSame(field, value, record.value)) return {};
   if (record.source != Source::kFile) return TellRead(field, record);
   if (record.awaited) return {};
-  return {ValueOrigin::kFile, SourceText(field, record)};
+  const std::string source = SourceText(field, record);
+  if (record.unit == UnitShown(field)) return {ValueOrigin::kFile, source};
+  return {ValueOrigin::kOutdated, FormatText(app_.Text(text::kGuardFileFor), {record.unit, source})};
 }
 
 FieldOrigins::Told FieldOrigins::TellRead(const Field& field, const OriginRecord& record) const {

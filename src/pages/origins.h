@@ -3,7 +3,9 @@
 // into the records of App::origins, and what follows from them is shown at the entries.
 #pragma once
 
+#include <cstdint>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -47,7 +49,7 @@ class FieldOrigins {
 
   // The meter has told a value, or confirmed a write. What the exchange learns of units meanwhile counts for
   // it too: channel, units and time are taken when it ends.
-  void WasRead(const Field& field);
+  void WasRead(const Field& field, std::span<const std::uint8_t> registers);
   // The same for a value that is kept behind the entry, which shows another row.
   void WasReadBehind(const Field& field, const std::string& value);
   void WasSet(const PlannedWrite& write);
@@ -55,6 +57,17 @@ class FieldOrigins {
   // doubt.
   void MayBeSet(const PlannedWrite& write);
   void ExchangeEnded();
+
+  // The registers that a number was read from, when the entry still shows just that: they hold all of it, the
+  // entry perhaps less.
+  const std::vector<std::uint8_t>* RegistersOf(const Field& field) const;
+  // The unit that the entry's value was typed, read or kept in a file for; of a list of units the text of the
+  // entry. Where nobody can tell it is what stands beside it now.
+  std::string UnitOfValue(const Field& field) const;
+  // What stands beside the entry now: its unit without brackets, of a list of units the chosen text.
+  static std::string UnitShown(const Field& field);
+  // Where the entry's value comes from: kNone for what a person has entered.
+  OriginRecord::Source SourceOf(const Field& field) const;
 
   // Brings the entries up to date.
   void Show();
@@ -74,7 +87,10 @@ class FieldOrigins {
   // Calls `action` for each field whose registers a write holds, when they hold what the entry shows.
   template <class F>
   void ForEachIn(const PlannedWrite& write, F&& action) const;
-  void Note(const Field& field, OriginRecord::Source source, const std::string& value);
+  OriginRecord& Note(const Field& field, OriginRecord::Source source, const std::string& value);
+  bool IsTyped(const Field& field, const OriginRecord& record) const;
+  // The unit that a file's value has by what the file says.
+  std::string UnitInFile(const Field& field) const;
   // The field whose value the entry shows, or null.
   const Field* ShownIn(const Control& entry) const;
   void ShowAt(const Field& field, const Told& told) const;

@@ -53,7 +53,10 @@ void ParameterPage::Form_Load() {
 void ParameterPage::Form_Activate() {
   EnableCommands(IsLineFree(app()));
   BuildBaseUnitNames(app());
-  for (const auto& column : columns_) column->ApplyUnitCaptions();
+  for (const auto& column : columns_) {
+    column->ShowUnitsThatHold();
+    column->ApplyUnitCaptions();
+  }
 }
 
 void ParameterPage::Form_Unload(int& cancel) {

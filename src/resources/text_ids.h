@@ -209,9 +209,8 @@ inline constexpr int kNothingChosen = 3814;
 inline constexpr int kTotalReflection = 3815;
 inline constexpr int kTooLarge = 3816;
 
-// Values of the process page. kProcessTaken: %1 the channel, %2 how many.
+// The process page holds no values.
 inline constexpr int kProcessEmpty = 3817;
-inline constexpr int kProcessTaken = 3818;
 
 // Printing. %1 the title of what is printed, or the file's name.
 inline constexpr int kSheetPrinted = 3819;

@@ -3,7 +3,7 @@
 // the shared state: what the meter last told, or the last session's until it does.
 #pragma once
 
-#include "state/shared_state.h"
+#include "state/meter_facts.h"
 
 namespace vlt {
 
@@ -32,19 +32,19 @@ constexpr int TotalUnitOf(int unit_flag, int code) {
   return unit_flag == 0 && code == kWithoutMetric ? 0 : code;
 }
 
-constexpr bool IsFullModel(const SharedState& state) { return state.SpecClass == kFullModel; }
-constexpr bool IsSingleChannel(const SharedState& state) { return state.SpecClass == kSingleChannelModel; }
-constexpr bool IsOnTwoPipes(const SharedState& state) { return state.PathMode == kTwoPipesMode; }
+constexpr bool IsFullModel(const MeterFacts& state) { return state.SpecClass == kFullModel; }
+constexpr bool IsSingleChannel(const MeterFacts& state) { return state.SpecClass == kSingleChannelModel; }
+constexpr bool IsOnTwoPipes(const MeterFacts& state) { return state.PathMode == kTwoPipesMode; }
 
 // The meter has the heat calculation: a full model on one pipe.
-constexpr bool HasHeat(const SharedState& state) { return IsFullModel(state) && !IsOnTwoPipes(state); }
+constexpr bool HasHeat(const MeterFacts& state) { return IsFullModel(state) && !IsOnTwoPipes(state); }
 // It is not known to lack it: what a page offers, also while no meter has answered.
-constexpr bool MayHaveHeat(const SharedState& state) {
+constexpr bool MayHaveHeat(const MeterFacts& state) {
   return !IsSingleChannel(state) && !IsOnTwoPipes(state);
 }
 
 // What GetChannelConfig last found, without asking.
-constexpr ChannelConfig KnownChannelConfig(const SharedState& state) {
+constexpr ChannelConfig KnownChannelConfig(const MeterFacts& state) {
   if (IsSingleChannel(state)) return ChannelConfig::kOneChannel;
   if (!IsFullModel(state) || state.PathMode < kOnePathMode || state.PathMode > kTwoPipesMode) {
     return ChannelConfig::kUnknown;

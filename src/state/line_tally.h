@@ -22,6 +22,7 @@ struct OperationReport {
   std::int64_t failed = 0;
   std::string first_failure;  // why the first failed exchange failed; empty when none did
   bool port_failed = false;   // the port could not be opened
+  std::string refused;        // why nothing was sent, though the line was good; mostly empty
 };
 
 }  // namespace vlt

@@ -10,19 +10,9 @@
 #include <vector>
 
 #include "state/lost_port.h"
+#include "state/meter_facts.h"
 
 namespace vlt {
-
-inline constexpr int kChannels = 3;  // CH1, CH2 and the computed CH3
-
-// Where a meter is reached: port n of COMn, and station, 0 for the only meter on a line.
-struct MeterPlace {
-  int port = 0;
-  int station = 0;
-  friend bool operator<(const MeterPlace& a, const MeterPlace& b) {
-    return a.port != b.port ? a.port < b.port : a.station < b.station;
-  }
-};
 
 // What the maintenance page showed when it was left last. Goes to no file.
 struct MaintenanceTexts {
@@ -41,13 +31,15 @@ struct MaintenanceTexts {
   std::string tracking_time;
 };
 
-// Booleans kept as numbers are -1 for true and 0 for false, and are only compared against 0.
-struct SharedState {
+// Booleans kept as numbers are -1 for true and 0 for false, and are only compared against 0. What is known of
+// the meter in use is the first part of it. The settings file keeps the units of the last session; in its
+// tables these are RangeKindCache, RangeUnitCache, TotalUnitCache, OperationModeCache, TemperatureUnitCache
+// (TempUnit), TemperatureRangeUnitCache (HeatFlowUnit) and TemperatureTotalUnitCache (HeatTotalUnit).
+struct SharedState : MeterFacts {
   // Program and language.
   int LangOffset = 0;                 // 0 Japanese, 5000 English; added to every text id
   int LangFlag = 0;                   // program's language: 0 Japanese, above 0 English
   int SystemLangFlag = 0;             // language of the meter's own display, 0 to 4
-  int UnitFlag = 0;                   // 0 metric, 1 English
   int RangeUnitTrack = 0;             // the UnitFlag that the range page last filled its lists for
   int TotalUnitTrack = 0;             // the same for the total page
   std::string UserInfo = "Standard";  // "Standard", "Service" or "Factory"
@@ -102,19 +94,7 @@ struct SharedState {
   int FwCancelFlag = 0;       // frmMaint_Wait: 1 after its Cancel button
   int FwEndFlag = 0;          // 1 when the firmware tool's window is gone; frmMssg waits for it
 
-  // Device facts. The settings file keeps the units of the last session; in its tables these are
-  // RangeKindCache, RangeUnitCache, TotalUnitCache, OperationModeCache, TemperatureUnitCache (TempUnit),
-  // TemperatureRangeUnitCache (HeatFlowUnit) and TemperatureTotalUnitCache (HeatTotalUnit).
-  int SpecClass = 0;      // 0 full model, 1 single-channel model, -1 no answer
-  int SpecNumber = -1;    // specification number that SpecClass was told by, -1 without one
-  int PathMode = 0;       // 0 one path, 1 two paths, 2 two pipes
-  int OperationMode = 0;  // register 003EH
-  std::array<int, kChannels> RangeKind{};
-  std::array<int, kChannels> RangeUnit{};
-  std::array<int, kChannels> TotalUnit{};
-  int HeatFlowUnit = 0;
-  int HeatTotalUnit = 0;
-  int TempUnit = 0;  // TemperatureUnit on the energy tab
+  // Texts of the units in force.
   std::vector<std::string> FlowUnitNames;
   std::vector<std::string> TotalUnitNames;
   std::vector<std::string> HeatFlowUnitNames;

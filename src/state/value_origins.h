@@ -3,6 +3,7 @@
 // slot does.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
@@ -43,11 +44,16 @@ struct OriginRecord {
   std::string
       value;  // as text; of a list and of options the code; while a file's is awaited, the slot's text
   std::string shown;  // the same as the page showed it
+  // The unit that stood beside it, or of a list of units the entry's text: what the number means.
+  std::string unit;
+  // What the registers held; the entry may show less of it. Of a value that was read.
+  std::vector<std::uint8_t> registers;
   ValuePlace place;
   std::string when;  // date and time
   std::string file;  // its name without folders
-  // What a person has entered and not set.
+  // What a person has entered and not set, and the unit that stood beside it then.
   std::optional<std::string> typed;
+  std::string typed_unit;
 };
 
 class ValueOrigins {
@@ -59,6 +65,8 @@ class ValueOrigins {
   // A file has filled the slot with `text`, or emptied it.
   void FromFile(Slot slot, const std::string& text, const std::string& path);
   void Forget(Slot slot) { Of(slot) = {}; }
+  // Units of the file that was opened last: what its values mean that say nothing of theirs.
+  MeterFacts file_facts;
 
   // Counts how often a meter was told to begin with its own settings anew: nothing that was read before
   // holds.

@@ -91,6 +91,7 @@ void Form::Show() {
   const Windows::Stay stay(windows_);
   visible_ = true;
   windows_.BringToFront(*this);
+  windows_.activated_ = this;
   Changed();
   RunHook(&FormHooks::Form_Activate);
   RunHook(&FormHooks::Settled);
@@ -176,6 +177,7 @@ void Windows::Bury(const Form* gone) {
   if (at == forms_.end()) return;
   Form& form = **at;
   std::erase(front_order_, &form);
+  if (activated_ == gone) activated_ = nullptr;
   unloaded_.push_back(std::move(*at));
   forms_.erase(at);
   if (observer_.unloaded) observer_.unloaded(form);
@@ -224,17 +226,38 @@ void Windows::Settle() {
   for (const auto& form : forms_) form->RunHook(&FormHooks::Settled);
 }
 
+Form* Windows::PageToActivate() const {
+  const std::vector<Form*> visible = VisibleForms();
+  const auto front = std::find_if(visible.rbegin(), visible.rend(), [](const Form* form) {
+    return form->Place() != FormPlace::kFrame && form->Place() != FormPlace::kOnTop;
+  });
+  if (front == visible.rend() || *front == activated_) return nullptr;
+  return (*front)->Place() == FormPlace::kPage ? *front : nullptr;
+}
+
+// Only behind the outermost handler: what it waits for is over then.
+void Windows::ActivateFront() {
+  if (depth_ > 1) return;
+  if (Form* page = PageToActivate()) {
+    activated_ = page;
+    page->RunHook(&FormHooks::Form_Activate);
+  }
+}
+
 void Windows::Run(const std::function<void()>& handler) {
   const Stay stay(*this);
-  if (!observer_.failed) {
+  const auto work = [&] {
     handler();
+    ActivateFront();
     Settle();
+  };
+  if (!observer_.failed) {
+    work();
     return;
   }
   std::string what;
   try {
-    handler();
-    Settle();
+    work();
     return;
   } catch (const std::exception& failure) {
     what = failure.what();

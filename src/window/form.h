@@ -190,8 +190,14 @@ class Windows {
 
   // The handler that asks runs inside another one, which waits for its end.
   bool IsInside() const { return depth_ > 1; }
-  // Every event enters the logic through here.
+  // Every event enters the logic through here. At its end the page that is in front now and was not before
+  // is activated: the window above it is gone, or what kept it from being told has ended.
   void Run(const std::function<void()>& handler);
+  // A run of `form` has ended. A page that came to the front meanwhile could not ask the meter, so it is
+  // activated anew when the handler in hand has ended.
+  void RunHasEnded(const Form& form) {
+    if (activated_ != &form) activated_ = nullptr;
+  }
 
  private:
   friend class Form;
@@ -214,6 +220,9 @@ class Windows {
 
   FormPtr Make(const std::string& name) const;
   void Settle();
+  // The window in front, when it is a page that was not activated since it came there.
+  Form* PageToActivate() const;
+  void ActivateFront();
   void BringToFront(Form& form);
   void Bury(const Form* form);
 
@@ -224,6 +233,8 @@ class Windows {
   std::vector<Form*> front_order_;
   std::vector<FormPtr> unloaded_;
   Observer observer_;
+  // The window that was in front when it was told so last.
+  const Form* activated_ = nullptr;
   int pointer_ = kNormalPointer;
   int depth_ = 0;
 };

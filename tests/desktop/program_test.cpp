@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QGroupBox>
@@ -14,18 +16,24 @@
 #include <QStyle>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest/QTest>
+#include <algorithm>
+#include <functional>
 
+#include "calc/frm_calc.h"
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
 #include "desktop/window_place.h"
 #include "firmware/frm_maint_main.h"
+#include "live/form12.h"
 #include "pages/parameter_page.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_firmware.h"
 #include "shell/mdi_form1.h"
 #include "tour/hands.h"
+#include "values/code_tables.h"
 
 namespace vlt::test {
 namespace {
@@ -100,6 +108,38 @@ TEST_P(ProgramTest, EveryControlHasItsPlaceAndNothingIsCutOff) {
       EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0) << "pixels too high";
     }
     if (name != "MDIForm1") app.windows.Unload(name);
+  }
+}
+
+TEST_P(ProgramTest, AnOpenCalculatorFollowsTheUnitSystemWhenItIsClickedToTheFront) {
+  app.state.UnitFlag = 0;
+  auto& calc = static_cast<frmCalc&>(Open("frmCalc"));
+  hands.Type("frmCalc", "OUTER_DIAMETERText", "100");
+  const auto bring_to_front = [&](const char* name) {
+    hands.Window(name).activateWindow();
+    QApplication::processEvents();
+    EXPECT_TRUE(hands.Window(name).isActiveWindow()) << name;
+  };
+  bring_to_front("MDIForm1");
+  app.state.UnitFlag = 1;
+  bring_to_front("frmCalc");
+  EXPECT_EQ(calc.Label8(0).Caption(), "inch");
+  EXPECT_EQ(calc.OUTER_DIAMETERText.Text(), "3.9370");
+}
+
+TEST_P(ProgramTest, TheKeyThatEndsAnOpenListPressesNoButton) {
+  auto& calc = static_cast<frmCalc&>(Open("frmCalc"));
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+    auto& list = dynamic_cast<QComboBox&>(hands.Widget("frmCalc", "SENSOR_TYPECombo"));
+    QTest::mouseClick(&list, Qt::LeftButton);
+    ASSERT_TRUE(WaitFor([&] { return list.view()->isVisible(); }));
+    list.view()->setCurrentIndex(list.model()->index(4, 0));
+    QTest::keyClick(list.view(), key);
+    QApplication::processEvents();
+    EXPECT_FALSE(list.view()->isVisible());
+    ASSERT_NE(app.windows.Find("frmCalc"), nullptr) << "closed with what was typed";
+    EXPECT_EQ(calc.SENSOR_TYPECombo.ListIndex(), 4);
+    EXPECT_EQ(calc.txtResult1Text.Text(), "") << "calculated";
   }
 }
 
@@ -248,6 +288,39 @@ TEST_P(ProgramTest, EnterDoesNotCancelAFirmwareRun) {
   wait.Hide();
 }
 
+// At their widest all at once: units, polls of some days, and what a station shows.
+TEST_P(ProgramTest, StationsHaveRoomForTheirWidestTexts) {
+  auto& page = static_cast<Form12&>(Open("Form12"));
+  page.lblFailed.ForEach([](Label& label) { label.SetCaption("12345/67890"); });
+  page.lblAnswered.ForEach([](Label& label) { label.SetCaption("20:58:48"); });
+  const std::string silent = app.Text(1964);
+  const auto& alarms = AlarmRows(GetParam());
+  const std::string alarm = *std::ranges::max_element(alarms, {}, &std::string::size);
+  const struct {
+    std::string shown;
+    const char* units[2];
+  } rows[] = {{silent, {"[BBL/min]", "[MBTU/h]"}},
+              {"-123456789012.345", {"[mBBL]", "[kBTU/h]"}},
+              {alarm, {"[BBL/min]", ""}}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.shown);
+    for (int i = 0; i < 31; ++i) {
+      page.lblUnit1(i).SetCaption(row.units[0]);
+      page.lblUnit2(i).SetCaption(row.units[1]);
+      for (TextBox* box : {&page.txtDisp1(i), &page.txtDisp2(i)}) box->SetText(row.shown);
+    }
+    program.Screen().Flush();
+    QApplication::processEvents();
+    const auto& scroll = dynamic_cast<QScrollArea&>(hands.Window("Form12"));
+    EXPECT_EQ(scroll.horizontalScrollBar()->maximum(), 0) << "pixels too wide";
+    for (const QLineEdit* field : scroll.findChildren<QLineEdit*>()) {
+      if (!field->objectName().startsWith("txtDisp")) continue;
+      const int wanted = field->fontMetrics().horizontalAdvance(field->text());
+      EXPECT_LE(wanted, TextRoom(*field)) << FromQt(field->objectName());
+    }
+  }
+}
+
 TEST_P(ProgramTest, ATestStateIsABarAbovePagesInTheNarrowestWindowToo) {
   Open("Form7");
   QWidget& bar = hands.Widget("MDIForm1", "lblTestState");
@@ -340,6 +413,30 @@ TEST_P(ProgramTest, AFaultInAHandlerOrBesideItIsTold) {
     EXPECT_TRUE(WaitFor([&] { return boxes.AllGiven(); })) << beside;
   }
   EXPECT_TRUE(boxes.trouble.empty());
+}
+
+// A signal ends the program when the operation on the line has ended, and stops what can be stopped.
+TEST_P(ProgramTest, AnEndFromOutsideWaitsForTheOperationOnTheLine) {
+  Form& compare = Open("frmCompare");
+  auto& stop = static_cast<PushButton&>(*compare.Find("cmdStop"));
+  stop.SetEnabled(true);
+  app.state.UiLocked = true;
+  bool stopped = false;
+  stop.on_click = [&] { stopped = true; };
+  program.EndBehindWork();
+  EXPECT_TRUE(stopped);
+  const auto wait = [](const std::function<bool()>& over) {
+    for (int i = 0; i < 200 && !over(); ++i) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return over();
+  };
+  QTimer ticks;  // something to wait for
+  int ticked = 0;
+  QObject::connect(&ticks, &QTimer::timeout, [&] { ++ticked; });
+  ticks.start(10);
+  EXPECT_TRUE(wait([&] { return ticked >= 12; }));
+  EXPECT_FALSE(program.IsEnding());
+  app.state.UiLocked = false;
+  EXPECT_TRUE(wait([&] { return program.IsEnding(); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, ProgramTest, testing::Values(0, kEnglish),

@@ -53,6 +53,8 @@ class PageTest {
     RegisterPages(test.app);
     test.app.state.UnitFlag = shape.unit_system;
     EXPECT_TRUE(OpenPort(test.app));
+    Know(app(), meter(),
+         {{Fact::kUnitSystem}, {Fact::kHeatFlowUnit}, {Fact::kHeatTotalUnit}, {Fact::kTempUnit}});
   }
 
   template <class Page>

@@ -29,4 +29,11 @@ std::string TestApp::StatusText() {
   return panel.size() < kStamp ? "" : panel.substr(kStamp);
 }
 
+void Know(App& app, sim::Meter& meter, const FactSet& facts) {
+  for (const FactPlace& fact : facts) {
+    const auto address = static_cast<std::uint32_t>(PlaceOfFact(fact).Address());
+    LearnFrom(app, PlaceOfFact(fact), meter.holding().Word(address), true);
+  }
+}
+
 }  // namespace vlt::test

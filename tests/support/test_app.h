@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include "meter/facts.h"
 #include "state/app.h"
 #include "support/virtual_platform.h"
 
@@ -37,6 +38,9 @@ struct TestOptions {
   int lang_offset = 5000;  // 0 is Japanese
   bool frame = true;       // false: the test brings its own MDIForm1
 };
+
+// The program has learnt these facts of the meter just now. The port must be open.
+void Know(App& app, sim::Meter& meter, const FactSet& facts);
 
 class TestApp {
  public:

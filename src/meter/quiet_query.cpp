@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "link/quiet_query.h"
+#include "meter/quiet_query.h"
 
 #include "link/device_queries.h"
 #include "link/operation.h"
 #include "link/port.h"
+#include "meter/facts.h"
 #include "state/form_lock.h"
 
 namespace vlt {
@@ -23,7 +24,11 @@ void AskUnderLock(App& app, Form& page, const std::function<void()>& ask) {
 ChannelConfig AskChannelConfig(App& app, Form& page) {
   if (!IsLineFree(app)) return KnownChannelConfig(app.state);
   ChannelConfig config = ChannelConfig::kUnknown;
-  AskOnFreeLine(app, page, [&] { config = AskChannelConfig(app); });
+  AskOnFreeLine(app, page, [&] {
+    config = AskChannelConfig(app);
+    // A page shows units, too. A meter that has not answered is not asked again.
+    if (config != ChannelConfig::kUnknown && !IsKnown(app, {Fact::kUnitSystem})) GetUnitFlag(app);
+  });
   return config;
 }
 

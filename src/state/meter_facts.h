@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What is known of the meter in use, and how fresh it is: one small value. What a page shows and what is sent
+// rest on it, so whatever can change a fact makes it unknown, and an unknown one is asked before anything
+// that rests on it goes to the meter.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <optional>
+
+namespace vlt {
+
+inline constexpr int kChannels = 3;  // CH1, CH2 and the computed CH3
+
+// Where a meter is reached: port n of COMn, and station, 0 for the only meter on a line.
+struct MeterPlace {
+  int port = 0;
+  int station = 0;
+  friend bool operator<(const MeterPlace& a, const MeterPlace& b) {
+    return a.port != b.port ? a.port < b.port : a.station < b.station;
+  }
+  bool operator==(const MeterPlace&) const = default;
+};
+
+// One fact, by channel where each has its own.
+enum class Fact : std::uint8_t {
+  kUnitSystem,     // UnitFlag
+  kSpecification,  // SpecNumber
+  kPathMode,
+  kOperationMode,
+  kHeatMode,
+  kHeatFlowUnit,
+  kHeatTotalUnit,
+  kTempUnit,
+  kRangeKind,  // from here on one a channel
+  kRangeUnit,
+  kTotalUnit,
+};
+inline constexpr int kFactKinds = 11;
+
+struct FactPlace {
+  Fact fact = Fact::kUnitSystem;
+  int channel = 0;
+  bool operator==(const FactPlace&) const = default;
+  auto operator<=>(const FactPlace&) const = default;
+};
+
+// Which registers were written, in the order of writes and learning: what was learnt before a write of its
+// register is not known any more. Addresses are those of the meter's map.
+class WriteMarks {
+ public:
+  // Registers are about to be written; whether the meter takes it is not known before it is read.
+  void Note(int address, int registers);
+  // The next moment of this order.
+  std::int64_t Tick() { return ++now_; }
+  // When a register was written last; 0: never.
+  std::int64_t Last(int address) const;
+
+ private:
+  std::int64_t now_ = 0;
+  std::map<int, std::int64_t> written_;
+};
+
+struct MeterFacts {
+  // Under the names of the product. The settings file keeps the units of the last session.
+  int UnitFlag = 0;       // 0 metric, 1 English; any other number is a unit system that nobody knows
+  int SpecClass = 0;      // 0 full model, 1 single-channel model, -1 no answer
+  int SpecNumber = -1;    // specification number that SpecClass was told by, -1 without one
+  int PathMode = 0;       // 0 one path, 1 two paths, 2 two pipes
+  int OperationMode = 0;  // register 003EH
+  int HeatMode = 0;
+  std::array<int, kChannels> RangeKind{};
+  std::array<int, kChannels> RangeUnit{};
+  std::array<int, kChannels> TotalUnit{};
+  int HeatFlowUnit = 0;
+  int HeatTotalUnit = 0;
+  int TempUnit = 0;  // TemperatureUnit on the energy tab
+
+  // When a fact was learnt from the meter of `place`: by the platform's clock, and in the order of writes.
+  // Nothing when it was not, or not since what makes it unknown.
+  struct Learnt {
+    std::int64_t at_ms = 0;
+    std::int64_t order = 0;
+  };
+  MeterPlace place;
+  WriteMarks writes;
+
+  // The meter in use has told a fact: the variable above takes it. SpecClass follows SpecNumber only where it
+  // was asked for (link/device_queries.h).
+  void Learn(FactPlace fact, int value, std::int64_t now_ms, const MeterPlace& meter);
+  const std::optional<Learnt>& WhenLearnt(FactPlace fact) const { return learnt_.at(At(fact)); }
+  int ValueOf(FactPlace fact) const;
+  void Forget(FactPlace fact) { learnt_.at(At(fact)).reset(); }
+  // Another meter may stand behind the line.
+  void ForgetAll() { learnt_.fill({}); }
+
+ private:
+  static std::size_t At(FactPlace fact) {
+    return static_cast<std::size_t>(fact.fact) * kChannels + static_cast<std::size_t>(fact.channel);
+  }
+  std::array<std::optional<Learnt>, static_cast<std::size_t>(kFactKinds) * kChannels> learnt_{};
+};
+
+}  // namespace vlt
