@@ -18,8 +18,8 @@
 // and those of the words that need no window (cli/meter_words.h).
 //
 // The script ends at its first trouble, at `quit`, or behind its last line. Work that it has under way is
-// stopped then, as by its stop button: it ends behind the exchange in hand, and tells what became of it. A run
-// of the firmware tool is not cut off: the module in hand is finished first, which is told by
+// stopped then, as by its stop button: it ends behind the exchange in hand, and tells what became of it. A
+// run of the firmware tool is not cut off: the module in hand is finished first, which is told by
 //   finishing TEXT                  what it is
 // and, at its end, by `show` of its results and of what the tool says of them.
 // After that the port is closed, nothing is asked and nothing is saved: that is what `close` is for.

@@ -5,9 +5,9 @@
 #include <array>
 
 #include "link/device_queries.h"
-#include "meter/quiet_query.h"
 #include "link/registers.h"
 #include "meter/details_table.h"
+#include "meter/quiet_query.h"
 #include "pages/spin.h"
 #include "resources/text_ids.h"
 #include "values/codecs.h"
