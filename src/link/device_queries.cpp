@@ -76,13 +76,21 @@ int AskOwn(App& app, const Query& query, int ch = 0) {
 
 int AskUnitSystem(App& app, const Query& query) {
   const int value = AskOwn(app, query);
-  if (value != kNoAnswer && app.frame != nullptr) {
-    app.frame->Status().SetPanel(3, app.Text(value == 0 ? kMetricText : kEnglishText));
-  }
+  if (value != kNoAnswer) ShowUnitSystem(app);
   return value;
 }
 
 }  // namespace
+
+std::string UnitSystemText(const App& app) {
+  const int flag = app.state.UnitFlag;
+  return flag == 0 || flag == 1 ? app.Text(flag == 0 ? kMetricText : kEnglishText) : std::to_string(flag);
+}
+
+void ShowUnitSystem(App& app) {
+  constexpr int kUnitPanel = 3;
+  if (app.frame != nullptr) app.frame->Status().SetPanel(kUnitPanel, UnitSystemText(app));
+}
 
 int GetUnitFlag(App& app) { return AskUnitSystem(app, kUnitFlag); }
 int ReadUnitSystem(App& app) { return AskUnitSystem(app, kUnitSystem); }

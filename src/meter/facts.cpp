@@ -89,6 +89,7 @@ void LearnFrom(App& app, const ParameterPlace& place, int code, bool sure) {
   const FactPlace fact{*told, place.row->location == Location::kMeter ? 0 : place.index};
   if (fact.fact == Fact::kTotalUnit) code = TotalUnitOf(app.state.UnitFlag, code);
   Learn(app, fact, code, sure);
+  if (fact.fact == Fact::kUnitSystem) ShowUnitSystem(app);
   if (fact.fact == Fact::kSpecification) app.state.SpecClass = SpecClassOf(code);
 }
 
