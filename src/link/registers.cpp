@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "link/registers.h"
 
+#include <utility>
+
 #include "resources/text_ids.h"
+#include "resources/text_ids_proof.h"
 #include "state/line_record.h"
 #include "values/codecs.h"
 
@@ -27,6 +30,18 @@ void ForgetWhatIsWritten(App& app, int address, int count) {
   if (address <= kIdNumber && kIdNumber < address + 2 * count) app.state.MeterIdNo.clear();
 }
 
+// One reading of a proven read: false without a reply of the station that was asked.
+bool ReadSigned(App& app, const Target& target, const RegisterSpan& span, RegisterData& data) {
+  Frame request = ReadRequest(target.station, static_cast<int>(span.function), span.address, span.count);
+  Frame reply = ReplyFor(request);
+  data.clear();
+  if (!SendReceive(app, request, reply, target.mode) || !IsFromStation(app, reply, target.station)) {
+    return false;
+  }
+  data.assign(reply.begin() + kReplyHead, reply.end() - kCheckBytes);
+  return true;
+}
+
 }  // namespace
 
 Target OwnStation(const App& app, SendMode mode) { return {.station = StationNumber(app), .mode = mode}; }
@@ -43,6 +58,28 @@ bool ReadRegisters(App& app, const Target& target, const RegisterSpan& span, Reg
 
 bool ReadRegisters(App& app, const RegisterSpan& span, RegisterData& data) {
   return ReadRegisters(app, OwnStation(app), span, data);
+}
+
+bool ReadRegistersProven(App& app, const Target& target, const RegisterSpan& span, RegisterData& data,
+                         bool was_clean) {
+  constexpr int kMostReads = 4;
+  RegisterData last;
+  for (int i = 0; i < kMostReads && app.platform.port.IsOpen(); ++i) {
+    if (!ReadSigned(app, target, span, data)) {
+      if (app.line->LastEnd() != AttemptEnd::kOtherStation) return false;
+      continue;
+    }
+    const bool clean = was_clean && i == 0 && app.state.LastErrorText.empty();
+    if (clean || data == last) return true;
+    last = std::exchange(data, {});
+  }
+  if (!last.empty()) app.state.LastErrorText = app.Text(text::kReadingsDiffer);
+  data.clear();
+  return false;
+}
+
+bool ReadRegistersProven(App& app, const RegisterSpan& span, RegisterData& data, bool was_clean) {
+  return ReadRegistersProven(app, OwnStation(app), span, data, was_clean);
 }
 
 WriteResult WriteRegister(App& app, const Target& target, int address, int value) {

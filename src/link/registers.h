@@ -40,6 +40,15 @@ using RegisterData = std::vector<std::uint8_t>;
 bool ReadRegisters(App& app, const Target& target, const RegisterSpan& span, RegisterData& data);
 bool ReadRegisters(App& app, const RegisterSpan& span, RegisterData& data);
 
+// The same for what is to be relied on: what decides units and shapes, what a comparison calls equal, what a
+// write is proven by. A reply that another station has signed is none, and is asked for again. Where an
+// attempt on the line has failed, a reply may belong to an earlier request: then readings are repeated until
+// enough in a row agree. With `was_clean` false they are in any case, because something ahead of the call has
+// failed. False as above, also when readings do not agree; LastErrorText says why and is never empty then.
+bool ReadRegistersProven(App& app, const Target& target, const RegisterSpan& span, RegisterData& data,
+                         bool was_clean = true);
+bool ReadRegistersProven(App& app, const RegisterSpan& span, RegisterData& data, bool was_clean = true);
+
 // How a write ended.
 enum class WriteResult {
   kProven,     // the reply repeats what was sent: the value (06) or the number of registers (10H)
