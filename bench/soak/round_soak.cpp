@@ -42,14 +42,16 @@ class BadLine {
     meter_.test.platform.line.SetLogSink([this](const sim::LogEntry& entry) { Follow(entry); });
   }
 
-  void TurnBad(double least, double most) {
+  void TurnBad(const RoundPlan& plan) {
     on_ = true;
-    for (double& share : shares_) share = std::uniform_real_distribution(least, most)(random_);
+    meter_.test.platform.line.config().turnaround += plan.slow_ms * sim::Micros{1000};
+    for (double& share : shares_) share = std::uniform_real_distribution(plan.least_share, plan.most_share)(random_);
     Arm();
   }
   void TurnGood() {
     on_ = false;
     changes_ = false;
+    meter_.test.platform.line.config().turnaround = sim::LineConfig().turnaround;
     meter_.test.platform.line.faults().Clear();
   }
 
@@ -191,7 +193,7 @@ class Rounds {
  private:
   int Pick(int from, int to) { return std::uniform_int_distribution(from, to)(random_); }
   bool Chance(double share) { return std::uniform_real_distribution(0.0, 1.0)(random_) < share; }
-  void TurnBad() { bench_->line.TurnBad(plan_.least_share, plan_.most_share); }
+  void TurnBad() { bench_->line.TurnBad(plan_); }
 
   void Note(std::int64_t RoundCount::*what, std::int64_t times, const std::string& text) {
     constexpr std::size_t kMostTold = 20;

@@ -22,6 +22,7 @@ struct RoundPlan {
   // Of each kind of fault, by requests; each round has its own share between them.
   double least_share = 0.01;
   double most_share = 0.05;
+  int slow_ms = 0;  // and so late comes each reply
 };
 
 struct RoundCount {

@@ -490,6 +490,55 @@ TEST(Restore, AnotherMeterIsAskedForExpressly) {
   for (const SentRow& row : taken.left) EXPECT_EQ(SendRuleOf(*row.place.row) == SendRule::kOrdinary, false);
 }
 
+// Of every kind of trouble some, and meters that answer each request so late that the next one meets it.
+TEST(Rounds, OnBadLinesNothingIsToldThatTheMeterDoesNotHold) {
+  const struct {
+    double least, most;
+    int slow_ms;
+    std::array<std::int64_t, kRoundKinds> rounds, good;
+  } lines[] = {{0.01, 0.05, 0, {60, 6, 6, 2}, {30, 0, 0, 0}},
+               {0, 0, 230, {10, 2, 1, 1}, {10, 0, 1, 2}},
+               {0, 0, 300, {10, 2, 1, 1}, {10, 0, 1, 2}},
+               {0, 0, 400, {10, 2, 1, 1}, {10, 0, 1, 2}}};
+  for (const auto& line : lines) {
+    for (const bool events : {false, true}) {
+      const RoundResult result = SoakRounds({.events = events,
+                                             .rounds = line.rounds,
+                                             .seed = 3,
+                                             .least_share = line.least,
+                                             .most_share = line.most,
+                                             .slow_ms = line.slow_ms});
+      EXPECT_TRUE(result.Right()) << line.slow_ms << events;
+      for (const std::string& told : result.told) ADD_FAILURE() << line.slow_ms << events << " " << told;
+      for (std::size_t i = 0; i < kRoundKinds; ++i) {
+        EXPECT_GE(result.of[i].good, line.good[i]) << i << " " << line.slow_ms << events;
+      }
+    }
+  }
+}
+
+TEST(Sender, AMeterWhoseUnitSystemNobodyUnderstandsGetsNothing) {
+  CompareTest test(kOnePath);
+  const CompareSide side = test.Meter();
+  test.Fill(8);
+  test.meter().holding().PutWord(0x0100, 7);
+  test.Requests();
+  const SendReport report = test.Send(side, {At("process.outer_diameter"), At("process.fluid")});
+  EXPECT_EQ(report.halt, SendHalt::kNoMeter);
+  EXPECT_TRUE(report.reason.ends_with("SYSTEM UNIT is 7, which is not understood")) << report.reason;
+  EXPECT_EQ(Writes(test.Requests()), Texts{});
+  const Snapshot now = test.Read();
+  EXPECT_EQ(now.Find(At("process.outer_diameter"))->unread, UnknownShape(now));
+  EXPECT_TRUE(now.Find(At("process.fluid"))->Known());
+  EXPECT_EQ(ReadSingle(test.app(), *FindParameter("process.outer_diameter"), 0).failure, UnknownShape(now));
+  // A unit code that its table has not takes the meaning of what rests on it alone.
+  test.meter().holding().PutWord(0x0100, 0);
+  test.meter().holding().PutWord(0x0040, 40);
+  const SingleRead read = ReadSingle(test.app(), *FindParameter("total.rate"), 0);
+  ASSERT_EQ(read.rows.size(), 1u) << read.failure;
+  EXPECT_TRUE(read.rows[0].unread.ends_with(" is 40, which is not understood")) << read.rows[0].unread;
+}
+
 TEST(Restore, AnswersThatAreLostOnTheWayCallNothingStored) {
   const WriteSoakResult result = SoakWrites({.writes = 1500, .fault_share = 0.03, .seed = 5});
   EXPECT_EQ(result.wrongly_stored, 0);
