@@ -2,7 +2,6 @@
 #include "bench/soak/late_soak.h"
 
 #include <random>
-#include <deque>
 #include <string>
 
 #include "link/port.h"
@@ -25,7 +24,7 @@ class Soak {
   explicit Soak(const LateSoak& soak) : soak_(soak), random_(soak.seed) {
     t_.app.state.EventTiming = soak.events;
     OpenPort(t_.app);
-    t_.platform.line.SetLogLimit(0); t_.platform.line.SetLogSink([this](const sim::LogEntry& e){log_.push_back(e); if(log_.size()>30)log_.pop_front();});
+    t_.platform.line.SetLogLimit(0);
     for (int station = 2; station <= kStations; ++station) t_.platform.line.AddStation(station, {});
   }
 
@@ -87,8 +86,6 @@ class Soak {
       right =
           right && BytesToUInt16(data, 2 * static_cast<std::size_t>(i)) == Content(station, address + 2 * i);
     }
-    if (!right && getenv("WHY")) { t_.platform.line.SetLogLimit(40); fprintf(stderr,"wrong at %lld st %d addr %x count %d mode %d err %s\n",(long long)t_.Time().NowMs(),station,address,count,(int)target.mode,t_.app.state.LastErrorText.c_str());
-      for (auto& e: log_) fprintf(stderr,"%lld %s %s %s\n",(long long)e.at/1000, e.kind==sim::LogEntry::Kind::Request?">":e.kind==sim::LogEntry::Kind::Reply?"<":"x", test::Hex(e.bytes).c_str(), e.note.c_str()); }
     ++(right ? result_.good : result_.wrong);
   }
 
@@ -110,7 +107,6 @@ class Soak {
 
   const LateSoak& soak_;
   std::mt19937 random_;
-  std::deque<sim::LogEntry> log_;
   TestApp t_;
   LateSoakResult result_;
   std::int64_t moment_ = 0;

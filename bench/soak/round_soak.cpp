@@ -45,7 +45,8 @@ class BadLine {
   void TurnBad(const RoundPlan& plan) {
     on_ = true;
     meter_.test.platform.line.config().turnaround += plan.slow_ms * sim::Micros{1000};
-    for (double& share : shares_) share = std::uniform_real_distribution(plan.least_share, plan.most_share)(random_);
+    for (double& share : shares_)
+      share = std::uniform_real_distribution(plan.least_share, plan.most_share)(random_);
     Arm();
   }
   void TurnGood() {

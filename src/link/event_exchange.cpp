@@ -65,7 +65,7 @@ class EventExchange {
   void AwaitOwed() {
     for (;;) {
       TakeStray();
-      const auto until = owed_.WaitUntil(NowUs(), Signature::kAsked);
+      const auto until = owed_.WaitUntil(NowUs(), ReplyRule{});
       if (!until) break;
       GiveWayUs(*until);
     }

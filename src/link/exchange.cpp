@@ -37,8 +37,7 @@ const Pattern& PatternOf(int mode) {
   return kPatterns[known ? mode : kModeOrdinary];
 }
 
-// --- what has come and answers nobody
-// ------------------------------------------------------------------------
+// --- what has come and answers nobody -------------------------------------------------------------------
 
 // Bytes that the next step would throw away may be replies that are awaited. Without any that may still come
 // nothing is looked at.
@@ -67,8 +66,7 @@ void AwaitOwed(Exchange& x, OwedReplies& owed) {
   x.doubts = owed.Doubts(x.NowUs());
 }
 
-// --- one attempt
-// ---------------------------------------------------------------------------------------------
+// --- one attempt ----------------------------------------------------------------------------------------
 
 void SendFrame(Exchange& x, OwedReplies& owed) {
   x.GiveWay();
@@ -133,11 +131,11 @@ void TakeRest(Exchange& x) {
   }
 }
 
-// What may still come of the attempt. A reply that another station has signed is not the one that was asked
-// for, also where it is taken.
+// What may still come of the attempt. A reply that another station has signed, or that names another
+// register, is not the one that was asked for, also where it is taken.
 void Settle(Exchange& x, OwedReplies& owed, AttemptEnd end) {
   if (end == AttemptEnd::kException) ++x.refused;
-  if (end == AttemptEnd::kAnswered && !x.IsSignedByOther(x.rx)) return owed.Answered(x.limit_us);
+  if (end == AttemptEnd::kAnswered && IsHeadOfReply(x.tx, x.rx)) return owed.Answered(x.limit_us);
   const bool damaged = end == AttemptEnd::kBadCheck || end == AttemptEnd::kShort;
   if (!damaged || !owed.IsSurelyOurs(x.arrived)) owed.GivenUp(x.limit_us);
   Frame& stray = x.app.pace->stray;

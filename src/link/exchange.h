@@ -51,8 +51,10 @@ struct Exchange {
   void GiveWay() const { app.platform.events.GiveWay(app.platform.clock.NowMs()); }
   // Station 0 is whichever there is.
   bool IsSignedByOther(std::span<const std::uint8_t> reply) const { return !IsSigned(tx, reply); }
-  // Whose late replies could be taken for one to this exchange.
-  Signature Takes() const { return manner.signature_is_checked ? Signature::kAsked : manner.signature; }
+  // What the pattern takes for the reply: it does not look at the register that a write names.
+  ReplyRule Takes() const {
+    return {manner.signature_is_checked ? Signature::kAsked : manner.signature, /*any_address=*/true};
+  }
   bool IsLastAttempt() const { return count >= app.state.RetryNo; }
   // Begins an attempt: notes its moment, empties the port both ways and writes the request.
   void Send();

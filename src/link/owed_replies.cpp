@@ -31,10 +31,11 @@ void TakeOff(Frame& bytes, std::size_t count) {
 
 }  // namespace
 
-bool LookAlike(Bytes request, Bytes other, Signature signature) {
+bool LookAlike(Bytes request, Bytes other, const ReplyRule& rule) {
   if (request[kFunction] != other[kFunction]) return false;
-  if (signature == Signature::kAsked && request[kStation] != other[kStation]) return false;
-  return IsRead(request) ? ReplySize(request) == ReplySize(other) : SameAddress(request, other);
+  if (rule.signature == Signature::kAsked && request[kStation] != other[kStation]) return false;
+  if (IsRead(request)) return ReplySize(request) == ReplySize(other);
+  return rule.any_address || SameAddress(request, other);
 }
 
 bool IsHeadOfReply(Bytes request, Bytes bytes) {
@@ -63,10 +64,10 @@ OwedReplies::OwedReplies(LinePace& pace, Bytes request, std::int64_t now_us, std
   });
 }
 
-std::optional<std::int64_t> OwedReplies::WaitUntil(std::int64_t now_us, Signature signature) const {
+std::optional<std::int64_t> OwedReplies::WaitUntil(std::int64_t now_us, const ReplyRule& rule) const {
   std::optional<std::int64_t> until;
   for (const OwedReply& owed : pace_.owed) {
-    if (owed.passed_over || IsOurs(owed) || !LookAlike(request_, owed.request, signature)) continue;
+    if (owed.passed_over || IsOurs(owed) || !LookAlike(request_, owed.request, rule)) continue;
     const std::int64_t end = owed.limit_us + pace_.patience_us;
     if (end > now_us) until = std::max(until, {end});
   }

@@ -28,9 +28,15 @@ namespace vlt {
 // Whose replies are taken: those of the station that was asked, or any.
 enum class Signature : std::uint8_t { kAsked, kAny };
 
-// A request and its reply look alike for these two: the reply to one could be taken for the other's.
+// What an exchange takes for its reply.
+struct ReplyRule {
+  Signature signature = Signature::kAsked;
+  bool any_address = false;  // the acknowledgement of a write to another register
+};
+
+// The reply to `other` could be taken for that to `request` by an exchange of this rule.
 bool LookAlike(std::span<const std::uint8_t> request, std::span<const std::uint8_t> other,
-               Signature signature = Signature::kAsked);
+               const ReplyRule& rule = {});
 // The head of `bytes` repeats what a reply to `request` repeats. Less than three bytes tell too little.
 bool IsHeadOfReply(std::span<const std::uint8_t> request, std::span<const std::uint8_t> bytes);
 // The first byte of `bytes` is the station that `request` asks. Station 0 is whichever there is.
@@ -47,7 +53,7 @@ class OwedReplies {
 
   bool Any() const { return !pace_.owed.empty(); }
   // Until when this exchange has to wait for replies that look like its own; nothing when it need not.
-  std::optional<std::int64_t> WaitUntil(std::int64_t now_us, Signature signature) const;
+  std::optional<std::int64_t> WaitUntil(std::int64_t now_us, const ReplyRule& rule) const;
   // How many replies to earlier exchanges could still be taken for one to this.
   int Doubts(std::int64_t now_us) const;
 

@@ -283,6 +283,16 @@ TEST(LateReplies, ThePatternWaitsForOneThatLooksAlikeAndForNoOther) {
   EXPECT_EQ(t.took_ms, kPatience + 43) << "what never comes is awaited to the end";
 }
 
+TEST(LateReplies, ThePatternWaitsForTheEchoOfAWriteWhereverItWent) {
+  Events t;
+  t.app.state.EventTiming = false;
+  const Target once{.station = 1, .mode = kModeStore};
+  t.platform.Arm("late=300/06");
+  EXPECT_EQ(WriteRegister(t.app, once, kOne, 1), WriteResult::kNoReply);
+  t.platform.Arm("silence");
+  EXPECT_EQ(WriteRegister(t.app, once, kOther, 1), WriteResult::kNoReply) << "the echo was the first one's";
+}
+
 struct Proof {
   const char* what;
   std::vector<const char*> replies;
