@@ -6,6 +6,7 @@
 
 #include "cli/look.h"
 #include "link/port.h"
+#include "shell/closing.h"
 #include "shell/handler_fault.h"
 
 namespace vlt {
@@ -43,7 +44,7 @@ Companion::Companion(App& app, ScriptDialogs& dialogs, ProgramEvents& program, S
       program_(program),
       sinks_(std::move(sinks)),
       meter_words_(app, {.tell = [this](const EventFields& fields) { Report(fields); },
-                         .stop = [this] { return finished_ || failed_; }}) {
+                         .stop = [this] { return finished_ || failed_ || ending_; }}) {
   app_.windows.SetObserver({[this](Form& form) { Watch(form); },
                             [](Form& form) { Forget(form); },
                             {},
@@ -110,7 +111,7 @@ void Companion::Run(const ScriptLine& line) {
   } catch (const std::exception& failure) {
     Fail(line.number, ScriptStatus::kDiffers, std::string("an unexpected error: ") + failure.what());
   }
-  if (failed_) {
+  if (failed_ || ending_) {
     Finish();
   } else if (after == After::kNext) {
     PostNext();
@@ -144,7 +145,17 @@ void Companion::FailOutside(ScriptStatus status, const std::string& text) {
   if (gestures_ == 0) PostNext();
 }
 
+// The work whose handler is on the stack is not cut off in the middle of an exchange: Run comes back here.
 void Companion::Finish() {
+  if (gestures_ == 0) return End();
+  if (std::exchange(ending_, true)) return;
+  StopLooking();
+  ended_ = true;
+  lines_.clear();
+  StopWork(app_);
+}
+
+void Companion::End() {
   if (std::exchange(finished_, true)) return;
   StopLooking();
   lines_.clear();
@@ -197,7 +208,7 @@ void Companion::WatchBar(Form& form, StatusBar& bar) {
 
 void Companion::TellOperation(const OperationReport& operation) {
   const std::string name = operation.window + "." + operation.command;
-  const std::string reason = operation.port_failed         ? CommunicationErrorText(app_)
+  const std::string reason = operation.port_failed        ? CommunicationErrorText(app_)
                              : !operation.refused.empty() ? operation.refused
                                                           : operation.first_failure;
   Report({"operation", name, std::to_string(operation.exchanges), std::to_string(operation.failed), reason});

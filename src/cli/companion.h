@@ -17,8 +17,9 @@
 //   frame    TIME WAY STATION BYTES MEANING
 // and those of the words that need no window (cli/meter_words.h).
 //
-// The script ends at its first trouble, at `quit`, or behind its last line. The port is closed then, nothing
-// is asked and nothing is saved: that is what `close` is for.
+// The script ends at its first trouble, at `quit`, or behind its last line. Work that it has under way is
+// stopped then, as by its stop button: it ends behind the exchange in hand, and tells what became of it.
+// After that the port is closed, nothing is asked and nothing is saved: that is what `close` is for.
 #pragma once
 
 #include <cstdint>
@@ -86,14 +87,17 @@ class Companion {
   void Add(ScriptLine line);
   // No line follows.
   void EndOfScript();
-  // Ends the script now, whatever runs.
+  // Ends the script, as `quit` does.
   void Stop() { Finish(); }
+  // Ends it now, in the middle of whatever runs.
+  void Break() { End(); }
 
   bool Finished() const { return finished_; }
   ScriptStatus Status() const { return status_; }
 
  private:
   class Running;
+  class Settling;
 
   void PostNext();
   void Next();
@@ -103,6 +107,7 @@ class Companion {
   void Fail(int line, ScriptStatus status, const std::string& text);
   void FailOutside(ScriptStatus status, const std::string& text);
   void Finish();
+  void End();
 
   // `names` are those of the fields where the event has others than usual.
   void Report(const EventFields& fields, std::span<const std::string_view> names = {});
@@ -172,6 +177,7 @@ class Companion {
   EventQueue::TimerId look_ = 0;
 
   bool failed_ = false;
+  bool ending_ = false;  // as soon as the work under way has returned
   bool finished_ = false;
   ScriptStatus status_ = ScriptStatus::kGood;
   // Gone before the rest: a task that is still in the queue then does nothing.

@@ -51,8 +51,12 @@ Companion::After Companion::WordLine(const Arguments& arguments) {
 }
 
 void Companion::TellLine() {
-  std::vector<std::string_view> names;
-  for (const LineColumn& column : LineColumns()) names.emplace_back(column.key);
+  // All of them are numbers, but for the station of all.
+  std::vector<std::string> marked;
+  for (const LineColumn& column : LineColumns()) {
+    marked.push_back(std::string(column.key) + (marked.empty() ? "?" : "#"));
+  }
+  const std::vector<std::string_view> names(marked.begin(), marked.end());
   for (const LineRow& row : LineRows(*app_.line)) {
     EventFields fields{"line", row.station ? std::to_string(*row.station) : "all"};
     fields.insert(fields.end(), row.figures.begin(), row.figures.end());

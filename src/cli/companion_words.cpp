@@ -177,9 +177,25 @@ class Companion::Running {
   int& count_;
 };
 
+// What windows show is brought up to date behind a word, before the next one looks at it; also behind one
+// that has failed.
+class Companion::Settling {
+ public:
+  explicit Settling(Windows& windows) : windows_(windows) {}
+  ~Settling() {
+    windows_.Run([] {});
+  }
+  Settling(const Settling&) = delete;
+  Settling& operator=(const Settling&) = delete;
+
+ private:
+  Windows& windows_;
+};
+
 template <void (MeterWords::*work)(const Arguments&)>
 Companion::After Companion::Work(const Arguments& arguments) {
   if (program_.Ended()) throw Trouble{kDiffers, "the program has ended"};
+  const Settling settling(app_.windows);
   const Running running(gestures_);
   (meter_words_.*work)(arguments);
   return After::kNext;

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "meter/catalogue.h"
+
 namespace vlt {
 namespace {
 
@@ -10,27 +12,28 @@ constexpr EventShape kShapes[] = {
     {"status", {"name", "text"}},
     {"message", {"text", "answer"}},
     {"file", {"kind", "path"}},
-    {"show", {"name", "text", "state", "value", "why", "origin", "told"}},
+    {"show", {"name", "text", "state", "value?", "why", "origin", "told"}},
     {"refused", {"name", "reason"}},
     {"operation", {"name", "exchanges#", "failed#", "reason"}},
-    {"frame", {"time", "way", "station", "bytes", "meaning"}},
-    {"value", {"name", "place", "value", "unit", "register", "raw"}},
+    {"frame", {"time", "way", "station#", "bytes", "meaning"}},
+    {"value", {"name", "place", "value*", "unit", "register", "raw"}},
     {"unread", {"name", "place", "reason"}},
-    {"sent", {"name", "place", "end", "value", "holds", "was", "unit", "reason"}},
-    {"kept", {}},
+    {"sent", {"name", "place", "end", "value*", "holds*", "was*", "unit", "reason", "cut"}},
+    {"kept", {"name", "place", "reason"}},
     {"parameter", {"name", "places", "title", "set", "entries..."}},
     {"progress", {"step#", "steps#", "text"}},
     {"identity",
      {"side", "title", "id_number", "specification", "type", "version", "date", "unit_system", "path_mode"}},
     {"snapshot", {"path", "parameters#", "unread#"}},
     {"row",
-     {"name", "place", "state", "left", "left_unit", "left_raw", "right", "right_unit", "right_raw", "note"}},
+     {"name", "place", "state", "left*", "left_unit", "left_raw", "right*", "right_unit", "right_raw",
+      "note"}},
     {"remark", {"side", "text"}},
     {"compared", {"all#", "equal#", "different#", "only_left#", "only_right#", "unread#", "text"}},
     {"differs", {"name", "place", "reason"}},
-    {"restored", {"stored#", "refused#", "not_proven#", "not_sent#", "different#", "restore_point"}},
-    {"found", {"port", "speed", "parity", "station", "unit_system", "language"}},
-    {"spacing", {"spacing", "unit", "step"}},
+    {"restored", {"stored#", "refused#", "not_proven#", "not_sent#", "different#", "restore_point", "kept#"}},
+    {"found", {"port", "speed#", "parity", "station#", "unit_system", "language"}},
+    {"spacing", {"spacing#", "unit", "step#"}},
     {"trouble", {"script", "line#", "status#", "text"}},
 };
 
@@ -43,8 +46,6 @@ constexpr Escape kJsonEscapes[] = {{'\t', "\\t"}, {'\n', "\\n"}, {'\r', "\\r"}, 
                                    {'"', "\\\""}, {'\b', "\\b"}, {'\f', "\\f"}};
 constexpr unsigned char kFirstPrintable = 0x20;
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
-constexpr std::string_view kListMark = "...";
-constexpr char kNumberMark = '#';
 
 const Escape* FindEscape(std::span<const Escape> escapes, char c) {
   const auto found =
@@ -116,7 +117,45 @@ std::string JsonList(std::span<const std::string> texts) {
   return '[' + json + ']';
 }
 
-std::string JsonNumber(const std::string& digits) { return digits.empty() ? "null" : digits; }
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Whether JSON takes a text as a number as it stands. An exponent is none that is written here.
+bool IsJsonNumber(std::string_view text) {
+  if (text.starts_with('-')) text.remove_prefix(1);
+  const auto whole =
+      static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), IsDigit) - text.begin());
+  if (whole == 0 || (whole > 1 && text.front() == '0')) return false;
+  text.remove_prefix(whole);
+  return text.empty() ||
+         (text.size() > 1 && text.front() == '.' && std::all_of(text.begin() + 1, text.end(), IsDigit));
+}
+
+// What is shown in front of a number, or between its digits, is not part of it: "01", "1,234.50".
+std::string JsonNumber(std::string text) {
+  if (text.empty()) return "null";
+  std::string digits = text;
+  std::erase(digits, ',');
+  while (digits.size() > 1 && digits[0] == '0' && IsDigit(digits[1])) digits.erase(0, 1);
+  return IsJsonNumber(digits) ? digits : JsonText(text);
+}
+
+// Codes, characters and what is padded with zeros are texts.
+bool IsNumber(const Parameter* row) {
+  return row != nullptr && !row->IsCode() && row->show != Show::kPadded && row->show != Show::kCharacters;
+}
+
+// The parameter that an event tells of, by its field "name"; null for none.
+const Parameter* ParameterOf(const EventFields& fields, std::span<const std::string_view> names) {
+  const auto at = static_cast<std::size_t>(std::find(names.begin(), names.end(), "name") - names.begin());
+  return at + 1 < fields.size() ? FindParameter(fields[at + 1]) : nullptr;
+}
+
+std::string JsonValue(char mark, const std::string& text, const Parameter* row) {
+  const bool number = mark == '#' || (mark == '*' && IsNumber(row) && text.empty());
+  if (number) return JsonNumber(text);
+  const bool may = mark == '?' || (mark == '*' && IsNumber(row));
+  return may && IsJsonNumber(text) ? text : JsonText(text);
+}
 
 }  // namespace
 
@@ -155,15 +194,15 @@ std::string TabbedLine(const EventFields& fields) {
 
 std::string JsonLine(const EventFields& fields, std::span<const std::string_view> names) {
   std::string json = "{\"event\":" + JsonText(fields.front());
+  const Parameter* row = ParameterOf(fields, names);
   for (std::size_t i = 1; i < fields.size() && i <= names.size(); ++i) {
     std::string_view name = names[i - 1];
     if (name.empty()) break;
-    const bool is_list = name.ends_with(kListMark);
-    const bool is_number = name.ends_with(kNumberMark);
-    name.remove_suffix(is_list ? kListMark.size() : is_number ? 1 : 0);
+    const char mark = name.back();
+    name = name.substr(0, name.find_first_of(kFieldMarks));
     json += ',' + JsonText(name) + ':';
-    if (is_list) return json + JsonList(std::span(fields).subspan(i)) + '}';
-    json += is_number ? JsonNumber(fields[i]) : JsonText(fields[i]);
+    if (mark == '.') return json + JsonList(std::span(fields).subspan(i)) + '}';
+    json += JsonValue(mark, fields[i], row);
   }
   return json + '}';
 }

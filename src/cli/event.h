@@ -14,8 +14,13 @@ namespace vlt {
 // The event and its fields, all of them texts.
 using EventFields = std::vector<std::string>;
 
-// What the fields of an event are called. A name that ends in "#" is that of a whole number, one that ends in
-// "..." takes the rest as a list. The last fields of an event may be missing.
+// What the fields of an event are called, with a mark behind the name for what JSON makes of the text:
+//   #     a number, null when there is none
+//   ?     a number where the text is one
+//   *     the value of the parameter that the field "name" names: a number when the parameter is one
+//   ...   the rest of the fields as a list
+// The last fields of an event may be missing.
+inline constexpr std::string_view kFieldMarks = "#?*.";
 struct EventShape {
   static constexpr std::size_t kMost = 10;
   std::string_view event;

@@ -9,6 +9,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/companion.h"
@@ -61,7 +62,35 @@ constexpr int kStopLookMs = 100;
 constexpr int kUnwindMs = 2000;
 constexpr int kSignalStatus = 128;  // a shell tells an end by a signal so
 
+// The first signal stops the script behind the exchange in hand; Ctrl+C once more ends it at once.
 volatile std::sig_atomic_t stop_signal = 0;
+volatile std::sig_atomic_t break_asked = 0;
+
+// Signals that others may have silenced for this process: a terminal's window that was closed, and an output
+// that nobody reads any more.
+constexpr int kQuietSignals[] = {
+#ifdef SIGHUP
+    SIGHUP,
+#endif
+#ifdef SIGPIPE
+    SIGPIPE,
+#endif
+    0};
+
+void NoteSignal(int caught) {
+  if (stop_signal == 0) {
+    stop_signal = caught;
+  } else if (caught == SIGINT) {
+    break_asked = 1;
+  }
+}
+
+void HeedSignals() {
+  for (const int number : {SIGINT, SIGTERM}) std::signal(number, NoteSignal);
+  for (const int number : kQuietSignals) {
+    if (number != 0 && std::signal(number, NoteSignal) == SIG_IGN) std::signal(number, SIG_IGN);
+  }
+}
 
 struct Options {
   bool help = false;
@@ -172,13 +201,22 @@ class Session {
   int Run() {
     QTimer look;
     QObject::connect(&look, &QTimer::timeout, [this] {
-      if (stop_signal != 0 && !companion_.Finished()) companion_.Stop();
+      if (stop_signal != 0) FollowSignals();
     });
     look.start(kStopLookMs);
     return QCoreApplication::exec();
   }
 
  private:
+  void FollowSignals() {
+    if (companion_.Finished()) return;
+    if (break_asked != 0) return companion_.Break();
+    if (std::exchange(stopping_, true)) return;
+    companion_.Stop();
+    if (companion_.Finished()) return;
+    PutError("", "stopping behind the exchange in hand; Ctrl+C once more ends it at once");
+  }
+
   // False, with a message, for a line that can't be right.
   bool AddLine(ScriptLine line) {
     const std::string wrong = Companion::Check(line);
@@ -199,6 +237,7 @@ class Session {
 
   std::string script_name_;
   bool json_;
+  bool stopping_ = false;
   Host host_;
   ScriptDialogs dialogs_;
   ProgramEvents events_;
@@ -256,9 +295,7 @@ int main(int argc, char** argv) {
     std::printf("vlt %d.%d.%d\n", version.major_number, version.minor_number, version.revision);
     return 0;
   }
-  for (const int number : {SIGINT, SIGTERM}) {
-    std::signal(number, [](int caught) { vlt::stop_signal = caught; });
-  }
+  vlt::HeedSignals();
   try {
     return vlt::RunScript(options);
   } catch (const std::exception& failure) {

@@ -165,14 +165,16 @@ void MeterWords::Set(const Arguments& arguments) {
   const std::string& typed = arguments[1].text;
   if (!before.Known()) TellSent(before, {.value = typed, .reason = before.unread});
   const EncodedValue value = EncodeValue(row, read.facts, typed);
-  const std::string refusal = WhyNot(row, read.facts, typed, value.fault);
+  std::string refusal = WhyNot(row, read.facts, typed, value.fault);
+  if (refusal.empty() && desk_.stop()) refusal = app_.Text(text::kWordStopped);
   if (!refusal.empty()) TellSent(before, {.value = typed, .holds = before.value, .reason = refusal});
   // By what was read of the meter: the session's own units are those of the settings.
   const ProvenWrite written = WriteProven(app_, before.place, value.bytes, read.facts);
   const auto shown = [&](std::span<const std::uint8_t> bytes) {
     return bytes.empty() ? std::string() : ValueText(row, read.facts, bytes);
   };
-  TellSent(before, {written.end, shown(value.bytes), shown(written.came_back), written.reason});
+  TellSent(before, {written.end, shown(value.bytes), shown(written.came_back), written.reason,
+                    CutText(row, read.facts, typed, value.bytes)});
 }
 
 void MeterWords::Keep(const Arguments&) {
@@ -207,8 +209,17 @@ void MeterWords::Names(const Arguments& arguments) {
 
 void MeterWords::TellSent(const SnapshotRow& before, const Sent& sent) const {
   const Parameter& row = *before.place.row;
-  desk_.tell({"sent", std::string(row.name), PlaceName(row, before.place.index), WordOf(sent.end), sent.value,
-              sent.holds, before.value, before.unit, sent.reason});
+  EventFields fields{"sent",
+                     std::string(row.name),
+                     PlaceName(row, before.place.index),
+                     WordOf(sent.end),
+                     sent.value,
+                     sent.holds,
+                     before.value,
+                     before.unit,
+                     sent.reason};
+  if (!sent.cut.empty()) fields.push_back(sent.cut);
+  desk_.tell(fields);
   if (sent.end != WriteEnd::kStored) Fail(text::kNameAndReason, {FullName(before.place), sent.reason});
 }
 

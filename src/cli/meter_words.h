@@ -6,10 +6,12 @@
 //   value    NAME PLACE VALUE UNIT REGISTER RAW    what the meter holds; REGISTER is function and address
 //                                                  ("3:00D2"), RAW the contents as hexadecimal digits
 //   unread   NAME PLACE REASON                     a parameter that could not be read
-//   sent     NAME PLACE END VALUE HOLDS WAS UNIT REASON
+//   sent     NAME PLACE END VALUE HOLDS WAS UNIT REASON [CUT]
 //                                                  a value that was to be written; END is stored, refused,
-//                                                  not_proven or not_sent
+//                                                  not_proven or not_sent; CUT tells what a number lost to
+//                                                  the step of its register: "60.559 -> 60.55"
 //   kept                                           the meter has confirmed that it keeps what is set
+//   kept     NAME PLACE REASON                     what another meter keeps of its own, after restoring
 //   parameter NAME PLACES TITLE SET ENTRY...       a parameter of the catalogue; SET is yes or no
 //   progress STEP STEPS TEXT                       a long piece of work
 //   identity SIDE TITLE ID_NUMBER SPECIFICATION TYPE VERSION DATE UNIT_SYSTEM PATH_MODE
@@ -20,7 +22,7 @@
 //   remark   SIDE TEXT                             a line of a file that was not taken
 //   compared ALL EQUAL DIFFERENT ONLY_LEFT ONLY_RIGHT UNREAD TEXT
 //   differs  NAME PLACE REASON                     what is not as the snapshot has it, after restoring
-//   restored STORED REFUSED NOT_PROVEN NOT_SENT DIFFERENT RESTORE_POINT
+//   restored STORED REFUSED NOT_PROVEN NOT_SENT DIFFERENT RESTORE_POINT KEPT
 //   found    PORT SPEED PARITY STATION UNIT_SYSTEM LANGUAGE
 //   spacing  SPACING UNIT STEP
 #pragma once
@@ -29,6 +31,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "cli/event.h"
 #include "cli/script.h"
@@ -71,6 +74,7 @@ class MeterWords {
     std::string value{};  // that was to be written
     std::string holds{};  // what the meter has behind it; empty when it is not known
     std::string reason{};
+    std::string cut{};  // as which number the register took it, when that is another one
   };
 
   // Reads the settings of the folder, once. `status` is that of a script that they stop.
@@ -103,6 +107,7 @@ class MeterWords {
   void TellSide(const char* side, const CompareSide& shown) const;
   void TellRow(const ComparisonRow& row) const;
   void TellRestored(const RestoreReport& report) const;
+  void TellRows(const char* event, const std::vector<SentRow>& rows) const;
 
   App& app_;
   Desk desk_;

@@ -10,6 +10,7 @@
 #include "files/file_report.h"
 #include "meter/snapshot_file.h"
 #include "resources/string_table.h"
+#include "resources/text_ids_compare.h"
 #include "resources/text_ids_words.h"
 #include "values/hex_digits.h"
 
@@ -76,7 +77,10 @@ void MeterWords::TakeSnapshot(const Arguments& arguments) {
       snapshot.rows.begin(), snapshot.rows.end(), [](const SnapshotRow& row) { return !row.Known(); }));
   TellIdentity(kMeterSide, "", snapshot.identity);
   desk_.tell({"snapshot", path, Count(snapshot.rows.size()), Count(unread)});
-  if (unread > 0) Fail(text::kSnapshotPartly, {Count(unread), Count(snapshot.rows.size())});
+  if (unread > 0) {
+    Fail(text::kSnapshotPartly,
+         {Count(unread), CountText(text::kOneParameter, snapshot.rows.size(), app_.state.LangOffset)});
+  }
 }
 
 CompareSide MeterWords::SideOfNamedFile(const std::string& path) {
@@ -152,14 +156,21 @@ void MeterWords::TellRestored(const RestoreReport& report) const {
                 row.sent, holds, before == nullptr ? "" : before->value,
                 before == nullptr ? "" : before->unit, row.reason});
   }
-  for (const SentRow& row : report.left) {
-    if (!report.verified) break;
-    const Parameter& parameter = *row.place.row;
-    desk_.tell({"differs", std::string(parameter.name), PlaceName(parameter, row.place.index), row.reason});
+  if (report.verified) {
+    TellRows("kept", report.kept);
+    TellRows("differs", report.left);
   }
   desk_.tell({"restored", Count(sent.Count(WriteEnd::kStored)), Count(sent.Count(WriteEnd::kRefused)),
               Count(sent.Count(WriteEnd::kNotProven)), Count(sent.Count(WriteEnd::kNotSent)),
-              report.verified ? Count(report.left.size()) : std::string(), sent.restore_point});
+              report.verified ? Count(report.left.size()) : std::string(), sent.restore_point,
+              report.verified ? Count(report.kept.size()) : std::string()});
+}
+
+void MeterWords::TellRows(const char* event, const std::vector<SentRow>& rows) const {
+  for (const SentRow& row : rows) {
+    const Parameter& parameter = *row.place.row;
+    desk_.tell({event, std::string(parameter.name), PlaceName(parameter, row.place.index), row.reason});
+  }
 }
 
 void MeterWords::Restore(const Arguments& arguments) {
@@ -173,6 +184,7 @@ void MeterWords::Restore(const Arguments& arguments) {
   const OnLine line(app_, lock_holder_);
   SendListener listener;
   static_cast<WorkListener&>(listener) = Listener();
+  listener.leaving = desk_.stop;
   const RestoreReport report =
       RestoreMeter(app_, point, listener, other ? OtherMeter::kTake : OtherMeter::kRefuse);
   TellRestored(report);

@@ -13,6 +13,7 @@
 #include "meter/system_table.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_words.h"
+#include "values/number_text.h"
 
 namespace vlt {
 namespace {
@@ -80,6 +81,7 @@ class Inputs {
     for (const TextKey& key : kTextKeys) inputs.*key.target = Text(key.key);
     for (const ListKey& key : kListKeys) inputs.*key.target = Code(key.key, *key.row, key.absent);
     for (const VelocityKey& key : kVelocityKeys) ReadVelocity(key, inputs);
+    CheckLining(inputs);
     return inputs;
   }
 
@@ -103,6 +105,15 @@ class Inputs {
     if (typed && !own)
       throw Trouble{ScriptStatus::kDiffers, FormatText(app_.Text(text::kVelocityOfList),
                                                        {key.key, key.list, std::to_string(key.own)})};
+  }
+
+  // A thickness of a lining that nothing says to be there would count for nothing.
+  void CheckLining(const SpacingInputs& inputs) const {
+    const std::string& thickness = inputs.lining_thickness;
+    if (inputs.lining != kNoLining || thickness.empty() || ParseNumber(thickness) == 0.0) return;
+    throw Trouble{ScriptStatus::kDiffers,
+                  FormatText(app_.Text(text::kNeedsBeside),
+                             {"lining_thickness", "lining_material", "lining_sound_velocity"})};
   }
 
   const App& app_;

@@ -54,6 +54,7 @@ class Pair {
       Unread();
     } else {
       Compare();
+      for (const SideCell* cell : {&row_.left, &row_.right}) Note(cell->cut);
     }
   }
   ComparisonRow Row() && { return std::move(row_); }
@@ -64,9 +65,12 @@ class Pair {
   void Unread() {
     row_.state = RowState::kUnread;
     if (!row_.left.Known()) row_.note = FormatText(Word(text::kLeftUnknown), {row_.left.problem});
-    if (row_.right.Known()) return;
-    if (!row_.note.empty()) row_.note += "; ";
-    row_.note += FormatText(Word(text::kRightUnknown), {row_.right.problem});
+    if (!row_.right.Known()) Note(FormatText(Word(text::kRightUnknown), {row_.right.problem}));
+  }
+
+  void Note(const std::string& more) {
+    if (!row_.note.empty() && !more.empty()) row_.note += "; ";
+    row_.note += more;
   }
 
   void Compare() {
@@ -92,7 +96,7 @@ ComparisonRow Alone(const SideCell& cell, RowState state) {
   row.place = cell.place;
   row.state = state;
   (state == RowState::kOnlyLeft ? row.left : row.right) = cell;
-  row.note = cell.problem;
+  row.note = cell.Known() ? cell.cut : cell.problem;
   return row;
 }
 
@@ -150,11 +154,19 @@ std::string RowStateText(RowState state, int lang_offset) {
   return LookupText(text::kRowStateNames + static_cast<int>(state) + lang_offset);
 }
 
+std::string CountText(int one_id, std::size_t count, int lang_offset) {
+  const int id = count == 1 ? one_id : one_id + 1;
+  return FormatText(LookupText(id + lang_offset), {std::to_string(count)});
+}
+
 std::string SummaryText(const Comparison& comparison, int lang_offset) {
   const auto word = [&](int id) { return LookupText(id + lang_offset); };
   const auto count = [&](RowState state) { return std::to_string(comparison.Count(state)); };
   const std::string all = std::to_string(comparison.All());
-  if (comparison.NoDifferences()) return FormatText(word(text::kNoDifferences), {all});
+  if (comparison.NoDifferences()) {
+    return FormatText(word(text::kNoDifferences),
+                      {CountText(text::kOneParameter, comparison.All(), lang_offset)});
+  }
   return FormatText(word(text::kCounts),
                     {all, count(RowState::kEqual), count(RowState::kDifferent), count(RowState::kOnlyLeft),
                      count(RowState::kOnlyRight), count(RowState::kUnread)});

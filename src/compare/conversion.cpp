@@ -57,6 +57,8 @@ constexpr const Parameter* kByHand[] = {
     &SystemRow("id_number"), &MaintenanceRow("ao1_adjustment_4ma"), &MaintenanceRow("ao1_adjustment_20ma"),
     &MaintenanceRow("ao2_adjustment_4ma"), &MaintenanceRow("ao2_adjustment_20ma")};
 
+constexpr const Parameter* kMake[] = {&SystemRow("type"), &SystemRow("version")};
+
 // The text id of why a row is never sent, or 0.
 int NeverReason(const Parameter& row) {
   if (row.write == WriteWith::kNothing) return text::kMeterComputes;
@@ -336,6 +338,11 @@ SendRule SendRuleOf(const Parameter& row) {
   if (NeverReason(row) != 0) return SendRule::kNever;
   const bool by_hand = std::find(std::begin(kByHand), std::end(kByHand), &row) != std::end(kByHand);
   return by_hand ? SendRule::kByHand : SendRule::kOrdinary;
+}
+
+bool BelongsToOneMeter(const Parameter& row) {
+  return SendRuleOf(row) == SendRule::kByHand ||
+         std::find(std::begin(kMake), std::end(kMake), &row) != std::end(kMake);
 }
 
 Conversion ConvertFor(const SideCell& cell, const SharedState& from, const SharedState& to,

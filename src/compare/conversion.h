@@ -18,6 +18,9 @@ enum class SendRule : std::uint8_t {
   kNever,   // the meter computes it, or it would clear its memory or totals, or put it into its test state
 };
 SendRule SendRuleOf(const Parameter& row);
+// What a meter has of its own, so that another one differs in it however it is set: rows that are sent by
+// hand alone, and what it tells of its make.
+bool BelongsToOneMeter(const Parameter& row);
 
 struct Conversion {
   // What is to be written into the meter; empty when the row is unfit.

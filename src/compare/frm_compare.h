@@ -33,7 +33,8 @@ class frmCompare : public Form {
   void Form_Activate() override;
   // A meter that was sent settings since it was taken in says so.
   void Settled() override;
-  // Stays while it works on the line, and stops that.
+  // Stays while it works on the line, and stops that behind the exchange in hand. It goes then, unless rows
+  // were sent: how these have ended is to be seen.
   void Form_Unload(int& cancel) override;
   const Control* StopButton() const override { return &cmdStop; }
 
@@ -140,6 +141,7 @@ class frmCompare : public Form {
   void cmdSend_Click();
   void cmdRestore_Click();
   // `send` does the work and gives the text of its end.
+  void LeaveIfAsked(bool stays);
   void AskAndSend(const std::string& question, const std::string& command, std::string (frmCompare::*send)());
   std::string SendChosen();
   std::string RestoreLeft();
@@ -168,6 +170,8 @@ class frmCompare : public Form {
   std::string halt_;   // why a sending has ended before its time, for a box
   bool busy_ = false;  // on the line
   bool stop_ = false;
+  bool leave_ = false;  // was to be closed while it was on the line
+  bool sent_ = false;   // rows have gone to the meter in this work
 };
 
 }  // namespace vlt

@@ -73,7 +73,8 @@ void frmCompare::ShowRows() {
     for (RowGroup& group : list_->Groups(filter)) {
       const std::string title =
           FormatText(app_.Text(text::kGroupLine),
-                     {group.title, std::to_string(group.rows.size()), std::to_string(group.different)});
+                     {group.title, CountText(text::kOneRow, group.rows.size(), app_.state.LangOffset),
+                      std::to_string(group.different)});
       lines_.push_back({Line::Kind::kTitle, group.rows, title});
       for (const std::size_t row : group.rows) lines_.push_back({Line::Kind::kRow, {row}, {}});
     }

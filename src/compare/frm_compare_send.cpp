@@ -62,6 +62,11 @@ class frmCompare::Work {
   void Set(bool on) {
     window_.busy_ = on;
     window_.stop_ = false;
+    if (on) {
+      window_.leave_ = window_.sent_ = false;
+      // Closing is a way to stop.
+      window_.SetCloseCommand(true);
+    }
     window_.cmdStop.SetEnabled(on);
     for (const int side : {kLeft, kRight}) window_.cmbSide(side).SetEnabled(!on);
     window_.pbWork.SetValue(0);
@@ -139,7 +144,12 @@ std::optional<Snapshot> frmCompare::ReadMeter(Operation& operation) {
   if (!result.stopped) app_.Show(app_.Text(text::kCommunicationError), MessageIcon::kStop);
   Tell(failure);
   operation.End(failure);
+  LeaveIfAsked(false);
   return std::nullopt;
+}
+
+void frmCompare::LeaveIfAsked(bool stays) {
+  if (std::exchange(leave_, false) && !stays) List().Unload(Name());
 }
 
 void frmCompare::TakeMeter(int side) {
@@ -150,6 +160,7 @@ void frmCompare::TakeMeter(int side) {
   Put(side, SideOfMeter(*meter));
   operation.End(stbCompare.Panel(1));
   FocusWhatIsNext(side);
+  LeaveIfAsked(false);
 }
 
 // The button that began it could not keep the focus while it was locked.
@@ -182,13 +193,16 @@ void frmCompare::SaveSnapshotTo(const std::string& path) {
   const std::size_t unknown = UnknownIn(*meter);
   const std::string told =
       error == FileError::kGood
-          ? FormatText(app_.Text(unknown == 0 ? text::kSnapshotSaved : text::kSnapshotPartial),
-                       {LastComponent(path), std::to_string(meter->rows.size()), std::to_string(unknown)})
+          ? FormatText(
+                app_.Text(unknown == 0 ? text::kSnapshotSaved : text::kSnapshotPartial),
+                {LastComponent(path), CountText(text::kOneRow, meter->rows.size(), app_.state.LangOffset),
+                 std::to_string(unknown)})
           : NotWrittenText(app_, path, error);
   ShowMeterSide(*meter);
   operation.End(told);
   Tell(told);
   if (error != FileError::kGood) app_.Show(told, MessageIcon::kStop);
+  LeaveIfAsked(error != FileError::kGood);
 }
 
 // --- sending -----------------------------------------------------------------------------------------------
@@ -250,6 +264,7 @@ void frmCompare::AskAndSend(const std::string& question, const std::string& comm
   if (list_->AnyResult()) SetFilter(RowFilter::kSent);
   SetFocus(grdRows);
   if (!halt_.empty()) app_.Show(std::exchange(halt_, {}), MessageIcon::kStop);
+  LeaveIfAsked(sent_);
 }
 
 std::string frmCompare::SendChosen() {
@@ -282,7 +297,8 @@ void frmCompare::ShowMeterAs(const Snapshot& meter) {
 
 // What the meter holds now stands on the right side, or that it is not known.
 void frmCompare::LookAgain(const SendReport& report) {
-  if (!AnythingSent(report)) return;
+  sent_ = AnythingSent(report);
+  if (!sent_) return;
   if (report.halt == SendHalt::kDone && !stop_) {
     const SnapshotResult result = ReadSnapshot(app_, Listener(text::kReadingSide));
     if (!result.stopped && AnyKnown(result.snapshot)) {

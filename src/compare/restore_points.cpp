@@ -59,6 +59,25 @@ std::string FreePath(App& app, const std::string& id) {
   return path;
 }
 
+bool Differ(const std::string& a, const std::string& b) { return !a.empty() && !b.empty() && a != b; }
+
+// A point under the same ID number that tells of another meter. One that can't be read goes by its number.
+bool IsOfOther(App& app, const RestorePoint& point, const MeterIdentity& meter) {
+  const MeterIdentity other = ReadSnapshotFile(app, point.path).snapshot.identity;
+  return Differ(other.specification, meter.specification) || Differ(other.type, meter.type);
+}
+
+// The points of the meter but for the new one, newest first.
+std::vector<RestorePoint> EarlierPoints(App& app, const MeterIdentity& meter, const std::string& newest) {
+  std::vector<RestorePoint> points = RestorePoints(app);
+  std::erase_if(points, [&](const RestorePoint& point) {
+    return point.path == newest || point.id_number != IdPart(meter.id_number);
+  });
+  if (points.size() < kKeptRestorePoints) return points;
+  std::erase_if(points, [&](const RestorePoint& point) { return IsOfOther(app, point, meter); });
+  return points;
+}
+
 }  // namespace
 
 std::vector<RestorePoint> RestorePoints(App& app) {
@@ -83,9 +102,8 @@ KeptPoint KeepRestorePoint(App& app, const Snapshot& snapshot) {
   kept.error = WriteSnapshotFile(app, path, snapshot);
   if (kept.error != FileError::kGood) return kept;
   kept.path = path;
-  std::vector<RestorePoint> points = RestorePoints(app);
   // The new one stays, whatever the clock says of the others.
-  std::erase_if(points, [&](const RestorePoint& point) { return point.path == path; });
+  const std::vector<RestorePoint> points = EarlierPoints(app, snapshot.identity, path);
   for (std::size_t i = kKeptRestorePoints - 1; i < points.size(); ++i) {
     if (app.platform.files.Remove(points[i].path) != FileError::kGood)
       kept.left_over.push_back(points[i].path);

@@ -11,7 +11,7 @@
 
 namespace vlt {
 
-inline constexpr std::size_t kKeptRestorePoints = 20;
+inline constexpr std::size_t kKeptRestorePoints = 20;  // of each meter
 
 struct RestorePoint {
   std::string path;
@@ -25,10 +25,11 @@ std::vector<RestorePoint> RestorePoints(App& app);
 struct KeptPoint {
   FileError error = FileError::kGood;
   std::string path;
-  // Older points that could not be removed: they are more than kKeptRestorePoints then.
+  // Older points of the meter that could not be removed: they are more than kKeptRestorePoints then.
   std::vector<std::string> left_over;
 };
-// Writes a point beside the others and, once it stands, removes those beyond the last kKeptRestorePoints.
+// Writes a point beside the others and, once it stands, removes those of the same meter beyond the last
+// kKeptRestorePoints. Points of other meters stay, also when they have the same ID number.
 KeptPoint KeepRestorePoint(App& app, const Snapshot& snapshot);
 
 }  // namespace vlt

@@ -18,6 +18,7 @@
 #include "meter/value_text.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_compare.h"
+#include "values/number_text.h"
 
 namespace vlt {
 namespace {
@@ -100,18 +101,12 @@ class Sending {
   }
 
   bool IsExpected(const MeterIdentity* expected) {
-    if (expected == nullptr || SameMeter(*expected, now_.identity)) return true;
-    return Halt(SendHalt::kOtherMeter, FormatText(Word(text::kIsOtherMeter),
-                                                  {IdentityText(now_.identity), IdentityText(*expected)}));
-  }
-
-  bool KeepPoint() {
+    if (expected != nullptr && !SameMeter(*expected, now_.identity)) {
+      return Halt(SendHalt::kOtherMeter, FormatText(Word(text::kIsOtherMeter),
+                                                    {IdentityText(now_.identity), IdentityText(*expected)}));
+    }
     report_.before = now_;
-    const KeptPoint point = KeepRestorePoint(app_, now_);
-    report_.restore_point = point.path;
-    if (point.error == FileError::kGood) return true;
-    const std::string reason = Word(NotWrittenReason(point.error));
-    return Halt(SendHalt::kNoRestorePoint, FormatText(Word(text::kNoPoint), {reason}));
+    return true;
   }
 
   // Every place gets its turn, or a reason why not.
@@ -134,7 +129,7 @@ class Sending {
 
   // The session follows what the meter has taken.
   void Finish() {
-    if (!app_.state.PortIsOpen) return;
+    if (!app_.state.PortIsOpen || listener_.leaving()) return;
     if (deciding_written_) AskUnitsAnew(app_);
     if (identity_written_) ReadIdentity(app_);
     if ((deciding_written_ || identity_written_) && app_.frame != nullptr) {
@@ -170,7 +165,17 @@ class Sending {
     if (conversion.raw.empty()) return Unsent(place, conversion.reason);
     const SnapshotRow* held = now_.Find(place);
     if (held == nullptr || !held->Known()) return Unsent(place, Word(text::kNotRestorable));
-    return Write(place, conversion);
+    return KeepPoint() ? Write(place, conversion) : Unsent(place, report_.reason);
+  }
+
+  // What the meter held before the first row. Where nothing is sent there is nothing to go back to.
+  bool KeepPoint() {
+    if (!report_.restore_point.empty()) return true;
+    const KeptPoint point = KeepRestorePoint(app_, report_.before);
+    report_.restore_point = point.path;
+    if (point.error == FileError::kGood) return true;
+    const std::string reason = Word(NotWrittenReason(point.error));
+    return Halt(SendHalt::kNoRestorePoint, FormatText(Word(text::kNoPoint), {reason}));
   }
 
   SentRow Write(const ParameterPlace& place, const Conversion& conversion) {
@@ -262,6 +267,27 @@ SentRow LeftRow(const ComparisonRow& row, const CompareSide& point, const SendRe
   return left;
 }
 
+SentRow KeptRow(const ComparisonRow& row, int lang_offset) {
+  SentRow kept;
+  kept.place = row.place;
+  kept.reason = FormatText(LookupText(text::kStaysItsOwn + lang_offset), {Trim(row.right.text)});
+  return kept;
+}
+
+// What is not equal once all is sent.
+void TellDifferent(const Comparison& comparison, const Snapshot& now, RestoreReport& report) {
+  const bool same_meter = SameMeter(comparison.Left().identity, comparison.Right().identity);
+  for (const ComparisonRow& row : comparison.Rows()) {
+    if (row.state == RowState::kEqual) continue;
+    const bool own = row.state == RowState::kDifferent && BelongsToOneMeter(*row.place.row);
+    if (own && !same_meter) {
+      report.kept.push_back(KeptRow(row, now.facts.LangOffset));
+    } else {
+      report.left.push_back(LeftRow(row, comparison.Left(), report.sent, now));
+    }
+  }
+}
+
 }  // namespace
 
 std::size_t SendReport::Count(WriteEnd end) const {
@@ -278,7 +304,7 @@ void SortAsWritten(std::vector<ParameterPlace>& places) {
 SendReport SendRows(App& app, const CompareSide& source, std::vector<ParameterPlace> chosen,
                     const SendListener& listener, const MeterIdentity* expected) {
   Sending sending(app, source, listener);
-  if (sending.ReadMeter() && sending.IsExpected(expected)) sending.KeepPoint();
+  if (sending.ReadMeter()) sending.IsExpected(expected);
   sending.Send(std::move(chosen));
   sending.Finish();
   return std::move(sending.Report());
@@ -290,7 +316,7 @@ RestoreReport RestoreMeter(App& app, const CompareSide& point, const SendListene
   RestoreReport report;
   Sending sending(app, point, listener);
   const MeterIdentity* expected = other == OtherMeter::kRefuse ? &point.identity : nullptr;
-  if (!sending.ReadMeter() || !sending.IsExpected(expected) || !sending.KeepPoint()) {
+  if (!sending.ReadMeter() || !sending.IsExpected(expected)) {
     report.sent = std::move(sending.Report());
     return report;
   }
@@ -307,10 +333,7 @@ RestoreReport RestoreMeter(App& app, const CompareSide& point, const SendListene
   sending.Finish();
   report.sent = std::move(sending.Report());
   report.verified = report.sent.halt == SendHalt::kDone && UnknownShape(sending.Now()).empty();
-  const Comparison left(point, SideOfMeter(sending.Now()));
-  for (const ComparisonRow& row : left.Rows()) {
-    if (row.state != RowState::kEqual) report.left.push_back(LeftRow(row, point, report.sent, sending.Now()));
-  }
+  TellDifferent(Comparison(point, SideOfMeter(sending.Now())), sending.Now(), report);
   return report;
 }
 

@@ -46,6 +46,8 @@ struct SendReport {
 
 struct SendListener : WorkListener {
   std::function<void(const SentRow& row)> ended = [](const SentRow&) {};
+  // The program ends behind the work: nobody will ask any more what the session knows of the meter.
+  std::function<bool()> leaving = [] { return false; };
 };
 
 // In the order in which the pages write: what decides units and modes comes first, then page by page, in each
@@ -54,20 +56,23 @@ struct SendListener : WorkListener {
 void SortAsWritten(std::vector<ParameterPlace>& places);
 
 // Sends the chosen places of `source`. The port must be open and the interface locked. First the meter is
-// read whole and kept as a restore point. `expected`, when it is not null, is who the meter must be.
+// read whole; it is kept as a restore point before the first row goes out, and not when there is none to be
+// sent. `expected`, when it is not null, is who the meter must be.
 SendReport SendRows(App& app, const CompareSide& source, std::vector<ParameterPlace> chosen,
                     const SendListener& listener, const MeterIdentity* expected = nullptr);
 
 // Brings the meter to what `point` holds: sends what differs, reads the meter again, and repeats while a
-// setting that was sent has changed others. `left` are the rows that differ at the end, each with its reason.
+// setting that was sent has changed others. `left` are the rows that differ at the end, each with its reason;
+// `kept` those that differ because they are the own ones of another meter than that of the point.
 struct RestoreReport {
   SendReport sent;  // of all rounds together; a row that was sent twice stands with its last end
   std::vector<SentRow> left;
+  std::vector<SentRow> kept;
   bool verified = false;  // the meter was read whole at the end
   bool Equal() const { return verified && left.empty(); }
 };
 // A meter that is not the one of the point gets nothing, unless the operator wants it all the same; its ID
-// number and the adjustment of its outputs stay its own then.
+// number, the adjustment of its outputs, its type and version stay its own then.
 enum class OtherMeter : std::uint8_t { kRefuse, kTake };
 RestoreReport RestoreMeter(App& app, const CompareSide& point, const SendListener& listener,
                            OtherMeter other = OtherMeter::kRefuse);

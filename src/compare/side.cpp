@@ -213,6 +213,7 @@ class SlotReader {
   static void Take(const Parameter& row, const SharedState& facts, EncodedValue encoded, SideCell& cell) {
     cell.raw = std::move(encoded.bytes);
     if (encoded.fault != ValueFault::kNone) cell.problem = ValueFaultText(row, facts, encoded.fault);
+    cell.cut = CutText(row, facts, cell.text, cell.raw);
   }
 
   // False for a list without a choice.

@@ -24,6 +24,7 @@ struct SideCell {
   // In which unit system a length, velocity or viscosity was written down: 0 metric, 1 English.
   int unit_flag = 0;
   std::string problem;  // why it has no raw bytes, in the language in force
+  std::string cut{};    // "60.559 -> 60.55": what a text loses to the step of its register; mostly empty
 
   bool Known() const { return problem.empty(); }
 };

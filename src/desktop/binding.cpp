@@ -58,6 +58,11 @@ void Binding::MakeTitle() {
   MarkForRefresh();
 }
 
+void Binding::MakeNarrow() {
+  narrow_ = true;
+  MarkForRefresh();
+}
+
 void Binding::Refresh() {
   if (detached_ || widget_ == nullptr) return;
   const auto before = Room();
@@ -76,6 +81,7 @@ std::optional<QSize> Binding::Room() const {
 void Binding::PushCommon() {
   QFont font = DesktopFont(control_.GetFont());
   if (title_) font = TitleFont(font);
+  if (narrow_) font = NarrowFont(font);
   if (widget_->font() != font) widget_->setFont(font);
   widget_->setEnabled(control_.Enabled());
   ShowOrHide(*widget_, control_.Visible());

@@ -37,6 +37,8 @@ class Binding : public QObject, public Refreshable {
   void SetKeys(const QString& keys);
   // Shows it in larger letters.
   void MakeTitle();
+  // Shows it in narrow letters.
+  void MakeNarrow();
   // The control is about to go: no gesture and no refresh reaches it any more.
   void Detach();
 
@@ -76,6 +78,7 @@ class Binding : public QObject, public Refreshable {
   QPointer<OriginMark> origin_mark_;  // from the first value on whose origin is known
   QString keys_;
   bool title_ = false;
+  bool narrow_ = false;
   bool marked_ = false;
   bool detached_ = false;
 };

@@ -15,6 +15,7 @@
 #include <algorithm>
 
 #include "desktop/bind.h"
+#include "desktop/fonts.h"
 #include "desktop/qt_text.h"
 #include "window/form.h"
 
@@ -28,8 +29,9 @@ constexpr int kCellGap = 4;
 constexpr int kCellRowGap = 2;
 constexpr int kEntryWidth = 100;
 constexpr int kUnitWidth = 58;
-constexpr const char* kWidestCell = "-12345678.12345";  // a total with its sign
-constexpr int kCellFrame = 12;                          // beside the text of an entry
+constexpr const char* kWidestCell = "-12345678.12345";     // a total with its sign
+constexpr const char* kWidestTotal = "-123456789012.345";  // as many digits as a number text has
+constexpr int kCellFrame = 12;                             // beside the text of an entry
 constexpr int kButtonWidth = 96;
 constexpr int kNavigationWidth = 168;
 constexpr int kNavigationHeight = 38;
@@ -255,7 +257,8 @@ void Builder::AddRow(const LayoutItem& item) {
     if (widget == nullptr) continue;
     if (item.kind == LayoutKind::kCells) {
       ReleaseWidth();
-      PlaceCell(widget, kind, grid, row, column);
+      if (item.narrow) built_.bindings.back()->MakeNarrow();
+      PlaceCell(item, widget, kind, grid, row, column);
     } else {
       Place(widget, kind, grid, row, column, column + 1 == count);
     }
@@ -289,14 +292,21 @@ void Builder::ReleaseWidth() {
   }
 }
 
-void Builder::PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column) {
+int Builder::CellTextWidth(const LayoutItem& item, const QWidget& cell) const {
+  if (!item.narrow) return cell.fontMetrics().horizontalAdvance(kWidestCell);
+  const QFontMetrics metrics(NarrowFont(DesktopFont(built_.bindings.back()->Bound().GetFont())));
+  return qMax(metrics.horizontalAdvance(kWidestTotal), metrics.horizontalAdvance(text_(item.text_id)));
+}
+
+void Builder::PlaceCell(const LayoutItem& item, QWidget* widget, ControlKind kind, QGridLayout* grid, int row,
+                        int column) {
   grid->setHorizontalSpacing(kCellGap);
   grid->setVerticalSpacing(kCellRowGap);
   grid->addWidget(widget, row, column);
   if (kind != ControlKind::kTextBox) return;
   static_cast<QLineEdit*>(widget)->setAlignment(Qt::AlignRight);
   widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-  widget->setMinimumWidth(widget->fontMetrics().horizontalAdvance(kWidestCell) + kCellFrame);
+  widget->setMinimumWidth(CellTextWidth(item, *widget) + kCellFrame);
   grid->setColumnStretch(column, 1);
 }
 

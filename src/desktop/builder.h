@@ -88,7 +88,10 @@ class Builder {
   void Place(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column, bool last);
   Open& Top() { return *open_.back(); }
   void ReleaseWidth();
-  void PlaceCell(QWidget* widget, ControlKind kind, QGridLayout* grid, int row, int column);
+  void PlaceCell(const LayoutItem& item, QWidget* widget, ControlKind kind, QGridLayout* grid, int row,
+                 int column);
+  // What an entry of these cells has room for.
+  int CellTextWidth(const LayoutItem& item, const QWidget& cell) const;
   std::size_t NewAlignment();
 
   Form& form_;

@@ -14,6 +14,7 @@ namespace {
 constexpr double kBaseSize = 9.5;
 constexpr double kHeadingSize = 12;
 constexpr double kTitleSize = 17;
+constexpr int kNarrowStretch = 75;   // per cent
 constexpr int kLargestCaption = 12;  // sizes up to here are captions
 
 // Fonts with Japanese characters and latin ones that go with them, best first.
@@ -71,6 +72,11 @@ QFont DesktopFont(const Font& font) {
 QFont TitleFont(QFont font) {
   font.setPointSizeF(kTitleSize);
   font.setBold(true);
+  return font;
+}
+
+QFont NarrowFont(QFont font) {
+  font.setStretch(kNarrowStretch);
   return font;
 }
 

@@ -16,6 +16,9 @@ QFont DesktopFont(const Font& font);
 // The same in the size of a title.
 QFont TitleFont(QFont font);
 
+// The same in letters of three quarters of their width, whatever the font.
+QFont NarrowFont(QFont font);
+
 // The name of the page on top.
 QFont HeadingFont();
 

@@ -37,6 +37,8 @@ struct LayoutItem {
   LayoutKind kind;
   std::array<std::string_view, kLayoutNames> names{};
   int text_id = 0;
+  // In narrow letters; entries have room for the widest total and for the text of `text_id`.
+  bool narrow = false;
   // The row is repeated for each number from `first` to `last`, which stands for every "#" in its names.
   // 0 as the last one: it is there once, as it stands.
   int first = 0;
@@ -77,6 +79,12 @@ constexpr LayoutItem Repeat(int first, int last, LayoutItem row) {
   row.first = first;
   row.last = last;
   return row;
+}
+// Cells of a list that is tight, in narrow letters; its entries have room for the text of an id too.
+constexpr LayoutItem Narrow(LayoutItem cells, int text_id) {
+  cells.narrow = true;
+  cells.text_id = text_id;
+  return cells;
 }
 constexpr LayoutItem Wide(const char* control) { return MakeItem(LayoutKind::kWide, control); }
 constexpr LayoutItem Space() { return {LayoutKind::kSpace}; }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // veltrano3 [--dir FOLDER]: the program with windows.
 #include <QCommandLineParser>
+#include <QTimer>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -9,6 +11,20 @@
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
 #include "shell/version.h"
+
+namespace {
+
+constexpr int kLookMs = 100;
+
+volatile std::sig_atomic_t end_asked = 0;
+
+// The first signal ends the program behind the exchange in hand, another one at once.
+void NoteSignal(int caught) {
+  end_asked = 1;
+  std::signal(caught, SIG_DFL);
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   vlt::Application application(argc, argv);
@@ -23,6 +39,12 @@ int main(int argc, char** argv) {
 
   vlt::DressApplication();
   vlt::Program program(vlt::FromQt(options.value(folder)));
+  for (const int number : {SIGINT, SIGTERM}) std::signal(number, NoteSignal);
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, [&program] {
+    if (end_asked != 0) program.EndBehindWork();
+  });
+  look.start(kLookMs);
   try {
     return program.Start() ? program.Run() : 0;
   } catch (const std::exception& failure) {

@@ -11,6 +11,7 @@
 #include "desktop/fonts.h"
 #include "desktop/qt_text.h"
 #include "files/settings_file.h"
+#include "shell/closing.h"
 #include "shell/handler_fault.h"
 #include "shell/start.h"
 
@@ -60,5 +61,17 @@ bool Program::Start() {
 }
 
 int Program::Run() { return QApplication::exec(); }
+
+void Program::EndBehindWork() {
+  constexpr int kLookMs = 50;
+  if (end_.isActive()) return;
+  QObject::connect(&end_, &QTimer::timeout, [this] {
+    if (app_.state.UiLocked) return;
+    end_.stop();
+    host_.events.EndProcess();
+  });
+  end_.start(kLookMs);
+  app_.windows.Run([this] { StopWork(app_); });
+}
 
 }  // namespace vlt

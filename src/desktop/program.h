@@ -2,6 +2,7 @@
 // The whole program, ready to start: the machine by Qt, the logic, and the screen that shows it.
 #pragma once
 
+#include <QTimer>
 #include <QTranslator>
 #include <string>
 
@@ -28,6 +29,9 @@ class Program {
   bool Start();
   // Runs Qt's event loop until the program ends; its exit status.
   int Run();
+  // Ends it from outside, without a question: work on the line is stopped behind the exchange in hand, and
+  // the end comes when the interface is free.
+  void EndBehindWork();
 
   App& Logic() { return app_; }
   Desktop& Screen() { return desktop_; }
@@ -41,6 +45,7 @@ class Program {
   Platform platform_;
   App app_;
   Desktop desktop_;
+  QTimer end_;
 };
 
 }  // namespace vlt

@@ -68,7 +68,7 @@ std::optional<std::string> AskCsvLog(App& app, const std::string& current) {
 std::optional<std::string> AskCsvLog(App& app, const CsvQuestion& question) {
   const auto chosen = AskCsvFile(app, question);
   if (!chosen) return std::nullopt;
-  const std::string path = StampedCsvPath(*chosen, app.platform.clock.Now());
+  const std::string path = StampedCsvPath(*chosen, question.stamp.value_or(app.platform.clock.Now()));
   ClearTheWay(app, path);
   return path;
 }

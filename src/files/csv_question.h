@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/clock.h"
 #include "state/app.h"
 
 namespace vlt {
@@ -23,6 +24,7 @@ struct CsvQuestion {
   std::string folder{};   // where the dialog starts; empty: the last folder used
   std::string name{};     // the name shown at first
   bool ask_before_overwrite = false;
+  std::optional<LocalTime> stamp{};  // in the name of a log; empty: the time of the answer
 };
 
 // Asks for a CSV file and gives its path, trimmed. Nothing when the operator cancels or leaves the name

@@ -397,7 +397,11 @@ std::string PortDeviceInForce(App& app, int number) {
 
 bool GetLogSync(App& app) { return IsSwitchedOn(app, "LOG", "SYNC"); }
 
-bool GetIdentifyRuns(App& app) { return IsSwitchedOn(app, "LINK", "IDENTIFY"); }
+bool GetIdentifyRuns(App& app) {
+  ProfileFile profile;
+  ReadProfile(app.platform.files, CommPath(app), profile);
+  return Trim(CutAtNul(profile.GetString("LINK", "IDENTIFY", ""))) != "0";
+}
 
 FileError SetPortDevice(App& app, int number, const std::string& device) {
   app.state.MovedPorts.erase(number);

@@ -92,8 +92,8 @@ FileError SetPortDevice(App& app, int number, const std::string& device);
 
 // Key SYNC of section LOG of the bootstrap file is 1: logs are flushed to the disk once a cycle.
 bool GetLogSync(App& app);
-// Key IDENTIFY of section LINK of the bootstrap file is 1: each run asks the meter for its ID number at its
-// start, so that it can tell one from another behind a loss of the port.
+// Key IDENTIFY of section LINK of the bootstrap file is not 0: each run asks the meter for its ID number, so
+// that it can tell one from another behind a loss of the port.
 bool GetIdentifyRuns(App& app);
 
 // How many earlier captures the chart of waves shows behind the newest one: key WAVE_TRAIL of section VIEW of

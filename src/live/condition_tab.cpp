@@ -113,7 +113,6 @@ void ConditionTab::ReadInfButton_Click() {
 std::string ConditionTab::ReadChannels() {
   SubGetUnitForm11();
   std::string error = ReadChannel(0);
-  if (error.empty()) ReadTime = DateTimeText(app_.platform.clock.Now());
   const ChannelConfig config = AskChannelConfig(app_);
   if (config == ChannelConfig::kOneChannel) SetColumns(false);
   if (config == ChannelConfig::kTwoPaths || config == ChannelConfig::kTwoPipes) {
@@ -133,6 +132,7 @@ std::string ConditionTab::ReadChannel(int ch) {
     value = ConditionText(ConditionTable()[at], data);
     InfData1Grid.SetCell(i + 1, kFirstChannel + ch, value);
   }
+  ReadTime = DateTimeText(app_.platform.clock.Now());
   return {};
 }
 

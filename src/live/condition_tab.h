@@ -30,7 +30,8 @@ class ConditionTab : public FormPart {
     std::array<std::string, 2> values;
   };
   std::array<Record, kConditionRows> Records;
-  std::string ReadTime;  // of CH1, as "yyyy/mm/dd hh:mm:ss"; empty while there is nothing to save
+  // Of the last channel that answered, as "yyyy/mm/dd hh:mm:ss"; empty while there is nothing to save.
+  std::string ReadTime;
 
   PushButton ReadInfButton{Whole(), "ReadInfButton"};
   PushButton SaveInfButton{Whole(), "SaveInfButton"};

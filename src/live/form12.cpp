@@ -20,7 +20,8 @@ Form12::Form12(App& app)
     : PageForm(app, "Form12"),
       log_(app, [this] { return HeadLines(); }),
       run_(app, *this, [this](bool) { RunStopped(); }) {
-  run_.WaitBy({.prove = {}, .changed = [this] { WaitChanged(); }});
+  run_.WaitBy(
+      {.prove = {}, .changed = [this] { WaitChanged(); }, .meter = [this] { return MeterNames(stations_); }});
   cmdStart.on_click = [this] { cmdStart_Click(); };
   cmdStop.on_click = [this] { cmdStop_Click(); };
   cmdSaveCSV.on_click = [this] { cmdSaveCSV_Click(); };
@@ -114,7 +115,7 @@ void Form12::Form_Activate() {
 }
 
 void Form12::Form_Unload(int&) {
-  app().state.StopRequest = 1;
+  if (!run_.IsForeignLock()) app().state.StopRequest = 1;
   run_.Leave();
   SetButtonIdle();
 }

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "files/csv_question.h"
 #include "live/live_run.h"
 #include "live/measure_log.h"
 #include "live/stations.h"
@@ -127,13 +128,16 @@ class Form12 : public PageForm {
   bool PrepareRun();
   bool AskUnits();
   bool AskUnitsBehind(frmWait& wait);
-  void AskFile(int title);
+  void LearnUnits(int at);
+  void AskFile(CsvQuestion question);
   void OpenLog();
+  std::string MarksOfRecord();
   void BeginCycles();
   void BeginPass();
   void ShowAcquiring();
   void WaitChanged();
   void PollNext();
+  bool HasRoom() const;
   void EndPass();
   void RunStopped();
   std::vector<std::string> HeadLines();
@@ -146,8 +150,9 @@ class Form12 : public PageForm {
   void ShowPace();
   void ShowLog();
 
-  bool name_is_new_ = false;  // of PvFileName: no run has had it yet
-  bool cycles_on_ = false;    // this page has set PvRunning
+  bool name_is_new_ = false;               // of PvFileName: no run has had it yet
+  std::vector<std::string> late_columns_;  // whose unit came behind the head, for the next record
+  bool cycles_on_ = false;                 // this page has set PvRunning
   bool in_pass_ = false;
   bool overran_ = false;  // a tick of CycleTimer has met the pass under way
   LocalTime run_started_;
@@ -157,6 +162,7 @@ class Form12 : public PageForm {
   std::optional<std::int64_t> pass_ms_;   // of the last pass, from its first request to its record
   std::optional<std::int64_t> cycle_ms_;  // between the starts of the last two
   std::int64_t busy_ms_ = 0;              // in which the line was taken since the pass began
+  std::int64_t polled_ms_ = 0;            // of it, by polls alone, with the rest up to the next tick
   std::optional<double> load_;            // share of the last cycle in which the line was taken
 };
 

@@ -110,7 +110,7 @@ bool Form12::PrepareRun() {
   if (!AskUnits()) return false;
   for (int at = 0; at < static_cast<int>(stations_.size()); ++at) ShowUnits(at);
   if (!name_is_new_) PvFileName.clear();
-  AskFile(kStartTitle);
+  AskFile({.title = kStartTitle, .stamp = run_started_});
   if (!run_.GoesOn()) return false;
   OpenLog();
   return true;
@@ -131,26 +131,31 @@ bool Form12::AskUnits() {
 // A wait window that was closed has been cancelled.
 bool Form12::AskUnitsBehind(frmWait& wait) {
   const GoesOn goes_on = [&] { return run_.GoesOn() && app().state.WaitCancel == 0 && List().Exists(&wait); };
-  const bool identify = GetIdentifyRuns(app());
+  const int questions = GetIdentifyRuns(app()) ? LiveRun::kMostNameQuestions : 0;
   for (Station& station : stations_) {
-    station.units = AskStationUnits(app(), station.number, displays_, goes_on);
-    if (identify && goes_on()) LearnStation(app(), station);
+    AskStationUnits(app(), station, displays_, goes_on);
+    station.name_questions = questions;
     if (!goes_on()) return false;
     wait.pbWait.SetValue(wait.pbWait.Value() + 1);
   }
-  return true;
+  // A query that was lost is asked once more for the head of the file; whoever was silent has its turns.
+  for (Station& station : stations_) {
+    if (HasToldUnits(station)) AskMissingUnits(app(), station, displays_, goes_on);
+  }
+  return goes_on();
 }
 
 void Form12::cmdSaveCSV_Click() {
   app().windows.SetMousePointer(kHourglassPointer);
-  AskFile(kSaveTitle);
+  AskFile({.title = kSaveTitle});
   ShowLog();
   app().windows.SetMousePointer(kNormalPointer);
 }
 
 // A name that is given takes the place of the one before; its folder is where the next question starts.
-void Form12::AskFile(int title) {
-  const auto path = AskCsvLog(app(), CsvQuestion{.title = title, .folder = GetPvCsvDir(app())});
+void Form12::AskFile(CsvQuestion question) {
+  question.folder = GetPvCsvDir(app());
+  const auto path = AskCsvLog(app(), question);
   if (!path) return;
   PvFileName = *path;
   log_.RecordCount = 0;
@@ -158,10 +163,12 @@ void Form12::AskFile(int title) {
   SetPvCsvDir(app(), FolderOfPath(*path));
 }
 
+// Its stamp is that of the start, also when the name was given before.
 void Form12::OpenLog() {
   name_is_new_ = false;
+  late_columns_.clear();
   if (!PvFileName.empty()) {
-    log_.BeginRun();
+    log_.BeginRun(run_started_);
     log_.WriteHead(PvFileName);
     log_.EnterRun(Name());
   }
@@ -220,6 +227,7 @@ void Form12::BeginPass() {
   in_pass_ = true;
   overran_ = false;
   busy_ms_ = 0;
+  polled_ms_ = 0;
   PvIndex = 0;
   pass_started_ms_ = now;
   pass_time_ = app().platform.clock.Now();
@@ -241,11 +249,45 @@ void Form12::PollNext() {
   // While the run waits for its port nothing else opens it.
   if (PvIndex == 0 && !run_.Waiting() && !app().platform.port.IsOpen()) OpenPort(app());
   const std::int64_t before = app().platform.clock.NowMs();
-  PollStation(app(), stations_[static_cast<std::size_t>(PvIndex)], displays_,
-              [this] { return run_.GoesOn(); });
+  Station& station = stations_[static_cast<std::size_t>(PvIndex)];
+  PollStation(app(), station, displays_, [this] { return run_.GoesOn(); });
+  polled_ms_ += (app().platform.clock.NowMs() - before + kPollTickMs - 1) / kPollTickMs * kPollTickMs;
+  if (run_.GoesOn() && HasRoom()) LearnStation(app(), station);
+  LearnUnits(PvIndex);
   busy_ms_ += app().platform.clock.NowMs() - before;
   ShowHealth(PvIndex);
   ++PvIndex;
+}
+
+// False where it is one exchange more that makes the pass longer than its cycle.
+bool Form12::HasRoom() const {
+  const auto left = static_cast<std::int64_t>(stations_.size()) - PvIndex - 1;
+  const std::int64_t end =
+      app().platform.clock.NowMs() - pass_started_ms_ + left * polled_ms_ / (PvIndex + 1);
+  return end > CycleTimer.Interval() || end + kMsOfStation <= CycleTimer.Interval();
+}
+
+// A station that answers is asked again for the units that it has not told. What came behind the head of the
+// file goes into the next record.
+void Form12::LearnUnits(int at) {
+  Station& station = stations_[static_cast<std::size_t>(at)];
+  if (!station.failure.empty() || !run_.GoesOn() || !IsTurnForUnits(station, displays_)) return;
+  const auto before = StationColumns(station, displays_, app().state.LangOffset);
+  AskMissingUnits(app(), station, displays_, [this] { return run_.GoesOn(); });
+  station.vain_turns = MissesUnits(station, displays_) ? station.vain_turns + 1 : 0;
+  ShowUnits(at);
+  const auto now = StationColumns(station, displays_, app().state.LangOffset);
+  for (std::size_t i = 0; i < now.size(); ++i) {
+    if (now[i] != before[i]) late_columns_.push_back(now[i]);
+  }
+}
+
+// Behind the last column: units that came late, and a gap of the line.
+std::string Form12::MarksOfRecord() {
+  std::string marks;
+  for (const std::string& column : late_columns_) marks += "," + column;
+  const std::string gap = run_.GapMark();
+  return gap.empty() ? marks : marks + "," + gap;
 }
 
 void Form12::EndPass() {
@@ -256,10 +298,10 @@ void Form12::EndPass() {
   overran_ = overran_ || *pass_ms_ > CycleTimer.Interval();
   if (overran_) ShowAcquiring();
   ShowValues();
-  // A gap of the line is told behind the last column.
-  const std::string gap = run_.GapMark();
-  const std::string record = StationRecordLine(pass_time_, stations_, displays_);
-  if (log_.Append(PvFileName, gap.empty() ? record : record + "," + gap, pass_time_)) run_.MarkLogged();
+  const std::string record = StationRecordLine(pass_time_, stations_, displays_) + MarksOfRecord();
+  const bool written = log_.Append(PvFileName, record, pass_time_);
+  if (written) run_.MarkLogged();
+  if (written || PvFileName.empty()) late_columns_.clear();
   ShowLog();
   ShowPace();
 }

@@ -8,6 +8,9 @@
 #include "link/operation.h"
 #include "meter/quiet_query.h"
 #include "link/registers.h"
+#include "platform/clock.h"
+#include "resources/string_table.h"
+#include "resources/text_ids_live.h"
 #include "state/form_lock.h"
 #include "values/code_tables.h"
 #include "values/codecs.h"
@@ -25,6 +28,8 @@ constexpr std::array<int, kChannels> kRasWord = {0x0024, 0x13AC, 0x2540};
 constexpr int kAlarms = 16;
 constexpr int kNameColumn = 3;
 constexpr int kHeadTexts[] = {182, 183, 184, 4920};
+constexpr int kChannel = 179;
+constexpr const char* kOldMark = "*";
 
 // In the page's logical units.
 constexpr int kChannelWidth = 800;
@@ -51,9 +56,7 @@ void Form8::C10_RAS_FrmInit() {
   SetCaption(app().Text(kTitle));
   LabelRAS.SetCaption(app().Text(kAlarmHead));
   RASReadParameter.SetCaption(app().Text(kReadCaption));
-  for (int column = 0; column < MSFlexGrid1.Columns(); ++column) {
-    MSFlexGrid1.SetCell(0, column, app().Text(kHeadTexts[column]));
-  }
+  ShowHeads();
   const auto names = AlarmRows(app().state.LangOffset);
   for (int row = 1; row <= kAlarms; ++row) {
     MSFlexGrid1.SetCell(row, kNameColumn, names[static_cast<std::size_t>(row - 1)]);
@@ -71,22 +74,53 @@ void Form8::Form_Activate() { RASReadParameter.SetEnabled(IsLineFree(app())); }
 void Form8::RASReadParameter_Click() {
   Operation operation(app(), *this, RASReadParameter.Name(), kReadStarted);
   if (!operation.OpenPortOrTell(MessageIcon::kNone)) return;
-  const ChannelConfig config = AskChannelConfig(app());
-  ReadColumn(0);
-  if (config == ChannelConfig::kOneChannel) SetGeometry(true);
-  if (config == ChannelConfig::kTwoPaths || config == ChannelConfig::kTwoPipes) {
-    SetGeometry(false);
-    ReadColumn(1);
-    ReadColumn(2);
-  }
+  ChannelReasons reasons;
+  ReadColumns(reasons);
+  ShowHeads();
+  if (!reasons.Empty()) app().state.LastErrorText = reasons.Text();
   operation.End(app().Text(kReadCompleted) + " " + app().state.LastErrorText);
 }
 
-void Form8::ReadColumn(int ch) {
+void Form8::ReadColumns(ChannelReasons& reasons) {
+  fresh_.fill(false);
+  const ChannelConfig config = AskChannelConfig(app());
+  const std::string& error = app().state.LastErrorText;
+  if (config == ChannelConfig::kUnknown && !error.empty()) reasons.Add(app().Text(kChannel), error);
+  ReadColumn(0, reasons);
+  if (config == ChannelConfig::kOneChannel) SetGeometry(true);
+  if (config != ChannelConfig::kTwoPaths && config != ChannelConfig::kTwoPipes) return;
+  SetGeometry(false);
+  ReadColumn(1, reasons);
+  ReadColumn(2, reasons);
+}
+
+// A column that is not of the last read has a star, and beside the title stands when it was read.
+void Form8::ShowHeads() {
+  std::string old;
+  for (int column = 0; column < MSFlexGrid1.Columns(); ++column) {
+    std::string head = app().Text(kHeadTexts[column]);
+    const auto ch = static_cast<std::size_t>(column);
+    if (column != kNameColumn && MSFlexGrid1.ColumnWidth(column) > 0 && !fresh_[ch] &&
+        !read_at_[ch].empty()) {
+      old += (old.empty() ? "" : ", ") + head + " " + read_at_[ch];
+      head += kOldMark;
+    }
+    MSFlexGrid1.SetCell(0, column, head);
+  }
+  lblOldColumns.SetCaption(old.empty() ? "" : FormatText(app().Text(text::kOldColumns), {old}));
+}
+
+void Form8::ReadColumn(int ch, ChannelReasons& reasons) {
   const RegisterSpan word{
       .function = ReadFunction::kInput, .address = kRasWord.at(static_cast<std::size_t>(ch)), .count = 1};
   RegisterData data;
-  if (!ReadRegisters(app(), word, data)) return;
+  const auto at = static_cast<std::size_t>(ch);
+  if (!ReadRegisters(app(), word, data)) {
+    reasons.Add(app().Text(kHeadTexts[at]), app().state.LastErrorText);
+    return;
+  }
+  fresh_[at] = true;
+  read_at_[at] = DateTimeText(app().platform.clock.Now());
   const std::bitset<kAlarms> bits(static_cast<unsigned>(BytesToUInt16(data, 0)));
   for (int row = 1; row <= kAlarms; ++row) {
     MSFlexGrid1.SetCell(row, ch, bits[static_cast<std::size_t>(kAlarms - row)] ? "1" : "0");

@@ -2,11 +2,13 @@
 // RAS: the word of alarm bits of each channel, bit by bit, a column a channel and a row an alarm.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "live/channel_reasons.h"
 #include "pages/page.h"
 
 namespace vlt {
@@ -37,6 +39,7 @@ class Form8 : public PageForm {
   void GetNowDate(NowDate& record);
 
   Label LabelRAS{*this, "LabelRAS"};
+  Label lblOldColumns{*this, "lblOldColumns"};  // whose column is of an earlier read, and of which
   PushButton RASReadParameter{*this, "RASReadParameter"};
   // Row 0 is the head; row n shows bit 16 - n. Columns 0 to 2 are the channels, column 3 names the alarms.
   Grid MSFlexGrid1{*this, "MSFlexGrid1", 17, 4};
@@ -45,11 +48,15 @@ class Form8 : public PageForm {
  private:
   void RASReadParameter_Click();
   void tmWait_Timer();
-  // Reads the word of a channel into its column, which stays as it is without an answer.
-  void ReadColumn(int ch);
+  // Reads the word of a channel into its column, which stays as it is without an answer, and is marked then.
+  void ReadColumn(int ch, ChannelReasons& reasons);
+  void ReadColumns(ChannelReasons& reasons);
+  void ShowHeads();
   void SetGeometry(bool one_channel);
 
   int wait_ticks_ = 0;
+  std::array<std::string, kChannels> read_at_;  // of each column; empty while it was never read
+  std::array<bool, kChannels> fresh_{};         // it was read by the last read
 };
 
 }  // namespace vlt

@@ -57,7 +57,8 @@ Form9::Form9(App& app)
                    [this](std::string& differs) {
                      return ProveMeter(this->app(), OwnStation(this->app(), kModeUnitQuery), mark_, differs);
                    },
-               .changed = [this] { ShowWait(); }});
+               .changed = [this] { ShowWait(); },
+               .meter = [this] { return MeterName(); }});
   Start.on_click = [this] { Start_Click(); };
   Stop.on_click = [this] { Stop_Click(); };
   SaveCSV.on_click = [this] { SaveCSV_Click(); };
@@ -156,9 +157,9 @@ void Form9::Form_Unload(int&) {
   }
   CycleTimer.SetRunning(false);
   Text_Box_Enable();
-  if (app().state.PvRunning == 0) app().state.StopRequest = 1;
+  if (app().state.PvRunning == 0 && !run_.IsForeignLock()) app().state.StopRequest = 1;
   run_.Leave();
-  if (IsMonitorIdle(app())) app().state.StopRequest = 1;
+  if (IsLineFree(app())) app().state.StopRequest = 1;
   Taihi_Form9();
   if (app().frame == nullptr) return;
   app().frame->Status().SetPanel(1, "");

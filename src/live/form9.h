@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -141,6 +142,7 @@ class Form9 : public PageForm {
   ControlArray<TextBox> txtTempDifference{*this, "txtTempDifference", Indexes(kChannels)};
 
   Chart Chart2D1{*this, "Chart2D1"};
+  StatusBar LogBar{*this, "LogBar", 1};          // the log: file, records in it, the next file
   StatusBar StatusBar2{*this, "StatusBar2", 2};  // state of the run, records that were lost
   Timer CycleTimer{*this, "CycleTimer"};
 
@@ -180,9 +182,11 @@ class Form9 : public PageForm {
   void LockForRun();
   bool PrepareRun();
   void BeginCycles();
+  int EnteredCycle() const;
   void RestartTimer();
   bool AskUnits();
   void LearnMeter();
+  std::string MeterName() const;
   void TellUnknownChannels();
   void AskChannelMode();
   void RunStopped(bool may_ask);
@@ -203,7 +207,7 @@ class Form9 : public PageForm {
   bool ReadBlock(const LiveBlock& block, int ch);
   void ShowField(int place, int ch, const RegisterData& data);
   void ShowVelocity(int ch, std::string& text);
-  void FailChannel(int ch);
+  void FailChannel(int ch, int first_place);
   void EmptyBoxes();
   int PlottedPlace() const;
   int ChannelCount() const { return ChannelMode == 1 ? 1 : kChannels; }
@@ -212,11 +216,16 @@ class Form9 : public PageForm {
 
   // form9_file.cpp
   std::vector<std::string> HeadLines();
+  void ShowLog();
+  void TakePeriod();
 
-  bool heat_ = false;  // this run reads the heat block too
-  MeterMark mark_;     // of the meter of this run
+  bool heat_ = false;       // this run reads the heat block too
+  MeterMark mark_;          // of the meter of this run
+  int name_questions_ = 0;  // that are left while its ID number is not known
   std::array<FieldTexts, kChannels> texts_;
   std::optional<double> TrendValue;  // to draw in this cycle
+  std::int64_t first_cycle_ms_ = 0;  // when the first cycle of the run began
+  std::int64_t period_ms_ = 0;       // of a cycle: as entered, then the average of the run
 };
 
 }  // namespace vlt

@@ -4,13 +4,17 @@
 #include "files/file_report.h"
 #include "files/settings_file.h"
 #include "live/form9.h"
+#include "resources/string_table.h"
+#include "resources/text_ids_live.h"
 #include "values/number_text.h"
+#include "values/text.h"
 
 namespace vlt {
 namespace {
 
 constexpr int kMeasuredData = 4540;
 constexpr int kTime = 991;
+constexpr std::size_t kToTheMinute = 16;  // "2026/11/24 10:00"
 
 }  // namespace
 
@@ -19,6 +23,7 @@ void Form9::SaveCSV_Click() {
   if (const auto path = AskCsvLog(app(), MeasureFilePath)) {
     MeasureFilePath = *path;
     MeasureRecordCount = 0;
+    ShowLog();
   }
   // The dialog lets events run: a page that was locked meanwhile stays so.
   if (!app().state.UiLocked) SetRunButtons(1);
@@ -41,6 +46,7 @@ std::vector<std::string> Form9::HeadLines() {
 void Form9::WriteMeasureHeader(const std::string& path) {
   log_.WriteHead(path);
   StatusBar2.SetPanel(2, log_.Trouble());
+  ShowLog();
 }
 
 void Form9::AppendMeasureRecord(const std::string& path, const LocalTime& localTime,
@@ -52,6 +58,33 @@ void Form9::AppendMeasureRecord(const std::string& path, const LocalTime& localT
     run_.MarkLogged();
   }
   StatusBar2.SetPanel(2, log_.Trouble());
+  ShowLog();
+}
+
+// The length of a cycle as it really is: its seconds and its exchanges, on the average of the run.
+void Form9::TakePeriod() {
+  const std::int64_t now = app().platform.clock.NowMs();
+  if (trend.TrendSampleNo == 0) {
+    first_cycle_ms_ = now;
+  } else {
+    period_ms_ = (now - first_cycle_ms_) / trend.TrendSampleNo;
+  }
+}
+
+// While a run records, also when its file will be full.
+void Form9::ShowLog() {
+  const std::string file = LastComponent(MeasureFilePath);
+  const std::string records = std::to_string(MeasureRecordCount);
+  const std::string folder = FolderOfPath(MeasureFilePath);
+  if (Running != 1) {
+    LogBar.SetPanel(1,
+                    file.empty() ? "" : FormatText(app().Text(text::kLogRecords), {file, records, folder}));
+    return;
+  }
+  const int left = log_.RecordsLeft();
+  const LocalTime due = MovedBy(app().platform.clock.Now(), left * period_ms_);
+  LogBar.SetPanel(1, FormatText(app().Text(text::kLogRoll), {file, records, folder, std::to_string(left),
+                                                             DateTimeText(due).substr(0, kToTheMinute)}));
 }
 
 }  // namespace vlt

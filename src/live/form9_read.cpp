@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "link/port.h"
+#include "live/channel_reasons.h"
 #include "live/form9.h"
 
 namespace vlt {
@@ -47,17 +48,23 @@ int Form9::ReadMeasuredValues() {
   // While the run waits for its port nothing else opens it.
   if (!run_.Waiting() && !app().platform.port.IsOpen()) OpenPort(app());
   TrendValue.reset();
-  bool good = true;
-  for (int ch = 0; ch < ChannelCount(); ++ch) good = ReadChannel(ch) && good;
+  ChannelReasons reasons;
+  for (int ch = 0; ch < ChannelCount(); ++ch) {
+    if (!ReadChannel(ch)) {
+      reasons.Add(ChannelNames[static_cast<std::size_t>(ch)], app().state.LastErrorText);
+    }
+  }
+  if (!reasons.Empty()) app().state.LastErrorText = reasons.Text();
   AppendMeasureRecord(MeasureFilePath, app().platform.clock.Now(),
                       std::span(texts_).first(static_cast<std::size_t>(ChannelCount())),
                       app().state.LastErrorText);
-  return good ? 0 : kFailed;
+  return reasons.Empty() ? 0 : kFailed;
 }
 
 bool Form9::ReadChannel(int ch) {
-  if (ReadBlock(MeasuredBlock(), ch) && (!heat_ || ReadBlock(HeatBlock(), ch))) return true;
-  FailChannel(ch);
+  const bool measured = ReadBlock(MeasuredBlock(), ch);
+  if (measured && (!heat_ || ReadBlock(HeatBlock(), ch))) return true;
+  FailChannel(ch, measured ? kHeatPlace : kVelocityPlace);
   return false;
 }
 
@@ -91,10 +98,11 @@ void Form9::ShowVelocity(int ch, std::string& text) {
   lblRyusokuUnit(ch).SetCaption("");
 }
 
-// What a silent channel showed before is not taken for its present state.
-void Form9::FailChannel(int ch) {
+// What a silent channel showed before is not taken for its present state. The record has no value of a
+// channel that has not answered in full; on the page the block that did answer stays.
+void Form9::FailChannel(int ch, int first_place) {
   texts_[static_cast<std::size_t>(ch)].fill(kNoValue);
-  for (const Shown& shown : kShown) {
+  for (const Shown& shown : std::span(kShown).subspan(static_cast<std::size_t>(first_place))) {
     TextBox& box = (this->*shown.box)(ch);
     if (box.Enabled()) box.SetText(kNoValue);
   }

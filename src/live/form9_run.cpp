@@ -52,6 +52,7 @@ void Form9::Start_Click() {
 bool Form9::PrepareRun() {
   LockForRun();
   PrepareTrend();
+  period_ms_ = static_cast<std::int64_t>(EnteredCycle()) * kTickMs;
   EmptyBoxes();
   const bool asked = AskUnits();
   app().windows.SetMousePointer(kNormalPointer);
@@ -70,10 +71,14 @@ void Form9::BeginCycles() {
   AcquireOnce();
   if (!run_.GoesOn()) return;
   CycleCount = 0;
-  CycleSeconds = static_cast<int>(RoundHalfEven(ParseNumber(Cycle.Text()).value_or(1)));
+  CycleSeconds = EnteredCycle();
   CycleTimer.SetInterval(kTickMs);
   CycleTimer.SetRunning(true);
   RestartTimer();
+}
+
+int Form9::EnteredCycle() const {
+  return static_cast<int>(RoundHalfEven(ParseNumber(Cycle.Text()).value_or(1)));
 }
 
 void Form9::LockForRun() {
@@ -115,6 +120,7 @@ bool Form9::AskUnits() {
       if (run_.GoesOn()) query(app());
     }
   }
+  name_questions_ = GetIdentifyRuns(app()) ? LiveRun::kMostNameQuestions : 0;
   LearnMeter();
   BuildFlowUnitNames(app());
   BuildTotalUnitNames(app());
@@ -125,12 +131,21 @@ bool Form9::AskUnits() {
   return run_.GoesOn();
 }
 
-// What the session does not know of the meter yet is asked where the settings want it.
+// Who answers now; the number that the session knows may be that of a meter from before. Without an answer it
+// is asked again behind good cycles.
 void Form9::LearnMeter() {
-  if (mark_.id_number || !run_.GoesOn() || !GetIdentifyRuns(app())) return;
+  if (name_questions_ == 0 || !run_.GoesOn()) return;
+  MeterMark told{.unit_system = mark_.unit_system};
   std::string differs;
-  ProveMeter(app(), OwnStation(app(), kModeUnitQuery), mark_, differs);
+  if (ProveMeter(app(), OwnStation(app(), kModeUnitQuery), told, differs) != MeterProof::kSame) {
+    --name_questions_;
+    return;
+  }
+  name_questions_ = 0;
+  mark_.id_number = told.id_number;
 }
+
+std::string Form9::MeterName() const { return mark_.id_number ? ZeroPadded(*mark_.id_number, 4) : ""; }
 
 // The run goes on with all channels; why some of them stay silent stands in the main window's status line,
 // which the cycles leave alone.
@@ -183,10 +198,12 @@ void Form9::ShowChannelsInUse() {
 }
 
 void Form9::AcquireOnce() {
+  TakePeriod();
   trend.MakeRoom();
   const bool good = ReadMeasuredValues() == 0;
   trend.Put(good ? TrendValue : std::nullopt);
   ShowState(kRunAcquiring, !good);
+  if (good) LearnMeter();
 }
 
 // The run's state in words; behind a failed cycle or run why, and what the run waits for.
@@ -262,6 +279,7 @@ void Form9::RunStopped(bool may_ask) {
   for (Control* label : HeatLabels()) label->SetEnabled(true);
   SetRunButtons(3);
   ShowState(kRunEnded, true);
+  ShowLog();
 }
 
 }  // namespace vlt

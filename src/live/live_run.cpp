@@ -87,7 +87,7 @@ void LiveRun::Finish() {
   Running = 0;
   StopLooking();
   // A lock that another operation holds is not ours to release, and its exchange must not be cut into.
-  const bool foreign = app_.state.UiLocked && !owns_lock_;
+  const bool foreign = IsForeignLock();
   if (!foreign) SetLock(false);
   const bool exists = app_.windows.Exists(&form_);
   stopped_(!foreign && exists);

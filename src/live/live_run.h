@@ -44,6 +44,9 @@ class LiveRun {
   // Stop at the end of the window: nothing starts any more.
   void Leave();
 
+  // Another operation has the lock, and with it the meter: a window that closes must not ask for a stop then,
+  // which would be the other's.
+  bool IsForeignLock() const { return app_.state.UiLocked && !owns_lock_; }
   // Work is under way: the line is taken.
   bool Busy() const { return busy_; }
   bool Leaving() const { return leaving_; }
@@ -59,6 +62,8 @@ class LiveRun {
     std::function<MeterProof(std::string& differs)> prove;
     // Told when the run begins to wait, when what it waits for changes, and when it goes on.
     std::function<void()> changed;
+    // The ID number of who answers, for the mark in the log; empty when it is not known.
+    std::function<std::string()> meter;
   };
   // From here on runs wait for their port.
   void WaitBy(ComeBack come_back) { come_back_ = std::move(come_back); }
@@ -70,6 +75,9 @@ class LiveRun {
   // taken. MarkLogged when the record was written.
   std::string GapMark();
   void MarkLogged();
+
+  // How often a run asks a meter for its ID number before it leaves that alone.
+  static constexpr int kMostNameQuestions = 3;
 
   int Running = 0;  // 1 while a run is on
 
@@ -86,6 +94,7 @@ class LiveRun {
   void Prove(const LostPort& before);
   void GoOn(const LostPort& before);
   void TellWait();
+  std::string MarkOfGap() const;
 
   App& app_;
   Form& form_;

@@ -107,6 +107,12 @@ std::string LiveRun::WaitText() const {
 
 std::string LiveRun::GapMark() {
   if (app_.state.Lost.away) TakeLoss();
+  const std::string mark = MarkOfGap();
+  const std::string meter = mark.empty() || !come_back_.meter ? std::string() : come_back_.meter();
+  return meter.empty() ? mark : FormatText(app_.Text(text::kGapOfMeter), {mark, meter});
+}
+
+std::string LiveRun::MarkOfGap() const {
   if (gap_from_.empty()) return {};
   if (!gap_to_.empty()) {
     return FormatText(app_.Text(text::kGapEnds), {gap_port_, gap_from_, gap_to_});

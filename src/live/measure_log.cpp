@@ -24,11 +24,11 @@ bool IsNoFile(const std::string& path) {
 MeasureLog::MeasureLog(App& app, std::function<std::vector<std::string>()> head)
     : app_(app), head_(std::move(head)) {}
 
-void MeasureLog::BeginRun() {
+void MeasureLog::BeginRun(const std::optional<LocalTime>& stamp) {
   FileSystem& files = app_.platform.files;
-  if (!files.Exists(Path)) return;
+  if (!stamp && !files.Exists(Path)) return;
   RecordCount = 0;
-  Path = RestampedCsvPath(files, Path, app_.platform.clock.Now());
+  Path = RestampedCsvPath(files, Path, stamp.value_or(app_.platform.clock.Now()));
 }
 
 FileError MeasureLog::AddHead(const std::string& path) {

@@ -24,8 +24,9 @@ class MeasureLog {
   // `head` gives the lines at the head of a file, as the run is now.
   MeasureLog(App& app, std::function<std::vector<std::string>()> head);
 
-  // A new run never adds to a file that is there: its name gets a fresh stamp.
-  void BeginRun();
+  // A new run never adds to a file that is there: its name gets a fresh stamp. With `stamp` the name gets
+  // that one in any case, or the next one that is free.
+  void BeginRun(const std::optional<LocalTime>& stamp = {});
   // Adds the head to a file. Nothing for an empty path or "***".
   void WriteHead(const std::string& path);
   // Adds a record of this time to a file; a file that is not there gets its head first. Behind the last
@@ -40,6 +41,8 @@ class MeasureLog {
   // What is wrong with the file, in the language in force: how many records were lost since the last one that
   // was written, or that the head was not written. Empty when all is well.
   std::string Trouble() const;
+  // Records that the current file still takes.
+  int RecordsLeft() const { return kLinesInFile - head_lines_ - RecordCount; }
 
   std::string Path;     // of the current file; empty until the operator has given one
   int RecordCount = 0;  // records in it

@@ -16,11 +16,12 @@ std::string MeasureRecordLine(const LocalTime& time, std::span<const FieldTexts>
 }
 
 std::string MeasureTitleLine(const std::string& title, std::span<const std::string> channels, int fields) {
-  if (channels.size() == 1 && fields == kPlainFields) return title;
-  std::string line = title + ",";
+  std::string line = "<" + title + ">";
+  if (channels.size() == 1 && fields == kPlainFields) return line;
+  line += ',';
   for (std::size_t i = 0; i < channels.size(); ++i) {
     if (i > 0) line.append(static_cast<std::size_t>(fields), ',');
-    line += channels[i];
+    line.append("<").append(channels[i]).append(">");
   }
   return line;
 }

@@ -20,8 +20,8 @@ using FieldTexts = std::array<std::string, kAllFields>;
 std::string MeasureRecordLine(const LocalTime& time, std::span<const FieldTexts> channels, int fields,
                               const std::string& error);
 
-// First head line: the title, and over the columns of each channel its name. A single channel without heat
-// has no name.
+// First head line: the title, and over the columns of each channel its name, in pointed brackets. A single
+// channel without heat has no name.
 std::string MeasureTitleLine(const std::string& title, std::span<const std::string> channels, int fields);
 
 // Second head line: the name of the time column and the head of each field, with an apostrophe in front of

@@ -5,16 +5,21 @@
 #include <cmath>
 
 #include "link/device_queries.h"
+#include "meter/units.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_heal.h"
 #include "state/device_facts.h"
+#include "values/number_text.h"
 
 namespace vlt {
 namespace {
 
 constexpr int kUnknown = -1;
 constexpr int kRestMs = 10;        // behind each unit query
+constexpr int kSilentQueries = 2;  // a station that has failed so many at first does not answer
+constexpr int kEagerTurns = 4;
+constexpr int kRareTurns = 8;
 constexpr int kChannelName = 182;  // of CH1; the others follow
 constexpr int kUnitError = 1966;
 constexpr int kCommunicationFailed = 1964;
@@ -34,21 +39,67 @@ bool NeedsHeat(const StationDisplays& displays, int ch) {
   return std::ranges::any_of(displays, [ch](const StationDisplay& d) { return d.channel == ch && d.heat; });
 }
 
-LiveUnits UnknownUnits() {
-  LiveUnits units{.unit_flag = kUnknown,
-                  .flow = {},
-                  .total = {},
-                  .heat_flow = kUnknown,
-                  .heat_total = kUnknown,
-                  .temperature = kUnknown};
-  units.flow.fill(kUnknown);
-  units.total.fill(kUnknown);
-  return units;
-}
+// Its text depends on the unit system.
+bool HangsOnSystem(UnitKind kind) { return kind <= UnitKind::kTotal; }
 
+// Or there is none.
 bool IsUnitKnown(const Station& station, const StationDisplay& display) {
   const UnitKind kind = LiveFieldAt(display.place).unit;
-  return station.units.unit_flag != kUnknown && UnitCodeOf(station.units, kind, display.channel) != kUnknown;
+  if (IsFixedUnit(kind)) return true;
+  if (HangsOnSystem(kind) && station.units.unit_flag == kUnknown) return false;
+  return UnitCodeOf(station.units, kind, display.channel) != kUnknown;
+}
+
+// A unit query: the code that it asks for, and how. The unit system is the one of kVelocity.
+struct UnitQuery {
+  UnitKind kind;
+  int channel;
+  int* code;
+  std::function<int()> ask;
+};
+
+// In the order in which they are asked.
+std::vector<UnitQuery> QueriesOf(App& app, Station& station, const StationDisplays& displays) {
+  LiveUnits& units = station.units;
+  const int number = station.number;
+  std::vector<UnitQuery> queries = {
+      {UnitKind::kVelocity, 0, &units.unit_flag, [&app, number] { return GetUnitFlagAt(app, number); }}};
+  for (const int ch : ChannelsOf(displays)) {
+    const auto at = static_cast<std::size_t>(ch);
+    queries.push_back({UnitKind::kFlow, ch, &units.flow[at],
+                       [&app, number, ch] { return GetRangeUnitAt(app, number, ch); }});
+    queries.push_back({UnitKind::kTotal, ch, &units.total[at],
+                       [&app, number, ch] { return GetTotalUnitAt(app, number, ch); }});
+  }
+  queries.push_back(
+      {UnitKind::kHeatFlow, 0, &units.heat_flow, [&app, number] { return GetHeatFlowUnitAt(app, number); }});
+  queries.push_back({UnitKind::kHeatTotal, 0, &units.heat_total,
+                     [&app, number] { return GetHeatTotalUnitAt(app, number); }});
+  queries.push_back(
+      {UnitKind::kTemperature, 0, &units.temperature, [&app, number] { return GetTempUnitAt(app, number); }});
+  return queries;
+}
+
+bool IsShown(const UnitQuery& query, const StationDisplays& displays) {
+  return std::ranges::any_of(displays, [&](const StationDisplay& display) {
+    if (!display.IsUsed()) return false;
+    const UnitKind kind = LiveFieldAt(display.place).unit;
+    if (query.kind == UnitKind::kVelocity) return HangsOnSystem(kind);
+    const bool of_channel = query.kind == UnitKind::kFlow || query.kind == UnitKind::kTotal;
+    return query.kind == kind && (!of_channel || query.channel == display.channel);
+  });
+}
+
+// The code is -1 where the query failed.
+bool Ask(App& app, const UnitQuery& query) {
+  *query.code = query.ask();
+  RestMs(app, kRestMs);
+  return *query.code != kUnknown;
+}
+
+// The codes of totals are read before the unit system may be known.
+void SettleTotals(LiveUnits& units) {
+  for (int& code : units.total) code = TotalUnitOf(units.unit_flag, code);
 }
 
 const RegisterData& BlockOf(const Station& station, const StationDisplay& display) {
@@ -70,45 +121,93 @@ MeterProof Prove(App& app, Station& station, std::string& differs) {
   return ProveMeter(app, {.station = station.number, .mode = kModeStations}, station.mark, differs);
 }
 
-// A station whose unit system is not known has no column whose unit could be wrong.
+std::optional<int> KnownUnitSystem(const Station& station) {
+  return station.units.unit_flag == kUnknown ? std::nullopt : std::optional(station.units.unit_flag);
+}
+
+// A station that has told nothing to compare tells its units anew.
 bool IsTheSame(App& app, Station& station) {
   if (!station.doubted) return true;
-  station.mark.unit_system =
-      station.units.unit_flag == kUnknown ? std::nullopt : std::optional(station.units.unit_flag);
+  station.mark.unit_system = KnownUnitSystem(station);
+  const bool comparable = station.mark.id_number || station.mark.unit_system;
   std::string differs;
   const MeterProof proof = Prove(app, station, differs);
   station.doubted = proof != MeterProof::kSame;
   if (proof == MeterProof::kSilent) station.failure = app.state.LastErrorText;
   if (proof == MeterProof::kOther) station.failure = FormatText(app.Text(text::kStationOther), {differs});
+  if (!station.doubted && !comparable) station.units = UnknownUnits();
   return !station.doubted;
 }
 
 }  // namespace
 
-LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays, const GoesOn& goes_on) {
-  LiveUnits units = UnknownUnits();
-  const auto ask = [&](int& code, const auto& query) {
-    if (!goes_on()) return;
-    code = query();
-    RestMs(app, kRestMs);
-  };
-  ask(units.unit_flag, [&] { return GetUnitFlagAt(app, station); });
-  if (units.unit_flag == kUnknown) return units;
-  for (const int ch : ChannelsOf(displays)) {
-    const auto at = static_cast<std::size_t>(ch);
-    ask(units.flow[at], [&] { return GetRangeUnitAt(app, station, ch); });
-    ask(units.total[at], [&] { return GetTotalUnitAt(app, station, ch); });
-    units.total[at] = TotalUnitOf(units.unit_flag, units.total[at]);
-  }
-  ask(units.heat_flow, [&] { return GetHeatFlowUnitAt(app, station); });
-  ask(units.heat_total, [&] { return GetHeatTotalUnitAt(app, station); });
-  ask(units.temperature, [&] { return GetTempUnitAt(app, station); });
+LiveUnits UnknownUnits() {
+  LiveUnits units{.unit_flag = kUnknown,
+                  .flow = {},
+                  .total = {},
+                  .heat_flow = kUnknown,
+                  .heat_total = kUnknown,
+                  .temperature = kUnknown};
+  units.flow.fill(kUnknown);
+  units.total.fill(kUnknown);
   return units;
 }
 
+void AskStationUnits(App& app, Station& station, const StationDisplays& displays, const GoesOn& goes_on) {
+  int asked = 0;
+  bool answers = false;
+  for (const UnitQuery& query : QueriesOf(app, station, displays)) {
+    if (!goes_on()) break;
+    answers = Ask(app, query) || answers;
+    if (++asked == kSilentQueries && !answers) break;
+  }
+  SettleTotals(station.units);
+}
+
+void AskMissingUnits(App& app, Station& station, const StationDisplays& displays, const GoesOn& goes_on) {
+  for (const UnitQuery& query : QueriesOf(app, station, displays)) {
+    if (*query.code != kUnknown || !IsShown(query, displays)) continue;
+    if (!goes_on()) break;
+    Ask(app, query);
+  }
+  SettleTotals(station.units);
+}
+
+bool MissesUnits(const Station& station, const StationDisplays& displays) {
+  return std::ranges::any_of(displays, [&](const StationDisplay& display) {
+    return display.IsUsed() && !IsUnitKnown(station, display);
+  });
+}
+
+bool HasToldUnits(const Station& station) {
+  const LiveUnits& units = station.units;
+  const auto told = [](int code) { return code != kUnknown; };
+  return told(units.unit_flag) || std::ranges::any_of(units.flow, told) ||
+         std::ranges::any_of(units.total, told) || told(units.heat_flow) || told(units.heat_total) ||
+         told(units.temperature);
+}
+
+bool IsTurnForUnits(const Station& station, const StationDisplays& displays) {
+  return MissesUnits(station, displays) &&
+         (station.vain_turns < kEagerTurns || station.polls % kRareTurns == 0);
+}
+
 void LearnStation(App& app, Station& station) {
+  if (station.mark.id_number || station.name_questions == 0 || !station.failure.empty()) return;
+  --station.name_questions;
+  station.mark.unit_system = KnownUnitSystem(station);
   std::string differs;
   Prove(app, station, differs);
+}
+
+std::string MeterNames(const std::vector<Station>& stations) {
+  std::string names;
+  for (const Station& station : stations) {
+    if (!station.mark.id_number || station.doubted) continue;
+    names += (names.empty() ? "" : " ") + ZeroPadded(station.number, 2) + "=" +
+             ZeroPadded(*station.mark.id_number, 4);
+  }
+  return names;
 }
 
 void PollStation(App& app, Station& station, const StationDisplays& displays, const GoesOn& goes_on) {

@@ -29,10 +29,14 @@ struct StationDisplay {
 };
 using StationDisplays = std::array<StationDisplay, kDisplays>;
 
+// The units of a station that has told none: all codes are -1.
+LiveUnits UnknownUnits();
+
 // A station in a run.
 struct Station {
   int number = 0;
-  LiveUnits units;  // codes that could not be read are -1
+  LiveUnits units = UnknownUnits();  // codes that could not be read are -1
+  int vain_turns = 0;                // polls behind which it was asked for units again, in vain
   // What the blocks of each channel held at the last poll, in the order of LiveBlocks(); empty without an
   // answer.
   std::array<std::array<RegisterData, 2>, kChannels> blocks;
@@ -41,6 +45,7 @@ struct Station {
   std::optional<LocalTime> answered;  // when the last good exchange ended
   std::string failure;                // why the last poll failed; empty when it was good
   MeterMark mark;                     // what it has told of itself
+  int name_questions = 0;             // that are left while its ID number is not known
   // The line was away since its last poll: it has to prove first that it is the one that was there.
   bool doubted = false;
 };
@@ -49,12 +54,23 @@ struct Station {
 using GoesOn = std::function<bool()>;
 
 // Asks a station for the unit system, the units of the channels in use and those of the heat block, with a
-// rest behind each query. Of a station that does not tell its unit system nothing more is asked: its codes
-// mean nothing without.
-LiveUnits AskStationUnits(App& app, int station, const StationDisplays& displays, const GoesOn& goes_on);
+// rest behind each query. One that fails the first two is silent, and is not asked for more.
+void AskStationUnits(App& app, Station& station, const StationDisplays& displays, const GoesOn& goes_on);
+// The same again for the units that the displays show and the station has not told yet.
+void AskMissingUnits(App& app, Station& station, const StationDisplays& displays, const GoesOn& goes_on);
+// A unit that a display shows is not known.
+bool MissesUnits(const Station& station, const StationDisplays& displays);
+// The station has told something of its units.
+bool HasToldUnits(const Station& station);
+// It is time to ask for what is missing: behind each poll at first, and behind every eighth one when that was
+// in vain several times (a meter may not have the register).
+bool IsTurnForUnits(const Station& station, const StationDisplays& displays);
 
-// Asks a station for its ID number, so that it can be told from another one behind a loss of the line.
+// Asks a station behind a good poll for its ID number, when that is not known yet, so that it can be told
+// from another one behind a loss of the line. Nothing after as many questions as it has.
 void LearnStation(App& app, Station& station);
+// "01=0001 02=0007": the ID numbers of the stations that are known and proven; empty for none.
+std::string MeterNames(const std::vector<Station>& stations);
 
 // One poll: the blocks that the displays need, kModeStations. A poll that a Stop has cut short is not
 // counted.

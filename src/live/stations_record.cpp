@@ -26,6 +26,17 @@ bool IsText(const StationDisplay& display) {
 
 }  // namespace
 
+std::vector<std::string> StationColumns(const Station& station, const StationDisplays& displays,
+                                        int lang_offset) {
+  std::vector<std::string> columns;
+  const std::string number = LookupText(kStation + lang_offset) + std::to_string(station.number);
+  for (const StationDisplay& display : displays) {
+    const std::string item = ItemWithUnit(station, display, lang_offset);
+    columns.push_back(item.empty() ? "" : number + " " + item);
+  }
+  return columns;
+}
+
 std::vector<std::string> StationHeadLines(const StationRun& run, std::span<const Station> stations,
                                           const StationDisplays& displays, int lang_offset) {
   const auto text = [lang_offset](int id) { return std::string(LookupText(id + lang_offset)); };
@@ -34,15 +45,12 @@ std::vector<std::string> StationHeadLines(const StationRun& run, std::span<const
                                         std::to_string(run.cycle_seconds) + "," + text(kSeconds)};
   std::string columns = text(kTime);
   for (const Station& station : stations) {
-    const std::string number = text(kStation) + std::to_string(station.number);
-    std::string line = number + kGap;
+    std::string line = text(kStation) + std::to_string(station.number) + kGap;
     for (const StationDisplay& display : displays) {
-      const std::string item = ItemWithUnit(station, display, lang_offset);
-      line += (&display == &displays.front() ? "" : ",") + item;
-      columns += ",";
-      if (!item.empty()) columns.append(number).append(" ").append(item);
+      line += (&display == &displays.front() ? "" : ",") + ItemWithUnit(station, display, lang_offset);
     }
     lines.push_back(line);
+    for (const std::string& column : StationColumns(station, displays, lang_offset)) columns += "," + column;
   }
   lines.push_back(columns);
   return lines;

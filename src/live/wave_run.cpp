@@ -3,6 +3,7 @@
 #include "live/wave_tab.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_live.h"
 #include "values/codecs.h"
 #include "values/number_text.h"
 
@@ -27,6 +28,7 @@ void WaveTab::ProfileStartButton_Click() {
   order_.channel = channels_.Index();
   end_text_ = kRunEnded;
   failure_.clear();
+  remark_.clear();
   Captures = 0;
   Tell(app_.Text(order_.kind->caption));
   store.Clear();
@@ -71,13 +73,28 @@ bool WaveTab::AskMethod() {
   page_.MeasureMethodCombo.SetListIndex(order_.method);
   page_.Set_SyusyuSyubetu();
   // The method may have taken away the kind that was chosen.
+  const WaveKind& chosen = *order_.kind;
   TakeKind();
+  if (order_.kind != &chosen) TellOtherKind(chosen);
   DeltaChart2D1.SetSeriesName(kWaveSeries, app_.Text(order_.kind->caption));
   return true;
 }
 
+// In the main window's status line too, which the captures leave alone, and in the file.
+void WaveTab::TellOtherKind(const WaveKind& chosen) {
+  remark_ =
+      FormatText(app_.Text(text::kKindNotOffered),
+                 {app_.Text(chosen.caption), std::to_string(order_.method), app_.Text(order_.kind->caption)});
+  Tell(app_.Stamped(remark_));
+  app_.Status(remark_);
+}
+
+void WaveTab::TellRun(int text_id) {
+  Tell(app_.Stamped(app_.Text(text_id) + (remark_.empty() ? "" : " " + remark_)));
+}
+
 void WaveTab::RunCaptures() {
-  Tell(app_.Stamped(app_.Text(kRunStarted)));
+  TellRun(kRunStarted);
   while (GoesOn()) {
     app_.platform.events.GiveWay(app_.platform.clock.NowMs());
     CaptureOnce();
@@ -94,7 +111,7 @@ void WaveTab::CaptureOnce() {
       ++Captures;
       XOrigin = capture_.TriggerLevel();
       DrawWave();
-      Tell(app_.Stamped(app_.Text(kRunAcquiring)));
+      TellRun(kRunAcquiring);
       ShowTaken(app_.platform.clock.NowMs() - begun);
       break;
     case WaveEnd::kAgain:

@@ -17,6 +17,9 @@ constexpr const char* kLineEnd = "\r\n";
 
 std::string TwoDigits(int number) { return (number < 10 ? "0" : "") + std::to_string(number); }
 
+// A cell that may hold commas.
+std::string Quoted(const std::string& text) { return text.empty() ? text : "\"" + text + "\""; }
+
 std::string StampOf(const LocalTime& time) {
   return std::to_string(time.year) + "/" + std::to_string(time.month) + "/" + std::to_string(time.day) + " " +
          std::to_string(time.hour) + ":" + TwoDigits(time.minute) + ":" + TwoDigits(time.second);
@@ -54,10 +57,10 @@ int WaveStore::StoredCount() const {
   return static_cast<int>(end - WaveStamps.begin());
 }
 
-std::string WaveStore::Csv(const App& app, const WaveOrder& order) const {
+std::string WaveStore::Csv(const App& app, const WaveOrder& order, const std::string& remark) const {
   const auto count = static_cast<std::size_t>(StoredCount());
   std::string text(kByteOrderMark);
-  text += "<" + app.Text(kResult) + ">,," + kLineEnd;
+  text += "<" + app.Text(kResult) + ">,," + Quoted(remark) + kLineEnd;
   text += "<" + app.Text(kChannelNames[order.channel]) + ">,," + kLineEnd;
   text += app.Text(kTime);
   for (std::size_t k = 0; k < count; ++k) text += "," + StampOf(WaveStamps[k]);

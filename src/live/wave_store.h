@@ -26,8 +26,9 @@ class WaveStore {
   void Keep(const LocalTime& time);
   // The slot of the capture that came so many before the last one; nothing when there is none.
   std::optional<int> Earlier(int captures) const;
-  // The matrix: head lines, then a line a sample with a column a capture, in the order of the slots.
-  std::string Csv(const App& app, const WaveOrder& order) const;
+  // The matrix: head lines, then a line a sample with a column a capture, in the order of the slots. `remark`
+  // stands in a cell of its own behind the title.
+  std::string Csv(const App& app, const WaveOrder& order, const std::string& remark = {}) const;
 
   WaveSampleArray WaveSamples{};                              // the last capture
   std::vector<std::array<std::int32_t, kSlots>> WaveHistory;  // sample i of capture k at [i][k]

@@ -141,7 +141,7 @@ void WaveTab::ProfileSaveButton_Click() {
 }
 
 FileError WaveTab::WriteWaveCsv(const std::string& path) {
-  return WriteWhole(app_.platform.files, CleanPath(path), store.Csv(app_, order_), false);
+  return WriteWhole(app_.platform.files, CleanPath(path), store.Csv(app_, order_, remark_), false);
 }
 
 }  // namespace vlt

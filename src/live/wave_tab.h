@@ -70,6 +70,8 @@ class WaveTab : public FormPart {
   void RunCaptures();
   void CaptureOnce();
   bool GoesOn();
+  void TellOtherKind(const WaveKind& chosen);
+  void TellRun(int text_id);
   void LockControls();
   void ReleaseControls();
   void RunStopped();
@@ -105,6 +107,7 @@ class WaveTab : public FormPart {
   WaveSampleArray fresh_{};        // of the capture under way
   bool begun_ = false;             // a run has taken the controls
   std::string failure_;            // why the run has ended; empty when the operator has stopped it
+  std::string remark_;             // that another kind is captured than was chosen; else empty
   int end_text_ = 0;               // text id of how it has ended
   double height_ = 0;              // of the chart, in counts to both sides
   std::array<bool, 2> offered_{};  // channels that could be chosen before the run

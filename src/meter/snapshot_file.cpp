@@ -44,6 +44,14 @@ constexpr HeadLine kHead[] = {
 };
 constexpr std::string_view kModelKey = "model";
 
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+// An editor may have put the mark in front.
+std::string_view WithoutMark(std::string_view content) {
+  if (content.starts_with(kByteOrderMark)) content.remove_prefix(kByteOrderMark.size());
+  return content;
+}
+
 // --- writing ---------------------------------------------------------------------------------------
 
 std::string RegisterText(const ParameterPlace& place) {
@@ -324,7 +332,7 @@ std::string SnapshotText(const Snapshot& snapshot, const std::vector<SnapshotRem
 }
 
 SnapshotFile ParseSnapshot(std::string_view content, const SharedState& speaker) {
-  return SnapshotParser(speaker).Parse(content);
+  return SnapshotParser(speaker).Parse(WithoutMark(content));
 }
 
 FileError WriteSnapshotFile(App& app, const std::string& path, const Snapshot& snapshot) {
@@ -339,8 +347,8 @@ SnapshotFile ReadSnapshotFile(App& app, const std::string& path) {
 }
 
 bool LooksLikeSnapshot(std::string_view content) {
-  const std::string_view first = content.substr(0, content.find_first_of("\r\n"));
-  return first == kFirstLine;
+  content = WithoutMark(content);
+  return content.substr(0, content.find_first_of("\r\n")) == kFirstLine;
 }
 
 std::string RemarkText(const SnapshotRemark& remark, int lang_offset) {

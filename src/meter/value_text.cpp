@@ -151,6 +151,17 @@ EncodedValue EncodeValue(const Parameter& row, const SharedState& facts, std::st
   }
 }
 
+std::string CutText(const Parameter& row, const SharedState& facts, std::string_view typed,
+                    std::span<const std::uint8_t> bytes) {
+  if (row.IsCode() || row.wire == Wire::kDouble || row.wire == Wire::kCharacters || bytes.empty()) return {};
+  constexpr double kWordRange = 65536;  // a word may be typed without its sign
+  const std::string given(Trim(typed));
+  const std::string taken = ValueText(row, facts, bytes);
+  const double lost = ParseNumber(given).value_or(0) - ParseNumber(taken).value_or(0);
+  const bool same = lost == 0 || (row.wire == Wire::kWord && lost == kWordRange);
+  return same ? std::string() : given + " -> " + taken;
+}
+
 std::string ValueFaultText(const Parameter& row, const SharedState& facts, ValueFault fault) {
   const auto word = [&](int id) { return std::string(LookupText(id + facts.LangOffset)); };
   switch (fault) {

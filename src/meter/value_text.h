@@ -38,6 +38,10 @@ struct EncodedValue {
 // number that is the text of an entry is that entry ("8" transmissions). A code without a text is taken in
 // parentheses alone. Whether the row may be written is another question (SendRuleOf, WriteWith).
 EncodedValue EncodeValue(const Parameter& row, const SharedState& facts, std::string_view text);
+// "60.559 -> 60.55": a typed number, and the one that its register takes of it; empty when they are the same.
+// `bytes` are those of EncodeValue.
+std::string CutText(const Parameter& row, const SharedState& facts, std::string_view typed,
+                    std::span<const std::uint8_t> bytes);
 // Why it can't be sent, in the language of `facts`; empty for kNone.
 std::string ValueFaultText(const Parameter& row, const SharedState& facts, ValueFault fault);
 

@@ -209,7 +209,7 @@ Source FieldOrigins::SourceOf(const Field& field) const {
 
 const std::vector<std::uint8_t>* FieldOrigins::RegistersOf(const Field& field) const {
   const OriginRecord& record = RecordOf(field);
-  const bool shows_it = record.source == Source::kRead && !record.awaited && !record.typed &&
+  const bool shows_it = field.text != nullptr && record.source == Source::kRead && !record.awaited && !record.typed &&
                         !record.registers.empty() && ValueText(field) == record.value;
   return shows_it ? &record.registers : nullptr;
 }
@@ -263,7 +263,9 @@ FieldOrigins::Told FieldOrigins::Tell(const Field& field) const {
   if (record.source == Source::kNone || !AreSame(field, value, record.value)) return {};
   if (record.source != Source::kFile) return TellRead(field, record);
   if (record.awaited) return {};
-  return {ValueOrigin::kFile, SourceText(field, record)};
+  const std::string source = SourceText(field, record);
+  if (record.unit == UnitShown(field)) return {ValueOrigin::kFile, source};
+  return {ValueOrigin::kOutdated, FormatText(app_.Text(text::kGuardFileFor), {record.unit, source})};
 }
 
 FieldOrigins::Told FieldOrigins::TellRead(const Field& field, const OriginRecord& record) const {

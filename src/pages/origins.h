@@ -58,7 +58,7 @@ class FieldOrigins {
   void MayBeSet(const PlannedWrite& write);
   void ExchangeEnded();
 
-  // The registers that the entry was read from, when it still shows just that: they hold all of the number, the
+  // The registers that a number was read from, when the entry still shows just that: they hold all of it, the
   // entry perhaps less.
   const std::vector<std::uint8_t>* RegistersOf(const Field& field) const;
   // The unit that the entry's value was typed, read or kept in a file for; of a list of units the text of the

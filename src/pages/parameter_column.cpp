@@ -2,17 +2,23 @@
 #include "pages/parameter_column.h"
 
 #include <algorithm>
+#include <span>
 #include <stdexcept>
+#include <utility>
 
 #include "link/device_queries.h"
 #include "link/port.h"
 #include "link/store.h"
 #include "meter/facts.h"
+#include "meter/total_table.h"
 #include "meter/units.h"
+#include "meter/value_text.h"
 #include "pages/parameter_column_guard.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_compare.h"
 #include "resources/text_ids_origin.h"
+#include "values/hex_digits.h"
 #include "values/input_check.h"
 #include "values/number_text.h"
 
@@ -20,6 +26,28 @@ namespace vlt {
 namespace {
 
 constexpr const char* kShowUnitInForce = "0";  // as a kept unit caption
+constexpr int kTotalReset = 2;                 // of the mode of a total
+
+// Whether registers hold what was sent to them, as far as the row shows it. What begins the totals anew is
+// over as soon as it has begun.
+bool HoldsAlike(const Parameter& row, const SharedState& state, std::span<const std::uint8_t> sent,
+                std::span<const std::uint8_t> held) {
+  if (std::equal(sent.begin(), sent.end(), held.begin(), held.end())) return true;
+  if (row.wire == Wire::kDouble || row.wire == Wire::kCharacters) {
+    return Trim(vlt::ValueText(row, state, sent)) == Trim(vlt::ValueText(row, state, held));
+  }
+  return &row == &TotalRow("mode") && CodeAt(row, sent, 0) == kTotalReset;
+}
+
+// The bytes of the last write that holds these registers; none when there is none.
+std::span<const std::uint8_t> SentTo(const WritePlan& plan, int address, std::size_t bytes) {
+  for (auto write = plan.Writes().rbegin(); write != plan.Writes().rend(); ++write) {
+    const int offset = address - write->address;
+    if (offset < 0 || static_cast<std::size_t>(offset) + bytes > write->data.size()) continue;
+    return std::span(write->data).subspan(static_cast<std::size_t>(offset), bytes);
+  }
+  return {};
+}
 
 std::string InBrackets(const std::string& unit) { return "[" + unit + "]"; }
 
@@ -222,9 +250,10 @@ void ParameterColumn::ShowUnitsOfMeter() {
   ShowUnits();
 }
 
-void ParameterColumn::ShowUnitsOfEmpty() {
+void ParameterColumn::ShowUnitsThatHold() {
   for (const Field& field : fields_) {
-    if (field.unit != nullptr && ValueText(field).empty()) ShowUnit(field);
+    if (field.unit == nullptr) continue;
+    if (ValueText(field).empty() || origins_.UnitOfValue(field) == rules_.UnitOf(field)) ShowUnit(field);
   }
 }
 
@@ -327,6 +356,8 @@ void ParameterColumn::ShowBlock(const Block& block, const RegisterData& data) {
       ShowValue(field, data, at);
     }
   });
+  const bool holding = block.function == ReadFunction::kHolding;
+  if (proving_ != nullptr && holding) ProveCommands(SpanOf(block, rules_.IndexOf(block.location)), data);
 }
 
 // What a write of the same set has left stays: it says more.
@@ -351,9 +382,28 @@ void ParameterColumn::ShowValue(const Field& field, const RegisterData& data, st
     if (field.parameter->unit_slot != Slot::kNone) app_.slots[field.parameter->unit_slot].clear();
   }
   rules_.FieldWasRead(field, code);
-  origins_.WasRead(
-      field, std::span(data).subspan(at, 2 * static_cast<std::size_t>(field.parameter->Words())));
+  const auto held = std::span(data).subspan(at, 2 * static_cast<std::size_t>(field.parameter->Words()));
+  origins_.WasRead(field, held);
+  if (proving_ != nullptr) ProveField(field, held);
 }
+
+// A set that reads back, as long as this lives.
+class ParameterColumn::ReadingBack {
+ public:
+  ReadingBack(ParameterColumn& column, const WritePlan& plan) : column_(column) {
+    column_.ReadAfterSet = true;
+    column_.proving_ = &plan;
+  }
+  ~ReadingBack() {
+    column_.ReadAfterSet = false;
+    column_.proving_ = nullptr;
+  }
+  ReadingBack(const ReadingBack&) = delete;
+  ReadingBack& operator=(const ReadingBack&) = delete;
+
+ private:
+  ParameterColumn& column_;
+};
 
 void ParameterColumn::SetParameter_Click() {
   if (!MayStart(rules_.AnythingToSet())) return;
@@ -364,12 +414,50 @@ void ParameterColumn::SetParameter_Click() {
   Operation operation(app_, page_, parts_.set.Name(), parts_.set_started);
   if (!operation.OpenPortOrTell() || !Guard(plan, operation)) return;
   if (Execute(plan) && rules_.ReadsBack()) {
-    ReadAfterSet = true;
+    const ReadingBack reading(*this, plan);
     ReadParameter_Click();
-    ReadAfterSet = false;
   }
   origins_.ExchangeEnded();
-  operation.End(app_.Text(parts_.set_completed) + " " + app_.state.LastErrorText);
+  operation.End(app_.Text(parts_.set_completed) + " " + app_.state.LastErrorText + TellNotTaken());
+}
+
+// The echo proves nothing. Of two writes to one register the later one counts; one that has failed is told
+// already.
+void ParameterColumn::ProveField(const Field& field, std::span<const std::uint8_t> held) {
+  const Parameter& row = *field.parameter;
+  const auto sent = SentTo(*proving_, AddressOnPage(row), held.size());
+  if (row.write == WriteWith::kNothing || sent.empty() || !field.Entry().Mark().empty()) return;
+  if (HoldsAlike(row, app_.state, sent, held)) return;
+  const std::string reason =
+      FormatText(app_.Text(text::kSentButHolds),
+                 {vlt::ValueText(row, app_.state, sent), vlt::ValueText(row, app_.state, held)});
+  field.Mark(reason);
+  not_taken_.push_back(rules_.StatusName(field) + ": " + reason);
+}
+
+// A write of no field, as the test mode's.
+void ParameterColumn::ProveCommands(const RegisterSpan& span, const RegisterData& data) {
+  for (const PlannedWrite& write : proving_->Writes()) {
+    const int at = write.address - span.address;
+    const int end = at + static_cast<int>(write.data.size());
+    if (write.field != nullptr || at < 0 || end > static_cast<int>(data.size())) continue;
+    const std::span<const std::uint8_t> held =
+        std::span(data).subspan(static_cast<std::size_t>(at), write.data.size());
+    if (std::equal(held.begin(), held.end(), write.data.begin())) continue;
+    not_taken_.push_back(
+        write.name + ": " +
+        FormatText(app_.Text(text::kSentButHolds), {HexDigits(write.data), HexDigits(held)}));
+  }
+}
+
+std::string ParameterColumn::TellNotTaken() {
+  const std::vector<std::string> told = std::exchange(not_taken_, {});
+  if (told.empty()) return {};
+  app_.tally.failed += static_cast<std::int64_t>(told.size());
+  if (app_.tally.first_failure.empty()) app_.tally.first_failure = told.front();
+  const std::string more = std::to_string(told.size() - 1);
+  return (app_.state.LastErrorText.empty() ? "" : " ") +
+         (told.size() == 1 ? told.front() : FormatText(app_.Text(text::kAndMore), {told.front(), more}));
 }
 
 bool ParameterColumn::Judge(const WritePlan& plan) {

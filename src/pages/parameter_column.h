@@ -3,7 +3,9 @@
 // owns one column or several, and tells each by ColumnRules what it does its own way.
 #pragma once
 
+#include <cstdint>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -110,6 +112,7 @@ class ParameterColumn {
   std::vector<const Field*> FieldsIn(const PlannedWrite& write) const;
 
   App& TheApp() const { return app_; }
+  ColumnRules& Rules() const { return rules_; }
 
   // --- the commands ---
   void ReadParameter_Click();
@@ -166,8 +169,8 @@ class ParameterColumn {
   void ForgetUnitCaptions();
   // The same, and the units in force are shown beside all fields.
   void ShowUnitsOfMeter();
-  // The units in force beside the fields that hold no value.
-  void ShowUnitsOfEmpty();
+  // The units in force beside the fields that hold no value, or one of that unit.
+  void ShowUnitsThatHold();
   // The buttons and the master box follow the state of the program.
   void EnableButtons(bool enabled);
   // Takes away what failed reads and writes have left.
@@ -184,12 +187,18 @@ class ParameterColumn {
   void ForEachIn(const Block& block, F&& action) const;
   void MarkUnread(const Block& block, const std::string& reason) const;
   void ShowValue(const Field& field, const RegisterData& data, std::size_t at);
+  class ReadingBack;
   bool MayStart(bool selected);
   bool Judge(const WritePlan& plan);
-  // The meter is what the plan was made for, and the plan is made for what it is now. Otherwise nothing may be
-  // sent: that is told, and the page shows the meter as it is.
+  // The meter is what the plan was made for, and the plan is made for what it is now. Otherwise nothing may
+  // be sent: that is told, and the page shows the meter as it is.
   bool Guard(WritePlan& plan, Operation& operation);
   void ReadBack();
+  // While a set reads back: what the field holds now is held against what was sent to it.
+  void ProveField(const Field& field, std::span<const std::uint8_t> held);
+  void ProveCommands(const RegisterSpan& span, const RegisterData& data);
+  // What the status line adds of fields that the meter has confirmed and not taken; they count as failed.
+  std::string TellNotTaken();
   // False when the operator has ended the set.
   bool Execute(const WritePlan& plan);
   bool Send(const PlannedWrite& write);
@@ -206,6 +215,8 @@ class ParameterColumn {
   bool sure_reply_ = false;  // of the block that was read last
   // True only while a set reads back what it has written.
   bool ReadAfterSet = false;
+  const WritePlan* proving_ = nullptr;  // what it has written
+  std::vector<std::string> not_taken_;  // of it, with the name of the field and what the meter holds
 };
 
 // Loses focus: a text that cannot be a number is marked, told, and gets the focus back. An empty text passes.

@@ -54,7 +54,7 @@ void ParameterPage::Form_Activate() {
   EnableCommands(IsLineFree(app()));
   BuildBaseUnitNames(app());
   for (const auto& column : columns_) {
-    column->ShowUnitsOfEmpty();
+    column->ShowUnitsThatHold();
     column->ApplyUnitCaptions();
   }
 }

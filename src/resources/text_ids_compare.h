@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Names of the texts of snapshots, comparison and proven writes: the block 1751 to 1819.
+// Names of the texts of snapshots, comparison and proven writes: the blocks 1550 to 1558 and 1751 to 1819.
 #pragma once
 
 namespace vlt::text {
@@ -43,6 +43,11 @@ inline constexpr int kRegisterHolds = 1777;
 inline constexpr int kNotReadBack = 1778;
 inline constexpr int kMeterComputes = 1779;
 
+// What a page tells of a write that the meter has confirmed and not done. %1 the value that was sent, %2 the
+// one that was read back. kAndMore: %1 the first of several, %2 how many more.
+inline constexpr int kSentButHolds = 1550;
+inline constexpr int kAndMore = 1551;
+
 // The states of compared rows, in the order of RowState.
 inline constexpr int kRowStateNames = 1780;  // to 1784
 
@@ -52,8 +57,14 @@ inline constexpr int kUnitsDiffer = 1786;
 inline constexpr int kLeftUnknown = 1787;
 inline constexpr int kRightUnknown = 1788;
 
-// Beside a comparison. kNoDifferences: %1 how many parameters. kCounts: %1 all, %2 to %6 those of each state
-// in the order of RowState.
+// How many, as part of other texts. %1 the number, of more than one.
+inline constexpr int kOneRow = 1555;
+inline constexpr int kManyRows = 1556;
+inline constexpr int kOneParameter = 1557;
+inline constexpr int kManyParameters = 1558;
+
+// Beside a comparison. kNoDifferences: %1 how many parameters (CountText). kCounts: %1 all, %2 to %6 those of
+// each state in the order of RowState.
 inline constexpr int kNoDifferences = 1789;
 inline constexpr int kCounts = 1790;
 
@@ -69,7 +80,8 @@ inline constexpr int kNotExact = 1799;      // %1 the value and its unit, %2 the
 inline constexpr int kCodeNotThere = 1800;  // %1 the entry
 inline constexpr int kNoValue = 1801;
 inline constexpr int kNotRestorable = 1802;
-inline constexpr int kOtherUnits = 1803;  // its unit is not known
+inline constexpr int kOtherUnits = 1803;   // its unit is not known
+inline constexpr int kStaysItsOwn = 1552;  // %1 the value
 
 // Why a sending has ended. kNoPoint: %1 why the file could not be written.
 inline constexpr int kSendingStopped = 1804;

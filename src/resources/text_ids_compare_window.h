@@ -73,8 +73,8 @@ inline constexpr int kRestoredUnproven = 1875;
 inline constexpr int kNotReadSince = 1876;
 inline constexpr int kStaysWhileBusy = 1877;
 
-// Reading and files. kSideTaken: %1 the side, %2 how many rows; kSideUnread: %3 how many of them are not
-// known. kNoSuchFile: %1 the file's name.
+// Reading and files. kSideTaken: %1 the side, %2 how many rows (CountText); kSideUnread: %3 how many of them
+// are not known. kNoSuchFile: %1 the file's name.
 inline constexpr int kSideTaken = 1878;
 inline constexpr int kSideUnread = 1879;
 inline constexpr int kReadingEnded = 1880;

@@ -20,7 +20,8 @@ inline constexpr int kNothingSet = 4568;
 inline constexpr int kFactSilent = 4569;
 inline constexpr int kFactUnknown = 4571;
 
-// Of an entry: typed while another unit stood beside it. %1 that unit.
+// Of an entry: typed, or kept in a file, while another unit stood beside it. %1 that unit, %2 the file.
 inline constexpr int kOriginTypedFor = 4572;
+inline constexpr int kGuardFileFor = 4573;
 
 }  // namespace vlt::text

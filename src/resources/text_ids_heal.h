@@ -16,8 +16,9 @@ inline constexpr int kOtherIdNumber = 4728;
 inline constexpr int kOtherSpecification = 4729;
 inline constexpr int kOtherUnitSystem = 4730;
 // The marks of a gap in a log, without a comma. %1 the port, %2 and %3 date and time.
-inline constexpr int kGapBegins = 4731;  // %1, %2
-inline constexpr int kGapEnds = 4732;    // %1, %2, %3
+inline constexpr int kGapBegins = 4731;   // %1, %2
+inline constexpr int kGapEnds = 4732;     // %1, %2, %3
+inline constexpr int kGapOfMeter = 1554;  // %1 one of the two, %2 ID numbers
 // In the place of a link's settings, while its port is away.
 inline constexpr int kLinkLost = 4733;
 // Of a station, behind a gap. %1 what differs.

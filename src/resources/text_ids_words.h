@@ -25,15 +25,17 @@ inline constexpr int kNotByWord = 3164;
 
 // Arguments KEY=VALUE. %1 what was written, %2 the keys. kNoNumberOf: %1 the key, %2 its value, %3 the least,
 // %4 the greatest number. kVelocityOfList: %1 the key, %2 that of the list, %3 the entry of an own value.
+// kNeedsBeside: %1 the key, %2 and %3 those of which one is needed.
 inline constexpr int kNoKey = 3165;
 inline constexpr int kNoKeyButNear = 3166;
 inline constexpr int kNoEquals = 3167;
 inline constexpr int kKeyTwice = 3168;
 inline constexpr int kNoNumberOf = 3169;
 inline constexpr int kVelocityOfList = 3170;
+inline constexpr int kNeedsBeside = 1553;
 
-// Snapshots and comparison. %1 the file. kSnapshotPartly: %1 how many, %2 of how many. kOnlyWord: %1 the
-// word, %2 what was written.
+// Snapshots and comparison. %1 the file. kSnapshotPartly: %1 how many, %2 of how many parameters. kOnlyWord:
+// %1 the word, %2 what was written.
 inline constexpr int kNoSnapshotThere = 3171;
 inline constexpr int kSnapshotPartly = 3172;
 inline constexpr int kNeitherFile = 3173;

@@ -5,6 +5,14 @@
 
 namespace vlt {
 
+void StopWork(App& app) {
+  for (Form* form : app.windows.Open()) {
+    const Control* button = app.windows.Exists(form) ? form->StopButton() : nullptr;
+    auto* stop = button == nullptr ? nullptr : dynamic_cast<PushButton*>(form->Find(button->FullName()));
+    if (stop != nullptr) stop->Press();
+  }
+}
+
 void CloseAllForms(App& app) {
   for (Form* form : app.windows.Open()) {
     if (app.windows.Exists(form)) app.windows.Unload(form->Name());

@@ -6,6 +6,9 @@
 
 namespace vlt {
 
+// Presses the stop buttons that can be pressed: work and runs on the line end behind the exchange in hand.
+void StopWork(App& app);
+
 // Unloads every window of the list, then closes the port and keeps the result of that in PortIsOpen.
 void CloseAllForms(App& app);
 

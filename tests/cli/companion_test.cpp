@@ -410,6 +410,11 @@ TEST(Companion, OperationsTellWhatFailedOnTheLine) {
        "operation\tForm10.ReadParameter\t3\t1\t[NO RESPONSE ERROR]"},
       {"silence@0100H/03#2*4", std::string("strict\nstrict off\n") + kReadProcess, 0,
        "operation\tForm10.ReadParameter\t3\t1\t[NO RESPONSE ERROR]"},
+      // A write that the meter repeats and does not do.
+      {"ignore-write@00D2H/10*ever",
+       "strict\nstart\nopen Form10\ntick OUTER_DIAMETER\ntype OUTER_DIAMETERText 114.3\npress "
+       "SetParameter\nnonsense",
+       1, "operation\tForm10.SetParameter\t4\t1\tOUTER DIAMETER: 114.30 was sent, the meter holds 60.50"},
       {"silence@0150H*ever", "strict\nanswer ok\nstart\nopen Form10\npress SaveParameter", 1,
        "operation\tForm10.SaveParameter\t5\t5\t[NO RESPONSE ERROR]"},
   };
@@ -420,6 +425,40 @@ TEST(Companion, OperationsTellWhatFailedOnTheLine) {
     EXPECT_TRUE(session.Told(c.told)) << c.fault << "\n"
                                       << c.script << ::testing::PrintToString(session.output);
     EXPECT_TRUE(session.ToldPart("was completed")) << "the handler comes to its end";
+  }
+}
+
+// What a word has done to the pages is seen by the next one.
+TEST(Companion, ShowsWhatFollowsFromAWordAtOnce) {
+  Session session;
+  EXPECT_EQ(session.Run("start\nopen Form10\ntick OUTER_DIAMETER\npress ReadParameter\n"
+                        "set process.fluid 3 1\nshow OUTER_DIAMETERText\n"
+                        "expect OUTER_DIAMETERText from outdated"),
+            0)
+      << session.trouble;
+  EXPECT_TRUE(session.ToldPart("show\tForm10.OUTER_DIAMETERText\t60.50\tenabled\t\t\toutdated\t"));
+}
+
+// The script ends while a window sends: by `quit`, a trouble, or its last line. The row on the line is
+// judged, the others are not sent.
+TEST(Companion, AnEndStopsASendingBehindTheRowOnTheLine) {
+  const std::string send =
+      "snapshot /s.txt\nset process.outer_diameter 114.3 1\nset process.fluid 3 1\nset range.damping 7 1\n"
+      "start\nopen frmCompare\nchoose cmbSide(0) 1\nfile /s.txt\npress cmdSide(0)\nchoose cmbSide(1) "
+      "0\npress cmdSide(1)\n"
+      "press cmdTickDifferent\nanswer ok\nbegin cmdSend\nawait 60000 frmCompare.optFilter(5) enabled\n";
+  for (const auto& [end, status] :
+       {std::pair{"quit", 0}, {"expect frmCompare.cmdSend enabled", 1}, {"", 0}}) {
+    SCOPED_TRACE(end);
+    Session session;
+    EXPECT_EQ(session.Run(send + end), status) << session.trouble;
+    const auto& holding = session.machine.Meter().holding();
+    EXPECT_EQ(holding.Long(0x00D2), 6050);
+    EXPECT_EQ(holding.Word(0x00E6), 0) << "this row was on the line";
+    EXPECT_EQ(holding.Word(0x0000), 70) << "and this one was not sent";
+    EXPECT_TRUE(session.ToldPart("the sending was stopped. Stored 2, refused 0, not proven 0, not sent 1"))
+        << ::testing::PrintToString(session.output);
+    EXPECT_FALSE(session.machine.machine.port.IsOpen());
   }
 }
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 
 #include "meter/catalogue.h"
 #include "tests/cli/session.h"
@@ -92,6 +93,15 @@ TEST(MeterWords, SetTellsWhatBecameOfAValue) {
       {"set total.pulse_width 50 1", 0, "sent\ttotal.pulse_width\tCH1\tstored\t50.0\t50.0\t50.0\tms\t", ""},
       {"set total.pulse_width 5 1", 0, "sent\ttotal.pulse_width\tCH1\tstored\t5.0\t5.0\t50.0\tms\t", ""},
       {"set details.send_count (4) 1", 0, "sent\tdetails.send_count\tCH1\tstored\t64\t64\t128\t\t", ""},
+      // What the step of the register takes off is told.
+      {"set process.outer_diameter 60.559 1", 0,
+       "sent\tprocess.outer_diameter\tCH1\tstored\t60.55\t60.55\t60.50\tmm\t\t60.559 -> 60.55", ""},
+      {"set range.burnout_timer 9.5 1", 0,
+       "sent\trange.burnout_timer\tCH1\tstored\t9\t9\t10\tsec\t\t9.5 -> 9", ""},
+      {"set process.viscosity 1.00381234567 1", 0,
+       "sent\tprocess.viscosity\tCH1\tstored\t1.003812\t1.003812\t1.0038\tE-6m2/s\t", ""},
+      {"set maintenance.ao1_adjustment_4ma 65535", 0,
+       "sent\tmaintenance.ao1_adjustment_4ma\t\tstored\t-1\t-1\t819\t\t", ""},
       // What the meter does not do.
       {"set process.outer_diameter 114.3 1", 1,
        "sent\tprocess.outer_diameter\tCH1\tnot_proven\t114.30\t60.50\t60.50\tmm\tthe meter holds 60.50",
@@ -345,9 +355,6 @@ TEST(MeterWords, RestoreTellsWhatItCouldNotDo) {
       {"restore /s another", "1: at the end only other may stand, not another", ""},
       {changed + "set system.id_number 9\nrestore /s",
        "5: the meter on the line is 0009 / 0081 / TWO-CH and not 0001", "restored\t0\t0\t0\t"},
-      {changed + "set system.id_number 9\nrestore /s other",
-       "5: parameters that are not as the snapshot has them: 1",
-       "differs\tsystem.id_number\t\tthe meter holds 0009"},
   };
   for (const auto& c : cases) {
     Session session;
@@ -356,6 +363,31 @@ TEST(MeterWords, RestoreTellsWhatItCouldNotDo) {
     EXPECT_TRUE(session.trouble.starts_with(c.trouble)) << session.trouble;
     EXPECT_TRUE(*c.told == '\0' || session.ToldPart(c.told)) << ::testing::PrintToString(session.output);
   }
+}
+
+// What belongs to the other meter is kept, with the reason, and nothing is missing from the success.
+TEST(MeterWords, AnotherMeterIsRestoredButForItsOwn) {
+  Session session;
+  EXPECT_EQ(session.Run("snapshot /s\nset process.fluid 3 1\nset system.id_number 9\n"
+                        "set maintenance.ao1_adjustment_4ma 820\nrestore /s other\nget process.fluid 1\n"
+                        "get system.id_number"),
+            0)
+      << session.trouble;
+  for (const char* told : {"kept\tsystem.id_number\t\tit is the meter's own and stays 0009",
+                           "kept\tmaintenance.ao1_adjustment_4ma\t\tit is the meter's own and stays 820",
+                           "value\tprocess.fluid\tCH1\tWATER\t\t3:00E6\t0000",
+                           "value\tsystem.id_number\t\t0009\t\t3:0104\t0009"}) {
+    EXPECT_TRUE(session.Told(told)) << told << ::testing::PrintToString(session.output);
+  }
+  EXPECT_TRUE(session.ToldPart("restored\t1\t0\t0\t0\t0\t/home/operator/veltrano3/restore/"));
+  EXPECT_FALSE(session.ToldPart("differs\t"));
+}
+
+TEST(MeterWords, ARestoreWithNothingToSendMakesNoPoint) {
+  Session session;
+  EXPECT_EQ(session.Run("snapshot /s\nrestore /s"), 0) << session.trouble;
+  EXPECT_TRUE(session.Told("restored\t0\t0\t0\t0\t0\t\t0")) << ::testing::PrintToString(session.output);
+  EXPECT_EQ(session.machine.files.files.size(), 2u) << "the settings and the snapshot";
 }
 
 TEST(MeterWords, ALineThatNoSnapshotHasKeepsARestoreFromBeingWhole) {
@@ -367,6 +399,10 @@ TEST(MeterWords, ALineThatNoSnapshotHasKeepsARestoreFromBeingWhole) {
   EXPECT_EQ(restoring.Run("restore /s"), 1);
   EXPECT_TRUE(restoring.ToldPart("remark\tleft\t"));
   EXPECT_TRUE(restoring.trouble.starts_with("1: lines of /s that were not taken: 1")) << restoring.trouble;
+  // An editor's mark in front of it is no fault.
+  Session marked;
+  marked.machine.files.files["/s"] = "\xEF\xBB\xBF" + session.machine.files.files["/s"];
+  EXPECT_EQ(marked.Run("restore /s\ncompare /s meter\nsnapshot /s"), 0) << marked.trouble;
 }
 
 // A script that is stopped (by a signal) breaks long work off at its next exchange, and writes nothing.
@@ -382,6 +418,84 @@ TEST(MeterWords, AStoppedScriptBreaksOff) {
     EXPECT_FALSE(session.machine.files.files.contains("/s"));
     EXPECT_FALSE(session.machine.machine.port.IsOpen());
   }
+}
+
+// Stopped at any moment: the row on the line is judged by what the meter holds, and those behind it are not
+// sent.
+TEST(MeterWords, AStoppedRestoreJudgesTheRowOnTheLine) {
+  Session source;
+  EXPECT_EQ(source.Run("snapshot /s"), 0);
+  const auto change = [&](Session& session) {
+    session.machine.files.files["/s"] = source.machine.files.files["/s"];
+    session.machine.Meter().holding().PutLong(0x00D2, 11430);
+    session.machine.Meter().holding().PutWord(0x00E6, 3);
+    session.machine.Meter().holding().PutWord(0x001C, 77);
+  };
+  Session whole;
+  change(whole);
+  const std::int64_t begin = whole.machine.time.NowMs();
+  EXPECT_EQ(whole.Run("restore /s"), 0) << whole.trouble;
+  const std::int64_t length = whole.machine.time.NowMs() - begin;
+  std::set<int> counts;
+  for (std::int64_t at = length / 3; at < length; at += 83) {
+    SCOPED_TRACE(at);
+    Session session;
+    change(session);
+    session.machine.time.After(at, [&] { session.companion.Stop(); });
+    session.Run("restore /s");
+    EXPECT_FALSE(session.app.state.UiLocked || session.machine.machine.port.IsOpen());
+    if (!session.ToldPart("sent\t")) continue;  // stopped while it was read
+    auto& holding = session.machine.Meter().holding();
+    const std::pair<const char*, bool> rows[] = {{"process.outer_diameter", holding.Long(0x00D2) == 6050},
+                                                 {"process.fluid", holding.Word(0x00E6) == 0},
+                                                 {"range.burnout_timer", holding.Word(0x001C) == 10}};
+    int stored = 0;
+    for (const auto& [name, restored] : rows) {
+      stored += restored ? 1 : 0;
+      EXPECT_TRUE(
+          session.ToldPart(std::string("sent\t") + name + "\tCH1\t" + (restored ? "stored\t" : "not_sent\t")))
+          << name << ::testing::PrintToString(session.output);
+    }
+    counts.insert(stored);
+  }
+  EXPECT_EQ(counts, (std::set{0, 1, 2, 3}));
+}
+
+// What was to be set is not sent once the script is to end, and what is on the line comes to its end.
+TEST(MeterWords, AStoppedSetIsStoredOrNotSent) {
+  Session whole;
+  const std::int64_t begin = whole.machine.time.NowMs();
+  EXPECT_EQ(whole.Run("set process.fluid 3 1"), 0);
+  const std::int64_t length = whole.machine.time.NowMs() - begin;
+  std::set<std::string> ends;
+  for (std::int64_t at = 1; at < length; at += 17) {
+    SCOPED_TRACE(at);
+    Session session;
+    session.machine.time.After(at, [&] { session.companion.Stop(); });
+    session.Run("set process.fluid 3 1");
+    const bool stored = session.machine.Meter().holding().Word(0x00E6) == 3;
+    const std::string end = stored ? "stored" : "not_sent";
+    EXPECT_TRUE(session.ToldPart("sent\tprocess.fluid\tCH1\t" + end + "\t"))
+        << ::testing::PrintToString(session.output);
+    EXPECT_EQ(HasWritten(session), stored);
+    ends.insert(end);
+  }
+  EXPECT_EQ(ends.size(), 2u);
+}
+
+// A second signal does not wait for a line that may be dead.
+TEST(MeterWords, BrokenOffItEndsAtOnce) {
+  Session session;
+  session.machine.Arm("silence*ever");
+  bool waited = false;
+  session.machine.time.After(500, [&] {
+    session.companion.Stop();
+    waited = !session.finished;
+    session.companion.Break();
+    EXPECT_TRUE(session.finished);
+  });
+  session.Run("snapshot /s");
+  EXPECT_TRUE(waited);
 }
 
 // --- names, scan and spacing
@@ -442,6 +556,11 @@ TEST(MeterWords, SpacingCalculatesAsItsWindowDoes) {
        "pipe_sound_velocity is that of pipe_material; for an own value write pipe_material=12"},
       {"spacing outer_diameter=5 wall_thickness=3.8 pipe_material=0 fluid=0 sensor_type=1", 1,
        "OUTER DIAMETER"},
+      {pipe + "pipe_material=0 fluid=0 sensor_type=1 lining_thickness=2", 1,
+       "lining_thickness needs lining_material or lining_sound_velocity beside it"},
+      {pipe + "pipe_material=0 fluid=0 sensor_type=1 lining_thickness=2 lining_material=0", 1,
+       "lining_thickness needs"},
+      {pipe + "pipe_material=0 fluid=0 sensor_type=1 lining_thickness=0 lining_material=0", 0, "\tmm\t"},
       {"spacing outer_diamter=5", 2, "there is no key outer_diamter; near it: outer_diameter"},
       {"spacing x=5", 2, "there is no key x; the keys are unit, outer_diameter, "},
   };

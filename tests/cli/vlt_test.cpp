@@ -88,7 +88,7 @@ TEST_F(VltTest, OneWordIsDoneAndEnds) {
       {"$VLT get process.outer_diameter 1", 0,
        "value\tprocess.outer_diameter\tCH1\t60.50\tmm\t3:00D2\t000017A2\n"},
       {"$VLT --json get process.outer_diameter 1", 0,
-       "{\"event\":\"value\",\"name\":\"process.outer_diameter\",\"place\":\"CH1\",\"value\":\"60.50\","
+       "{\"event\":\"value\",\"name\":\"process.outer_diameter\",\"place\":\"CH1\",\"value\":60.50,"
        "\"unit\":"
        "\"mm\",\"register\":\"3:00D2\",\"raw\":\"000017A2\"}\n"},
       {"$VLT set process.pipe_material 'STAINLESS STEEL' 1", 0, "\tstored\tSTAINLESS STEEL\t"},
@@ -134,6 +134,26 @@ TEST_F(VltTest, ASignalEndsItCleanly) {
             128 + 15)
       << output_;
   EXPECT_FALSE(std::filesystem::exists(folder_ + "/veltrano3.lock"));
+}
+
+// Also in the middle of a restore: the row on the line is judged, and those behind it are not sent.
+TEST_F(VltTest, ASignalEndsARestoreBehindTheRowOnTheLine) {
+  const std::string prepare =
+      "sed -i 's/=simulator/=simulator fault=late=200\\/10*ever/' VLT.ini; $VLT snapshot ref.txt >/dev/null;"
+      "sed -i '/burnout_timer/s/000A\t10\t/000B\t11\t/' ref.txt; mkfifo out";
+  EXPECT_EQ(Run(prepare), 0) << output_;
+  const std::string restore =
+      "$VLT restore ref.txt >out & exec 4<out; while read -r l <&4; do case \"$l\" in "
+      "'progress\t1\t6\t'*) break;; esac; done; kill -SIGNAL $!; cat <&4; wait $!";
+  for (const auto& [name, number] : {std::pair{"INT", 2}, {"HUP", 1}}) {
+    std::string line = restore;
+    line.replace(line.find("SIGNAL"), 6, name);
+    EXPECT_EQ(Run(line), 128 + number) << output_;
+    EXPECT_TRUE(Told("\tCH1\tstored\t11\t11\t10\t")) << output_;
+    EXPECT_TRUE(Told("\tnot_sent\t\t\t10\t")) << output_;
+    EXPECT_FALSE(Told("\tnot_proven\t")) << output_;
+    EXPECT_TRUE(Told("vlt: restore: the sending was stopped")) << output_;
+  }
 }
 
 // The splash waits inside its handler for a choice that nobody makes any more.

@@ -358,7 +358,7 @@ TEST_F(CompareWindow, StopEndsAReadingAndASending) {
     EXPECT_TRUE(Told().starts_with("Sending to the meter: PROCESS SETTING CH1 ")) << Told();
     EXPECT_EQ(window.pbWork.Max(), 3);
     EXPECT_GT(window.pbWork.Value(), 0);
-    EXPECT_FALSE(window.HasCloseCommand());
+    EXPECT_TRUE(window.HasCloseCommand()) << "closing is a way to stop";
     EXPECT_FALSE(window.cmdClose.Enabled());
     EXPECT_FALSE(window.cmbSide(0).Choose(kMeterEntry));
     EXPECT_TRUE(window.grdRows.Untick(LineOf(kTimerTitle)));
@@ -381,6 +381,38 @@ TEST_F(CompareWindow, StopEndsAReadingAndASending) {
   EXPECT_EQ(Said().size(), 1u) << "a stop needs no box";
   EXPECT_TRUE(window.cmdClose.Press());
   EXPECT_EQ(app().windows.Find("frmCompare"), nullptr);
+}
+
+// Closed while it reads, or before a row has gone out, it stops and goes.
+TEST(CompareWindowEnd, GoesWhenItHasStoppedUnlessItHasSent) {
+  for (const bool sends : {false, true}) {
+    SCOPED_TRACE(sends);
+    CompareWindowTest test;
+    test.CompareWithSnapshot([&] { test.ChangeThree(); });
+    test.window().cmdTickDifferent.Press();
+    if (sends) test.Answer();
+    test.test.Time().After(300, [&] { EXPECT_FALSE(test.app().windows.Unload("frmCompare")); });
+    test.app().windows.Run([&] {
+      PushButton& button = sends ? test.window().cmdSend : test.window().cmdSide(frmCompare::kRight);
+      EXPECT_TRUE(button.Press());
+    });
+    EXPECT_EQ(test.app().windows.Find("frmCompare"), nullptr);
+    EXPECT_FALSE(test.app().state.UiLocked);
+    EXPECT_LT(test.Requests().size(), 10u) << "it ends behind the exchange in hand";
+    EXPECT_EQ(test.meter().holding().Word(kFluid), 5);
+  }
+}
+
+TEST_F(CompareWindow, TellsOneRowAsOne) {
+  Files()["/one.ini"] = "[PROCESS SETTING]\r\nOUTER_DIAMETER_Data=60.559\r\n";
+  Choose(frmCompare::kLeft, kParameterEntry);
+  TakeFile(frmCompare::kLeft, "/one.ini");
+  EXPECT_EQ(Told(), "Parameter file one.ini: 1 row taken in");
+  Choose(frmCompare::kRight, kParameterEntry);
+  TakeFile(frmCompare::kRight, "/one.ini");
+  EXPECT_EQ(window.lblCounts.Caption(), "No differences in 1 parameter");
+  EXPECT_EQ(window.grdRows.Cell(1, 0), "PROCESS SETTING CH1   1 row, 0 different");
+  EXPECT_EQ(window.grdRows.Cell(2, 6), "60.559 -> 60.55; 60.559 -> 60.55");
 }
 
 TEST_F(CompareWindow, ALostPortLeavesWhatIsNotKnownUnknown) {

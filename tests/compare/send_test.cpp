@@ -430,6 +430,24 @@ TEST(RestorePoints, TheLastTwentyAreKeptNewestFirst) {
   EXPECT_EQ(points.front().id_number, "0042");
   EXPECT_EQ(points.front().date.substr(0, 14), "2026/11/24 10:");
   EXPECT_EQ(test.Files().size(), kKeptRestorePoints + foreign.size()) << "what is not ours stays";
+  // Another meter pushes none of them out, whatever its ID number.
+  for (const auto& [id, specification] : {std::pair{"0043", "0081"}, {"0042", "0182"}}) {
+    Snapshot other = snapshot;
+    for (SnapshotRow& row : other.rows) {
+      const auto number =
+          static_cast<std::uint8_t>(std::stoi(row.place == At("system.id_number") ? id : specification));
+      if (row.place == At("system.id_number") || row.place == At("system.specification"))
+        row.raw = {0, number};
+    }
+    other = CompleteSnapshot(other.facts, other.rows, other.identity.date);
+    EXPECT_EQ(other.identity.specification, specification);
+    for (int i = 0; i < 22; ++i) {
+      test.test.Time().RunFor(1000);
+      EXPECT_EQ(KeepRestorePoint(test.app(), other).error, FileError::kGood);
+    }
+  }
+  EXPECT_EQ(RestorePoints(test.app()).size(), 3 * kKeptRestorePoints);
+  for (const RestorePoint& point : points) EXPECT_TRUE(test.Files().contains(point.path)) << point.path;
   // An old one that can't be removed does not stand in the way.
   test.test.platform.files.FailPath(points.back().path, FileError::kNoPermission);
   const KeptPoint kept = KeepRestorePoint(test.app(), snapshot);
@@ -478,6 +496,18 @@ TEST(Restore, TellsWhatItCouldNotBringBack) {
   EXPECT_EQ(RestorePoints(test.app()).size(), 2u) << "each began with a point of its own";
 }
 
+// Where no row can go out there is nothing to go back to.
+TEST(Restore, KeepsNoPointWhenNothingIsSent) {
+  CompareTest test(kOnePath);
+  const CompareSide side = test.Meter();
+  EXPECT_TRUE(RestoreMeter(test.app(), side, {}).Equal());
+  EXPECT_EQ(test.Send(side, {At("system.specification"), At("process.sensor_spacing")}).restore_point, "");
+  EXPECT_TRUE(test.Files().empty());
+  test.meter().holding().PutWord(0x001C, 77);
+  EXPECT_FALSE(RestoreMeter(test.app(), side, {}).sent.restore_point.empty());
+  EXPECT_EQ(RestorePoints(test.app()).size(), 1u);
+}
+
 TEST(Restore, AnotherMeterIsAskedForExpressly) {
   CompareTest test(kOnePath);
   const CompareSide point = SideOfMeter(test.Read());
@@ -491,7 +521,12 @@ TEST(Restore, AnotherMeterIsAskedForExpressly) {
   const RestoreReport taken = RestoreMeter(test.app(), point, {}, OtherMeter::kTake);
   EXPECT_EQ(taken.sent.halt, SendHalt::kDone);
   EXPECT_EQ(test.meter().holding().Word(0x0104), id_number);
-  for (const SentRow& row : taken.left) EXPECT_EQ(SendRuleOf(*row.place.row) == SendRule::kOrdinary, false);
+  for (const SentRow& row : taken.left) EXPECT_EQ(SendRuleOf(*row.place.row), SendRule::kNever);
+  EXPECT_EQ(taken.kept.size(), 5u) << "its number and its adjustments";
+  for (const SentRow& row : taken.kept) {
+    EXPECT_TRUE(BelongsToOneMeter(*row.place.row));
+    EXPECT_TRUE(row.reason.starts_with("it is the meter's own and stays ")) << row.reason;
+  }
 }
 
 // Of every kind of trouble some, and meters that answer each request so late that the next one meets it.

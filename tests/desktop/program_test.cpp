@@ -14,14 +14,19 @@
 #include <QStyle>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTimer>
+#include <algorithm>
+#include <functional>
 
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
+#include "live/form12.h"
 #include "pages/parameter_page.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "shell/mdi_form1.h"
 #include "tour/hands.h"
+#include "values/code_tables.h"
 
 namespace vlt::test {
 namespace {
@@ -183,6 +188,39 @@ TEST_P(ProgramTest, FieldsHaveRoomForTheWidestValueOrTellIt) {
   }
 }
 
+// At their widest all at once: units, polls of some days, and what a station shows.
+TEST_P(ProgramTest, StationsHaveRoomForTheirWidestTexts) {
+  auto& page = static_cast<Form12&>(Open("Form12"));
+  page.lblFailed.ForEach([](Label& label) { label.SetCaption("12345/67890"); });
+  page.lblAnswered.ForEach([](Label& label) { label.SetCaption("20:58:48"); });
+  const std::string silent = app.Text(1964);
+  const auto& alarms = AlarmRows(GetParam());
+  const std::string alarm = *std::ranges::max_element(alarms, {}, &std::string::size);
+  const struct {
+    std::string shown;
+    const char* units[2];
+  } rows[] = {{silent, {"[BBL/min]", "[MBTU/h]"}},
+              {"-123456789012.345", {"[mBBL]", "[kBTU/h]"}},
+              {alarm, {"[BBL/min]", ""}}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.shown);
+    for (int i = 0; i < 31; ++i) {
+      page.lblUnit1(i).SetCaption(row.units[0]);
+      page.lblUnit2(i).SetCaption(row.units[1]);
+      for (TextBox* box : {&page.txtDisp1(i), &page.txtDisp2(i)}) box->SetText(row.shown);
+    }
+    program.Screen().Flush();
+    QApplication::processEvents();
+    const auto& scroll = dynamic_cast<QScrollArea&>(hands.Window("Form12"));
+    EXPECT_EQ(scroll.horizontalScrollBar()->maximum(), 0) << "pixels too wide";
+    for (const QLineEdit* field : scroll.findChildren<QLineEdit*>()) {
+      if (!field->objectName().startsWith("txtDisp")) continue;
+      const int wanted = field->fontMetrics().horizontalAdvance(field->text());
+      EXPECT_LE(wanted, TextRoom(*field)) << FromQt(field->objectName());
+    }
+  }
+}
+
 TEST_P(ProgramTest, ATestStateIsABarAbovePagesInTheNarrowestWindowToo) {
   Open("Form7");
   QWidget& bar = hands.Widget("MDIForm1", "lblTestState");
@@ -275,6 +313,30 @@ TEST_P(ProgramTest, AFaultInAHandlerOrBesideItIsTold) {
     EXPECT_TRUE(WaitFor([&] { return boxes.AllGiven(); })) << beside;
   }
   EXPECT_TRUE(boxes.trouble.empty());
+}
+
+// A signal ends the program when the operation on the line has ended, and stops what can be stopped.
+TEST_P(ProgramTest, AnEndFromOutsideWaitsForTheOperationOnTheLine) {
+  Form& compare = Open("frmCompare");
+  auto& stop = static_cast<PushButton&>(*compare.Find("cmdStop"));
+  stop.SetEnabled(true);
+  app.state.UiLocked = true;
+  bool stopped = false;
+  stop.on_click = [&] { stopped = true; };
+  program.EndBehindWork();
+  EXPECT_TRUE(stopped);
+  const auto wait = [](const std::function<bool()>& over) {
+    for (int i = 0; i < 200 && !over(); ++i) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return over();
+  };
+  QTimer ticks;  // something to wait for
+  int ticked = 0;
+  QObject::connect(&ticks, &QTimer::timeout, [&] { ++ticked; });
+  ticks.start(10);
+  EXPECT_TRUE(wait([&] { return ticked >= 12; }));
+  EXPECT_FALSE(program.IsEnding());
+  app.state.UiLocked = false;
+  EXPECT_TRUE(wait([&] { return program.IsEnding(); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, ProgramTest, testing::Values(0, kEnglish),

@@ -181,6 +181,18 @@ TEST(Condition, SavesNothingThatWasNotRead) {
   EXPECT_TRUE(t.test.platform.files.files.empty());
 }
 
+TEST(Condition, SavesTheSecondChannelAlone) {
+  TransitTest t(TransitTest::Meter(kFullModel, 2));
+  t.test.platform.Arm("silence@0030H*ever");
+  t.condition().ReadInfButton.Press();
+  EXPECT_EQ(t.State(), "Reading of condition was completed [NO RESPONSE ERROR]");
+  t.dialogs().SaveFile("/logs/second.csv");
+  t.condition().SaveInfButton.Press();
+  EXPECT_EQ(t.dialogs().TakeTexts(), Texts{});
+  EXPECT_EQ(t.Lines("/logs/second.csv")[3],
+            "WEDGE S.V.(CAL .),,[m/s],," + std::to_string(t.meter().input().Word(0x13B8)));
+}
+
 TEST(Condition, KeepsTheRowsOfAChannelThatFails) {
   const struct {
     const char* fault;

@@ -107,10 +107,12 @@ std::string ExpectedRecord(std::int64_t cycle) {
             : ch == 2 ? ",0,0,0,0," + std::to_string(cycle) + ",0,'0000000000000000,"
                       : "0,0,0,0,0," + std::to_string(cycle) + ",0,'0000000000000000,";
   }
-  if (trouble == Trouble::kSilent && SilentChannel(cycle) == 2) line += "[NO RESPONSE ERROR]";
-  if (trouble == Trouble::kUnplugged) line += "[RECEIVE ERROR(8)] COM1 was lost at ";
+  if (trouble == Trouble::kSilent) line += "[NO RESPONSE ERROR]";
+  if (trouble == Trouble::kBadCheck) line += "[CRC ERROR]";
+  if (trouble == Trouble::kUnplugged)
+    line += "CH2 [RECEIVE ERROR(5)] CH3 [RECEIVE ERROR(8)] COM1 was lost at  (ID No. 0000)";
   if (IsUnplugged(cycle - 1)) {
-    line += (line.ends_with(']') ? " " : "") + std::string("COM1 was away from  to ");
+    line += (line.ends_with(']') ? " " : "") + std::string("COM1 was away from  to  (ID No. 0000)");
   }
   return line;
 }

@@ -111,6 +111,7 @@ TEST(MeasureRecords, AreTheseBytes) {
   for (const Golden& golden : Goldens()) {
     SCOPED_TRACE(golden.shape.name);
     MeasureTest t(golden.shape, golden.lang_offset);
+    t.files()["/app/VLT.ini"] = "[LINK]\r\nIDENTIFY=0\r\n";
     t.app().state.RetryNo = 0;
     PinValues(t.meter());
     t.StartRun();
@@ -134,6 +135,32 @@ TEST(MeasureRecords, StartANewFileBehindTheLastOne) {
   EXPECT_EQ(t.Lines(), head);
   t.RunCycles(4);
   EXPECT_EQ(t.Lines().size(), 3u);
+}
+
+// The page names the file, what is in it and when the next one is due: 31998 records of a second each and
+// their exchange, which has a tenth of one.
+TEST(MeasureRecords, AreCountedOnThePageWithTheNextFile) {
+  MeasureTest t(kOneChannel);
+  const auto log = [&] { return t.page().LogBar.Panel(1); };
+  EXPECT_EQ(log(), "");
+  t.StartRun();
+  t.RunCycles(1);
+  EXPECT_EQ(
+      log(),
+      "run_20261124100000.csv: 1 recorded, next file after 31997 more, about 2026/11/24 18:53 (/data/)");
+  t.RunCycles(3);
+  EXPECT_TRUE(
+      log().starts_with("run_20261124100000.csv: 3 recorded, next file after 31995 more, about 2026/11/24 1"))
+      << log();
+  EXPECT_GT(log().substr(log().find("24 1")), "24 18:53") << "cycles last longer than their seconds";
+  t.page().MeasureRecordCount = 31997;
+  t.RunCycles(4);
+  const std::string name = t.page().MeasureFilePath.substr(6);
+  EXPECT_NE(name, "run_20261124100000.csv");
+  EXPECT_TRUE(log().starts_with(name + ": 0 recorded, next file after 31998 more")) << log();
+  t.RunCycles(5);
+  t.page().Stop.Press();
+  EXPECT_EQ(log(), name + ": 1 recorded (/data/)");
 }
 
 TEST(MeasureRecords, AreLostOnlyWhileTheFileCannotBeWritten) {
@@ -205,17 +232,17 @@ std::vector<Golden> Goldens() {
       {kOneChannel,
        5000,
        "silence@0000",
-       {"The measurement data", Join({"TIME,", kHeads}), Join({"2026/11/24 10:00:01,", kWorst}),
+       {"<The measurement data>", Join({"TIME,", kHeads}), Join({"2026/11/24 10:00:01,", kWorst}),
         Join({"2026/11/24 10:00:02,", kFailed, "[NO RESPONSE ERROR]"})}},
       {kOnePath,
        0,
        "silence@10C0",
-       {"測定データ,CH1", kJapaneseHeads, Join({"2026/11/24 10:00:00,", kWorst, kWorstHeat}),
+       {"<測定データ>,<CH1>", kJapaneseHeads, Join({"2026/11/24 10:00:00,", kWorst, kWorstHeat}),
         Join({"2026/11/24 10:00:02,", kFailed, kFailedHeat, "[NO RESPONSE ERROR]"})}},
       {kTwoPaths,
        5000,
        "silence@2648",
-       {"The measurement data,CH1,,,,,,,,,,,,,,,,,CH2,,,,,,,,,,,,,,,,,CH3",
+       {"<The measurement data>,<CH1>,,,,,,,,,,,,,,,,,<CH2>,,,,,,,,,,,,,,,,,<CH3>",
         Join({"TIME,", kHeads, kHeatHeads, kHeads, kHeatHeads, kHeads, kHeatHeads}),
         Join({"2026/11/24 10:00:01,", kWorst, kWorstHeat, kSecond, kSecondHeat, kThird, kThirdHeat}),
         Join({"2026/11/24 10:00:02,", kWorst, kWorstHeat, kSecond, kSecondHeat, kFailed, kFailedHeat,
@@ -223,7 +250,7 @@ std::vector<Golden> Goldens() {
       {kTwoPipes,
        5000,
        "silence@251C",
-       {"The measurement data,CH1,,,,,,,,CH2,,,,,,,,CH3", Join({"TIME,", kHeads, kHeads, kHeads}),
+       {"<The measurement data>,<CH1>,,,,,,,,<CH2>,,,,,,,,<CH3>", Join({"TIME,", kHeads, kHeads, kHeads}),
         Join({"2026/11/24 10:00:00,", kWorst, kSecond,
               ",201.062,202.062,203.062,204.062,205,206,'0000000000000010,"}),
         Join({"2026/11/24 10:00:02,", kWorst, kSecond, kFailed, "[NO RESPONSE ERROR]"})}},

@@ -111,8 +111,8 @@ TEST(MeasureStart, MeasuresAllChannelsOfAMeterThatDoesNotTellThem) {
     int fields;
   };
   const Case cases[] = {
-      {"silence@0148", "The measurement data,CH1,,,,,,,,CH2,,,,,,,,CH3", 8},
-      {"silence@03E8", "The measurement data,CH1,,,,,,,,,,,,,,,,,CH2,,,,,,,,,,,,,,,,,CH3", 17},
+      {"silence@0148", "<The measurement data>,<CH1>,,,,,,,,<CH2>,,,,,,,,<CH3>", 8},
+      {"silence@03E8", "<The measurement data>,<CH1>,,,,,,,,,,,,,,,,,<CH2>,,,,,,,,,,,,,,,,,<CH3>", 17},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.silence);
@@ -183,6 +183,49 @@ TEST(MeasureValues, ShowWhatTheRegistersHold) {
   t.RunCycles(4);
   EXPECT_EQ(t.page().txtRyuryo(0).Text(), "-2.999");
   EXPECT_EQ(t.State(), "It is display acquisition data");
+}
+
+// The next channel's exchange must not hide it.
+TEST(MeasureValues, TheReasonOfAChannelOutlivesTheNextOne) {
+  const std::pair<std::vector<const char*>, const char*> rows[] = {
+      {{"silence@0000"}, "[NO RESPONSE ERROR]"},
+      {{"crc@1388"}, "[CRC ERROR]"},
+      {{"silence@0000", "silence@1388"}, "[NO RESPONSE ERROR]"},
+      {{"silence@0000", "crc@251C"}, "CH1 [NO RESPONSE ERROR] CH3 [CRC ERROR]"},
+      {{}, ""},
+  };
+  MeasureTest t(kTwoPipes);
+  t.app().state.RetryNo = 0;
+  t.StartRun();
+  std::int64_t cycles = 1;
+  for (const auto& [faults, reason] : rows) {
+    SCOPED_TRACE(reason);
+    for (const char* fault : faults) t.test.platform.Arm(fault);
+    t.RunCycles(++cycles);
+    EXPECT_EQ(t.State(), "It is display acquisition data" + std::string(faults.empty() ? "" : " ") + reason);
+    const std::string record = t.Lines().back();
+    EXPECT_EQ(record.substr(record.rfind(',') + 1), reason);
+  }
+}
+
+TEST(MeasureValues, ABlockThatFailsAloneLeavesTheOthersSteady) {
+  MeasureTest t(kTwoPaths);
+  t.app().state.RetryNo = 0;
+  t.meter().SetLive(1, sim::Quantity::Flow, 12.5);
+  t.StartRun();
+  std::set<std::string> shown;
+  t.page().txtRyuryo(1).Observe([&] { shown.insert(t.page().txtRyuryo(1).Text()); });
+  t.test.platform.Arm("silence@2448");
+  t.RunCycles(2);
+  EXPECT_EQ(t.page().txtThermalFlow(1).Text(), "-");
+  EXPECT_EQ(t.page().txtRAS(1).Text(), "Normal");
+  t.RunCycles(3);
+  EXPECT_NE(t.page().txtThermalFlow(1).Text(), "-");
+  EXPECT_FALSE(shown.contains("-"));
+  // Of a channel whose first block is silent the second one is not asked, and nothing old is shown.
+  t.test.platform.Arm("silence@1388");
+  t.RunCycles(4);
+  EXPECT_EQ(t.page().txtRyuryo(1).Text() + t.page().txtThermalFlow(1).Text(), "--");
 }
 
 TEST(MeasureValues, AChannelThatNeverAnsweredShowsNothingWhereItHasNone) {

@@ -55,9 +55,24 @@ TEST(RasPage, LeavesTheColumnOfASilentChannel) {
             "0000000000000000"
             "1111111111111111"
             "0000000000000000");
+  // The old column is told, although the channel behind it has answered.
+  EXPECT_EQ(t.test.StatusText(), "Reading of RAS was completed [NO RESPONSE ERROR]");
+  EXPECT_EQ(t.page().MSFlexGrid1.Cell(0, 1), "CH2*");
+  EXPECT_EQ(t.page().MSFlexGrid1.Cell(0, 2), "CH3");
+  EXPECT_EQ(t.page().lblOldColumns.Caption(), "* did not answer, as read before: CH2 2026/11/24 10:00:00");
   t.test.platform.Arm("crc@2540");
   t.page().RASReadParameter.Press();
   EXPECT_EQ(t.test.StatusText(), "Reading of RAS was completed [CRC ERROR]");
+  EXPECT_EQ(t.page().MSFlexGrid1.Cell(0, 1), "CH2");
+  // A meter that does not tell its channels leaves two of them unread.
+  t.test.platform.Arm("silence@0148");
+  t.page().RASReadParameter.Press();
+  EXPECT_EQ(t.test.StatusText(), "Reading of RAS was completed [NO RESPONSE ERROR]");
+  EXPECT_EQ(t.page().MSFlexGrid1.Cell(0, 1) + t.page().MSFlexGrid1.Cell(0, 2), "CH2*CH3*");
+  t.page().FrmInit();
+  EXPECT_EQ(t.page().MSFlexGrid1.Cell(0, 1), "CH2*") << "the page is opened again";
+  t.page().RASReadParameter.Press();
+  EXPECT_EQ(t.page().lblOldColumns.Caption() + t.page().MSFlexGrid1.Cell(0, 2), "CH3");
 }
 
 TEST(RasPage, IsNarrowForOneChannel) {

@@ -92,6 +92,110 @@ TEST_F(StationsFileTest, HeatOfTheSecondDisplayIsReadOnTheFirstOnesChannel) {
   EXPECT_EQ(Page().txtDisp2(0).Text(), "55.5");
 }
 
+// Unit queries of station 2 that fail: what its caption says at the start and behind two passes.
+TEST_F(StationsFileTest, AStationThatAnswersKeepsItsUnits) {
+  const int temperature = kAllFields - 1;
+  const struct {
+    const char* fault;
+    int place;
+    const char* at_start;
+    const char* later;
+  } rows[] = {
+      {"silence@0100H/03:2", kFlowPlace, "[m3/h]", "[m3/h]"},
+      {"crc@0004H:2", kFlowPlace, "[m3/h]", "[m3/h]"},
+      {"silence@0100H/03:2*2", kVelocityPlace, "[?]", "[m/s]"},
+      {"silence/03:2*3", kFlowPlace, "[?]", "[m3/h]"},
+      {"silence@0100H/03:2*ever", temperature, "[degC]", "[degC]"},
+      {"silence/03:2*ever", kFlowPercentPlace, "[%]", "[%]"},
+      {"silence/03:2*ever", kFlowPlace, "[?]", "[?]"},
+  };
+  AddStations({1, 2});
+  for (const auto& row : rows) {
+    SCOPED_TRACE(std::string(row.fault) + " " + std::to_string(row.place));
+    Files().clear();
+    test.platform.line.faults().Clear();
+    test.platform.Arm(row.fault);
+    Choose(0, row.place, 0, -1);
+    Start("3");
+    EXPECT_EQ(Page().lblUnit1(1).Caption(), row.at_start);
+    RunPasses(2);
+    EXPECT_EQ(Page().lblUnit1(1).Caption(), row.later);
+    EXPECT_EQ(Page().lblUnit1(0).Caption() == "[?]", false) << "the other station";
+    Page().cmdStop.Press();
+    // What came behind the head of the file stands behind the next record.
+    const bool late = std::string_view(row.at_start) != row.later;
+    EXPECT_EQ(Log().find("(Unit acquisition error)") != std::string::npos,
+              std::string_view(row.at_start) == "[?]");
+    const std::string unit(row.later);
+    EXPECT_EQ(std::ranges::count(Log(), '\n'), 5 + 2);
+    EXPECT_EQ(Log().find(",Station No.2 CH1 " + app.Text(LiveFieldAt(row.place).head) + "(" +
+                             unit.substr(1, unit.size() - 2) + ")\r\n",
+                         Log().find("\n2026")) != std::string::npos,
+              late)
+        << Log();
+  }
+}
+
+// A meter that has no such register is not asked for it behind every poll.
+TEST_F(StationsFileTest, AUnitThatNeverComesIsAskedForSeldom) {
+  AddStations({1});
+  test.platform.Arm("silence@0100H*ever");
+  Choose(0, kFlowPlace, 0, -1);
+  Start("2");
+  const auto asked = [&] {
+    return std::ranges::count_if(test.platform.TakeRequests(), [](const std::string& request) {
+      return request.starts_with("01 03 01 00 00 01");
+    });
+  };
+  asked();
+  RunPasses(4);
+  EXPECT_EQ(asked(), 4);
+  RunPasses(24);
+  EXPECT_EQ(asked(), 3);
+  Page().cmdStop.Press();
+  // Nor does it stand in the way of another one.
+  Choose(0, kFlowPlace, 0, kAllFields - 1);
+  test.platform.Arm("silence@04B4H*ever");
+  Start("2");
+  EXPECT_EQ(Page().lblUnit2(0).Caption(), "[?]");
+  test.platform.line.faults().Clear();
+  test.platform.Arm("silence@0100H*ever");
+  RunPasses(1);
+  EXPECT_EQ(Page().lblUnit1(0).Caption() + Page().lblUnit2(0).Caption(), "[?][degC]");
+}
+
+// A code that one meter has told is never read by the unit system of another one.
+TEST_F(StationsFileTest, AStationThatCouldBeAnotherTellsItsUnitsAnew) {
+  AddStations({1});
+  test.platform.Arm("silence@0100H*ever");
+  Choose(0, kFlowPlace, 0, -1);
+  Start("2");
+  RunPasses(1);
+  test.platform.line.Unplug(Time().NowMs() * 1000);
+  RunPasses(2);
+  test.platform.Meter().holding().PutWord(0x0004, 0);
+  test.platform.line.faults().Clear();
+  test.platform.line.Plug(Time().NowMs() * 1000);
+  RunPasses(4);
+  EXPECT_EQ(Page().lblUnit1(0).Caption(), "[L/s]");
+}
+
+TEST_F(StationsFileTest, TheStampIsThatOfTheStart) {
+  AddStations({1, 2});
+  Choose(0, kFlowPlace, 0, -1);
+  Start("2", "/data/run.csv");
+  EXPECT_GT(Time().Now().second, 0) << "the units took their time";
+  EXPECT_EQ(Page().PvFileName, "/data/run_20261124100000.csv");
+  Page().cmdStop.Press();
+  // A name that was given before the start too.
+  test.platform.dialogs.SaveFile("/data/early.csv");
+  EXPECT_TRUE(Page().cmdSaveCSV.Press());
+  Time().RunFor(60'000);
+  const std::string stamp = StampText(Time().Now());
+  Start("2", std::nullopt);
+  EXPECT_EQ(Page().PvFileName, "/data/early_" + stamp + ".csv");
+}
+
 TEST_F(StationsFileTest, NameIsOfOneRunAndItsFolderIsKept) {
   AddStations({1});
   Choose(0, kFlowPlace, 0, -1);

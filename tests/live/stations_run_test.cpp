@@ -101,8 +101,9 @@ TEST_F(StationsTest, AsksUnitsOfEachStationThenPollsFromTheFirstCycleOn) {
   RunPasses(1);
   EXPECT_EQ(test.platform.TakeRequests(),
             (std::vector<std::string>{"01 04 00 00 00 13 B1 C7", "01 04 13 88 00 13 35 69",
-                                      "01 04 24 48 00 1C 7B 25", "1F 04 00 00 00 13 B2 79",
-                                      "1F 04 13 88 00 13 36 D7", "1F 04 24 48 00 1C 78 9B"}));
+                                      "01 04 24 48 00 1C 7B 25", "01 03 01 00 00 03 04 37",
+                                      "1F 04 00 00 00 13 B2 79", "1F 04 13 88 00 13 36 D7",
+                                      "1F 04 24 48 00 1C 78 9B", "1F 03 01 00 00 03 07 89"}));
   EXPECT_EQ(Page().txtDisp1(1).Text(), "") << "a station that is not asked";
   CheckNoneInsideAnother();
 }
@@ -110,6 +111,7 @@ TEST_F(StationsTest, AsksUnitsOfEachStationThenPollsFromTheFirstCycleOn) {
 // 31 stations, four silent, one with a wrong check, one whose answer another station has signed: as bytes and
 // as milliseconds.
 TEST_F(StationsTest, PassOverAllStationsAsBytesAndMilliseconds) {
+  Files()["/app/VLT.ini"] = "[LINK]\r\nIDENTIFY=0\r\n";
   AddStations(1, 31);
   Choose(0, kFlowPlace, 0, -1);
   Start("16");
@@ -246,6 +248,23 @@ TEST_F(StationsTest, EndOfTheProgramDuringARunEndsItWithTheRun) {
   Time().RunFor(1'000);
   EXPECT_TRUE(Time().Ended());
   EXPECT_EQ(State(), "The display of data was ended");
+}
+
+TEST_F(StationsTest, AWindowThatClosesWhileUnitsAreAskedEndsNoRun) {
+  app.windows.Load("Form9").Show();
+  Page().Show();
+  AddStations({1, 2});
+  Choose(0, kFlowPlace, 0, -1);
+  bool closed = false;
+  Time().After(300, [&] {
+    EXPECT_TRUE(app.state.UiLocked);
+    closed = app.windows.Unload("Form9");
+  });
+  Start("2");
+  EXPECT_TRUE(closed);
+  RunPasses(2);
+  EXPECT_EQ(State(), "It is display acquisition data");
+  EXPECT_TRUE(app.state.UiLocked);
 }
 
 TEST_F(StationsTest, APassOpensThePortThatSomebodyHasClosed) {

@@ -42,7 +42,8 @@ TEST_F(WaitingMeasure, GoesOnWithinTwoSecondsUnderAnotherName) {
   // A cycle falls into the gap, and has its record.
   t.RunCycles(3);
   EXPECT_EQ(t.Lines().size(), records + 1);
-  EXPECT_TRUE(t.Lines().back().ends_with("-,'-,[RECEIVE ERROR(5)] COM1 was lost at 2026/11/24 10:00:12"))
+  EXPECT_TRUE(t.Lines().back().ends_with(
+      "-,'-,[RECEIVE ERROR(5)] COM1 was lost at 2026/11/24 10:00:12 (ID No. 0001)"))
       << t.Lines().back();
   t.test.platform.TakeRequests();
   board.Plug(Adapter("/dev/ttyUSB3", "A1"));
@@ -61,6 +62,7 @@ TEST_F(WaitingMeasure, GoesOnWithinTwoSecondsUnderAnotherName) {
   const std::string& first = lines[records + 1];
   EXPECT_TRUE(EndOf(first).starts_with("COM1 was away from 2026/11/24 10:00:12 to 2026/11/24 10:00:2"))
       << first;
+  EXPECT_TRUE(first.ends_with(" (ID No. 0001)")) << first;
   EXPECT_EQ(std::ranges::count(first, ','), std::ranges::count(lines[2], ',')) << "the columns stay";
   EXPECT_EQ(EndOf(lines[records + 2]), "") << "told once";
   EXPECT_TRUE(t.test.platform.dialogs.TakeTexts().empty());
@@ -99,27 +101,46 @@ TEST_F(WaitingMeasure, DoesNotGoOnWithAnotherMeter) {
   EXPECT_EQ(std::ranges::count_if(lines, [](const auto& l) { return HasText(l, "was away from"); }), 1);
 }
 
-// Without a question at the start two meters of one kind are not told apart the first time.
-TEST_F(WaitingMeasure, AsksForTheNumberAtItsStartOnlyWhereTheSettingsWantIt) {
-  for (const bool identify : {false, true}) {
-    SCOPED_TRACE(identify);
+bool AsksForNumber(const std::string& request) { return request.starts_with("01 03 01 00 00 03"); }
+
+// A run asks once, behind its queries for units, and again when that was not answered. Without a question two
+// meters of one kind are not told apart the first time.
+TEST_F(WaitingMeasure, AsksForTheNumberAtItsStartUnlessTheSettingsForbidIt) {
+  const struct {
+    const char* settings;
+    const char* known;  // to the session, of the meter that was there before
+    const char* fault;
+    int questions;
+    bool told_apart;
+  } cases[] = {{"", "0007", "", 1, true},
+               {"IDENTIFY=1\r\n", "", "", 1, true},
+               {"IDENTIFY=0\r\n", "", "", 0, false},
+               {"", "", "silence@0100H#2", 2, true},
+               {"", "", "silence@0100H#2*ever", 3, false}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::string(c.settings) + c.fault);
     MeasureTest one(kOneChannel);
     PlugBoard plugs(one.test.platform, one.app());
-    one.files()["/app/VLT.ini"] += identify ? "[LINK]\r\nIDENTIFY=1\r\n" : "";
+    one.files()["/app/VLT.ini"] += std::string("[LINK]\r\n") + c.settings;
+    one.app().state.MeterIdNo = c.known;
+    one.app().state.RetryNo = 0;
+    if (*c.fault != 0) one.test.platform.Arm(c.fault);
     plugs.Plug(kAdapter);
     one.test.platform.TakeRequests();
     one.StartRun();
+    one.RunCycles(5);
     Texts asked = one.test.platform.TakeRequests();
-    const auto proofs = std::ranges::count_if(
-        asked, [](const std::string& request) { return request.starts_with("01 03 01 00 00 03"); });
-    EXPECT_EQ(proofs, identify ? 1 : 0);
+    EXPECT_EQ(std::ranges::count_if(asked, AsksForNumber), c.questions);
+    if (c.questions > 0) {
+      EXPECT_EQ(std::ranges::find_if(asked, AsksForNumber) - asked.begin(), 8) << "behind the units";
+    }
     sim::Line other_line;
     other_line.AddStation(1, {.specification = 182, .id_number = 7});
     plugs.Unplug("/dev/ttyUSB0");
-    one.RunCycles(3);
+    one.RunCycles(7);
     plugs.Plug(kAdapter, other_line);
-    one.RunCycles(6);
-    EXPECT_EQ(one.page().txtRyuryo(0).Text() == "-", identify);
+    one.RunCycles(10);
+    EXPECT_EQ(one.page().txtRyuryo(0).Text() == "-", c.told_apart);
   }
 }
 
@@ -209,9 +230,11 @@ TEST_F(WaitingStations, GoOnAndMarkTheGapBehindTheLastColumn) {
   const Texts lines = Lines();
   const std::size_t head = lines.size() - 4;
   EXPECT_EQ(lines[head].substr(19), lines[head].substr(19, lines[head].size() - 19));
-  EXPECT_TRUE(lines[head + 1].ends_with(",***,,***,,COM1 was lost at 2026/11/24 10:00:32"))
+  EXPECT_TRUE(
+      lines[head + 1].ends_with(",***,,***,,COM1 was lost at 2026/11/24 10:00:33 (ID No. 01=0001 02=0001)"))
       << lines[head + 1];
-  EXPECT_TRUE(HasText(lines[head + 2], ",,COM1 was away from 2026/11/24 10:00:32 to ")) << lines[head + 2];
+  EXPECT_TRUE(HasText(lines[head + 2], ",,COM1 was away from 2026/11/24 10:00:33 to ")) << lines[head + 2];
+  EXPECT_TRUE(lines[head + 2].ends_with(" (ID No. 01=0001 02=0001)")) << lines[head + 2];
   EXPECT_TRUE(lines[head + 3].ends_with(",")) << lines[head + 3];
   EXPECT_FALSE(HasText(lines[head + 2], "***"));
   EXPECT_EQ(Page().lblFailed(1).Caption(), "1/4");
@@ -219,7 +242,7 @@ TEST_F(WaitingStations, GoOnAndMarkTheGapBehindTheLastColumn) {
 
 // The line behind the adapter was changed meanwhile: a station with other units is not taken for the old one.
 TEST_F(WaitingStations, DoNotTakeOneStationForAnother) {
-  AddStations({1, 2});
+  AddStations({1, 2, 3});
   Choose(0, kFlowPlace, 0, -1);
   Start("5");
   RunPasses(1);
@@ -229,12 +252,35 @@ TEST_F(WaitingStations, DoNotTakeOneStationForAnother) {
   sim::MeterConfig english;
   english.unit_system = 1;
   changed.AddStation(2, english);
+  changed.AddStation(3, {.id_number = 7});
   board.Plug(kAdapter, changed);
   RunPasses(4);
   EXPECT_NE(Page().txtDisp1(0).Text(), "Communication Error");
-  EXPECT_EQ(Page().txtDisp1(1).Text(), "Communication Error");
-  EXPECT_TRUE(HasText(Page().txtDisp1(1).Mark(), "another meter answers (unit system 0001 in place of 0000)"))
-      << Page().txtDisp1(1).Mark();
+  const std::pair<int, const char*> others[] = {{1, "unit system 0001 in place of 0000"},
+                                                {2, "ID No. 0007 in place of 0001"}};
+  for (const auto& [at, differs] : others) {
+    EXPECT_EQ(Page().txtDisp1(at).Text(), "Communication Error");
+    EXPECT_TRUE(HasText(Page().txtDisp1(at).Mark(), std::string("another meter answers (") + differs + ")"))
+        << Page().txtDisp1(at).Mark();
+  }
+  const Texts lines = Lines();
+  EXPECT_TRUE(std::ranges::any_of(lines, [](const auto& line) {
+    return HasText(line, "was away from") && line.ends_with(" (ID No. 01=0001)");
+  })) << "only who has proven itself";
+}
+
+// A cycle that all stations just fit into loses no pass to the questions: they wait for room.
+TEST_F(WaitingStations, AskForNumbersOnlyWhereTheCycleHasRoom) {
+  AddStations(1, 31);
+  Choose(0, kFlowPlace, 0, -1);
+  Start("16");
+  test.platform.TakeRequests();
+  for (int pass = 1; pass <= 6; ++pass) {
+    RunPasses(pass);
+    EXPECT_EQ(State(), "It is display acquisition data");
+  }
+  const Texts asked = test.platform.TakeRequests();
+  EXPECT_EQ(std::ranges::count_if(asked, [](const auto& r) { return HasText(r, " 03 01 00 00 03 "); }), 31);
 }
 
 }  // namespace

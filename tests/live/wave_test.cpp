@@ -106,7 +106,16 @@ TEST(Waves, AMethodWithoutComputedWavesCapturesTheReceivedOne) {
   TransitTest t = TwoPipes();
   t.meter().holding().PutWord(0x019C, 0);
   t.waves().CorrelationCalOption.Choose();
+  const std::string told = "CORRELATION is not offered by METHOD 0, U:RECEIVED DATA is captured";
+  std::set<std::string> states;
+  for (int at = 0; at < 3'000; at += 10) t.time().After(at, [&] { states.insert(t.State()); });
   Capture(t, 1);
+  EXPECT_EQ(t.test.StatusText(), told);
+  EXPECT_TRUE(states.contains("The display of data was started " + told));
+  t.dialogs().SaveFile("/logs/wave.csv");
+  t.waves().ProfileSaveButton.Press();
+  EXPECT_EQ(t.Lines("/logs/wave.csv")[0], "<Measurement result>,,\"" + told + "\"");
+  EXPECT_EQ(t.Lines("/logs/wave.csv")[3], "KIND,U:RECEIVED DATA");
   const Texts sent = WithoutPolls(t.Requests());
   EXPECT_EQ(sent[2], "06 01 68 00 01");
   EXPECT_TRUE(t.waves().ForwardReceiveOption.Value());
@@ -308,6 +317,17 @@ TEST(Waves, PageStaysUntilTheRunHasEnded) {
   }
   EXPECT_TRUE(blocks.contains({0, "Waiting for the wave"})) << blocks.begin()->second;
   EXPECT_TRUE(t.app().windows.Unload("Form11"));
+}
+
+TEST(Waves, AnotherPageThatClosesDoesNotEndTheRun) {
+  TransitTest t = TwoPipes();
+  t.meter().holding().PutWord(0x019C, 0);
+  for (const char* page : {"Form9", "Form12"}) t.app().windows.Load(page);
+  for (const char* page : {"Form9", "Form12"}) {
+    t.time().After(700, [&t, page] { EXPECT_TRUE(t.app().windows.Unload(page)); });
+  }
+  Capture(t, 1);
+  EXPECT_EQ(t.waves().Captures, 1);
 }
 
 TEST(Waves, LeavingWithoutARunEndsNothing) {

@@ -131,6 +131,91 @@ TEST(Pages, TheReasonOfAFailedWriteStandsWhileItIsAskedAndStaysAtTheField) {
   EXPECT_EQ(page.OUTER_DIAMETERText.Mark(), "");
 }
 
+// The meter repeats a write and does nothing: the read-back decides, not the echo.
+TEST(Pages, AWriteThatTheMeterConfirmsAndIgnoresIsMarkedAndTold) {
+  const struct {
+    const char* page;
+    const char* fault;
+    std::vector<std::pair<const char*, const char*>> entries;  // what is typed, or the index that is chosen
+    const char* marked;
+    const char* mark;
+    const char* status;
+  } cases[] = {
+      {"Form10",
+       "ignore-write@00D2H/10*ever",
+       {{"OUTER_DIAMETER", "114.3"}, {"WALL_THICKNESS", "4"}},
+       "OUTER_DIAMETERText",
+       "114.30 was sent, the meter holds 60.50",
+       "Setting of process setting was completed OUTER DIAMETER: 114.30 was sent, the meter holds 60.50"},
+      {"Form10",
+       "ignore-write/10*ever",
+       {{"KIND_OF_FLUID", "3"}, {"WALL_THICKNESS", "4"}},
+       "KIND_OF_FLUIDCombo",
+       "AMMONIA was sent, the meter holds WATER",
+       "Setting of process setting was completed WALL THICKNESS: 4.00 was sent, the meter holds 3.80 (and 1 "
+       "more)"},
+      {"Form10",
+       "ignore-write/10*ever",
+       {{"VISCOSITY", "1.5"}},
+       "VISCOSITYText",
+       "1.5 was sent, the meter holds 1.0038",
+       "Setting of process setting was completed VISCOSITY: 1.5 was sent, the meter holds 1.0038"},
+      // What the register's step takes off is no failure, and no more is what the meter has taken.
+      {"Form10",
+       "",
+       {{"OUTER_DIAMETER", "114.309"}, {"KIND_OF_FLUID", "3"}},
+       "OUTER_DIAMETERText",
+       "",
+       "Setting of process setting was completed "},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.status);
+    PageTest test(kOnePath);
+    ParameterPage& page = OpenPage(test, c.page);
+    for (const auto& [box, value] : c.entries) {
+      static_cast<CheckBox*>(page.Find(box))->Tick();
+      const std::string name(box);
+      auto* text = dynamic_cast<TextBox*>(page.Find(name + "Text"));
+      auto* list = dynamic_cast<ComboBox*>(page.Find(name + "Combo"));
+      EXPECT_TRUE(text != nullptr ? text->Type(value) : list->Choose(std::stoi(value)));
+    }
+    OperationReport told;
+    test.app().on_operation = [&](const OperationReport& report) { told = report; };
+    if (*c.fault != 0) test.test.platform.Arm(c.fault);
+    page.SetParameter.Press();
+    EXPECT_EQ(page.Find(c.marked)->Mark(), c.mark);
+    EXPECT_EQ(test.test.StatusText(), c.status);
+    EXPECT_EQ(told.failed > 0, *c.mark != 0) << "so a strict script ends";
+    EXPECT_EQ(test.dialogs().TakeTexts(), Texts{}) << "the echo was good";
+    page.ReadParameter.Press();
+    EXPECT_EQ(page.Find(c.marked)->Mark(), "") << "a read shows what is so";
+  }
+}
+
+// What goes out in one frame, and what no entry shows.
+TEST(Pages, JoinedWritesAndTheTestModeAreProvenToo) {
+  PageTest test(kOnePath);
+  test.test.platform.Arm("ignore-write@00C8H/10*ever");
+  test.test.platform.Arm("ignore-write@015CH/06*ever");
+  ParameterPage& display = OpenPage(test, "Form5");
+  static_cast<CheckBox*>(display.Find("LCD_Check"))->Tick();
+  static_cast<OptionButton*>(display.Find("optLCD(1)"))->Choose();
+  static_cast<ComboBox*>(display.Find("cmbLCD_Time"))->Choose(3);
+  display.SetParameter.Press();
+  EXPECT_EQ(display.Find("cmbLCD_Time")->Mark(), "3 was sent, the meter holds 5");
+  EXPECT_TRUE(display.Find("optLCD(0)")->Mark().ends_with(" was sent, the meter holds ON"))
+      << display.Find("optLCD(0)")->Mark();
+  EXPECT_TRUE(test.test.StatusText().ends_with(" (and 1 more)")) << test.test.StatusText();
+  ParameterPage& maintenance = OpenPage(test, "Form7");
+  static_cast<CheckBox*>(maintenance.Find("TEST_MODECheck"))->Tick();
+  for (const char* name : {"INPUT_DATAText", "TRACKING_TIMEText"}) {
+    static_cast<TextBox*>(maintenance.Find(name))->Type("4");
+  }
+  maintenance.SetParameter.Press();
+  EXPECT_TRUE(test.test.StatusText().ends_with(": 0001 was sent, the meter holds 0000"))
+      << test.test.StatusText();
+}
+
 TEST(Pages, ABadNumberIsToldAndKeepsTheFocusWhenItIsTypedAndWhenItsBoxIsTicked) {
   PageTest test(kOnePath);
   auto& page = test.Open<Form10>("Form10");

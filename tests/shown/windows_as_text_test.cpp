@@ -52,6 +52,8 @@ class Stage {
     test_.platform.Meter().Fill(7, 0);
     test_.app.state.UnitFlag = scene.shape.unit_system;
     EXPECT_TRUE(OpenPort(test_.app));
+    Know(test_.app, test_.platform.Meter(),
+         {{Fact::kUnitSystem}, {Fact::kHeatFlowUnit}, {Fact::kHeatTotalUnit}, {Fact::kTempUnit}});
     test_.app.windows.Run([&] {
       form_ = &test_.app.windows.Load(name);
       form_->FrmInit();

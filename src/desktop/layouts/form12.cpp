@@ -7,8 +7,17 @@ namespace {
 
 using namespace layout;
 
-constexpr LayoutItem kStation = Cells("chkStationNo(#)", "lblStation(#)", "txtDisp1(#)", "lblUnit1(#)",
-                                      "txtDisp2(#)", "lblUnit2(#)", "lblAnswered(#)", "lblFailed(#)");
+constexpr int kSilent = 1964;  // text id
+
+constexpr LayoutItem kHeads[] = {
+    Narrow(Cells("", "", "lblHead1(0)", "", "lblHead2(0)", "", "lblHeadAnswered(0)", "lblHeadFailed(0)"),
+           kSilent),
+    Narrow(Cells("", "", "lblHead1(1)", "", "lblHead2(1)", "", "lblHeadAnswered(1)", "lblHeadFailed(1)"),
+           kSilent),
+};
+constexpr LayoutItem kStation = Narrow(Cells("chkStationNo(#)", "lblStation(#)", "txtDisp1(#)", "lblUnit1(#)",
+                                             "txtDisp2(#)", "lblUnit2(#)", "lblAnswered(#)", "lblFailed(#)"),
+                                       kSilent);
 
 constexpr LayoutItem kItems[] = {
     Columns(),
@@ -27,10 +36,10 @@ constexpr LayoutItem kItems[] = {
     Group("fraStation"),
     Columns(),
     Column(),
-    Cells("", "", "lblHead1(0)", "", "lblHead2(0)", "", "lblHeadAnswered(0)", "lblHeadFailed(0)"),
+    kHeads[0],
     Repeat(0, 15, kStation),
     Column(),
-    Cells("", "", "lblHead1(1)", "", "lblHead2(1)", "", "lblHeadAnswered(1)", "lblHeadFailed(1)"),
+    kHeads[1],
     Repeat(16, 30, kStation),
     End(),
     End(),

@@ -8,7 +8,7 @@ namespace {
 using namespace layout;
 
 constexpr LayoutItem kItems[] = {
-    Strip("LabelRAS", ">"),
+    Strip("LabelRAS", "lblOldColumns", ">"),
     Wide("MSFlexGrid1"),
     Strip(">", "RASReadParameter"),
 };

@@ -70,6 +70,7 @@ constexpr LayoutItem kItems[] = {
     Column(),
     Wide("Chart2D1"),
     End(),
+    Strip("LogBar"),
     Strip("StatusBar2"),
 };
 
