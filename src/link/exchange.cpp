@@ -37,15 +37,25 @@ const Pattern& PatternOf(int mode) {
   return kPatterns[known ? mode : kModeOrdinary];
 }
 
-// --- what has come and answers nobody -------------------------------------------------------------------
+// --- what has come and answers nobody ----------------------------------------------------------------------
 
-// Bytes that the next step would throw away may be replies that are awaited. Without any that may still come
-// nothing is looked at.
+// Looks for late replies in what has come behind the bytes before it. What is long over is no part of them,
+// and without any that may still come nothing is looked at.
+void AddStray(Exchange& x, OwedReplies& owed, const Frame& came, bool just_come) {
+  constexpr std::int64_t kLongOverUs = 1'000'000;  // longer than the pattern ever does not look
+  LinePace& pace = *x.app.pace;
+  if (!owed.Any() || x.NowUs() - pace.stray_us > kLongOverUs) pace.stray.clear();
+  if (came.empty() || !owed.Any()) return;
+  pace.stray.insert(pace.stray.end(), came.begin(), came.end());
+  pace.stray_us = x.NowUs();
+  owed.DropAllLate(pace.stray, x.NowUs(), just_come);
+}
+
+// Bytes that the next step would throw away may be replies that are awaited.
 void TakeStray(Exchange& x, OwedReplies& owed, bool just_come = true) {
-  Frame& stray = x.app.pace->stray;
-  if (!owed.Any()) return stray.clear();
-  while (x.Port().BytesIn() > 0) stray.push_back(x.Port().TakeByte());
-  owed.DropAllLate(stray, x.NowUs(), just_come);
+  Frame came;
+  while (owed.Any() && x.Port().BytesIn() > 0) came.push_back(x.Port().TakeByte());
+  AddStray(x, owed, came, just_come);
 }
 
 void DiscardInput(Exchange& x, OwedReplies& owed) {
@@ -66,7 +76,7 @@ void AwaitOwed(Exchange& x, OwedReplies& owed) {
   x.doubts = owed.Doubts(x.NowUs());
 }
 
-// --- one attempt ----------------------------------------------------------------------------------------
+// --- one attempt -------------------------------------------------------------------------------------------
 
 void SendFrame(Exchange& x, OwedReplies& owed) {
   x.GiveWay();
@@ -138,9 +148,7 @@ void Settle(Exchange& x, OwedReplies& owed, AttemptEnd end) {
   if (end == AttemptEnd::kAnswered && IsHeadOfReply(x.tx, x.rx)) return owed.Answered(x.limit_us);
   const bool damaged = end == AttemptEnd::kBadCheck || end == AttemptEnd::kShort;
   if (!damaged || !owed.IsSurelyOurs(x.arrived)) owed.GivenUp(x.limit_us);
-  Frame& stray = x.app.pace->stray;
-  stray.insert(stray.end(), x.arrived.begin(), x.arrived.end());
-  TakeStray(x, owed);
+  AddStray(x, owed, x.arrived, true);
 }
 
 void FinishGood(Exchange& x, OwedReplies& owed) {

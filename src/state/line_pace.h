@@ -25,8 +25,9 @@ struct LinePace {
   std::int64_t last_us = kLongAgoUs;  // the last character, out or in, was over
   std::int64_t calls = 0;             // exchanges since the port was opened
   std::int64_t patience_us = kPatienceUs;
-  std::vector<OwedReply> owed;      // oldest first
-  std::vector<std::uint8_t> stray;  // of the pattern: bytes that answered nobody, the last of them
+  std::vector<OwedReply> owed;         // oldest first
+  std::vector<std::uint8_t> stray;     // of the pattern: bytes that answered nobody, the last of them
+  std::int64_t stray_us = kLongAgoUs;  // when they came
 
   // How much later than its limit a reply is reckoned with. A meter answers within some ten milliseconds, a
   // gateway or a radio link gives up after a second. A reply that comes later still doubles it.
