@@ -147,7 +147,12 @@ void Settle(Exchange& x, OwedReplies& owed, AttemptEnd end) {
   if (end == AttemptEnd::kException) ++x.refused;
   if (end == AttemptEnd::kAnswered && IsHeadOfReply(x.tx, x.rx)) return owed.Answered(x.limit_us);
   const bool damaged = end == AttemptEnd::kBadCheck || end == AttemptEnd::kShort;
-  if (!damaged || !owed.IsSurelyOurs(x.arrived)) owed.GivenUp(x.limit_us);
+  if (damaged && owed.IsSurelyOurs(x.arrived)) {
+    // What it still lacks may come behind it and must not make of it a reply to what is asked next.
+    x.app.pace->stray.clear();
+    return;
+  }
+  owed.GivenUp(x.limit_us);
   AddStray(x, owed, x.arrived, true);
 }
 

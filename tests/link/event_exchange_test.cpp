@@ -283,6 +283,24 @@ TEST(LateReplies, ThePatternWaitsForOneThatLooksAlikeAndForNoOther) {
   EXPECT_EQ(t.took_ms, kPatience + 43) << "what never comes is awaited to the end";
 }
 
+// Some reply was lost, so that the pattern looks at what it throws away. The last byte of the cut reply comes
+// 156 ms behind its request: the last look was at 146, and the next request is out.
+TEST(LateReplies, TheRestOfACutReplyPaysForNoOther) {
+  Events t(test::PortKind::kScripted);
+  t.app.state.EventTiming = false;
+  t.app.state.RetryNo = 0;
+  t.platform.scripted.Reply("");
+  t.platform.scripted.ReplyChecked("01 03 04 00 00 00 01");
+  EXPECT_EQ(t.Read(kOne), -1);
+  EXPECT_EQ(t.Read(kOther, 2), 1);
+  t.platform.scripted.Reply("01 03 02 00 05 78 47", 0, 26);
+  t.platform.scripted.ReplyChecked("01 03 02 00 06", 300);
+  t.platform.scripted.ReplyChecked("01 03 02 00 07", 10);
+  EXPECT_EQ(t.Read(kOne), -1);
+  EXPECT_EQ(t.Read(kOne), -1);
+  EXPECT_EQ(t.Read(kOther), 7);
+}
+
 TEST(LateReplies, ThePatternWaitsForTheEchoOfAWriteWhereverItWent) {
   Events t;
   t.app.state.EventTiming = false;
