@@ -68,13 +68,37 @@ void Mistype(Tour& tour) {
   hands.Type(kWindow, "WALL_THICKNESSText", "12.7");
 }
 
+// Takes the values, which replaces what was typed before.
+void TakeOver(Tour& tour) { tour.ClickAndAnswer(kWindow, "cmdTake", "", true); }
+
+void TakePart(Tour& tour) {
+  const Form& page = *tour.Running().Logic().windows.Find("Form10");
+  auto& wall = dynamic_cast<TextBox&>(*page.Find("WALL_THICKNESSText"));
+  auto& mount = dynamic_cast<ComboBox&>(*page.Find("SENSOR_MOUNTCombo"));
+  const std::string thickness = wall.Text();
+  const int mounted = mount.ListIndex();
+  wall.SetText("");
+  mount.SetListIndex(2);
+  TakeOver(tour);
+  tour.Expect("the wall", tour.Operator().Text(kWindow, "WALL_THICKNESSText"), "");
+  tour.Expect("the mount", tour.Operator().Text(kWindow, "SENSOR_MOUNTCombo"), "");
+  tour.Picture(kWindow, "calc_taken_partly");
+  wall.SetText(thickness);
+  mount.SetListIndex(mounted);
+  tour.Operator().Type(kWindow, "WALL_THICKNESSText", "12.7");
+}
+
 void Take(Tour& tour) {
   Hands& hands = tour.Operator();
   const Form& page = *tour.Running().Logic().windows.Find("Form10");
   const auto& diameter = dynamic_cast<const TextBox&>(*page.Find("OUTER_DIAMETERText"));
-  hands.Click(kWindow, "cmdTake");
+  TakeOver(tour);
   tour.Expect("the process page's diameter", hands.Text(kWindow, "OUTER_DIAMETERText"), diameter.Text());
   tour.Picture(kWindow, "calc_taken");
+  // What the page has not read of the pipe.
+  for (const char* list : {"LINING_MATERIALCombo", "KIND_OF_FLUIDCombo", "SENSOR_MOUNTCombo"})
+    hands.Choose(kWindow, list, 0);
+  hands.Choose(kWindow, "SENSOR_TYPECombo", 4);
 }
 
 QString FileOf(Tour& tour, const char* name) {
@@ -115,6 +139,7 @@ constexpr Step kSteps[] = {
     {"spacing on the sensors' scale", OnScale},
     {"spacing on a large pipe", Large},
     {"a value outside of its range", Mistype},
+    {"values of a process page that does not know all", TakePart},
     {"values of the process page", Take},
     {"the sheet is saved", Save},
     {"spacing in inches", Inch},

@@ -78,7 +78,8 @@ bool SameNumber(const std::string& shown, const std::string& held) {
   // An entry shows eight digits, or the register's step.
   const double step = std::max(std::abs(*a) * 1e-6, 0.0);
   const std::size_t point = held.find('.');
-  const double last = point == std::string::npos ? 1 : std::pow(10.0, -static_cast<double>(held.size() - point - 1));
+  const double last =
+      point == std::string::npos ? 1 : std::pow(10.0, -static_cast<double>(held.size() - point - 1));
   return std::abs(*a - *b) <= step + last;
 }
 
@@ -87,7 +88,8 @@ class Walker {
   explicit Walker(unsigned seed) {
     machine_.line = sim::Line({.paced = false, .turnaround = 1'000});
     for (int station = 1; station <= 2; ++station) {
-      sim::Meter& meter = machine_.line.AddStation(station, ConfigOf(seed * 2 + static_cast<unsigned>(station)));
+      sim::Meter& meter =
+          machine_.line.AddStation(station, ConfigOf(seed * 2 + static_cast<unsigned>(station)));
       meter.Fill(seed + static_cast<unsigned>(station), 0);
       KeepCodes(meter);
     }
@@ -140,7 +142,8 @@ class Walker {
   }
 
   sim::Meter& MeterOnLine() {
-    sim::Meter* meter = machine_.line.Station(static_cast<int>(ParseNumber(app_.state.StationNo).value_or(1)));
+    sim::Meter* meter =
+        machine_.line.Station(static_cast<int>(ParseNumber(app_.state.StationNo).value_or(1)));
     return meter != nullptr ? *meter : *machine_.line.Station(1);
   }
 
@@ -174,7 +177,8 @@ class Walker {
       const int bytes = 2 * seen.place.row->Words();
       if (offset < 0 || offset + bytes > static_cast<int>(data.size())) continue;
       ++result_.writes;
-      JudgeValue(seen, truth, std::span(data).subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(bytes)));
+      JudgeValue(seen, truth,
+                 std::span(data).subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(bytes)));
     }
   }
 
@@ -195,7 +199,8 @@ class Walker {
     }
     if (seen.field->unit == nullptr || IsFixedUnit(row.unit)) return;
     const std::string held = ShowValue(row, facts, data, 0);
-    if (!SameNumber(seen.text, held)) Fail(name + ": " + seen.text + " on the page, " + held + " in the meter");
+    if (!SameNumber(seen.text, held))
+      Fail(name + ": " + seen.text + " on the page, " + held + " in the meter");
     if (unit_goes_along_) return;
     const std::string unit = UnitText(facts, row.unit, seen.unit_channel);
     if (unit != seen.unit) {
@@ -218,13 +223,14 @@ class Walker {
       for (const Field& field : column->Fields()) {
         if (field.unit == nullptr || IsFixedUnit(field.parameter->unit) || ValueText(field).empty()) continue;
         const Control& entry = field.Entry();
-        const bool told = entry.Origin() == ValueOrigin::kOutdated || !entry.Mark().empty() ||
-                          (entry.Origin() == ValueOrigin::kTyped && entry.OriginText().find("Typed for") == 0);
+        const bool told =
+            entry.Origin() == ValueOrigin::kOutdated || !entry.Mark().empty() ||
+            (entry.Origin() == ValueOrigin::kTyped && entry.OriginText().find("Typed for") == 0);
         const std::string shown = FieldOrigins::UnitShown(field);
         const std::string meant = column->Origins().UnitOfValue(field);
         if (!told && shown != meant) {
-          Fail(page->Name() + " " + entry.FullName() + " of [" + meant + "] stands beside [" + shown + "], origin " +
-               std::to_string(static_cast<int>(entry.Origin())) + " " + entry.OriginText());
+          Fail(page->Name() + " " + entry.FullName() + " of [" + meant + "] stands beside [" + shown +
+               "], origin " + std::to_string(static_cast<int>(entry.Origin())) + " " + entry.OriginText());
         }
       }
     }
@@ -238,8 +244,13 @@ class Walker {
       for (const Field& field : column->Fields()) {
         const Parameter& row = *field.parameter;
         const int index = row.location == Location::kMeter ? 0 : rules.IndexOf(row.location);
-        seen_.push_back({&field, {&row, index}, rules.UnitChannel(field), field.ShownText(), FieldOrigins::UnitShown(field)});
-        unit_goes_along_ = unit_goes_along_ || (field.Ticked() && FactToldBy(row) && !ValueText(field).empty());
+        seen_.push_back({&field,
+                         {&row, index},
+                         rules.UnitChannel(field),
+                         field.ShownText(),
+                         FieldOrigins::UnitShown(field)});
+        unit_goes_along_ =
+            unit_goes_along_ || (field.Ticked() && FactToldBy(row) && !ValueText(field).empty());
       }
     }
   }
@@ -256,7 +267,8 @@ class Walker {
 
   // A gesture on something of the page in front that a person can reach.
   template <class T>
-  T* Any(ControlKind kind, const std::function<bool(const T&)>& fits = [](const T&) { return true; }) {
+  T* Any(
+      ControlKind kind, const std::function<bool(const T&)>& fits = [](const T&) { return true; }) {
     Form* page = PageInFront();
     if (page == nullptr) return nullptr;
     std::vector<T*> found;
@@ -281,7 +293,8 @@ class Walker {
     page->chkCheck.Tick();
   }
   void Type() {
-    auto* text = Any<TextBox>(ControlKind::kTextBox, [](const TextBox& t) { return !t.Locked() && t.Name() != "SPEC_Text"; });
+    auto* text = Any<TextBox>(ControlKind::kTextBox,
+                              [](const TextBox& t) { return !t.Locked() && t.Name() != "SPEC_Text"; });
     if (text == nullptr) return;
     constexpr const char* kNumbers[] = {"60.5", "4.5", "12", "0.75", "100", "1", "250", "7.25"};
     const std::string number = kNumbers[Pick(std::size(kNumbers))];
@@ -338,15 +351,17 @@ class Walker {
     auto& main = MainWindow(app_);
     const std::vector<Form*> pages = app_.windows.VisiblePages();
     if (pages.empty() || pages.back()->Name() != "Form6") {
-      if (Form* system = app_.windows.Find("Form6"); system != nullptr && system->Visible()) main.Command6.Press();
+      if (Form* system = app_.windows.Find("Form6"); system != nullptr && system->Visible())
+        main.Command6.Press();
       Say("open Form6");
       main.Command6.Press();
     }
     ParameterPage* page = PageInFront();
     if (page == nullptr || page->Name() != "Form6") return;
-    constexpr std::array<std::pair<const char*, const char*>, 3> kWhat = {{{"UNIT_SYSTEM", "UNIT_SYSTEMCombo"},
-                                                                          {"MEASUREMENT_MODECheck", "MEASUREMENT_MODECombo"},
-                                                                          {"SYSTEM_MODECheck", "SYSTEM_MODECombo"}}};
+    constexpr std::array<std::pair<const char*, const char*>, 3> kWhat = {
+        {{"UNIT_SYSTEM", "UNIT_SYSTEMCombo"},
+         {"MEASUREMENT_MODECheck", "MEASUREMENT_MODECombo"},
+         {"SYSTEM_MODECheck", "SYSTEM_MODECombo"}}};
     const auto& [box_name, list_name] = kWhat[static_cast<std::size_t>(Pick(3))];
     auto* box = dynamic_cast<CheckBox*>(page->Find(box_name));
     auto* list = dynamic_cast<ComboBox*>(page->Find(list_name));
@@ -367,8 +382,8 @@ class Walker {
       int address;
       int count;
     };
-    constexpr Key kKeysOfMeter[] = {{0x0100, 2}, {0x03E8, 3}, {0x003E, 2}, {0x0004, 18}, {0x138C, 18}, {0x0002, 2},
-                                    {0x0040, 8}, {0x04B4, 2}, {0x04B6, 7}};
+    constexpr Key kKeysOfMeter[] = {{0x0100, 2}, {0x03E8, 3}, {0x003E, 2}, {0x0004, 18}, {0x138C, 18},
+                                    {0x0002, 2}, {0x0040, 8}, {0x04B4, 2}, {0x04B6, 7}};
     const Key& key = kKeysOfMeter[Pick(std::size(kKeysOfMeter))];
     const int value = Pick(key.count);
     const int station = Pick(4) == 0 ? 1 + Pick(2) : 0;
@@ -426,7 +441,8 @@ class Walker {
     machine_.time.RunFor(ms);
   }
   void Faults() {
-    constexpr const char* kWords[] = {"silence*1", "silence*4", "crc*2", "short*1", "exception=4*1", "ignore-write*1"};
+    constexpr const char* kWords[] = {"silence*1", "silence*4",     "crc*2",
+                                      "short*1",   "exception=4*1", "ignore-write*1"};
     const char* words = kWords[Pick(std::size(kWords))];
     Say(std::string("# fault ") + words);
     try {
@@ -494,11 +510,12 @@ class Walker {
 
 // The more often a step stands here, the likelier it is.
 const Walker::Step Walker::kKinds[22] = {
-    &Walker::PressPage,   &Walker::PressPage,  &Walker::Tick,         &Walker::TickAll,       &Walker::Type,
-    &Walker::Type,        &Walker::Type,       &Walker::ChooseEntry,  &Walker::ChooseOption,  &Walker::Read,
-    &Walker::Set,         &Walker::Set,        &Walker::SetHeat,      &Walker::SystemSet,     &Walker::MeterKeys,
-    &Walker::OtherStation, &Walker::ExchangeMeter, &Walker::Wait,     &Walker::Faults,        &Walker::Run,
-    &Walker::Keep,        &Walker::ParameterFile};
+    &Walker::PressPage,     &Walker::PressPage,    &Walker::Tick,      &Walker::TickAll,
+    &Walker::Type,          &Walker::Type,         &Walker::Type,      &Walker::ChooseEntry,
+    &Walker::ChooseOption,  &Walker::Read,         &Walker::Set,       &Walker::Set,
+    &Walker::SetHeat,       &Walker::SystemSet,    &Walker::MeterKeys, &Walker::OtherStation,
+    &Walker::ExchangeMeter, &Walker::Wait,         &Walker::Faults,    &Walker::Run,
+    &Walker::Keep,          &Walker::ParameterFile};
 
 }  // namespace
 
@@ -518,7 +535,8 @@ std::vector<WalkStep> Shortened(unsigned seed, std::vector<WalkStep> steps) {
   for (std::size_t size = steps.size() / 2; size > 0; size /= 2) {
     for (std::size_t at = 0; at + size <= steps.size();) {
       std::vector<WalkStep> fewer = steps;
-      fewer.erase(fewer.begin() + static_cast<std::ptrdiff_t>(at), fewer.begin() + static_cast<std::ptrdiff_t>(at + size));
+      fewer.erase(fewer.begin() + static_cast<std::ptrdiff_t>(at),
+                  fewer.begin() + static_cast<std::ptrdiff_t>(at + size));
       if (!Walk(seed, fewer).fault.empty()) {
         steps = std::move(fewer);
       } else {

@@ -21,20 +21,6 @@ constexpr const char* kRequiredMark = "*";
 // Places of the fields in the list of entries, and of their marks.
 enum EntryIndex { kDiameter, kWall, kPipeVelocity, kLiningThickness, kLiningVelocity, kFluidVelocity };
 
-struct ListCaption {
-  Label frmCalc::*label;
-  SpacingField field;
-};
-
-constexpr ListCaption kListCaptions[] = {
-    {&frmCalc::PIPE_MATERIAL, SpacingField::kPipeMaterial},
-    {&frmCalc::LINING_MATERIAL, SpacingField::kLiningMaterial},
-    {&frmCalc::KIND_OF_FLUID, SpacingField::kFluid},
-    {&frmCalc::SENSOR_TYPE, SpacingField::kSensor},
-};
-
-constexpr int kMountCaption = 790;
-
 }  // namespace
 
 frmCalc::frmCalc(App& app)
@@ -51,7 +37,12 @@ frmCalc::frmCalc(App& app)
                Entry{SpacingField::kLiningVelocity, LINING_S_V, LINING_S_VText, Label1(0), LINING_S_V_RANGE,
                      kLiningVelocity},
                Entry{SpacingField::kFluidVelocity, FLUID_S_V, FLUID_S_VText, Label1(1), FLUID_S_V_RANGE,
-                     kFluidVelocity}} {
+                     kFluidVelocity}},
+      choices_{Choice{SpacingField::kPipeMaterial, PIPE_MATERIAL, PIPE_MATERIALCombo},
+               Choice{SpacingField::kLiningMaterial, LINING_MATERIAL, LINING_MATERIALCombo},
+               Choice{SpacingField::kFluid, KIND_OF_FLUID, KIND_OF_FLUIDCombo},
+               Choice{SpacingField::kMount, SENSOR_MOUNT, SENSOR_MOUNTCombo},
+               Choice{SpacingField::kSensor, SENSOR_TYPE, SENSOR_TYPECombo}} {
   for (const Entry& entry : entries_) {
     entry.text.on_lost_focus = [this, &entry] { CheckEntry(entry); };
     entry.text.on_change = [this] { InputChanged(); };
@@ -83,7 +74,7 @@ void frmCalc::Form_Load() {
   InputChanged();
 }
 
-void frmCalc::Form_Activate() {
+void frmCalc::Settled() {
   if ((unit_flag_ != 0) == (app_.state.UnitFlag != 0)) return;
   unit_flag_ = app_.state.UnitFlag;
   ShowUnitsAndRanges();
@@ -95,9 +86,7 @@ void frmCalc::Dress() {
   for (Control* control : Controls()) control->SetFont({app_.state.PageFont, kFontSize, false});
   for (const Entry& entry : entries_) entry.caption.SetCaption(FieldCaption(entry.field, Texts()));
   for (const int always : {kDiameter, kWall}) lblRequired(always).SetCaption(kRequiredMark);
-  for (const ListCaption& row : kListCaptions)
-    (this->*row.label).SetCaption(FieldCaption(row.field, Texts()));
-  SENSOR_MOUNT.SetCaption(app_.Text(kMountCaption));
+  for (const Choice& list : choices_) list.caption.SetCaption(FieldCaption(list.field, Texts()));
   MOUNT_SIZE1.SetCaption(app_.Text(kSpacingText) + "1");
   MOUNT_SIZE2.SetCaption(app_.Text(kSpacingText) + "2");
   lblInputRequired.SetCaption("* : " + app_.Text(1967));
@@ -131,10 +120,7 @@ void frmCalc::FillLists() {
   SENSOR_TYPECombo.SetItems(ListTexts(codes, 6));
   // Of the four mounts the window offers two.
   SENSOR_MOUNTCombo.SetItems({app_.Text(3140), app_.Text(3150)});
-  for (ComboBox* list : {&PIPE_MATERIALCombo, &LINING_MATERIALCombo, &KIND_OF_FLUIDCombo, &SENSOR_TYPECombo,
-                         &SENSOR_MOUNTCombo}) {
-    list->SetListIndex(0);
-  }
+  for (const Choice& list : choices_) list.list.SetListIndex(0);
   lblMount2Sensor.SetCaption("(" + CodeToText(codes, 6, 2) + "," + CodeToText(codes, 6, 3) + ")");
 }
 
@@ -191,6 +177,9 @@ SpacingInputs frmCalc::Inputs() const {
 
 void frmCalc::ExecuteCalc_Click() {
   const SpacingInputs inputs = Inputs();
+  // For the calculation it is a mount as any other that the meter does not know.
+  if (inputs.mount < 0)
+    return app_.Show(FaultText({InputFault::Why::kNothingChosen, SpacingField::kMount}, Texts()));
   const auto outcome = CalculateSpacing(inputs);
   if (const auto* failure = std::get_if<SpacingFailure>(&outcome)) {
     app_.Show(FailureText(*failure, inputs, Texts()));
@@ -234,40 +223,15 @@ void frmCalc::ConvertEntries() {
     const auto number = ParseNumber(entry.text.Text());
     if (number) entry.text.SetText(ConvertedText(entry.field, *number, unit_flag_));
   }
-  txtResult1Text.SetText("");
-  txtResult2Text.SetText("");
-  executed_.reset();
+  ForgetResult();
   changing_ = false;
   InputChanged();
 }
 
-void frmCalc::cmdTake_Click() {
-  const ProcessValues values = ReadProcessValues(app_, unit_flag_);
-  if (values.count == 0) {
-    app_.Show(app_.Text(text::kProcessEmpty));
-    return;
-  }
-  changing_ = true;
-  const auto choose = [](ComboBox& list, const std::optional<int>& index) {
-    if (index) list.SetListIndex(*index);
-  };
-  choose(PIPE_MATERIALCombo, values.pipe);
-  choose(LINING_MATERIALCombo, values.lining);
-  choose(KIND_OF_FLUIDCombo, values.fluid);
-  choose(SENSOR_MOUNTCombo, values.mount);
-  choose(SENSOR_TYPECombo, values.sensor);
-  const std::string* texts[] = {&values.outer_diameter,   &values.wall_thickness,  &values.pipe_velocity,
-                                &values.lining_thickness, &values.lining_velocity, &values.fluid_velocity};
-  for (const Entry& entry : entries_) {
-    const std::string& text = *texts[entry.mark];
-    if (!text.empty()) entry.text.SetText(text);
-  }
-  changing_ = false;
-  InputChanged();
-  const int channel = app_.state.ProcessChannel == 1 ? 2 : 1;
-  const std::string outdated = lblNote.Caption();
-  Tell(FormatText(app_.Text(text::kProcessTaken), {std::to_string(channel), std::to_string(values.count)}));
-  if (!outdated.empty()) lblNote.SetCaption(lblNote.Caption() + "   " + outdated);
+void frmCalc::ForgetResult() {
+  txtResult1Text.SetText("");
+  txtResult2Text.SetText("");
+  executed_.reset();
 }
 
 void frmCalc::Tell(const std::string& text) {

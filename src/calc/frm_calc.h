@@ -5,8 +5,11 @@
 #include <array>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
+#include <vector>
 
+#include "calc/process_values.h"
 #include "calc/spacing.h"
 #include "calc/spacing_check.h"
 #include "calc/spacing_sheet.h"
@@ -20,8 +23,9 @@ class frmCalc : public Form {
   explicit frmCalc(App& app);
 
   void Form_Load() override;
-  // Takes over the unit system if it has changed since the window was loaded.
-  void Form_Activate() override;
+  // Takes over the unit system if it has changed since.
+  void Settled() override;
+  void Entered(const Control& control) override { entered_.insert(&control); }
   void ExecuteCalc_Click();
 
   // What the fields hold.
@@ -99,7 +103,11 @@ class frmCalc : public Form {
     Label& range;
     int mark;
   };
-  const std::array<Entry, 6>& Entries() const { return entries_; }
+  struct Choice {
+    SpacingField field;
+    Label& caption;
+    ComboBox& list;
+  };
 
   void Dress();
   void ShowUnitsAndRanges();
@@ -115,8 +123,17 @@ class frmCalc : public Form {
   void Redraw();
   TextOf Texts() const;
   void ConvertEntries();
+  void ForgetResult();
 
   void cmdTake_Click();
+  // What a person has entered and these values would replace or empty, a line for each field.
+  std::string WhatGoes(const std::vector<ProcessValue>& values) const;
+  void Put(const ProcessValue& value);
+  void TellTaken(const std::vector<ProcessValue>& values);
+  // What was not taken, with its reason; of fields that are not in use nothing.
+  std::string NotTaken(const std::vector<ProcessValue>& values) const;
+  const Entry* EntryOf(SpacingField field) const;
+  const Choice* ChoiceOf(SpacingField field) const;
   void cmdPrint_Click();
   void cmdSave_Click();
   void cmdClose_Click();
@@ -129,6 +146,8 @@ class frmCalc : public Form {
 
   App& app_;
   std::array<Entry, 6> entries_;
+  std::array<Choice, 5> choices_;
+  std::set<const Control*> entered_;       // whose content a person has typed or chosen
   int unit_flag_ = 0;                      // of all that the fields hold
   bool changing_ = false;                  // by the program, many at once
   std::optional<SpacingInputs> executed_;  // what the result was calculated from

@@ -2,32 +2,29 @@
 // What the process page last knew of the pipe, from the slots that it shares with the parameter file.
 #pragma once
 
-#include <optional>
 #include <string>
+#include <vector>
 
 #include "calc/spacing.h"
 #include "state/app.h"
 
 namespace vlt {
 
-struct ProcessValues {
-  // By list index; nothing where the page knows nothing.
-  std::optional<int> pipe;
-  std::optional<int> lining;
-  std::optional<int> fluid;
-  std::optional<int> mount;
-  std::optional<int> sensor;
-  // Texts in the unit system that was asked for; empty where the page knows nothing.
-  std::string outer_diameter;
-  std::string wall_thickness;
-  std::string lining_thickness;
-  std::string pipe_velocity;
-  std::string lining_velocity;
-  std::string fluid_velocity;
-  int count = 0;  // how many of all these are there
+// A field of the calculator as the process page knows it.
+struct ProcessValue {
+  enum class State {
+    kThere,
+    kNotThere,    // the page knows nothing
+    kOtherPipe,   // it was read from another channel or meter than the page shows
+    kNotOffered,  // the calculator's list has no such entry
+  };
+  SpacingField field = SpacingField::kOuterDiameter;
+  State state = State::kNotThere;
+  int index = -1;     // of a list
+  std::string shown;  // of a typed field in the unit system that was asked for; of a list its entry
 };
 
-// An open process page is asked to keep what it shows first.
-ProcessValues ReadProcessValues(App& app, int unit_flag);
+// All fields in the order of the window. An open process page is asked to keep what it shows first.
+std::vector<ProcessValue> ReadProcessValues(App& app, int unit_flag);
 
 }  // namespace vlt

@@ -66,6 +66,7 @@ enum class SpacingField {
   kPipeMaterial,
   kLiningMaterial,
   kFluid,
+  kMount,
   kSensor,
   kResult,
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/spacing_check.h"
 
+#include <utility>
+
 #include "values/input_check.h"
 #include "values/number_text.h"
 #include "values/unit_names.h"
@@ -71,7 +73,7 @@ std::optional<InputFault> FindInputFault(const SpacingInputs& inputs) {
     bool wanted;
     std::string text;
   };
-  const bool lined = inputs.lining != kNoLining;
+  const bool lined = inputs.lining > kNoLining;
   for (const Entry& entry :
        {Entry{kOuterDiameter, true, inputs.outer_diameter},
         Entry{kWallThickness, true, inputs.wall_thickness},
@@ -81,6 +83,12 @@ std::optional<InputFault> FindInputFault(const SpacingInputs& inputs) {
         Entry{kFluidVelocity, inputs.fluid_velocity.has_value(), inputs.fluid_velocity.value_or("")}}) {
     if (!entry.wanted) continue;
     if (const auto fault = FaultOf(entry.field, entry.text, inputs.unit_flag)) return fault;
+  }
+  for (const auto& [field, index] :
+       {std::pair(kPipeMaterial, inputs.pipe), std::pair(kLiningMaterial, inputs.lining),
+        std::pair(kFluid, inputs.fluid), std::pair(kMount, inputs.mount),
+        std::pair(kSensor, inputs.sensor)}) {
+    if (index < 0) return InputFault{Why::kNothingChosen, field};
   }
   const double layers = ValueOf(inputs.wall_thickness) + (lined ? ValueOf(inputs.lining_thickness) : 0);
   if (ValueOf(inputs.outer_diameter) <= 2 * layers) return InputFault{Why::kNoBore, kWallThickness};

@@ -27,9 +27,10 @@ std::string UnitOf(SpacingField field, int unit_flag);
 // The value of `text` is on or between the limits of its field; false for a text that is no number.
 bool IsInRange(SpacingField field, const std::string& text, int unit_flag);
 
-// What keeps inputs from describing a pipe that can be drawn and fitted, in the order of the fields.
+// What keeps inputs from describing a pipe that can be drawn and fitted: typed fields in their order, then
+// the lists.
 struct InputFault {
-  enum class Why { kMissing, kNotANumber, kOutOfRange, kNoBore };
+  enum class Why { kMissing, kNotANumber, kOutOfRange, kNothingChosen, kNoBore };
   Why why;
   SpacingField field;
   bool operator==(const InputFault&) const = default;

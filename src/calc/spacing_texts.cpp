@@ -20,8 +20,8 @@ constexpr Caption kCaptions[] = {
     {SpacingField::kPipeVelocity, 2050},   {SpacingField::kLiningThickness, 1110},
     {SpacingField::kLiningVelocity, 1100}, {SpacingField::kFluidVelocity, 2200},
     {SpacingField::kPipeMaterial, 2060},   {SpacingField::kLiningMaterial, 1120},
-    {SpacingField::kFluid, 2210},          {SpacingField::kSensor, 800},
-    {SpacingField::kResult, 3926},
+    {SpacingField::kFluid, 2210},          {SpacingField::kMount, 790},
+    {SpacingField::kSensor, 800},          {SpacingField::kResult, 3926},
 };
 
 std::string TypedText(SpacingField field, const SpacingInputs& inputs) {
@@ -61,6 +61,8 @@ std::string FaultText(const InputFault& fault, const TextOf& text) {
       return caption + ": " + text(kNotANumber);
     case InputFault::Why::kOutOfRange:
       return caption + ": " + text(kOutOfRange);
+    case InputFault::Why::kNothingChosen:
+      return FormatText(text(text::kNothingChosen), {caption});
     case InputFault::Why::kNoBore:
       break;
   }

@@ -60,6 +60,7 @@ class FormView : public QObject, public Refreshable {
 
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void CameToFront();
   void MakeRoot(WindowStyle style);
   void FramePage();
   void AddShortCuts(const WindowLayout* layout);

@@ -47,6 +47,10 @@ bool InputGate::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::MouseButtonRelease:
       drop_next_press_ = false;
       return false;
+    case QEvent::ShortcutOverride:
+      // The key that ends an open list is the list's alone, and presses no button of the window beneath.
+      if (QApplication::activePopupWidget() != nullptr) event->accept();
+      return false;
     default:
       return false;
   }

@@ -38,12 +38,9 @@ constexpr Query kOperationMode{Common(0x003E), kModeOrdinary, kModeOrdinary, Fac
 constexpr Query kHeatFlowUnit{Common(0x04B6), kModeOrdinary, kModeOrdinary, Fact::kHeatFlowUnit};
 constexpr Query kHeatTotalUnit{Common(0x04B8), kModeOrdinary, kModeOrdinary, Fact::kHeatTotalUnit};
 constexpr Query kTempUnit{Common(0x04B4), kModeOrdinary, kModeOrdinary, Fact::kTempUnit};
-constexpr Query kRangeKind{
-    {0x0002, 0x138A, 0x1B5A}, kModeOrdinary, kModeOrdinary, Fact::kRangeKind};
-constexpr Query kRangeUnit{
-    {0x0004, 0x138C, 0x1B5C}, kModeOrdinary, kModeUnitQuery, Fact::kRangeUnit};
-constexpr Query kTotalUnit{
-    {0x0040, 0x13C8, 0x1B98}, kModeOrdinary, kModeUnitQuery, Fact::kTotalUnit};
+constexpr Query kRangeKind{{0x0002, 0x138A, 0x1B5A}, kModeOrdinary, kModeOrdinary, Fact::kRangeKind};
+constexpr Query kRangeUnit{{0x0004, 0x138C, 0x1B5C}, kModeOrdinary, kModeUnitQuery, Fact::kRangeUnit};
+constexpr Query kTotalUnit{{0x0040, 0x13C8, 0x1B98}, kModeOrdinary, kModeUnitQuery, Fact::kTotalUnit};
 constexpr Query kSpec{Common(0x0148), kModeOrdinary, kModeOrdinary, Fact::kSpecification};
 constexpr Query kPathMode{Common(0x03E8), kModeOrdinary, kModeOrdinary};
 

@@ -6,8 +6,8 @@
 #include <cmath>
 
 #include "link/operation.h"
-#include "meter/quiet_query.h"
 #include "link/registers.h"
+#include "meter/quiet_query.h"
 #include "platform/clock.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_live.h"

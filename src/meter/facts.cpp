@@ -82,8 +82,7 @@ bool IsKnown(const App& app, FactPlace fact) {
 }
 
 bool IsFresh(const App& app, FactPlace fact) {
-  return IsKnown(app, fact) &&
-         app.platform.clock.NowMs() - app.state.WhenLearnt(fact)->at_ms <= kFactHoldsMs;
+  return IsKnown(app, fact) && app.platform.clock.NowMs() - app.state.WhenLearnt(fact)->at_ms <= kFactHoldsMs;
 }
 
 bool IsUnderstood(FactPlace fact, int value) {

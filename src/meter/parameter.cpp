@@ -44,6 +44,7 @@ double TenTo(int power) {
 double NumberAt(const Parameter& parameter, std::span<const std::uint8_t> data, std::size_t start) {
   switch (parameter.wire) {
     case Wire::kUInt16:
+    case Wire::kWord:
       return BytesToUInt16(data, start);
     case Wire::kInt32:
       return BytesToInt32(data, start);

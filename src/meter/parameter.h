@@ -27,7 +27,7 @@ enum class Wire : std::uint8_t {
   kInt32,
   kDouble,
   kCharacters,
-  kWord,  // 16 bits that may be typed as a signed or an unsigned number; shown signed
+  kWord,  // 16 bits that may be typed as a signed or an unsigned number; shown unsigned
 };
 
 // How a value is shown. Numbers are in fixed notation with "." under every locale, never with an exponent.

@@ -14,8 +14,8 @@ namespace vlt {
 // Nor is anything asked while the interface is locked or a live read runs.
 void AskUnderLock(App& app, Form& page, const std::function<void()>& ask);
 
-// GetChannelConfig in this way, and the unit system when it is not known; unknown without a port. While the line is taken it is what the meter last
-// told.
+// GetChannelConfig in this way, and the unit system when it is not known; unknown without a port. While the
+// line is taken it is what the meter last told.
 ChannelConfig AskChannelConfig(App& app, Form& page);
 
 // GetChannelConfig inside of an operation.

@@ -88,7 +88,8 @@ void SettingsReader::Run(const Step& step) {
 void SettingsReader::Announce(const Step& step, int index) {
   const int count = std::accumulate(std::begin(kSteps), std::end(kSteps), 0,
                                     [this](int sum, const Step& each) { return sum + PlacesOf(each); });
-  listener_.began(++number_, count, app_.Text(step.title) + PlaceName(app_, step.location, index));
+  part_ = app_.Text(step.title) + PlaceName(app_, step.location, index);
+  listener_.began(++number_, count, part_);
 }
 
 bool SettingsReader::Read(const Block& block, int index) {
@@ -108,7 +109,7 @@ bool SettingsReader::ReadFrom(int at, const Block& block, int index) {
   RegisterData data;
   if (!(IsWhole() ? ReadRegistersProven(app_, span, data) : ReadRegisters(app_, span, data))) {
     span.address = address;
-    settings_.unread.push_back({span, app_.state.LastErrorText});
+    settings_.unread.push_back({span, app_.state.LastErrorText, part_});
     return false;
   }
   settings_.registers.Put(span.function, address, std::move(data));

@@ -21,7 +21,8 @@ enum class ReadScope : std::uint8_t {
 // Registers that were asked for and did not come.
 struct UnreadBlock {
   RegisterSpan span;
-  std::string reason;  // LastErrorText, or empty for one that was not asked for any more
+  std::string reason;     // LastErrorText, or empty for one that was not asked for any more
+  std::string part = {};  // what the reader was reading: group and channel or output
 };
 
 // What the read-out has found.
@@ -92,7 +93,8 @@ class SettingsReader {
   ReadScope scope_;
   MeterSettings settings_;
   std::vector<RegisterSpan> asked_;
-  int number_ = 0;  // of the running reader
+  int number_ = 0;    // of the running reader
+  std::string part_;  // what it reads
   bool stopped_ = false;
 };
 

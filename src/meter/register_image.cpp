@@ -24,6 +24,14 @@ std::span<const std::uint8_t> RegisterImage::Of(const Parameter& parameter, int 
       .subspan(static_cast<std::size_t>(address - piece->address), static_cast<std::size_t>(size));
 }
 
+bool RegisterImage::Has(const RegisterSpan& span) const {
+  return std::any_of(pieces_.begin(), pieces_.end(), [&](const Piece& piece) {
+    const int end = piece.address + static_cast<int>(piece.data.size());
+    return piece.function == span.function && piece.address <= span.address &&
+           span.address + 2 * span.count <= end;
+  });
+}
+
 int RegisterImage::CodeOf(const Parameter& parameter, int index, int absent) const {
   const auto bytes = Of(parameter, index);
   return bytes.empty() ? absent : CodeAt(parameter, bytes, 0);

@@ -17,6 +17,8 @@ class RegisterImage {
   bool Empty() const { return pieces_.empty(); }
   // The bytes of a parameter of a channel or output; none when they were not all read.
   std::span<const std::uint8_t> Of(const Parameter& parameter, int index) const;
+  // Whether all registers of a span were read in one piece.
+  bool Has(const RegisterSpan& span) const;
   // The code of a parameter, or `absent`.
   int CodeOf(const Parameter& parameter, int index, int absent) const;
 

@@ -10,6 +10,8 @@
 #include "meter/status_table.h"
 #include "meter/units.h"
 #include "resources/string_table.h"
+#include "resources/text_ids_pages.h"
+#include "values/hex_digits.h"
 
 namespace vlt {
 namespace {
@@ -17,6 +19,7 @@ namespace {
 constexpr int kTitle = 1700;
 constexpr int kFirstChannelName = 182;  // text id; the other channels follow
 constexpr int kTotalUnits = 11;         // code table
+constexpr const char* kDate = "DATE:";
 // Records of digital outputs that the report of one channel has.
 constexpr int kOneChannelOutputs = 2;
 
@@ -27,13 +30,21 @@ std::string Cell(std::string text) {
   return text;
 }
 
+// "03F0H (8)"
+std::string AddressText(const RegisterSpan& span) {
+  return HexDigits(static_cast<unsigned>(span.address), 4) + "H (" + std::to_string(span.count) + ")";
+}
+
 class ReportWriter {
  public:
   ReportWriter(const MeterSettings& settings, ReportForm form) : settings_(settings), form_(form) {}
 
   std::string Text(const LocalTime& now) {
     text_ = kByteOrderMark;
-    Line({Word(kTitle), "DATE:", DateTimeText(now)});
+    Line({Word(kTitle), kDate, DateTimeText(now)});
+    for (const UnreadBlock& block : LostBlocks(settings_)) {
+      Line({Word(text::kReportNotRead), block.part, AddressText(block.span), block.reason});
+    }
     for (const ReportSection& section : ReportSections()) Section(section);
     return std::move(text_);
   }
@@ -183,6 +194,32 @@ FileError Save(App& app, const MeterSettings& settings, const std::string& file,
 ReportForm ReportFormFor(const SharedState& facts) {
   const bool several = facts.PathMode == kTwoPathsMode || facts.PathMode == kTwoPipesMode;
   return several && !IsSingleChannel(facts) ? ReportForm::kAllChannels : ReportForm::kOneChannel;
+}
+
+std::vector<UnreadBlock> LostBlocks(const MeterSettings& settings) {
+  std::vector<UnreadBlock> lost = settings.unread;
+  std::erase_if(lost, [&](const UnreadBlock& block) { return settings.registers.Has(block.span); });
+  return lost;
+}
+
+std::vector<std::string> LostParts(const MeterSettings& settings) {
+  std::vector<std::string> parts;
+  for (const UnreadBlock& block : LostBlocks(settings)) {
+    if (std::find(parts.begin(), parts.end(), block.part) == parts.end()) parts.push_back(block.part);
+  }
+  return parts;
+}
+
+bool IsCompleteReport(std::string_view content) {
+  constexpr int kEnglishOffset = 5000;
+  if (content.starts_with(kByteOrderMark)) content.remove_prefix(std::string_view(kByteOrderMark).size());
+  for (const int offset : {0, kEnglishOffset}) {
+    if (!content.starts_with(std::string(LookupText(kTitle + offset)) + "," + kDate + ",")) continue;
+    const std::size_t second = content.find('\n');
+    const std::string missing = std::string(LookupText(text::kReportNotRead + offset)) + ",";
+    return second == std::string_view::npos || !content.substr(second + 1).starts_with(missing);
+  }
+  return false;
 }
 
 std::string ReportText(const MeterSettings& settings, ReportForm form, const LocalTime& now) {

@@ -2,8 +2,8 @@
 #include "pages/form10.h"
 
 #include "link/device_queries.h"
-#include "meter/quiet_query.h"
 #include "meter/process_table.h"
+#include "meter/quiet_query.h"
 #include "pages/parameter_column_guard.h"
 #include "resources/text_ids.h"
 

@@ -5,9 +5,9 @@
 #include <array>
 
 #include "link/device_queries.h"
-#include "meter/quiet_query.h"
 #include "link/registers.h"
 #include "meter/details_table.h"
+#include "meter/quiet_query.h"
 #include "pages/spin.h"
 #include "resources/text_ids.h"
 #include "values/codecs.h"
@@ -110,7 +110,7 @@ void Form11::TieControls() {
 
 void Form11::BuildLists() {
   ParameterPage::BuildLists();
-  counts_of_mode_ = app().state.OperationMode;
+  FillSendCounts(app().state.OperationMode);
 }
 
 void Form11::C09_DENPAN_FrmInit() {
@@ -168,14 +168,21 @@ int Form11::CSIndex_SendKaisu(int count) {
 
 int Form11::FirstSendCount() const { return counts_of_mode_ == kNormalMode ? 1 : 0; }
 
+// Where the entries are the codes in order, so is the one that stands for no count.
+void Form11::FillSendCounts(int operation_mode) {
+  CodeContext codes = app().Codes();
+  codes.operation_mode = counts_of_mode_ = operation_mode;
+  FillList(SendCountCombo,
+           operation_mode == kNormalMode ? ListTexts(codes, kSendCounts) : CodeTexts(codes, kSendCounts));
+}
+
 void Form11::ShowSendCounts(int operation_mode) {
   if (operation_mode == counts_of_mode_) return;
   const int count = static_cast<int>(ParseNumber(SendCountCombo.Text()).value_or(0));
   int index = CSIndex_SendKaisu(count);
-  if (operation_mode == kHighSpeedMode && (index >= 0 || count == kFewestCounts)) ++index;
-  CodeContext codes = app().Codes();
-  codes.operation_mode = counts_of_mode_ = operation_mode;
-  FillList(SendCountCombo, ListTexts(codes, kSendCounts));
+  const bool is_there = index >= 0 || (operation_mode == kHighSpeedMode && count == kFewestCounts);
+  if (is_there && operation_mode != kNormalMode) ++index;
+  FillSendCounts(operation_mode);
   SendCountCombo.SetListIndex(index);
 }
 
@@ -242,7 +249,8 @@ void Form11::PlanWrites(WritePlan& plan) {
     const bool left_to_meter = std::any_of(automatics_.begin(), automatics_.end(), [&](const Automatic& a) {
       return a.Has(*entry) && !a.GivesValues();
     });
-    if (!left_to_meter) column().PlanField(plan, column().FieldOf(*entry));
+    const bool no_count = entry == &SendCountCombo && SendCountCombo.Text().empty();
+    if (!left_to_meter && !no_count) column().PlanField(plan, column().FieldOf(*entry));
   }
 }
 

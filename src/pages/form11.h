@@ -113,6 +113,7 @@ class Form11 : public ParameterPage {
   void PlanWrites(WritePlan& plan) override;
 
   void DetailChSelect_Click(int index);
+  void FillSendCounts(int operation_mode);
   // The list of transmission counts as an operation mode has it; the count that is selected stays when the
   // mode has it, too.
   void ShowSendCounts(int operation_mode);

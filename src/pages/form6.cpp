@@ -2,6 +2,7 @@
 #include "pages/form6.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "files/csv_question.h"
 #include "files/file_report.h"
@@ -11,6 +12,7 @@
 #include "meter/system_table.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_pages.h"
 #include "state/form_lock.h"
 #include "values/input_check.h"
 #include "values/number_text.h"
@@ -20,11 +22,14 @@ namespace {
 
 constexpr int kTwoPipes = 2;     // of MEASUREMENT_MODECombo
 constexpr int kSettleMs = 3000;  // the meter works on its memory
+constexpr int kAskAgainMs = 100;
 constexpr int kUnitPanel = 3;
 constexpr int kLanguagePanel = 2;
 constexpr const char* kFactoryUser = "Factory";
 
 // Texts of old.
+constexpr int kSetCompleted = 4007;
+constexpr int kNotSet = 3930;
 constexpr int kSpecificationWarning = 4969;
 constexpr int kSpecificationQuestion = 4970;
 constexpr int kSpecificationChanged = 4968;
@@ -48,7 +53,7 @@ Form6::Form6(App& app)
     : ParameterPage(app, "Form6",
                     {.title = 650,
                      .set_started = 3997,
-                     .set_completed = 4007,
+                     .set_completed = kSetCompleted,
                      .read_started = 4017,
                      .read_completed = 4027}) {
   column().SetFields(Table());
@@ -61,6 +66,8 @@ Form6::Form6(App& app)
   MEASUREMENT_MODECombo.on_click = [this] { MEASUREMENT_MODECombo_Click(); };
   CommandMemoryInit.on_click = [this] { CommandMemoryInit_Click(); };
   Save_As.on_click = [this] { Save_As_Click(); };
+  tmrSaveAs.on_timer = [this] { tmrSaveAs_Timer(); };
+  tmrSaveAs.SetInterval(kAskAgainMs);
   Read_All_Set_Data.on_click = [this] { Read_All_Set_Data_Click(); };
   cmdStopReadAll.on_click = [this] { cmdStopReadAll_Click(); };
   FileName.SetLocked(true);
@@ -119,7 +126,6 @@ void Form6::Form_Activate() {
 void Form6::EnableCommands(bool enabled) {
   ParameterPage::EnableCommands(enabled);
   CommandMemoryInit.SetEnabled(enabled);
-  Save_As.SetEnabled(enabled);
 }
 
 void Form6::C06_SYSTEM_FrmInit() {
@@ -144,8 +150,9 @@ std::vector<CheckBox*> Form6::Boxes() {
 }
 
 void Form6::All_OnOff(int value) {
-  // A new specification costs the meter's memory: it is never ticked in passing, but by the factory.
-  if (value != 1 || app().state.UserInfo == kFactoryUser) SPEC.SetValue(value == 1 ? 1 : 0);
+  // A new specification costs the meter's memory: in passing it is ticked by the factory alone, and what was
+  // ticked before is cleared for everybody else.
+  SPEC.SetValue(value == 1 && app().state.UserInfo == kFactoryUser ? 1 : 0);
   column().TickAll(value);
 }
 
@@ -291,19 +298,68 @@ void Form6::LanguageWasRead(int language) {
 
 bool Form6::MaySet() {
   specification_changed_ = false;
+  if (!GoesOnWithoutSources()) return false;
   if (!SPEC.Ticked() || Trim(SPEC_Text.Text()).empty()) return true;
   return app().AskYesNo(app().Text(kSpecificationWarning) + "\n" + app().Text(kSpecificationQuestion),
                         MessageIcon::kQuestion);
 }
 
 void Form6::PlanWrites(WritePlan& plan) {
+  left_out_.clear();
   for (const Control* entry : column().WriteOrder()) {
     const Field& field = column().FieldOf(*entry);
-    if (ExistsIn(*field.parameter, app().state, 0)) column().PlanField(plan, field);
+    if (!ExistsIn(*field.parameter, app().state, 0)) continue;
+    if (const std::string reason = WhyNotOffered(field); !reason.empty()) {
+      left_out_.push_back({&field, reason});
+    } else {
+      column().PlanField(plan, field);
+    }
   }
 }
 
+// The mode that the meter is in when a set comes to the sources: the one that the set brings, or its own.
+std::optional<int> Form6::ModeOfSet() {
+  const Field& mode = column().FieldOf(MEASUREMENT_MODECombo);
+  if (mode.Ticked() && mode.Selected() >= 0) return mode.Selected();
+  if (config_ == ChannelConfig::kUnknown) config_ = AskChannelConfig(app(), *this);
+  if (config_ == ChannelConfig::kUnknown) return std::nullopt;
+  return static_cast<int>(config_) - 1;
+}
+
+// The lists follow the mode that the page shows, which need not be the meter's. A meter whose mode is not
+// known judges for itself.
+std::string Form6::WhyNotOffered(const Field& field) {
+  const bool source = field.list == &A01_OUT_SOURCECombo || field.list == &A02_OUT_SOURCECombo;
+  if (!source || !field.Ticked() || field.Selected() < 0) return {};
+  const auto mode = ModeOfSet();
+  if (!mode || IndexIn(kSourcesByMode[*mode], field.CodeOf(field.Selected())) >= 0) return {};
+  return FormatText(
+      app().Text(text::kSourceNotOffered),
+      {field.ShownText(), CodeToText(app().Codes(), SystemRow("measurement_mode").codes, *mode)});
+}
+
+// Each of them is a field that was not set, told before the first frame.
+bool Form6::GoesOnWithoutSources() {
+  for (const auto& [field, reason] : left_out_) {
+    const std::string name = FailureName(*field);
+    field->Mark(reason);
+    app().Status(name + ": " + reason);
+    if (app().AskOkCancel(name + " " + app().Text(kNotSet) + "\n" + app().Text(text::kContinueQuestion)))
+      continue;
+    app().Status(app().Text(kSetCompleted) + " " + name + ": " + reason);
+    return false;
+  }
+  return true;
+}
+
+// The meter's mode is asked anew where it is needed next.
+void Form6::WriteFailed(const PlannedWrite& write, WriteResult result) {
+  const bool mode = write.field == &column().FieldOf(MEASUREMENT_MODECombo);
+  if (mode && result != WriteResult::kRefused) config_ = ChannelConfig::kUnknown;
+}
+
 void Form6::WriteProven(const PlannedWrite& write) {
+  if (write.field == &column().FieldOf(MEASUREMENT_MODECombo)) config_ = ChannelConfig::kUnknown;
   if (write.field != &column().FieldOf(SPEC_Text)) return;
   specification_changed_ = true;
   // What this set has written before is gone with the rest.
@@ -329,7 +385,23 @@ void Form6::CommandMemoryInit_Click() {
 
 // --- all settings ------------------------------------------------------------------------------------------
 
+// A dialog would hold up the exchange inside of which the button was pressed.
 void Form6::Save_As_Click() {
+  asks_for_name_ = true;
+  if (List().IsInside()) {
+    tmrSaveAs.SetRunning(true);
+  } else {
+    AskForName();
+  }
+}
+
+void Form6::tmrSaveAs_Timer() {
+  if (!List().IsInside()) AskForName();
+}
+
+void Form6::AskForName() {
+  tmrSaveAs.SetRunning(false);
+  if (!std::exchange(asks_for_name_, false)) return;
   if (const auto file = AskCsvFile(app(), {.kind = kReportKind, .all_files = false})) FileName.SetText(*file);
 }
 
@@ -341,7 +413,6 @@ void Form6::Read_All_Set_Data_Click() {
 }
 
 void Form6::ReadAll() {
-  const std::string file(Trim(FileName.Text()));
   stop_requested_ = false;
   cmdStopReadAll.SetEnabled(true);
   bool told_of_loss = false;  // every reader behind it fails for the same reason
@@ -353,10 +424,14 @@ void Form6::ReadAll() {
              if (!told_of_loss) app().Show(app().Text(text::kCommunicationError), MessageIcon::kStop);
              told_of_loss = app().state.Lost.away;
            },
-       .stop = [this] { return stop_requested_; }});
-  const bool whole = reader.ReadAll();
+       .stop =
+           [this] {
+             AskForName();
+             return stop_requested_;
+           }});
+  const bool ended = reader.ReadAll();
   cmdStopReadAll.SetEnabled(false);
-  remark_ = whole ? SaveReportTo(file, reader.Settings()) : app().Text(text::kReadAllStopped);
+  remark_ = ended ? Report(reader.Settings()) : app().Text(text::kReadAllStopped);
 }
 
 void Form6::ShowProgress(int number, int count, const std::string& what) {
@@ -364,13 +439,43 @@ void Form6::ShowProgress(int number, int count, const std::string& what) {
       FormatText(app().Text(text::kReadAllProgress), {std::to_string(number), std::to_string(count), what}));
 }
 
-std::string Form6::SaveReportTo(const std::string& file, const MeterSettings& settings) {
+std::string Form6::Report(const MeterSettings& settings) {
+  AskForName();
+  const std::string lost = LostText(settings);
+  const std::string problem = SaveReportTo(std::string(Trim(FileName.Text())), settings, lost);
+  return lost + (lost.empty() || problem.empty() ? "" : "   ") + problem;
+}
+
+std::string Form6::LostText(const MeterSettings& settings) const {
+  // A meter that is not there has lost nothing.
+  const std::vector<std::string> parts =
+      settings.registers.Empty() ? std::vector<std::string>() : LostParts(settings);
+  if (parts.empty()) return {};
+  constexpr std::size_t kMostNames = 4;
+  const std::size_t named = std::min(parts.size(), kMostNames);
+  std::string names;
+  for (std::size_t i = 0; i < named; ++i) names += (i > 0 ? ", " : "") + parts[i];
+  if (named == parts.size()) return FormatText(app().Text(text::kNotRead), {names});
+  return FormatText(app().Text(text::kNotReadMore), {names, std::to_string(parts.size() - named)});
+}
+
+std::string Form6::SaveReportTo(const std::string& file, const MeterSettings& settings,
+                                const std::string& lost) {
   if (file.empty()) return app().Text(text::kNoReportName);
   // A meter that is not there leaves an older report alone.
   if (settings.registers.Empty()) return app().Text(text::kNothingRead);
+  if (!lost.empty() && !MayReplace(file, lost)) return app().Text(text::kReportKept);
   const FileError error = SaveReport(app(), settings, file);
   if (error == FileError::kGood) return {};
   return NotWrittenText(app(), file, error);
+}
+
+// A complete report is worth more than one that lacks parts.
+bool Form6::MayReplace(const std::string& file, const std::string& lost) {
+  std::string earlier;
+  if (app().platform.files.Read(file, earlier) != FileError::kGood || !IsCompleteReport(earlier)) return true;
+  return app().AskYesNo(FormatText(app().Text(text::kReplaceReport), {LastComponent(file), lost}),
+                        MessageIcon::kQuestion);
 }
 
 std::string Form6::ReadRemark() {

@@ -3,6 +3,11 @@
 // of all settings into a report.
 #pragma once
 
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "meter/quiet_query.h"
 #include "meter/read_all.h"
 #include "pages/parameter_page.h"
@@ -25,6 +30,8 @@ class Form6 : public ParameterPage {
   void Text_Box_Enable() override;
   // Ends the read-out of all settings.
   const Control* StopButton() const override { return &cmdStopReadAll; }
+  // The report's name can be given while it is being read.
+  bool StaysUsable(const Control& control) const override { return &control == &Save_As; }
 
   CheckBox UNIT_SYSTEM{*this, "UNIT_SYSTEM"};
   ComboBox UNIT_SYSTEMCombo{*this, "UNIT_SYSTEMCombo"};
@@ -58,6 +65,7 @@ class Form6 : public ParameterPage {
   TextBox FileName{*this, "FileName"};  // shows what Save_As has chosen
   PushButton Save_As{*this, "Save_As"};
   PushButton cmdStopReadAll{*this, "cmdStopReadAll"};
+  Timer tmrSaveAs{*this, "tmrSaveAs"};  // waits for the end of what Save_As was pressed in
 
  private:
   std::vector<Field> Table();
@@ -74,7 +82,13 @@ class Form6 : public ParameterPage {
   std::string ReadRemark() override;
   bool MaySet() override;
   void PlanWrites(WritePlan& plan) override;
+  std::optional<int> ModeOfSet();
+  // Empty for a field that may be set.
+  std::string WhyNotOffered(const Field& field);
+  // False when the operator ends the set that some of them are left out of.
+  bool GoesOnWithoutSources();
   void WriteProven(const PlannedWrite& write) override;
+  void WriteFailed(const PlannedWrite& write, WriteResult result) override;
   bool ReadsBack() override { return !specification_changed_; }
 
   void UnitWasRead(int unit_flag);
@@ -90,19 +104,29 @@ class Form6 : public ParameterPage {
 
   void CommandMemoryInit_Click();
   void Save_As_Click();
+  void tmrSaveAs_Timer();
+  // Asks if Save_As was pressed and nobody was asked yet.
+  void AskForName();
   void Read_All_Set_Data_Click();
   void cmdStopReadAll_Click() { stop_requested_ = true; }
   void ReadAll();
   void ShowProgress(int number, int count, const std::string& what);
+  // Writes it. What was lost, and why there is no report; empty when all is well.
+  std::string Report(const MeterSettings& settings);
+  std::string LostText(const MeterSettings& settings) const;
   // Why there is no report; empty when there is one.
-  std::string SaveReportTo(const std::string& file, const MeterSettings& settings);
+  std::string SaveReportTo(const std::string& file, const MeterSettings& settings, const std::string& lost);
+  bool MayReplace(const std::string& file, const std::string& lost);
 
   bool SilentRead() const { return column().IsReadingBack(); }
 
   ChannelConfig config_ = ChannelConfig::kUnknown;
   std::vector<int> listed_sources_;  // codes that the source lists hold
+  // Sources that the running set leaves out, and why.
+  std::vector<std::pair<const Field*, std::string>> left_out_;
   bool specification_changed_ = false;
   bool stop_requested_ = false;
+  bool asks_for_name_ = false;
   std::string remark_;  // of the running read
 };
 

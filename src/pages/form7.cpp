@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <span>
 
 #include "meter/maintenance_table.h"
 #include "resources/text_ids.h"
@@ -357,13 +359,29 @@ void Form7::ReadBlocks() {
 void Form7::ReadAdjustment(AnalogOutput& output) {
   RegisterData data;
   if (!column().FetchBlock(output.block, data)) return;
+  std::array<std::string, 2> texts;
   for (int point = 0; point < 2; ++point) {
-    const Parameter& row = *output.rows[static_cast<std::size_t>(point)];
+    const auto index = static_cast<std::size_t>(point);
+    const Parameter& row = *output.rows[index];
     const auto at = static_cast<std::size_t>(row.address - output.block.address);
-    output.TextOf(point) = vlt::ShowValue(row, app().state, data, at);
-    NoteBehind(output, row, output.TextOf(point));
+    texts[index] = AdjustmentText(row, std::span(data).subspan(at, 2), output.TextOf(point));
+    NoteBehind(output, row, texts[index]);
   }
   column().ShowBlock(output.block, data);
+  output.AdjustText4 = texts[0];
+  output.AdjustText20 = texts[1];
+  if (output.shown_point >= 0) output.value.SetText(output.TextOf(output.shown_point));
+}
+
+// A number that was typed with a sign keeps it while it is what the meter holds.
+std::string Form7::AdjustmentText(const Parameter& row, std::span<const std::uint8_t> bytes,
+                                  const std::string& typed) {
+  const double sent = std::trunc(ParseNumber(typed).value_or(0));
+  if (sent < 0) {
+    const std::vector<std::uint8_t> held = EncodeText(row, app().state, typed).bytes;
+    if (std::equal(held.begin(), held.end(), bytes.begin(), bytes.end())) return PlainText(sent);
+  }
+  return vlt::ShowValue(row, app().state, bytes, 0);
 }
 
 void Form7::NoteBehind(const AnalogOutput& output, const Parameter& row, const std::string& value) {

@@ -5,6 +5,10 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
 
 #include "meter/quiet_query.h"
 #include "pages/parameter_page.h"
@@ -134,6 +138,9 @@ class Form7 : public ParameterPage {
   bool TestModeIsToEnd() const;
   void ReadBlocks() override;
   void ReadAdjustment(AnalogOutput& output);
+  // What is shown of a point whose text was `typed` before.
+  std::string AdjustmentText(const Parameter& row, std::span<const std::uint8_t> bytes,
+                             const std::string& typed);
   bool ReadChecks();
   // The meter has told the block; false without an answer.
   bool ReadAndNote(const Block& block);

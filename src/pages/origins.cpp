@@ -16,7 +16,7 @@ namespace {
 using Source = OriginRecord::Source;
 
 constexpr const char* kShowUnitInForce = "0";  // as a kept unit caption
-constexpr int kFirstChannelName = 182;  // text ids
+constexpr int kFirstChannelName = 182;         // text ids
 constexpr int kOutputName = 247;
 
 bool IsOfOutput(Location location) {
@@ -209,8 +209,8 @@ Source FieldOrigins::SourceOf(const Field& field) const {
 
 const std::vector<std::uint8_t>* FieldOrigins::RegistersOf(const Field& field) const {
   const OriginRecord& record = RecordOf(field);
-  const bool shows_it = field.text != nullptr && record.source == Source::kRead && !record.awaited && !record.typed &&
-                        !record.registers.empty() && ValueText(field) == record.value;
+  const bool shows_it = field.text != nullptr && record.source == Source::kRead && !record.awaited &&
+                        !record.typed && !record.registers.empty() && ValueText(field) == record.value;
   return shows_it ? &record.registers : nullptr;
 }
 

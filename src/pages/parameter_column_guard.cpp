@@ -36,8 +36,7 @@ std::string AskedRefusal(App& app, const FactSet& needs) {
   if (answer.good) return {};
   const std::string name = PlaceTitle(PlaceOfFact(answer.failed), app.state.LangOffset);
   if (!answer.why.empty()) return FormatText(app.Text(text::kFactSilent), {name, answer.why});
-  return FormatText(app.Text(text::kFactUnknown),
-                    {name, std::to_string(app.state.ValueOf(answer.failed))});
+  return FormatText(app.Text(text::kFactUnknown), {name, std::to_string(app.state.ValueOf(answer.failed))});
 }
 
 std::string PlaceReasonOf(const App& app, const ParameterPlace& place) {
@@ -138,8 +137,7 @@ std::string PlaceRefusal(App& app, const ParameterPlace& place) {
   AddShapeFacts(place, needs);
   if (std::string refusal = AskedRefusal(app, needs); !refusal.empty()) return refusal;
   const std::string reason = PlaceReasonOf(app, place);
-  return reason.empty() ? reason
-                        : RefusalText(app, RowTitle(*place.row, app.state.LangOffset), reason);
+  return reason.empty() ? reason : RefusalText(app, RowTitle(*place.row, app.state.LangOffset), reason);
 }
 
 }  // namespace vlt

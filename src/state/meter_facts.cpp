@@ -12,17 +12,10 @@ struct Keeper {
   std::array<int, kChannels> MeterFacts::*channel = nullptr;
 };
 constexpr Keeper kKeepers[kFactKinds] = {
-    {&MeterFacts::UnitFlag},
-    {&MeterFacts::SpecNumber},
-    {&MeterFacts::PathMode},
-    {&MeterFacts::OperationMode},
-    {&MeterFacts::HeatMode},
-    {&MeterFacts::HeatFlowUnit},
-    {&MeterFacts::HeatTotalUnit},
-    {&MeterFacts::TempUnit},
-    {nullptr, &MeterFacts::RangeKind},
-    {nullptr, &MeterFacts::RangeUnit},
-    {nullptr, &MeterFacts::TotalUnit},
+    {&MeterFacts::UnitFlag},           {&MeterFacts::SpecNumber},         {&MeterFacts::PathMode},
+    {&MeterFacts::OperationMode},      {&MeterFacts::HeatMode},           {&MeterFacts::HeatFlowUnit},
+    {&MeterFacts::HeatTotalUnit},      {&MeterFacts::TempUnit},           {nullptr, &MeterFacts::RangeKind},
+    {nullptr, &MeterFacts::RangeUnit}, {nullptr, &MeterFacts::TotalUnit},
 };
 
 const Keeper& KeeperOf(Fact fact) { return kKeepers[static_cast<std::size_t>(fact)]; }

@@ -7,7 +7,9 @@
 #include "calc/calc.h"
 #include "calc/frm_calc.h"
 #include "pages/pages.h"
+#include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_pages.h"
 #include "support/keeping_printer.h"
 #include "support/test_app.h"
 
@@ -191,17 +193,17 @@ TEST_F(CalcTest, EveryPipeFitsItsSheet) {
   }
 }
 
-TEST_F(CalcTest, ProcessValuesFillTheFields) {
+TEST_F(CalcTest, ProcessValuesFillTheFieldsAndTellWhatIsMissing) {
   Answer();
   calc().cmdTake.Press();
   EXPECT_EQ(Said(), (Texts{Text(text::kProcessEmpty)}));
-  calc().OUTER_DIAMETERText.Type("77");
   Slot("PIPE_MATERIAL_Data") = "12";
   Slot("PIPE_S_V_Data") = "2500";
   Slot("PIPE_S_V_Unit") = "[m/s]";
   Slot("WALL_THICKNESS_Data") = "0.1496";
   Slot("WALL_THICKNESS_Unit") = "[inch]";
-  Slot("LINING_MATERIAL_Data") = "-1";
+  Slot("LINING_MATERIAL_Data") = "0";
+  Slot("KIND_OF_FLUID_Data") = "-1";
   Slot("SENSOR_TYPE_Data") = "9";
   Slot("SENSOR_MOUNT_Data") = "2";
   calc().cmdTake.Press();
@@ -210,16 +212,96 @@ TEST_F(CalcTest, ProcessValuesFillTheFields) {
   EXPECT_EQ(calc().WALL_THICKNESSText.Text(), "3.80") << "kept in inches";
   EXPECT_EQ(calc().SENSOR_TYPECombo.ListIndex(), 9);
   EXPECT_EQ(calc().LINING_MATERIALCombo.ListIndex(), 0);
-  EXPECT_EQ(calc().SENSOR_MOUNTCombo.ListIndex(), 0) << "not offered here";
-  EXPECT_EQ(calc().OUTER_DIAMETERText.Text(), "77") << "the page knows none";
-  EXPECT_EQ(test.StatusText(), "Taken from the process page (CH1): 4 values");
-  // A result of other values is told beside it.
+  EXPECT_EQ(calc().KIND_OF_FLUIDCombo.ListIndex(), -1) << "the page knows none";
+  EXPECT_EQ(calc().SENSOR_MOUNTCombo.ListIndex(), -1) << "no other mount stands for one that is not offered";
+  const std::string taken =
+      "Taken from the process page (CH1): PIPE MATERIAL, WALL THICKNESS, PIPE S.V., LINING MATERIAL, SENSOR "
+      "TYPE";
+  const std::string missing =
+      "Not there, so emptied: OUTER DIAMETER, KIND OF FLUID, SENSOR MOUNT (W METHOD is not offered here)";
+  EXPECT_EQ(test.StatusText(), taken + "   " + missing) << "of fields that are not in use nothing";
+  EXPECT_EQ(calc().lblNote.Caption(), taken + "\n" + missing);
+  // Without a mount or a fluid there is no result, on whatever way.
+  calc().OUTER_DIAMETERText.Type("88");
+  EXPECT_EQ(calc().picSpacing.Note(), "KIND OF FLUID: nothing is chosen");
+  calc().KIND_OF_FLUIDCombo.Choose(0);
+  for (PushButton* button : {&calc().ExecuteCalc, &calc().cmdPrint}) {
+    Answer();
+    button->Press();
+    EXPECT_EQ(Said(), (Texts{"SENSOR MOUNT: nothing is chosen"}));
+  }
+  calc().SENSOR_MOUNTCombo.Choose(0);
   calc().ExecuteCalc.Press();
+  EXPECT_NE(calc().txtResult1Text.Text(), "");
   test.app.state.ProcessChannel = 1;
-  Slot("OUTER_DIAMETER_Data") = "88";
+  Slot("OUTER_DIAMETER_Data") = "88.0";
+  Slot("KIND_OF_FLUID_Data") = "0";
+  Slot("SENSOR_MOUNT_Data") = "1";
+  Slot("SENSOR_TYPE_Data") = "9";
+  Answer();
   calc().cmdTake.Press();
-  EXPECT_EQ(calc().lblNote.Caption(),
-            "Taken from the process page (CH2): 5 values   " + Text(text::kCalcOutdated));
+  EXPECT_EQ(Said(), (Texts{FormatText(Text(text::kTypedGoes), {"SENSOR MOUNT V METHOD"})}));
+  const std::string note = calc().lblNote.Caption();
+  EXPECT_TRUE(note.starts_with("Taken from the process page (CH2): OUTER DIAMETER, PIPE MATERIAL,")) << note;
+  EXPECT_TRUE(note.ends_with("SENSOR MOUNT, SENSOR TYPE")) << note;
+  EXPECT_EQ(calc().txtResult1Text.Text(), "") << "it was that of another pipe";
+  calc().ExecuteCalc.Press();
+  const std::string result = calc().txtResult1Text.Text();
+  calc().cmdTake.Press();
+  EXPECT_EQ(calc().txtResult1Text.Text(), result) << "of these very values";
+}
+
+TEST_F(CalcTest, WhatWasEnteredIsAskedForBeforeItGoes) {
+  SteelPipe();
+  calc().FLUID_S_VText.SetText("1500");  // put there by the program
+  Slot("OUTER_DIAMETER_Data") = "100.00";
+  Slot("SENSOR_TYPE_Data") = "9";
+  for (const MessageAnswer answer : {MessageAnswer::kCancel, MessageAnswer::kOk}) {
+    test.platform.dialogs.Answer(answer);
+    calc().cmdTake.Press();
+    EXPECT_EQ(Said(),
+              (Texts{FormatText(Text(text::kTypedGoes), {"WALL THICKNESS 5 mm\nSENSOR TYPE WT-13"})}));
+    const bool taken = answer == MessageAnswer::kOk;
+    EXPECT_EQ(calc().WALL_THICKNESSText.Text(), taken ? "" : "5");
+    EXPECT_EQ(calc().FLUID_S_VText.Text(), taken ? "" : "1500");
+    EXPECT_EQ(calc().SENSOR_TYPECombo.ListIndex(), taken ? 9 : 4);
+    EXPECT_EQ(calc().OUTER_DIAMETERText.Text(), taken ? "100.00" : "100");
+    EXPECT_EQ(calc().picSpacing.Shown().Empty(), taken) << "no pipe of before behind the note";
+  }
+  calc().cmdTake.Press();
+  EXPECT_EQ(Said(), Texts{}) << "what was taken was not entered";
+}
+
+// The page shows what it has read of the other channel beside that of its own, and marks it.
+TEST_F(CalcTest, WhatWasReadOfAnotherPipeIsNotTaken) {
+  const auto read = [&](const char* key, const std::string& value, int channel, int station) {
+    Slot(key) = value;
+    OriginRecord& record = test.app.origins.Of(SlotOf("PROCESS SETTING", key));
+    record = {};
+    record.source = OriginRecord::Source::kRead;
+    record.value = value;
+    record.place = {.meter = {.port = 1, .station = station}, .id_number = {}, .index = channel};
+  };
+  read("OUTER_DIAMETER_Data", "60.50", 1, 1);
+  read("WALL_THICKNESS_Data", "3.80", 0, 1);
+  read("PIPE_MATERIAL_Data", "0", 1, 2);
+  read("KIND_OF_FLUID_Data", "0", 0, 1);
+  test.app.origins.Of(SlotOf("PROCESS SETTING", "KIND_OF_FLUID_Data")).typed = "0";
+  test.app.state.ProcessChannel = 1;
+  calc().cmdTake.Press();
+  EXPECT_EQ(calc().OUTER_DIAMETERText.Text(), "60.50");
+  EXPECT_EQ(calc().WALL_THICKNESSText.Text(), "");
+  EXPECT_EQ(calc().PIPE_MATERIALCombo.ListIndex(), -1);
+  EXPECT_EQ(calc().KIND_OF_FLUIDCombo.ListIndex(), 0) << "typed over it";
+  EXPECT_NE(test.StatusText().find("PIPE MATERIAL (CARBON STEEL is of another pipe), "
+                                   "WALL THICKNESS (3.80 is of another pipe)"),
+            std::string::npos)
+      << test.StatusText();
+  for (const char* key : {"OUTER_DIAMETER_Data", "KIND_OF_FLUID_Data"}) Slot(key) = "";
+  Answer();
+  calc().cmdTake.Press();
+  EXPECT_TRUE(Said()[0].starts_with("The process page holds no value that can be taken: "));
+  EXPECT_EQ(calc().OUTER_DIAMETERText.Text(), "60.50") << "nothing was emptied for nothing";
 }
 
 TEST_F(CalcTest, AnOpenProcessPageIsAskedForWhatItShows) {
@@ -314,6 +396,11 @@ TEST_F(CalcTest, AChangeOfTheUnitSystemKeepsWhatWasTyped) {
   EXPECT_EQ(calc().txtResult1Text.Text(), "52.54") << "the fields still show millimetres";
   Show();
   EXPECT_EQ(calc().OUTER_DIAMETERText.Text(), "3.9370");
+  // Any other event is enough: a read that has learnt the unit system, a click on the window.
+  for (const auto& [unit_flag, diameter] : {std::pair(0, "100.00"), {1, "3.9370"}}) {
+    test.app.windows.Run([&] { test.app.state.UnitFlag = unit_flag; });
+    EXPECT_EQ(calc().OUTER_DIAMETERText.Text(), diameter);
+  }
   EXPECT_EQ(calc().LINING_THICKNESSText.Text(), "");
   EXPECT_EQ(calc().Label8(0).Caption(), "inch");
   EXPECT_EQ(calc().txtResult1Text.Text() + calc().lblNote.Caption(), "")

@@ -101,7 +101,7 @@ TEST(MeterWords, SetTellsWhatBecameOfAValue) {
       {"set process.viscosity 1.00381234567 1", 0,
        "sent\tprocess.viscosity\tCH1\tstored\t1.003812\t1.003812\t1.0038\tE-6m2/s\t", ""},
       {"set maintenance.ao1_adjustment_4ma 65535", 0,
-       "sent\tmaintenance.ao1_adjustment_4ma\t\tstored\t-1\t-1\t819\t\t", ""},
+       "sent\tmaintenance.ao1_adjustment_4ma\t\tstored\t65535\t65535\t819\t\t", ""},
       // What the meter does not do.
       {"set process.outer_diameter 114.3 1", 1,
        "sent\tprocess.outer_diameter\tCH1\tnot_proven\t114.30\t60.50\t60.50\tmm\tthe meter holds 60.50",

@@ -142,6 +142,60 @@ TEST(Form6, SourcesFollowTheMeasurementMode) {
   }
 }
 
+TEST(Form6, ASourceThatTheMeterDoesNotOfferIsNotSent) {
+  PageTest test(kOnePath);
+  Form6& page = Open(test);
+  for (CheckBox* box : {&page.LANGUAGE, &page.MEASUREMENT_MODECheck, &page.A01_OUT_SOURCE}) box->Tick();
+  page.LANGUAGECombo.Choose(3);
+  page.MEASUREMENT_MODECombo.Choose(1);
+  page.A01_OUT_SOURCECombo.Choose(5);
+  page.MEASUREMENT_MODECheck.Untick();  // the page shows two paths, and the meter stays on one
+  const Texts question = {"AO1 :Data has not been set up\nDoes it continue?"};
+  const std::string reason = "CH3:THERMAL FLOW is not offered in measurement mode 1PATH";
+  test.dialogs().Answer(MessageAnswer::kCancel);
+  page.SetParameter.Press();
+  EXPECT_EQ(test.dialogs().TakeTexts(), question);
+  EXPECT_EQ(test.Requests(), Texts{}) << "nor anything else";
+  EXPECT_EQ(page.A01_OUT_SOURCECombo.Mark(), reason);
+  EXPECT_EQ(test.test.StatusText(), "Setting of system was completed AO1: " + reason);
+  test.dialogs().Answer(MessageAnswer::kOk);
+  page.SetParameter.Press();
+  EXPECT_EQ(test.dialogs().TakeTexts(), question);
+  EXPECT_EQ(test.Requests()[0], "10 01 02 00 01 02 00 03") << "the others are set";
+  EXPECT_EQ(test.meter().holding().Word(0x03EC), 0);
+
+  // With the mode in the same set it is the text that is shown that goes out.
+  page.LANGUAGE.Untick();
+  page.MEASUREMENT_MODECheck.Tick();
+  page.MEASUREMENT_MODECombo.Choose(1);
+  page.A01_OUT_SOURCECombo.Choose(5);
+  test.test.platform.Arm("exception=2@03ECH*4");
+  test.dialogs().Answer(MessageAnswer::kCancel);
+  page.SetParameter.Press();
+  EXPECT_EQ(test.dialogs().TakeTexts(), question);
+  EXPECT_EQ(test.Requests()[1], "10 03 EC 00 01 02 00 05");
+  // Nothing was read back: what the meter is now is asked.
+  page.MEASUREMENT_MODECheck.Untick();
+  page.SetParameter.Press();
+  EXPECT_EQ(test.Requests().at(3), "10 03 EC 00 01 02 00 05");
+}
+
+TEST(Form6, AllTicksASpecificationForTheFactoryAlone) {
+  for (const char* user : {"Standard", "Service", "Factory"}) {
+    SCOPED_TRACE(user);
+    PageTest test(kOnePath);
+    test.app().state.UserInfo = user;
+    Form6& page = Open(test);
+    page.SPEC.Tick();
+    page.chkCheck.Tick();
+    EXPECT_EQ(page.SPEC.Ticked(), std::string(user) == "Factory");
+    EXPECT_EQ(page.SPEC_Text.Enabled(), page.SPEC.Ticked());
+    page.SPEC.Tick();
+    page.chkCheck.Untick();
+    EXPECT_FALSE(page.SPEC.Ticked() || page.Read_All_Set_Data.Ticked());
+  }
+}
+
 TEST(Form6, BadInputIsTakenAwayAndTold) {
   PageTest test(kTwoPipes);
   Form6& page = Open(test);

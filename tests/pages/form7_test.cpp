@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pages/form7.h"
 
+#include <cmath>
+
 #include "page_fixture.h"
 #include "state/tested_meters.h"
+#include "values/number_text.h"
 
 namespace vlt::test {
 namespace {
@@ -147,6 +150,42 @@ TEST(Form7, EachPointOfAnAdjustmentKeepsItsText) {
   EXPECT_EQ(page.ADJUSTMENText.Text(), "819");
   page.ADJUSTMENTCombo.Choose(1);
   EXPECT_EQ(page.ADJUSTMENText.Text(), "4095") << "a read brings both points";
+}
+
+TEST(Form7, AnAdjustmentIsShownAsItWasSent) {
+  const struct {
+    const char* typed;
+    const char* write;
+    const char* anew;  // shown by a page that does not know what was typed
+  } cases[] = {{"32768", "06 01 42 80 00", "32768"},
+               {"40000.9", "06 01 42 9C 40", "40000"},
+               {"65535", "06 01 42 FF FF", "65535"},
+               {"-2", "06 01 42 FF FE", "65534"},
+               {"-0.5", "06 01 42 00 00", "0"}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.typed);
+    PageTest test(kOnePath);
+    const auto adjust = [&]() -> Form7& {
+      Form7& page = Open(test);
+      page.AO_Check.Tick();
+      page.ADJUSTMENT.Tick();
+      page.ADJUSTMENTCombo.Choose(0);
+      return page;
+    };
+    Form7& page = adjust();
+    page.ADJUSTMENText.SetText(c.typed);
+    page.SetParameter.Press();
+    EXPECT_EQ(test.Requests()[0], c.write);
+    const std::string sent = FixedText(std::trunc(*ParseNumber(c.typed)) + 0.0, 0);
+    EXPECT_EQ(page.ADJUSTMENText.Text(), sent);
+    EXPECT_EQ(page.ADJUSTMENText.Origin(), ValueOrigin::kRead);
+    page.ReadParameter.Press();
+    EXPECT_EQ(page.ADJUSTMENText.Text(), sent);
+    test.app().windows.Unload("Form7");
+    test.app().state.Maintenance = {};
+    adjust().ReadParameter.Press();
+    EXPECT_EQ(adjust().ADJUSTMENText.Text(), c.anew);
+  }
 }
 
 TEST(Form7, SpinButtonsNormaliseAndStayWithinTheField) {

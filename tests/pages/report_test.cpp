@@ -5,7 +5,9 @@
 #include <fstream>
 #include <locale>
 #include <sstream>
+#include <utility>
 
+#include "link/wait.h"
 #include "page_fixture.h"
 #include "pages/form6.h"
 
@@ -181,6 +183,99 @@ TEST(ReadAll, AFailedReaderIsToldAndLeavesItsCellsEmpty) {
   EXPECT_NE(test.Line("DISPLAY 1 CHANNEL"), "DISPLAY 1 CHANNEL,") << "the other block of the reader";
   EXPECT_NE(test.Line("TRANS. COUNT"), "TRANS. COUNT,,") << "and the rest goes on";
   EXPECT_TRUE(test.page.ReadParameter.Enabled());
+}
+
+TEST(ReadAll, ALossIsToldInTheFileAndInTheStatusAndKeepsACompleteReport) {
+  const std::string lost = "Not read: RANGE CH2, DISPLAY";
+  const std::string title = "Read All Set Data,DATE:,";
+  const struct {
+    std::string earlier;
+    MessageAnswer answer;  // kOk: nobody is asked
+    bool written;
+  } cases[] = {{"\xEF\xBB\xBF" + title + "2026/01/01 00:00:00\r\n[RANGE]\r\n", MessageAnswer::kNo, false},
+               {title + "2026/01/01 00:00:00\r\n[RANGE]\r\n", MessageAnswer::kYes, true},
+               {title + "2026/01/01 00:00:00\r\nNOT READ,RANGE CH1\r\n", MessageAnswer::kOk, true},
+               {"", MessageAnswer::kOk, true},
+               {"another file", MessageAnswer::kOk, true}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.earlier);
+    ReportTest test(kTwoPipes);
+    if (!c.earlier.empty()) test.Files()[kFile] = c.earlier;
+    test.meter().BreakMemory(sim::Space::Holding, 0x1388, 0x1389, 2);
+    test.meter().BreakMemory(sim::Space::Holding, 0x00C0, 0x00C1, 4);
+    for (int i = 0; i < 2; ++i) test.dialogs().Answer(MessageAnswer::kOk);
+    const bool asked = c.answer != MessageAnswer::kOk;
+    if (asked) test.dialogs().Answer(c.answer);
+    test.page.ReadParameter.Press();
+    const Texts said = test.dialogs().TakeTexts();
+    ASSERT_EQ(said.size(), asked ? 3u : 2u);
+    if (asked) {
+      EXPECT_EQ(said.back(), "all settings.csv holds a complete report, and this reading is not complete.\n" +
+                                 lost + "\nDo you want to replace it?");
+      EXPECT_TRUE(test.dialogs().messages.back().second_is_default);
+    }
+    const std::string kept = "   No file was written: the complete report was kept";
+    EXPECT_TRUE(test.test.StatusText().ends_with(lost + (c.written ? "" : kept))) << test.test.StatusText();
+    if (!c.written) {
+      EXPECT_EQ(test.Files()[kFile], c.earlier);
+      continue;
+    }
+    EXPECT_EQ(test.Line("NOT READ,RANGE"), "NOT READ,RANGE CH2,1388H (32),[ADDRESS ERROR(02H)]");
+    EXPECT_EQ(test.Line("NOT READ,DISPLAY"), "NOT READ,DISPLAY,00C0H (6),[UNKNOWN FUNCTION CODE ERROR]");
+    EXPECT_LT(test.Files()[kFile].find("NOT READ"), test.Files()[kFile].find("[PROCESS SETTING]"));
+  }
+}
+
+// The thermal ranges are read with each channel: once is enough.
+TEST(ReadAll, WhatAnotherReaderBringsIsNotLost) {
+  ReportTest test(kTwoPipes, 0);
+  test.test.platform.Arm("exception=2@03F0H*4");
+  test.dialogs().Answer(MessageAnswer::kOk);
+  test.page.ReadParameter.Press();
+  EXPECT_EQ(test.dialogs().TakeTexts().size(), 1u);
+  EXPECT_EQ(test.test.StatusText().find("読み出せませんでした"), std::string::npos);
+  EXPECT_EQ(test.Files()[kFile].find("未読出し"), std::string::npos);
+}
+
+TEST(ReadAll, TheNameCanBeGivenWhileItRuns) {
+  const std::string kOther = "/data/other.csv";
+  ReportTest test(kTwoPipes);
+  Form6& page = test.page;
+  bool pressed = false;
+  test.app().frame->Status().Observe([&] {
+    if (pressed || test.test.StatusText().find("3 of 17") == std::string::npos) return;
+    pressed = true;
+    EXPECT_FALSE(page.ReadParameter.Enabled());
+    test.dialogs().SaveFile(kOther);
+    EXPECT_TRUE(page.Save_As.Press());
+    EXPECT_EQ(page.FileName.Text(), kFile) << "asked when the exchange has ended";
+  });
+  page.ReadParameter.Press();
+  test.app().frame->Status().Observe({});
+  EXPECT_TRUE(pressed);
+  EXPECT_EQ(page.FileName.Text(), kOther);
+  EXPECT_EQ(test.Files()[kOther], Golden("report_two_pipes_en.csv"));
+  EXPECT_FALSE(test.Files().contains(kFile));
+}
+
+// A set has no moment between its exchanges at which a dialog would not hold it up.
+TEST(Report, ItsNameIsAskedBehindWhatHoldsTheLine) {
+  PageTest test(kTwoPipes);
+  Form6& page = test.Open<Form6>("Form6");
+  page.Read_All_Set_Data.Tick();
+  page.IDNUM_CONFIGCheck.Tick();
+  page.IDNUM_CONFIGText.Type("5");
+  bool pressed = false;
+  test.app().frame->Status().Observe([&] {
+    if (std::exchange(pressed, true)) return;
+    test.dialogs().SaveFile(kFile);
+    EXPECT_TRUE(page.Save_As.Press());
+  });
+  page.SetParameter.Press();
+  test.app().frame->Status().Observe({});
+  EXPECT_EQ(page.FileName.Text(), "");
+  WaitMs(test.app(), 500);
+  EXPECT_EQ(page.FileName.Text(), kFile);
 }
 
 TEST(ReadAll, AnyBlockThatDoesNotComeIsToldOnceByItsReader) {
