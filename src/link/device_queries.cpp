@@ -7,6 +7,7 @@
 
 #include "link/learn.h"
 #include "link/modbus.h"
+#include "link/registers.h"
 #include "state/device_facts.h"
 #include "values/codecs.h"
 #include "values/unit_names.h"
@@ -57,11 +58,11 @@ bool Ask(App& app, int station, int address, int mode, int& value) {
 }
 
 int AskAt(App& app, const Query& query, int station, int ch = 0) {
-  int value = kNoAnswer;
-  if (!Ask(app, station, query.address.at(static_cast<std::size_t>(ch)), query.mode_at, value)) {
-    return kNoAnswer;
-  }
-  return IsFromStation(app, app.state.MemRxFrame, station) ? value : kNoAnswer;
+  const Target target{.station = station, .mode = static_cast<SendMode>(query.mode_at), .of_several = true};
+  RegisterData data;
+  const int address = query.address.at(static_cast<std::size_t>(ch));
+  return ReadRegisters(app, target, {.address = address, .count = 1}, data) ? BytesToInt16(data, 0)
+                                                                            : kNoAnswer;
 }
 
 int AskOwn(App& app, const Query& query, int ch = 0) {
