@@ -69,8 +69,9 @@ void Line::Reply::Spoil(const ArmedFault& fault) {
          Recheck(reply.bytes);
        }},
       {Fault::Station,
-       [](Reply& reply, int) {
+       [](Reply& reply, int bits) {
          reply.bytes[0] = static_cast<std::uint8_t>(reply.bytes[0] % 247 + 1);
+         reply.bytes[reply.bytes.size() - 3] ^= static_cast<std::uint8_t>(bits);
          Recheck(reply.bytes);
        }},
       {Fault::Noise,

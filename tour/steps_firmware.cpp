@@ -20,7 +20,7 @@ namespace {
 constexpr int kPort = 9;
 constexpr int kNormalEnd = 4370;
 
-// Answers every frame that ends in a line end with a line.
+// Answers every frame that ends in a line end with a line, or refuses the data frames.
 class BootLoader {
  public:
   BootLoader() : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {
@@ -38,6 +38,7 @@ class BootLoader {
   BootLoader& operator=(const BootLoader&) = delete;
 
   std::string path;
+  bool refuses_data = false;
 
  private:
   void Hear() {
@@ -45,7 +46,10 @@ class BootLoader {
     const ssize_t got = ::read(master_, piece.data(), piece.size());
     if (got > 0) heard_.append(piece.data(), static_cast<std::size_t>(got));
     if (!heard_.ends_with("Ed\r\n")) return;
-    const std::string line = std::string("\x02") + heard_.at(1) + "_OK\r\n";
+    const std::string line = refuses_data && heard_.at(1) == 'B'
+                                 ? "\x02\x45"
+                                   "FLASH ERASE ERROR AT 00030000\x0C\r\n"
+                                 : std::string("\x02") + heard_.at(1) + "_OK\r\n";
     heard_.clear();
     if (::write(master_, line.data(), line.size()) < 0) std::abort();
   }
@@ -60,13 +64,21 @@ bool IsShown(Tour& tour, const char* form) {
   return view != nullptr && view->Root() != nullptr && view->Root()->isVisible();
 }
 
+void WriteModule(const QDir& folder, const char* name, const QByteArray& content) {
+  QFile file(folder.filePath(name));
+  if (!file.open(QIODevice::WriteOnly)) throw Trouble("the module can't be written");
+  file.write(content);
+}
+
+// One good module, none for the boot, one with the text of another and an empty one.
 std::string ModuleFolder(Tour& tour) {
   const QDir program(ToQt(tour.Running().Logic().platform.process.ProgramFolder()));
   program.mkpath("modules");
-  QFile file(program.filePath("modules/KRT_CNTL.bin"));
-  if (!file.open(QIODevice::WriteOnly)) throw Trouble("the module can't be written");
-  file.write("KRT_CNTL_KRT1SYS" + QByteArray(20000, 'x'));
-  return FromQt(program.filePath("modules"));
+  const QDir folder(program.filePath("modules"));
+  WriteModule(folder, "KRT_CNTL.bin", "KRT_CNTL_KRT1SYS" + QByteArray(20000, 'x'));
+  WriteModule(folder, "KRT_UPSYS.bin", "KRT_CNTL_KRT1SYS" + QByteArray(200, 'x'));
+  WriteModule(folder, "KRT_SPEED.bin", "");
+  return FromQt(folder.path());
 }
 
 void ChoosePort(Tour& tour) {
@@ -75,6 +87,7 @@ void ChoosePort(Tour& tour) {
   hands.Choose("frmMaint_COMM", "cmbComm", kPort - 1);
   tour.Picture("frmMaint_COMM", "firmware_port");
   hands.Click("frmMaint_COMM", "cmdOK");
+  tour.Picture("frmMaint_MAIN", "firmware_before");
 }
 
 void Download(Tour& tour, const std::string& folder) {
@@ -100,10 +113,29 @@ void Download(Tour& tour, const std::string& folder) {
   tour.Picture("frmMaint_MAIN", "firmware_download");
 }
 
-void WorkTheTool(Tour& tour) {
+// The window stays as large as it was, whatever it has to tell.
+void DownloadWhatFails(Tour& tour) {
+  Hands& hands = tour.Operator();
+  const QSize before = hands.Window("frmMaint_MAIN").size();
+  hands.Tick("frmMaint_MAIN", "chkModule(2)");
+  hands.Tick("frmMaint_MAIN", "chkModule(3)");
+  tour.Boxes().Lay("KRT_ERROR : FLASH ERASE ERROR AT 00030000", true);
+  tour.Boxes().Lay("FILE ERROR : Error of identification code", true);
+  tour.Boxes().Lay("FILE ERROR : KRT_SPEED.bin", true);
+  tour.Boxes().Lay("Processing has been completed.", true);
+  hands.Click("frmMaint_MAIN", "cmdEXE");
+  tour.Expect("result of a refused module", hands.Text("frmMaint_MAIN", "txtDL_Result(0)"), "NG");
+  tour.Picture("frmMaint_MAIN", "firmware_failed");
+  const QSize after = hands.Window("frmMaint_MAIN").size();
+  if (after != before || after.width() > 1280 || after.height() > 800) throw Trouble("the window has grown");
+}
+
+void WorkTheTool(Tour& tour, BootLoader& loader) {
   const std::string folder = ModuleFolder(tour);
   ChoosePort(tour);
   Download(tour, folder);
+  loader.refuses_data = true;
+  DownloadWhatFails(tour);
   tour.Operator().SelectTab("frmMaint_MAIN", "SSTab1", 1);
   tour.Picture("frmMaint_MAIN", "firmware_upload");
   tour.Boxes().Lay(tour.Text(kNormalEnd), true);
@@ -112,7 +144,7 @@ void WorkTheTool(Tour& tour) {
 
 // The start waits inside its handlers until the tool is closed, so the tool is worked from events of its own.
 // What goes wrong there closes it.
-std::string WorkAsEvent(Tour& tour) {
+std::string WorkAsEvent(Tour& tour, BootLoader& loader) {
   std::string trouble;
   tour.Meanwhile().When([&] { return IsShown(tour, "frmMssg"); },
                         [&] { QTimer::singleShot(0, [&] { tour.Operator().Click("frmMssg", "cmdDown"); }); });
@@ -120,7 +152,7 @@ std::string WorkAsEvent(Tour& tour) {
                         [&] {
                           QTimer::singleShot(0, [&] {
                             try {
-                              WorkTheTool(tour);
+                              WorkTheTool(tour, loader);
                             } catch (const std::exception& wrong) {
                               trouble = wrong.what();
                               tour.Running().Logic().windows.Unload("frmMaint_MAIN");
@@ -137,7 +169,7 @@ std::string WorkAsEvent(Tour& tour) {
 void FirmwareTool(Tour& tour) {
   BootLoader loader;
   SetPortDevice(tour.Running().Logic(), kPort, loader.path);
-  const std::string trouble = WorkAsEvent(tour);
+  const std::string trouble = WorkAsEvent(tour, loader);
   if (!trouble.empty()) throw Trouble(trouble);
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Many exchanges in event timing with meters that answer late, not at all, or damaged, on virtual time.
+// Many exchanges with meters that answer late, not at all, or damaged, on virtual time.
 // Before each one the meters get new contents, so that every reply tells to which question it was given.
 #pragma once
 
@@ -10,7 +10,7 @@ namespace vlt::test {
 struct LateSoak {
   std::int64_t exchanges = 0;
   std::uint32_t seed = 1;
-  bool events = true;  // false: by the pattern
+  bool events = false;  // paced by what arrives
   double late_share = 0.3;
   double lost_share = 0.05;
   double damaged_share = 0.05;

@@ -3,67 +3,14 @@
 
 #include <array>
 #include <iterator>
-#include <memory>
 #include <random>
 
+#include "bench/soak/soak_meter.h"
 #include "compare/sender.h"
-#include "link/port.h"
 #include "sim/faults.h"
-#include "support/test_app.h"
 
 namespace vlt::test {
 namespace {
-
-// Full models on one path, two paths and two pipes, and a single-channel model.
-struct Shape {
-  int specification;
-  int path_mode;
-  int unit_system;
-};
-constexpr Shape kShapes[] = {{81, 0, 0}, {81, 1, 1}, {81, 2, 0}, {182, 0, 0}, {182, 0, 1}};
-
-sim::MeterConfig ConfigOf(const Shape& shape) {
-  sim::MeterConfig config;
-  config.specification = shape.specification;
-  config.path_mode = shape.path_mode;
-  config.unit_system = shape.unit_system;
-  return config;
-}
-
-class Bench {
- public:
-  explicit Bench(const Shape& shape) : test({.meter = ConfigOf(shape)}) {
-    OpenPort(test.app);
-    auto& meter = test.platform.Meter();
-    id_ = meter.config().id_number;
-  }
-
-  sim::Memory& Memory() { return test.platform.Meter().holding(); }
-
-  // What an operator may have set: no totals that begin anew, and the meter keeps its name.
-  void Fill(unsigned seed) {
-    test.platform.Meter().Fill(seed, 0);
-    constexpr int kModes[] = {0x42, 0x13CA, 0x1B9A};
-    for (const auto mode : kModes) {
-      const auto at = static_cast<std::uint32_t>(mode);
-      if (Memory().Has(at, 2) && Memory().Word(at) == 2) Memory().PutWord(at, 1);
-    }
-    Memory().PutWord(0x0104, id_);
-  }
-
-  Snapshot Read() { return ReadSnapshot(test.app, {}).snapshot; }
-
-  bool Holds(const ParameterPlace& place, const std::vector<std::uint8_t>& raw) {
-    const auto held =
-        Memory().Read(static_cast<std::uint32_t>(place.Address()), static_cast<std::uint32_t>(raw.size()));
-    return std::equal(raw.begin(), raw.end(), held.begin(), held.end());
-  }
-
-  TestApp test;
-
- private:
-  int id_ = 0;
-};
 
 // The kinds of trouble: lost, damaged, refused, acknowledged and not done; late, cut off, behind noise.
 constexpr sim::Fault kFaults[] = {sim::Fault::Silence,     sim::Fault::Crc,  sim::Fault::Exception,
@@ -81,7 +28,7 @@ class WriteSoak {
 
  private:
   void Batch(unsigned seed) {
-    Bench bench(kShapes[seed % std::size(kShapes)]);
+    SoakMeter bench(kSoakShapes[seed % std::size(kSoakShapes)], plan_.events);
     bench.Fill(seed);
     const CompareSide source = SideOfMeter(bench.Read());
     bench.Fill(seed + 1);
@@ -113,7 +60,7 @@ class WriteSoak {
     ++result_.faults;
   }
 
-  void Judge(Bench& bench, const SentRow& row) {
+  void Judge(SoakMeter& bench, const SentRow& row) {
     constexpr std::array kCounts = {&WriteSoakResult::stored, &WriteSoakResult::refused,
                                     &WriteSoakResult::not_proven, &WriteSoakResult::not_sent};
     ++(result_.*kCounts[static_cast<std::size_t>(row.end)]);
@@ -131,10 +78,10 @@ class WriteSoak {
 
 WriteSoakResult SoakWrites(const WriteSoakPlan& plan) { return WriteSoak(plan).Run(); }
 
-RestoreSoakResult SoakRestores(std::int64_t restores, unsigned seed) {
+RestoreSoakResult SoakRestores(std::int64_t restores, unsigned seed, bool events) {
   RestoreSoakResult result;
   for (; result.restores < restores; ++result.restores, ++seed) {
-    Bench bench(kShapes[seed % std::size(kShapes)]);
+    SoakMeter bench(kSoakShapes[seed % std::size(kSoakShapes)], events);
     bench.Fill(seed);
     const Snapshot point = bench.Read();
     bench.Fill(seed + 1000);

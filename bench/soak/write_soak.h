@@ -14,6 +14,7 @@ struct WriteSoakPlan {
   std::int64_t writes = 0;    // at least so many rows are written
   double fault_share = 0.01;  // of each kind of trouble, by rows
   unsigned seed = 1;
+  bool events = false;  // paced by what arrives
 };
 
 struct WriteSoakResult {
@@ -40,6 +41,6 @@ struct RestoreSoakResult {
 
 // Meters of all shapes, set to one state, kept, set to another (also in unit system and path mode), and
 // restored.
-RestoreSoakResult SoakRestores(std::int64_t restores, unsigned seed = 1);
+RestoreSoakResult SoakRestores(std::int64_t restores, unsigned seed = 1, bool events = false);
 
 }  // namespace vlt::test

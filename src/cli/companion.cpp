@@ -5,11 +5,17 @@
 #include <utility>
 
 #include "cli/look.h"
+#include "firmware/frm_maint_main.h"
 #include "link/port.h"
 #include "shell/closing.h"
 #include "shell/handler_fault.h"
 
 namespace vlt {
+namespace {
+
+constexpr int kLookAtRunMs = 20;
+
+}  // namespace
 
 const Companion::Word* Companion::FindWord(std::string_view name) {
   for (const Word& word : Words()) {
@@ -135,24 +141,45 @@ void Companion::Fail(int line, ScriptStatus status, const std::string& text) {
   if (std::exchange(failed_, true)) return;
   status_ = status;
   sinks_.trouble({line, status, text});
+  // Its handler goes on to its end, and that of a run is behind its last module otherwise.
+  if (frmMaint_MAIN* tool = RunningTool()) tool->StopSoon();
 }
 
 // For what comes up inside the program. Its handler goes on to its end: a gesture of the script finishes
 // behind it.
 void Companion::FailOutside(ScriptStatus status, const std::string& text) {
-  if (finished_) return;
+  if (finished_ || finishing_module_) return;
   Fail(line_, status, text);
   if (gestures_ == 0) PostNext();
 }
 
-// The work whose handler is on the stack is not cut off in the middle of an exchange: Run comes back here.
+// The work whose handler is on the stack is not cut off in the middle of an exchange: Run comes back here. A
+// module on its way into the device is finished first.
 void Companion::Finish() {
-  if (gestures_ == 0) return End();
+  if (finishing_module_) return;
+  frmMaint_MAIN* tool = RunningTool();
+  if (tool == nullptr && gestures_ == 0) return End();
   if (std::exchange(ending_, true)) return;
   StopLooking();
   ended_ = true;
   lines_.clear();
-  StopWork(app_);
+  if (tool == nullptr) return StopWork(app_);
+  tool->StopSoon();
+  FinishModule(tool->Name());
+}
+
+// The run lies on the stack below, so it is waited for by looking.
+void Companion::FinishModule(const std::string& tool) {
+  finishing_module_ = true;
+  if (const auto* wait = dynamic_cast<const frmMaint_Wait*>(app_.windows.Find("frmMaint_Wait"))) {
+    Report({"finishing", wait->lblTitle.Caption()});
+  }
+  look_ = program_.StartTimer(kLookAtRunMs, [this, tool] {
+    if (RunningTool() != nullptr) return;
+    StopLooking();
+    if (auto* window = dynamic_cast<frmMaint_MAIN*>(app_.windows.Find(tool))) TellRun(*window);
+    End();
+  });
 }
 
 void Companion::End() {
@@ -164,6 +191,22 @@ void Companion::End() {
     ClosePort(app_, closed);
   }
   sinks_.finished();
+}
+
+frmMaint_MAIN* Companion::RunningTool() const {
+  auto* tool = dynamic_cast<frmMaint_MAIN*>(app_.windows.Find("frmMaint_MAIN"));
+  return tool != nullptr && tool->Running() ? tool : nullptr;
+}
+
+// How each module has ended, and what the tool says of it.
+void Companion::TellRun(frmMaint_MAIN& tool) {
+  const auto tell = [&](TextBox& result) {
+    if (!result.Text().empty()) Describe({&tool, &result, {}});
+  };
+  tool.txtDL_Result.ForEach(tell);
+  tool.txtResult.ForEach(tell);
+  tell(tool.txtVer);
+  Describe({&tool, &tool.lblNote, {}});
 }
 
 void Companion::Report(const EventFields& fields, std::span<const std::string_view> names) {

@@ -18,7 +18,10 @@
 // and those of the words that need no window (cli/meter_words.h).
 //
 // The script ends at its first trouble, at `quit`, or behind its last line. Work that it has under way is
-// stopped then, as by its stop button: it ends behind the exchange in hand, and tells what became of it.
+// stopped then, as by its stop button: it ends behind the exchange in hand, and tells what became of it. A
+// run of the firmware tool is not cut off: the module in hand is finished first, which is told by
+//   finishing TEXT                  what it is
+// and, at its end, by `show` of its results and of what the tool says of them.
 // After that the port is closed, nothing is asked and nothing is saved: that is what `close` is for.
 #pragma once
 
@@ -41,6 +44,8 @@
 #include "state/app.h"
 
 namespace vlt {
+
+class frmMaint_MAIN;
 
 class Companion {
  public:
@@ -107,7 +112,11 @@ class Companion {
   void Fail(int line, ScriptStatus status, const std::string& text);
   void FailOutside(ScriptStatus status, const std::string& text);
   void Finish();
+  void FinishModule(const std::string& tool);
   void End();
+  // The firmware tool while a run of it goes on, else null.
+  frmMaint_MAIN* RunningTool() const;
+  void TellRun(frmMaint_MAIN& tool);
 
   // `names` are those of the fields where the event has others than usual.
   void Report(const EventFields& fields, std::span<const std::string_view> names = {});
@@ -179,6 +188,7 @@ class Companion {
   bool failed_ = false;
   bool ending_ = false;  // as soon as the work under way has returned
   bool finished_ = false;
+  bool finishing_module_ = false;
   ScriptStatus status_ = ScriptStatus::kGood;
   // Gone before the rest: a task that is still in the queue then does nothing.
   std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);

@@ -34,6 +34,7 @@ constexpr EventShape kShapes[] = {
     {"restored", {"stored#", "refused#", "not_proven#", "not_sent#", "different#", "restore_point", "kept#"}},
     {"found", {"port", "speed#", "parity", "station#", "unit_system", "language"}},
     {"spacing", {"spacing#", "unit", "step#"}},
+    {"finishing", {"text"}},
     {"trouble", {"script", "line#", "status#", "text"}},
 };
 

@@ -86,9 +86,9 @@ class Sending {
   // Reads the meter before anything is sent. False when that ends the work.
   bool ReadMeter() {
     if (!ReadAgain()) return false;
-    const SnapshotRow* unknown = UnknownShape();
-    if (unknown == nullptr) return true;
-    return Halt(SendHalt::kNoMeter, FormatText(Word(text::kMeterNotRead), {unknown->unread}));
+    const std::string unknown = UnknownShape(now_);
+    if (unknown.empty()) return true;
+    return Halt(SendHalt::kNoMeter, FormatText(Word(text::kMeterNotRead), {unknown}));
   }
 
   // Reads it once more. False when that ends the work.
@@ -98,16 +98,6 @@ class Sending {
     held_ = now_;
     if (result.stopped) return Halt(SendHalt::kStopped, Word(text::kSendingStopped));
     return app_.state.PortIsOpen || HaltByPort();
-  }
-
-  // What decides which rows there are, where it could not be read; or null.
-  const SnapshotRow* UnknownShape() const {
-    for (const Parameter* row :
-         {&SystemRow("unit"), &SystemRow("specification"), &SystemRow("measurement_mode")}) {
-      const SnapshotRow* found = now_.Find({row, 0});
-      if (found != nullptr && !found->Known()) return found;
-    }
-    return nullptr;
   }
 
   bool IsExpected(const MeterIdentity* expected) {
@@ -342,7 +332,7 @@ RestoreReport RestoreMeter(App& app, const CompareSide& point, const SendListene
   }
   sending.Finish();
   report.sent = std::move(sending.Report());
-  report.verified = report.sent.halt == SendHalt::kDone && sending.UnknownShape() == nullptr;
+  report.verified = report.sent.halt == SendHalt::kDone && UnknownShape(sending.Now()).empty();
   TellDifferent(Comparison(point, SideOfMeter(sending.Now())), sending.Now(), report);
   return report;
 }

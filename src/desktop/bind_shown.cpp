@@ -48,6 +48,24 @@ class PlainLabel : public QLabel {
   mutable std::optional<QSize> measured_;
 };
 
+// With places at which a line may end where there are none: in a path behind its separators, in a name of
+// unusual length anywhere.
+QString Breakable(const QString& text) {
+  constexpr QChar kPlace(0x200B);
+  constexpr int kLongestWord = 40;
+  QString breakable;
+  int length = 0;
+  for (const QChar letter : text) {
+    breakable += letter;
+    const bool separator = letter == '/' || letter == '\\';
+    length = letter.isSpace() ? 0 : length + 1;
+    if (!separator && length < kLongestWord) continue;
+    breakable += kPlace;
+    length = 0;
+  }
+  return breakable;
+}
+
 class LabelBinding : public Binding {
  public:
   LabelBinding(Control& label, BindContext& context, QWidget* parent)
@@ -55,8 +73,15 @@ class LabelBinding : public Binding {
 
  private:
   PlainLabel* View() const { return static_cast<PlainLabel*>(Widget()); }
+  void WrapText() override {
+    wraps_ = true;
+    View()->setWordWrap(true);
+    View()->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    MarkForRefresh();
+  }
   void PushState() override {
-    View()->ShowText(PlainCaption(Bound().Caption()));
+    const QString text = PlainCaption(Bound().Caption());
+    View()->ShowText(wraps_ ? Breakable(text) : text);
     const unsigned colour = static_cast<const Label&>(Bound()).BackColour();
     if (shown_colour_ == colour) return;
     shown_colour_ = colour;
@@ -67,6 +92,7 @@ class LabelBinding : public Binding {
     View()->setWordWrap(bar);
   }
   unsigned shown_colour_ = kButtonFaceColour;
+  bool wraps_ = false;
 };
 
 class FrameBinding : public Binding {

@@ -37,6 +37,8 @@ class Binding : public QObject, public Refreshable {
   void SetKeys(const QString& keys);
   // Shows it in larger letters.
   void MakeTitle();
+  // Its text is as wide as it is let, in as many lines as that takes; also what has no blanks, as a path.
+  virtual void WrapText() {}
   // Shows it in narrow letters.
   void MakeNarrow();
   // The control is about to go: no gesture and no refresh reaches it any more.

@@ -2,6 +2,7 @@
 #include "desktop/builder.h"
 
 #include <QComboBox>
+#include <QFontMetrics>
 #include <QFrame>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -10,6 +11,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QStackedWidget>
+#include <QStringList>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -36,6 +38,7 @@ constexpr int kButtonWidth = 96;
 constexpr int kNavigationWidth = 168;
 constexpr int kNavigationHeight = 38;
 constexpr int kColumnWidth = 620;  // wider columns would tear captions and entries apart
+constexpr int kTextWidth = 860;    // the least of a text of several lines
 constexpr std::string_view kStretch = ">";
 constexpr char kTitleMark = '*';
 
@@ -139,6 +142,8 @@ void Builder::Add(const LayoutItem& item) {
       return AddStrip(item);
     case LayoutKind::kWide:
       return AddWide(item);
+    case LayoutKind::kText:
+      return AddText(item);
     case LayoutKind::kSpace:
       return AddSpace();
     case LayoutKind::kNavigation:
@@ -339,6 +344,24 @@ void Builder::AddWide(const LayoutItem& item) {
     columns->outer->flow->setStretchFactor(columns->columns, 1);
   }
   Top().filled = true;
+}
+
+// Neither how much it says nor how long its lines are changes what it asks of the window.
+void Builder::AddText(const LayoutItem& item) {
+  QWidget* label = Make(item.names[0]);
+  if (label == nullptr) return;
+  built_.bindings.back()->WrapText();
+  const QFont font = DesktopFont(built_.bindings.back()->Bound().GetFont());
+  auto* scroll = new QScrollArea(Top().parent);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll->setWidgetResizable(true);
+  scroll->setWidget(label);
+  scroll->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  scroll->setMinimumWidth(kTextWidth);
+  const QString lines = QStringList(item.lines, "M").join('\n');
+  scroll->setFixedHeight(QFontMetrics(font).size(Qt::TextExpandTabs, lines).height());
+  Top().flow->addWidget(scroll);
 }
 
 void Builder::AddNavigation(const LayoutItem& item) {

@@ -77,6 +77,7 @@ class Builder {
   void AddStrip(const LayoutItem& item);
   void AddSpace();
   void AddWide(const LayoutItem& item);
+  void AddText(const LayoutItem& item);
   void AddNavigation(const LayoutItem& item);
   void AddPageArea();
   void OpenEmptyPage();

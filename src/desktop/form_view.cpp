@@ -3,6 +3,7 @@
 
 #include <QEvent>
 #include <QGuiApplication>
+#include <QLayout>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QPushButton>
@@ -45,6 +46,15 @@ void PutInTheMiddle(QWidget& window, const QWidget* over) {
   QRect frame = window.frameGeometry();
   frame.moveCenter(place.center());
   window.move(frame.topLeft());
+}
+
+// Widgets that were never shown don't tell their layouts that their fonts have changed; those of a tab behind
+// others would get their room when it comes to the front, and the window another size.
+void MeasureAgain(const QWidget& window) {
+  for (QLayout* layout : window.findChildren<QLayout*>()) {
+    for (int i = 0; i < layout->count(); ++i) layout->itemAt(i)->invalidate();
+    layout->invalidate();
+  }
 }
 
 // Light texts on the splash picture, dark or light system or not.
@@ -174,6 +184,9 @@ void FormView::AddShortCuts(const WindowLayout* layout) {
     BindKey(QKeySequence(Qt::Key_Return), binding->Widget());
     BindKey(QKeySequence(Qt::Key_Enter), binding->Widget());
   }
+  if (layout == nullptr || !layout->enter_is_dead) return;
+  // A short cut that leads nowhere takes the key before the button with the focus does.
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) new QShortcut(QKeySequence(key), root_);
 }
 
 void FormView::BindKey(const QKeySequence& keys, QWidget* button) {
@@ -236,6 +249,7 @@ void FormView::Place(QWidget& window) {
   }
   // What its controls hold decides how large it is.
   context_.bind.refresh.Flush();
+  MeasureAgain(window);
   window.adjustSize();
   const WindowLayout* layout = context_.layouts(form_.Name());
   if (StyleOf(form_, layout) == WindowStyle::kWorkshop) {

@@ -24,6 +24,7 @@ enum class LayoutKind : unsigned char {
   kCells,       // a row of a table of values: entries as narrow as the window asks, all of them equal
   kStrip,       // one beside the other; ">" takes the room that is left, "*name" is a title
   kWide,        // one control that takes the whole width and the height that is left
+  kText,        // a label with room for so many lines, whatever it says; it wraps, and scrolls
   kSpace,       // takes the height that is left
   kNavigation,  // the frame's column of page buttons; ">" as in a strip
   kPageArea,    // the frame's place for pages; kEmptyPage comes behind it
@@ -43,6 +44,7 @@ struct LayoutItem {
   // 0 as the last one: it is there once, as it stands.
   int first = 0;
   int last = 0;
+  int lines = 0;
 };
 
 template <class... Names>
@@ -87,6 +89,11 @@ constexpr LayoutItem Narrow(LayoutItem cells, int text_id) {
   return cells;
 }
 constexpr LayoutItem Wide(const char* control) { return MakeItem(LayoutKind::kWide, control); }
+constexpr LayoutItem Text(const char* label, int lines) {
+  LayoutItem text = MakeItem(LayoutKind::kText, label);
+  text.lines = lines;
+  return text;
+}
 constexpr LayoutItem Space() { return {LayoutKind::kSpace}; }
 template <class... Names>
 constexpr LayoutItem Navigation(Names... names) {
@@ -111,8 +118,9 @@ struct WindowLayout {
   const char* form;
   WindowStyle style;
   std::span<const LayoutItem> items;
-  const char* accept = "";  // button that the enter key presses
-  const char* cancel = "";  // button that the escape key presses
+  const char* accept = "";     // button that the enter key presses
+  const char* cancel = "";     // button that the escape key presses
+  bool enter_is_dead = false;  // the enter key does nothing, also on the button that has the focus
 };
 
 }  // namespace vlt

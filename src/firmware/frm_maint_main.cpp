@@ -8,6 +8,7 @@
 #include "platform/serial_firmware_port.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_firmware.h"
 #include "values/text.h"
 
 namespace vlt {
@@ -51,6 +52,8 @@ class frmMaint_MAIN::Busy {
     }
   }
   ~Busy() {
+    tool_.notes_.Notice("");
+    tool_.ShowNotes();
     for (Control* control : disabled_) control->SetEnabled(true);
     tool_.List().SetMousePointer(kNormalPointer);
     tool_.app_.state.UiLocked = locked_;
@@ -101,6 +104,8 @@ void frmMaint_MAIN::Dress() {
       {lblFolder_up, text::kFwFolder},
       {cmdFolder, text::kFwBrowse},
       {cmdUP, text::kFwBrowse},
+      {lblBoot, text::kFwBootMeans},
+      {lblAfterNg, text::kFwAfterNg},
       {cmdEXE, text::kFwExecute},
       {cmdQuit, 400},
   };
@@ -126,7 +131,8 @@ void frmMaint_MAIN::Dress() {
 void frmMaint_MAIN::Form_Unload(int& cancel) {
   if (running_) {
     cancel = -1;
-    Note(app_.Text(text::kFwNotNow));
+    notes_.Notice(app_.Text(text::kFwNotNow));
+    ShowNotes();
     return;
   }
   List().Unload("frmMaint_COMM");
@@ -155,7 +161,7 @@ void frmMaint_MAIN::SetPort(const std::string& name, FileError written) {
   Link.FwPortName = name;
   ShowPort();
   if (written == FileError::kGood) return;
-  notes_.clear();
+  notes_.Begin();
   Note(NotWrittenText(app_, CommPath(app_), written));
 }
 
@@ -172,18 +178,26 @@ void frmMaint_MAIN::Tell(const std::string& text, MessageIcon icon) {
 }
 
 void frmMaint_MAIN::Note(const std::string& text) {
-  // Said once, however often it comes up in a run.
-  if (("\n" + notes_ + "\n").find("\n" + text + "\n") != std::string::npos) return;
-  notes_ += (notes_.empty() ? "" : "\n") + text;
-  lblNote.SetCaption(notes_);
+  notes_.Tell(text);
+  ShowNotes();
+}
+
+void frmMaint_MAIN::Advise(FwAdvice weight, const std::string& text) {
+  notes_.Advise(weight, text);
+  ShowNotes();
+}
+
+void frmMaint_MAIN::StopSoon() {
+  if (running_) Wait().cmdCan_Click();
 }
 
 void frmMaint_MAIN::cmdEXE_Click() {
   if (running_) return;
   const Busy busy(*this);
-  notes_.clear();
-  lblNote.SetCaption("");
+  notes_.Begin();
+  ShowNotes();
   const bool ran = SSTab1.Tab() == 0 ? Download() : Upload();
+  AdviseOfIncomplete();
   if (ran) Tell("Processing has been completed.", MessageIcon::kInformation);
 }
 

@@ -12,6 +12,7 @@
 #include "firmware/fw_journal.h"
 #include "firmware/fw_link.h"
 #include "firmware/fw_modules.h"
+#include "firmware/fw_notes.h"
 #include "state/app.h"
 
 namespace vlt {
@@ -35,6 +36,11 @@ class frmMaint_MAIN : public Form {
   // "COM3" from frmMaint_COMM, and how keeping it went.
   void SetPort(const std::string& name, FileError written);
 
+  // A run goes on. Nothing may end the program meanwhile: a module could be left incomplete in the device.
+  bool Running() const { return running_; }
+  // The run is to end as soon as it may: behind the module in hand. Nothing happens while none goes on.
+  void StopSoon();
+
   MenuItem MENU_COMM{*this, "MENU_COMM"};
   TabControl SSTab1{*this, "SSTab1", 2};  // download, upload
 
@@ -47,6 +53,9 @@ class frmMaint_MAIN : public Form {
   ControlArray<TextBox> txtDL_Result{*this, "txtDL_Result", Indexes(kFwModules)};
   ControlArray<Label> lblImage{*this, "lblImage", Indexes(kFwModules)};  // size and checksum of the file
 
+  Label lblBoot{*this, "lblBoot"};        // what it means when the boot module's download breaks off
+  Label lblAfterNg{*this, "lblAfterNg"};  // what to do after NG, in this order
+
   // Upload: the version, or verification.
   ControlArray<OptionButton> optSEL_UP{*this, "optSEL_UP", Indexes(2)};
   TextBox txtVer{*this, "txtVer"};
@@ -58,7 +67,7 @@ class frmMaint_MAIN : public Form {
   ControlArray<TextBox> txtResult{*this, "txtResult", Indexes(kFwModules)};
   ControlArray<Label> lblImage_up{*this, "lblImage_up", Indexes(kFwModules)};
 
-  Label lblNote{*this, "lblNote"};  // what a run is about to do, and what to do next
+  Label lblNote{*this, "lblNote"};  // FwNotes
   PushButton cmdEXE{*this, "cmdEXE"};
   PushButton cmdQuit{*this, "cmdQuit"};
   StatusBar StatusBar1{*this, "StatusBar1", 1};  // the port
@@ -78,12 +87,25 @@ class frmMaint_MAIN : public Form {
     const char* journal_word;
   };
   using SendStep = std::function<void(bool& ok)>;
+  // What is wrong with a module's file. No result: nothing.
+  struct Verdict {
+    const char* result = "";
+    std::string box;   // empty: none is shown
+    std::string note;  // in the window
+    std::string why;   // in the journal
+    int advice = 0;    // text id of what to do
+  };
 
   void Dress();
   void ShowPort();
   void ChooseFolder(TextBox& folder);
   void Tell(const std::string& text, MessageIcon icon);
+  void ShowNotes() { lblNote.SetCaption(notes_.Text()); }
   void Note(const std::string& text);
+  void Advise(FwAdvice weight, const std::string& text);
+  // The module's data frame has left, and the last step has failed.
+  void MarkIncomplete(int module);
+  void AdviseOfIncomplete();
 
   // False when the run was refused before it began.
   bool Download();
@@ -98,13 +120,16 @@ class frmMaint_MAIN : public Form {
   void ForEachModule(const Side& side, const std::string& folder,
                      const std::function<void(int module, const std::string& path)>& one);
   bool Prepare(int module, const std::string& path, TextBox& result);
-  void Refuse(TextBox& result, const char* outcome, const std::string& message, const std::string& note);
-  std::string WhyNotLoaded(const FwFileFacts& facts) const;
+  // Loads the file and holds it against the module. `announced` is what it was before; null: not yet known.
+  Verdict Judge(int module, const std::string& path, const FwFileFacts* announced);
+  // Why a file could not be loaded, in the language of this offset.
+  std::string WhyNotLoaded(const std::string& path, const FwFileFacts& facts, int language) const;
+  bool IsFolder(const std::string& path) const;
 
   void DownloadModule(int module, const std::string& path);
   void VerifyModule(int module, const std::string& path);
   bool Compare(int module, const std::string& path);
-  void SaveReadBack(const std::string& path);
+  void SaveReadBack(const std::string& path, bool is_proof);
   // One exchange of `bytes` on the line: times it, records it, and notes what to do next when it failed.
   bool Exchange(const char* step, std::size_t bytes, const std::string& subject, const SendStep& send);
   void Pause(int ms);
@@ -114,7 +139,10 @@ class frmMaint_MAIN : public Form {
   App& app_;
   FwJournal journal_;
   std::array<FwFileFacts, kFwModules> announced_;
-  std::string notes_;
+  // Modules that may be incomplete in the device: the text id of the instruction, else 0. They stay so from
+  // run to run, until the module is downloaded or found equal.
+  std::array<int, kFwModules> incomplete_{};
+  FwNotes notes_;
   bool running_ = false;
 };
 

@@ -2,12 +2,14 @@
 // The runs of the firmware tool.
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "files/file_report.h"
 #include "firmware/frm_maint_main.h"
 #include "link/modbus.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_firmware.h"
 #include "values/number_text.h"
 
 namespace vlt {
@@ -26,22 +28,26 @@ constexpr std::size_t kShortFrame = 32;  // an open or close frame and its answe
 constexpr std::size_t kAroundImage = 16;
 constexpr std::size_t kDigestShown = 16;
 
-// What each fault is called in the journal, and what the operator is told. The text gets the module and the
-// link's own words.
+constexpr int kEnglish = 5000;  // the journal's language
+
+// What each fault is called in the journal, what the operator is told, and what to do: while nothing of the
+// module was sent, and once its data frame has left. `happened` gets the module and the link's own words.
 struct FaultRow {
   FwFault fault;
   const char* word;
-  int text_id;
+  int happened;
+  int advice;
+  int once_sent;
 };
 constexpr FaultRow kFaults[] = {
-    {FwFault::kPort, "port not open", text::kFwNextPort},
-    {FwFault::kFile, "file not read", text::kFwNextChanged},
-    {FwFault::kFileChanged, "file changed", text::kFwNextChanged},
-    {FwFault::kWrite, "frame not sent", text::kFwNextLost},
-    {FwFault::kRead, "line lost", text::kFwNextLost},
-    {FwFault::kSilence, "no answer", text::kFwNextSilence},
-    {FwFault::kNoLineEnd, "answer breaks off", text::kFwNextBroken},
-    {FwFault::kDeviceError, "error answer", text::kFwNextDevice},
+    {FwFault::kPort, "port not open", text::kFwPortRefused, text::kFwDoPort, text::kFwKeepPower},
+    {FwFault::kFile, "file not read", text::kFwChanged, text::kFwDoWait, text::kFwKeepPower},
+    {FwFault::kFileChanged, "file changed", text::kFwChanged, text::kFwDoWait, text::kFwKeepPower},
+    {FwFault::kWrite, "frame not sent", text::kFwLineLost, text::kFwDoPlug, text::kFwKeepPower},
+    {FwFault::kRead, "line lost", text::kFwLineLost, text::kFwDoPlug, text::kFwKeepPower},
+    {FwFault::kSilence, "no answer", text::kFwSilent, text::kFwDoAnswer, text::kFwKeepPower},
+    {FwFault::kNoLineEnd, "answer breaks off", text::kFwBreaksOff, text::kFwDoNoise, text::kFwKeepPower},
+    {FwFault::kDeviceError, "error answer", text::kFwRefused, text::kFwDoFit, text::kFwKeepPowerFit},
 };
 
 const FaultRow* RowOf(FwFault fault) {
@@ -68,18 +74,30 @@ std::string frmMaint_MAIN::PathOf(const std::string& folder, int module) const {
   return folder + (separated ? "" : std::string(1, app_.platform.process.Separator())) + FileNameOf(module);
 }
 
+bool frmMaint_MAIN::IsFolder(const std::string& path) const {
+  std::vector<std::string> names;
+  const FileError error = app_.platform.files.FilesIn(path, names);
+  // What may not be listed can still be one.
+  return error == FileError::kGood || (error == FileError::kNoPermission && app_.platform.files.Exists(path));
+}
+
 bool frmMaint_MAIN::FolderIsThere(const std::string& folder) {
   if (folder.empty()) {
     Tell("Please enter the folder", MessageIcon::kInformation);
     return false;
   }
+  if (IsFolder(folder)) return true;
   std::string content;
-  if (app_.platform.files.Read(folder, content) == FileError::kNotAFile) return true;
-  Tell("Folder does not exist", MessageIcon::kInformation);
+  const FileError error = app_.platform.files.Read(folder, content);
+  const bool shut = error == FileError::kNoPermission && !app_.platform.files.Exists(folder);
+  Tell(shut ? FormatText(app_.Text(text::kFwFolderShut), {app_.Text(NotReadReason(error))})
+            : "Folder does not exist",
+       MessageIcon::kInformation);
   return false;
 }
 
-// Names the files of the ticked modules before the first frame leaves. What is sent later must be these.
+// Judges the files of the ticked modules before the first frame leaves, and names those that will be used.
+// What is sent later must be these.
 void frmMaint_MAIN::Announce(const Side& side, const std::string& folder) {
   std::string names;
   for (int i = 0; i < kFwModules; ++i) {
@@ -89,14 +107,19 @@ void frmMaint_MAIN::Announce(const Side& side, const std::string& folder) {
     label.SetHint("");
     if (!side.ticks(i).Ticked()) continue;
     const std::string path = PathOf(folder, i);
-    facts = Files.Look(path);
-    if (facts.digest.empty()) continue;
+    const Verdict verdict = Judge(i, path, nullptr);
+    facts = Files.Loaded();
+    if (*verdict.result != '\0') {
+      Note(verdict.note);
+      continue;
+    }
     names += (names.empty() ? "" : ", ") + std::string(ModuleOf(i).stem);
     label.SetCaption(FormatText(app_.Text(text::kFwImage),
                                 {std::to_string(facts.size), facts.digest.substr(0, kDigestShown)}));
     label.SetHint(path + "\nSHA-256 " + facts.digest);
   }
-  if (!names.empty()) Note(FormatText(app_.Text(side.plan_text_id), {names}));
+  if (!names.empty()) notes_.Plan(FormatText(app_.Text(side.plan_text_id), {names}));
+  ShowNotes();
 }
 
 bool frmMaint_MAIN::BeginRun(const Side& side, std::string& folder) {
@@ -109,7 +132,8 @@ bool frmMaint_MAIN::BeginRun(const Side& side, std::string& folder) {
   if (!any) return true;
   const FileError error = journal_.Begin(folder, side.journal_word);
   if (error != FileError::kGood) {
-    Note(FormatText(app_.Text(text::kFwNoJournal), {app_.Text(NotWrittenReason(error))}));
+    notes_.Journal(FormatText(app_.Text(text::kFwNoJournal), {app_.Text(NotWrittenReason(error))}));
+    ShowNotes();
   }
   return true;
 }
@@ -118,11 +142,11 @@ void frmMaint_MAIN::EndRun() {
   const std::string path = journal_.Path();
   journal_.End();
   if (path.empty()) return;
-  if (journal_.Lost() == FileError::kGood) {
-    Note(FormatText(app_.Text(text::kFwJournal), {path}));
-  } else {
-    Note(FormatText(app_.Text(text::kFwNoJournal), {app_.Text(NotWrittenReason(journal_.Lost()))}));
-  }
+  notes_.Journal(
+      journal_.Lost() == FileError::kGood
+          ? FormatText(app_.Text(text::kFwJournal), {path})
+          : FormatText(app_.Text(text::kFwNoJournal), {app_.Text(NotWrittenReason(journal_.Lost()))}));
+  ShowNotes();
 }
 
 bool frmMaint_MAIN::Download() {
@@ -178,46 +202,79 @@ void frmMaint_MAIN::ForEachModule(const Side& side, const std::string& folder,
 
 // The file is there, can be read, is the one that was announced, and is of this module.
 bool frmMaint_MAIN::Prepare(int module, const std::string& path, TextBox& result) {
-  const std::string name = FileNameOf(module);
-  if (!app_.platform.files.Exists(path)) {
-    Refuse(result, "No File", "",
-           FormatText(app_.Text(text::kFileNotRead), {name, app_.Text(text::kFileMissing)}));
-    return false;
+  const Verdict verdict = Judge(module, path, &announced_[static_cast<std::size_t>(module)]);
+  if (*verdict.result == '\0') {
+    Link.FwFileDigest = Files.Loaded().digest;
+    return true;
   }
-  bool ok = false;
-  Files.FwLoadFile(path, Link.FwImageLength, ok);
-  if (!ok) {
-    Refuse(result, "File Error", "FILE ERROR : " + name,
-           FormatText(app_.Text(text::kFileNotRead), {name, WhyNotLoaded(Files.Loaded())}));
-    return false;
-  }
-  if (Files.Loaded().digest != announced_[static_cast<std::size_t>(module)].digest) {
-    Refuse(result, "File Error", "FILE ERROR : " + name,
-           FormatText(app_.Text(text::kFwNextChanged), {ModuleOf(module).stem}));
-    return false;
-  }
-  Link.FwFileDigest = Files.Loaded().digest;
-  Files.FwCompareId(ModuleOf(module).identification, ModuleOf(module).position, ok);
-  if (ok) return true;
-  Refuse(result, kNotGood, "FILE ERROR : Error of identification code",
-         FormatText(app_.Text(text::kFwOtherModule), {name, ModuleOf(module).title}));
+  const bool both = !verdict.box.empty() && !verdict.why.empty();
+  journal_.Add("file", verdict.result, verdict.box + (both ? ": " : "") + verdict.why);
+  notes_.Tell(verdict.note);
+  Advise(FwAdvice::kFiles, app_.Text(verdict.advice));
+  if (!verdict.box.empty()) Tell(verdict.box, MessageIcon::kStop);
+  result.SetText(verdict.result);
   return false;
 }
 
-void frmMaint_MAIN::Refuse(TextBox& result, const char* outcome, const std::string& message,
-                           const std::string& note) {
-  journal_.Add("file", outcome, message);
-  Note(note);
-  if (!message.empty()) Tell(message, MessageIcon::kStop);
-  result.SetText(outcome);
+frmMaint_MAIN::Verdict frmMaint_MAIN::Judge(int module, const std::string& path,
+                                            const FwFileFacts* announced) {
+  const FwModule& m = ModuleOf(module);
+  const std::string name = FileNameOf(module);
+  const std::string unusable = "FILE ERROR : " + name;
+  const bool was_there = app_.platform.files.Exists(path);
+  bool ok = false;
+  Files.FwLoadFile(path, Link.FwImageLength, ok);
+  const FwFileFacts& loaded = Files.Loaded();
+  if (!ok) {
+    const bool missing = !was_there && loaded.error == FileError::kMissing;
+    const std::string why = WhyNotLoaded(path, loaded, app_.state.LangOffset);
+    return {missing ? "No File" : "File Error", missing ? "" : unusable,
+            FormatText(app_.Text(text::kFileNotRead), {name, why}), WhyNotLoaded(path, loaded, kEnglish),
+            text::kFwDoFiles};
+  }
+  if (announced != nullptr && loaded.digest != announced->digest) {
+    return {"File Error", unusable, FormatText(app_.Text(text::kFwChanged), {m.stem}), "file changed",
+            text::kFwDoWait};
+  }
+  Files.FwCompareId(m.identification, m.position, ok);
+  if (ok) return {};
+  return {kNotGood, "FILE ERROR : Error of identification code",
+          FormatText(app_.Text(text::kFwOtherModule), {name, m.title}), "", text::kFwDoFiles};
 }
 
-std::string frmMaint_MAIN::WhyNotLoaded(const FwFileFacts& facts) const {
-  if (facts.error == FileError::kGood) return app_.Text(text::kFwEmptyFile);
-  if (facts.error == FileError::kTooLarge) {
-    return FormatText(app_.Text(text::kFwTooLong), {std::to_string(kFwLargestImage)});
+std::string frmMaint_MAIN::WhyNotLoaded(const std::string& path, const FwFileFacts& facts,
+                                        int language) const {
+  switch (facts.error) {
+    case FileError::kGood:
+      return LookupText(text::kFwEmptyFile + language);
+    case FileError::kTooLarge:
+      return FormatText(LookupText(text::kFwTooLong + language), {std::to_string(kFwLargestImage)});
+    case FileError::kNotAFile:
+      if (!IsFolder(path)) return LookupText(text::kFwNoOrdinaryFile + language);
+      break;
+    default:
+      break;
   }
-  return app_.Text(NotReadReason(facts.error));
+  return LookupText(NotReadReason(facts.error) + language);
+}
+
+void frmMaint_MAIN::MarkIncomplete(int module) {
+  const FaultRow* row = RowOf(Link.LastFault);
+  incomplete_[static_cast<std::size_t>(module)] = row == nullptr ? text::kFwKeepPower : row->once_sent;
+  AdviseOfIncomplete();
+}
+
+// One instruction for all modules that may be incomplete, by the first of them.
+void frmMaint_MAIN::AdviseOfIncomplete() {
+  int text_id = 0;
+  std::string names;
+  for (int i = 0; i < kFwModules; ++i) {
+    const int own = incomplete_[static_cast<std::size_t>(i)];
+    if (own == 0) continue;
+    if (text_id == 0) text_id = own;
+    names += (names.empty() ? "" : ", ") + std::string(ModuleOf(i).stem);
+  }
+  if (text_id != 0) Advise(FwAdvice::kKeepPower, FormatText(app_.Text(text_id), {names}));
 }
 
 bool frmMaint_MAIN::Exchange(const char* step, std::size_t bytes, const std::string& subject,
@@ -229,7 +286,9 @@ bool frmMaint_MAIN::Exchange(const char* step, std::size_t bytes, const std::str
   const std::string words = row == nullptr ? "" : row->word;
   journal_.Add(step, ok ? "good" : "failed",
                Link.LastFaultText.empty() ? words : words + ": " + Link.LastFaultText);
-  if (row != nullptr) Note(FormatText(app_.Text(row->text_id), {subject, Link.LastFaultText}));
+  if (row == nullptr) return ok;
+  notes_.Tell(FormatText(app_.Text(row->happened), {subject, Link.LastFaultText}));
+  Advise(FwAdvice::kAgain, app_.Text(row->advice));
   return ok;
 }
 
@@ -244,15 +303,16 @@ void frmMaint_MAIN::DownloadModule(int module, const std::string& path) {
     wait.Step(2, "Wait ...... DOWNLOAD");
     ok = Exchange("data", Link.FwImageLength + kAroundImage, m.stem,
                   [&](bool& sent) { Link.FwSendData(path, sent); });
-    if (!ok && Link.FwCommand == 'B') Note(FormatText(app_.Text(text::kFwIncomplete), {m.stem}));
+    if (!ok && Link.FwCommand == 'B') MarkIncomplete(module);
   }
   if (ok) {
     wait.Step(3, "Wait ...... DOWNLOAD End");
     Pause(kStepPauseMs);
     ok = Exchange("close", kShortFrame, m.stem, [&](bool& sent) { Link.FwSendClose(m.download_code, sent); });
     wait.Step(4, "Wait ...... FlashROM IS WRITING IN.");
-    if (!ok) Note(FormatText(app_.Text(text::kFwIncomplete), {m.stem}));
+    if (!ok) MarkIncomplete(module);
   }
+  if (ok) incomplete_[static_cast<std::size_t>(module)] = 0;
   txtDL_Result(module).SetText(ok ? kSuccess : kNotGood);
   journal_.Add("result", txtDL_Result(module).Text());
   Pause(kEndPauseMs);
@@ -278,8 +338,9 @@ void frmMaint_MAIN::VerifyModule(int module, const std::string& path) {
     wait.Step(4, "Wait ...... UPLOAD End");
     ok = Exchange("close", kShortFrame, m.stem, [&](bool& sent) { Link.FwSendClose(m.upload_code, sent); });
     wait.Step(5, "Wait ...... UPLOAD Save");
-    SaveReadBack(path);
+    SaveReadBack(path, same);
   }
+  if (ok && same) incomplete_[static_cast<std::size_t>(module)] = 0;
   txtResult(module).SetText(ok && same ? kSuccess : kNotGood);
   journal_.Add("result", txtResult(module).Text());
   Pause(kEndPauseMs);
@@ -293,30 +354,39 @@ bool frmMaint_MAIN::Compare(int module, const std::string& path) {
   Wait().Step(3, "Wait ...... VERIFICATION");
   bool same = false;
   Files.FwVerify(path, same);
-  const bool changed = Files.Look(path).digest != announced_[static_cast<std::size_t>(module)].digest;
-  if (changed) {
-    Note(FormatText(app_.Text(text::kFwNextChanged), {stem}));
+  const FwFileFacts now = Files.Look(path);
+  std::string why;
+  if (now.error != FileError::kGood) {
+    why = WhyNotLoaded(path, now, kEnglish);
+    notes_.Tell(FormatText(app_.Text(text::kFileNotRead),
+                           {FileNameOf(module), WhyNotLoaded(path, now, app_.state.LangOffset)}));
+    Advise(FwAdvice::kFiles, app_.Text(text::kFwDoFiles));
+  } else if (now.digest != announced_[static_cast<std::size_t>(module)].digest) {
+    why = RowOf(FwFault::kFileChanged)->word;
+    notes_.Tell(FormatText(app_.Text(text::kFwChanged), {stem}));
+    Advise(FwAdvice::kAgain, app_.Text(text::kFwDoWait));
   } else if (!whole) {
-    Note(FormatText(app_.Text(text::kFwShortImage),
-                    {stem, std::to_string(Link.FwReceived), std::to_string(Link.FwImageLength)}));
+    const std::string came = std::to_string(Link.FwReceived);
+    const std::string asked = std::to_string(Link.FwImageLength);
+    why = "only " + came + " of " + asked + " bytes came back";
+    notes_.Tell(FormatText(app_.Text(text::kFwShortImage), {stem, came, asked}));
+    Advise(FwAdvice::kAgain, app_.Text(text::kFwDoNoise));
   } else if (!same) {
-    Note(FormatText(app_.Text(text::kFwDiffers),
-                    {stem, FwAddressText(static_cast<std::int32_t>(Files.FwDifference))}));
+    const std::string at = FwAddressText(static_cast<std::int32_t>(Files.FwDifference));
+    why = "differs at " + at + "H";
+    notes_.Tell(FormatText(app_.Text(text::kFwDiffers), {stem, at}));
+    Advise(FwAdvice::kAgain, app_.Text(text::kFwDoDownload));
   }
-  const bool good = whole && same && !changed;
-  journal_.Add("compare", good ? "good" : "failed",
-               Files.FwDifference < 0
-                   ? ""
-                   : "differs at " + FwAddressText(static_cast<std::int32_t>(Files.FwDifference)) + "H");
-  return good;
+  journal_.Add("compare", why.empty() ? "good" : "failed", why);
+  return why.empty();
 }
 
-void frmMaint_MAIN::SaveReadBack(const std::string& path) {
+void frmMaint_MAIN::SaveReadBack(const std::string& path, bool is_proof) {
   const std::string base = path.substr(0, path.rfind('.'));
   const FileError error = Files.FwSaveImage(base, Files.FwImage);
   journal_.Add("save", error == FileError::kGood ? "good" : "failed", Files.SavedPath);
-  if (error == FileError::kGood) return;
-  Note(NotWrittenText(app_, Files.SavedPath, error));
+  if (error != FileError::kGood) return Note(NotWrittenText(app_, Files.SavedPath, error));
+  if (!is_proof) Note(FormatText(app_.Text(text::kFwReadBack), {LastComponent(Files.SavedPath)}));
 }
 
 void frmMaint_MAIN::ReadVersion() {

@@ -23,6 +23,30 @@ std::string Quoted(std::string_view text) {
   return quoted + "\"";
 }
 
+bool IsSeparator(char c) { return c == '/' || c == '\\'; }
+
+// The folder without separators at its end and without the "." components that say nothing.
+std::string WithoutEnd(std::string folder) {
+  for (;;) {
+    const std::size_t size = folder.size();
+    if (size > 1 && IsSeparator(folder.back())) {
+      folder.pop_back();
+    } else if (size > 1 && folder.back() == '.' && IsSeparator(folder[size - 2])) {
+      folder.pop_back();
+    } else {
+      return folder;
+    }
+  }
+}
+
+// Its last component is a name that a file beside it can begin with: not that of a root or a drive, not "."
+// or "..".
+bool HasName(std::string_view folder) {
+  const std::size_t separator = folder.find_last_of("/\\");
+  const std::string_view last = folder.substr(separator == std::string_view::npos ? 0 : separator + 1);
+  return !last.empty() && last != "." && last != ".." && last.back() != ':';
+}
+
 }  // namespace
 
 FileError FwJournal::Start(const std::string& path) {
@@ -35,11 +59,13 @@ FileError FwJournal::Start(const std::string& path) {
 FileError FwJournal::Begin(const std::string& folder, std::string_view what) {
   lost_ = FileError::kGood;
   OfModule(nullptr, {});
-  const std::string stamp = "journal_" + StampText(app_.platform.clock.Now()) + ".csv";
-  std::string base = folder;
-  while (base.size() > 1 && (base.back() == '/' || base.back() == '\\')) base.pop_back();
-  FileError error = Start(base + "_" + stamp);
-  if (error != FileError::kGood) error = Start(base + app_.platform.process.Separator() + stamp);
+  const std::string name = "journal_" + StampText(app_.platform.clock.Now()) + ".csv";
+  const std::string place = WithoutEnd(folder);
+  FileError error = HasName(place) ? Start(place + "_" + name) : FileError::kMissing;
+  if (error != FileError::kGood) {
+    const bool separated = IsSeparator(place.back());
+    error = Start(place + (separated ? "" : std::string(1, app_.platform.process.Separator())) + name);
+  }
   if (error == FileError::kGood) Add("run", "begun", what);
   return error;
 }

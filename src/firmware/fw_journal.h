@@ -16,7 +16,8 @@ class FwJournal {
   explicit FwJournal(App& app) : app_(app) {}
 
   // Begins the journal of a run beside the module folder ("<folder>_journal_<yyyymmddhhmmss>.csv"), or, where
-  // that can't be written, in it. On a failure the run has none, and Path() is empty.
+  // that can't be written or the folder is given without a name (".", "..", a root), in it. `folder` is not
+  // empty. On a failure the run has none, and Path() is empty.
   FileError Begin(const std::string& folder, std::string_view what);
   // Names the module of the records that follow; null: none.
   void OfModule(const FwModule* module, const FwFileFacts& facts);

@@ -7,6 +7,7 @@
 
 #include "link/learn.h"
 #include "link/modbus.h"
+#include "link/registers.h"
 #include "state/device_facts.h"
 #include "values/codecs.h"
 #include "values/unit_names.h"
@@ -57,11 +58,11 @@ bool Ask(App& app, int station, int address, int mode, int& value) {
 }
 
 int AskAt(App& app, const Query& query, int station, int ch = 0) {
-  int value = kNoAnswer;
-  if (!Ask(app, station, query.address.at(static_cast<std::size_t>(ch)), query.mode_at, value)) {
-    return kNoAnswer;
-  }
-  return IsFromStation(app, app.state.MemRxFrame, station) ? value : kNoAnswer;
+  const Target target{.station = station, .mode = static_cast<SendMode>(query.mode_at), .of_several = true};
+  RegisterData data;
+  const int address = query.address.at(static_cast<std::size_t>(ch));
+  return ReadRegisters(app, target, {.address = address, .count = 1}, data) ? BytesToInt16(data, 0)
+                                                                            : kNoAnswer;
 }
 
 int AskOwn(App& app, const Query& query, int ch = 0) {
@@ -76,13 +77,21 @@ int AskOwn(App& app, const Query& query, int ch = 0) {
 
 int AskUnitSystem(App& app, const Query& query) {
   const int value = AskOwn(app, query);
-  if (value != kNoAnswer && app.frame != nullptr) {
-    app.frame->Status().SetPanel(3, app.Text(value == 0 ? kMetricText : kEnglishText));
-  }
+  if (value != kNoAnswer) ShowUnitSystem(app);
   return value;
 }
 
 }  // namespace
+
+std::string UnitSystemText(const App& app) {
+  const int flag = app.state.UnitFlag;
+  return flag == 0 || flag == 1 ? app.Text(flag == 0 ? kMetricText : kEnglishText) : std::to_string(flag);
+}
+
+void ShowUnitSystem(App& app) {
+  constexpr int kUnitPanel = 3;
+  if (app.frame != nullptr) app.frame->Status().SetPanel(kUnitPanel, UnitSystemText(app));
+}
 
 int GetUnitFlag(App& app) { return AskUnitSystem(app, kUnitFlag); }
 int ReadUnitSystem(App& app) { return AskUnitSystem(app, kUnitSystem); }

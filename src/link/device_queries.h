@@ -3,6 +3,8 @@
 // must be open. A query returns the value, or -1 without an answer, and then nothing is stored.
 #pragma once
 
+#include <string>
+
 #include "state/app.h"
 
 namespace vlt {
@@ -11,6 +13,11 @@ namespace vlt {
 // one long attempt, ReadUnitSystem repeats as a page's read does.
 int GetUnitFlag(App& app);
 int ReadUnitSystem(App& app);
+
+// The unit system of UnitFlag in words, or the number itself where nobody knows it; and that in the third
+// panel.
+std::string UnitSystemText(const App& app);
+void ShowUnitSystem(App& app);
 
 // Of channel 0 to 2, into RangeKind, RangeUnit, TotalUnit. A metric meter's total unit 8, which has no metric
 // text, becomes 0.

@@ -18,23 +18,10 @@ constexpr std::int64_t kShortestHold = 3;
 // Between two parts of a frame that an adapter hands over in bundles.
 constexpr std::int64_t kBundleUs = 20'000;
 
-// A wait of the pattern lasts until more than its time has passed.
-constexpr std::int64_t Lasts(int ms) { return ms + 1; }
-
-// When the pattern looks for the last time, counted from the moment at which the driver had sent the request.
-// `first_ms` is when the first byte came, nothing while none has.
-std::int64_t LastLookMs(const Exchange& x, std::optional<std::int64_t> first_ms) {
-  const std::int64_t first_look = Lasts(x.first_wait_ms);
-  const std::int64_t late =
-      first_ms ? std::max<std::int64_t>(*first_ms - first_look, 0) : std::numeric_limits<std::int32_t>::max();
-  const std::int64_t looks =
-      std::min<std::int64_t>((late + kFirstPollMs) / Lasts(kFirstPollMs), x.poll_limit);
-  return first_look + looks * Lasts(kFirstPollMs) + (x.poll_limit + 1) * Lasts(kRestPollMs);
-}
-
 class EventExchange {
  public:
-  explicit EventExchange(Exchange& x) : x_(x), pace_(*x.app.pace), owed_(pace_, x.tx) {}
+  explicit EventExchange(Exchange& x)
+      : x_(x), pace_(*x.app.pace), owed_(pace_, x.tx, x.app.platform.clock.NowUs(), x.manner.call) {}
   ~EventExchange() {
     try {
       Hold(false);
@@ -70,17 +57,19 @@ class EventExchange {
   // Bytes that nobody waits for any more.
   void TakeStray() {
     if (NowUs() - pace_.last_us > kBundleUs) stray_.clear();
-    if (Pull(stray_)) owed_.DropAllLate(stray_, NowUs());
+    if (Pull(stray_)) owed_.DropAllLate(stray_, NowUs(), looked_);
+    looked_ = true;
   }
 
   // Until no reply can come that would look like ours.
   void AwaitOwed() {
     for (;;) {
       TakeStray();
-      const auto until = owed_.WaitUntil(NowUs());
-      if (!until) return;
+      const auto until = owed_.WaitUntil(NowUs(), ReplyRule{});
+      if (!until) break;
       GiveWayUs(*until);
     }
+    x_.doubts = owed_.Doubts(NowUs());
   }
 
   // Until the line has been silent for so long as has to lie between two frames. A line that is never silent
@@ -201,7 +190,9 @@ class EventExchange {
 
   AttemptEnd JudgeWhole() const {
     if (!HasOurFunction()) return EndOfOtherFunction(x_.tx[1], x_.arrived[1]);
-    return IsCheckGood(std::span(x_.arrived).first(Whole())) ? AttemptEnd::kAnswered : AttemptEnd::kBadCheck;
+    if (!IsCheckGood(std::span(x_.arrived).first(Whole()))) return AttemptEnd::kBadCheck;
+    const bool taken = x_.manner.signature == Signature::kAny || !x_.IsSignedByOther(x_.arrived);
+    return taken ? AttemptEnd::kAnswered : AttemptEnd::kOtherStation;
   }
 
   // A refusal that was held back counts when nothing else has come. What is not whole goes on coming.
@@ -225,7 +216,7 @@ class EventExchange {
   void SetText(AttemptEnd end) {
     const Frame& reply = x_.arrived;
     std::string& text = x_.app.state.LastErrorText;
-    if (end == AttemptEnd::kSilence) text = kNoResponse;
+    if (end == AttemptEnd::kSilence || end == AttemptEnd::kOtherStation) text = kNoResponse;
     if (end == AttemptEnd::kBadCheck || (end == AttemptEnd::kShort && reply.size() >= kHeadBytes)) {
       text = kCheckError;
     }
@@ -234,16 +225,19 @@ class EventExchange {
     }
   }
 
-  // What may still come of it.
+  // What may still come of it. A reply that another station has signed is not the one that was asked for,
+  // also where it is taken.
   void Settle(AttemptEnd end) {
     const std::int64_t limit_us = LimitMs().value_or(NowMs() + LastLookMs(x_, {})) * kUsOfMs;
-    if (end == AttemptEnd::kAnswered) {
+    const bool damaged = end == AttemptEnd::kBadCheck || end == AttemptEnd::kShort;
+    if (end == AttemptEnd::kAnswered && !x_.IsSignedByOther(x_.arrived)) {
       owed_.Answered(limit_us);
     } else if (refusal_.empty() && IsRefusal(x_.tx, x_.arrived)) {
       owed_.Refused(limit_us);
-    } else if (end != AttemptEnd::kBadCheck || !owed_.IsSurelyOurs(x_.arrived)) {
+    } else if (!damaged || !owed_.IsSurelyOurs(x_.arrived)) {
       owed_.GivenUp(limit_us);
     }
+    if (end == AttemptEnd::kException) ++x_.refused;
   }
 
   // True when no attempt is left.
@@ -260,6 +254,7 @@ class EventExchange {
   LinePace& pace_;
   OwedReplies owed_;
   Frame stray_;
+  bool looked_ = false;  // what has lain in the port before the exchange is taken
   bool held_ = false;
   // Of the attempt that runs: when the driver had sent the request, when the first byte came, and a refusal
   // that may be meant for an earlier exchange.

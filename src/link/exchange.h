@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // One exchange as both ways of pacing it share it, and the pattern: fixed waits behind the request and looks
-// at what has come, whatever the speed of the line.
+// at what has come, whatever the speed of the line. Each attempt judges only bytes that have come in it.
+//
+// Ahead of its first request the pattern waits, too, for replies to earlier exchanges that could be taken for
+// one to this (link/owed_replies.h); within an exchange its waits know nothing of them.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include "link/frame.h"
+#include "link/modbus.h"
+#include "link/owed_replies.h"
 #include "link/send_mode.h"
 #include "state/app.h"
 #include "state/line_record.h"
@@ -27,18 +33,28 @@ struct Exchange {
   App& app;
   std::span<std::uint8_t> tx;
   std::span<std::uint8_t> rx;
-  int mode;
+  ExchangeManner manner;
   int first_wait_ms;  // from the end of the request
   int poll_limit;     // looks for the first byte; one more for the whole reply
   int count;          // attempt counter: the exchange ends when it exceeds RetryNo
+  int refused = 0;    // attempts that the meter has refused
+  int doubts = 0;     // of the first attempt
   // Of the attempt that runs.
   int attempt = 0;
   std::int64_t sent_ms = 0;
+  std::int64_t limit_us = 0;  // of the pattern: its last look
   Frame arrived = {};
   bool told = false;  // the record of the line knows how it ended
 
+  std::int64_t NowUs() const { return app.platform.clock.NowUs(); }
   SerialPort& Port() const { return app.platform.port; }
   void GiveWay() const { app.platform.events.GiveWay(app.platform.clock.NowMs()); }
+  // Station 0 is whichever there is.
+  bool IsSignedByOther(std::span<const std::uint8_t> reply) const { return !IsSigned(tx, reply); }
+  // What the pattern takes for the reply: it does not look at the register that a write names.
+  ReplyRule Takes() const {
+    return {manner.signature_is_checked ? Signature::kAsked : manner.signature, /*any_address=*/true};
+  }
   bool IsLastAttempt() const { return count >= app.state.RetryNo; }
   // Begins an attempt: notes its moment, empties the port both ways and writes the request.
   void Send();
@@ -50,7 +66,14 @@ struct Exchange {
 };
 
 // Clears LastErrorText and writes the check of tx.
-Exchange PrepareExchange(App& app, std::span<std::uint8_t> tx, std::span<std::uint8_t> rx, int mode);
+Exchange PrepareExchange(App& app, std::span<std::uint8_t> tx, std::span<std::uint8_t> rx,
+                         const ExchangeManner& manner);
+
+// When the pattern looks for the last time, in ms from the moment at which the driver had sent the request.
+// `first_ms` is when the first byte came, nothing while none has.
+std::int64_t LastLookMs(const Exchange& x, std::optional<std::int64_t> first_ms);
+// A wait of the pattern lasts until more than its time has passed.
+constexpr std::int64_t Lasts(int ms) { return ms + 1; }
 
 // What LastErrorText says of a reply with another function than asked, by its third byte.
 const char* ExceptionText(int code);

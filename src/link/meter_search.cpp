@@ -117,7 +117,8 @@ class Search {
   Heard Ask(FoundMeter& meter) {
     Frame request = ReadRequest(meter.station, kReadHolding, kUnitAndLanguage, 2);
     Frame reply = ReplyFor(request);
-    if (SendReceive(app_, request, reply, kModeStore)) {  // one attempt whatever RetryNo says
+    // One attempt whatever RetryNo says.
+    if (Transact(app_, request, reply, {.mode = kModeStore, .signature_is_checked = true}).answered) {
       meter.unit_system = BytesToInt16(reply, kFirstWord);
       meter.language = BytesToInt16(reply, kSecondWord);
       return meter.station == 0 || reply[0] == meter.station ? Heard::kMeter : Heard::kOdd;

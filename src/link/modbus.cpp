@@ -36,25 +36,40 @@ void Count(App& app, bool good) {
 
 bool Run(Exchange& x) { return x.app.state.EventTiming ? RunByEvents(x) : RunByPattern(x); }
 
-}  // namespace
-
-bool SendReceive(App& app, std::span<std::uint8_t> tx, int txLast, std::span<std::uint8_t> rx, int rxLast,
-                 int mode) {
-  Exchange x = PrepareExchange(app, tx.first(static_cast<std::size_t>(txLast) + 1),
-                               rx.first(static_cast<std::size_t>(rxLast) + 1), mode);
-  bool good = false;
+ExchangeReport Transact(App& app, std::span<std::uint8_t> tx, std::span<std::uint8_t> rx,
+                        const ExchangeManner& manner) {
+  Exchange x = PrepareExchange(app, tx, rx, manner);
+  ExchangeReport report;
   try {
-    good = Run(x);
+    report.answered = Run(x);
   } catch (const PortFault& fault) {
     x.Tell(AttemptEnd::kPortFault);
     EndByFault(app, fault);
   }
-  Count(app, good);
-  return good;
+  Count(app, report.answered);
+  report.clean = report.answered && x.attempt == 0;
+  report.refused = !report.answered && x.attempt > 0 && x.refused == x.attempt;
+  report.doubts = x.doubts;
+  return report;
+}
+
+}  // namespace
+
+bool SendReceive(App& app, std::span<std::uint8_t> tx, int txLast, std::span<std::uint8_t> rx, int rxLast,
+                 int mode) {
+  // Who asks several stations looks at the signatures.
+  return Transact(app, tx.first(static_cast<std::size_t>(txLast) + 1),
+                  rx.first(static_cast<std::size_t>(rxLast) + 1),
+                  {.mode = mode, .signature_is_checked = mode == kModeStations})
+      .answered;
 }
 
 bool SendReceive(App& app, Frame& tx, Frame& rx, int mode) {
   return SendReceive(app, tx, static_cast<int>(tx.size()) - 1, rx, static_cast<int>(rx.size()) - 1, mode);
+}
+
+ExchangeReport Transact(App& app, Frame& tx, Frame& rx, const ExchangeManner& manner) {
+  return Transact(app, std::span(tx), std::span(rx), manner);
 }
 
 bool IsFromStation(App& app, std::span<const std::uint8_t> reply, int station) {

@@ -31,48 +31,78 @@ void TakeOff(Frame& bytes, std::size_t count) {
 
 }  // namespace
 
-bool LookAlike(Bytes request, Bytes other) {
-  if (!SameAsked(request, other)) return false;
-  return IsRead(request) ? ReplySize(request) == ReplySize(other) : SameAddress(request, other);
+bool LookAlike(Bytes request, Bytes other, const ReplyRule& rule) {
+  if (request[kFunction] != other[kFunction]) return false;
+  if (rule.signature == Signature::kAsked && request[kStation] != other[kStation]) return false;
+  if (IsRead(request)) return ReplySize(request) == ReplySize(other);
+  return rule.any_address || SameAddress(request, other);
 }
 
 bool IsHeadOfReply(Bytes request, Bytes bytes) {
-  if (bytes.size() < kReadHead || !SameAsked(request, bytes)) return false;
+  if (bytes.size() < kReadHead || !IsSigned(request, bytes) || bytes[kFunction] != request[kFunction]) {
+    return false;
+  }
   if (IsRead(request)) return bytes[kByteCount] + kReadHead + 2 == ReplySize(request);
   return bytes.size() >= kWriteHead && SameAddress(request, bytes);
 }
 
+bool IsSigned(Bytes request, Bytes bytes) {
+  return !bytes.empty() && (request[kStation] == 0 || bytes[kStation] == request[kStation]);
+}
+
 bool IsRefusal(Bytes request, Bytes bytes) {
-  return bytes.size() >= kExceptionBytes && bytes[kStation] == request[kStation] &&
+  return bytes.size() >= kExceptionBytes && IsSigned(request, bytes) &&
          bytes[kFunction] == (request[kFunction] | kExceptionBit) &&
          IsCheckGood(bytes.first(kExceptionBytes));
 }
 
-std::optional<std::int64_t> OwedReplies::WaitUntil(std::int64_t now_us) const {
+OwedReplies::OwedReplies(LinePace& pace, Bytes request, std::int64_t now_us, std::int64_t call)
+    : pace_(pace), request_(request), call_(call != 0 ? call : ++pace.calls) {
+  const std::int64_t doubted_us = LinePace::kDoubtFor * pace.patience_us;
+  std::erase_if(pace.owed, [&](const OwedReply& owed) {
+    return now_us - owed.limit_us > (owed.passed_over ? doubted_us : 2 * LinePace::kMostPatienceUs);
+  });
+}
+
+std::optional<std::int64_t> OwedReplies::WaitUntil(std::int64_t now_us, const ReplyRule& rule) const {
   std::optional<std::int64_t> until;
   for (const OwedReply& owed : pace_.owed) {
+    if (owed.passed_over || IsOurs(owed) || !LookAlike(request_, owed.request, rule)) continue;
     const std::int64_t end = owed.limit_us + pace_.patience_us;
-    if (!IsOurs(owed) && LookAlike(request_, owed.request) && end > now_us) until = std::max(until, {end});
+    if (end > now_us) until = std::max(until, {end});
   }
   return until;
 }
 
-std::size_t OwedReplies::Find(const Frame& bytes) const {
-  const auto found = std::ranges::find_if(pace_.owed, [&](const OwedReply& owed) {
-    return IsHeadOfReply(owed.request, bytes) || IsRefusal(owed.request, bytes);
-  });
-  return found == pace_.owed.end() ? kNowhere : static_cast<std::size_t>(found - pace_.owed.begin());
+int OwedReplies::Doubts(std::int64_t now_us) const {
+  return static_cast<int>(std::ranges::count_if(pace_.owed, [&](const OwedReply& owed) {
+    return !IsOurs(owed) && LookAlike(request_, owed.request) &&
+           owed.limit_us + LinePace::kDoubtFor * pace_.patience_us > now_us;
+  }));
+}
+
+std::size_t OwedReplies::Find(Bytes bytes) const {
+  for (const bool passed_over : {false, true}) {
+    for (std::size_t at = 0; at < pace_.owed.size(); ++at) {
+      const OwedReply& owed = pace_.owed[at];
+      if (owed.passed_over != passed_over) continue;
+      if (IsHeadOfReply(owed.request, bytes) || IsRefusal(owed.request, bytes)) return at;
+    }
+  }
+  return kNowhere;
 }
 
 // What the station was asked before that will not be answered any more.
-void OwedReplies::Pay(std::size_t at, std::int64_t now_us) {
+void OwedReplies::Pay(std::size_t at, std::int64_t now_us, bool just_come) {
   const OwedReply paid = pace_.owed[at];
-  const std::int64_t late_us = now_us - paid.limit_us;
-  pace_.patience_us = std::clamp(2 * late_us, pace_.patience_us, LinePace::kMostPatienceUs);
-  std::size_t place = 0;
-  std::erase_if(pace_.owed, [&](const OwedReply& owed) {
-    return place++ <= at && owed.request[kStation] == paid.request[kStation];
-  });
+  if (just_come) {
+    pace_.patience_us =
+        std::clamp(2 * (now_us - paid.limit_us), pace_.patience_us, LinePace::kMostPatienceUs);
+  }
+  pace_.owed.erase(pace_.owed.begin() + static_cast<std::ptrdiff_t>(at));
+  for (std::size_t i = 0; i < at; ++i) {
+    if (pace_.owed[i].request[kStation] == paid.request[kStation]) pace_.owed[i].passed_over = true;
+  }
 }
 
 OwedReplies::Late OwedReplies::DropLate(Frame& bytes, std::int64_t now_us) {
@@ -94,26 +124,39 @@ OwedReplies::Late OwedReplies::DropLate(Frame& bytes, std::int64_t now_us) {
   return Late::kDropped;
 }
 
-void OwedReplies::DropAllLate(Frame& bytes, std::int64_t now_us) {
-  for (;;) {
-    const std::size_t at = bytes.empty() ? kNowhere : Find(bytes);
-    if (at == kNowhere) return;
-    const Frame& asked = pace_.owed[at].request;
-    const std::size_t size = IsRefusal(asked, bytes) ? kExceptionBytes : ReplySize(asked);
-    if (bytes.size() < size || !IsCheckGood(Bytes(bytes).first(size))) return;
-    TakeOff(bytes, size);
-    Pay(at, now_us);
+std::size_t OwedReplies::TakeWhole(Bytes bytes, std::int64_t now_us, bool just_come) {
+  const std::size_t at = Find(bytes);
+  if (at == kNowhere) return 0;
+  const Frame& asked = pace_.owed[at].request;
+  const std::size_t size = IsRefusal(asked, bytes) ? kExceptionBytes : ReplySize(asked);
+  if (bytes.size() < size || !IsCheckGood(bytes.first(size))) return 0;
+  Pay(at, now_us, just_come);
+  return size;
+}
+
+void OwedReplies::DropAllLate(Frame& bytes, std::int64_t now_us, bool just_come) {
+  constexpr std::size_t kLongestFrame = 256;
+  for (std::size_t at = 0; at < bytes.size() && Any();) {
+    const std::size_t size = TakeWhole(Bytes(bytes).subspan(at), now_us, just_come);
+    if (size == 0) {
+      ++at;
+    } else {
+      TakeOff(bytes, at + size);
+      at = 0;
+    }
   }
+  if (bytes.size() > kLongestFrame) TakeOff(bytes, bytes.size() - kLongestFrame);
 }
 
 bool OwedReplies::IsSurelyOurs(const Frame& reply) const {
-  return pace_.owed.empty() && IsHeadOfReply(request_, reply);
+  return IsHeadOfReply(request_, reply) &&
+         std::ranges::all_of(pace_.owed, [](const OwedReply& owed) { return owed.passed_over; });
 }
 
 void OwedReplies::Answered(std::int64_t limit_us) {
-  std::erase_if(pace_.owed, [&](const OwedReply& owed) {
-    return !IsOurs(owed) && owed.request[kStation] == request_[kStation];
-  });
+  for (OwedReply& owed : pace_.owed) {
+    if (!IsOurs(owed) && owed.request[kStation] == request_[kStation]) owed.passed_over = true;
+  }
   Refused(limit_us);
 }
 
@@ -127,10 +170,8 @@ void OwedReplies::Refused(std::int64_t limit_us) {
 }
 
 void OwedReplies::GivenUp(std::int64_t limit_us) {
-  std::erase_if(pace_.owed, [&](const OwedReply& owed) {
-    return limit_us - owed.limit_us > 2 * LinePace::kMostPatienceUs;
-  });
-  pace_.owed.push_back({Frame(request_.begin(), request_.end()), limit_us, call_});
+  pace_.owed.push_back(
+      {.request = Frame(request_.begin(), request_.end()), .limit_us = limit_us, .call = call_});
   if (pace_.owed.size() > kMostOwed) pace_.owed.erase(pace_.owed.begin());
 }
 

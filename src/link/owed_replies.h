@@ -12,7 +12,8 @@
 // may still come when one reply has come.
 //
 // What no rule can tell apart: a reply that looks the same and comes later than the patience. The first one
-// that is seen to come so late doubles the patience.
+// that is seen to come so late doubles the patience. Who reads for proof asks how many of that kind there may
+// be (Doubts) and reads once more than that.
 #pragma once
 
 #include <cstdint>
@@ -24,21 +25,37 @@
 
 namespace vlt {
 
-// A request and its reply look alike for these two: the reply to one could be taken for the other's.
-bool LookAlike(std::span<const std::uint8_t> request, std::span<const std::uint8_t> other);
+// Whose replies are taken: those of the station that was asked, or any.
+enum class Signature : std::uint8_t { kAsked, kAny };
+
+// What an exchange takes for its reply.
+struct ReplyRule {
+  Signature signature = Signature::kAsked;
+  bool any_address = false;  // the acknowledgement of a write to another register
+};
+
+// The reply to `other` could be taken for that to `request` by an exchange of this rule.
+bool LookAlike(std::span<const std::uint8_t> request, std::span<const std::uint8_t> other,
+               const ReplyRule& rule = {});
 // The head of `bytes` repeats what a reply to `request` repeats. Less than three bytes tell too little.
 bool IsHeadOfReply(std::span<const std::uint8_t> request, std::span<const std::uint8_t> bytes);
+// The first byte of `bytes` is the station that `request` asks. Station 0 is whichever there is.
+bool IsSigned(std::span<const std::uint8_t> request, std::span<const std::uint8_t> bytes);
 // `bytes` begin with a refusal of `request` whose check is good.
 bool IsRefusal(std::span<const std::uint8_t> request, std::span<const std::uint8_t> bytes);
 
 class OwedReplies {
  public:
-  // Begins an exchange.
-  OwedReplies(LinePace& pace, std::span<const std::uint8_t> request)
-      : pace_(pace), request_(request), call_(++pace.calls) {}
+  // Begins an exchange. Those of one `call` ask the same question, so that a late reply to one of them
+  // answers them all; 0 is a call of its own.
+  OwedReplies(LinePace& pace, std::span<const std::uint8_t> request, std::int64_t now_us,
+              std::int64_t call = 0);
 
+  bool Any() const { return !pace_.owed.empty(); }
   // Until when this exchange has to wait for replies that look like its own; nothing when it need not.
-  std::optional<std::int64_t> WaitUntil(std::int64_t now_us) const;
+  std::optional<std::int64_t> WaitUntil(std::int64_t now_us, const ReplyRule& rule) const;
+  // How many replies to earlier exchanges could still be taken for one to this.
+  int Doubts(std::int64_t now_us) const;
 
   enum class Late : std::uint8_t {
     kNone,     // the head of the bytes is no reply of an earlier exchange
@@ -48,10 +65,11 @@ class OwedReplies {
   };
   // Looks at the head of `bytes` for a reply to an earlier exchange. What looks like ours is none.
   Late DropLate(Frame& bytes, std::int64_t now_us);
-  // Replies to earlier exchanges, while nothing is asked.
-  void DropAllLate(Frame& bytes, std::int64_t now_us);
+  // Finds late replies, wherever they stand in `bytes` that answer nobody, and takes them off with what is
+  // ahead of them. Only of bytes that have `just_come` it is known how late they were.
+  void DropAllLate(Frame& bytes, std::int64_t now_us, bool just_come = true);
 
-  // A damaged reply that can only be ours: its head is, and no other is owed.
+  // A damaged or shortened reply that can only be ours: its head is, and no other is owed.
   bool IsSurelyOurs(const Frame& reply) const;
 
   // An attempt of ours has ended: by its reply, by a refusal, without either.
@@ -61,8 +79,10 @@ class OwedReplies {
 
  private:
   bool IsOurs(const OwedReply& owed) const { return owed.call == call_; }
-  std::size_t Find(const Frame& bytes) const;
-  void Pay(std::size_t at, std::int64_t now_us);
+  std::size_t Find(std::span<const std::uint8_t> bytes) const;
+  // The size of a whole late reply at the head of `bytes`, which is paid then; 0 for none.
+  std::size_t TakeWhole(std::span<const std::uint8_t> bytes, std::int64_t now_us, bool just_come);
+  void Pay(std::size_t at, std::int64_t now_us, bool just_come = true);
 
   LinePace& pace_;
   std::span<const std::uint8_t> request_;

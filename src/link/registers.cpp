@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "link/registers.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "resources/text_ids.h"
+#include "resources/text_ids_proof.h"
+#include "state/line_pace.h"
 #include "state/line_record.h"
 #include "values/codecs.h"
 
@@ -11,12 +16,15 @@ namespace {
 constexpr std::size_t kReplyHead = 3;  // station, function, count
 constexpr std::size_t kCheckBytes = 2;
 
-WriteResult Judge(App& app, const Frame& request, const Frame& reply, bool answered, bool repeated) {
-  if (!answered)
-    return reply[1] == (request[1] | kExceptionBit) ? WriteResult::kRefused : WriteResult::kNoReply;
+WriteResult Judge(App& app, const ExchangeReport& report, bool repeated) {
+  if (!report.answered) return report.refused ? WriteResult::kRefused : WriteResult::kNoReply;
   if (repeated) return WriteResult::kProven;
   app.line->CorrectLast(AttemptEnd::kOtherEcho);
   return WriteResult::kOtherEcho;
+}
+
+ExchangeReport Write(App& app, const Target& target, Frame& request, Frame& reply) {
+  return Transact(app, request, reply, {.mode = target.mode});
 }
 
 // A meter is known by its ID number only until somebody gives it another one; what was learnt of it from
@@ -27,30 +35,70 @@ void ForgetWhatIsWritten(App& app, int address, int count) {
   if (address <= kIdNumber && kIdNumber < address + 2 * count) app.state.MeterIdNo.clear();
 }
 
+struct Reading {
+  ExchangeReport report;
+  RegisterData data;  // empty without a reply
+};
+
+Reading ReadOnce(App& app, const Target& target, const RegisterSpan& span, const ExchangeManner& manner) {
+  Frame request = ReadRequest(target.station, static_cast<int>(span.function), span.address, span.count);
+  Frame reply = ReplyFor(request);
+  Reading reading{.report = Transact(app, request, reply, manner), .data = {}};
+  if (!reading.report.answered) return reading;
+  if (manner.signature_is_checked && !IsFromStation(app, reply, target.station)) return reading;
+  reading.data.assign(reply.begin() + kReplyHead, reply.end() - kCheckBytes);
+  return reading;
+}
+
 }  // namespace
 
 Target OwnStation(const App& app, SendMode mode) { return {.station = StationNumber(app), .mode = mode}; }
 
 bool ReadRegisters(App& app, const Target& target, const RegisterSpan& span, RegisterData& data) {
-  Frame request = ReadRequest(target.station, static_cast<int>(span.function), span.address, span.count);
-  Frame reply = ReplyFor(request);
-  data.clear();
-  if (!SendReceive(app, request, reply, target.mode)) return false;
-  if (target.mode == kModeStations && !IsFromStation(app, reply, target.station)) return false;
-  data.assign(reply.begin() + kReplyHead, reply.end() - kCheckBytes);
-  return true;
+  const bool several = target.of_several || target.mode == kModeStations;
+  data = ReadOnce(app, target, span, {.mode = target.mode, .signature_is_checked = several}).data;
+  return !data.empty();
 }
 
 bool ReadRegisters(App& app, const RegisterSpan& span, RegisterData& data) {
   return ReadRegisters(app, OwnStation(app), span, data);
 }
 
+// Of one reading more than replies that may be others' at least one is the meter's own.
+bool ReadRegistersProven(App& app, const Target& target, const RegisterSpan& span, RegisterData& data,
+                         bool was_clean) {
+  constexpr int kMostRounds = 3;
+  const ExchangeManner manner{.mode = target.mode, .signature = Signature::kAsked, .call = ++app.pace->calls};
+  data.clear();
+  int wanted = was_clean ? 1 : 2;
+  int agreeing = 0;
+  for (int read = 0; read < kMostRounds * wanted; ++read) {
+    Reading reading = ReadOnce(app, target, span, manner);
+    if (reading.data.empty()) {
+      data.clear();
+      return false;
+    }
+    const int least = reading.report.clean ? 1 : 2;
+    wanted = std::max({wanted, least, read == 0 ? reading.report.doubts + 1 : 1});
+    agreeing = reading.data == data ? agreeing + 1 : 1;
+    data = std::move(reading.data);
+    if (agreeing >= wanted) return true;
+  }
+  app.state.LastErrorText = app.Text(text::kReadingsDiffer);
+  data.clear();
+  return false;
+}
+
+bool ReadRegistersProven(App& app, const RegisterSpan& span, RegisterData& data, bool was_clean) {
+  return ReadRegistersProven(app, OwnStation(app), span, data, was_clean);
+}
+
 WriteResult WriteRegister(App& app, const Target& target, int address, int value) {
   Frame request = WriteRegisterRequest(target.station, address, value);
   Frame reply = ReplyFor(request);
   ForgetWhatIsWritten(app, address, 1);
-  const bool answered = SendReceive(app, request, reply, target.mode);
-  return Judge(app, request, reply, answered, answered && EchoWordMatch(reply, value & 0xFFFF, 1));
+  const ExchangeReport report = Write(app, target, request, reply);
+  return Judge(app, report, EchoWordMatch(reply, value & 0xFFFF, 1));
 }
 
 WriteResult WriteRegister(App& app, int address, int value) {
@@ -70,9 +118,8 @@ WriteResult WriteRegisters(App& app, const Target& target, int address, std::spa
   Frame request = WriteRegistersRequest(target.station, address, data);
   Frame reply = ReplyFor(request);
   ForgetWhatIsWritten(app, address, static_cast<int>(data.size() / 2));
-  const bool answered = SendReceive(app, request, reply, target.mode);
-  return Judge(app, request, reply, answered,
-               answered && EchoWordEqual(reply, static_cast<int>(data.size() / 2)));
+  const ExchangeReport report = Write(app, target, request, reply);
+  return Judge(app, report, EchoWordEqual(reply, static_cast<int>(data.size() / 2)));
 }
 
 WriteResult WriteRegisters(App& app, int address, std::span<const std::uint8_t> data) {

@@ -20,6 +20,8 @@ enum class ReadFunction : std::uint8_t { kHolding = 3, kInput = 4 };
 struct Target {
   int station = 0;
   SendMode mode = kModeOrdinary;
+  // One of several on the line: a reply that another station has signed is none. So it is in kModeStations.
+  bool of_several = false;
 };
 
 // The station of the settings.
@@ -36,15 +38,25 @@ struct RegisterSpan {
 using RegisterData = std::vector<std::uint8_t>;
 
 // Fills `data` with 2 * span.count bytes. False without a valid reply: LastErrorText says why and `data` is
-// empty. In kModeStations a reply that another station has signed is none.
+// empty.
 bool ReadRegisters(App& app, const Target& target, const RegisterSpan& span, RegisterData& data);
 bool ReadRegisters(App& app, const RegisterSpan& span, RegisterData& data);
+
+// The same for what is to be relied on: what decides units and shapes, what a comparison calls equal, what a
+// write is proven by. A reply that another station has signed is none, and is asked for again. Where an
+// attempt on the line has failed, a reply may belong to an earlier request: then readings are repeated until
+// two in a row agree, or more where more replies are owed that could be taken for theirs. With `was_clean`
+// false they are repeated in any case, because something ahead of the call has failed. False as above, also
+// when readings do not agree; LastErrorText says why and is never empty then.
+bool ReadRegistersProven(App& app, const Target& target, const RegisterSpan& span, RegisterData& data,
+                         bool was_clean = true);
+bool ReadRegistersProven(App& app, const RegisterSpan& span, RegisterData& data, bool was_clean = true);
 
 // How a write ended.
 enum class WriteResult {
   kProven,     // the reply repeats what was sent: the value (06) or the number of registers (10H)
   kNoReply,    // no valid reply; LastErrorText says why
-  kRefused,    // the meter answered with an exception; LastErrorText says which
+  kRefused,    // the meter answered each attempt with an exception; LastErrorText says which
   kOtherEcho,  // a valid reply that repeats something else
 };
 

@@ -16,8 +16,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kMostReads = 4;
-
 // By fact, in its order: the row that tells it, and the least and greatest number that it can have.
 struct FactRow {
   const Parameter* row;
@@ -51,25 +49,11 @@ std::int64_t LastChange(const MeterFacts& facts, FactPlace fact) {
   return last;
 }
 
-// One register; false without a valid reply of our station.
-bool ReadOnce(App& app, const ParameterPlace& place, int& value) {
+bool ReadFact(App& app, const ParameterPlace& place, int& value) {
   RegisterData data;
-  if (!ReadRegisters(app, OwnStation(app), {.address = place.Address(), .count = 1}, data)) return false;
+  if (!ReadRegistersProven(app, {.address = place.Address(), .count = 1}, data)) return false;
   value = CodeAt(*place.row, data, 0);
   return true;
-}
-
-bool ReadSurely(App& app, const ParameterPlace& place, int& value) {
-  int last = 0;
-  if (!ReadOnce(app, place, last)) return false;
-  bool sure = app.state.LastErrorText.empty();
-  for (int i = 1; !sure && i < kMostReads; ++i) {
-    if (!ReadOnce(app, place, value)) return false;
-    sure = value == last;
-    last = value;
-  }
-  value = last;
-  return sure;
 }
 
 }  // namespace
@@ -89,6 +73,7 @@ void LearnFrom(App& app, const ParameterPlace& place, int code, bool sure) {
   const FactPlace fact{*told, place.row->location == Location::kMeter ? 0 : place.index};
   if (fact.fact == Fact::kTotalUnit) code = TotalUnitOf(app.state.UnitFlag, code);
   Learn(app, fact, code, sure);
+  if (fact.fact == Fact::kUnitSystem) ShowUnitSystem(app);
   if (fact.fact == Fact::kSpecification) app.state.SpecClass = SpecClassOf(code);
 }
 
@@ -144,7 +129,7 @@ FactsAnswer AskFacts(App& app, const FactSet& facts) {
   for (const FactPlace& fact : facts) {
     if (!IsFresh(app, fact)) {
       int value = 0;
-      if (!ReadSurely(app, PlaceOfFact(fact), value)) {
+      if (!ReadFact(app, PlaceOfFact(fact), value)) {
         app.state.Forget(fact);
         return {.good = false, .failed = fact, .why = app.state.LastErrorText};
       }

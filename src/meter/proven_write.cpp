@@ -22,10 +22,8 @@ struct Frame10H {
   std::vector<std::uint8_t> data;
 };
 
-std::vector<std::uint8_t> Read(App& app, const RegisterSpan& span) {
-  RegisterData data;
-  ReadRegisters(app, span, data);
-  return data;
+RegisterSpan SpanOf(const ParameterPlace& place) {
+  return {.function = place.row->function, .address = place.Address(), .count = place.row->Words()};
 }
 
 // Backlight and lights-out time go together, so that the meter never sees one without the other; without a
@@ -57,20 +55,6 @@ WriteResult Send(App& app, const Parameter& row, const Frame10H& frame) {
   return WriteRegisters(app, frame.address, frame.data);
 }
 
-// What the registers hold. Where an attempt on the line has failed before, a reply may belong to an earlier
-// request: then two in a row must agree. Empty when they could not be read.
-std::vector<std::uint8_t> ReadBack(App& app, const ParameterPlace& place, bool was_clean) {
-  constexpr int kMostReads = 4;
-  auto last = ReadPlace(app, place);
-  if (last.empty() || (was_clean && app.state.LastErrorText.empty())) return last;
-  for (int i = 1; i < kMostReads; ++i) {
-    auto next = ReadPlace(app, place);
-    if (next.empty() || next == last) return next;
-    last = std::move(next);
-  }
-  return {};
-}
-
 std::string ReadBackText(App& app, const ParameterPlace& place, const SharedState& facts,
                          const std::vector<std::uint8_t>& came_back) {
   if (!came_back.empty()) {
@@ -91,7 +75,7 @@ ProvenWrite Judge(App& app, const ParameterPlace& place, std::span<const std::ui
   const std::string failure = WriteFailureText(app, result);
   const bool was_clean = app.state.LastErrorText.empty() && result == WriteResult::kProven;
   ProvenWrite proven;
-  if (app.state.PortIsOpen) proven.came_back = ReadBack(app, place, was_clean);
+  if (app.state.PortIsOpen) ReadRegistersProven(app, SpanOf(place), proven.came_back, was_clean);
   if (std::equal(raw.begin(), raw.end(), proven.came_back.begin(), proven.came_back.end())) {
     proven.end = WriteEnd::kStored;
     return proven;
@@ -107,8 +91,9 @@ ProvenWrite Judge(App& app, const ParameterPlace& place, std::span<const std::ui
 }  // namespace
 
 std::vector<std::uint8_t> ReadPlace(App& app, const ParameterPlace& place) {
-  return Read(app,
-              {.function = place.row->function, .address = place.Address(), .count = place.row->Words()});
+  RegisterData data;
+  ReadRegistersProven(app, SpanOf(place), data);
+  return data;
 }
 
 ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const std::uint8_t> raw) {

@@ -36,8 +36,8 @@ ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const s
                         const SharedState& facts);
 ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const std::uint8_t> raw);
 
-// One parameter read for itself, by the registers of its row alone. Empty without a valid reply;
-// LastErrorText says why.
+// One parameter read for itself, by the registers of its row alone, as ReadRegistersProven. Empty without
+// proof; LastErrorText says why.
 std::vector<std::uint8_t> ReadPlace(App& app, const ParameterPlace& place);
 
 // "stored", "refused", ... in the language of the offset.

@@ -107,7 +107,7 @@ bool SettingsReader::ReadFrom(int at, const Block& block, int index) {
   asked_.push_back(span);
   const int address = std::exchange(span.address, at);
   RegisterData data;
-  if (!ReadRegisters(app_, span, data)) {
+  if (!(IsWhole() ? ReadRegistersProven(app_, span, data) : ReadRegisters(app_, span, data))) {
     span.address = address;
     settings_.unread.push_back({span, app_.state.LastErrorText, part_});
     return false;

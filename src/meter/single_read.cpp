@@ -58,7 +58,10 @@ class Reader {
         failure_ = read.unread;
         return false;
       }
-      facts_ = Complete().facts;
+      const Snapshot told = Complete();
+      failure_ = UnknownShape(told);
+      if (!failure_.empty()) return false;
+      facts_ = told.facts;
     }
     return true;
   }

@@ -2,9 +2,11 @@
 #include "meter/snapshot.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 #include "meter/details_table.h"
+#include "meter/facts.h"
 #include "meter/heat_table.h"
 #include "meter/maintenance_table.h"
 #include "meter/range_table.h"
@@ -16,6 +18,7 @@
 #include "meter/value_text.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_compare.h"
+#include "resources/text_ids_proof.h"
 #include "state/tested_meters.h"
 
 namespace vlt {
@@ -74,37 +77,54 @@ void Learn(const RowList& rows, SharedState& facts) {
   facts.HeatTotalUnit = rows.Code(HeatRow("total_unit"), 0, kUnknownUnit);
 }
 
-// Whether all is known that the value of a place is shown by.
-bool MeaningIsKnown(const RowList& rows, const SharedState& facts, const ParameterPlace& place) {
+// The rows that tell by what the value of a place is shown.
+std::vector<ParameterPlace> MeaningOf(const RowList& rows, const ParameterPlace& place) {
   const Parameter& row = *place.row;
   const int channel = UnitChannel(rows, place);
-  const bool follows = IsOutput(row) && row.unit != UnitKind::kNone;
-  if (follows && rows.Find({&StatusRow("channel"), place.index}) != nullptr &&
-      !rows.Has(StatusRow("channel"), place.index)) {
-    return false;
+  const ParameterPlace unit_system{&SystemRow("unit"), 0};
+  std::vector<ParameterPlace> meaning;
+  const ParameterPlace follows{&StatusRow("channel"), place.index};
+  if (IsOutput(row) && row.unit != UnitKind::kNone && rows.Find(follows) != nullptr) {
+    meaning.push_back(follows);
   }
-  const bool unit_system = rows.Has(SystemRow("unit"), 0);
-  switch (row.unit) {
-    case UnitKind::kLength:
-    case UnitKind::kVelocity:
-    case UnitKind::kViscosity:
-    case UnitKind::kVoltage:
-      return unit_system;
-    case UnitKind::kFlow:
-      return unit_system && rows.Has(RangeRow("kind"), channel) && rows.Has(RangeRow("unit"), channel);
-    case UnitKind::kTotal:
-      return unit_system && rows.Has(TotalRow("unit"), channel);
-    case UnitKind::kHeatFlow:
-      return facts.HeatFlowUnit != kUnknownUnit;
-    case UnitKind::kHeatTotal:
-      return facts.HeatTotalUnit != kUnknownUnit;
-    case UnitKind::kTemperature:
-      return facts.TempUnit != kUnknownUnit;
-    default:
-      break;
+  const auto add = [&](std::initializer_list<ParameterPlace> places) {
+    meaning.insert(meaning.end(), places);
+  };
+  if (row.unit == UnitKind::kLength || row.unit == UnitKind::kVelocity || row.unit == UnitKind::kViscosity ||
+      row.unit == UnitKind::kVoltage || &row == &RangeRow("unit") || &row == &TotalRow("unit")) {
+    add({unit_system});
   }
-  if (&row == &RangeRow("unit") || &row == &TotalRow("unit")) return unit_system;
-  return row.codes != DetailsRow("send_count").codes || rows.Has(SystemRow("operation_mode"), 0);
+  if (row.unit == UnitKind::kFlow) {
+    add({unit_system, {&RangeRow("kind"), channel}});
+    if (rows.Code(RangeRow("kind"), channel, kUnknownUnit) != kVelocityKind) {
+      add({{&RangeRow("unit"), channel}});
+    }
+  }
+  if (row.unit == UnitKind::kTotal) add({unit_system, {&TotalRow("unit"), channel}});
+  if (row.unit == UnitKind::kHeatFlow) add({{&HeatRow("flow_unit"), 0}});
+  if (row.unit == UnitKind::kHeatTotal) add({{&HeatRow("total_unit"), 0}});
+  if (row.unit == UnitKind::kTemperature) add({{&HeatRow("temperature_unit"), 0}});
+  if (row.codes == DetailsRow("send_count").codes) add({{&SystemRow("operation_mode"), 0}});
+  return meaning;
+}
+
+// Why it is not known what a row says; empty when it is. A code that its table does not have says nothing.
+std::string NotTold(const RowList& rows, const ParameterPlace& place, const SharedState& facts) {
+  if (!rows.Has(*place.row, place.index)) return Word(text::kUnitUnread, facts);
+  const auto fact = FactToldBy(*place.row);
+  const int code = rows.Code(*place.row, place.index, 0);
+  if (!fact || IsUnderstood({*fact, place.index}, code)) return {};
+  return FormatText(Word(text::kCodeNotUnderstood, facts),
+                    {PlaceTitle(place, facts.LangOffset), std::to_string(code)});
+}
+
+// Why the value of a place can't be shown, though its registers were read; empty when it can.
+std::string NotMeant(const RowList& rows, const SharedState& facts, const ParameterPlace& place) {
+  for (const ParameterPlace& needed : MeaningOf(rows, place)) {
+    std::string reason = NotTold(rows, needed, facts);
+    if (!reason.empty()) return reason;
+  }
+  return {};
 }
 
 void TellRow(const RowList& rows, const SharedState& facts, SnapshotRow& row) {
@@ -162,6 +182,18 @@ bool IsInTest(const Snapshot& snapshot) {
 
 const SnapshotRow* Snapshot::Find(const ParameterPlace& place) const { return RowList(rows).Find(place); }
 
+std::string UnknownShape(const Snapshot& snapshot) {
+  const RowList rows(snapshot.rows);
+  for (const Parameter* row :
+       {&SystemRow("unit"), &SystemRow("specification"), &SystemRow("measurement_mode")}) {
+    const SnapshotRow* found = rows.Find({row, 0});
+    if (found == nullptr) continue;
+    std::string reason = found->Known() ? NotTold(rows, found->place, snapshot.facts) : found->unread;
+    if (!reason.empty()) return reason;
+  }
+  return {};
+}
+
 bool Snapshot::AllKnown() const {
   return !rows.empty() &&
          std::all_of(rows.begin(), rows.end(), [](const SnapshotRow& row) { return row.Known(); });
@@ -184,13 +216,14 @@ Snapshot CompleteSnapshot(SharedState facts, std::vector<SnapshotRow> rows, std:
   snapshot.rows = std::move(rows);
   const RowList list(snapshot.rows);
   Learn(list, facts);
-  std::vector<SnapshotRow*> meaningless;
+  std::vector<std::pair<SnapshotRow*, std::string>> meaningless;
   for (SnapshotRow& row : snapshot.rows) {
-    if (row.Known() && !MeaningIsKnown(list, facts, row.place)) meaningless.push_back(&row);
+    std::string reason = row.Known() ? NotMeant(list, facts, row.place) : std::string();
+    if (!reason.empty()) meaningless.emplace_back(&row, std::move(reason));
   }
-  for (SnapshotRow* row : meaningless) {
+  for (auto& [row, reason] : meaningless) {
     row->raw.clear();
-    row->unread = Word(text::kUnitUnread, facts);
+    row->unread = std::move(reason);
   }
   snapshot.facts = std::move(facts);
   Tell(snapshot);

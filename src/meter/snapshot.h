@@ -47,6 +47,10 @@ struct Snapshot {
   bool AllKnown() const;
 };
 
+// Why the shape of the meter is not known: what decides which parameters there are and what they mean could not
+// be read, or tells a code that nobody understands. Empty when it is known.
+std::string UnknownShape(const Snapshot& snapshot);
+
 // What the owner of a long piece of work on the line is told and asked.
 struct WorkListener {
   // Step `number` of `count` begins; `what` names it in the language in force.
@@ -67,7 +71,7 @@ SnapshotResult ReadSnapshot(App& app, const WorkListener& listener);
 
 // Works out texts, units and identity of rows whose raw bytes and reasons stand already; `facts` brings the
 // language, the installation and what else is known, and takes in what the rows tell. A row whose unit or
-// unit system is one of the unknown rows becomes unknown itself.
+// unit system is one of the unknown rows, or a code that nobody understands, becomes unknown itself.
 Snapshot CompleteSnapshot(SharedState facts, std::vector<SnapshotRow> rows, std::string date);
 // The same snapshot with its texts in another language or for another installation.
 void RetellSnapshot(Snapshot& snapshot, const SharedState& speaker);

@@ -11,8 +11,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kVelocityKind = 0;
-
 // Texts of the fixed units from UnitKind::kPercent on; they stand between brackets.
 constexpr std::array kFixedTexts = {10, 100, 70, 110, 4963, 40, 131, 130};
 

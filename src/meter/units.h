@@ -11,6 +11,9 @@
 
 namespace vlt {
 
+// The kind of a range that counts velocities.
+inline constexpr int kVelocityKind = 0;
+
 // The unit that a code stands for; base units and fixed ones have no code. Empty for a code without a text
 // and for UnitKind::kNone. A flow is a flow here, whatever the kind of a range says.
 std::string UnitName(UnitKind kind, int code, int unit_flag, int lang_offset);

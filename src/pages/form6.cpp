@@ -23,7 +23,6 @@ namespace {
 constexpr int kTwoPipes = 2;     // of MEASUREMENT_MODECombo
 constexpr int kSettleMs = 3000;  // the meter works on its memory
 constexpr int kAskAgainMs = 100;
-constexpr int kUnitPanel = 3;
 constexpr int kLanguagePanel = 2;
 constexpr const char* kFactoryUser = "Factory";
 
@@ -278,10 +277,7 @@ void Form6::FieldWasRead(const Field& field, int code) {
 // What the pages keep of units is asked anew.
 void Form6::UnitWasRead(int unit_flag) {
   app().state.UnitFlag = unit_flag;
-  if (app().frame != nullptr) {
-    const std::vector<std::string> names = ListTexts(app().Codes(), SystemRow("unit").codes);
-    app().frame->Status().SetPanel(kUnitPanel, names[unit_flag == 0 ? 0 : 1]);
-  }
+  ShowUnitSystem(app());
   const bool single = IsSingleChannel(app().state);
   for (int channel = 0; channel < (single ? 1 : kChannels); ++channel) RefreshChannelUnits(app(), channel);
   BuildBaseUnitNames(app());

@@ -17,6 +17,7 @@
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_compare.h"
+#include "resources/text_ids_guard.h"
 #include "resources/text_ids_origin.h"
 #include "values/hex_digits.h"
 #include "values/input_check.h"
@@ -47,6 +48,13 @@ std::span<const std::uint8_t> SentTo(const WritePlan& plan, int address, std::si
     return std::span(write->data).subspan(static_cast<std::size_t>(offset), bytes);
   }
   return {};
+}
+
+// What a meter says of itself; a number that none of its entries stands for is shown as the number that it
+// is.
+bool TellsOfMeter(const Field& field) {
+  constexpr std::string_view kGroup = "system";
+  return field.list != nullptr && GroupOf(*field.parameter).name == kGroup;
 }
 
 std::string InBrackets(const std::string& unit) { return "[" + unit + "]"; }
@@ -390,6 +398,9 @@ void ParameterColumn::ShowValue(const Field& field, const RegisterData& data, st
     code = CodeAt(*field.parameter, data, at);
     LearnFrom(app_, {field.parameter, rules_.IndexOf(field.parameter->location)}, code, sure_reply_);
     field.Select(field.IndexOf(code));
+    if (TellsOfMeter(field) && field.Selected() < 0) {
+      field.Mark(FormatText(app_.Text(text::kMeansNothing), {std::to_string(code)}));
+    }
   }
   if (field.unit != nullptr) {
     ShowUnit(field);

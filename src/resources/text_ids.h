@@ -249,15 +249,14 @@ inline constexpr int kFwNotNow = 3852;
 inline constexpr int kFwJournal = 3853;
 inline constexpr int kFwNoJournal = 3854;
 
-// What went wrong in it and what to do next. %1 the module or its file, %2 the port's or the device's words,
-// the index of a byte, bytes received; %3 bytes asked for. kFwTooLong: %1 bytes.
-inline constexpr int kFwNextPort = 3855;
-inline constexpr int kFwNextSilence = 3856;
-inline constexpr int kFwNextBroken = 3857;
-inline constexpr int kFwNextLost = 3858;
-inline constexpr int kFwNextDevice = 3859;
-inline constexpr int kFwNextChanged = 3860;
-inline constexpr int kFwIncomplete = 3861;
+// What went wrong in it. %1 the module or its file, %2 the port's or the device's words, the index of a byte,
+// bytes received; %3 bytes asked for. kFwTooLong: %1 bytes. What to do then: text_ids_firmware.h.
+inline constexpr int kFwPortRefused = 3855;
+inline constexpr int kFwSilent = 3856;
+inline constexpr int kFwBreaksOff = 3857;
+inline constexpr int kFwLineLost = 3858;
+inline constexpr int kFwRefused = 3859;
+inline constexpr int kFwChanged = 3860;
 inline constexpr int kFwOtherModule = 3862;
 inline constexpr int kFwEmptyFile = 3863;
 inline constexpr int kFwTooLong = 3864;

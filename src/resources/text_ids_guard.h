@@ -23,5 +23,7 @@ inline constexpr int kFactUnknown = 4571;
 // Of an entry: typed, or kept in a file, while another unit stood beside it. %1 that unit, %2 the file.
 inline constexpr int kOriginTypedFor = 4572;
 inline constexpr int kGuardFileFor = 4573;
+// Of an entry that has no text for what the meter says of itself. %1 the number.
+inline constexpr int kMeansNothing = 4574;
 
 }  // namespace vlt::text

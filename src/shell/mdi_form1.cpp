@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "link/device_queries.h"
 #include "meter/system_table.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
@@ -22,9 +23,6 @@ constexpr int kTitleText = 1344;
 constexpr int kEndText = 400;
 constexpr int kMaintenanceText = 1070;
 constexpr int kTestCancelText = 1210;
-
-constexpr int kMetricText = 2260;
-constexpr int kEnglishUnitsText = 2270;
 
 struct MenuCaption {
   MenuItem MDIForm1::*item;
@@ -166,9 +164,7 @@ void MDIForm1::ShowMeterLanguage() {
   if (!name.empty()) StatusBar1.SetPanel(2, name);
 }
 
-void MDIForm1::ShowUnitSystem() {
-  StatusBar1.SetPanel(3, app_.Text(app_.state.UnitFlag != 0 ? kEnglishUnitsText : kMetricText));
-}
+void MDIForm1::ShowUnitSystem() { StatusBar1.SetPanel(3, UnitSystemText(app_)); }
 
 bool MDIForm1::IsAvailable(const char* window, const std::string& caption) {
   if (List().IsRegistered(window)) return true;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What event timing remembers of the line between two exchanges: how long a character takes, when the line
-// carried its last one, and which replies may still come. Moments are Clock::NowUs().
+// What is remembered of the line between two exchanges: how long a character takes, when the line carried its
+// last one, and which replies may still come. Moments are Clock::NowUs().
 #pragma once
 
 #include <algorithm>
@@ -14,6 +14,9 @@ struct OwedReply {
   std::vector<std::uint8_t> request;
   std::int64_t limit_us = 0;  // its waits ended
   std::int64_t call = 0;      // the exchange that it belonged to
+  // The station has answered a later request since, and stations answer in order: nobody waits for it any
+  // more. A value that has to be proof is doubted all the same.
+  bool passed_over = false;
 };
 
 struct LinePace {
@@ -22,13 +25,17 @@ struct LinePace {
   std::int64_t last_us = kLongAgoUs;  // the last character, out or in, was over
   std::int64_t calls = 0;             // exchanges since the port was opened
   std::int64_t patience_us = kPatienceUs;
-  std::vector<OwedReply> owed;  // oldest first
+  std::vector<OwedReply> owed;         // oldest first
+  std::vector<std::uint8_t> stray;     // of the pattern: bytes that answered nobody, the last of them
+  std::int64_t stray_us = kLongAgoUs;  // when they came
 
   // How much later than its limit a reply is reckoned with. A meter answers within some ten milliseconds, a
   // gateway or a radio link gives up after a second. A reply that comes later still doubles it.
   static constexpr std::int64_t kPatienceUs = 1'000'000;
   static constexpr std::int64_t kLongAgoUs = -1'000'000;
   static constexpr std::int64_t kMostPatienceUs = 10'000'000;
+  // For how many times the patience a reply that looks the same is doubted.
+  static constexpr std::int64_t kDoubtFor = 2;
 
   // Time of so many characters, rounded up.
   std::int64_t CharactersUs(std::int64_t count) const { return BitsUs(count * bits_of_character); }

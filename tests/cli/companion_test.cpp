@@ -283,6 +283,71 @@ TEST(Companion, BeginGoesOnWhileTheWorkRuns) {
   EXPECT_FALSE(failing.machine.machine.port.IsOpen());
 }
 
+// A run of the firmware tool on two modules, begun by a script that ends while the first one is on its way. A
+// meter that is asked to open wakes its boot loader.
+struct FirmwareSession : Session {
+  FirmwareSession() {
+    auto& files = machine.files;
+    files.folders.insert("/fw");
+    files.files["/fw/KRT_CNTL.bin"] = "KRT_CNTL_KRT1SYS" + std::string(20'000, 'x');
+    files.files["/fw/KRT_SPEED.bin"] = "KRT_SPED_KRT1SYS" + std::string(20'000, 'x');
+    app.state.LangOffset = 5000;
+    app.state.PortNo = "1";
+    app.windows.Load("frmMaint_MAIN").Show();
+  }
+  std::string Journal() const {
+    for (const auto& [path, content] : machine.files.files) {
+      if (path.starts_with("/fw_journal_")) return content;
+    }
+    return "";
+  }
+  static std::string Begun(const std::string& press) {
+    return "type txtDown /fw\ntick chkModule(0)\ntick chkModule(3)\n" + press +
+           " cmdEXE\nawait 9000 frmMaint_Wait.lblMssg ends DOWNLOAD\n";
+  }
+};
+
+TEST(Companion, TheModuleInHandIsFinishedBeforeTheEnd) {
+  const struct {
+    std::string script;
+    int status;
+    std::int64_t stop_ms = 0;  // a signal comes then
+  } cases[] = {
+      {FirmwareSession::Begun("begin") + "quit\n", 0},
+      {FirmwareSession::Begun("begin"), 0},
+      {FirmwareSession::Begun("begin") + "expect frmMaint_MAIN.txtDown /other\n", 1},
+      {FirmwareSession::Begun("begin") + "nonsense\n", 2},
+      {FirmwareSession::Begun("begin") + "wait 60000\n", 0, 10'000},
+      {FirmwareSession::Begun("press"), 0, 10'000},
+  };
+  for (const auto& given : cases) {
+    SCOPED_TRACE(given.script);
+    FirmwareSession session;
+    if (given.stop_ms > 0) session.machine.time.After(given.stop_ms, [&] { session.companion.Stop(); });
+    EXPECT_EQ(session.Run(given.script), given.status) << session.trouble;
+    const std::string journal = session.Journal();
+    EXPECT_NE(journal.find(",close,good,"), std::string::npos) << journal;
+    EXPECT_NE(journal.find(",result,SUCCESS,"), std::string::npos) << journal;
+    EXPECT_EQ(journal.find(",open,"), journal.rfind(",open,")) << journal;
+    EXPECT_TRUE(journal.ends_with(",run,ended,\r\n")) << journal;
+    EXPECT_TRUE(session.Told("finishing\tSYSTEM EXECUTION MODULE"));
+    EXPECT_TRUE(session.ToldPart("show\tfrmMaint_MAIN.txtDL_Result(0)\tSUCCESS\t"));
+    EXPECT_TRUE(session.ToldPart("show\tfrmMaint_MAIN.lblNote\tTo be written: KRT_CNTL, KRT_SPEED\\n"));
+    EXPECT_FALSE(session.machine.machine.port.IsOpen());
+  }
+}
+
+// A box that no answer was waiting for ends the script, and the run behind the module that it came up in.
+TEST(Companion, AFailedScriptWritesNoFurtherModule) {
+  FirmwareSession session;
+  session.machine.Arm("loader-error/42");
+  EXPECT_EQ(session.Run(FirmwareSession::Begun("press")), 3);
+  const std::string journal = session.Journal();
+  EXPECT_NE(journal.find(",data,failed,"), std::string::npos) << journal;
+  EXPECT_EQ(journal.find(",open,"), journal.rfind(",open,")) << journal;
+  EXPECT_TRUE(journal.ends_with(",run,ended,\r\n")) << journal;
+}
+
 TEST(Companion, StartTellsThatTheProgramEnded) {
   Session second;
   second.machine.process.only_instance = false;

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 namespace vlt {
 namespace {
@@ -133,11 +134,14 @@ TEST_F(VltTest, TheShellSampleTellsByItsStatus) {
 
 // A signal ends the wait at once, and the process says by which.
 TEST_F(VltTest, ASignalEndsItCleanly) {
-  EXPECT_EQ(Run("mkfifo out; printf 'start\\nform MDIForm1\\nwait 60000\\n' >s; $VLT s >out & exec 4<out;"
-                "read -r a <&4; kill -TERM $!; cat <&4 >/dev/null; wait $!"),
-            128 + 15)
-      << output_;
-  EXPECT_FALSE(std::filesystem::exists(folder_ + "/veltrano3.lock"));
+  for (const auto& [signal, number] : {std::pair("TERM", 15), std::pair("HUP", 1), std::pair("PIPE", 13)}) {
+    EXPECT_EQ(Run(std::string("rm -f out; mkfifo out; printf 'start\\nform MDIForm1\\nwait 60000\\n' >s;"
+                              "$VLT s >out & exec 4<out; read -r a <&4; kill -") +
+                  signal + " $!; cat <&4 >/dev/null; wait $!"),
+              128 + number)
+        << output_;
+    EXPECT_FALSE(std::filesystem::exists(folder_ + "/veltrano3.lock")) << signal;
+  }
 }
 
 // Also in the middle of a restore: the row on the line is judged, and those behind it are not sent.

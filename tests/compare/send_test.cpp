@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Rows sent to a meter: the order, the proof of each, what is never sent, and restore points.
 #include <algorithm>
+#include <array>
+#include <cstdint>
 
+#include "bench/soak/round_soak.h"
 #include "bench/soak/write_soak.h"
 #include "compare/row_list.h"
 #include "compare_fixture.h"
+#include "meter/single_read.h"
 #include "pages/parameter_page.h"
 
 namespace vlt::test {
@@ -523,6 +527,54 @@ TEST(Restore, AnotherMeterIsAskedForExpressly) {
     EXPECT_TRUE(BelongsToOneMeter(*row.place.row));
     EXPECT_TRUE(row.reason.starts_with("it is the meter's own and stays ")) << row.reason;
   }
+}
+
+// Of every kind of trouble some, and meters that answer each request so late that the next one meets it.
+TEST(Rounds, OnBadLinesNothingIsToldThatTheMeterDoesNotHold) {
+  const struct {
+    double least, most;
+    int slow_ms;
+    std::array<std::int64_t, kRoundKinds> rounds;
+    std::int64_t sets;  // told as stored, at least
+  } lines[] = {{0.01, 0.05, 0, {60, 6, 6, 2}, 30},
+               {0, 0, 230, {10, 2, 1, 1}, 10},
+               {0, 0, 300, {10, 2, 1, 1}, 10},
+               {0, 0, 400, {10, 2, 1, 1}, 10}};
+  for (const auto& line : lines) {
+    for (const bool events : {false, true}) {
+      const RoundResult result = SoakRounds({.events = events,
+                                             .rounds = line.rounds,
+                                             .seed = 3,
+                                             .least_share = line.least,
+                                             .most_share = line.most,
+                                             .slow_ms = line.slow_ms});
+      EXPECT_TRUE(result.Right()) << line.slow_ms << events;
+      for (const std::string& told : result.told) ADD_FAILURE() << line.slow_ms << events << " " << told;
+      EXPECT_GE(result.Of(RoundKind::kSet).good, line.sets) << line.slow_ms << events;
+    }
+  }
+}
+
+TEST(Sender, AMeterWhoseUnitSystemNobodyUnderstandsGetsNothing) {
+  CompareTest test(kOnePath);
+  const CompareSide side = test.Meter();
+  test.Fill(8);
+  test.meter().holding().PutWord(0x0100, 7);
+  test.Requests();
+  const SendReport report = test.Send(side, {At("process.outer_diameter"), At("process.fluid")});
+  EXPECT_EQ(report.halt, SendHalt::kNoMeter);
+  EXPECT_TRUE(report.reason.ends_with("SYSTEM UNIT is 7, which is not understood")) << report.reason;
+  EXPECT_EQ(Writes(test.Requests()), Texts{});
+  const Snapshot now = test.Read();
+  EXPECT_EQ(now.Find(At("process.outer_diameter"))->unread, UnknownShape(now));
+  EXPECT_TRUE(now.Find(At("process.fluid"))->Known());
+  EXPECT_EQ(ReadSingle(test.app(), *FindParameter("process.outer_diameter"), 0).failure, UnknownShape(now));
+  // A unit code that its table has not takes the meaning of what rests on it alone.
+  test.meter().holding().PutWord(0x0100, 0);
+  test.meter().holding().PutWord(0x0040, 40);
+  const SingleRead read = ReadSingle(test.app(), *FindParameter("total.rate"), 0);
+  ASSERT_EQ(read.rows.size(), 1u) << read.failure;
+  EXPECT_TRUE(read.rows[0].unread.ends_with(" is 40, which is not understood")) << read.rows[0].unread;
 }
 
 TEST(Restore, AnswersThatAreLostOnTheWayCallNothingStored) {

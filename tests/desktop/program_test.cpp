@@ -24,10 +24,13 @@
 #include "calc/frm_calc.h"
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
+#include "desktop/window_place.h"
+#include "firmware/frm_maint_main.h"
 #include "live/form12.h"
 #include "pages/parameter_page.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/text_ids_firmware.h"
 #include "shell/mdi_form1.h"
 #include "tour/hands.h"
 #include "values/code_tables.h"
@@ -222,6 +225,67 @@ TEST_P(ProgramTest, FieldsHaveRoomForTheWidestValueOrTellIt) {
     }
     if (name != "MDIForm1") app.windows.Unload(name);
   }
+}
+
+// Whatever a run has to tell, the window is as large as before it, and a usual screen has room for it.
+TEST_P(ProgramTest, TheFirmwareToolKeepsItsSize) {
+  auto& tool = static_cast<frmMaint_MAIN&>(Open("frmMaint_MAIN"));
+  QWidget& window = hands.Window("frmMaint_MAIN");
+  const QSize before = window.size();
+  std::string told;
+  for (int i = 0; i < kFwModules; ++i) {
+    const std::string stem = FwModules()[static_cast<std::size_t>(i)].stem;
+    for (const auto* images : {&tool.lblImage, &tool.lblImage_up})
+      (*images)(i).SetCaption(FormatText(app.Text(text::kFwImage), {"983040", "0123456789abcdef"}));
+    for (const auto* results : {&tool.txtDL_Result, &tool.txtResult}) (*results)(i).SetText("File Error");
+    told += FormatText(app.Text(text::kFwBreaksOff), {stem}) + "\n" + stem + "_20261124100000.bin\n";
+  }
+  told +=
+      app.Text(text::kFwKeepPower) + "\n" + FormatText(app.Text(text::kFwJournal), {std::string(90, 'm')});
+  tool.lblNote.SetCaption(told);
+  for (const int tab : {1, 0}) {
+    tool.SSTab1.SetTab(tab);
+    program.Screen().Flush();
+    QApplication::processEvents();
+    EXPECT_EQ(window.size(), before);
+    for (const char* name : {"lblBoot", "lblAfterNg", "lblNote"}) {
+      const QWidget& label = hands.Widget("frmMaint_MAIN", name);
+      EXPECT_EQ(label.visibleRegion().boundingRect(), label.rect()) << name << " is whole";
+    }
+  }
+  tool.lblNote.SetCaption(told + told + told);
+  program.Screen().Flush();
+  QApplication::processEvents();
+  EXPECT_EQ(window.size(), before);
+  const QRect frame = window.rect().marginsAdded(kUsualFrame);
+  EXPECT_TRUE(frame.width() <= 1280 && frame.height() <= 800) << frame.width() << " x " << frame.height();
+}
+
+// It stands there before anything is pressed: what can happen, and what to do then, step behind step.
+TEST_P(ProgramTest, TheFirmwareToolTellsWhatToDoAfterNg) {
+  Open("frmMaint_MAIN");
+  EXPECT_TRUE(hands.Widget("frmMaint_MAIN", "lblBoot").isVisible());
+  EXPECT_TRUE(hands.Text("frmMaint_MAIN", "lblBoot").starts_with("KRT_BOOT "));
+  const std::string steps = hands.Text("frmMaint_MAIN", "lblAfterNg");
+  std::size_t at = 0;
+  for (const char* step : {"NG", "\n1. ", "\n2. ", "\n3. ", "SUCCESS", "VERIFICATION", "\n5. "}) {
+    at = steps.find(step, at);
+    EXPECT_NE(at, std::string::npos) << step << " in " << steps;
+  }
+}
+
+// The window comes up by itself; a key that was meant for Execute must not cancel the run.
+TEST_P(ProgramTest, EnterDoesNotCancelAFirmwareRun) {
+  Form& wait = Open("frmMaint_Wait");
+  QWidget& button = hands.Widget("frmMaint_Wait", "cmdCan");
+  hands.Window("frmMaint_Wait").activateWindow();
+  button.setFocus();
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) QTest::keyClick(&button, key);
+  EXPECT_EQ(app.state.FwCancelFlag, 0);
+  EXPECT_TRUE(button.isEnabled());
+  hands.Key("frmMaint_Wait", "Esc");
+  EXPECT_EQ(app.state.FwCancelFlag, 1);
+  wait.Hide();
 }
 
 // At their widest all at once: units, polls of some days, and what a station shows.

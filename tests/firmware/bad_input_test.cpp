@@ -139,15 +139,16 @@ TEST_F(FirmwareTest, BadFoldersAreRefusedBeforeAnythingHappens) {
     const char* folder;
     const char* box;
   } cases[] = {
-      {"", "Please enter the folder"},
-      {"   ", "Please enter the folder"},
-      {"/nowhere", "Folder does not exist"},
-      {"/fw/v12/KRT_CNTL.bin", "Folder does not exist"},
+      {"", "Please enter the folder"},       {"   ", "Please enter the folder"},
+      {"/nowhere", "Folder does not exist"}, {"/fw/v12/KRT_CNTL.bin", "Folder does not exist"},
+      {"/fw/pipe", "Folder does not exist"}, {"/root/v12", "The folder can't be opened: permission denied"},
   };
   for (const auto& given : cases) {
     for (const int tab : {0, 1}) {
       Reset();
       File("KRT_CNTL") = GoodFile(0, 100);
+      machine->files.FailPath("/fw/pipe", FileError::kNotAFile);
+      machine->files.FailPath("/root/v12", FileError::kNoPermission);
       Tool().SSTab1.SetTab(tab);
       Tool().optSEL_UP(1).SetValue(true);
       Tool().chkModule(0).SetValue(1);

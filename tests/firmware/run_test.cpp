@@ -96,6 +96,95 @@ TEST_F(RunTest, ModulesInOrderUntilCancel) {
   }
 }
 
+int CountOf(const std::string& part, const std::string& text) {
+  int count = 0;
+  for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += part.size()) ++count;
+  return count;
+}
+
+// One thing to do, whatever has failed; and once a data frame has left nothing that takes the power away.
+TEST_F(RunTest, AFailureHasOneInstruction) {
+  const std::string refusal =
+      "\x02\x45"
+      "FLASH 3\x0C\r\n";
+  for (const char at : {'A', 'B', 'C'}) {
+    for (const std::string& answer : {std::string(), std::string("no line end"), refusal}) {
+      SCOPED_TRACE(std::string(1, at) + " " + answer);
+      Reset();
+      File("KRT_BOOT") = GoodFile(1, 2000);
+      Peer().answer = [&](const std::string& frame) { return frame[1] == at ? answer : Peer().Good(frame); };
+      Download(1, answer == refusal ? 2 : 1);
+      const std::string& note = Tool().lblNote.Caption();
+      EXPECT_EQ(CountOf("again", note), 1) << note;
+      EXPECT_EQ(note.find("restart"), std::string::npos) << note;
+      EXPECT_EQ(CountOf("KRT_BOOT may be incomplete in the device.\nLeave the device switched on", note),
+                at == 'A' ? 0 : 1)
+          << note;
+      EXPECT_LE(CountOf("switched on", note), 1) << note;
+    }
+  }
+}
+
+// What may be incomplete stays in the instruction, in whatever run, until it is downloaded.
+TEST_F(RunTest, AnIncompleteModuleIsNotForgotten) {
+  Tool().txtDown.SetText(kFolder);
+  for (const int i : {0, 1, 3}) {
+    File(FwModules()[static_cast<std::size_t>(i)].stem) = GoodFile(i, 2000);
+    Tool().chkModule(i).SetValue(1);
+  }
+  // The first module is lost with its data frame, the second one with its close frame, the third is refused.
+  Peer().answer = [this](const std::string& frame) -> std::string {
+    const char code = frame[2];
+    if (frame[1] == 'A' && code == '\xFD')
+      return "\x02\x45"
+             "BUSY\x0C\r\n";
+    if (Peer().frames.size() == 2 || (frame[1] == 'C' && code == '\xFF')) return "";
+    return Peer().Good(frame);
+  };
+  Execute(2);
+  const std::string both = "\nKRT_CNTL, KRT_BOOT may be incomplete in the device.\n";
+  const auto note = [this] { return Tool().lblNote.Caption(); };
+  EXPECT_NE(note().find(both), std::string::npos) << note();
+  EXPECT_EQ(CountOf("again", note()), 1) << note();
+  Peer().answer = [](const std::string&) { return ""; };
+  ReadVersion();
+  EXPECT_NE(note().find(both), std::string::npos) << note();
+  EXPECT_EQ(CountOf("again", note()), 1) << note();
+  Peer().answer = [this](const std::string& frame) { return Peer().Good(frame); };
+  Download(0);
+  EXPECT_NE(note().find("\nKRT_BOOT may be incomplete"), std::string::npos) << note();
+  File("KRT_BOOT") = Peer().image = GoodFile(1, 2000);
+  Verify(1);
+  EXPECT_EQ(VerifyResult(1), "SUCCESS");
+  EXPECT_EQ(note().find("incomplete"), std::string::npos) << note();
+}
+
+// What is "to be written" has passed every check that a module's file has to pass.
+TEST_F(RunTest, OnlyGoodFilesAreToBeWritten) {
+  for (const bool download : {true, false}) {
+    Reset();
+    File("KRT_CNTL") = Peer().image = GoodFile(0, 200);
+    File("KRT_BOOT") = GoodFile(0, 2000);
+    File("KRT_UPSYS") = "";
+    File("KRT_SPEED") = GoodFile(3, kFwLargestImage + 1);
+    Tool().SSTab1.SetTab(download ? 0 : 1);
+    Tool().optSEL_UP(1).SetValue(true);
+    for (TextBox* folder : {&Tool().txtDown, &Tool().txtUp}) folder->SetText(kFolder);
+    for (int i = 0; i < kFwModules; ++i)
+      (download ? Tool().chkModule(i) : Tool().chkModule_up(i)).SetValue(1);
+    std::string first;
+    Peer().answer = [&](const std::string& frame) {
+      if (first.empty()) first = Tool().lblNote.Caption();
+      return Peer().Good(frame);
+    };
+    Execute(4);
+    const std::string plan = download ? "To be written: KRT_CNTL\n" : "To be compared: KRT_CNTL\n";
+    EXPECT_TRUE(first.starts_with(plan)) << first;
+    EXPECT_NE(first.find("KRT_BOOT.bin is no file of the BOOT MODULE"), std::string::npos) << first;
+    EXPECT_TRUE(Tool().lblImage(1).Caption().empty());
+  }
+}
+
 TEST_F(RunTest, TheFilesAreNamedBeforeTheFirstFrame) {
   const std::string file = GoodFile(0, 38'401);
   File("KRT_CNTL") = file;
@@ -180,6 +269,61 @@ TEST_F(RunTest, AJournalThatCantBeWrittenIsToldAndStopsNothing) {
     EXPECT_EQ(DownloadResult(0), "SUCCESS");
     EXPECT_EQ(machine->files.files.contains(within), given.note != full);
     EXPECT_NE(Tool().lblNote.Caption().find(given.note), std::string::npos) << Tool().lblNote.Caption();
+  }
+}
+
+// What the journal says of a file and of an image is what was wrong with it.
+TEST_F(RunTest, TheJournalsReasonsAreTrue) {
+  const struct {
+    std::function<void()> spoil;
+    int boxes;
+    std::string result;
+    std::string record;
+  } cases[] = {
+      // A folder that can't be entered: its files can't even be looked for.
+      {[&] {
+         machine->files.files.clear();
+         machine->files.FailPath(PathOf("KRT_CNTL"), FileError::kNoPermission);
+       },
+       2, "File Error", ",file,File Error,FILE ERROR : KRT_CNTL.bin: permission denied\r\n"},
+      {[&] { machine->files.FailPath(PathOf("KRT_CNTL"), FileError::kNotAFile); }, 2, "File Error",
+       ",file,File Error,FILE ERROR : KRT_CNTL.bin: it is no ordinary file\r\n"},
+      {[&] { machine->files.files.clear(); }, 1, "No File", ",file,No File,there is no such file\r\n"},
+      {[&] { Peer().image.resize(40); }, 1, "NG", ",compare,failed,only 40 of 100 bytes came back\r\n"},
+      {[&] {
+         Peer().image.resize(40);
+         File("KRT_CNTL").replace(40, 60, 60, '\0');
+       },
+       1, "NG", ",compare,failed,only 40 of 100 bytes came back\r\n"},
+      {[&] { Peer().image[16] ^= 1; }, 1, "NG", ",compare,failed,differs at 00000010H\r\n"},
+  };
+  for (const auto& given : cases) {
+    Reset();
+    File("KRT_CNTL") = Peer().image = GoodFile(0, 100);
+    given.spoil();
+    Verify(0, given.boxes);
+    EXPECT_EQ(VerifyResult(0), given.result);
+    const std::string& journal = machine->files.files["/fw/v12_journal_20261124100000.csv"];
+    EXPECT_NE(journal.find(given.record), std::string::npos) << given.record << journal;
+  }
+}
+
+TEST_F(RunTest, TheJournalHasANameBesideAnyFolder) {
+  const struct {
+    const char* folder;
+    const char* journal;
+  } cases[] = {
+      {".", "./journal_20261124100000.csv"},         {"./", "./journal_20261124100000.csv"},
+      {"../..", "../../journal_20261124100000.csv"}, {"/fw/v12/./", "/fw/v12_journal_20261124100000.csv"},
+      {"/", "/journal_20261124100000.csv"},
+  };
+  for (const auto& given : cases) {
+    Reset();
+    machine->files.folders.insert(given.folder);
+    Tool().txtDown.SetText(given.folder);
+    Tool().chkModule(0).SetValue(1);
+    Execute(1);
+    EXPECT_TRUE(machine->files.files.contains(given.journal)) << machine->files.changes.front();
   }
 }
 

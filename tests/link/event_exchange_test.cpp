@@ -252,14 +252,101 @@ TEST(EventTiming, ALineThatIsNeverSilentIsWaitedForOnlySoLong) {
   EXPECT_EQ(t.app.state.LastErrorText, "[UNKNOWN FUNCTION CODE ERROR]");
 }
 
-TEST(EventTiming, LateAnswersAreNeverTakenForAnother) {
-  const auto result = test::SoakLateReplies({.exchanges = 20'000, .seed = 1});
-  EXPECT_EQ(result.wrong, 0);
-  EXPECT_EQ(result.unproven, 0);
-  EXPECT_GT(result.good, 13'000);
-  EXPECT_GT(result.late, 4'000);
-  const auto pattern = test::SoakLateReplies({.exchanges = 2'000, .seed = 1, .events = false});
-  EXPECT_GT(pattern.wrong, 20) << "which is what the soak must be able to see";
+// --- both timings
+
+TEST(LateReplies, AreNeverTakenForAnother) {
+  for (const bool events : {false, true}) {
+    const auto result = test::SoakLateReplies({.exchanges = 10'000, .seed = 1, .events = events});
+    EXPECT_EQ(result.wrong, 0) << events;
+    EXPECT_EQ(result.unproven, 0) << events;
+    EXPECT_GT(result.good, 6'000) << events;
+    EXPECT_GT(result.late, 2'000) << events;
+  }
+}
+
+TEST(LateReplies, ThePatternWaitsForOneThatLooksAlikeAndForNoOther) {
+  Events t;
+  t.app.state.EventTiming = false;
+  t.platform.Arm("silence");
+  EXPECT_EQ(t.Read(kOne, 1, kModeStore), -1);
+  EXPECT_EQ(t.Read(kOther, 2), kOther + 2);
+  EXPECT_EQ(t.took_ms, 43) << "as ever: 12 ms until it is sent, 25 and 6 behind it";
+  t.Miss(kOne, 500);
+  const std::int64_t sent_ms = t.Time().NowMs() - 224;
+  EXPECT_EQ(t.Read(kOther), kOther);
+  EXPECT_EQ(t.Time().NowMs() - sent_ms, 523 + 6 + 43) << "behind the late one, and one silence";
+  EXPECT_EQ(t.Read(kOne), kOne);
+  EXPECT_EQ(t.took_ms, 43) << "and everything is paid";
+  t.platform.Arm("silence");
+  EXPECT_EQ(t.Read(kOne, 1, kModeStore), -1);
+  EXPECT_EQ(t.Read(kOther), kOther);
+  EXPECT_EQ(t.took_ms, kPatience + 43) << "what never comes is awaited to the end";
+}
+
+// Some reply was lost, so that the pattern looks at what it throws away. The last byte of the cut reply comes
+// 156 ms behind its request: the last look was at 146, and the next request is out.
+TEST(LateReplies, TheRestOfACutReplyPaysForNoOther) {
+  Events t(test::PortKind::kScripted);
+  t.app.state.EventTiming = false;
+  t.app.state.RetryNo = 0;
+  t.platform.scripted.Reply("");
+  t.platform.scripted.ReplyChecked("01 03 04 00 00 00 01");
+  EXPECT_EQ(t.Read(kOne), -1);
+  EXPECT_EQ(t.Read(kOther, 2), 1);
+  t.platform.scripted.Reply("01 03 02 00 05 78 47", 0, 26);
+  t.platform.scripted.ReplyChecked("01 03 02 00 06", 300);
+  t.platform.scripted.ReplyChecked("01 03 02 00 07", 10);
+  EXPECT_EQ(t.Read(kOne), -1);
+  EXPECT_EQ(t.Read(kOne), -1);
+  EXPECT_EQ(t.Read(kOther), 7);
+}
+
+TEST(LateReplies, ThePatternWaitsForTheEchoOfAWriteWhereverItWent) {
+  Events t;
+  t.app.state.EventTiming = false;
+  const Target once{.station = 1, .mode = kModeStore};
+  t.platform.Arm("late=300/06");
+  EXPECT_EQ(WriteRegister(t.app, once, kOne, 1), WriteResult::kNoReply);
+  t.platform.Arm("silence");
+  EXPECT_EQ(WriteRegister(t.app, once, kOther, 1), WriteResult::kNoReply) << "the echo was the first one's";
+}
+
+struct Proof {
+  const char* what;
+  std::vector<const char*> replies;
+  bool was_clean;
+  int value;  // -1: none
+  std::size_t requests;
+};
+
+TEST(ProvenRead, TakesAValueBehindAFailureWhenReadingsAgree) {
+  constexpr const char* kBad = "01 03 02 00 05 00 00";
+  const Proof rows[] = {
+      {"a clean reading", {"05"}, true, 5, 1},
+      {"something ahead has failed", {"05", "05"}, false, 5, 2},
+      {"a failed attempt", {kBad, "05", "05"}, true, 5, 3},
+      {"others between", {kBad, "05", "06", "06"}, true, 6, 4},
+      {"signed by another", {"02 03 02 00 07", "05", "05"}, true, 5, 3},
+      {"never twice the same", {kBad, "05", "06", "05", "06", "05", "06"}, true, -1, 7},
+  };
+  for (const Proof& row : rows) {
+    for (const bool events : {false, true}) {
+      Events t(test::PortKind::kScripted);
+      t.app.state.EventTiming = events;
+      for (const std::string reply : row.replies) {
+        if (reply == kBad) {
+          t.platform.scripted.Reply(reply);
+        } else {
+          t.platform.scripted.ReplyChecked(reply.size() == 2 ? "01 03 02 00 " + reply : reply);
+        }
+      }
+      RegisterData data;
+      const bool good = ReadRegistersProven(t.app, {.address = kOne, .count = 1}, data, row.was_clean);
+      EXPECT_EQ(good ? BytesToUInt16(data, 0) : -1, row.value) << row.what << events;
+      EXPECT_EQ(t.platform.scripted.writes.size(), row.requests) << row.what << events;
+      EXPECT_EQ(t.app.state.LastErrorText == "Its readings differ from each other", !good) << row.what;
+    }
+  }
 }
 
 }  // namespace

@@ -79,9 +79,8 @@ TEST(Transaction, JudgesOddReplies) {
       {"02 03 02 00 05 3C 47", true, ""},                 // another station's
       {"01 03 02 00 05 47 78", false, "[CRC ERROR]"},     // check bytes the wrong way round
       {"01 03 02 00 05 78 47 00 00", true, ""},
-      // What the buffer held from the reply before completes a reply that was cut short, and the check
-      // decides.
-      {"01 03 02 00", true, ""},
+      // The buffer holds a reply that would complete the first of these.
+      {"01 03 02 00", false, "[CRC ERROR]"},
       {"02 03 02 00", false, "[CRC ERROR]"},
   };
   for (const auto& c : cases) {

@@ -7,6 +7,9 @@ namespace {
 
 using namespace layout;
 
+// A plan, a line or two for each module, an instruction, the journal.
+constexpr int kNoteLines = 12;
+
 constexpr LayoutItem kMain[] = {
     Tabs("SSTab1"),
     Tab(),
@@ -32,7 +35,8 @@ constexpr LayoutItem kMain[] = {
     End(),
     Space(),
     End(),
-    Strip("lblNote"),
+    Strip("lblBoot", "lblAfterNg"),
+    Text("lblNote", kNoteLines),
     Strip(">", "cmdEXE", "cmdQuit"),
     Strip("StatusBar1"),
 };
@@ -50,7 +54,9 @@ constexpr LayoutItem kPort[] = {
 }  // namespace
 
 constinit const WindowLayout kFrmMaintMainLayout{"frmMaint_MAIN", WindowStyle::kDialog, kMain};
-constinit const WindowLayout kFrmMaintWaitLayout{"frmMaint_Wait", WindowStyle::kDialog, kWait, "", "cmdCan"};
+// It comes up by itself: an enter key that was meant for Execute must not cancel the run.
+constinit const WindowLayout kFrmMaintWaitLayout{
+    "frmMaint_Wait", WindowStyle::kDialog, kWait, "", "cmdCan", true};
 // The enter key belongs to the open list here, so it presses no button.
 constinit const WindowLayout kFrmMaintCommLayout{"frmMaint_COMM", WindowStyle::kDialog, kPort, "", "cmdCan"};
 
