@@ -175,8 +175,8 @@ class Session {
     std::string content;
     const FileError error = host_.files.ReadAtMost(path, kMostScriptBytes, content);
     if (error != FileError::kGood) {
-      PutTrouble({0, ScriptStatus::kUnknown,
-                  "the script cannot be read: " + WhyNotRead(error, kEnglishOffset)});
+      PutTrouble(
+          {0, ScriptStatus::kUnknown, "the script cannot be read: " + WhyNotRead(error, kEnglishOffset)});
       return false;
     }
     ScriptReader reader;

@@ -4,8 +4,8 @@
 //   type OUTER_DIAMETERText 60.5     # what follows a "#" at the start of a word is a comment
 //   expect Label2(0) "[mm/s]"        # blanks and "#" inside quotes; "" inside quotes is one quote
 //
-// Words are separated by blanks and tabs. A line ends with LF or CR LF and has at most kMostLineBytes. Text is
-// UTF-8; a byte-order mark at the head is dropped.
+// Words are separated by blanks and tabs. A line ends with LF or CR LF and has at most kMostLineBytes. Text
+// is UTF-8; a byte-order mark at the head is dropped.
 #pragma once
 
 #include <cstddef>
@@ -33,8 +33,8 @@ struct ScriptLine {
 
 ScriptLine ParseScriptLine(std::string_view text, int number);
 
-// Cuts a script that arrives in pieces into its lines. A line that is too long is handed on without its words as
-// soon as that is seen; no more of it is kept.
+// Cuts a script that arrives in pieces into its lines. A line that is too long is handed on without its words
+// as soon as that is seen; no more of it is kept.
 class ScriptReader {
  public:
   void Add(std::string_view bytes);

@@ -113,9 +113,7 @@ class Entry : public QLineEdit {
 
   // Qt scrolls when it paints, and only as far as the caret needs it: behind a shorter text, which lay at the
   // right, a long one begins there, too.
-  bool LiesBehindItsPlace() const {
-    return PlaceOf(0) > TextArea().left() + kTextMargin;
-  }
+  bool LiesBehindItsPlace() const { return PlaceOf(0) > TextArea().left() + kTextMargin; }
   // Paints for the sake of scrolling; the caret's moves ask for one more paint, which has nothing beneath it.
   void ScrollToStart(QPaintEvent* event) {
     const QSignalBlocker quiet(this);

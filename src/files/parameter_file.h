@@ -22,15 +22,14 @@ FileError SaveParameterFile(App& app, const std::string& path);
 
 // Reads the slots. When the file can't be read (a missing one too) nothing changes. A channel or output
 // number beyond 16 bits ends the loading; the keys before it are stored. The choice of a list, or the
-// value of a register without decimals, that is no whole number is not taken; not_taken names it, and a channel that is
-// no whole number and is read as far as its digits go. The result
-// counts the slots.
+// value of a register without decimals, that is no whole number is not taken; not_taken names it, and a
+// channel that is no whole number and is read as far as its digits go. The result counts the slots.
 LoadResult LoadParameterFile(App& app, const std::string& path);
 
-// Opens a parameter file: settings (the program's language and its variant stay), slots, open pages, all from one reading.
-// When the file can't be read nothing changes. An open port goes on as it is, and
-// CommSettings with it. The result counts settings and slots together; stopped_at is that of the slots, and
-// not_taken names the settings' keys too.
+// Opens a parameter file: settings (the program's language and its variant stay), slots, open pages, all from
+// one reading. When the file can't be read nothing changes. An open port goes on as it is, and CommSettings
+// with it. The result counts settings and slots together; stopped_at is that of the slots, and not_taken
+// names the settings' keys too.
 LoadResult OpenParameterFile(App& app, const std::string& path);
 
 // Every page's controls into the slots: loads each page, runs its Taihi and unloads it; Form9 and Form11 are

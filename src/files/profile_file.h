@@ -74,8 +74,8 @@ class ProfileFile {
 // nearest int.
 int LeadingInteger(std::string_view text);
 
-// Reads a profile file of at most kMostSettingsBytes. After a failure `profile` is empty, so that every key has its default; kMissing is no
-// fault of a settings file.
+// Reads a profile file of at most kMostSettingsBytes. After a failure `profile` is empty, so that every key
+// has its default; kMissing is no fault of a settings file.
 FileError ReadProfile(FileSystem& files, const std::string& path, ProfileFile& profile);
 
 // Reads the file, or begins an empty one when it is missing, lets `change` write its keys, and replaces the

@@ -141,8 +141,9 @@ FileError TakeOutRun(App& app, const OpenRun& run) {
 
 FileError TakeOutRuns(App& app, const std::vector<OpenRun>& runs) {
   return Change(app, [&](std::vector<Line>& lines) {
-    std::erase_if(lines,
-                  [&](const Line& line) { return line.run && std::ranges::find(runs, *line.run) != runs.end(); });
+    std::erase_if(lines, [&](const Line& line) {
+      return line.run && std::ranges::find(runs, *line.run) != runs.end();
+    });
     if (std::ranges::none_of(lines, IsRun)) lines.clear();
   });
 }

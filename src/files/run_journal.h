@@ -3,8 +3,8 @@
 // out at its Stop, so what stands there when the program starts ended without one. The file is there only
 // while it has an entry.
 //
-// A line a run: when it began, its page, its file, with a tab between them. UTF-8, lines end in CR LF; LF alone
-// is taken too. Lines that are no run stay as they are. A journal that can't be read is never written.
+// A line a run: when it began, its page, its file, with a tab between them. UTF-8, lines end in CR LF; LF
+// alone is taken too. Lines that are no run stay as they are. A journal that can't be read is never written.
 #pragma once
 
 #include <cstdint>

@@ -69,9 +69,8 @@ std::string BackupPath(const std::string& path) { return CleanPath(path) + ".bak
 FileError WriteWhole(FileSystem& files, const std::string& path, std::string_view content, bool keep_backup) {
   const std::string target = files.Target(CleanPath(path));
   // The new content comes first: a full disk then leaves the backup alone too.
-  return Replace(files, target, content, target, [&] {
-    return keep_backup ? KeepFormer(files, target, content) : FileError();
-  });
+  return Replace(files, target, content, target,
+                 [&] { return keep_backup ? KeepFormer(files, target, content) : FileError(); });
 }
 
 }  // namespace vlt

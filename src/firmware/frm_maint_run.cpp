@@ -227,9 +227,9 @@ frmMaint_MAIN::Verdict frmMaint_MAIN::Judge(int module, const std::string& path,
   const FwFileFacts& loaded = Files.Loaded();
   if (!ok) {
     const bool missing = !was_there && loaded.error == FileError::kMissing;
-    const std::string why = WhyNotLoaded(path, loaded, app_.state.LangOffset);
+    const std::string why = WhyNotLoaded(loaded, app_.state.LangOffset);
     return {missing ? "No File" : "File Error", missing ? "" : unusable,
-            FormatText(app_.Text(text::kFileNotRead), {name, why}), WhyNotLoaded(path, loaded, kEnglish),
+            FormatText(app_.Text(text::kFileNotRead), {name, why}), WhyNotLoaded(loaded, kEnglish),
             text::kFwDoFiles};
   }
   if (announced != nullptr && loaded.digest != announced->digest) {
@@ -242,20 +242,12 @@ frmMaint_MAIN::Verdict frmMaint_MAIN::Judge(int module, const std::string& path,
           FormatText(app_.Text(text::kFwOtherModule), {name, m.title}), "", text::kFwDoFiles};
 }
 
-std::string frmMaint_MAIN::WhyNotLoaded(const std::string& path, const FwFileFacts& facts,
-                                        int language) const {
-  switch (facts.error) {
-    case FileError::kGood:
-      return LookupText(text::kFwEmptyFile + language);
-    case FileError::kTooLarge:
-      return FormatText(LookupText(text::kFwTooLong + language), {std::to_string(kFwLargestImage)});
-    case FileError::kNotAFile:
-      if (!IsFolder(path)) return LookupText(text::kFwNoOrdinaryFile + language);
-      break;
-    default:
-      break;
+std::string frmMaint_MAIN::WhyNotLoaded(const FwFileFacts& facts, int language) const {
+  if (facts.error == FileError::kGood) return LookupText(text::kFwEmptyFile + language);
+  if (facts.error == FileError::kTooLarge) {
+    return FormatText(LookupText(text::kFwTooLong + language), {std::to_string(kFwLargestImage)});
   }
-  return LookupText(NotReadReason(facts.error) + language);
+  return WhyNotRead(facts.error, language);
 }
 
 void frmMaint_MAIN::MarkIncomplete(int module) {
@@ -357,9 +349,9 @@ bool frmMaint_MAIN::Compare(int module, const std::string& path) {
   const FwFileFacts now = Files.Look(path);
   std::string why;
   if (now.error != FileError::kGood) {
-    why = WhyNotLoaded(path, now, kEnglish);
+    why = WhyNotLoaded(now, kEnglish);
     notes_.Tell(FormatText(app_.Text(text::kFileNotRead),
-                           {FileNameOf(module), WhyNotLoaded(path, now, app_.state.LangOffset)}));
+                           {FileNameOf(module), WhyNotLoaded(now, app_.state.LangOffset)}));
     Advise(FwAdvice::kFiles, app_.Text(text::kFwDoFiles));
   } else if (now.digest != announced_[static_cast<std::size_t>(module)].digest) {
     why = RowOf(FwFault::kFileChanged)->word;

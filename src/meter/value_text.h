@@ -43,8 +43,8 @@ EncodedValue EncodeValue(const Parameter& row, const SharedState& facts, std::st
 // `bytes` are those of EncodeValue.
 std::string CutText(const Parameter& row, const SharedState& facts, std::string_view typed,
                     std::span<const std::uint8_t> bytes);
-// What a field says of a typed number that was sent as another one where no one expects it: as 0, or without its
-// decimals. Empty for any other; the language is that of `facts`.
+// What a field says of a typed number that was sent as another one where no one expects it: as 0, or without
+// its decimals. Empty for any other; the language is that of `facts`.
 std::string CutNote(const Parameter& row, const SharedState& facts, std::string_view typed,
                     std::span<const std::uint8_t> bytes);
 // Why it can't be sent, in the language of `facts`; empty for kNone.

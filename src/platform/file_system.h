@@ -13,8 +13,9 @@
 namespace vlt {
 
 // What is read whole has a limit, in bytes.
-inline constexpr std::size_t kMostScriptBytes = std::size_t{1} << 20;     // a script of the companion
-inline constexpr std::size_t kMostSettingsBytes = std::size_t{4} << 20;   // settings, parameter files, journals
+inline constexpr std::size_t kMostScriptBytes = std::size_t{1} << 20;  // a script of the companion
+inline constexpr std::size_t kMostSettingsBytes = std::size_t{4}
+                                                  << 20;  // settings, parameter files, journals
 inline constexpr std::size_t kMostSnapshotBytes = std::size_t{16} << 20;  // snapshots
 inline constexpr std::size_t kMostFileBytes = std::size_t{8} << 20;       // any other file
 

@@ -18,9 +18,8 @@ inline constexpr int kFwDoDownload = 4432;
 inline constexpr int kFwKeepPower = 4433;
 inline constexpr int kFwKeepPowerFit = 4434;
 
-// What was read back: %1 the file. kFwNoOrdinaryFile is a reason. kFwFolderShut: %1 the reason.
+// What was read back: %1 the file. kFwFolderShut: %1 the reason.
 inline constexpr int kFwReadBack = 4435;
-inline constexpr int kFwNoOrdinaryFile = 4436;
 inline constexpr int kFwFolderShut = 4437;
 
 // What stands on the page before a run.

@@ -103,9 +103,8 @@ bool MDIForm1::MayEnd() {
   SaveLoaderFile();
   if (saved == FileError::kGood) return true;
   const std::string why = WhyNotWritten(saved, app_.state.LangOffset);
-  return app_.AskYesNo(
-      FormatText(app_.Text(text::kEndWithoutFile), {FailedName(dialog_file_, saved), why}),
-      MessageIcon::kStop);
+  return app_.AskYesNo(FormatText(app_.Text(text::kEndWithoutFile), {FailedName(dialog_file_, saved), why}),
+                       MessageIcon::kStop);
 }
 
 void MDIForm1::Form_Unload(int& cancel) {

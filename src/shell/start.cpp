@@ -70,9 +70,9 @@ std::string LockText(const App& app, const FoundLock& lock) {
   const int id = lock.state == FoundLock::State::kTakenOver   ? text::kLockTakenOver
                  : lock.state == FoundLock::State::kElsewhere ? text::kLockElsewhere
                                                               : text::kLockUnsure;
-  const std::string owner =
-      lock.process == 0 ? app.Text(text::kLockNoOwner)
-                        : FormatText(app.Text(text::kLockOwner), {std::to_string(lock.process), lock.machine});
+  const std::string owner = lock.process == 0 ? app.Text(text::kLockNoOwner)
+                                              : FormatText(app.Text(text::kLockOwner),
+                                                           {std::to_string(lock.process), lock.machine});
   return FormatText(app.Text(id), {lock.path, owner});
 }
 

@@ -133,7 +133,8 @@ TEST(MeterWords, SetSendsNothingThatARowRefuses) {
        "sent\tprocess.outer_diameter\tCH1\tnot_sent\tabc\t60.50\t60.50\tmm\tthis is no number",
        "1: process.outer_diameter CH1: this is no number"},
       {"set process.outer_diameter 1,5 1", 1,
-       "sent\tprocess.outer_diameter\tCH1\tnot_sent\t1,5\t60.50\t60.50\tmm\ta comma is not taken: no grouping, "
+       "sent\tprocess.outer_diameter\tCH1\tnot_sent\t1,5\t60.50\t60.50\tmm\ta comma is not taken: no "
+       "grouping, "
        "and a point before the decimals",
        "1: process"},
       {"set process.pipe_sound_velocity 99999 1", 1,

@@ -106,7 +106,8 @@ TEST_F(VltTest, OneWordIsDoneAndEnds) {
        "{\"event\":\"trouble\",\"script\":\"get\",\"line\":null,\"status\":2,\"text\":\"there is no "
        "parameter "},
       {"echo nonsense >s; $VLT --json s 2>/dev/null", 2, "\"script\":\"s\",\"line\":1,\"status\":2,"},
-      {"$VLT --json missing.vlt 2>/dev/null", 2, "\"text\":\"the script cannot be read: there is no such file\"}"},
+      {"$VLT --json missing.vlt 2>/dev/null", 2,
+       "\"text\":\"the script cannot be read: there is no such file\"}"},
       {"$VLT compare a.txt b.txt", 2, "vlt: compare: a.txt could not be read: there is no such file"},
       {"$VLT spacing outer_diameter=60.5 wall_thickness=3.8 pipe_material=0 fluid=0 sensor_type=1", 0,
        "spacing\t"},

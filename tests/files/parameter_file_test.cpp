@@ -104,8 +104,7 @@ TEST(ParameterFile, MissingKeysGiveTheirDefaultsEmptyOnesNothing) {
 }
 
 TEST(ParameterFile, AChannelBeyond16BitsEndsTheLoading) {
-  const std::pair<std::string, int> rows[] = {
-      {"-1", -1}, {"32767", 32767}, {"32768", 2}, {"9e9", 9}};
+  const std::pair<std::string, int> rows[] = {{"-1", -1}, {"32767", 32767}, {"32768", 2}, {"9e9", 9}};
   for (const auto& [text, channel] : rows) {
     TestApp machine;
     Fill(machine.app);

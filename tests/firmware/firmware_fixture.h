@@ -29,9 +29,9 @@ inline const std::string kCompleted = "Processing has been completed.";
 // Files that somebody else changes: `meddle` runs before each read and is told how often the path was read.
 class MeddledFiles : public MemoryFileSystem {
  public:
-  FileError Read(const std::string& path, std::string& content) override {
+  FileError ReadAtMost(const std::string& path, std::size_t most, std::string& content) override {
     if (meddle) meddle(path, ++reads_[path]);
-    return MemoryFileSystem::Read(path, content);
+    return MemoryFileSystem::ReadAtMost(path, most, content);
   }
   std::function<void(const std::string& path, int read)> meddle;
 

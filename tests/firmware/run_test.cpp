@@ -286,8 +286,8 @@ TEST_F(RunTest, TheJournalsReasonsAreTrue) {
          machine->files.FailPath(PathOf("KRT_CNTL"), FileError::kNoPermission);
        },
        2, "File Error", ",file,File Error,FILE ERROR : KRT_CNTL.bin: permission denied\r\n"},
-      {[&] { machine->files.FailPath(PathOf("KRT_CNTL"), FileError::kNotAFile); }, 2, "File Error",
-       ",file,File Error,FILE ERROR : KRT_CNTL.bin: it is no ordinary file\r\n"},
+      {[&] { machine->files.FailPath(PathOf("KRT_CNTL"), FileError::kPipe); }, 2, "File Error",
+       ",file,File Error,FILE ERROR : KRT_CNTL.bin: it is a pipe\r\n"},
       {[&] { machine->files.files.clear(); }, 1, "No File", ",file,No File,there is no such file\r\n"},
       {[&] { Peer().image.resize(40); }, 1, "NG", ",compare,failed,only 40 of 100 bytes came back\r\n"},
       {[&] {

@@ -216,7 +216,8 @@ TEST(StdFileSystem, ReplacingKeepsTheAccessRights) {
   ASSERT_EQ(WriteWhole(files, scratch.Path("VLT.ini"), "new", true), FileError::kGood);
   for (const auto& [name, content] : {std::pair("VLT.ini", "new"), {"VLT.ini.bak", "old"}}) {
     EXPECT_EQ(Slurp(scratch.Path(name)), content);
-    EXPECT_EQ(std::filesystem::status(scratch.Path(name)).permissions(), std::filesystem::perms(0640)) << name;
+    EXPECT_EQ(std::filesystem::status(scratch.Path(name)).permissions(), std::filesystem::perms(0640))
+        << name;
   }
 }
 

@@ -91,11 +91,12 @@ TEST(Pages, AValueThatCannotBeSentStopsTheSetBeforeTheFirstWrite) {
   page.FLUID_S_V.Tick();
   int selected = 0;
   const std::string range = "the meter's register holds -32768 to 32767";
-  for (const auto& [text, reason] : {std::pair{"40000", range},
-                                     {"12,5", "a comma is not taken: no grouping, and a point before the decimals"},
-                                     {"1,234", "a comma is not taken: no grouping, and a point before the decimals"},
-                                     {"1.2.3", "this is no number"},
-                                     {"+", "this is no number"}}) {
+  for (const auto& [text, reason] :
+       {std::pair{"40000", range},
+        {"12,5", "a comma is not taken: no grouping, and a point before the decimals"},
+        {"1,234", "a comma is not taken: no grouping, and a point before the decimals"},
+        {"1.2.3", "this is no number"},
+        {"+", "this is no number"}}) {
     page.FLUID_S_VText.SetText(text);
     page.SetParameter.Press();
     EXPECT_EQ(test.Requests(), Texts{}) << text;
@@ -114,7 +115,8 @@ TEST(Pages, AValueThatCannotBeSentStopsTheSetBeforeTheFirstWrite) {
   EXPECT_EQ(test.Requests().front(), "10 00 D2 00 02 04 00 00 17 A2");
 }
 
-// The register takes what it can hold; where that is another number than a person would think, the field says so.
+// The register takes what it can hold; where that is another number than a person would think, the field says
+// so.
 TEST(Pages, ANumberThatIsSentWithoutItsDecimalsOrAsZeroIsTold) {
   PageTest test(kOnePath);
   auto& page = test.Open<Form10>("Form10");
@@ -259,8 +261,9 @@ TEST(Pages, ABadNumberIsToldAndKeepsTheFocusWhenItIsTypedAndWhenItsBoxIsTicked) 
   page.WALL_THICKNESSText.SetText("1,234");
   const std::string comma =
       "A comma is not allowed: type the number without grouping, with a point before its decimals";
-  for (const auto& [box, told] : {std::pair(&page.OUTER_DIAMETERText, "Any data other than a number is not allowed"s),
-                                  {&page.WALL_THICKNESSText, comma}}) {
+  for (const auto& [box, told] :
+       {std::pair(&page.OUTER_DIAMETERText, "Any data other than a number is not allowed"s),
+        {&page.WALL_THICKNESSText, comma}}) {
     test.dialogs().Answer(MessageAnswer::kOk);
     EXPECT_TRUE(box->LoseFocus() || page.WALL_THICKNESS.Tick());
     EXPECT_EQ(test.dialogs().TakeTexts(), Texts{told});

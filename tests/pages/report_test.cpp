@@ -336,16 +336,17 @@ TEST(Report, WhatCannotBeWrittenHarmsNothingAndIsTold) {
   const struct {
     FileError error;
     const char* told;
-  } cases[] = {{FileError::kFull, "all settings.csv could not be written: the disk is full"},
-               {FileError::kNoPermission, "all settings.csv could not be written: permission denied"},
-               {FileError::kNotAFile, "all settings.csv could not be written: it is a folder"}};
+  } cases[] = {{FileError::kFull, "could not be written: the disk is full"},
+               {FileError::kNoPermission, "could not be written: permission denied"},
+               {FileError::kNotAFile, "could not be written: it is a folder"}};
   for (const auto& c : cases) {
     for (int change = 1; change <= 2; ++change) {
       ReportTest test(kOnePath);
       test.Files()[kFile] = "an older report";
       test.test.platform.files.FailChange(change, c.error);
       test.page.ReadParameter.Press();
-      EXPECT_EQ(test.test.StatusText(), std::string("Reading of system was completed ") + c.told);
+      EXPECT_EQ(test.test.StatusText(), std::string("Reading of system was completed all settings.csv") +
+                                            (change == 1 ? ".tmp " : " ") + c.told);
       EXPECT_EQ(test.Files().size(), 1u) << "nothing half written stays";
       EXPECT_EQ(test.Files()[kFile], "an older report");
       EXPECT_EQ(test.dialogs().TakeTexts(), Texts{}) << "without a box";

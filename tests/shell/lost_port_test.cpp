@@ -161,9 +161,10 @@ TEST_F(FoundRunsTest, AJournalThatCannotBeReadIsTold) {
   Files()[kJournal] = "2026/11/23 09:00:00\tForm9\t/data/a.csv\r\n";
   platform->files.FailPath(kJournal, FileError::kNoPermission);
   OpenMainWindow();
-  EXPECT_EQ(Told(),
-            "Whether a run ended without Stop is not known: VLT.runs could not be read: permission denied (the "
-            "file is left as it is)");
+  EXPECT_EQ(
+      Told(),
+      "Whether a run ended without Stop is not known: VLT.runs could not be read: permission denied (the "
+      "file is left as it is)");
   EXPECT_FALSE(On<PushButton>("MDIForm1", "cmdFoundRuns").Visible()) << "there is nothing to list";
   Press("cmdFoundRunsSeen");
   EXPECT_FALSE(IsTold());
