@@ -11,6 +11,7 @@
 #include "cli/words_of_states.h"
 #include "compare/conversion.h"
 #include "link/store.h"
+#include "meter/facts.h"
 #include "meter/proven_write.h"
 #include "meter/single_read.h"
 #include "meter/value_text.h"
@@ -163,6 +164,8 @@ void MeterWords::Set(const Arguments& arguments) {
   }
   const SnapshotRow& before = read.rows.front();
   const std::string& typed = arguments[1].text;
+  // Its registers may be there all the same.
+  if (!IsInUse(before.place, read.facts)) Fail(text::kNotInThisMeter, {FullName(before.place)});
   if (!before.Known()) TellSent(before, {.value = typed, .reason = before.unread});
   const EncodedValue value = EncodeValue(row, read.facts, typed);
   std::string refusal = WhyNot(row, read.facts, typed, value.fault);

@@ -60,7 +60,7 @@ bool TakeNumber(App& app, const SlotRow& row, const ProfileFile& profile, LoadRe
 // What is no whole number where one is wanted is told, and counts as one that the file does not have.
 bool TakeText(App& app, Slot slot, const SlotRow& row, const ProfileFile& profile, LoadResult& result) {
   std::string text = CutAtNul(profile.GetString(row.section, row.key, row.absent));
-  const bool taken = !row.is_whole || Trim(text).empty() || ParseWhole(text);
+  const bool taken = !row.is_choice || Trim(text).empty() || ParseWhole(text);
   if (!taken) result.Leave(row.section, row.key);
   app.slots[slot] = taken ? std::move(text) : row.absent;
   return taken && profile.Has(row.section, row.key);

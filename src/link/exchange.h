@@ -11,9 +11,7 @@
 #include <span>
 
 #include "link/frame.h"
-#include "link/modbus.h"
-#include "link/owed_replies.h"
-#include "link/send_mode.h"
+#include "link/manner.h"
 #include "state/app.h"
 #include "state/line_record.h"
 

@@ -9,7 +9,7 @@
 #include <span>
 
 #include "link/frame.h"
-#include "link/owed_replies.h"
+#include "link/manner.h"
 #include "link/send_mode.h"
 #include "link/wait.h"
 #include "state/app.h"
@@ -29,16 +29,6 @@ bool SendReceive(App& app, std::span<std::uint8_t> tx, int txLast, std::span<std
 
 // The same for frames that are sized exactly.
 bool SendReceive(App& app, Frame& tx, Frame& rx, int mode = kModeOrdinary);
-
-// How an exchange is made and judged beyond what its mode says.
-struct ExchangeManner {
-  int mode = kModeOrdinary;
-  // kAsked: a reply that another station has signed is none, and the attempt has failed.
-  Signature signature = Signature::kAny;
-  // The caller looks at the signature: replies that other stations still owe need not be waited for.
-  bool signature_is_checked = false;
-  std::int64_t call = 0;  // as of OwedReplies
-};
 
 struct ExchangeReport {
   bool answered = false;  // as SendReceive

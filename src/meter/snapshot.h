@@ -47,8 +47,8 @@ struct Snapshot {
   bool AllKnown() const;
 };
 
-// Why the shape of the meter is not known: what decides which parameters there are and what they mean could not
-// be read, or tells a code that nobody understands. Empty when it is known.
+// Why the shape of the meter is not known: what decides which parameters there are and what they mean could
+// not be read, or tells a code that nobody understands. Empty when it is known.
 std::string UnknownShape(const Snapshot& snapshot);
 
 // What the owner of a long piece of work on the line is told and asked.

@@ -123,7 +123,7 @@ TEST(Event, JsonSaysWhatTheTabsSay) {
       "press ReadParameter\npress SetParameter\nform\nopen frmCalc\nform\nopen FrmCSet\nform\nclose FrmCSet\n"
       "close frmCalc\nget process.fluid\nset process.fluid 1 1\nspacing outer_diameter=60.5 "
       "wall_thickness=3.8 pipe_material=0 fluid=0 sensor_type=1\nscan\nnames unit\nkeep\nsnapshot /s\n"
-      "set process.fluid 2 2\nrestore /s\nline\nline frames 3\n"
+      "set system.measurement_mode 2\nset process.fluid 2 2\nrestore /s\nline\nline frames 3\n"
       "set process.fluid 2 1\ncompare /s meter all";
   Session tabs;
   Session json;
@@ -141,7 +141,8 @@ TEST(Event, JsonSaysWhatTheTabsSay) {
   }
   const std::regex figures(R"(\{"event":"line","station":("all"|[0-9]+)(,"[a-z_0-9]+":(null|[0-9.]+))+\})");
   EXPECT_EQ(std::ranges::count_if(json.output, [&](const auto& l) { return std::regex_match(l, figures); }),
-            3);
+            3)
+      << ::testing::PrintToString(json.output);
 }
 
 // The documentation's table of events is the table of their shapes.

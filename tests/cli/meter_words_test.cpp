@@ -85,9 +85,9 @@ TEST(MeterWords, SetTellsWhatBecameOfAValue) {
   const WordCase cases[] = {
       {"set process.outer_diameter 114.3 1", 0,
        "sent\tprocess.outer_diameter\tCH1\tstored\t114.30\t114.30\t60.50\tmm\t", ""},
-      {"set process.pipe_material \"stainless steel\" CH2", 0,
+      {"set system.measurement_mode 2\nset process.pipe_material \"stainless steel\" CH2", 0,
        "sent\tprocess.pipe_material\tCH2\tstored\tSTAINLESS STEEL\tSTAINLESS STEEL\tCARBON STEEL\t\t", ""},
-      {"set process.pipe_material 1 CH2", 0,
+      {"set system.measurement_mode 2\nset process.pipe_material 1 CH2", 0,
        "sent\tprocess.pipe_material\tCH2\tstored\tSTAINLESS STEEL\tSTAINLESS STEEL\tCARBON STEEL\t\t", ""},
       // Where the entries are numbers, a number is an entry and no code.
       {"set total.pulse_width 50 1", 0, "sent\ttotal.pulse_width\tCH1\tstored\t50.0\t50.0\t50.0\tms\t", ""},
@@ -249,11 +249,12 @@ TEST(MeterWords, TheyWorkBeforeAndBehindAStart) {
 TEST(MeterWords, ASnapshotIsComparedAndRestored) {
   Session session;
   const int status = session.Run(
-      "snapshot /data/a.txt\ncompare meter /data/a.txt all\nset process.outer_diameter 114.3 1\n"
+      "set system.measurement_mode 2\nsnapshot /data/a.txt\ncompare meter /data/a.txt all\nset "
+      "process.outer_diameter 114.3 1\n"
       "set range.damping 7 2\nsnapshot /data/b.txt\nrestore /data/a.txt\ncompare /data/a.txt meter\n"
       "compare /data/a.txt /data/b.txt");
   EXPECT_EQ(status, 1);
-  EXPECT_TRUE(session.trouble.starts_with("8: All ")) << session.trouble;
+  EXPECT_TRUE(session.trouble.starts_with("9: All ")) << session.trouble;
   const auto told = [&](const std::string& line) {
     EXPECT_TRUE(session.ToldPart(line)) << line << '\n' << ::testing::PrintToString(session.output);
   };

@@ -76,15 +76,13 @@ TEST(Catalogue, CharactersThatAreNotPrintableAreBlanks) {
   EXPECT_EQ(ShowValue(SystemRow("type"), SharedState(), padded, 0), " B");
 }
 
-// A parameter file knows which of its keys hold whole numbers.
-TEST(Catalogue, SlotsOfListsAndOfWholeNumbersAreKnownAsSuch) {
+// A parameter file knows which of its keys hold a choice.
+TEST(Catalogue, SlotsOfListsAreKnownAsSuch) {
   for (const Table& table : kTables) {
     for (const Parameter& row : table) {
       if (row.slot == Slot::kNone) continue;
-      const bool number = row.wire != Wire::kDouble && row.wire != Wire::kCharacters;
-      const bool whole = number && row.decimals.metric == 0 && row.decimals.english == 0;
       const SlotRow& slot = kSlotRows[static_cast<std::size_t>(row.slot)];
-      EXPECT_EQ(slot.is_whole, row.IsCode() || whole) << row.name << " " << slot.key;
+      EXPECT_EQ(slot.is_choice, row.IsCode()) << row.name << " " << slot.key;
     }
   }
 }
