@@ -340,10 +340,12 @@ bool Form6::GoesOnWithoutSources() {
   for (const auto& [field, reason] : left_out_) {
     const std::string name = FailureName(*field);
     field->Mark(reason);
-    app().Status(name + ": " + reason);
-    if (app().AskOkCancel(name + " " + app().Text(kNotSet) + "\n" + app().Text(text::kContinueQuestion)))
+    const std::string told = FormatText("%1: %2", {name, reason});
+    app().Status(told);
+    if (app().AskOkCancel(
+            FormatText("%1 %2\n%3", {name, app().Text(kNotSet), app().Text(text::kContinueQuestion)})))
       continue;
-    app().Status(app().Text(kSetCompleted) + " " + name + ": " + reason);
+    app().Status(FormatText("%1 %2", {app().Text(kSetCompleted), told}));
     return false;
   }
   return true;

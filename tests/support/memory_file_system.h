@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/file_system.h"
@@ -30,7 +31,7 @@ class MemoryFileSystem : public FileSystem {
 
   // The n-th change (Create, Rename, Remove, Append, Flush, MakeFolder) from now fails and leaves the files
   // as they are.
-  void FailChange(int n, FileError error) { fail_ = {n, error}; }
+  void FailChange(int n, FileError error) { fail_ = {n, std::move(error)}; }
   // The process dies at the n-th change from now: half of the bytes are written, a rename has not happened,
   // and nothing behind it changes a file any more.
   void KillAtChange(int n) { kill_ = n; }
