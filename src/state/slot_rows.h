@@ -24,8 +24,8 @@ struct SlotRow {
   UnitKind unit = UnitKind::kNone;
   // The text behind a key that the settings file holds too, else null: one store for both files.
   std::string SharedState::*text = nullptr;
-  // Which entry of a list, which of two options is chosen (-1 for none): a whole number. Texts of entries come
-  // back as they were typed.
+  // Which entry of a list, which of two options is chosen (-1 for none): a whole number. Texts of entries
+  // come back as they were typed.
   bool is_choice = false;
 };
 
@@ -147,10 +147,10 @@ inline constexpr SlotRow kSlotRows[] = {
     {"STATUS", "H_TOTAL_SW_Data", ""},
     {"STATUS", "H_TOTAL_SW_Unit", "0", nullptr, UnitKind::kHeatTotal},
     Choice("STATUS", "DO_CONTACT_ACTION_Data"),
-    Choice("DISPLAY", "DISPLAY1_SELECT_CH"),
+    {"DISPLAY", "DISPLAY1_SELECT_CH", ""},
     Choice("DISPLAY", "DISPLAY1_SELECT_Data"),
     Choice("DISPLAY", "DISPLAY1_DECIMAL_POINT_Data"),
-    Choice("DISPLAY", "DISPLAY2_SELECT_CH"),
+    {"DISPLAY", "DISPLAY2_SELECT_CH", ""},
     Choice("DISPLAY", "DISPLAY2_SELECT_Data"),
     Choice("DISPLAY", "DISPLAY2_DECIMAL_POINT_Data"),
     Choice("DISPLAY", "LCD_BACKLIGHT_MODE"),
