@@ -59,6 +59,7 @@ MeterFacts TruthOf(sim::Meter& meter) {
     }
   }
   facts.SpecClass = SpecClassOf(facts.SpecNumber);
+  for (int& unit : facts.TotalUnit) unit = TotalUnitOf(facts.UnitFlag, unit);
   return facts;
 }
 

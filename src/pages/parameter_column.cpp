@@ -266,6 +266,13 @@ void ParameterColumn::ShowUnitsThatHold() {
   }
 }
 
+void ParameterColumn::ShowUnitsOfValues() {
+  for (const Field& field : fields_) {
+    if (field.unit == nullptr || ValueText(field).empty()) continue;
+    field.unit->SetCaption(InBrackets(origins_.UnitOfValue(field)));
+  }
+}
+
 void ParameterColumn::ApplyUnitCaptions() {
   for (const Field& field : fields_) {
     if (field.parameter->unit_slot == Slot::kNone) continue;

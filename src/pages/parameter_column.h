@@ -172,6 +172,8 @@ class ParameterColumn {
   void ShowUnitsOfMeter();
   // The units in force beside the fields that hold no value, or one of that unit.
   void ShowUnitsThatHold();
+  // Each value keeps the unit that it was read or typed in, whatever the meter has now.
+  void ShowUnitsOfValues();
   // The buttons and the master box follow the state of the program.
   void EnableButtons(bool enabled);
   // Takes away what failed reads and writes have left.

@@ -48,6 +48,7 @@ void ParameterPage::Form_Load() {
     column->ShowUnits();
   }
   SetteiHannei();
+  for (const auto& column : columns_) column->ShowUnitsOfValues();
 }
 
 void ParameterPage::Form_Activate() {
