@@ -16,8 +16,10 @@
 #include "meter/process_table.h"
 #include "meter/units.h"
 #include "pages/parameter_page.h"
+#include "resources/string_table.h"
 #include "shell/mdi_form1.h"
 #include "shell/start.h"
+#include "state/device_facts.h"
 #include "state/form_lock.h"
 #include "support/virtual_platform.h"
 #include "values/codecs.h"
@@ -230,8 +232,9 @@ class Walker {
         const std::string shown = FieldOrigins::UnitShown(field);
         const std::string meant = column->Origins().UnitOfValue(field);
         if (!told && shown != meant) {
-          Fail(page->Name() + " " + entry.FullName() + " of [" + meant + "] stands beside [" + shown +
-               "], origin " + std::to_string(static_cast<int>(entry.Origin())) + " " + entry.OriginText());
+          Fail(FormatText("%1 %2 of [%3] stands beside [%4], origin %5 %6",
+                          {page->Name(), entry.FullName(), meant, shown,
+                           std::to_string(static_cast<int>(entry.Origin())), entry.OriginText()}));
         }
       }
     }

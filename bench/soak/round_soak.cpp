@@ -5,6 +5,7 @@
 #include <iterator>
 #include <memory>
 #include <random>
+#include <ranges>
 #include <string_view>
 #include <utility>
 
@@ -270,7 +271,7 @@ class Rounds {
     const Ended ended = bench.Run(&MeterWords::CompareSides, {kReference, "meter", "all"});
     bench.line.TurnGood();
     JudgeCompared(ended, bench.Wrong(reference) == 0);
-    for (auto at = undo.rbegin(); at != undo.rend(); ++at) bench.meter.Memory().Write(at->first, at->second);
+    for (const auto& [address, raw] : undo | std::views::reverse) bench.meter.Memory().Write(address, raw);
     if (Chance(0.3)) bench.meter.test.Time().RunFor(Pick(1, 2000));
   }
 

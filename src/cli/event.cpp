@@ -132,7 +132,7 @@ bool IsJsonNumber(std::string_view text) {
 }
 
 // What is shown in front of a number, or between its digits, is not part of it: "01", "1,234.50".
-std::string JsonNumber(std::string text) {
+std::string JsonNumber(const std::string& text) {
   if (text.empty()) return "null";
   std::string digits = text;
   std::erase(digits, ',');

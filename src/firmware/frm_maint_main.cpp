@@ -157,7 +157,7 @@ void frmMaint_MAIN::ChooseFolder(TextBox& folder) {
 
 void frmMaint_MAIN::MENU_COMM_Click() { List().Load("frmMaint_COMM").Show(); }
 
-void frmMaint_MAIN::SetPort(const std::string& name, FileError written) {
+void frmMaint_MAIN::SetPort(const std::string& name, const FileError& written) {
   Link.FwPortName = name;
   ShowPort();
   if (written == FileError::kGood) return;

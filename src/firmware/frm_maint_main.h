@@ -34,7 +34,7 @@ class frmMaint_MAIN : public Form {
   // Closes all windows of the tool.
   void FORM_AllEnd();
   // "COM3" from frmMaint_COMM, and how keeping it went.
-  void SetPort(const std::string& name, FileError written);
+  void SetPort(const std::string& name, const FileError& written);
 
   // A run goes on. Nothing may end the program meanwhile: a module could be left incomplete in the device.
   bool Running() const { return running_; }

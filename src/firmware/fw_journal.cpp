@@ -29,13 +29,9 @@ bool IsSeparator(char c) { return c == '/' || c == '\\'; }
 std::string WithoutEnd(std::string folder) {
   for (;;) {
     const std::size_t size = folder.size();
-    if (size > 1 && IsSeparator(folder.back())) {
-      folder.pop_back();
-    } else if (size > 1 && folder.back() == '.' && IsSeparator(folder[size - 2])) {
-      folder.pop_back();
-    } else {
-      return folder;
-    }
+    const bool dot = size > 1 && folder.back() == '.' && IsSeparator(folder[size - 2]);
+    if (!dot && (size <= 1 || !IsSeparator(folder.back()))) return folder;
+    folder.pop_back();
   }
 }
 

@@ -40,7 +40,7 @@ FileError MeasureLog::AddHead(const std::string& path) {
 }
 
 void MeasureLog::Note(const std::string& path, FileError error) {
-  last_error_ = error;
+  last_error_ = std::move(error);
   last_name_ = LastComponent(path);
 }
 

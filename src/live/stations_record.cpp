@@ -32,7 +32,7 @@ std::vector<std::string> StationColumns(const Station& station, const StationDis
   const std::string number = LookupText(kStation + lang_offset) + std::to_string(station.number);
   for (const StationDisplay& display : displays) {
     const std::string item = ItemWithUnit(station, display, lang_offset);
-    columns.push_back(item.empty() ? "" : number + " " + item);
+    columns.push_back(item.empty() ? "" : FormatText("%1 %2", {number, item}));
   }
   return columns;
 }

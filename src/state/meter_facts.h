@@ -43,7 +43,9 @@ struct FactPlace {
   Fact fact = Fact::kUnitSystem;
   int channel = 0;
   bool operator==(const FactPlace&) const = default;
-  auto operator<=>(const FactPlace&) const = default;
+  bool operator<(const FactPlace& other) const {
+    return fact != other.fact ? fact < other.fact : channel < other.channel;
+  }
 };
 
 // Which registers were written, in the order of writes and learning: what was learnt before a write of its
