@@ -2,6 +2,7 @@
 #include "pages/parameter_column.h"
 
 #include <algorithm>
+#include <ranges>
 #include <span>
 #include <stdexcept>
 #include <utility>
@@ -42,10 +43,10 @@ bool HoldsAlike(const Parameter& row, const SharedState& state, std::span<const 
 
 // The bytes of the last write that holds these registers; none when there is none.
 std::span<const std::uint8_t> SentTo(const WritePlan& plan, int address, std::size_t bytes) {
-  for (auto write = plan.Writes().rbegin(); write != plan.Writes().rend(); ++write) {
-    const int offset = address - write->address;
-    if (offset < 0 || static_cast<std::size_t>(offset) + bytes > write->data.size()) continue;
-    return std::span(write->data).subspan(static_cast<std::size_t>(offset), bytes);
+  for (const PlannedWrite& write : plan.Writes() | std::views::reverse) {
+    const int offset = address - write.address;
+    if (offset < 0 || static_cast<std::size_t>(offset) + bytes > write.data.size()) continue;
+    return std::span(write.data).subspan(static_cast<std::size_t>(offset), bytes);
   }
   return {};
 }

@@ -398,7 +398,7 @@ TEST_F(CalcTest, AChangeOfTheUnitSystemKeepsWhatWasTyped) {
   EXPECT_EQ(calc().OUTER_DIAMETERText.Text(), "3.9370");
   // Any other event is enough: a read that has learnt the unit system, a click on the window.
   for (const auto& [unit_flag, diameter] : {std::pair(0, "100.00"), {1, "3.9370"}}) {
-    test.app.windows.Run([&] { test.app.state.UnitFlag = unit_flag; });
+    test.app.windows.Run([&, flag = unit_flag] { test.app.state.UnitFlag = flag; });
     EXPECT_EQ(calc().OUTER_DIAMETERText.Text(), diameter);
   }
   EXPECT_EQ(calc().LINING_THICKNESSText.Text(), "");

@@ -34,7 +34,7 @@ Spoil CutTo(std::size_t size) {
   return [size](MeddledFiles&, std::string& file) { file.resize(size); };
 }
 
-Spoil Fails(int module, FileError error) {
+Spoil Fails(int module, const FileError& error) {
   return [=](MeddledFiles& files, std::string&) { files.FailPath(PathOfModule(module), error); };
 }
 
