@@ -7,6 +7,7 @@
 
 #include "desktop/qt_text.h"
 #include "resources/string_table.h"
+#include "resources/text_ids_guard.h"
 #include "resources/text_ids_origin.h"
 #include "tour/tour.h"
 
@@ -72,16 +73,20 @@ void Outdate(Tour& tour) {
   tour.Picture("MDIForm1", "origin_outdated");
 }
 
-void FromFile(Tour& tour) {
-  Hands& hands = tour.Operator();
+void OpenFile(Tour& tour, const QString& name, const char* content) {
   const QTemporaryDir folder;
-  QFile file(folder.filePath("pump.ini"));
+  QFile file(folder.filePath(name));
   if (!file.open(QIODevice::WriteOnly)) throw Trouble("can't write the parameter file");
-  file.write(
-      "[RANGE]\nCHANNEL=0\nRANGE_TYPE_Data=1\nFULL_SCALE1_Data=25\nFULL_SCALE2_Data=5\nSPAN_Data=100\n");
+  file.write(content);
   file.close();
   tour.Boxes().LayFile(FromQt(file.fileName()));
-  hands.Menu("MDIForm1", "readparam");
+  tour.Operator().Menu("MDIForm1", "readparam");
+}
+
+void FromFile(Tour& tour) {
+  Hands& hands = tour.Operator();
+  OpenFile(tour, "pump.ini",
+           "[RANGE]\nCHANNEL=0\nRANGE_TYPE_Data=1\nFULL_SCALE1_Data=25\nFULL_SCALE2_Data=5\nSPAN_Data=100\n");
   OpenPage(tour, "Command2", kRange);
   tour.Expect("the file's value", hands.Text(kRange, "FULL_SCALE1Text"), "25");
   ExpectTold(tour, kRange, "FULL_SCALE1Text", FormatText(tour.Text(text::kOriginFile), {"pump.ini"}));
@@ -92,6 +97,25 @@ void FromFile(Tour& tour) {
   hands.Tick(kRange, "SPAN");
   hands.Type(kRange, "SPANText", "99");
   tour.Picture("MDIForm1", "origin_file");
+}
+
+// A value for the other unit system stays in its field, and the meter keeps its own.
+void KeptBack(Tour& tour) {
+  Hands& hands = tour.Operator();
+  OpenFile(tour, "pipe.ini",
+           "[PROCESS SETTING]\nCHANNEL=0\nOUTER_DIAMETER_Data=4.5\nOUTER_DIAMETER_Unit=[inch]\n"
+           "[SYSTEMDISP]\nUNIT_FLAG=1\n");
+  OpenPage(tour, "Command1", kProcess);
+  hands.Tick(kProcess, "OUTER_DIAMETER");
+  hands.Click(kProcess, "SetParameter");
+  tour.ExpectSoon("the refusal", [&] {
+    return hands.Panel("MDIForm1", "StatusBar1", 1).find(Head(tour, text::kNothingSet)) != std::string::npos;
+  });
+  tour.Expect("the value", hands.Text(kProcess, "OUTER_DIAMETERText"), "4.5");
+  ExpectTold(tour, kProcess, "OUTER_DIAMETERText", "[inch]");
+  tour.Picture("MDIForm1", "origin_kept_back");
+  hands.Tick(kProcess, "OUTER_DIAMETER", false);
+  OpenPage(tour, "Command2", kRange);
 }
 
 void Dark(Tour& tour) {
@@ -110,6 +134,7 @@ constexpr Step kSteps[] = {
     {"a typed value is marked until it is set", Type},
     {"another output outdates what was read", Outdate},
     {"a file is told as the origin", FromFile},
+    {"a value for another unit system is kept back", KeptBack},
     {"marks on a dark desk", Dark},
 };
 
