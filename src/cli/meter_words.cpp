@@ -9,7 +9,6 @@
 #include "cli/on_line.h"
 #include "cli/trouble.h"
 #include "cli/words_of_states.h"
-#include "compare/conversion.h"
 #include "link/store.h"
 #include "meter/facts.h"
 #include "meter/proven_write.h"
@@ -46,10 +45,6 @@ std::vector<std::string> PlaceNames(const Parameter& row) {
     if (!name.empty() && PlaceIndexOf(row, name) == index) names.push_back(name);
   }
   return names;
-}
-
-bool IsSetByWord(const Parameter& row) {
-  return row.write != WriteWith::kNothing && SendRuleOf(row) != SendRule::kNever;
 }
 
 // "1" and "ch1" are CH1.
@@ -156,7 +151,7 @@ void MeterWords::Set(const Arguments& arguments) {
   if (row.write == WriteWith::kNothing)
     Fail(text::kNameAndReason, {row.name, app_.Text(text::kMeterComputes)});
   // What a page asks before it does it is not done by a word.
-  if (!IsSetByWord(row)) Fail(text::kNotByWord, {row.name});
+  if (row.Sending() == SendRule::kNever) Fail(text::kNotByWord, {row.name});
   const OnLine line(app_, lock_holder_);
   const SingleRead read = ReadPlaces(row, index);
   if (read.rows.size() > 1) {
@@ -202,7 +197,7 @@ void MeterWords::Names(const Arguments& arguments) {
       if (!fits) continue;
       found = true;
       EventFields fields{"parameter", std::string(row.name), Listed(PlaceNames(row), ","), title,
-                         IsSetByWord(row) ? "yes" : "no"};
+                         row.Sending() == SendRule::kNever ? "no" : "yes"};
       for (const std::string& entry : CodeWords(row, app_.state)) fields.push_back(entry);
       desk_.tell(fields);
     }

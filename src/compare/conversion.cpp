@@ -10,8 +10,6 @@
 
 #include "meter/details_table.h"
 #include "meter/display_table.h"
-#include "meter/heat_table.h"
-#include "meter/maintenance_table.h"
 #include "meter/range_table.h"
 #include "meter/status_table.h"
 #include "meter/system_table.h"
@@ -36,35 +34,9 @@ constexpr int kSecondOutput = 1;
 constexpr int kComputedChannel = 2;
 constexpr int kFlowKind = 1;
 
-// --- rows that are never sent with others
-// --------------------------------------------------------------------
-
-struct Never {
-  const Parameter* row;
-  int reason;  // text id
-};
-constexpr Never kNever[] = {
-    {&SystemRow("specification"), text::kClearsMemory},
-    {&MaintenanceRow("ao_check"), text::kStartsTest},
-    {&MaintenanceRow("pulse_check"), text::kStartsTest},
-    {&MaintenanceRow("do_check"), text::kStartsTest},
-    {&MaintenanceRow("frequency_check"), text::kStartsTest},
-    {&MaintenanceRow("test_mode"), text::kStartsTest},
-    {&MaintenanceRow("test_input"), text::kStartsTest},
-    {&MaintenanceRow("tracking_time"), text::kStartsTest},
-};
-constexpr const Parameter* kByHand[] = {
-    &SystemRow("id_number"), &MaintenanceRow("ao1_adjustment_4ma"), &MaintenanceRow("ao1_adjustment_20ma"),
-    &MaintenanceRow("ao2_adjustment_4ma"), &MaintenanceRow("ao2_adjustment_20ma")};
-
-constexpr const Parameter* kMake[] = {&SystemRow("type"), &SystemRow("version")};
-
 // The text id of why a row is never sent, or 0.
 int NeverReason(const Parameter& row) {
-  if (row.write == WriteWith::kNothing) return text::kMeterComputes;
-  const auto at = std::find_if(std::begin(kNever), std::end(kNever),
-                               [&](const Never& never) { return never.row == &row; });
-  return at == std::end(kNever) ? 0 : at->reason;
+  return row.write == WriteWith::kNothing ? text::kMeterComputes : row.never_sent;
 }
 
 // --- units
@@ -136,18 +108,13 @@ std::optional<double> Either(std::optional<double> first, std::optional<double> 
   return first ? first : second;
 }
 
-// Differences of temperatures have no zero of their own.
-bool IsDifference(const Parameter& row) {
-  return &row == &HeatRow("hysteresis") || &row == &HeatRow("supply_zero") || &row == &HeatRow("return_zero");
-}
-
 std::optional<Scale> TemperatureScale(const Parameter& row, std::string_view unit, int lang_offset) {
   static constexpr Scale kScales[] = {{1, 0}, {1, -273.15}, {5.0 / 9, -160.0 / 9}};  // degC, K, F
   const std::vector<std::string> names = BuildTempUnitNames(lang_offset);
   const auto at = std::find(names.begin(), names.end(), unit);
   const auto index = static_cast<std::size_t>(at - names.begin());
   if (at == names.end() || index >= std::size(kScales)) return std::nullopt;
-  return IsDifference(row) ? Scale{kScales[index].factor, 0} : kScales[index];
+  return row.is_difference ? Scale{kScales[index].factor, 0} : kScales[index];
 }
 
 std::optional<double> Factor(UnitKind kind, std::string_view unit, int lang_offset) {
@@ -333,17 +300,6 @@ class Converter {
 };
 
 }  // namespace
-
-SendRule SendRuleOf(const Parameter& row) {
-  if (NeverReason(row) != 0) return SendRule::kNever;
-  const bool by_hand = std::find(std::begin(kByHand), std::end(kByHand), &row) != std::end(kByHand);
-  return by_hand ? SendRule::kByHand : SendRule::kOrdinary;
-}
-
-bool BelongsToOneMeter(const Parameter& row) {
-  return SendRuleOf(row) == SendRule::kByHand ||
-         std::find(std::begin(kMake), std::end(kMake), &row) != std::end(kMake);
-}
 
 Conversion ConvertFor(const SideCell& cell, const SharedState& from, const SharedState& to,
                       int output_channel) {

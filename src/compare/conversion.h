@@ -10,18 +10,6 @@
 
 namespace vlt {
 
-// What stands against sending a row, whatever its value.
-enum class SendRule : std::uint8_t {
-  kOrdinary,
-  kByHand,  // belongs to one meter alone (its ID number, the adjustment of its outputs): sent when it is
-            // chosen for itself, left out when all that differs is chosen, unless the meter is the same
-  kNever,   // the meter computes it, or it would clear its memory or totals, or put it into its test state
-};
-SendRule SendRuleOf(const Parameter& row);
-// What a meter has of its own, so that another one differs in it however it is set: rows that are sent by
-// hand alone, and what it tells of its make.
-bool BelongsToOneMeter(const Parameter& row);
-
 struct Conversion {
   // What is to be written into the meter; empty when the row is unfit.
   std::vector<std::uint8_t> raw;

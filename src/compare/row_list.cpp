@@ -70,7 +70,7 @@ RowList::Offer RowList::OfferOf(const ComparisonRow& row) const {
   const CompareSide& meter = comparison_.Right();
   const bool differs = row.state == RowState::kDifferent || row.state == RowState::kUnread;
   if (meter.kind != SideKind::kMeter || !differs || !row.left.Known()) return offer;
-  const SendRule rule = SendRuleOf(*row.place.row);
+  const SendRule rule = row.place.row->Sending();
   offer.can = rule != SendRule::kNever;
   const Conversion conversion =
       ConvertFor(row.left, comparison_.Left().facts, meter.facts, OutputChannel(meter, row.place));

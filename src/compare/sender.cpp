@@ -9,12 +9,8 @@
 #include "files/file_report.h"
 #include "link/device_queries.h"
 #include "link/identification.h"
-#include "meter/details_table.h"
-#include "meter/heat_table.h"
-#include "meter/range_table.h"
 #include "meter/status_table.h"
 #include "meter/system_table.h"
-#include "meter/total_table.h"
 #include "meter/value_text.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_compare.h"
@@ -26,22 +22,6 @@ namespace {
 // Units and modes come first: what the others mean hangs on them.
 constexpr std::string_view kGroupsAsWritten[] = {"system", "process", "heat",    "range",      "total",
                                                  "status", "display", "details", "maintenance"};
-
-// Rows that decide what other registers mean.
-constexpr const Parameter* kDeciding[] = {&SystemRow("unit"),
-                                          &SystemRow("operation_mode"),
-                                          &SystemRow("measurement_mode"),
-                                          &HeatRow("temperature_unit"),
-                                          &HeatRow("flow_unit"),
-                                          &HeatRow("total_unit"),
-                                          &RangeRow("kind"),
-                                          &RangeRow("unit"),
-                                          &TotalRow("unit"),
-                                          &StatusRow("channel")};
-
-bool Decides(const Parameter& row) {
-  return std::find(std::begin(kDeciding), std::end(kDeciding), &row) != std::end(kDeciding);
-}
 
 auto WritingKey(const ParameterPlace& place) {
   const ParameterGroup& group = GroupOf(*place.row);
@@ -181,7 +161,7 @@ class Sending {
   SentRow Write(const ParameterPlace& place, const Conversion& conversion) {
     const SharedState facts = now_.facts;
     const ProvenWrite proven = WriteProven(app_, place, conversion.raw, facts);
-    if (Decides(*place.row) && proven.end != WriteEnd::kNotSent) Learn(place, proven.came_back);
+    if (place.row->decides && proven.end != WriteEnd::kNotSent) Learn(place, proven.came_back);
     LearnIdentity(place, proven);
     SentRow row = Unsent(place, proven.reason);
     row.end = proven.end;
@@ -240,7 +220,7 @@ class Sending {
 std::vector<ParameterPlace> DifferentPlaces(const Comparison& comparison, bool same_meter) {
   std::vector<ParameterPlace> places;
   for (const ComparisonRow& row : comparison.Rows()) {
-    const SendRule rule = SendRuleOf(*row.place.row);
+    const SendRule rule = row.place.row->Sending();
     const bool may = rule == SendRule::kOrdinary || (rule == SendRule::kByHand && same_meter);
     if (row.state == RowState::kDifferent && may) places.push_back(row.place);
   }
@@ -279,7 +259,7 @@ void TellDifferent(const Comparison& comparison, const Snapshot& now, RestoreRep
   const bool same_meter = SameMeter(comparison.Left().identity, comparison.Right().identity);
   for (const ComparisonRow& row : comparison.Rows()) {
     if (row.state == RowState::kEqual) continue;
-    const bool own = row.state == RowState::kDifferent && BelongsToOneMeter(*row.place.row);
+    const bool own = row.state == RowState::kDifferent && row.place.row->one_meter;
     if (own && !same_meter) {
       report.kept.push_back(KeptRow(row, now.facts.LangOffset));
     } else {

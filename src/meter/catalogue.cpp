@@ -2,7 +2,6 @@
 #include "meter/catalogue.h"
 
 #include <algorithm>
-#include <array>
 #include <tuple>
 
 #include "meter/details_table.h"
@@ -15,7 +14,6 @@
 #include "meter/system_table.h"
 #include "meter/total_table.h"
 #include "resources/string_table.h"
-#include "resources/text_ids_compare.h"
 
 namespace vlt {
 namespace {
@@ -118,57 +116,6 @@ constexpr ParameterGroup kGroups[] = {
 // --- names
 // ---------------------------------------------------------------------------------------------------
 
-constexpr int kSupply = 539;
-constexpr int kReturn = 544;
-constexpr int kCooling = 532;
-constexpr int kHeating = 533;
-constexpr int kHigh = 2460;
-constexpr int kLow = 2470;
-constexpr int kDisplay1 = 2100;
-constexpr int kDisplay2 = 2110;
-constexpr int kAo1 = 501;
-constexpr int kAo2 = 502;
-constexpr int kAdjustment = 1910;
-constexpr int kTestMode = 850;
-
-// Rows whose caption alone says too little, or the same as another one's: text ids joined by blanks.
-struct Title {
-  const Parameter* row;
-  std::array<int, 3> parts;
-};
-constexpr Title kTitles[] = {
-    {&ProcessRow("sensor_spacing_2"), {1380, text::kSecondPath}},
-    {&HeatRow("heating_coefficient"), {kHeating, 537}},
-    {&HeatRow("cooling_coefficient"), {kCooling, 538}},
-    {&HeatRow("supply_temperature"), {kSupply, 543}},
-    {&HeatRow("supply_zero"), {kSupply, 562}},
-    {&HeatRow("supply_span"), {kSupply, 563}},
-    {&HeatRow("supply_damping"), {kSupply, 564}},
-    {&HeatRow("return_temperature"), {kReturn, 547}},
-    {&HeatRow("return_zero"), {kReturn, 565}},
-    {&HeatRow("return_span"), {kReturn, 566}},
-    {&HeatRow("return_damping"), {kReturn, 567}},
-    {&StatusRow("flow_switch_high"), {243, kHigh}},
-    {&StatusRow("flow_switch_low"), {243, kLow}},
-    {&StatusRow("thermal_switch_high"), {607, kHigh}},
-    {&StatusRow("thermal_switch_low"), {607, kLow}},
-    {&DisplayRow("channel_1"), {kDisplay1, 179}},
-    {&DisplayRow("item_1"), {kDisplay1, 4670}},
-    {&DisplayRow("decimal_point_1"), {kDisplay1, 2240}},
-    {&DisplayRow("channel_2"), {kDisplay2, 179}},
-    {&DisplayRow("item_2"), {kDisplay2, 4670}},
-    {&DisplayRow("decimal_point_2"), {kDisplay2, 2240}},
-    {&DisplayRow("lights_out_time"), {4961, 4962}},
-    {&SystemRow("type"), {text::kMeterType}},
-    {&MaintenanceRow("ao1_adjustment_4ma"), {kAo1, kAdjustment, text::kAt4mA}},
-    {&MaintenanceRow("ao1_adjustment_20ma"), {kAo1, kAdjustment, text::kAt20mA}},
-    {&MaintenanceRow("ao2_adjustment_4ma"), {kAo2, kAdjustment, text::kAt4mA}},
-    {&MaintenanceRow("ao2_adjustment_20ma"), {kAo2, kAdjustment, text::kAt20mA}},
-    {&MaintenanceRow("ao_check"), {text::kAoCheck}},
-    {&MaintenanceRow("test_input"), {kTestMode, 2040}},
-    {&MaintenanceRow("tracking_time"), {kTestMode, 860}},
-};
-
 // Joined by blanks; a caption's own blanks at its ends do not belong to a title.
 std::string Joined(std::span<const int> ids, int lang_offset) {
   std::string joined;
@@ -209,10 +156,6 @@ bool InCatalogueOrder(const ParameterPlace& a, const ParameterPlace& b) {
   return std::tie(group_a, a.index, a.row) < std::tie(group_b, b.index, b.row);
 }
 
-bool IsSetting(const Parameter& row) {
-  return &row != &MaintenanceRow("supply_input") && &row != &MaintenanceRow("return_input");
-}
-
 bool HasPlace(const ParameterPlace& place, const SharedState& facts) {
   if (ExistsIn(*place.row, facts, place.index)) return true;
   const bool heat_unit = place.row == &HeatRow("temperature_unit") || place.row == &HeatRow("flow_unit") ||
@@ -225,21 +168,11 @@ std::vector<ParameterPlace> PlacesOf(const SharedState& facts) {
   for (const ParameterGroup& group : kGroups) {
     for (int index = 0; index < kMostPlaces; ++index) {
       for (const Parameter& row : group.rows) {
-        if (IsSetting(row) && HasPlace({&row, index}, facts)) places.push_back({&row, index});
+        if (!row.measured && HasPlace({&row, index}, facts)) places.push_back({&row, index});
       }
     }
   }
   return places;
-}
-
-bool IsOutput(const Parameter& row) {
-  return row.location == Location::kOutput || row.location == Location::kThermalOutput ||
-         row.location == Location::kOutputRow;
-}
-
-std::string PlaceName(const Parameter& row, int index) {
-  if (row.location == Location::kMeter) return {};
-  return (IsOutput(row) ? "DO" : "CH") + std::to_string(index + 1);
 }
 
 int PlaceIndexOf(const Parameter& row, std::string_view name) {
@@ -255,10 +188,7 @@ std::string GroupTitle(const ParameterGroup& group, int lang_offset) {
 }
 
 std::string RowTitle(const Parameter& row, int lang_offset) {
-  for (const Title& title : kTitles) {
-    if (title.row == &row) return Joined(title.parts, lang_offset);
-  }
-  return Joined({&row.caption, 1}, lang_offset);
+  return row.title[0] != 0 ? Joined(row.title, lang_offset) : Joined({&row.caption, 1}, lang_offset);
 }
 
 std::string PlaceTitle(const ParameterPlace& place, int lang_offset) {

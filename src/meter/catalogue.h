@@ -54,14 +54,8 @@ bool HasPlace(const ParameterPlace& place, const SharedState& facts);
 // Every parameter that a meter of this shape has, in catalogue order. What the meter measures is none of
 // them: the two temperature inputs of the maintenance page change with every read.
 std::vector<ParameterPlace> PlacesOf(const SharedState& facts);
-// False for what the meter measures.
-bool IsSetting(const Parameter& row);
 
-// Its places are digital outputs.
-bool IsOutput(const Parameter& row);
-
-// "CH1", "DO2", or nothing for what a meter has once. The same in every language.
-std::string PlaceName(const Parameter& row, int index);
+inline std::string PlaceName(const Parameter& row, int index) { return PlaceName(row.location, index); }
 // The index of such a name among the places of a row, an empty name for the first of them; -1 for none.
 int PlaceIndexOf(const Parameter& row, std::string_view name);
 // "PROCESS SETTING", as the page is called.

@@ -25,15 +25,16 @@ struct Layout {
   int count;
   int single_count;  // in a single-channel meter
   std::array<int, 4> offsets;
+  bool outputs = false;
 };
 constexpr Layout kLayouts[] = {
     {Location::kMeter, 1, 1, {0}},
     {Location::kPipe, 2, 1, {0, 0x1388}},
     {Location::kChannel, 3, 1, {0, 0x1388, 0x1B58}},
     {Location::kPath, 2, 1, {0, 0x1300}},
-    {Location::kOutput, 4, 2, {0, 0x20, 0x40, 0x0410 - 0x005A}},
-    {Location::kThermalOutput, 4, 2, {0, 0x1A, 0x34, 0x4E}},
-    {Location::kOutputRow, 4, 2, {0, 2, 4, 6}},
+    {Location::kOutput, 4, 2, {0, 0x20, 0x40, 0x0410 - 0x005A}, true},
+    {Location::kThermalOutput, 4, 2, {0, 0x1A, 0x34, 0x4E}, true},
+    {Location::kOutputRow, 4, 2, {0, 2, 4, 6}, true},
 };
 
 const Layout& LayoutOf(Location location) { return kLayouts[static_cast<std::size_t>(location)]; }
@@ -109,6 +110,13 @@ RegisterSpan SpanOf(const Block& block, int index) {
   return {.function = block.function,
           .address = block.address + LocationOffset(block.location, index),
           .count = block.count};
+}
+
+bool IsOutput(Location location) { return LayoutOf(location).outputs; }
+
+std::string PlaceName(Location location, int index) {
+  if (location == Location::kMeter) return {};
+  return (IsOutput(location) ? "DO" : "CH") + std::to_string(index + 1);
 }
 
 int LocationCount(Location location, const SharedState& state) {

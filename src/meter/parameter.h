@@ -4,6 +4,7 @@
 // it from its row. The addresses come from the meter's register map.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -82,10 +83,20 @@ enum class Exists : std::uint8_t {
   kMeasuring,         // not for the computed channel
 };
 
+// What stands against sending a row together with others, whatever its value.
+enum class SendRule : std::uint8_t {
+  kOrdinary,
+  kByHand,  // belongs to one meter alone (its ID number, the adjustment of its outputs): sent when it is
+            // chosen for itself, left out when all that differs is chosen, unless the meter is the same
+  kNever,   // the meter computes it, or it would clear its memory or totals, or put it into its test state
+};
+
 struct Parameter {
   std::string_view name;  // group and name: "process.outer_diameter"
   int caption = 0;        // text id
-  int address = 0;        // of the first place; a byte address
+  // Text ids, joined by blanks, of a row whose caption alone says too little, or the same as another one's.
+  std::array<int, 3> title = {};
+  int address = 0;  // of the first place; a byte address
   Location location = Location::kMeter;
   ReadFunction function = ReadFunction::kHolding;
   WriteWith write = WriteWith::kSeveral;
@@ -95,11 +106,20 @@ struct Parameter {
   Decimals decimals = {};  // for Show::kDecimals
   int digits = 0;          // for Show::kDigits and kCoefficient
   MaxLength length = {};
-  int codes = 0;  // code table of a list whose entries are the codes in order, or 0
+  int codes = 0;                  // code table of the words of its codes, or 0
+  std::array<int, 2> words = {};  // of the codes 0 and 1, where they have no table: text ids
+  bool any_is_second = false;     // every code but 0 means what 1 means
   UnitKind unit = UnitKind::kNone;
+  bool is_difference = false;    // of temperatures: such have no zero of their own
   Slot slot = Slot::kNone;       // of the parameter file
   Slot unit_slot = Slot::kNone;  // of its unit caption
   Exists exists = Exists::kAlways;
+  // It differs from meter to meter however they are set: what a meter tells of its make, and what is sent by
+  // hand alone.
+  bool one_meter = false;
+  int never_sent = 0;     // text id of why it is never sent with others, or 0
+  bool decides = false;   // about what other registers mean
+  bool measured = false;  // changes by itself: no setting
 
   // Registers of 16 bits.
   constexpr int Words() const {
@@ -115,6 +135,11 @@ struct Parameter {
     }
   }
   constexpr bool IsCode() const { return show == Show::kCode; }
+  constexpr bool HasWords() const { return IsCode() && (codes != 0 || words[0] != 0); }
+  constexpr SendRule Sending() const {
+    if (write == WriteWith::kNothing || never_sent != 0) return SendRule::kNever;
+    return one_meter ? SendRule::kByHand : SendRule::kOrdinary;
+  }
 };
 
 // The row of a name without its group. In a constant expression a name that is not there does not compile.
@@ -140,6 +165,12 @@ int LocationOffset(Location location, int index);
 // The first register of a parameter, or of a block, for a channel or output.
 int AddressOf(const Parameter& parameter, int index);
 RegisterSpan SpanOf(const Block& block, int index);
+
+// Its places are digital outputs.
+bool IsOutput(Location location);
+inline bool IsOutput(const Parameter& parameter) { return IsOutput(parameter.location); }
+// "CH1", "DO2", or nothing for what a meter has once. The same in every language.
+std::string PlaceName(Location location, int index);
 
 // How many places of this kind a meter of this shape has registers for.
 int LocationCount(Location location, const SharedState& state);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "meter/parameter.h"
+#include "resources/text_ids_compare.h"
 
 namespace vlt {
 
@@ -125,6 +126,7 @@ inline constexpr Parameter kProcessTable[] = {
      .unit_slot = SlotOf("PROCESS SETTING", "SENSOR_SPACING_Unit")},
     {.name = "process.sensor_spacing_2",
      .caption = 1380,
+     .title = {1380, text::kSecondPath},
      .address = 0x0084,
      .location = Location::kPipe,
      .function = ReadFunction::kInput,

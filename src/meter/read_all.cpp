@@ -23,18 +23,6 @@ constexpr int kFourthOutput = 3;
 // Where process setting and sensor spacing of CH2 answer a second time: the read-out takes them from here.
 constexpr int kSecondProcess = 0x14D0;
 constexpr int kSecondSpacing = 0x1480;
-constexpr int kFirstChannelName = 182;  // text id; the other channels follow
-
-std::string PlaceName(const App& app, Location location, int index) {
-  switch (location) {
-    case Location::kMeter:
-      return {};
-    case Location::kOutput:
-      return " DO" + std::to_string(index + 1);
-    default:
-      return " " + app.Text(kFirstChannelName + index);
-  }
-}
 
 }  // namespace
 
@@ -88,7 +76,8 @@ void SettingsReader::Run(const Step& step) {
 void SettingsReader::Announce(const Step& step, int index) {
   const int count = std::accumulate(std::begin(kSteps), std::end(kSteps), 0,
                                     [this](int sum, const Step& each) { return sum + PlacesOf(each); });
-  part_ = app_.Text(step.title) + PlaceName(app_, step.location, index);
+  const std::string place = PlaceName(step.location, index);
+  part_ = app_.Text(step.title) + (place.empty() ? "" : " ") + place;
   listener_.began(++number_, count, part_);
 }
 

@@ -58,7 +58,7 @@ constexpr ReportRow kHeatRows[] = {
 };
 
 constexpr ReportRow kRangeRows[] = {
-    {.parameters = {&RangeRow("kind")}, .choice = {2180, 2220}},
+    {.parameters = {&RangeRow("kind")}},
     {.parameters = {&RangeRow("unit")}},
     {.parameters = {&RangeRow("type")}},
     {.parameters = {&RangeRow("full_scale_1")}},
@@ -94,11 +94,11 @@ constexpr ReportRow kStatusRows[] = {
     {.parameters = {&StatusRow("channel")}, .literal = "CH"},
     {.parameters = {&StatusRow("function")}, .output_name = true},
     {.parameters = {&StatusRow("alarm")}},
-    {.parameters = {&StatusRow("flow_switch")}, .choice = {2460, 2470}, .any_code_is_second = true},
+    {.parameters = {&StatusRow("flow_switch")}},
     {.parameters = {&StatusRow("flow_switch_high")}, .label = {2460}},
     {.parameters = {&StatusRow("flow_switch_low")}, .label = {2470}},
     {.parameters = {&StatusRow("total_switch")}},
-    {.parameters = {&StatusRow("thermal_switch")}, .choice = {621, 622}, .any_code_is_second = true},
+    {.parameters = {&StatusRow("thermal_switch")}},
     {.parameters = {&StatusRow("thermal_switch_high")}, .label = {621}},
     {.parameters = {&StatusRow("thermal_switch_low")}, .label = {622}},
     {.parameters = {&StatusRow("thermal_total_switch")}},
@@ -112,7 +112,7 @@ constexpr ReportRow kDisplayRows[] = {
     {.parameters = {&DisplayRow("channel_2")}, .label = {2110, 179}},
     {.parameters = {&DisplayRow("item_2")}, .label = {2110, 4670}},
     {.parameters = {&DisplayRow("decimal_point_2")}, .label = {2110, 2240}},
-    {.parameters = {&DisplayRow("backlight")}, .choice = {text::kOn, 2340}},
+    {.parameters = {&DisplayRow("backlight")}},
     {.parameters = {&DisplayRow("lights_out_time")}, .label = {4961, 4962, 4963}, .unit_in_label = true},
 };
 
@@ -129,9 +129,6 @@ constexpr ReportRow kSystemRows[] = {
     {.parameters = {&SystemRow("ao2_source")}},
 };
 
-// A control word that is not 0 means "manual".
-constexpr std::array<int, 2> kControl = {550, 1050};
-
 constexpr ReportRow kDetailsRows[] = {
     {.parameters = {&DetailsRow("send_pattern")}},
     {.parameters = {&DetailsRow("send_count")}},
@@ -139,17 +136,10 @@ constexpr ReportRow kDetailsRows[] = {
     {.parameters = {&DetailsRow("saturation")}},
     {.parameters = {&DetailsRow("signal_balance")}},
     {.parameters = {&DetailsRow("signal_peak")}},
-    {.parameters = {&DetailsRow("trigger_control"), &DetailsRow("trigger_level")},
-     .label = {870},
-     .choice = kControl,
-     .any_code_is_second = true},
+    {.parameters = {&DetailsRow("trigger_control"), &DetailsRow("trigger_level")}, .label = {870}},
     {.parameters = {&DetailsRow("window_control"), &DetailsRow("open_time_up"),
-                    &DetailsRow("open_time_down")},
-     .choice = kControl,
-     .any_code_is_second = true},
-    {.parameters = {&DetailsRow("gain_control"), &DetailsRow("gain_up"), &DetailsRow("gain_down")},
-     .choice = kControl,
-     .any_code_is_second = true},
+                    &DetailsRow("open_time_down")}},
+    {.parameters = {&DetailsRow("gain_control"), &DetailsRow("gain_up"), &DetailsRow("gain_down")}},
     {.parameters = {&DetailsRow("send_wait_time")}},
 };
 

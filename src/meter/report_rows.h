@@ -26,9 +26,6 @@ struct ReportRow {
   int words = 0;                     // text id of what follows the label without a blank
   bool words_in_both_forms = false;  // or only in the report of all channels
   bool output_name = false;          // the name of the output ("DO1") stands before the label
-  // The two words of a code that has no table.
-  std::array<int, 2> choice = {};
-  bool any_code_is_second = false;  // every code but 0 has the second word
   Sign sign = Sign::kNone;
   int unit_text = 0;  // text id of the unit, where it is another than the parameter's
   bool unit_in_label = false;

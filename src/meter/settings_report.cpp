@@ -9,6 +9,7 @@
 #include "meter/report_rows.h"
 #include "meter/status_table.h"
 #include "meter/units.h"
+#include "meter/value_text.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_pages.h"
 #include "values/hex_digits.h"
@@ -18,7 +19,6 @@ namespace {
 
 constexpr int kTitle = 1700;
 constexpr int kFirstChannelName = 182;  // text id; the other channels follow
-constexpr int kTotalUnits = 11;         // code table
 constexpr const char* kDate = "DATE:";
 // Records of digital outputs that the report of one channel has.
 constexpr int kOneChannelOutputs = 2;
@@ -85,7 +85,7 @@ class ReportWriter {
     if (section.places != Location::kMeter && !(outputs && IsOneChannel())) {
       if (section.subheading == 0) cells.front() += " ";
       for (const int place : Columns(section)) {
-        cells.push_back(outputs ? OutputName(place) : Word(kFirstChannelName + place));
+        cells.push_back(outputs ? PlaceName(Location::kOutput, place) : Word(kFirstChannelName + place));
       }
     }
     Line(cells);
@@ -106,22 +106,20 @@ class ReportWriter {
     }
   }
 
-  static std::string OutputName(int output) { return "DO" + std::to_string(output + 1); }
-
   std::string Label(const ReportRow& row, int place) const {
     std::string label = row.literal != nullptr ? row.literal : "";
     for (const int id : row.label) {
       if (id != 0) label += (label.empty() ? "" : " ") + Word(id);
     }
     if (label.empty()) label = Word(row.parameters[0]->caption);
-    if (row.output_name) label = OutputName(place) + " " + label;
+    if (row.output_name) label = PlaceName(Location::kOutput, place) + " " + label;
     if (row.words != 0 && (row.words_in_both_forms || !IsOneChannel())) label += Word(row.words);
     return label + row.behind;
   }
 
   // Empty for what the meter does not have there, or what could not be read.
   std::string Value(const ReportRow& row, int place) const {
-    std::string value = FirstValue(row, place);
+    std::string value = ValueOf(*row.parameters[0], place);
     if (value.empty()) return value;
     const char* between = " ";
     for (const Parameter* parameter : row.parameters) {
@@ -132,26 +130,9 @@ class ReportWriter {
     return (row.sign == Sign::kApostrophe ? "'" : "") + value;
   }
 
-  std::string FirstValue(const ReportRow& row, int place) const {
-    const Parameter& parameter = *row.parameters[0];
-    if (row.choice[0] == 0) return ValueOf(parameter, place);
-    const auto bytes = BytesOf(parameter, place);
-    if (bytes.empty()) return {};
-    const int code = CodeAt(parameter, bytes, 0);
-    if (code == 0) return Word(row.choice[0]);
-    return code == 1 || row.any_code_is_second ? Word(row.choice[1]) : std::string();
-  }
-
   std::string ValueOf(const Parameter& parameter, int place) const {
     const auto bytes = BytesOf(parameter, place);
-    if (bytes.empty()) return {};
-    if (!parameter.IsCode()) return ShowValue(parameter, Facts(), bytes, 0);
-    int code = CodeAt(parameter, bytes, 0);
-    if (parameter.codes == 0) return std::to_string(code);
-    if (parameter.codes == kTotalUnits) code = TotalUnitOf(Facts().UnitFlag, code);
-    const SharedState& facts = Facts();
-    return CodeToText({facts.LangOffset, facts.UnitFlag, facts.ModelCode, facts.OperationMode},
-                      parameter.codes, code);
+    return bytes.empty() ? std::string() : CellText(parameter, Facts(), bytes);
   }
 
   // A parameter that a meter has once stands in the first column.
@@ -171,8 +152,7 @@ class ReportWriter {
   std::string Unit(const ReportRow& row, int place) const {
     if (row.unit_text != 0) return WithoutBrackets(Word(row.unit_text));
     const Parameter& bearer = UnitBearer(row);
-    const bool output = bearer.location == Location::kOutput || bearer.location == Location::kThermalOutput;
-    return UnitText(Facts(), bearer.unit, output ? ChannelOf(place) : place);
+    return UnitText(Facts(), bearer.unit, IsOutput(bearer) ? ChannelOf(place) : place);
   }
 
   // The channel that a digital output follows.

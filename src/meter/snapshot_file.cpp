@@ -204,7 +204,7 @@ class SnapshotParser {
     const auto bad = [&](int reason) { Remark(Kind::kBadLine, number, line, Word(reason)); };
     if (fields.size() != kFields || fields[0].find('.') == std::string_view::npos) return bad(text::kBadLine);
     const Parameter* row = FindParameter(fields[0]);
-    if (row == nullptr || !IsSetting(*row)) {
+    if (row == nullptr || row->measured) {
       return Remark(Kind::kUnknownName, number, line, Word(text::kUnknownParameter));
     }
     const ParameterPlace place{row, PlaceIndexOf(*row, fields[1])};

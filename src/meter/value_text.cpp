@@ -2,13 +2,7 @@
 #include "meter/value_text.h"
 
 #include <algorithm>
-#include <array>
 
-#include "meter/details_table.h"
-#include "meter/display_table.h"
-#include "meter/maintenance_table.h"
-#include "meter/range_table.h"
-#include "meter/status_table.h"
 #include "meter/total_table.h"
 #include "meter/units.h"
 #include "resources/string_table.h"
@@ -24,39 +18,30 @@ namespace {
 
 constexpr int kEnglishOffset = 5000;
 
-// The words of two codes that have no table: text ids.
-struct TwoWords {
-  const Parameter* row;
-  std::array<int, 2> words;
-};
-constexpr TwoWords kTwoWords[] = {
-    {&RangeRow("kind"), {2180, 2220}},
-    {&StatusRow("flow_switch"), {2460, 2470}},
-    {&StatusRow("thermal_switch"), {621, 622}},
-    {&DisplayRow("backlight"), {text::kOn, 2340}},
-    {&MaintenanceRow("do_check"), {text::kSwitchedOn, text::kSwitchedOff}},
-    {&MaintenanceRow("test_mode"), {text::kSwitchedOff, text::kSwitchedOn}},
-};
-
-// Codes of which every one but 0 means the second word.
-constexpr const Parameter* kAnyIsSecond[] = {&StatusRow("flow_switch"), &StatusRow("thermal_switch"),
-                                             &DetailsRow("trigger_control"), &DetailsRow("window_control"),
-                                             &DetailsRow("gain_control")};
-
-bool AnyIsSecond(const Parameter& row) {
-  return std::find(std::begin(kAnyIsSecond), std::end(kAnyIsSecond), &row) != std::end(kAnyIsSecond);
-}
-
 std::string InParentheses(int code) { return "(" + std::to_string(code) + ")"; }
 
-std::string CodeText(const Parameter& row, const SharedState& facts, int code) {
-  const std::vector<std::string> words = CodeWords(row, facts);
-  if (words.empty()) return std::to_string(code);
-  if (AnyIsSecond(row) && code != 0 && code != 1) return words[1] + " " + InParentheses(code);
+// As a spreadsheet takes them: those that begin with the sign of a total behind an apostrophe.
+std::vector<std::string> CellWords(const Parameter& row, const SharedState& facts) {
+  if (row.words[0] == 0) {
+    return CodeTexts({facts.LangOffset, facts.UnitFlag, facts.ModelCode, facts.OperationMode}, row.codes);
+  }
+  return {LookupText(row.words[0] + facts.LangOffset), LookupText(row.words[1] + facts.LangOffset)};
+}
+
+// Of the words of a row; empty for a code without one.
+std::string WordOf(const Parameter& row, const SharedState& facts, int code,
+                   const std::vector<std::string>& words) {
+  if (row.any_is_second && code != 0) code = 1;
   if (&row == &TotalRow("unit")) code = TotalUnitOf(facts.UnitFlag, code);
   const bool known = code >= 0 && code < static_cast<int>(words.size());
-  if (!known || words[static_cast<std::size_t>(code)].empty()) return InParentheses(code);
-  return words[static_cast<std::size_t>(code)];
+  return known ? words[static_cast<std::size_t>(code)] : std::string();
+}
+
+std::string CodeText(const Parameter& row, const SharedState& facts, int code) {
+  if (!row.HasWords()) return std::to_string(code);
+  const std::string word = CodeWord(row, facts, code);
+  if (word.empty()) return InParentheses(code);
+  return row.any_is_second && code != 0 && code != 1 ? word + " " + InParentheses(code) : word;
 }
 
 static_assert(static_cast<int>(ValueFault::kOutOfRange) == static_cast<int>(TextFault::kOutOfRange));
@@ -115,21 +100,24 @@ EncodedValue EncodeCharacters(const Parameter& row, std::string_view text) {
 }  // namespace
 
 std::vector<std::string> CodeWords(const Parameter& row, const SharedState& facts) {
-  if (!row.IsCode()) return {};
-  for (const TwoWords& two : kTwoWords) {
-    if (two.row != &row) continue;
-    return {LookupText(two.words[0] + facts.LangOffset), LookupText(two.words[1] + facts.LangOffset)};
-  }
-  std::vector<std::string> words =
-      CodeTexts({facts.LangOffset, facts.UnitFlag, facts.ModelCode, facts.OperationMode}, row.codes);
+  std::vector<std::string> words = CellWords(row, facts);
   for (std::string& word : words) {
     if (word.starts_with('\'')) word.erase(0, 1);
   }
   return words;
 }
 
+std::string CodeWord(const Parameter& row, const SharedState& facts, int code) {
+  return WordOf(row, facts, code, CodeWords(row, facts));
+}
+
 std::string ValueText(const Parameter& row, const SharedState& facts, std::span<const std::uint8_t> bytes) {
   return row.IsCode() ? CodeText(row, facts, CodeAt(row, bytes, 0)) : ShowValue(row, facts, bytes, 0);
+}
+
+std::string CellText(const Parameter& row, const SharedState& facts, std::span<const std::uint8_t> bytes) {
+  if (!row.HasWords()) return ValueText(row, facts, bytes);
+  return WordOf(row, facts, CodeAt(row, bytes, 0), CellWords(row, facts));
 }
 
 std::string UnitTextAt(const ParameterPlace& place, const SharedState& facts, int channel_of_output) {

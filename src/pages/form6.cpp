@@ -10,6 +10,7 @@
 #include "link/modbus.h"
 #include "meter/settings_report.h"
 #include "meter/system_table.h"
+#include "meter/value_text.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_pages.h"
@@ -287,7 +288,7 @@ void Form6::UnitWasRead(int unit_flag) {
 
 void Form6::LanguageWasRead(int language) {
   app().state.SystemLangFlag = language;
-  const std::string name = CodeToText(app().Codes(), SystemRow("language").codes, language);
+  const std::string name = CodeWord(SystemRow("language"), app().state, language);
   if (!name.empty() && app().frame != nullptr) app().frame->Status().SetPanel(kLanguagePanel, name);
 }
 
@@ -330,9 +331,8 @@ std::string Form6::WhyNotOffered(const Field& field) {
   if (!source || !field.Ticked() || field.Selected() < 0) return {};
   const auto mode = ModeOfSet();
   if (!mode || IndexIn(kSourcesByMode[*mode], field.CodeOf(field.Selected())) >= 0) return {};
-  return FormatText(
-      app().Text(text::kSourceNotOffered),
-      {field.ShownText(), CodeToText(app().Codes(), SystemRow("measurement_mode").codes, *mode)});
+  return FormatText(app().Text(text::kSourceNotOffered),
+                    {field.ShownText(), CodeWord(SystemRow("measurement_mode"), app().state, *mode)});
 }
 
 // Each of them is a field that was not set, told before the first frame.

@@ -19,11 +19,6 @@ constexpr const char* kShowUnitInForce = "0";  // as a kept unit caption
 constexpr int kFirstChannelName = 182;         // text ids
 constexpr int kOutputName = 247;
 
-bool IsOfOutput(Location location) {
-  return location == Location::kOutput || location == Location::kThermalOutput ||
-         location == Location::kOutputRow;
-}
-
 int OutdatedText(PlaceChange change, Location location) {
   constexpr int kTexts[] = {0,
                             text::kOutdatedMeter,
@@ -32,7 +27,7 @@ int OutdatedText(PlaceChange change, Location location) {
                             text::kOutdatedChannel,
                             text::kOutdatedUnitSystem,
                             text::kOutdatedUnit};
-  if (change == PlaceChange::kIndex && IsOfOutput(location)) return text::kOutdatedOutput;
+  if (change == PlaceChange::kIndex && IsOutput(location)) return text::kOutdatedOutput;
   return kTexts[static_cast<std::size_t>(change)];
 }
 
@@ -288,7 +283,7 @@ std::string FieldOrigins::PlaceText(const Field& field, const ValuePlace& place)
   if (place.meter.station != 0) told += "-" + ZeroPadded(place.meter.station, 2);
   const Location location = field.parameter->location;
   if (location == Location::kMeter) return told;
-  if (!IsOfOutput(location)) return told + " " + app_.Text(kFirstChannelName + place.index);
+  if (!IsOutput(location)) return told + " " + app_.Text(kFirstChannelName + place.index);
   return told + " " + app_.Text(kOutputName) + std::to_string(place.index + 1);
 }
 

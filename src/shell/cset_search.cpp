@@ -5,6 +5,7 @@
 
 #include "link/operation.h"
 #include "meter/system_table.h"
+#include "meter/value_text.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "state/form_lock.h"
@@ -27,7 +28,7 @@ constexpr std::array<Column, kFoundTexts> kColumns = {
 
 // A code that has no text is told as a number.
 std::string NameOf(const App& app, const Parameter& row, int code) {
-  const std::string name = CodeToText(app.Codes(), row.codes, code);
+  const std::string name = CodeWord(row, app.state, code);
   return name.empty() ? std::to_string(code) : name;
 }
 

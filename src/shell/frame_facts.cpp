@@ -8,6 +8,7 @@
 #include "link/port.h"
 #include "meter/system_table.h"
 #include "meter/units.h"
+#include "meter/value_text.h"
 #include "platform/port_settings.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
@@ -146,18 +147,18 @@ std::string FrameFacts::SpecificationText() const {
 
 std::string FrameFacts::PathText() const {
   if (!app_.state.PathModeKnown) return {};
-  return CodeToText(app_.Codes(), SystemRow("measurement_mode").codes, app_.state.PathMode);
+  return CodeWord(SystemRow("measurement_mode"), app_.state, app_.state.PathMode);
 }
 
 std::string FrameFacts::UnitText() const {
   const int system = app_.state.UnitFlag != 0 ? 1 : 0;
-  return CodeToText(app_.Codes(), SystemRow("unit").codes, system) + ", " +
+  return CodeWord(SystemRow("unit"), app_.state, system) + ", " +
          vlt::UnitText(app_.state, UnitKind::kFlow, 0) + ", " +
          vlt::UnitText(app_.state, UnitKind::kTotal, 0);
 }
 
 std::string FrameFacts::LanguageText() const {
-  return CodeToText(app_.Codes(), SystemRow("language").codes, app_.state.SystemLangFlag);
+  return CodeWord(SystemRow("language"), app_.state, app_.state.SystemLangFlag);
 }
 
 void FrameFacts::cmdLink_Click() {

@@ -5,6 +5,7 @@
 
 #include "link/device_queries.h"
 #include "meter/system_table.h"
+#include "meter/value_text.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_line.h"
@@ -160,7 +161,7 @@ void MDIForm1::ShowTestState() {
 }
 
 void MDIForm1::ShowMeterLanguage() {
-  const std::string name = CodeToText(app_.Codes(), SystemRow("language").codes, app_.state.SystemLangFlag);
+  const std::string name = CodeWord(SystemRow("language"), app_.state, app_.state.SystemLangFlag);
   if (!name.empty()) StatusBar1.SetPanel(2, name);
 }
 

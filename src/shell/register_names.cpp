@@ -10,6 +10,7 @@
 #include "meter/condition.h"
 #include "meter/maintenance_table.h"
 #include "meter/system_table.h"
+#include "meter/value_text.h"
 #include "meter/wave.h"
 #include "values/codecs.h"
 
@@ -21,18 +22,8 @@ using Names = std::vector<NamedRegisters>;
 
 constexpr int kBytesPerRegister = 2;
 std::string Named(std::string_view name, Location location, int index) {
-  if (location == Location::kMeter) return std::string(name);
-  const bool output = location == Location::kOutput || location == Location::kThermalOutput ||
-                      location == Location::kOutputRow;
-  return std::string(name) + (output ? " DO" : " CH") + std::to_string(index + 1);
-}
-
-// A code without a text stands in parentheses.
-std::string ParameterText(const App& app, const Parameter& row, Bytes bytes) {
-  if (!row.IsCode()) return ShowValue(row, app.state, bytes, 0);
-  const int code = CodeAt(row, bytes, 0);
-  const std::string text = row.codes == 0 ? "" : CodeToText(app.Codes(), row.codes, code);
-  return text.empty() ? "(" + std::to_string(code) + ")" : text;
+  const std::string place = PlaceName(location, index);
+  return std::string(name) + (place.empty() ? "" : " ") + place;
 }
 
 std::string WordText(const App&, Bytes bytes) { return std::to_string(BytesToInt16(bytes, 0)); }
@@ -44,7 +35,7 @@ void AddParameters(Names& names) {
       for (int index = 0; index < LocationCount(row.location, largest); ++index) {
         names.push_back({{.function = row.function, .address = AddressOf(row, index), .count = row.Words()},
                          Named(row.name, row.location, index),
-                         [&row](const App& app, Bytes bytes) { return ParameterText(app, row, bytes); }});
+                         [&row](const App& app, Bytes bytes) { return ValueText(row, app.state, bytes); }});
       }
     }
   }

@@ -68,7 +68,7 @@ TEST(Sender, WritesAsThePagesWrite) {
   }
   std::vector<ParameterPlace> places;
   for (const SideCell& cell : side.cells) {
-    if (SendRuleOf(*cell.place.row) != SendRule::kNever) places.push_back(cell.place);
+    if (cell.place.row->Sending() != SendRule::kNever) places.push_back(cell.place);
   }
   std::reverse(places.begin(), places.end());
   test.Requests();
@@ -521,10 +521,10 @@ TEST(Restore, AnotherMeterIsAskedForExpressly) {
   const RestoreReport taken = RestoreMeter(test.app(), point, {}, OtherMeter::kTake);
   EXPECT_EQ(taken.sent.halt, SendHalt::kDone);
   EXPECT_EQ(test.meter().holding().Word(0x0104), id_number);
-  for (const SentRow& row : taken.left) EXPECT_EQ(SendRuleOf(*row.place.row), SendRule::kNever);
+  for (const SentRow& row : taken.left) EXPECT_EQ(row.place.row->Sending(), SendRule::kNever);
   EXPECT_EQ(taken.kept.size(), 5u) << "its number and its adjustments";
   for (const SentRow& row : taken.kept) {
-    EXPECT_TRUE(BelongsToOneMeter(*row.place.row));
+    EXPECT_TRUE(row.place.row->one_meter);
     EXPECT_TRUE(row.reason.starts_with("it is the meter's own and stays ")) << row.reason;
   }
 }
