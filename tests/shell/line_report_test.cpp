@@ -84,7 +84,7 @@ TEST(FrameMeaningTest, RequestsAndRepliesInWords) {
        "Signed by station 5 instead of 1"},
       {{kReadDiameter, "05 03 04 00 00 17 A2 00 00"}, nullptr, "Signed by station 5 instead of 1"},
       {{"01 06 01 5C 00 01 00 00", "01 06 01 5C 00 00 00 00", kOtherEcho},
-       "Writes 015C, length 1: maintenance.test_mode = (1)",
+       "Writes 015C, length 1: maintenance.test_mode = ON",
        "Repeats 00 00 instead of 00 01"},
       {{kReadDiameter, "", kPortFault, 3}, nullptr, "The port failed after 3 ms"},
       {{"01 2B 0E 01 00 00 00 00", "", kSilence}, "Function 2B", nullptr},
@@ -107,12 +107,27 @@ TEST(FrameMeaningTest, RequestsAndRepliesInWords) {
   }
 }
 
+// In the words in which every other place says it.
 TEST(FrameMeaningTest, TheWholeTellingHasEachValue) {
-  TestApp t;
-  Tell(t, {"01 03 00 D0 00 04 00 00", "01 03 08 00 63 00 00 17 A2 00 01 00 00"});
-  EXPECT_EQ(FrameMeaning(t.app, t.app.line->Frame(1), Telling::kWhole),
-            "Answer in 40 ms, length 4: process.sensor_type CH1 = (99), process.outer_diameter CH1 = 60.50, "
-            "process.pipe_material CH1 = STAINLESS STEEL");
+  const struct {
+    const char* request;
+    const char* reply;
+    const char* told;
+  } cases[] = {
+      {"01 03 00 D0 00 04 00 00", "01 03 08 00 63 00 00 17 A2 00 01 00 00",
+       "length 4: process.sensor_type CH1 = (99), process.outer_diameter CH1 = 60.50, "
+       "process.pipe_material CH1 = STAINLESS STEEL"},
+      {"01 03 00 C4 00 04 00 00", "01 03 08 00 04 00 05 00 00 00 07 00 00",
+       "length 4: display.item_2 = +TOTAL PULSE, display.decimal_point_2 = ******.*, display.backlight = ON, "
+       "display.lights_out_time = 7"},
+      {"01 03 00 7E 00 01 00 00", "01 03 02 00 02 00 00", "length 1: status.flow_switch DO2 = LOW (2)"},
+  };
+  for (const auto& c : cases) {
+    TestApp t;
+    Tell(t, {c.request, c.reply});
+    EXPECT_EQ(FrameMeaning(t.app, t.app.line->Frame(1), Telling::kWhole),
+              std::string("Answer in 40 ms, ") + c.told);
+  }
 }
 
 // Every read of the settings and every live block has a name for each of its registers' starts.
