@@ -39,9 +39,6 @@ Form10::Form10(App& app)
       chooser_(app, ChannelSelect, &SharedState::ProcessChannel,
                [this](int index) { ChannelSelect_Click(index); }) {
   column().SetFields(Table());
-  column().SetWriteOrder({&OUTER_DIAMETERText, &PIPE_MATERIALCombo, &TRANS_FREQUENCYText, &WALL_THICKNESSText,
-                          &LINING_MATERIALCombo, &LINING_S_VText, &LINING_THICKNESSText, &KIND_OF_FLUIDCombo,
-                          &FLUID_S_VText, &VISCOSITYText, &SENSOR_MOUNTCombo, &SENSOR_TYPECombo});
   PIPE_MATERIALCombo.on_click = [this] { PIPE_MATERIALCombo_Click(); };
   KIND_OF_FLUIDCombo.on_click = [this] { KIND_OF_FLUIDCombo_Click(); };
   LINING_MATERIALCombo.on_click = [this] { LINING_MATERIALCombo_Click(); };

@@ -60,10 +60,6 @@ Form11::Form11(App& app)
                    {&OpenTimeFInput, &OpenTimeRInput}},
                   {&AgcCheck, &AgcCtlAutoOption, &AgcCtlManualOption, {&AgcForwardInput, &AgcReverseInput}}} {
   column().SetFields(Table());
-  column().SetWriteOrder({&SendPatternCombo, &SendCountCombo, &MeasureMethodCombo, &SaturateLevelInput,
-                          &ReceiveBalanceInput, &ReceivePeakCombo, &TriggerLevelCtlAutoOption,
-                          &TriggerLevelInput, &WindowTimeCtlAutoOption, &OpenTimeFInput, &OpenTimeRInput,
-                          &AgcCtlAutoOption, &AgcForwardInput, &AgcReverseInput, &txtTRWaitTim});
   TieControls();
 }
 
@@ -245,12 +241,12 @@ void Form11::FieldWasRead(const Field& field, int) {
 }
 
 void Form11::PlanWrites(WritePlan& plan) {
-  for (const Control* entry : column().WriteOrder()) {
+  for (const Field* field : column().FieldsAsWritten()) {
     const bool left_to_meter = std::any_of(automatics_.begin(), automatics_.end(), [&](const Automatic& a) {
-      return a.Has(*entry) && !a.GivesValues();
+      return a.Has(field->Entry()) && !a.GivesValues();
     });
-    const bool no_count = entry == &SendCountCombo && SendCountCombo.Text().empty();
-    if (!left_to_meter && !no_count) column().PlanField(plan, column().FieldOf(*entry));
+    const bool no_count = field->list == &SendCountCombo && SendCountCombo.Text().empty();
+    if (!left_to_meter && !no_count) column().PlanField(plan, *field);
   }
 }
 

@@ -28,11 +28,6 @@ Form2::Form2(App& app)
                         .channel = &SharedState::RangeChannel,
                         .unit_track = &SharedState::RangeUnitTrack}) {
   column().SetFields(Table());
-  column().SetWriteOrder({&cmbKind, &UNIT_SYSTEMCombo, &TypeCheckCombo, &FULL_SCALE1Text, &FULL_SCALE2Text,
-                          &CALORIE_FULL_SCALE1Text, &CALORIE_FULL_SCALE2Text, &HYSTERISISText,
-                          &OUTPUT_BURNOUTCombo, &BURNOUT_TIMERText, &OUTPUT_LIMIT_HighText,
-                          &OUTPUT_LIMIT_LowText, &RATE_LIMITText, &RATE_LIMIT_TIMERText, &DAMPINGText,
-                          &LOW_FLOW_OUTPUT_CUTText, &ZEROText, &SPANText});
   TypeCheckCombo.on_click = [this] { TypeCheckCombo_Click(); };
 }
 

@@ -25,9 +25,6 @@ Form3::Form3(App& app)
                         .channel = &SharedState::TotalChannel,
                         .unit_track = &SharedState::TotalUnitTrack}) {
   column().SetFields(Table());
-  column().SetWriteOrder({&MODECombo, &UNIT_SYSTEMCombo, &ConstantCheckText, &F_TOTAL_PRESETText,
-                          &PULSE_WIDTH_1Combo, &OUTPUT_BURNOUTCombo, &BURNOUT_TIMERText,
-                          &H_TOTAL_ConstantText, &C_TOTAL_PRESETText});
   MODECombo.on_click = [this] { MODECombo_Click(); };
 }
 

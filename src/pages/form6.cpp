@@ -57,9 +57,6 @@ Form6::Form6(App& app)
                      .read_started = 4017,
                      .read_completed = 4027}) {
   column().SetFields(Table());
-  column().SetWriteOrder({&LANGUAGECombo, &UNIT_SYSTEMCombo, &SYSTEM_MODECombo, &MEASUREMENT_MODECombo,
-                          &CALCULATIONCombo, &A01_OUT_SOURCECombo, &A02_OUT_SOURCECombo, &IDNUM_CONFIGText,
-                          &SPEC_Text});
   for (TextBox* box : {&IDNUM_CONFIGText, &SPEC_Text}) {
     box->on_lost_focus = [this, box] { CheckFourDigits(*box); };
   }
@@ -304,13 +301,12 @@ bool Form6::MaySet() {
 
 void Form6::PlanWrites(WritePlan& plan) {
   left_out_.clear();
-  for (const Control* entry : column().WriteOrder()) {
-    const Field& field = column().FieldOf(*entry);
-    if (!ExistsIn(*field.parameter, app().state, 0)) continue;
-    if (const std::string reason = WhyNotOffered(field); !reason.empty()) {
-      left_out_.push_back({&field, reason});
+  for (const Field* field : column().FieldsAsWritten()) {
+    if (!ExistsIn(*field->parameter, app().state, 0)) continue;
+    if (const std::string reason = WhyNotOffered(*field); !reason.empty()) {
+      left_out_.push_back({field, reason});
     } else {
-      column().PlanField(plan, field);
+      column().PlanField(plan, *field);
     }
   }
 }

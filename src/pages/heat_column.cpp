@@ -44,26 +44,6 @@ ColumnParts HeatColumn::Parts() {
 
 void HeatColumn::SetUp() {
   column().SetFields(Table());
-  column().SetWriteOrder({&TEMPERATURECombo,
-                          &HEAT_FLOW_RATECombo,
-                          &HEAT_FLOW_RATE_SekisanCombo,
-                          &MODECombo,
-                          &RUNCombo,
-                          &SWITCH_TEMPERATUREText,
-                          &HYSTERESISText,
-                          &HTEMPCONVText,
-                          &CTEMPCONVText,
-                          &SUPPLY_TEMPERATURECombo,
-                          &SET_UP_SUPPLY_TEMPERATUREText,
-                          &RETURNER_TEMPERATURECombo,
-                          &SET_UP_RETURNER_TEMPERATUREText,
-                          &TEMPERATURE_INPUT_SIGNALCombo,
-                          &SUPPLY_TEMP_ZEROText,
-                          &SUPPLY_TEMP_SPANText,
-                          &RETURNER_TEMP_ZEROText,
-                          &RETURNER_TEMP_SPANText,
-                          &SUPPLY_TEMP_FILTERText,
-                          &RETURNER_TEMP_FILTERText});
   ReadParameterHeat.on_click = [this] { ReadParameterHeat_Click(); };
   SetParameterHeat.on_click = [this] { SetParameterHeat_Click(); };
   SaveParameterHeat.on_click = [this] { SaveParameterHeat_Click(); };

@@ -102,7 +102,9 @@ std::string ColumnRules::UnitOf(const Field& field) {
 
 void ColumnRules::FieldWasRead(const Field&, int) {}
 
-void ColumnRules::PlanWrites(WritePlan& plan) { column_->PlanInOrder(plan, column_->WriteOrder()); }
+void ColumnRules::PlanWrites(WritePlan& plan) {
+  for (const Field* field : column_->FieldsAsWritten()) column_->PlanField(plan, *field);
+}
 
 std::string ColumnRules::FailureName(const Field& field) {
   return column_->TheApp().Text(field.parameter->caption);
@@ -122,6 +124,11 @@ void ParameterColumn::SetFields(std::vector<Field> fields) {
   parts_.all.on_click = [this] { chkCheck_Click(); };
   fields_ = std::move(fields);
   for (const Field& field : fields_) Tie(field);
+  for (const Parameter* row : GroupOf(*fields_.front().parameter).write_order) {
+    for (const Field& field : fields_) {
+      if (field.parameter == row) as_written_.push_back(&field);
+    }
+  }
 }
 
 void ParameterColumn::Tie(const Field& field) {

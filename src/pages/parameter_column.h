@@ -104,8 +104,6 @@ class ParameterColumn {
   // Called once by the page's constructor, in the order of showing. Ties boxes and entries together. Two
   // lists bound to one box follow it both.
   void SetFields(std::vector<Field> fields);
-  // Entry controls in the order of writing.
-  void SetWriteOrder(std::vector<const Control*> order) { write_order_ = std::move(order); }
   const std::vector<Field>& Fields() const { return fields_; }
   const Field& FieldOf(const Control& entry) const;
   // The fields whose registers a write holds, as far as the page shows them.
@@ -130,7 +128,8 @@ class ParameterColumn {
   void FollowBox(const CheckBox& box);
   void PlanField(WritePlan& plan, const Field& field);
   void PlanInOrder(WritePlan& plan, const std::vector<const Control*>& entries);
-  const std::vector<const Control*>& WriteOrder() const { return write_order_; }
+  // In the order in which the catalogue has the group written; what the meter computes is left out.
+  const std::vector<const Field*>& FieldsAsWritten() const { return as_written_; }
 
   // --- for ReadBlocks ---
   // One exchange; on success every field that lies in the block and takes part shows its value. When it
@@ -218,7 +217,7 @@ class ParameterColumn {
   ColumnRules& rules_;
   std::vector<Field> fields_;
   FieldOrigins origins_;
-  std::vector<const Control*> write_order_;
+  std::vector<const Field*> as_written_;
   std::set<int> read_marks_;
   bool restoring_ = false;
   bool sure_reply_ = false;  // of the block that was read last

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <set>
 
+#include "meter/catalogue.h"
 #include "meter/details_table.h"
 #include "meter/display_table.h"
 #include "meter/heat_table.h"
@@ -44,6 +46,17 @@ TEST(Catalogue, RowsAreDistinctNamedAndLieApart) {
           EXPECT_TRUE(is_new) << row.name << " lies on " << there->second;
         }
       }
+    }
+  }
+}
+
+// What can be typed or compared is not left out of a set, nor written twice.
+TEST(Catalogue, EveryWritableRowHasItsPlaceInTheOrderOfWriting) {
+  for (const ParameterGroup& group : ParameterGroups()) {
+    for (const Parameter& row : group.rows) {
+      EXPECT_EQ(std::count(group.write_order.begin(), group.write_order.end(), &row),
+                row.write == WriteWith::kNothing ? 0 : 1)
+          << row.name;
     }
   }
 }

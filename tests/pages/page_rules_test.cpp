@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What all parameter pages share.
-#include <set>
 
 #include "page_fixture.h"
 #include "pages/form10.h"
@@ -63,20 +62,6 @@ TEST(Pages, EveryCommandTellsThatThePortIsGoneAndThePageStaysUsable) {
       EXPECT_EQ(test.test.StatusText().find(told), 0u);
       EXPECT_FALSE(test.app().state.UiLocked);
       EXPECT_EQ(test.app().windows.MousePointer(), kNormalPointer);
-    }
-  }
-}
-
-// Nothing that can be typed is left out of a set.
-TEST(Pages, EveryWritableEntryHasItsPlaceInTheOrderOfWriting) {
-  PageTest test(kOnePath);
-  for (const char* name : {"Form10", "Form2", "Form3"}) {
-    const ParameterColumn& column = *OpenPage(test, name).Columns().front();
-    std::set<const Control*> ordered(column.WriteOrder().begin(), column.WriteOrder().end());
-    EXPECT_EQ(ordered.size(), column.WriteOrder().size()) << name << ": one is written twice";
-    for (const Field& field : column.Fields()) {
-      EXPECT_EQ(ordered.contains(&field.Entry()), field.parameter->write != WriteWith::kNothing)
-          << field.parameter->name;
     }
   }
 }
