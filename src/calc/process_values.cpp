@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/process_values.h"
 
-#include <optional>
-
 #include "calc/spacing_check.h"
 #include "link/modbus.h"
 #include "link/port.h"
-#include "values/code_tables.h"
+#include "meter/process_table.h"
+#include "meter/value_text.h"
 #include "values/number_text.h"
 #include "values/text.h"
 
@@ -16,37 +15,24 @@ namespace {
 using State = ProcessValue::State;
 using enum SpacingField;
 
-struct FieldSlot {
+struct FieldRow {
   SpacingField field;
-  Slot slot;
-  Slot unit = Slot::kNone;  // of a typed field
-  int codes = 0;            // code table of a list
-  int entries = 0;          // that the calculator offers of it
+  const Parameter* row;
+  int entries = 0;  // of a list: those that the calculator offers
 };
 
-constexpr Slot SlotOfKey(std::string_view key) { return SlotOf("PROCESS SETTING", key); }
-
-constexpr FieldSlot kFields[] = {
-    {.field = kOuterDiameter,
-     .slot = SlotOfKey("OUTER_DIAMETER_Data"),
-     .unit = SlotOfKey("OUTER_DIAMETER_Unit")},
-    {.field = kPipeMaterial, .slot = SlotOfKey("PIPE_MATERIAL_Data"), .codes = 1, .entries = kOwnPipe + 1},
-    {.field = kWallThickness,
-     .slot = SlotOfKey("WALL_THICKNESS_Data"),
-     .unit = SlotOfKey("WALL_THICKNESS_Unit")},
-    {.field = kPipeVelocity, .slot = SlotOfKey("PIPE_S_V_Data"), .unit = SlotOfKey("PIPE_S_V_Unit")},
-    {.field = kLiningMaterial,
-     .slot = SlotOfKey("LINING_MATERIAL_Data"),
-     .codes = 2,
-     .entries = kOwnLining + 1},
-    {.field = kLiningThickness,
-     .slot = SlotOfKey("LINING_THICKNESS_Data"),
-     .unit = SlotOfKey("LINING_THICKNESS_Unit")},
-    {.field = kLiningVelocity, .slot = SlotOfKey("LINING_S_V_Data"), .unit = SlotOfKey("LINING_S_V_Unit")},
-    {.field = kFluid, .slot = SlotOfKey("KIND_OF_FLUID_Data"), .codes = 3, .entries = kOwnFluid + 1},
-    {.field = kFluidVelocity, .slot = SlotOfKey("FLUID_S_V_Data"), .unit = SlotOfKey("FLUID_S_V_Unit")},
-    {.field = kMount, .slot = SlotOfKey("SENSOR_MOUNT_Data"), .codes = 4, .entries = 2},
-    {.field = kSensor, .slot = SlotOfKey("SENSOR_TYPE_Data"), .codes = 6, .entries = 12},
+constexpr FieldRow kFields[] = {
+    {kOuterDiameter, &ProcessRow("outer_diameter")},
+    {kPipeMaterial, &ProcessRow("pipe_material"), kOwnPipe + 1},
+    {kWallThickness, &ProcessRow("wall_thickness")},
+    {kPipeVelocity, &ProcessRow("pipe_sound_velocity")},
+    {kLiningMaterial, &ProcessRow("lining_material"), kOwnLining + 1},
+    {kLiningThickness, &ProcessRow("lining_thickness")},
+    {kLiningVelocity, &ProcessRow("lining_sound_velocity")},
+    {kFluid, &ProcessRow("fluid"), kOwnFluid + 1},
+    {kFluidVelocity, &ProcessRow("fluid_sound_velocity")},
+    {kMount, &ProcessRow("sensor_mount"), 2},
+    {kSensor, &ProcessRow("sensor_type"), 12},
 };
 
 // The unit system that a value was kept in: that of its unit, and of the program where none was kept.
@@ -77,20 +63,20 @@ bool IsOfOtherPipe(App& app, const OriginRecord& record, const std::string& kept
   return ChangeOf(record.place, shown) != PlaceChange::kNone;
 }
 
-void ReadList(App& app, const FieldSlot& slot, const std::string& kept, ProcessValue& value) {
+void ReadList(App& app, const FieldRow& of, const std::string& kept, ProcessValue& value) {
   constexpr int kMostEntries = 1000;
   const int index = ParseWhole(kept).value_or(-1);
   if (index < 0 || index >= kMostEntries) return;
-  const std::string entry = CodeToText(app.Codes(), slot.codes, index);
+  const std::string entry = CodeWord(*of.row, app.state, index);
   value.shown = entry.empty() ? "(" + kept + ")" : entry;
-  value.state = index < slot.entries ? State::kThere : State::kNotOffered;
+  value.state = index < of.entries ? State::kThere : State::kNotOffered;
   value.index = value.state == State::kThere ? index : -1;
 }
 
-void ReadTyped(App& app, const FieldSlot& slot, const std::string& kept, int unit_flag, ProcessValue& value) {
+void ReadTyped(App& app, const FieldRow& of, const std::string& kept, int unit_flag, ProcessValue& value) {
   if (kept.empty()) return;
-  const int kept_flag = UnitFlagOf(app.slots[slot.unit], slot.field, app.state.UnitFlag);
-  value.shown = TextIn(unit_flag, kept, kept_flag, slot.field);
+  const int kept_flag = UnitFlagOf(app.slots[of.row->unit_slot], of.field, app.state.UnitFlag);
+  value.shown = TextIn(unit_flag, kept, kept_flag, of.field);
   value.state = State::kThere;
 }
 
@@ -99,17 +85,17 @@ void ReadTyped(App& app, const FieldSlot& slot, const std::string& kept, int uni
 std::vector<ProcessValue> ReadProcessValues(App& app, int unit_flag) {
   if (Form* page = app.windows.Find("Form10")) page->Taihi();
   std::vector<ProcessValue> values;
-  for (const FieldSlot& slot : kFields) {
-    const std::string kept(Trim(app.slots[slot.slot]));
+  for (const FieldRow& of : kFields) {
+    const std::string kept(Trim(app.slots[of.row->slot]));
     ProcessValue value;
-    value.field = slot.field;
-    if (slot.codes != 0) {
-      ReadList(app, slot, kept, value);
+    value.field = of.field;
+    if (of.row->IsCode()) {
+      ReadList(app, of, kept, value);
     } else {
-      ReadTyped(app, slot, kept, unit_flag, value);
+      ReadTyped(app, of, kept, unit_flag, value);
     }
     const bool known = value.state != State::kNotThere;
-    if (known && IsOfOtherPipe(app, app.origins.Of(slot.slot), kept)) value.state = State::kOtherPipe;
+    if (known && IsOfOtherPipe(app, app.origins.Of(of.row->slot), kept)) value.state = State::kOtherPipe;
     values.push_back(std::move(value));
   }
   return values;

@@ -11,6 +11,7 @@
 #include "cli/words_of_states.h"
 #include "link/store.h"
 #include "meter/facts.h"
+#include "meter/offered_codes.h"
 #include "meter/proven_write.h"
 #include "meter/single_read.h"
 #include "meter/value_text.h"
@@ -89,12 +90,26 @@ void MeterWords::Fail(int text_id, std::initializer_list<std::string_view> parts
   throw Trouble{kDiffers, Format(text_id, parts)};
 }
 
-std::string MeterWords::WhyNot(const Parameter& row, const SharedState& facts, const std::string& typed,
-                               ValueFault fault) const {
-  if (fault != ValueFault::kNone) return ValueFaultText(row, facts, fault);
+std::string MeterWords::WhyNot(const ParameterPlace& place, const SharedState& facts,
+                               const std::string& typed, const EncodedValue& value) const {
+  const Parameter& row = *place.row;
+  if (value.fault != ValueFault::kNone) return ValueFaultText(row, facts, value.fault);
+  if (row.IsCode()) return WhyNoCode(place, facts, CodeAt(row, value.bytes, 0));
   const int most = row.length.In(facts.UnitFlag);
-  if (row.IsCode() || most == 0 || CharCount(Trim(typed)) <= static_cast<std::size_t>(most)) return {};
+  if (most == 0 || CharCount(Trim(typed)) <= static_cast<std::size_t>(most)) return {};
   return Format(text::kTooLong, {std::to_string(most)});
+}
+
+// A code that has no word is given in parentheses, and then meant.
+std::string MeterWords::WhyNoCode(const ParameterPlace& place, const SharedState& facts, int code) const {
+  if (IsOffered(place, facts, code)) return {};
+  const std::vector<std::string> words = CodeWords(*place.row, facts);
+  if (words.empty()) {
+    const std::vector<int> codes = OfferedCodes(place, facts);
+    return Format(text::kDoesNotFit, {std::to_string(codes.front()), std::to_string(codes.back())});
+  }
+  const auto at = static_cast<std::size_t>(code);
+  return at < words.size() && !words[at].empty() ? Format(text::kCodeNotThere, {words[at]}) : std::string();
 }
 
 const Parameter& MeterWords::ParameterOf(const std::string& name) const {
@@ -163,7 +178,7 @@ void MeterWords::Set(const Arguments& arguments) {
   if (!IsInUse(before.place, read.facts)) Fail(text::kNotInThisMeter, {FullName(before.place)});
   if (!before.Known()) TellSent(before, {.value = typed, .reason = before.unread});
   const EncodedValue value = EncodeValue(row, read.facts, typed);
-  std::string refusal = WhyNot(row, read.facts, typed, value.fault);
+  std::string refusal = WhyNot(before.place, read.facts, typed, value);
   if (refusal.empty() && desk_.stop()) refusal = app_.Text(text::kWordStopped);
   if (!refusal.empty()) TellSent(before, {.value = typed, .holds = before.value, .reason = refusal});
   // By what was read of the meter: the session's own units are those of the settings.

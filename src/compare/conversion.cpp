@@ -8,11 +8,7 @@
 #include <span>
 #include <string_view>
 
-#include "meter/details_table.h"
-#include "meter/display_table.h"
-#include "meter/range_table.h"
-#include "meter/status_table.h"
-#include "meter/system_table.h"
+#include "meter/offered_codes.h"
 #include "meter/total_table.h"
 #include "meter/units.h"
 #include "meter/value_text.h"
@@ -26,13 +22,7 @@
 namespace vlt {
 namespace {
 
-constexpr int kTotalReset = 2;      // of the total mode: the totals begin anew
-constexpr int kFlowFunctions = 10;  // of an output, before those of the heat calculation
-constexpr int kFlowItems = 7;       // of the display, before those of the heat calculation
-constexpr int kLastFunction = 19;   // of DO2 alone
-constexpr int kSecondOutput = 1;
-constexpr int kComputedChannel = 2;
-constexpr int kFlowKind = 1;
+constexpr int kTotalReset = 2;  // of the total mode: the totals begin anew
 
 // The text id of why a row is never sent, or 0.
 int NeverReason(const Parameter& row) {
@@ -214,26 +204,6 @@ std::optional<std::vector<std::uint8_t>> Exactly(const SideCell& cell, const Sca
 // --- codes
 // -----------------------------------------------------------------------------------------------------
 
-// Whether a meter of this model and mode offers a code of a list that is shorter there.
-bool Offers(const ParameterPlace& place, const SharedState& to, int code) {
-  const Parameter& row = *place.row;
-  if (&row == &StatusRow("function")) {
-    if (code == kLastFunction && place.index != kSecondOutput) return false;
-    return code < kFlowFunctions || MayHaveHeat(to);
-  }
-  if (&row == &DisplayRow("item_1") || &row == &DisplayRow("item_2"))
-    return code < kFlowItems || MayHaveHeat(to);
-  if (&row == &SystemRow("ao1_source") || &row == &SystemRow("ao2_source")) {
-    static const std::vector<int> kOffered[] = {{0, 3}, {0, 1, 2, 3, 4, 5}, {0, 1, 2}};
-    const bool known = to.PathMode >= kOnePathMode && to.PathMode <= kTwoPipesMode;
-    const std::vector<int>& codes = kOffered[known ? to.PathMode : kTwoPathsMode];
-    return std::find(codes.begin(), codes.end(), code) != codes.end();
-  }
-  if (&row == &RangeRow("kind") && place.index == kComputedChannel && IsOnTwoPipes(to))
-    return code == kFlowKind;
-  return true;
-}
-
 bool SameShape(const SharedState& a, const SharedState& b) {
   return a.SpecClass == b.SpecClass && (IsSingleChannel(a) || a.PathMode == b.PathMode);
 }
@@ -276,7 +246,7 @@ class Converter {
       if (at == there.end() || word.empty()) return Unfit(text::kCodeNotThere, {word});
       code = static_cast<int>(at - there.begin());
     }
-    if (!SameShape(from_, to_) && !Offers(cell_.place, to_, code)) {
+    if (!SameShape(from_, to_) && !IsOffered(cell_.place, to_, code)) {
       return Unfit(text::kCodeNotThere, {ValueText(row_, to_, EncodeCode(code))});
     }
     return Fit(EncodeCode(code));

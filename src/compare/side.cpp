@@ -10,9 +10,9 @@
 
 #include "files/parameter_file.h"
 #include "files/profile_file.h"
-#include "meter/details_table.h"
 #include "meter/display_table.h"
 #include "meter/heat_table.h"
+#include "meter/offered_codes.h"
 #include "meter/process_table.h"
 #include "meter/range_table.h"
 #include "meter/status_table.h"
@@ -29,14 +29,8 @@
 namespace vlt {
 namespace {
 
-constexpr int kComputedChannel = 2;
 constexpr int kFlowKind = 1;
-constexpr int kFlowRateItem = 1;  // the first display item of the computed channel of two pipes
-constexpr int kNormalMode = 0;    // of OperationMode
 constexpr const char* kUnitInForce = "0";
-
-// The codes behind the lists of the analog outputs' sources, by measurement mode.
-const std::vector<int> kSourcesByMode[] = {{0, 3}, {0, 1, 2, 3, 4, 5}, {0, 1, 2}};
 
 // --- meters and snapshots
 // ------------------------------------------------------------------------------------
@@ -151,27 +145,10 @@ class SlotReader {
 
   // The code that an entry of a page's list stands for; nothing for an entry that the list has not.
   std::optional<int> CodeOfIndex(const Parameter& row, int index) const {
-    const bool two_pipes = !IsSingleChannel(facts_) && IsOnTwoPipes(facts_);
-    if (&row == &RangeRow("kind") && two_pipes && PageIndex(row) == kComputedChannel) {
-      return index == 0 ? std::optional(kFlowKind) : std::nullopt;
-    }
-    if (&row == &DetailsRow("send_count")) {
-      return index + (facts_.OperationMode == kNormalMode ? 1 : 0);
-    }
-    if (&row == &SystemRow("ao1_source") || &row == &SystemRow("ao2_source")) return SourceOf(index);
-    for (const auto& [item, channel] : {std::pair(&DisplayRow("item_1"), &DisplayRow("channel_1")),
-                                        std::pair(&DisplayRow("item_2"), &DisplayRow("channel_2"))}) {
-      if (&row == item && two_pipes && DisplayChannel(*channel) == kComputedChannel)
-        return index + kFlowRateItem;
-    }
-    return index;
-  }
-
-  std::optional<int> SourceOf(int index) const {
-    const bool single = IsSingleChannel(facts_);
-    const int mode = single ? kOnePathMode : facts_.PathMode;
-    const bool known = mode >= kOnePathMode && mode <= kTwoPipesMode;
-    const std::vector<int>& codes = kSourcesByMode[known ? mode : kTwoPathsMode];
+    const Parameter* channel = ChannelOfItem(row);
+    const std::vector<int> codes =
+        OfferedCodes({&row, PageIndex(row)}, facts_,
+                     channel == nullptr ? 0 : DisplayChannel(*channel).value_or(kNoChannel));
     if (index >= static_cast<int>(codes.size())) return std::nullopt;
     return codes[static_cast<std::size_t>(index)];
   }
@@ -226,8 +203,7 @@ class SlotReader {
     } else if (const auto number = ParseWhole(cell.text); number && *number < 0) {
       return false;
     }
-    const std::size_t words = CodeWords(row, facts).size();
-    if (!code || (words > 0 && *code >= static_cast<int>(words))) {
+    if (!code) {
       cell.problem = ValueFaultText(row, facts, ValueFault::kNoSuchCode);
       return true;
     }

@@ -15,6 +15,7 @@ inline constexpr Parameter kDetailsTable[] = {
      .address = 0x018E,
      .location = Location::kPath,
      .codes = 24,
+     .offer = Offer::kSendCounts,
      .slot = SlotOf("TDELTA", "SEND_COUNT")},
     {.name = "details.trigger_control",
      .caption = 871,

@@ -83,6 +83,17 @@ enum class Exists : std::uint8_t {
   kMeasuring,         // not for the computed channel
 };
 
+// Which codes of a row a meter offers, where that is not all that have a word (meter/offered_codes.h).
+enum class Offer : std::uint8_t {
+  kAll,
+  kSendCounts,       // by the operation mode
+  kRangeKinds,       // by channel and measurement mode
+  kOutputFunctions,  // by output, model and measurement mode
+  kDisplayItems,     // by the row's channel, model and measurement mode
+  kSources,          // by the measurement mode
+  kMinutes,          // without words
+};
+
 // What stands against sending a row together with others, whatever its value.
 enum class SendRule : std::uint8_t {
   kOrdinary,
@@ -109,6 +120,7 @@ struct Parameter {
   int codes = 0;                  // code table of the words of its codes, or 0
   std::array<int, 2> words = {};  // of the codes 0 and 1, where they have no table: text ids
   bool any_is_second = false;     // every code but 0 means what 1 means
+  Offer offer = Offer::kAll;
   UnitKind unit = UnitKind::kNone;
   bool is_difference = false;    // of temperatures: such have no zero of their own
   Slot slot = Slot::kNone;       // of the parameter file

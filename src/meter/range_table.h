@@ -23,6 +23,7 @@ inline constexpr Parameter kRangeTable[] = {
      .address = 0x0002,
      .location = Location::kChannel,
      .words = {2180, 2220},
+     .offer = Offer::kRangeKinds,
      .slot = SlotOf("RANGE", "RANGE_KIND_Data"),
      .decides = true},
     {.name = "range.unit",

@@ -20,6 +20,7 @@ inline constexpr Parameter kStatusTable[] = {
      .address = 0x005A,
      .location = Location::kOutput,
      .codes = 14,
+     .offer = Offer::kOutputFunctions,
      .slot = SlotOf("STATUS", "DO_OUTPUT_Data")},
     {.name = "status.alarm",
      .caption = 242,

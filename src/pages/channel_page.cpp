@@ -35,13 +35,9 @@ void ChannelPage::LoadUnits() {
 }
 
 void ChannelPage::RefillUnits() {
-  const int index = UNIT_SYSTEMCombo.ListIndex();
+  const bool chosen = UNIT_SYSTEMCombo.ListIndex() >= 0;
   LoadUnits();
-  if (index >= 0) {
-    UNIT_SYSTEMCombo.SetListIndex(index);
-  } else {
-    column().RestoreEntry(column().FieldOf(UNIT_SYSTEMCombo));
-  }
+  if (!chosen) column().RestoreEntry(column().FieldOf(UNIT_SYSTEMCombo));
 }
 
 void ChannelPage::SetChannelCaptions(std::vector<CaptionRow> own) {

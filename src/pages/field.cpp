@@ -64,9 +64,16 @@ void Field::SetEntryEnabled(bool enabled) const {
   }
 }
 
+int Field::CodeOf(int index) const {
+  if (codes.empty() || index < 0) return index;
+  return codes.at(static_cast<std::size_t>(index));
+}
+
 int Field::IndexOf(int code) const {
-  if (index_of_code) return index_of_code(code);
-  return any_code_is_second && code != 0 ? 1 : code;
+  if (parameter->any_is_second && code != 0) return 1;
+  if (codes.empty()) return code;
+  const auto at = std::find(codes.begin(), codes.end(), code);
+  return at == codes.end() ? -1 : static_cast<int>(at - codes.begin());
 }
 
 void Field::Mark(const std::string& reason) const { Entry().SetMark(reason); }

@@ -3,8 +3,8 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <string>
+#include <vector>
 
 #include "meter/parameter.h"
 #include "state/app.h"
@@ -20,13 +20,9 @@ struct Field {
   std::array<OptionButton*, 2> options = {};
   Label* unit = nullptr;  // shows the unit between brackets
 
-  bool text_of_list = false;        // the file keeps the text of the list's entry instead of its index
-  const char* no_option = "-1";     // what the file keeps while neither option is set
-  bool any_code_is_second = false;  // of two options: every code but 0 sets the second
-
-  // For lists whose entries are not the codes in order; both empty when they are.
-  std::function<int(int)> code_of_index = nullptr;
-  std::function<int(int)> index_of_code = nullptr;
+  bool text_of_list = false;     // the file keeps the text of the list's entry instead of its index
+  const char* no_option = "-1";  // what the file keeps while neither option is set
+  std::vector<int> codes = {};   // that the entries of the list stand for; empty while it is not filled
 
   Control& Entry() const;
   // Whether a control is the entry, or one of its options.
@@ -38,8 +34,8 @@ struct Field {
   void SetEntryEnabled(bool enabled) const;
   bool Ticked() const { return box->Enabled() && box->Ticked(); }
 
-  // The code that a selected entry stands for, and the entry of a code.
-  int CodeOf(int index) const { return code_of_index ? code_of_index(index) : index; }
+  // The code that a selected entry or option stands for, and the entry or option of a code; -1 for none.
+  int CodeOf(int index) const;
   int IndexOf(int code) const;
   // What a person reads in the entry: its text, the entry of the list, the caption of the set option.
   std::string ShownText() const;
@@ -49,7 +45,7 @@ struct Field {
 
 // A number or characters; `unit` shows the row's unit.
 Field Bind(const Parameter& parameter, CheckBox& box, TextBox& text, Label* unit = nullptr);
-// A list that page loading fills with the row's code table, when it has one.
+// A list that page loading fills with the codes that the meter offers.
 Field Bind(const Parameter& parameter, CheckBox& box, ComboBox& list);
 // Two options for the codes 0 and 1.
 Field Bind(const Parameter& parameter, CheckBox& box, OptionButton& first, OptionButton& second);

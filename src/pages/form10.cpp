@@ -67,12 +67,11 @@ std::vector<Field> Form10::Table() {
   };
 }
 
-void Form10::BuildLists() {
-  ParameterPage::BuildLists();
-  // The page offers the two mounts that every sensor pair allows.
-  std::vector<std::string> mounts = SENSOR_MOUNTCombo.Items();
-  mounts.resize(2);
-  FillList(SENSOR_MOUNTCombo, mounts);
+// The page offers the two mounts that every sensor pair allows.
+std::vector<int> Form10::CodesOfList(const Field& field, const MeterFacts& facts) {
+  std::vector<int> codes = ParameterPage::CodesOfList(field, facts);
+  if (field.list == &SENSOR_MOUNTCombo) codes.resize(2);
+  return codes;
 }
 
 void Form10::Form_Load() {

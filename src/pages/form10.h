@@ -78,7 +78,7 @@ class Form10 : public ParameterPage {
   int IndexOf(Location) override { return chooser_.Index(); }
   std::vector<CheckBox*> Boxes() override;
   void ReadBlocks() override;
-  void BuildLists() override;
+  std::vector<int> CodesOfList(const Field& field, const MeterFacts& facts) override;
   void EnableCommands(bool enabled) override;
 
   void ShowHeatTab(bool there);

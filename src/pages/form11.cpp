@@ -16,8 +16,7 @@
 namespace vlt {
 namespace {
 
-constexpr int kSendCounts = 24;  // code table
-constexpr int kNormalMode = 0;   // of OperationMode
+constexpr int kNormalMode = 0;  // of OperationMode
 constexpr int kHighSpeedMode = 1;
 constexpr int kFewestCounts = 4;  // transmissions, which only the high-speed mode has
 constexpr double kSpinStep = 1;
@@ -30,8 +29,6 @@ constexpr std::array kComputedWaves = {"ForwardFilterOption", "ReverseFilterOpti
 // The first method judges the received wave as it comes in: nothing is filtered or correlated.
 constexpr int kMethodWithoutComputedWaves = 0;
 
-constexpr int kByItself = 550;
-constexpr int kByHand = 1050;
 constexpr int kTabNames[] = {3390, 3540, text::kWaveform};
 
 }  // namespace
@@ -83,11 +80,7 @@ std::vector<Field> Form11::Table() {
       Bind(DetailsRow("send_wait_time"), chkTRWaitTim, txtTRWaitTim, &lblTRWaitTimUnit),
   };
   for (Field& field : fields) {
-    field.any_code_is_second = field.options[0] != nullptr;
     field.no_option = "1";
-    if (field.list != &SendCountCombo) continue;
-    field.code_of_index = [this](int index) { return index + FirstSendCount(); };
-    field.index_of_code = [this](int code) { return code - FirstSendCount(); };
   }
   return fields;
 }
@@ -105,8 +98,14 @@ void Form11::TieControls() {
 // --- lists, captions, enabling -------------------------------------------------------------------------
 
 void Form11::BuildLists() {
+  counts_of_mode_ = app().state.OperationMode;
   ParameterPage::BuildLists();
-  FillSendCounts(app().state.OperationMode);
+}
+
+MeterFacts Form11::FactsOfList(const Field& field) {
+  MeterFacts facts = ParameterPage::FactsOfList(field);
+  facts.OperationMode = counts_of_mode_;
+  return facts;
 }
 
 void Form11::C09_DENPAN_FrmInit() {
@@ -124,10 +123,6 @@ void Form11::C09_DENPAN_FrmInit() {
                    {&AgcCheck, 170},
                    {&lblAgcForward, 171},
                    {&lblAgcReverse, 172}});
-  for (const Automatic& automatic : automatics_) {
-    automatic.by_itself->SetCaption(app().Text(kByItself));
-    automatic.by_hand->SetCaption(app().Text(kByHand));
-  }
 }
 
 void Form11::SetteiHannei() {
@@ -162,23 +157,14 @@ int Form11::CSIndex_SendKaisu(int count) {
   return at == kCounts.end() ? -1 : static_cast<int>(at - kCounts.begin());
 }
 
-int Form11::FirstSendCount() const { return counts_of_mode_ == kNormalMode ? 1 : 0; }
-
-// Where the entries are the codes in order, so is the one that stands for no count.
-void Form11::FillSendCounts(int operation_mode) {
-  CodeContext codes = app().Codes();
-  codes.operation_mode = counts_of_mode_ = operation_mode;
-  FillList(SendCountCombo,
-           operation_mode == kNormalMode ? ListTexts(codes, kSendCounts) : CodeTexts(codes, kSendCounts));
-}
-
 void Form11::ShowSendCounts(int operation_mode) {
   if (operation_mode == counts_of_mode_) return;
   const int count = static_cast<int>(ParseNumber(SendCountCombo.Text()).value_or(0));
   int index = CSIndex_SendKaisu(count);
   const bool is_there = index >= 0 || (operation_mode == kHighSpeedMode && count == kFewestCounts);
   if (is_there && operation_mode != kNormalMode) ++index;
-  FillSendCounts(operation_mode);
+  counts_of_mode_ = operation_mode;
+  column().FillList(SendCountCombo);
   SendCountCombo.SetListIndex(index);
 }
 

@@ -105,6 +105,7 @@ class Form11 : public ParameterPage {
   bool ChannelIsChosen() override { return chooser_.IsEnabled(); }
   int IndexOf(Location) override { return chooser_.Index(); }
   void BuildLists() override;
+  MeterFacts FactsOfList(const Field& field) override;
   void BoxClicked(CheckBox& box) override;
   void Text_Box_Able() override;
   void ReadBlocks() override;
@@ -113,12 +114,9 @@ class Form11 : public ParameterPage {
   void PlanWrites(WritePlan& plan) override;
 
   void DetailChSelect_Click(int index);
-  void FillSendCounts(int operation_mode);
   // The list of transmission counts as an operation mode has it; the count that is selected stays when the
   // mode has it, too.
   void ShowSendCounts(int operation_mode);
-  // The code of the first entry of that list.
-  int FirstSendCount() const;
   // Options and inputs follow their box; a number that gets enabled is checked.
   void FollowAutomatic(const Automatic& automatic);
   // Inputs and arrows follow boxes and options.

@@ -8,10 +8,7 @@ namespace vlt {
 namespace {
 
 constexpr int kComputedChannel = 2;
-constexpr int kFlowKind = 1;
 constexpr int kSingleType = 0;
-constexpr int kVelocityName = 2180;
-constexpr int kFlowName = 2220;
 
 // What a read asks of the unit, once.
 constexpr int kUnitMark = 0;
@@ -34,7 +31,7 @@ Form2::Form2(App& app)
 std::vector<Field> Form2::Table() {
   return {
       Bind(RangeRow("damping"), DAMPING, DAMPINGText, &Label3(2)),
-      KindField(),
+      Bind(RangeRow("kind"), chkKind, cmbKind),
       Bind(RangeRow("unit"), UNIT_SYSTEM, UNIT_SYSTEMCombo),
       Bind(RangeRow("type"), TypeCheck, TypeCheckCombo),
       Bind(RangeRow("full_scale_1"), FULL_SCALE1, FULL_SCALE1Text, &Label2(7)),
@@ -54,31 +51,21 @@ std::vector<Field> Form2::Table() {
   };
 }
 
-Field Form2::KindField() {
-  Field field = Bind(RangeRow("kind"), chkKind, cmbKind);
-  field.code_of_index = [this](int index) { return KindIsFixed() ? kFlowKind : index; };
-  field.index_of_code = [this](int code) {
-    if (!KindIsFixed()) return code;
-    return code == kFlowKind ? 0 : -1;
-  };
-  return field;
-}
-
 void Form2::BuildLists() {
+  kind_is_fixed_ = false;
   ChannelPage::BuildLists();
   LoadUnits();
-  FillKinds(false);
 }
 
 void Form2::FillUnits() {
   BuildFlowUnitNames(app());
-  FillList(UNIT_SYSTEMCombo, app().state.FlowUnitNames);
+  column().FillList(UNIT_SYSTEMCombo);
 }
 
-void Form2::FillKinds(bool fixed) {
-  std::vector<std::string> kinds = {app().Text(kFlowName)};
-  if (!fixed) kinds.insert(kinds.begin(), app().Text(kVelocityName));
-  FillList(cmbKind, kinds);
+MeterFacts Form2::FactsOfList(const Field& field) {
+  MeterFacts facts = ChannelPage::FactsOfList(field);
+  if (field.list == &cmbKind) facts.PathMode = kind_is_fixed_ ? kTwoPipesMode : kUnknownMode;
+  return facts;
 }
 
 void Form2::Form_Load() {
@@ -153,11 +140,12 @@ void Form2::ChannelSelect_Click(int index) {
 
 void Form2::UpdateKinds() {
   // Without an answer about the pipes the list stays as it is.
-  const bool two_pipes = HasTwoPipes() || (Config() == ChannelConfig::kUnknown && KindIsFixed());
+  const bool two_pipes = HasTwoPipes() || (Config() == ChannelConfig::kUnknown && kind_is_fixed_);
   const bool fixed = Channel() == kComputedChannel && two_pipes;
-  if (fixed == KindIsFixed()) return;
+  if (fixed == kind_is_fixed_) return;
   if (fixed) remembered_kind_ = cmbKind.ListIndex();
-  FillKinds(fixed);
+  kind_is_fixed_ = fixed;
+  column().FillList(cmbKind);
   cmbKind.SetListIndex(fixed ? 0 : remembered_kind_);
 }
 

@@ -59,25 +59,23 @@ class Form2 : public ChannelPage {
 
  private:
   std::vector<Field> Table();
-  Field KindField();
   void ReadBlocks() override;
   void BuildLists() override;
   void FillUnits() override;
+  MeterFacts FactsOfList(const Field& field) override;
   void LearnUnit(const Field& field) override;
   void FieldWasRead(const Field& field, int code) override;
   void ChannelSelect_Click(int index) override;
   void TypeCheckCombo_Click();
 
-  // CH3 of two pipes is computed and knows the flow alone: its list has one entry, whose code is not its
-  // index.
-  bool KindIsFixed() const { return cmbKind.Count() == 1; }
-  void FillKinds(bool fixed);
   void UpdateKinds();
   // The thermal full scales exist for CH1 of a full model with one pipe.
   void EnableThermal();
   // Kind or unit of the channel came from the meter.
   void ShowFlowUnits();
 
+  // CH3 of two pipes is computed and knows the flow alone: its list has one entry.
+  bool kind_is_fixed_ = false;
   int remembered_kind_ = -1;  // choice in the list of two while the list of one is shown
 };
 

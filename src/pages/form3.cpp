@@ -49,7 +49,7 @@ void Form3::BuildLists() {
 
 void Form3::SubGetUnitForm3() {
   BuildTotalUnitNames(app());
-  FillList(UNIT_SYSTEMCombo, app().state.TotalUnitNames);
+  column().FillList(UNIT_SYSTEMCombo);
 }
 
 void Form3::Form_Activate() {

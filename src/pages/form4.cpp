@@ -11,9 +11,6 @@ namespace vlt {
 namespace {
 
 constexpr int kLastOutput = 3;
-constexpr int kFlowFunctions = 10;  // entries of the output list before the thermal ones
-constexpr int kAllFunctions = 19;
-constexpr int kReserveOutput = 1;  // only DO2 offers RESERVE
 
 }  // namespace
 
@@ -39,7 +36,7 @@ Form4::Form4(App& app)
 
 std::vector<Field> Form4::Table() {
   CheckBox& all = SELECT_Check;
-  std::vector<Field> fields = {
+  return {
       Bind(StatusRow("channel"), all, CH_Combo),
       Bind(StatusRow("function"), all, OUTPUT_DO_1Combo),
       Bind(StatusRow("alarm"), all, DO1_AlarmCombo),
@@ -53,8 +50,6 @@ std::vector<Field> Form4::Table() {
       Bind(StatusRow("thermal_switch_low"), all, H_RyuryoText(1), &LabelHRyuryoUnit(1)),
       Bind(StatusRow("thermal_total_switch"), all, H_TOTALText, &LabelHSekisanUnit),
   };
-  for (Field& field : fields) field.any_code_is_second = field.options[0] != nullptr;
-  return fields;
 }
 
 std::vector<Form4::Function> Form4::FunctionTable() {
@@ -85,15 +80,7 @@ std::vector<Form4::Function> Form4::FunctionTable() {
 
 // --- lists, captions, enabling -------------------------------------------------------------------------
 
-void Form4::FillOutputList() {
-  std::vector<std::string> items = ListTexts(app().Codes(), 14);
-  if (Output() != kReserveOutput) items.resize(kAllFunctions);
-  if (!MayHaveHeat(app().state)) items.resize(kFlowFunctions);
-  if (items == OUTPUT_DO_1Combo.Items()) return;
-  const int index = OUTPUT_DO_1Combo.ListIndex();
-  FillList(OUTPUT_DO_1Combo, items);
-  OUTPUT_DO_1Combo.SetListIndex(index);
-}
+void Form4::FillOutputList() { column().FillList(OUTPUT_DO_1Combo); }
 
 void Form4::Form_Load() {
   ParameterPage::Form_Load();
@@ -125,10 +112,6 @@ void Form4::C05_STATUS_FrmInit() {
                    {&LabelSekisanSW, 244},
                    {&LabelHRyuryoSW, 607},
                    {&LabelHSekisanSW, 608},
-                   {&optDO1FlowSWHigh, 2460},
-                   {&optDO1FlowSWLow, 2470},
-                   {&optFLOW_SWITCH_T_HIGH, 621},
-                   {&optFLOW_SWITCH_T_LOW, 622},
                    {&MODE_DO_1, 617}});
   constexpr const char* kOutputs[] = {"DO1", "DO2", "DO3", "DO4"};
   DigitalOutputSelect.ForEach([&](OptionButton& option) { option.SetCaption(kOutputs[option.Index()]); });

@@ -2,15 +2,13 @@
 #include "pages/form5.h"
 
 #include "meter/display_table.h"
-#include "resources/text_ids.h"
+#include "meter/offered_codes.h"
 
 namespace vlt {
 namespace {
 
 constexpr int kComputedChannel = 2;
-constexpr int kFlowRate = 1;          // code of the one item that has a decimal point
-constexpr int kItemsWithoutHeat = 7;  // codes 0 to 6 of the display items
-constexpr int kMinutes = 100;         // entries of the lights-out list
+constexpr int kFlowRate = 1;  // code of the one item that has a decimal point
 constexpr int kBacklightName = 4961;
 constexpr int kMinuteName = 4963;
 
@@ -39,8 +37,6 @@ std::vector<Field> Form5::RowFields(Row& row, const Parameter& channel, const Pa
                                Bind(item, row.selection_box, row.selection),
                                Bind(decimal, row.decimal_box, row.decimal)};
   fields[0].text_of_list = true;
-  fields[1].code_of_index = [&row](int index) { return index + row.first_code; };
-  fields[1].index_of_code = [&row](int code) { return code - row.first_code; };
   return fields;
 }
 
@@ -64,9 +60,7 @@ void Form5::BuildLists() {
     SubGetSelectForm5(row);
     SubGetUnitForm5(row.decimal);
   }
-  std::vector<std::string> minutes;
-  for (int i = 0; i < kMinutes; ++i) minutes.push_back(std::to_string(i));
-  FillList(cmbLCD_Time, minutes);
+  column().FillList(cmbLCD_Time);
 }
 
 void Form5::Form_Load() {
@@ -103,50 +97,46 @@ void Form5::C04_HYOJI_FrmInit() {
                    {&Flow_Unit1, 2240},
                    {&Flow_Unit2, 2240},
                    {&LCD_Check, kBacklightName},
-                   {&lblLCD_Time, 4962},
-                   {&optLCD(0), text::kOn},
-                   {&optLCD(1), 2340}});
+                   {&lblLCD_Time, 4962}});
   lblTimeUnit.SetCaption("[" + app().Text(kMinuteName) + "]");
 }
 
-void Form5::SubGetCHForm5(ComboBox& list) { FillList(list, ListTexts(app().Codes(), 43)); }
+void Form5::SubGetCHForm5(ComboBox& list) { column().FillList(list); }
 
-void Form5::SubGetUnitForm5(ComboBox& list) { FillList(list, ListTexts(app().Codes(), 19)); }
+void Form5::SubGetUnitForm5(ComboBox& list) { column().FillList(list); }
 
-bool Form5::IsReducedList(const Row& row) const {
-  return config_ == ChannelConfig::kTwoPipes && row.channel.ListIndex() == kComputedChannel;
+MeterFacts Form5::FactsOfList(const Field& field) {
+  MeterFacts facts = ParameterPage::FactsOfList(field);
+  facts.PathMode = PathModeOf(config_);
+  return facts;
 }
 
-void Form5::SubGetSelectForm5(Row& row) {
-  std::vector<std::string> items = ListTexts(app().Codes(), 18);
-  const bool no_heat =
-      IsSingleChannel(app().state) || (config_ == ChannelConfig::kTwoPipes && row.channel.ListIndex() >= 0);
-  if (no_heat) items.resize(kItemsWithoutHeat);
-  row.first_code = 0;
-  if (IsReducedList(row)) {
-    // The computed channel of two pipes has no velocity.
-    items.erase(items.begin());
-    row.first_code = kFlowRate;
+std::vector<int> Form5::CodesOfList(const Field& field, const MeterFacts& facts) {
+  for (const Row& row : rows_) {
+    if (field.list == &row.selection) {
+      return OfferedCodes({field.parameter, 0}, facts, row.channel.ListIndex());
+    }
   }
-  if (items != row.selection.Items()) FillList(row.selection, items);
+  return ParameterPage::CodesOfList(field, facts);
 }
+
+void Form5::SubGetSelectForm5(Row& row) { column().FillList(row.selection); }
 
 void Form5::RebuildSelection(Row& row) {
-  const int index = row.selection.ListIndex();
-  const int code = index < 0 ? -1 : index + row.first_code;
+  const bool chosen = row.selection.ListIndex() >= 0;
   SubGetSelectForm5(row);
-  SelectCode(row, code);
-  if (code >= 0 && row.selection.ListIndex() < 0 && IsReducedList(row)) row.selection.SetListIndex(0);
+  const bool reduced = config_ == ChannelConfig::kTwoPipes && row.channel.ListIndex() == kComputedChannel;
+  if (chosen && row.selection.ListIndex() < 0 && reduced) row.selection.SetListIndex(0);
   FollowSelection(row);
 }
 
 void Form5::SelectCode(Row& row, int code) {
-  row.selection.SetListIndex(code < 0 ? -1 : code - row.first_code);
+  row.selection.SetListIndex(column().FieldOf(row.selection).IndexOf(code));
 }
 
 void Form5::FollowSelection(Row& row) {
-  const int index = row.selection.ListIndex();
-  Depend(row.decimal_box, row.decimal, index >= 0 && index + row.first_code == kFlowRate);
+  const int code = column().FieldOf(row.selection).CodeOf(row.selection.ListIndex());
+  Depend(row.decimal_box, row.decimal, code == kFlowRate);
 }
 
 void Form5::LCD_Check_Click() {

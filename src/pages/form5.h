@@ -51,7 +51,6 @@ class Form5 : public ParameterPage {
     CheckBox& decimal_box;
     ComboBox& decimal;
     int name;            // text id
-    int first_code = 0;  // code of the selection list's first entry
     int read_code = -1;  // what the running read has brought, or -1
   };
 
@@ -59,6 +58,8 @@ class Form5 : public ParameterPage {
   std::vector<Field> RowFields(Row& row, const Parameter& channel, const Parameter& item,
                                const Parameter& decimal);
   void BuildLists() override;
+  MeterFacts FactsOfList(const Field& field) override;
+  std::vector<int> CodesOfList(const Field& field, const MeterFacts& facts) override;
   void ReadBlocks() override;
   void PlanWrites(WritePlan& plan) override;
   void PlanBacklight(WritePlan& plan);
@@ -73,7 +74,6 @@ class Form5 : public ParameterPage {
   // Rebuilds a row's selection list for its channel, keeping the chosen item where the list still has it.
   void RebuildSelection(Row& row);
   void SelectCode(Row& row, int code);
-  bool IsReducedList(const Row& row) const;
 
   void CHCombo1_Click() { RebuildSelection(rows_[0]); }
   void CHCombo2_Click() { RebuildSelection(rows_[1]); }

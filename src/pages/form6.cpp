@@ -8,6 +8,7 @@
 #include "files/file_report.h"
 #include "link/device_queries.h"
 #include "link/modbus.h"
+#include "meter/offered_codes.h"
 #include "meter/settings_report.h"
 #include "meter/system_table.h"
 #include "meter/value_text.h"
@@ -37,15 +38,6 @@ constexpr int kInitQuestion = 4501;
 constexpr int kInitStarted = 3998;
 constexpr int kInitCompleted = 4008;
 constexpr int kReportKind = 4050;
-
-// What an analog output can follow, by measurement mode: flow of CH1 to CH3, then their heat.
-const std::vector<int> kSourcesByMode[] = {{0, 3}, {0, 1, 2, 3, 4, 5}, {0, 1, 2}};
-constexpr int kTwoPathsList = 1;
-
-int IndexIn(const std::vector<int>& codes, int code) {
-  const auto at = std::find(codes.begin(), codes.end(), code);
-  return at == codes.end() ? -1 : static_cast<int>(at - codes.begin());
-}
 
 }  // namespace
 
@@ -82,25 +74,12 @@ std::vector<Field> Form6::Table() {
       Bind(SystemRow("operation_mode"), SYSTEM_MODECheck, SYSTEM_MODECombo),
       Bind(SystemRow("measurement_mode"), MEASUREMENT_MODECheck, MEASUREMENT_MODECombo),
       Bind(SystemRow("calculation"), CALCULATIONCheck, CALCULATIONCombo),
-      SourceField(SystemRow("ao1_source"), A01_OUT_SOURCE, A01_OUT_SOURCECombo),
-      SourceField(SystemRow("ao2_source"), A02_OUT_SOURCE, A02_OUT_SOURCECombo),
+      Bind(SystemRow("ao1_source"), A01_OUT_SOURCE, A01_OUT_SOURCECombo),
+      Bind(SystemRow("ao2_source"), A02_OUT_SOURCE, A02_OUT_SOURCECombo),
   };
 }
 
-Field Form6::SourceField(const Parameter& row, CheckBox& box, ComboBox& list) {
-  Field field = Bind(row, box, list);
-  field.code_of_index = [this](int index) { return listed_sources_.at(static_cast<std::size_t>(index)); };
-  field.index_of_code = [this](int code) { return IndexIn(listed_sources_, code); };
-  return field;
-}
-
 // --- life of the page --------------------------------------------------------------------------------------
-
-void Form6::BuildLists() {
-  ParameterPage::BuildLists();
-  listed_sources_.clear();
-  RebuildOutSourceLists();
-}
 
 void Form6::Form_Load() {
   ParameterPage::Form_Load();
@@ -192,28 +171,28 @@ void Form6::EnableMeasureSetup() {
   }
 }
 
-// While the page shows no mode, that of the meter counts, and of an unknown meter every source is offered.
-std::vector<int> Form6::OutSourceCodes() const {
+// The lists of sources follow the mode that the page shows, whatever the meter is; while it shows none, that
+// of the meter counts.
+MeterFacts Form6::FactsOfList(const Field& field) {
+  MeterFacts facts = ParameterPage::FactsOfList(field);
+  if (!IsSource(field)) return facts;
   const int mode = MEASUREMENT_MODECombo.ListIndex();
-  if (mode >= 0) return kSourcesByMode[mode];
-  const ChannelConfig known = KnownChannelConfig(app().state);
-  return kSourcesByMode[known == ChannelConfig::kUnknown ? kTwoPathsList : static_cast<int>(known) - 1];
+  return FactsInMode(mode >= 0 ? mode : PathModeOf(KnownChannelConfig(facts)));
+}
+
+MeterFacts Form6::FactsInMode(int mode) const {
+  MeterFacts facts = app().state;
+  facts.SpecClass = kFullModel;
+  facts.PathMode = mode;
+  return facts;
+}
+
+bool Form6::IsSource(const Field& field) const {
+  return field.list == &A01_OUT_SOURCECombo || field.list == &A02_OUT_SOURCECombo;
 }
 
 void Form6::RebuildOutSourceLists() {
-  const std::vector<int> codes = OutSourceCodes();
-  if (codes == listed_sources_) return;
-  const std::vector<std::string> names = ListTexts(app().Codes(), SystemRow("ao1_source").codes);
-  std::vector<std::string> items;
-  for (const int code : codes) items.push_back(names.at(static_cast<std::size_t>(code)));
-  for (ComboBox* list : {&A01_OUT_SOURCECombo, &A02_OUT_SOURCECombo}) {
-    const int index = list->ListIndex();
-    const bool known = index >= 0 && index < static_cast<int>(listed_sources_.size());
-    const int code = known ? listed_sources_[static_cast<std::size_t>(index)] : -1;
-    FillList(*list, items);
-    list->SetListIndex(IndexIn(codes, code));
-  }
-  listed_sources_ = codes;
+  for (const ComboBox* list : {&A01_OUT_SOURCECombo, &A02_OUT_SOURCECombo}) column().FillList(*list);
 }
 
 // These two are emptied when they hold no number.
@@ -323,10 +302,9 @@ std::optional<int> Form6::ModeOfSet() {
 // The lists follow the mode that the page shows, which need not be the meter's. A meter whose mode is not
 // known judges for itself.
 std::string Form6::WhyNotOffered(const Field& field) {
-  const bool source = field.list == &A01_OUT_SOURCECombo || field.list == &A02_OUT_SOURCECombo;
-  if (!source || !field.Ticked() || field.Selected() < 0) return {};
+  if (!IsSource(field) || !field.Ticked() || field.Selected() < 0) return {};
   const auto mode = ModeOfSet();
-  if (!mode || IndexIn(kSourcesByMode[*mode], field.CodeOf(field.Selected())) >= 0) return {};
+  if (!mode || IsOffered({field.parameter, 0}, FactsInMode(*mode), field.CodeOf(field.Selected()))) return {};
   return FormatText(app().Text(text::kSourceNotOffered),
                     {field.ShownText(), CodeWord(SystemRow("measurement_mode"), app().state, *mode)});
 }

@@ -69,8 +69,10 @@ class Form6 : public ParameterPage {
 
  private:
   std::vector<Field> Table();
-  Field SourceField(const Parameter& row, CheckBox& box, ComboBox& list);
-  void BuildLists() override;
+  MeterFacts FactsOfList(const Field& field) override;
+  // What is known of the meter, had it this measurement mode.
+  MeterFacts FactsInMode(int mode) const;
+  bool IsSource(const Field& field) const;
   void EnableCommands(bool enabled) override;
   bool AnythingSelected() override;
   std::vector<CheckBox*> Boxes() override;
@@ -98,8 +100,6 @@ class Form6 : public ParameterPage {
   void MEASUREMENT_MODECombo_Click();
   // The sources that the measurement mode offers, each list keeping its selection where it can.
   void RebuildOutSourceLists();
-  // Their codes, in the order of the lists.
-  std::vector<int> OutSourceCodes() const;
   void CheckFourDigits(TextBox& box);
 
   void CommandMemoryInit_Click();
@@ -121,7 +121,6 @@ class Form6 : public ParameterPage {
   bool SilentRead() const { return column().IsReadingBack(); }
 
   ChannelConfig config_ = ChannelConfig::kUnknown;
-  std::vector<int> listed_sources_;  // codes that the source lists hold
   // Sources that the running set leaves out, and why.
   std::vector<std::pair<const Field*, std::string>> left_out_;
   bool specification_changed_ = false;

@@ -30,9 +30,7 @@ constexpr int kDigitalCheckName = 245;  // what the failure box calls it
 constexpr int kTestOff = 0;
 constexpr int kTestOn = 1;
 
-// Lists that read the same in both languages.
 const std::vector<std::string> kPointItems = {"4", "20"};
-const std::vector<std::string> kDigitalItems = {"ON", "OFF"};
 
 bool IsBlank(const TextBox& box) { return Trim(box.Text()).empty(); }
 
@@ -125,8 +123,8 @@ void Form7::TieTexts() {
 // --- life of the page ------------------------------------------------------------------------------------
 
 void Form7::BuildLists() {
+  ParameterPage::BuildLists();
   for (const AnalogOutput& output : outputs_) FillList(output.point, kPointItems);
-  FillList(OUTPUT_DOCombo, kDigitalItems);
 }
 
 void Form7::C11_MENTE_FrmInit() {

@@ -11,6 +11,7 @@
 #include "link/port.h"
 #include "link/store.h"
 #include "meter/facts.h"
+#include "meter/offered_codes.h"
 #include "meter/total_table.h"
 #include "meter/units.h"
 #include "meter/value_text.h"
@@ -88,6 +89,12 @@ void ColumnRules::All_OnOff(int value) { column_->TickAll(value); }
 void ColumnRules::Text_Box_Enable() { column_->EnableEntries(); }
 
 void ColumnRules::Text_Box_Able() { column_->DisableEntries(); }
+
+MeterFacts ColumnRules::FactsOfList(const Field&) { return column_->TheApp().state; }
+
+std::vector<int> ColumnRules::CodesOfList(const Field& field, const MeterFacts& facts) {
+  return OfferedCodes({field.parameter, IndexOf(field.parameter->location)}, facts);
+}
 
 void ColumnRules::LearnUnit(const Field&) {
   constexpr int kUnitSystem = -1;
@@ -209,13 +216,30 @@ void ParameterColumn::EnableButtons(bool enabled) {
 
 // --- slots, captions, units ------------------------------------------------------------------------------
 
-void ParameterColumn::FillLists(const std::string& font) {
-  const CodeContext codes = app_.Codes();
-  for (const Field& field : fields_) {
-    if (field.list == nullptr || field.parameter->codes == 0) continue;
-    field.list->SetFont({font, 12, false});
-    field.list->SetItems(ListTexts(codes, field.parameter->codes));
+void ParameterColumn::FillLists() {
+  for (Field& field : fields_) {
+    if (field.list != nullptr) Fill(field);
   }
+}
+
+void ParameterColumn::FillList(const ComboBox& list) {
+  for (Field& field : fields_) {
+    if (field.list == &list) Fill(field);
+  }
+}
+
+void ParameterColumn::Fill(Field& field) {
+  SharedState facts = app_.state;
+  static_cast<MeterFacts&>(facts) = rules_.FactsOfList(field);
+  std::vector<int> codes = rules_.CodesOfList(field, facts);
+  const std::vector<std::string> entries = EntriesOf(*field.parameter, facts, codes);
+  if (codes == field.codes && entries == field.list->Items()) return;
+  const int selected = field.Selected();
+  const int code = selected < 0 ? selected : field.CodeOf(selected);
+  field.codes = std::move(codes);
+  field.list->SetFont({app_.state.PageFont, 12, false});
+  field.list->SetItems(entries);
+  field.list->SetListIndex(selected < 0 ? selected : field.IndexOf(code));
 }
 
 void ParameterColumn::SlotsToControls() {
@@ -294,7 +318,12 @@ void ParameterColumn::ApplyUnitCaptions() {
 }
 
 void ParameterColumn::ShowNames() {
-  for (const Field& field : fields_) field.box->SetCaption(app_.Text(field.parameter->caption));
+  for (const Field& field : fields_) {
+    field.box->SetCaption(app_.Text(field.parameter->caption));
+    if (field.options[0] == nullptr) continue;
+    const std::vector<std::string> words = CodeWords(*field.parameter, app_.state);
+    for (std::size_t i = 0; i < 2; ++i) field.options[i]->SetCaption(words[i]);
+  }
 }
 
 void ParameterColumn::ShowHints() {

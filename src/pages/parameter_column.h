@@ -36,6 +36,12 @@ class ColumnRules : public FieldPlaces {
   virtual void Text_Box_Enable();
   virtual void Text_Box_Able();
 
+  // --- lists ---
+  // What is known of the meter where a list depends on it; by default what the program knows.
+  virtual MeterFacts FactsOfList(const Field& field);
+  // The codes that a list offers, in its order; by default those that a meter of these facts offers.
+  virtual std::vector<int> CodesOfList(const Field& field, const MeterFacts& facts);
+
   // --- reading ---
   // The exchanges of a read, in order.
   virtual void ReadBlocks() = 0;
@@ -151,11 +157,13 @@ class ParameterColumn {
   bool IsRestoring() const { return restoring_; }
   // Slot to entry, for one field that has a slot.
   void RestoreEntry(const Field& field);
-  // Fills the lists of the fields whose rows have a code table.
-  void FillLists(const std::string& font);
+  // Fills the lists, or one of them. What was selected stays selected where the list still has its code; a
+  // list that stays as it is, stays.
+  void FillLists();
+  void FillList(const ComboBox& list);
   // Shows the cached unit captions: "0" stands for the unit in force, an empty one leaves the caption.
   void ApplyUnitCaptions();
-  // Gives every box the name of its field.
+  // Gives every box the name of its field, and every option its word.
   void ShowNames();
   // Registers in the tooltips, for the channel or output in force, and the greatest lengths.
   void ShowHints();
@@ -184,6 +192,7 @@ class ParameterColumn {
  private:
   int AddressOnPage(const Parameter& row) const { return AddressOf(row, rules_.IndexOf(row.location)); }
   void Tie(const Field& field);
+  void Fill(Field& field);
   // Calls `action` for each field that lies in the block and takes part, with its place in the reply's data.
   template <class F>
   void ForEachIn(const Block& block, F&& action) const;

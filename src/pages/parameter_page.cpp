@@ -37,7 +37,7 @@ void ParameterPage::Taihi() {
 }
 
 void ParameterPage::BuildLists() {
-  for (const auto& column : columns_) column->FillLists(app().state.PageFont);
+  for (const auto& column : columns_) column->FillLists();
 }
 
 void ParameterPage::Form_Load() {

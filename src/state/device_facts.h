@@ -16,6 +16,7 @@ inline constexpr int kSingleChannelModel = 1;
 inline constexpr int kOnePathMode = 0;
 inline constexpr int kTwoPathsMode = 1;
 inline constexpr int kTwoPipesMode = 2;
+inline constexpr int kUnknownMode = -1;
 
 // The model that a specification number (register 0148H) stands for. Numbers below 182 and those a multiple
 // of 100 above 81 are full models.
@@ -41,6 +42,11 @@ constexpr bool HasHeat(const MeterFacts& state) { return IsFullModel(state) && !
 // It is not known to lack it: what a page offers, also while no meter has answered.
 constexpr bool MayHaveHeat(const MeterFacts& state) {
   return !IsSingleChannel(state) && !IsOnTwoPipes(state);
+}
+
+// The path mode of a meter that makes so many measurements.
+constexpr int PathModeOf(ChannelConfig config) {
+  return config == ChannelConfig::kUnknown ? kUnknownMode : static_cast<int>(config) - 1;
 }
 
 // What GetChannelConfig last found, without asking.
