@@ -116,6 +116,49 @@ TEST(Agreement, PagesAndSnapshotShowTheSame) {
   }
 }
 
+// Lists that are shorter on some meters, or whose first entry is not the code 0: whatever is chosen, the page
+// sends the code that a comparison of the fields counts with, and both call it by the same word.
+TEST(Agreement, AnEntryIsTheSameCodeOnTheLineAndInAComparison) {
+  const struct {
+    Visit visit;
+    int place;
+    const char* row;
+    const char* channel = nullptr;  // the list that the entries follow
+  } lists[] = {
+      {kVisits[1], 2, "range.kind"},        {kVisits[3], 0, "status.function"},
+      {kVisits[3], 1, "status.function"},   {kVisits[4], 0, "display.item_2", "CHCombo2"},
+      {kVisits[5], 0, "system.ao1_source"}, {kVisits[6], 0, "details.send_count"},
+  };
+  int checked = 0;
+  for (const Shape& shape : kShapes) {
+    for (const auto& list : lists) {
+      SCOPED_TRACE(std::string(shape.name) + " " + list.row);
+      Agreement test(shape);
+      ParameterPage* page = test.OpenAt(list.visit, list.place);
+      if (page == nullptr) continue;
+      ReadPage(*page);
+      ParameterColumn& column = *page->Columns().front();
+      const Parameter& row = *FindParameter(list.row);
+      const Field& field = *std::find_if(column.Fields().begin(), column.Fields().end(),
+                                         [&](const Field& each) { return each.parameter == &row; });
+      for (CheckBox* box : column.DistinctBoxes()) box->SetValue(box == field.box ? 1 : 0);
+      if (list.channel != nullptr) static_cast<ComboBox*>(page->Find(list.channel))->SetListIndex(2);
+      for (int entry = 0; field.Ticked() && entry < field.list->Count(); ++entry) {
+        ASSERT_TRUE(field.list->Choose(entry));
+        column.SetParameter_Click();
+        const CompareSide fields = SideOfFields(test.app());
+        const SideCell* cell = fields.Find({&row, list.place});
+        ASSERT_NE(cell, nullptr) << entry;
+        EXPECT_EQ(cell->text, field.list->Text());
+        ++checked;
+        const auto held = test.meter().holding().Read(static_cast<std::uint32_t>(cell->place.Address()), 2);
+        EXPECT_TRUE(std::equal(held.begin(), held.end(), cell->raw.begin(), cell->raw.end())) << cell->text;
+      }
+    }
+  }
+  EXPECT_GT(checked, 150);
+}
+
 // The fields and a parameter file written from them hold what the meter holds, wherever they hold
 // something, to the last digit that a page shows.
 TEST(Agreement, FieldsAndParameterFileEqualTheMeterTheyWereReadFrom) {

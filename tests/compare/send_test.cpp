@@ -273,6 +273,39 @@ TEST(Sender, WhatAnotherUnitSystemMeansIsConvertedOrLeft) {
   EXPECT_EQ(english.app().state.UnitFlag, 0) << "and the session knows";
 }
 
+// Each row that decides what others mean, sent with one of those: that goes by what the meter is then, and
+// stays where it is not.
+TEST(Sender, WhatARowDecidesHoldsForTheRowsBehindIt) {
+  const struct {
+    const char* row;
+    std::uint32_t address;
+    int here, there;  // the code in the source and in the meter
+    const char* other;
+    const char* reason;  // of one that stays
+  } cases[] = {
+      {"range.kind", 0x0002, 0, 1, "range.full_scale_1",
+       "12.5 m/s has no exact value in the meter's unit m3/h"},
+      {"range.unit", 0x0004, 8, 7, "range.full_scale_1", ""},
+  };
+  for (const auto& c : cases) {
+    CompareTest test(kOnePath);
+    auto& holding = test.meter().holding();
+    const auto own = static_cast<std::uint32_t>(At(c.other).Address());
+    holding.PutWord(0x0002, 1);
+    holding.PutWord(0x0004, 8);
+    holding.PutWord(c.address, c.here);
+    holding.PutDouble(own, 12.5);
+    const CompareSide side = test.Meter();
+    holding.PutWord(c.address, c.there);
+    holding.PutDouble(own, 3);
+    EXPECT_EQ(RowAt(test.Send(side, {At(c.other)}), c.other).reason, c.reason) << c.row;
+    const SendReport report = test.Send(side, {At(c.other), At(c.row)});
+    EXPECT_TRUE(AllStored(report)) << c.row << " " << RowAt(report, c.other).reason;
+    EXPECT_FALSE(RowAt(report, c.other).converted) << c.row;
+    EXPECT_EQ(holding.Double(own), 12.5) << c.row;
+  }
+}
+
 // What the window says of the value is what is sent.
 TEST(Sender, AnOutputGoesByTheUnitOfTheChannelThatItFollows) {
   CompareTest test(kTwoPipes);
