@@ -273,36 +273,47 @@ TEST(Sender, WhatAnotherUnitSystemMeansIsConvertedOrLeft) {
   EXPECT_EQ(english.app().state.UnitFlag, 0) << "and the session knows";
 }
 
-// Each row that decides what others mean, sent with one of those: that goes by what the meter is then, and
-// stays where it is not.
+// A row that decides what others mean, sent with one of those: that goes by what the meter is then, byte for
+// byte. Without it the value is another one there, or stays.
 TEST(Sender, WhatARowDecidesHoldsForTheRowsBehindIt) {
   const struct {
     const char* row;
-    std::uint32_t address;
     int here, there;  // the code in the source and in the meter
     const char* other;
-    const char* reason;  // of one that stays
+    int code = 0;  // of a list; a number is 12.5
   } cases[] = {
-      {"range.kind", 0x0002, 0, 1, "range.full_scale_1",
-       "12.5 m/s has no exact value in the meter's unit m3/h"},
-      {"range.unit", 0x0004, 8, 7, "range.full_scale_1", ""},
+      {"range.kind", 0, 1, "range.full_scale_1"},
+      {"range.unit", 8, 7, "range.full_scale_1"},
+      {"total.unit", 2, 1, "total.rate"},
+      {"heat.flow_unit", 0, 1, "range.thermal_full_scale_1"},
+      {"heat.total_unit", 0, 1, "total.thermal_rate"},
+      {"heat.temperature_unit", 0, 1, "heat.change_temperature"},
+      {"status.channel", 0, 1, "status.flow_switch_high"},
+      {"system.operation_mode", 0, 1, "details.send_count", 6},
+      {"system.measurement_mode", 0, 2, "system.ao1_source", 3},
   };
   for (const auto& c : cases) {
+    SCOPED_TRACE(c.row);
     CompareTest test(kOnePath);
     auto& holding = test.meter().holding();
-    const auto own = static_cast<std::uint32_t>(At(c.other).Address());
-    holding.PutWord(0x0002, 1);
-    holding.PutWord(0x0004, 8);
-    holding.PutWord(c.address, c.here);
-    holding.PutDouble(own, 12.5);
+    const auto register_of = [](const char* name) { return static_cast<std::uint32_t>(At(name).Address()); };
+    for (const std::uint32_t kind : {0x0002u, 0x138Au}) holding.PutWord(kind, 1);
+    holding.PutWord(0x0004, 8);  // m3/h
+    holding.PutWord(0x138C, 7);  // m3/min
+    holding.PutWord(0x04A8, 0);
+    holding.PutWord(register_of(c.row), c.here);
+    if (c.code != 0) {
+      holding.PutWord(register_of(c.other), c.code);
+    } else {
+      holding.PutDouble(register_of(c.other), 12.5);
+    }
     const CompareSide side = test.Meter();
-    holding.PutWord(c.address, c.there);
-    holding.PutDouble(own, 3);
-    EXPECT_EQ(RowAt(test.Send(side, {At(c.other)}), c.other).reason, c.reason) << c.row;
+    holding.PutWord(register_of(c.row), c.there);
+    const SentRow alone = RowAt(test.Send(side, {At(c.other)}), c.other);
+    EXPECT_TRUE(alone.converted || alone.end == WriteEnd::kNotSent);
     const SendReport report = test.Send(side, {At(c.other), At(c.row)});
-    EXPECT_TRUE(AllStored(report)) << c.row << " " << RowAt(report, c.other).reason;
-    EXPECT_FALSE(RowAt(report, c.other).converted) << c.row;
-    EXPECT_EQ(holding.Double(own), 12.5) << c.row;
+    EXPECT_TRUE(AllStored(report)) << RowAt(report, c.other).reason;
+    EXPECT_EQ(RowAt(report, c.other).raw, side.Find(At(c.other))->raw);
   }
 }
 
