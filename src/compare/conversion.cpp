@@ -9,7 +9,6 @@
 #include <string_view>
 
 #include "meter/offered_codes.h"
-#include "meter/total_table.h"
 #include "meter/units.h"
 #include "meter/value_text.h"
 #include "resources/string_table.h"
@@ -21,8 +20,6 @@
 
 namespace vlt {
 namespace {
-
-constexpr int kTotalReset = 2;  // of the total mode: the totals begin anew
 
 // The text id of why a row is never sent, or 0.
 int NeverReason(const Parameter& row) {
@@ -232,7 +229,7 @@ class Converter {
 
   Conversion Code() const {
     int code = CodeAt(row_, cell_.raw, 0);
-    if (&row_ == &TotalRow("mode") && code == kTotalReset) return Unfit(text::kClearsTotals);
+    if (row_.IsOrder(code)) return Unfit(text::kClearsTotals);
     SharedState speaker = from_;
     speaker.LangOffset = to_.LangOffset;
     speaker.ModelCode = to_.ModelCode;

@@ -121,6 +121,7 @@ struct Parameter {
   std::array<int, 2> words = {};  // of the codes 0 and 1, where they have no table: text ids
   bool any_is_second = false;     // every code but 0 means what 1 means
   Offer offer = Offer::kAll;
+  int order_code = 0;  // one that the meter carries out and does not keep (its totals begin anew), or 0
   UnitKind unit = UnitKind::kNone;
   bool is_difference = false;    // of temperatures: such have no zero of their own
   Slot slot = Slot::kNone;       // of the parameter file
@@ -148,6 +149,7 @@ struct Parameter {
   }
   constexpr bool IsCode() const { return show == Show::kCode; }
   constexpr bool HasWords() const { return IsCode() && (codes != 0 || words[0] != 0); }
+  constexpr bool IsOrder(int code) const { return order_code != 0 && code == order_code; }
   constexpr SendRule Sending() const {
     if (write == WriteWith::kNothing || never_sent != 0) return SendRule::kNever;
     return one_meter ? SendRule::kByHand : SendRule::kOrdinary;

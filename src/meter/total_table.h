@@ -19,6 +19,7 @@ inline constexpr Parameter kTotalTable[] = {
      .address = 0x0042,
      .location = Location::kChannel,
      .codes = 10,
+     .order_code = 2,
      .slot = SlotOf("TOTAL", "TOTAL_MODE_Data")},
     {.name = "total.rate",
      .caption = 1980,

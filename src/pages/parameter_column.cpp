@@ -12,7 +12,6 @@
 #include "link/store.h"
 #include "meter/facts.h"
 #include "meter/offered_codes.h"
-#include "meter/total_table.h"
 #include "meter/units.h"
 #include "meter/value_text.h"
 #include "pages/parameter_column_guard.h"
@@ -29,17 +28,16 @@ namespace vlt {
 namespace {
 
 constexpr const char* kShowUnitInForce = "0";  // as a kept unit caption
-constexpr int kTotalReset = 2;                 // of the mode of a total
 
-// Whether registers hold what was sent to them, as far as the row shows it. What begins the totals anew is
-// over as soon as it has begun.
+// Whether registers hold what was sent to them, as far as the row shows it. What is carried out is over as
+// soon as it has begun.
 bool HoldsAlike(const Parameter& row, const SharedState& state, std::span<const std::uint8_t> sent,
                 std::span<const std::uint8_t> held) {
   if (std::equal(sent.begin(), sent.end(), held.begin(), held.end())) return true;
   if (row.wire == Wire::kDouble || row.wire == Wire::kCharacters) {
     return Trim(vlt::ValueText(row, state, sent)) == Trim(vlt::ValueText(row, state, held));
   }
-  return &row == &TotalRow("mode") && CodeAt(row, sent, 0) == kTotalReset;
+  return row.IsCode() && row.IsOrder(CodeAt(row, sent, 0));
 }
 
 // The bytes of the last write that holds these registers; none when there is none.
