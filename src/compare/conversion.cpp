@@ -2,7 +2,6 @@
 #include "compare/conversion.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <optional>
 #include <span>

@@ -2,7 +2,6 @@
 #include "compare/sender.h"
 
 #include <algorithm>
-#include <array>
 #include <tuple>
 #include <utility>
 

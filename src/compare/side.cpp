@@ -2,7 +2,6 @@
 #include "compare/side.h"
 
 #include <algorithm>
-#include <array>
 #include <functional>
 #include <limits>
 #include <optional>

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "meter/parameter.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
