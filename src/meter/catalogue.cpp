@@ -15,6 +15,7 @@
 #include "meter/system_table.h"
 #include "meter/total_table.h"
 #include "resources/string_table.h"
+#include "resources/text_ids.h"
 #include "resources/text_ids_compare.h"
 
 namespace vlt {
@@ -118,19 +119,6 @@ constexpr ParameterGroup kGroups[] = {
 // --- names
 // ---------------------------------------------------------------------------------------------------
 
-constexpr int kSupply = 539;
-constexpr int kReturn = 544;
-constexpr int kCooling = 532;
-constexpr int kHeating = 533;
-constexpr int kHigh = 2460;
-constexpr int kLow = 2470;
-constexpr int kDisplay1 = 2100;
-constexpr int kDisplay2 = 2110;
-constexpr int kAo1 = 501;
-constexpr int kAo2 = 502;
-constexpr int kAdjustment = 1910;
-constexpr int kTestMode = 850;
-
 // Rows whose caption alone says too little, or the same as another one's: text ids joined by blanks.
 struct Title {
   const Parameter* row;
@@ -138,35 +126,35 @@ struct Title {
 };
 constexpr Title kTitles[] = {
     {&ProcessRow("sensor_spacing_2"), {1380, text::kSecondPath}},
-    {&HeatRow("heating_coefficient"), {kHeating, 537}},
-    {&HeatRow("cooling_coefficient"), {kCooling, 538}},
-    {&HeatRow("supply_temperature"), {kSupply, 543}},
-    {&HeatRow("supply_zero"), {kSupply, 562}},
-    {&HeatRow("supply_span"), {kSupply, 563}},
-    {&HeatRow("supply_damping"), {kSupply, 564}},
-    {&HeatRow("return_temperature"), {kReturn, 547}},
-    {&HeatRow("return_zero"), {kReturn, 565}},
-    {&HeatRow("return_span"), {kReturn, 566}},
-    {&HeatRow("return_damping"), {kReturn, 567}},
-    {&StatusRow("flow_switch_high"), {243, kHigh}},
-    {&StatusRow("flow_switch_low"), {243, kLow}},
-    {&StatusRow("thermal_switch_high"), {607, kHigh}},
-    {&StatusRow("thermal_switch_low"), {607, kLow}},
-    {&DisplayRow("channel_1"), {kDisplay1, 179}},
-    {&DisplayRow("item_1"), {kDisplay1, 4670}},
-    {&DisplayRow("decimal_point_1"), {kDisplay1, 2240}},
-    {&DisplayRow("channel_2"), {kDisplay2, 179}},
-    {&DisplayRow("item_2"), {kDisplay2, 4670}},
-    {&DisplayRow("decimal_point_2"), {kDisplay2, 2240}},
+    {&HeatRow("heating_coefficient"), {text::kHeating, 537}},
+    {&HeatRow("cooling_coefficient"), {text::kCooling, 538}},
+    {&HeatRow("supply_temperature"), {text::kSupplyTemp, 543}},
+    {&HeatRow("supply_zero"), {text::kSupplyTemp, 562}},
+    {&HeatRow("supply_span"), {text::kSupplyTemp, 563}},
+    {&HeatRow("supply_damping"), {text::kSupplyTemp, 564}},
+    {&HeatRow("return_temperature"), {text::kReturnTemp, 547}},
+    {&HeatRow("return_zero"), {text::kReturnTemp, 565}},
+    {&HeatRow("return_span"), {text::kReturnTemp, 566}},
+    {&HeatRow("return_damping"), {text::kReturnTemp, 567}},
+    {&StatusRow("flow_switch_high"), {243, text::kHigh}},
+    {&StatusRow("flow_switch_low"), {243, text::kLow}},
+    {&StatusRow("thermal_switch_high"), {607, text::kHigh}},
+    {&StatusRow("thermal_switch_low"), {607, text::kLow}},
+    {&DisplayRow("channel_1"), {text::kDisplay1, 179}},
+    {&DisplayRow("item_1"), {text::kDisplay1, 4670}},
+    {&DisplayRow("decimal_point_1"), {text::kDisplay1, 2240}},
+    {&DisplayRow("channel_2"), {text::kDisplay2, 179}},
+    {&DisplayRow("item_2"), {text::kDisplay2, 4670}},
+    {&DisplayRow("decimal_point_2"), {text::kDisplay2, 2240}},
     {&DisplayRow("lights_out_time"), {4961, 4962}},
     {&SystemRow("type"), {text::kMeterType}},
-    {&MaintenanceRow("ao1_adjustment_4ma"), {kAo1, kAdjustment, text::kAt4mA}},
-    {&MaintenanceRow("ao1_adjustment_20ma"), {kAo1, kAdjustment, text::kAt20mA}},
-    {&MaintenanceRow("ao2_adjustment_4ma"), {kAo2, kAdjustment, text::kAt4mA}},
-    {&MaintenanceRow("ao2_adjustment_20ma"), {kAo2, kAdjustment, text::kAt20mA}},
+    {&MaintenanceRow("ao1_adjustment_4ma"), {text::kAo1, text::kAdjustment, text::kAt4mA}},
+    {&MaintenanceRow("ao1_adjustment_20ma"), {text::kAo1, text::kAdjustment, text::kAt20mA}},
+    {&MaintenanceRow("ao2_adjustment_4ma"), {text::kAo2, text::kAdjustment, text::kAt4mA}},
+    {&MaintenanceRow("ao2_adjustment_20ma"), {text::kAo2, text::kAdjustment, text::kAt20mA}},
     {&MaintenanceRow("ao_check"), {text::kAoCheck}},
-    {&MaintenanceRow("test_input"), {kTestMode, 2040}},
-    {&MaintenanceRow("tracking_time"), {kTestMode, 860}},
+    {&MaintenanceRow("test_input"), {text::kTestMode, 2040}},
+    {&MaintenanceRow("tracking_time"), {text::kTestMode, 860}},
 };
 
 // Joined by blanks; a caption's own blanks at its ends do not belong to a title.

@@ -14,6 +14,7 @@
 #include "meter/status_table.h"
 #include "meter/system_table.h"
 #include "meter/total_table.h"
+#include "resources/text_ids.h"
 
 namespace vlt {
 namespace {
@@ -23,7 +24,6 @@ constexpr int kFourthOutput = 3;
 // Where process setting and sensor spacing of CH2 answer a second time: the read-out takes them from here.
 constexpr int kSecondProcess = 0x14D0;
 constexpr int kSecondSpacing = 0x1480;
-constexpr int kFirstChannelName = 182;  // text id; the other channels follow
 
 std::string PlaceName(const App& app, Location location, int index) {
   switch (location) {
@@ -32,7 +32,7 @@ std::string PlaceName(const App& app, Location location, int index) {
     case Location::kOutput:
       return " DO" + std::to_string(index + 1);
     default:
-      return " " + app.Text(kFirstChannelName + index);
+      return " " + app.Text(text::kFirstChannelName + index);
   }
 }
 

@@ -30,8 +30,6 @@ constexpr std::array kComputedWaves = {"ForwardFilterOption", "ReverseFilterOpti
 // The first method judges the received wave as it comes in: nothing is filtered or correlated.
 constexpr int kMethodWithoutComputedWaves = 0;
 
-constexpr int kByItself = 550;
-constexpr int kByHand = 1050;
 constexpr int kTabNames[] = {3390, 3540, text::kWaveform};
 
 }  // namespace
@@ -129,8 +127,8 @@ void Form11::C09_DENPAN_FrmInit() {
                    {&lblAgcForward, 171},
                    {&lblAgcReverse, 172}});
   for (const Automatic& automatic : automatics_) {
-    automatic.by_itself->SetCaption(app().Text(kByItself));
-    automatic.by_hand->SetCaption(app().Text(kByHand));
+    automatic.by_itself->SetCaption(app().Text(text::kAuto));
+    automatic.by_hand->SetCaption(app().Text(text::kManual));
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include "link/device_queries.h"
 #include "meter/range_table.h"
+#include "resources/text_ids.h"
 
 namespace vlt {
 namespace {
@@ -10,8 +11,6 @@ namespace {
 constexpr int kComputedChannel = 2;
 constexpr int kFlowKind = 1;
 constexpr int kSingleType = 0;
-constexpr int kVelocityName = 2180;
-constexpr int kFlowName = 2220;
 
 // What a read asks of the unit, once.
 constexpr int kUnitMark = 0;
@@ -81,8 +80,8 @@ void Form2::FillUnits() {
 }
 
 void Form2::FillKinds(bool fixed) {
-  std::vector<std::string> kinds = {app().Text(kFlowName)};
-  if (!fixed) kinds.insert(kinds.begin(), app().Text(kVelocityName));
+  std::vector<std::string> kinds = {app().Text(text::kFlowName)};
+  if (!fixed) kinds.insert(kinds.begin(), app().Text(text::kVelocityName));
   FillList(cmbKind, kinds);
 }
 

@@ -11,8 +11,6 @@ constexpr int kComputedChannel = 2;
 constexpr int kFlowRate = 1;          // code of the one item that has a decimal point
 constexpr int kItemsWithoutHeat = 7;  // codes 0 to 6 of the display items
 constexpr int kMinutes = 100;         // entries of the lights-out list
-constexpr int kBacklightName = 4961;
-constexpr int kMinuteName = 4963;
 
 }  // namespace
 
@@ -102,11 +100,11 @@ void Form5::C04_HYOJI_FrmInit() {
                    {&Selection2, 4670},
                    {&Flow_Unit1, 2240},
                    {&Flow_Unit2, 2240},
-                   {&LCD_Check, kBacklightName},
+                   {&LCD_Check, text::kLcdBacklight},
                    {&lblLCD_Time, 4962},
                    {&optLCD(0), text::kOn},
                    {&optLCD(1), 2340}});
-  lblTimeUnit.SetCaption("[" + app().Text(kMinuteName) + "]");
+  lblTimeUnit.SetCaption("[" + app().Text(text::kMinute) + "]");
 }
 
 void Form5::SubGetCHForm5(ComboBox& list) { FillList(list, ListTexts(app().Codes(), 43)); }
@@ -203,7 +201,7 @@ void Form5::PlanBacklight(WritePlan& plan) {
     data.insert(data.end(), minutes.begin(), minutes.end());
   }
   plan.Add({.field = &column().FieldOf(optLCD(0)),
-            .name = app().Text(kBacklightName),
+            .name = app().Text(text::kLcdBacklight),
             .address = DisplayRow("backlight").address,
             .data = data});
 }

@@ -18,7 +18,6 @@ namespace vlt {
 namespace {
 
 constexpr int kRefreshMs = 500;
-constexpr int kCsvCaption = 180;
 
 // In the grids' logical units.
 constexpr int kStationWidths[] = {975, 1200, 1200, 1200, 1575, 1425, 1200, 1575};
@@ -85,7 +84,7 @@ void frmLine::Form_Activate() {
 
 void frmLine::Dress() {
   const std::pair<Control*, int> captions[] = {
-      {&cmdReset, text::kLineReset}, {&cmdCSV, kCsvCaption},        {&cmdSave, text::kLineSaveFrames},
+      {&cmdReset, text::kLineReset}, {&cmdCSV, text::kSaveAsCsv},   {&cmdSave, text::kLineSaveFrames},
       {&cmdClose, text::kClose},     {&chkPause, text::kLinePause}, {&lblFrames, text::kLineFrames}};
   SetCaption(app_.Text(text::kLineTitle));
   for (const auto& [control, id] : captions) control->SetCaption(app_.Text(id));

@@ -29,7 +29,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kCanNotStart = 4960;
 constexpr int kEnglishOffset = 5000;
 
 StartResult End(App& app) {
@@ -147,7 +146,7 @@ StartResult StartUp(App& app) {
   }
   if (!may_start) {
     app.platform.process.PutError(app.state.StartFaultReason);
-    app.Show(app.Text(kCanNotStart));
+    app.Show(app.Text(text::kCanNotStart));
     return End(app);
   }
   const SplashVariant& variant = *FindSplashVariant(app.state.ModelCode);
