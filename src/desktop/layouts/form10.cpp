@@ -8,8 +8,6 @@ namespace {
 
 using namespace layout;
 
-// Text ids of groups on the energy tab.
-
 constexpr LayoutItem kItems[] = {
     Tabs("SetParameter2"),
     Tab(),
