@@ -2,8 +2,8 @@
 #include "shell/frm_about.h"
 
 #include "resources/text_ids.h"
+#include "resources/version.h"
 #include "shell/splash.h"
-#include "shell/version.h"
 
 namespace vlt {
 namespace {}  // namespace

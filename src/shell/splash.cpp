@@ -6,8 +6,8 @@
 #include "link/identification.h"
 #include "link/port.h"
 #include "resources/text_ids.h"
+#include "resources/version.h"
 #include "shell/mdi_form1.h"
-#include "shell/version.h"
 
 namespace vlt {
 namespace {

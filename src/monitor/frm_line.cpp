@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/frm_line.h"
+#include "monitor/frm_line.h"
 
 #include <algorithm>
 #include <utility>
@@ -7,10 +7,10 @@
 #include "files/file_report.h"
 #include "files/settings_file.h"
 #include "files/whole_file.h"
+#include "monitor/frame_meaning.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_line.h"
-#include "shell/frame_meaning.h"
 #include "values/hex_digits.h"
 #include "values/number_text.h"
 
