@@ -12,7 +12,7 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "shell/frm_line.h"
+#include "monitor/frm_line.h"
 #include "state/register_window.h"
 #include "support/test_app.h"
 

@@ -5,8 +5,8 @@
 #include <QFile>
 
 #include "desktop/qt_text.h"
+#include "monitor/frm_line.h"
 #include "resources/text_ids_line.h"
-#include "shell/frm_line.h"
 #include "tour/tour.h"
 
 namespace vlt::test {

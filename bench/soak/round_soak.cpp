@@ -185,7 +185,8 @@ class Rounds {
           bench_.reset();
           bench_ = std::make_unique<Bench>(plan_.seed + seed_, plan_.events, random_, result_);
         }
-        (this->*kRuns[kind])();
+        const auto run = kRuns[kind];
+        (this->*run)();
       }
     }
     bench_.reset();

@@ -11,8 +11,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kOutOfRange = 3921;
-constexpr int kSpacingText = 1380;
 constexpr int kFontSize = 9;
 
 constexpr const char* kRequiredMark = "*";
@@ -86,8 +84,8 @@ void frmCalc::Dress() {
   for (const Entry& entry : entries_) entry.caption.SetCaption(FieldCaption(entry.field, Texts()));
   for (const int always : {kDiameter, kWall}) lblRequired(always).SetCaption(kRequiredMark);
   for (const Choice& list : choices_) list.caption.SetCaption(FieldCaption(list.field, Texts()));
-  MOUNT_SIZE1.SetCaption(app_.Text(kSpacingText) + "1");
-  MOUNT_SIZE2.SetCaption(app_.Text(kSpacingText) + "2");
+  MOUNT_SIZE1.SetCaption(app_.Text(text::kSensorSpacing) + "1");
+  MOUNT_SIZE2.SetCaption(app_.Text(text::kSensorSpacing) + "2");
   lblInputRequired.SetCaption("* : " + app_.Text(1967));
   struct Caption {
     Control& control;
@@ -153,7 +151,7 @@ void frmCalc::CheckEntry(const Entry& entry) {
   const bool is_number = numeric == 0 && ParseNumber(text).has_value();
   if (is_number && IsInRange(entry.field, text, unit_flag_)) return;
   entry.text.SelectAll();
-  app_.Show(app_.Text(is_number ? kOutOfRange : NoNumberText(text)));
+  app_.Show(app_.Text(is_number ? text::kOutOfLimits : NoNumberText(text)));
 }
 
 SpacingInputs frmCalc::Inputs() const {

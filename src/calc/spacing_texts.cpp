@@ -7,9 +7,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kNotANumber = 3920;
-constexpr int kOutOfRange = 3921;
-
 struct Caption {
   SpacingField field;
   int text_id;
@@ -58,9 +55,9 @@ std::string FaultText(const InputFault& fault, const TextOf& text) {
     case InputFault::Why::kMissing:
       return FormatText(text(text::kFieldMissing), {caption});
     case InputFault::Why::kNotANumber:
-      return caption + ": " + text(kNotANumber);
+      return caption + ": " + text(text::kNotANumber);
     case InputFault::Why::kOutOfRange:
-      return caption + ": " + text(kOutOfRange);
+      return caption + ": " + text(text::kOutOfLimits);
     case InputFault::Why::kNothingChosen:
       return FormatText(text(text::kNothingChosen), {caption});
     case InputFault::Why::kNoBore:

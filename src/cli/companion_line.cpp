@@ -7,8 +7,8 @@
 #include "files/csv_question.h"
 #include "files/file_report.h"
 #include "files/whole_file.h"
-#include "shell/frame_meaning.h"
-#include "shell/line_report.h"
+#include "monitor/frame_meaning.h"
+#include "monitor/line_report.h"
 #include "values/hex_digits.h"
 
 namespace vlt {

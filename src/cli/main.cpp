@@ -17,8 +17,8 @@
 #include "files/file_report.h"
 #include "files/settings_file.h"
 #include "host/host.h"
+#include "resources/version.h"
 #include "shell/start.h"
-#include "shell/version.h"
 
 namespace vlt {
 namespace {

@@ -17,8 +17,6 @@ namespace vlt {
 namespace {
 
 constexpr int kFontSize = 9;
-constexpr int kSaveCsvText = 180;
-constexpr int kAllFiles = 4550;
 constexpr const char* kNoFact = "-";
 
 // What a side can be, in the order of the list; the restore points follow.
@@ -113,7 +111,7 @@ void frmCompare::Dress() {
         Caption{cmdTickNone, text::kTickNone}, Caption{cmdSend, text::kSendRows},
         Caption{cmdRestore, text::kRestoreAll}, Caption{SaveParameter, text::kSaveInMeter},
         Caption{cmdStop, text::kStop}, Caption{cmdSnapshot, text::kSaveSnapshot},
-        Caption{cmdSaveCsv, kSaveCsvText}, Caption{cmdSavePdf, text::kSavePdf},
+        Caption{cmdSaveCsv, text::kSaveAsCsv}, Caption{cmdSavePdf, text::kSavePdf},
         Caption{cmdPrint, text::kCalcPrint}, Caption{cmdClose, text::kClose}}) {
     row.control.SetCaption(app_.Text(row.text_id));
   }
@@ -230,7 +228,7 @@ void frmCompare::AskAndTakeFile(int side) {
   const std::string parameters = app_.Text(text::kSideEntries + kParameterFile) + "(*.ini)|*.ini";
   const auto path = app_.platform.dialogs.AskOpenFile(
       {.title = app_.Text(text::kOpenTitle),
-       .filter = (snapshot ? snapshots : parameters) + "|" + app_.Text(kAllFiles) + "(*.*)|*.*",
+       .filter = (snapshot ? snapshots : parameters) + "|" + app_.Text(text::kAllFiles) + "(*.*)|*.*",
        .folder = {},
        .name = {},
        .ask_before_overwrite = false});
@@ -240,7 +238,7 @@ void frmCompare::AskAndTakeFile(int side) {
 void frmCompare::TakeFile(int side, const std::string& path) {
   FileSide file = SideOfFile(app_, path);
   if (file.error == FileError::kOther && file.error.SystemNumber() == 0) {
-    return app_.Show(FormatText(app_.Text(text::kNeitherFile), {LastComponent(path)}), MessageIcon::kStop);
+    return app_.Show(FormatText(app_.Text(text::kNoSide), {LastComponent(path)}), MessageIcon::kStop);
   }
   if (file.error != FileError::kGood) {
     return app_.Show(NotReadText(app_, LastComponent(path), file.error), MessageIcon::kStop);

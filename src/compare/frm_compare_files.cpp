@@ -18,8 +18,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kSettingsFileRefused = 4510;
-constexpr int kAllFiles = 4550;
 constexpr const char* kSnapshotName = "Snapshot";
 constexpr const char* kReportName = "Comparison";
 
@@ -28,14 +26,14 @@ constexpr const char* kReportName = "Comparison";
 std::optional<std::string> frmCompare::AskSnapshotFile(App& app) {
   const auto chosen = app.platform.dialogs.AskSaveFile(
       {.title = app.Text(text::kSaveSnapshot),
-       .filter = app.Text(text::kSnapshotKind) + "(*.txt)|*.txt|" + app.Text(kAllFiles) + "(*.*)|*.*",
+       .filter = app.Text(text::kSnapshotKind) + "(*.txt)|*.txt|" + app.Text(text::kAllFiles) + "(*.*)|*.*",
        .folder = {},
        .name = kSnapshotName,
        .ask_before_overwrite = true});
   std::string path(Trim(chosen.value_or("")));
   if (path.empty()) return std::nullopt;
   if (!IsSettingsFile(app, path)) return path;
-  app.Show(app.Text(kSettingsFileRefused), MessageIcon::kStop);
+  app.Show(app.Text(text::kIsLoaderFile), MessageIcon::kStop);
   return std::nullopt;
 }
 
@@ -97,7 +95,7 @@ void frmCompare::cmdSavePdf_Click() {
                                                        .name = kReportName,
                                                        .ask_before_overwrite = true});
   if (!path || Trim(*path).empty()) return;
-  if (IsSettingsFile(app_, *path)) return app_.Show(app_.Text(kSettingsFileRefused), MessageIcon::kStop);
+  if (IsSettingsFile(app_, *path)) return app_.Show(app_.Text(text::kIsLoaderFile), MessageIcon::kStop);
   WriteTo(*path, *content);
 }
 

@@ -122,7 +122,7 @@ class ChartBinding : public Binding {
     });
   }
 
-  void TellNotWritten(Platform& machine, const std::string& path, FileError error) {
+  void TellNotWritten(Platform& machine, const std::string& path, const FileError& error) {
     const auto words = [this](int id) { return FromQt(Context().text(id)); };
     machine.dialogs.Ask({.text = FormatText(words(text::kFileNotWritten),
                                             {LastComponent(path), words(NotWrittenReason(error))}),

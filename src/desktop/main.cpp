@@ -10,7 +10,7 @@
 #include "desktop/application.h"
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
-#include "shell/version.h"
+#include "resources/version.h"
 
 namespace {
 

@@ -7,15 +7,12 @@
 #include "files/file_report.h"
 #include "files/settings_file.h"
 #include "files/whole_file.h"
+#include "resources/text_ids.h"
 #include "values/number_text.h"
 #include "values/text.h"
 
 namespace vlt {
 namespace {
-
-constexpr int kAllFiles = 4550;
-constexpr int kRefused = 4510;
-constexpr int kOverwrite = 4966;
 
 // One spelling for all that lead to the same file.
 std::string Spelled(const std::string& path, char separator) {
@@ -26,7 +23,7 @@ std::string Spelled(const std::string& path, char separator) {
 
 void ClearTheWay(App& app, const std::string& path) {
   FileSystem& files = app.platform.files;
-  if (!files.Exists(path) || !app.AskOkCancel(app.Text(kOverwrite))) return;
+  if (!files.Exists(path) || !app.AskOkCancel(app.Text(text::kOverwriteQuestion))) return;
   const FileError error = files.Remove(path);
   if (error != FileError::kGood) ReportNotWritten(app, path, error);
 }
@@ -46,7 +43,7 @@ bool IsSettingsFile(App& app, std::string_view path) {
 std::optional<std::string> AskCsvFile(App& app, const CsvQuestion& question) {
   const std::string pattern = std::string("*.") + question.ending;
   std::string filter = app.Text(question.kind) + "(" + pattern + ")|" + pattern;
-  if (question.all_files) filter += "|" + app.Text(kAllFiles) + "(*.*)|*.*";
+  if (question.all_files) filter += "|" + app.Text(text::kAllFiles) + "(*.*)|*.*";
   const auto chosen =
       app.platform.dialogs.AskSaveFile({.title = app.Text(question.title),
                                         .filter = filter,
@@ -56,7 +53,7 @@ std::optional<std::string> AskCsvFile(App& app, const CsvQuestion& question) {
   const std::string path(Trim(chosen.value_or("")));
   if (path.empty()) return std::nullopt;
   if (!IsSettingsFile(app, path)) return path;
-  app.Show(app.Text(kRefused), MessageIcon::kStop);
+  app.Show(app.Text(text::kIsLoaderFile), MessageIcon::kStop);
   return std::nullopt;
 }
 

@@ -19,7 +19,7 @@ constexpr std::array<FwModule, kFwModules> kModules{{
     {"KRT_SPEED", "KRT_SPED_KRT1SYS", 0, "HIGH-SPEED EXECUTION MODULE", 0xFD, 0xED, 2, -0x80000},
 }};
 
-FwFileFacts Facts(FileError error, const std::string& content) {
+FwFileFacts Facts(const FileError& error, const std::string& content) {
   return {error, content.size(), error == FileError::kGood ? Sha256(content) : ""};
 }
 

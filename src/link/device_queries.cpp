@@ -8,6 +8,7 @@
 #include "link/learn.h"
 #include "link/modbus.h"
 #include "link/registers.h"
+#include "resources/text_ids.h"
 #include "state/device_facts.h"
 #include "values/codecs.h"
 #include "values/unit_names.h"
@@ -18,8 +19,6 @@ namespace {
 constexpr int kNoAnswer = -1;
 constexpr int kForeignRequest = -2;
 constexpr int kReadHolding = 3;
-constexpr int kMetricText = 2260;
-constexpr int kEnglishText = 2270;
 
 // One register of one word: where it lies for each channel (a common one has the same address thrice), how a
 // query of our own station is paced and how one of another station, and which fact it tells.
@@ -85,7 +84,7 @@ int AskUnitSystem(App& app, const Query& query) {
 
 std::string UnitSystemText(const App& app) {
   const int flag = app.state.UnitFlag;
-  return flag == 0 || flag == 1 ? app.Text(flag == 0 ? kMetricText : kEnglishText) : std::to_string(flag);
+  return flag == 0 || flag == 1 ? app.Text(flag == 0 ? text::kMetric : text::kEnglish) : std::to_string(flag);
 }
 
 void ShowUnitSystem(App& app) {

@@ -82,14 +82,18 @@ int OwedReplies::Doubts(std::int64_t now_us) const {
 }
 
 std::size_t OwedReplies::Find(Bytes bytes) const {
-  for (const bool passed_over : {false, true}) {
-    for (std::size_t at = 0; at < pace_.owed.size(); ++at) {
-      const OwedReply& owed = pace_.owed[at];
-      if (owed.passed_over != passed_over) continue;
-      if (IsHeadOfReply(owed.request, bytes) || IsRefusal(owed.request, bytes)) return at;
-    }
+  std::size_t passed_over = kNowhere;
+  if (bytes.size() < kReadHead) return kNowhere;
+  for (std::size_t at = 0; at < pace_.owed.size(); ++at) {
+    const OwedReply& owed = pace_.owed[at];
+    if (owed.passed_over && passed_over != kNowhere) continue;
+    if ((bytes[kFunction] & ~kExceptionBit) != owed.request[kFunction])
+      continue;  // most bytes begin no reply
+    if (!IsHeadOfReply(owed.request, bytes) && !IsRefusal(owed.request, bytes)) continue;
+    if (!owed.passed_over) return at;
+    passed_over = at;
   }
-  return kNowhere;
+  return passed_over;
 }
 
 // What the station was asked before that will not be answered any more.

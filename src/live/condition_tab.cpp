@@ -8,6 +8,7 @@
 #include "link/operation.h"
 #include "link/port.h"
 #include "meter/quiet_query.h"
+#include "resources/text_ids.h"
 #include "state/form_lock.h"
 #include "values/text.h"
 
@@ -15,15 +16,6 @@ namespace vlt {
 namespace {
 
 constexpr int kHeadTexts[] = {1430, 1901, 182, 183};
-constexpr int kReadCaption = 2030;
-constexpr int kSaveCaption = 180;
-constexpr int kCalculated = 4790;
-constexpr int kReadStarted = 4019;
-constexpr int kReadCompleted = 4029;
-constexpr int kPageName = 2000;
-constexpr int kTabName = 3540;
-constexpr int kNotRead = 3130;
-constexpr int kSaveTitle = 4060;
 
 enum Column : std::uint8_t { kName, kUnit, kFirstChannel, kSecondChannel };
 
@@ -45,8 +37,8 @@ ConditionTab::ConditionTab(App& app, Form& page)
 }
 
 void ConditionTab::FrmInit() {
-  ReadInfButton.SetCaption(app_.Text(kReadCaption));
-  SaveInfButton.SetCaption(app_.Text(kSaveCaption));
+  ReadInfButton.SetCaption(app_.Text(text::kRead));
+  SaveInfButton.SetCaption(app_.Text(text::kSaveAsCsv));
   for (int column = 0; column < InfData1Grid.Columns(); ++column) {
     InfData1Grid.SetCell(0, column, app_.Text(kHeadTexts[column]));
   }
@@ -69,7 +61,7 @@ void ConditionTab::ShowNames() {
   for (int i = 0; i < kConditionRows; ++i) {
     const ConditionRow& row = ConditionTable()[static_cast<std::size_t>(i)];
     Record& record = Records[static_cast<std::size_t>(i)];
-    const std::string mark = row.calculated ? InParentheses(app_.Text(kCalculated)) : "";
+    const std::string mark = row.calculated ? InParentheses(app_.Text(text::kCalculated)) : "";
     record.symbol = row.symbol == 0 ? "" : app_.Text(row.symbol);
     record.name = app_.Text(row.caption) + mark;
     InfData1Grid.SetCell(i + 1, kName, app_.Text(row.caption) + InParentheses(record.symbol) + mark);
@@ -100,14 +92,14 @@ void ConditionTab::Tell(const std::string& text) { status_.SetPanel(1, app_.Stam
 // --- reading -------------------------------------------------------------------------------------------
 
 void ConditionTab::ReadInfButton_Click() {
-  Tell(app_.Text(kReadStarted));
+  Tell(app_.Text(text::kReadingOfConditionWasStarted));
   std::string error;
   {
     Operation operation(app_, Whole(), ReadInfButton.Name());
     if (!operation.OpenPortOrTell()) return Tell(CommunicationErrorText(app_));
     error = ReadChannels();
   }
-  Tell(app_.Text(kReadCompleted) + " " + error);
+  Tell(app_.Text(text::kReadingOfConditionWasCompleted) + " " + error);
 }
 
 std::string ConditionTab::ReadChannels() {
@@ -140,12 +132,12 @@ std::string ConditionTab::ReadChannel(int ch) {
 
 void ConditionTab::SaveInfButton_Click() {
   if (ReadTime.empty()) {
-    app_.Show(app_.Text(kTabName) + app_.Text(kNotRead));
+    app_.Show(app_.Text(text::kCondition) + app_.Text(text::kDataIsNotRead));
     return;
   }
-  const auto path = AskCsvFile(
-      app_,
-      {.title = kSaveTitle, .folder = FolderOfPath(app_.state.MeasureDir), .ask_before_overwrite = true});
+  const auto path = AskCsvFile(app_, {.title = text::kSpecifyFileToSave,
+                                      .folder = FolderOfPath(app_.state.MeasureDir),
+                                      .ask_before_overwrite = true});
   if (!path) return;
   app_.state.MeasureDir = *path;
   ReportWritten(app_, *path, WriteConditionCsv(*path));
@@ -155,8 +147,8 @@ FileError ConditionTab::WriteConditionCsv(const std::string& path) {
   constexpr const char* kLineEnd = "\r\n";
   const bool second = ShowsSecondChannel();
   std::string text(kByteOrderMark);
-  text += "[" + app_.Text(kPageName) + "]" + kLineEnd;
-  text += "<" + app_.Text(kTabName) + ">" + kLineEnd;
+  text += "[" + app_.Text(text::kTransitTime) + "]" + kLineEnd;
+  text += "<" + app_.Text(text::kCondition) + ">" + kLineEnd;
   text += ",,<" + app_.Text(kHeadTexts[kFirstChannel]) + ">";
   if (second) text += ",<" + app_.Text(kHeadTexts[kSecondChannel]) + ">";
   text += kLineEnd;

@@ -8,18 +8,14 @@
 #include "values/number_text.h"
 
 namespace vlt {
-namespace {
-
-constexpr int kOutOfRange = 4480;
-
-}  // namespace
+namespace {}  // namespace
 
 bool CheckEntry(App& app, TextBox& box, double low, double high) {
   const std::string& text = box.Text();
   const std::optional<double> value = IsNumericText(text) == 0 ? ParseNumber(text) : std::nullopt;
   if (value && *value >= low && *value <= high) return true;
   box.SelectAll();
-  app.Show(app.Text(value ? kOutOfRange : NoNumberText(text)),
+  app.Show(app.Text(value ? text::kDataOutOfRange : NoNumberText(text)),
            value ? MessageIcon::kStop : MessageIcon::kNone);
   box.SetFocus();
   return false;

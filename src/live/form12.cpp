@@ -10,8 +10,6 @@ namespace {
 
 constexpr const char* kDefaultCycle = "20";  // long enough for all stations
 constexpr double kLongestCycle = 3600;
-constexpr int kTitle = 1343;
-constexpr int kStationNumber = 700;
 constexpr int kChannelNames[] = {182, 183, 184};
 
 }  // namespace
@@ -71,13 +69,14 @@ void Form12::FrmInit() {
       {lblHeadAnswered, text::kLastAnswer},
       {lblHeadFailed, text::kFailedPolls},
   };
-  SetCaption(app().Text(kTitle));
+  SetCaption(app().Text(text::kPvRead));
   for (const auto& row : rows) row.control.SetCaption(app().Text(row.text_id));
   for (const auto& head : heads) {
     head.labels.ForEach([&](Label& label) { label.SetCaption(app().Text(head.text_id)); });
   }
-  chkStationNo.ForEach(
-      [this](CheckBox& box) { box.SetHint(app().Text(kStationNumber) + std::to_string(box.Index() + 1)); });
+  chkStationNo.ForEach([this](CheckBox& box) {
+    box.SetHint(app().Text(text::kStationNumber) + std::to_string(box.Index() + 1));
+  });
   lblStation.ForEach([](Label& label) { label.SetCaption(std::to_string(label.Index() + 1)); });
   FillLists();
   for (Control* control : Controls()) control->SetFont({app().state.PageFont, 12, false});

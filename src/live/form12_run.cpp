@@ -15,16 +15,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kChooseChannels = 4505;
-constexpr int kSelectDisplay = 4502;
-constexpr int kTooManyStations = 4504;
-constexpr int kSelectStation = 4503;
-constexpr int kSaveTitle = 4530;
-constexpr int kStartTitle = 4060;
-constexpr int kRunStarted = 1390;
-constexpr int kRunAcquiring = 4190;
-constexpr int kRunEnded = 4690;
-
 constexpr int kMsInSecond = 1000;
 constexpr int kMsOfStation = 500;  // each station needs more than this of the cycle
 constexpr int kPollTickMs = 100;
@@ -45,13 +35,13 @@ int Form12::CycleSeconds() const {
 }
 
 bool Form12::CanStart() {
-  if (CH_Combo1.ListIndex() < 0 || CH_Combo2.ListIndex() < 0) return Refuse(kChooseChannels);
-  if (cmbDisp1.ListIndex() < 0 && cmbDisp2.ListIndex() < 0) return Refuse(kSelectDisplay);
+  if (CH_Combo1.ListIndex() < 0 || CH_Combo2.ListIndex() < 0) return Refuse(text::kChooseChannels);
+  if (cmbDisp1.ListIndex() < 0 && cmbDisp2.ListIndex() < 0) return Refuse(text::kSelectDisplay);
   TakeDisplays();
   TakeStations();
   const double most = std::trunc(ParseNumber(txtCycle.Text()).value_or(0)) * kMsInSecond / kMsOfStation - 1;
-  if (most <= static_cast<double>(PvStations.size()) - 1) return Refuse(kTooManyStations);
-  if (PvStations.empty()) return Refuse(kSelectStation);
+  if (most <= static_cast<double>(PvStations.size()) - 1) return Refuse(text::kTooManyStations);
+  if (PvStations.empty()) return Refuse(text::kSelectStation);
   return CheckEntry(app(), txtCycle, 1, kLongestCycle);
 }
 
@@ -110,7 +100,7 @@ bool Form12::PrepareRun() {
   if (!AskUnits()) return false;
   for (int at = 0; at < static_cast<int>(stations_.size()); ++at) ShowUnits(at);
   if (!name_is_new_) PvFileName.clear();
-  AskFile({.title = kStartTitle, .stamp = run_started_});
+  AskFile({.title = text::kSpecifyFileToSave, .stamp = run_started_});
   if (!run_.GoesOn()) return false;
   OpenLog();
   return true;
@@ -147,7 +137,7 @@ bool Form12::AskUnitsBehind(frmWait& wait) {
 
 void Form12::cmdSaveCSV_Click() {
   app().windows.SetMousePointer(kHourglassPointer);
-  AskFile({.title = kSaveTitle});
+  AskFile({.title = text::kSpecifySavingFile});
   ShowLog();
   app().windows.SetMousePointer(kNormalPointer);
 }
@@ -197,7 +187,7 @@ void Form12::BeginCycles() {
   busy_ms_ = 0;
   CycleTimer.SetInterval(CycleSeconds() * kMsInSecond);
   CycleTimer.SetRunning(true);
-  ShowState(kRunStarted);
+  ShowState(text::kDisplayStarted);
 }
 
 void Form12::CycleTimer_Timer() {
@@ -213,7 +203,9 @@ void Form12::CycleTimer_Timer() {
 }
 
 void Form12::ShowAcquiring() {
-  ShowState(kRunAcquiring, run_.Waiting() ? run_.WaitText() : overran_ ? app().Text(text::kPassTooLong) : "");
+  ShowState(text::kAcquiring, run_.Waiting() ? run_.WaitText()
+                              : overran_     ? app().Text(text::kPassTooLong)
+                                             : "");
 }
 
 void Form12::BeginPass() {
@@ -324,7 +316,7 @@ void Form12::RunStopped() {
   }
   cycles_on_ = false;
   app().state.PvRunning = 0;
-  ShowState(kRunEnded);
+  ShowState(text::kDisplayEnded);
   if (!app().state.AppRunning) app().platform.events.EndProcess();
 }
 

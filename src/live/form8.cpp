@@ -10,6 +10,7 @@
 #include "meter/quiet_query.h"
 #include "platform/clock.h"
 #include "resources/string_table.h"
+#include "resources/text_ids.h"
 #include "resources/text_ids_live.h"
 #include "state/form_lock.h"
 #include "values/code_tables.h"
@@ -19,16 +20,11 @@
 namespace vlt {
 namespace {
 
-constexpr int kTitle = 1360;
-constexpr int kAlarmHead = 460;
-constexpr int kReadCaption = 2030;
-
 constexpr std::array<int, kChannels> kRasWord = {0x0024, 0x13AC, 0x2540};
 
 constexpr int kAlarms = 16;
 constexpr int kNameColumn = 3;
 constexpr int kHeadTexts[] = {182, 183, 184, 4920};
-constexpr int kChannel = 179;
 constexpr const char* kOldMark = "*";
 
 // In the page's logical units.
@@ -41,9 +37,6 @@ constexpr int kGridHeight = 6500;
 constexpr int kTickMs = 1000;
 constexpr int kLongestWait = 2;  // ticks
 
-constexpr int kReadStarted = 4018;
-constexpr int kReadCompleted = 4028;
-
 }  // namespace
 
 Form8::Form8(App& app) : PageForm(app, "Form8") {
@@ -53,9 +46,9 @@ Form8::Form8(App& app) : PageForm(app, "Form8") {
 }
 
 void Form8::C10_RAS_FrmInit() {
-  SetCaption(app().Text(kTitle));
-  LabelRAS.SetCaption(app().Text(kAlarmHead));
-  RASReadParameter.SetCaption(app().Text(kReadCaption));
+  SetCaption(app().Text(text::kRasTitle));
+  LabelRAS.SetCaption(app().Text(text::kAlarmHead));
+  RASReadParameter.SetCaption(app().Text(text::kRead));
   ShowHeads();
   const auto names = AlarmRows(app().state.LangOffset);
   for (int row = 1; row <= kAlarms; ++row) {
@@ -72,20 +65,20 @@ void Form8::Form_Load() {
 void Form8::Form_Activate() { RASReadParameter.SetEnabled(IsLineFree(app())); }
 
 void Form8::RASReadParameter_Click() {
-  Operation operation(app(), *this, RASReadParameter.Name(), kReadStarted);
+  Operation operation(app(), *this, RASReadParameter.Name(), text::kReadingOfRasWasStarted);
   if (!operation.OpenPortOrTell(MessageIcon::kNone)) return;
   ChannelReasons reasons;
   ReadColumns(reasons);
   ShowHeads();
   if (!reasons.Empty()) app().state.LastErrorText = reasons.Text();
-  operation.End(app().Text(kReadCompleted) + " " + app().state.LastErrorText);
+  operation.End(app().Text(text::kReadingOfRasWasCompleted) + " " + app().state.LastErrorText);
 }
 
 void Form8::ReadColumns(ChannelReasons& reasons) {
   fresh_.fill(false);
   const ChannelConfig config = AskChannelConfig(app());
   const std::string& error = app().state.LastErrorText;
-  if (config == ChannelConfig::kUnknown && !error.empty()) reasons.Add(app().Text(kChannel), error);
+  if (config == ChannelConfig::kUnknown && !error.empty()) reasons.Add(app().Text(text::kChannel), error);
   ReadColumn(0, reasons);
   if (config == ChannelConfig::kOneChannel) SetGeometry(true);
   if (config != ChannelConfig::kTwoPaths && config != ChannelConfig::kTwoPipes) return;

@@ -6,15 +6,12 @@
 
 #include "link/port.h"
 #include "live/entry_check.h"
+#include "resources/text_ids.h"
 #include "state/form_lock.h"
 #include "values/number_text.h"
 
 namespace vlt {
 namespace {
-
-constexpr int kTitle = 1310;
-constexpr int kPercent = 10;
-constexpr int kPulses = 130;
 
 constexpr const char* kDefaultMax = "1000";
 constexpr const char* kDefaultMin = "-1000";
@@ -109,11 +106,11 @@ void Form9::C07_KEISOKU_FrmInit() {
       {lblRETURN_TEMP, 2399},
       {lblHPerUnit, 10},
   };
-  SetCaption(app().Text(kTitle));
+  SetCaption(app().Text(text::kMeasure));
   for (const auto& row : rows) row.control.SetCaption(app().Text(row.text_id));
-  lblRyuryoPerUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(kPercent)); });
-  lblPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(kPulses)); });
-  lblHPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(kPulses)); });
+  lblRyuryoPerUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(text::kPercentUnit)); });
+  lblPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(text::kPulseUnit)); });
+  lblHPulseUnit.ForEach([this](Label& label) { label.SetCaption(app().Text(text::kPulseUnit)); });
   const ControlArray<Label>* names[] = {&lblCh1, &lblCh2, &lblCh3};
   for (std::size_t i = 0; i < std::size(names); ++i) {
     ChannelNames[i] = app().Text(kChannelNames[i]);

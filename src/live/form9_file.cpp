@@ -5,6 +5,7 @@
 #include "files/settings_file.h"
 #include "live/form9.h"
 #include "resources/string_table.h"
+#include "resources/text_ids.h"
 #include "resources/text_ids_live.h"
 #include "values/number_text.h"
 #include "values/text.h"
@@ -12,8 +13,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kMeasuredData = 4540;
-constexpr int kTime = 991;
 constexpr std::size_t kToTheMinute = 16;  // "2026/11/24 10:00"
 
 }  // namespace
@@ -39,8 +38,9 @@ std::vector<std::string> Form9::HeadLines() {
       heads.push_back(app().Text(LiveFieldAt(place).head) + (unit ? unit(*this, ch).Caption() : ""));
     }
   }
-  return {MeasureTitleLine(app().Text(kMeasuredData), std::span(ChannelNames).first(channels), FieldCount()),
-          MeasureHeadLine(app().Text(kTime), heads)};
+  return {MeasureTitleLine(app().Text(text::kTheMeasurementData), std::span(ChannelNames).first(channels),
+                           FieldCount()),
+          MeasureHeadLine(app().Text(text::kTime), heads)};
 }
 
 void Form9::WriteMeasureHeader(const std::string& path) {

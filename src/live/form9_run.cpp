@@ -13,10 +13,6 @@ namespace vlt {
 namespace {
 
 constexpr int kTickMs = 1000;
-constexpr int kNoFileName = 4060;
-constexpr int kRunStarted = 1390;
-constexpr int kRunAcquiring = 4190;
-constexpr int kRunEnded = 4690;
 
 // Captions that belong to units which are about to be read anew.
 void ClearUnitCaches(App& app) {
@@ -32,7 +28,7 @@ void ClearUnitCaches(App& app) {
 
 bool Form9::CanStart() {
   if (MeasureFilePath.empty()) {
-    app().Show(app().Text(kNoFileName), MessageIcon::kStop);
+    app().Show(app().Text(text::kSpecifyFileToSave), MessageIcon::kStop);
     SetRunButtons(0);
     return false;
   }
@@ -67,7 +63,7 @@ bool Form9::PrepareRun() {
 }
 
 void Form9::BeginCycles() {
-  ShowState(kRunStarted, false);
+  ShowState(text::kDisplayStarted, false);
   AcquireOnce();
   if (!run_.GoesOn()) return;
   CycleCount = 0;
@@ -202,7 +198,7 @@ void Form9::AcquireOnce() {
   trend.MakeRoom();
   const bool good = ReadMeasuredValues() == 0;
   trend.Put(good ? TrendValue : std::nullopt);
-  ShowState(kRunAcquiring, !good);
+  ShowState(text::kAcquiring, !good);
   if (good) LearnMeter();
 }
 
@@ -221,7 +217,7 @@ void Form9::ShowState(int text_id, bool with_error) {
 }
 
 // Between two cycles.
-void Form9::ShowWait() { ShowState(kRunAcquiring, run_.Waiting()); }
+void Form9::ShowWait() { ShowState(text::kAcquiring, run_.Waiting()); }
 
 // The count of seconds begins again when a cycle has returned: its period is the cycle's seconds plus what
 // the exchanges took.
@@ -249,7 +245,7 @@ void Form9::CycleTimer_Timer() {
 // What is left of a run that was stopped.
 void Form9::EndTicks() {
   CycleTimer.SetRunning(false);
-  ShowState(kRunEnded, true);
+  ShowState(text::kDisplayEnded, true);
   if (!app().state.AppRunning) app().platform.events.EndProcess();
 }
 
@@ -278,7 +274,7 @@ void Form9::RunStopped(bool may_ask) {
   for (int ch = 0; ch < kChannels; ++ch) EnableChannelLabels(ch, true);
   for (Control* label : HeatLabels()) label->SetEnabled(true);
   SetRunButtons(3);
-  ShowState(kRunEnded, true);
+  ShowState(text::kDisplayEnded, true);
   ShowLog();
 }
 

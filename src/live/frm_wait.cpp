@@ -4,18 +4,14 @@
 #include "resources/text_ids.h"
 
 namespace vlt {
-namespace {
-
-constexpr int kLoaderName = 1344;
-
-}  // namespace
+namespace {}  // namespace
 
 frmWait::frmWait(App& app) : Form(app.windows, "frmWait", FormPlace::kWindow), app_(app) {
   cmdCan.on_click = [this] { cmdCan_Click(); };
 }
 
 void frmWait::Form_Load() {
-  SetCaption(app_.Text(kLoaderName));
+  SetCaption(app_.Text(text::kLoaderName));
   cmdCan.SetCaption(app_.Text(text::kCancel));
 }
 

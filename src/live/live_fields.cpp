@@ -5,6 +5,7 @@
 
 #include "meter/units.h"
 #include "resources/string_table.h"
+#include "resources/text_ids.h"
 #include "values/code_tables.h"
 #include "values/codecs.h"
 #include "values/number_text.h"
@@ -13,7 +14,6 @@ namespace vlt {
 namespace {
 
 constexpr int kShownDecimals = 3;
-constexpr int kNoAlarm = 4880;
 
 constexpr LiveField kMeasured[] = {
     {"measured.velocity", 0, LiveType::kSingle, 2180, UnitKind::kVelocity},
@@ -93,7 +93,8 @@ std::optional<double> LiveNumber(const LiveField& field, const RegisterData& blo
 
 std::string AlarmOf(std::string_view bits, int lang_offset) {
   const std::size_t alarm = bits.find('1');
-  return alarm == std::string_view::npos ? LookupText(kNoAlarm + lang_offset) : AlarmRows(lang_offset)[alarm];
+  return alarm == std::string_view::npos ? LookupText(text::kNormal + lang_offset)
+                                         : AlarmRows(lang_offset)[alarm];
 }
 
 LiveUnits KnownUnits(const SharedState& state) {

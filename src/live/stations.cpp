@@ -20,9 +20,6 @@ constexpr int kRestMs = 10;        // behind each unit query
 constexpr int kSilentQueries = 2;  // a station that has failed so many at first does not answer
 constexpr int kEagerTurns = 4;
 constexpr int kRareTurns = 8;
-constexpr int kChannelName = 182;  // of CH1; the others follow
-constexpr int kUnitError = 1966;
-constexpr int kCommunicationFailed = 1964;
 constexpr const char* kNoValue = "***";
 
 // In the order of the displays.
@@ -227,7 +224,7 @@ void PollStation(App& app, Station& station, const StationDisplays& displays, co
 }
 
 std::string DisplayItem(const StationDisplay& display, int lang_offset) {
-  return std::string(LookupText(kChannelName + display.channel + lang_offset)) + " " +
+  return std::string(LookupText(text::kFirstChannelName + display.channel + lang_offset)) + " " +
          LookupText(LiveFieldAt(display.place).head + lang_offset);
 }
 
@@ -242,7 +239,7 @@ std::string StationUnitCaption(const Station& station, const StationDisplay& dis
 std::string StationUnitName(const Station& station, const StationDisplay& display, int lang_offset) {
   const std::string caption = StationUnitCaption(station, display, lang_offset);
   if (caption.empty()) return {};
-  if (!IsUnitKnown(station, display)) return LookupText(kUnitError + lang_offset);
+  if (!IsUnitKnown(station, display)) return LookupText(text::kUnitError + lang_offset);
   return caption.substr(1, caption.size() - 2);
 }
 
@@ -260,7 +257,7 @@ std::string StationValue(const Station& station, const StationDisplay& display) 
 }
 
 std::string ShownStationValue(const Station& station, const StationDisplay& display, int lang_offset) {
-  if (IsSilent(station, display)) return LookupText(kCommunicationFailed + lang_offset);
+  if (IsSilent(station, display)) return LookupText(text::kCommunicationFailed + lang_offset);
   const std::string value = StationValue(station, display);
   const bool bits = display.IsUsed() && LiveFieldAt(display.place).type == LiveType::kBits;
   return bits ? AlarmOf(value, lang_offset) : value;

@@ -2,15 +2,11 @@
 #include "live/stations_record.h"
 
 #include "resources/string_table.h"
+#include "resources/text_ids.h"
 
 namespace vlt {
 namespace {
 
-constexpr int kTitle = 1343;
-constexpr int kTime = 991;
-constexpr int kCycle = 1450;
-constexpr int kSeconds = 100;
-constexpr int kStation = 700;
 constexpr const char* kGap = ",,,,";  // between a station and its items
 
 // "CH1 FLOW RATE(m3/h)"
@@ -29,7 +25,7 @@ bool IsText(const StationDisplay& display) {
 std::vector<std::string> StationColumns(const Station& station, const StationDisplays& displays,
                                         int lang_offset) {
   std::vector<std::string> columns;
-  const std::string number = LookupText(kStation + lang_offset) + std::to_string(station.number);
+  const std::string number = LookupText(text::kStationNumber + lang_offset) + std::to_string(station.number);
   for (const StationDisplay& display : displays) {
     const std::string item = ItemWithUnit(station, display, lang_offset);
     columns.push_back(item.empty() ? "" : FormatText("%1 %2", {number, item}));
@@ -40,12 +36,13 @@ std::vector<std::string> StationColumns(const Station& station, const StationDis
 std::vector<std::string> StationHeadLines(const StationRun& run, std::span<const Station> stations,
                                           const StationDisplays& displays, int lang_offset) {
   const auto text = [lang_offset](int id) { return std::string(LookupText(id + lang_offset)); };
-  std::vector<std::string> lines = {"<" + text(kTitle) + ">",
-                                    text(kTime) + "," + DateTimeText(run.started) + "," + text(kCycle) + "," +
-                                        std::to_string(run.cycle_seconds) + "," + text(kSeconds)};
-  std::string columns = text(kTime);
+  std::vector<std::string> lines = {"<" + text(text::kPvRead) + ">",
+                                    text(text::kTime) + "," + DateTimeText(run.started) + "," +
+                                        text(text::kCycle) + "," + std::to_string(run.cycle_seconds) + "," +
+                                        text(text::kSecondUnit)};
+  std::string columns = text(text::kTime);
   for (const Station& station : stations) {
-    std::string line = text(kStation) + std::to_string(station.number) + kGap;
+    std::string line = text(text::kStationNumber) + std::to_string(station.number) + kGap;
     for (const StationDisplay& display : displays) {
       line += (&display == &displays.front() ? "" : ",") + ItemWithUnit(station, display, lang_offset);
     }

@@ -10,10 +10,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kRunStarted = 1390;
-constexpr int kRunAcquiring = 4190;
-constexpr int kRunEnded = 4690;
-
 constexpr int kBlockPanel = 2;
 constexpr int kTimePanel = 3;
 
@@ -26,7 +22,7 @@ void WaveTab::ProfileStartButton_Click() {
   begun_ = true;
   TakeKind();
   order_.channel = channels_.Index();
-  end_text_ = kRunEnded;
+  end_text_ = text::kDisplayEnded;
   failure_.clear();
   remark_.clear();
   Captures = 0;
@@ -94,7 +90,7 @@ void WaveTab::TellRun(int text_id) {
 }
 
 void WaveTab::RunCaptures() {
-  TellRun(kRunStarted);
+  TellRun(text::kDisplayStarted);
   while (GoesOn()) {
     app_.platform.events.GiveWay(app_.platform.clock.NowMs());
     CaptureOnce();
@@ -111,7 +107,7 @@ void WaveTab::CaptureOnce() {
       ++Captures;
       XOrigin = capture_.TriggerLevel();
       DrawWave();
-      TellRun(kRunAcquiring);
+      TellRun(text::kAcquiring);
       ShowTaken(app_.platform.clock.NowMs() - begun);
       break;
     case WaveEnd::kAgain:

@@ -4,14 +4,12 @@
 #include <algorithm>
 
 #include "files/csv_log.h"
+#include "resources/text_ids.h"
 
 namespace vlt {
 namespace {
 
-constexpr int kResult = 4070;
 constexpr int kChannelNames[] = {182, 183};
-constexpr int kTime = 4080;
-constexpr int kKind = 2350;
 constexpr const char* kFirstSample = "FIFO COUNTER[1]";
 constexpr const char* kLineEnd = "\r\n";
 
@@ -60,11 +58,11 @@ int WaveStore::StoredCount() const {
 std::string WaveStore::Csv(const App& app, const WaveOrder& order, const std::string& remark) const {
   const auto count = static_cast<std::size_t>(StoredCount());
   std::string text(kByteOrderMark);
-  text += "<" + app.Text(kResult) + ">,," + Quoted(remark) + kLineEnd;
+  text += "<" + app.Text(text::kMeasurementResult) + ">,," + Quoted(remark) + kLineEnd;
   text += "<" + app.Text(kChannelNames[order.channel]) + ">,," + kLineEnd;
-  text += app.Text(kTime);
+  text += app.Text(text::kMeasurementTime);
   for (std::size_t k = 0; k < count; ++k) text += "," + StampOf(WaveStamps[k]);
-  text += kLineEnd + app.Text(kKind);
+  text += kLineEnd + app.Text(text::kKind);
   for (std::size_t k = 0; k < count; ++k) text += "," + app.Text(order.kind->caption);
   text += kLineEnd;
   for (std::size_t i = 0; i < WaveHistory.size(); ++i) {

@@ -14,7 +14,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kNothingToSave = 4120;
 constexpr int kUsualTrail = 3;
 constexpr int kChannelCaptions[] = {182, 183};
 
@@ -130,7 +129,7 @@ void WaveTab::Tell(const std::string& text) { page_.StatusBar2.SetPanel(1, text)
 
 void WaveTab::ProfileSaveButton_Click() {
   if (!store.WaveSaved) {
-    app_.Show(app_.Text(kNothingToSave));
+    app_.Show(app_.Text(text::kNothingToSave));
     return;
   }
   const auto path =

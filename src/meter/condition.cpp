@@ -12,9 +12,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kMicrosecond = 110;  // text ids
-constexpr int kPercent = 10;
-
 using Unit = ConditionUnit;
 
 constexpr ConditionRow kTable[] = {
@@ -81,11 +78,11 @@ std::string ConditionUnitText(ConditionUnit unit, int unit_flag, int lang_offset
     case Unit::kAngle:
       return "[" + angle + "]";
     case Unit::kMicrosecond:
-      return LookupText(kMicrosecond + lang_offset);
+      return LookupText(text::kMicrosecondUnit + lang_offset);
     case Unit::kNanosecond:
       return LookupText(text::kNanosecond + lang_offset);
     case Unit::kPercent:
-      return LookupText(kPercent + lang_offset);
+      return LookupText(text::kPercentUnit + lang_offset);
     case Unit::kNone:
       break;
   }

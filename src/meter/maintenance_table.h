@@ -4,6 +4,7 @@
 #pragma once
 
 #include "meter/parameter.h"
+#include "resources/text_ids.h"
 #include "resources/text_ids_compare.h"
 
 namespace vlt {
@@ -11,7 +12,7 @@ namespace vlt {
 inline constexpr Parameter kMaintenanceTable[] = {
     {.name = "maintenance.ao1_adjustment_4ma",
      .caption = 1912,
-     .title = {501, 1910, text::kAt4mA},
+     .title = {text::kAo1, text::kAdjustment, text::kAt4mA},
      .address = 0x0142,
      .write = WriteWith::kSingle,
      .wire = Wire::kWord,
@@ -20,7 +21,7 @@ inline constexpr Parameter kMaintenanceTable[] = {
      .one_meter = true},
     {.name = "maintenance.ao1_adjustment_20ma",
      .caption = 1912,
-     .title = {501, 1910, text::kAt20mA},
+     .title = {text::kAo1, text::kAdjustment, text::kAt20mA},
      .address = 0x0144,
      .write = WriteWith::kSingle,
      .wire = Wire::kWord,
@@ -29,7 +30,7 @@ inline constexpr Parameter kMaintenanceTable[] = {
      .one_meter = true},
     {.name = "maintenance.ao2_adjustment_4ma",
      .caption = 1912,
-     .title = {502, 1910, text::kAt4mA},
+     .title = {text::kAo2, text::kAdjustment, text::kAt4mA},
      .address = 0x014A,
      .write = WriteWith::kSingle,
      .wire = Wire::kWord,
@@ -39,7 +40,7 @@ inline constexpr Parameter kMaintenanceTable[] = {
      .one_meter = true},
     {.name = "maintenance.ao2_adjustment_20ma",
      .caption = 1912,
-     .title = {502, 1910, text::kAt20mA},
+     .title = {text::kAo2, text::kAdjustment, text::kAt20mA},
      .address = 0x014C,
      .write = WriteWith::kSingle,
      .wire = Wire::kWord,
@@ -79,7 +80,7 @@ inline constexpr Parameter kMaintenanceTable[] = {
      .never_sent = text::kStartsTest},
     {.name = "maintenance.test_input",
      .caption = 2040,
-     .title = {850, 2040},
+     .title = {text::kTestMode, 2040},
      .address = 0x015E,
      .write = WriteWith::kSingle,
      .show = Show::kPlain,
@@ -88,7 +89,7 @@ inline constexpr Parameter kMaintenanceTable[] = {
      .never_sent = text::kStartsTest},
     {.name = "maintenance.tracking_time",
      .caption = 860,
-     .title = {850, 860},
+     .title = {text::kTestMode, 860},
      .address = 0x0160,
      .write = WriteWith::kSingle,
      .show = Show::kPlain,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "meter/parameter.h"
+#include "resources/text_ids.h"
 
 namespace vlt {
 
@@ -22,7 +23,7 @@ inline constexpr Parameter kRangeTable[] = {
      .caption = 4964,
      .address = 0x0002,
      .location = Location::kChannel,
-     .words = {2180, 2220},
+     .words = {text::kVelocityName, text::kFlowName},
      .offer = Offer::kRangeKinds,
      .slot = SlotOf("RANGE", "RANGE_KIND_Data"),
      .decides = true},

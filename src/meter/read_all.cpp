@@ -14,6 +14,7 @@
 #include "meter/status_table.h"
 #include "meter/system_table.h"
 #include "meter/total_table.h"
+#include "resources/text_ids.h"
 
 namespace vlt {
 namespace {

@@ -11,14 +11,13 @@
 #include "meter/units.h"
 #include "meter/value_text.h"
 #include "resources/string_table.h"
+#include "resources/text_ids.h"
 #include "resources/text_ids_pages.h"
 #include "values/hex_digits.h"
 
 namespace vlt {
 namespace {
 
-constexpr int kTitle = 1700;
-constexpr int kFirstChannelName = 182;  // text id; the other channels follow
 constexpr const char* kDate = "DATE:";
 // Records of digital outputs that the report of one channel has.
 constexpr int kOneChannelOutputs = 2;
@@ -41,7 +40,7 @@ class ReportWriter {
 
   std::string Text(const LocalTime& now) {
     text_ = kByteOrderMark;
-    Line({Word(kTitle), kDate, DateTimeText(now)});
+    Line({Word(text::kReadAllSetData), kDate, DateTimeText(now)});
     for (const UnreadBlock& block : LostBlocks(settings_)) {
       Line({Word(text::kReportNotRead), block.part, AddressText(block.span), block.reason});
     }
@@ -85,7 +84,8 @@ class ReportWriter {
     if (section.places != Location::kMeter && !(outputs && IsOneChannel())) {
       if (section.subheading == 0) cells.front() += " ";
       for (const int place : Columns(section)) {
-        cells.push_back(outputs ? PlaceName(Location::kOutput, place) : Word(kFirstChannelName + place));
+        cells.push_back(outputs ? PlaceName(Location::kOutput, place)
+                                : Word(text::kFirstChannelName + place));
       }
     }
     Line(cells);
@@ -194,7 +194,8 @@ bool IsCompleteReport(std::string_view content) {
   constexpr int kEnglishOffset = 5000;
   if (content.starts_with(kByteOrderMark)) content.remove_prefix(std::string_view(kByteOrderMark).size());
   for (const int offset : {0, kEnglishOffset}) {
-    if (!content.starts_with(std::string(LookupText(kTitle + offset)) + "," + kDate + ",")) continue;
+    if (!content.starts_with(std::string(LookupText(text::kReadAllSetData + offset)) + "," + kDate + ","))
+      continue;
     const std::size_t second = content.find('\n');
     const std::string missing = std::string(LookupText(text::kReportNotRead + offset)) + ",";
     return second == std::string_view::npos || !content.substr(second + 1).starts_with(missing);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "meter/parameter.h"
+#include "resources/text_ids.h"
 
 namespace vlt {
 
@@ -32,12 +33,12 @@ inline constexpr Parameter kStatusTable[] = {
      .caption = 243,
      .address = 0x005E,
      .location = Location::kOutput,
-     .words = {2460, 2470},
+     .words = {text::kHigh, text::kLow},
      .any_is_second = true,
      .slot = SlotOf("STATUS", "DO_FLOW_SW_Data")},
     {.name = "status.flow_switch_high",
      .caption = 243,
-     .title = {243, 2460},
+     .title = {243, text::kHigh},
      .address = 0x0060,
      .location = Location::kOutput,
      .wire = Wire::kDouble,
@@ -48,7 +49,7 @@ inline constexpr Parameter kStatusTable[] = {
      .unit_slot = SlotOf("STATUS", "DO_FLOW_SW_HIGH_Unit")},
     {.name = "status.flow_switch_low",
      .caption = 243,
-     .title = {243, 2470},
+     .title = {243, text::kLow},
      .address = 0x0068,
      .location = Location::kOutput,
      .wire = Wire::kDouble,
@@ -83,7 +84,7 @@ inline constexpr Parameter kStatusTable[] = {
      .exists = Exists::kNotSingleChannel},
     {.name = "status.thermal_switch_high",
      .caption = 607,
-     .title = {607, 2460},
+     .title = {607, text::kHigh},
      .address = 0x0432,
      .location = Location::kThermalOutput,
      .wire = Wire::kDouble,
@@ -95,7 +96,7 @@ inline constexpr Parameter kStatusTable[] = {
      .exists = Exists::kNotSingleChannel},
     {.name = "status.thermal_switch_low",
      .caption = 607,
-     .title = {607, 2470},
+     .title = {607, text::kLow},
      .address = 0x043A,
      .location = Location::kThermalOutput,
      .wire = Wire::kDouble,

@@ -19,21 +19,14 @@ constexpr int kNoLining = 0;
 // The zero adjustment.
 constexpr int kClear = 0;
 constexpr int kSetZero = 1;
-constexpr int kClearQuestion = 3962;
-constexpr int kSetZeroQuestion = 3963;
-constexpr int kZeroName = 760;
-constexpr int kSetStarted = 3991;
-constexpr int kSetCompleted = 4001;
-constexpr int kAdjusted = 4141;
-constexpr int kNotAdjusted = 4140;
 
 }  // namespace
 
 Form10::Form10(App& app)
     : ParameterPage(app, "Form10",
                     {.title = 1640,
-                     .set_started = kSetStarted,
-                     .set_completed = kSetCompleted,
+                     .set_started = text::kSettingOfProcessSettingWasStarted,
+                     .set_completed = text::kSettingOfProcessSettingWasCompleted,
                      .read_started = 4011,
                      .read_completed = 4021}),
       chooser_(app, ChannelSelect, &SharedState::ProcessChannel,
@@ -42,8 +35,8 @@ Form10::Form10(App& app)
   PIPE_MATERIALCombo.on_click = [this] { PIPE_MATERIALCombo_Click(); };
   KIND_OF_FLUIDCombo.on_click = [this] { KIND_OF_FLUIDCombo_Click(); };
   LINING_MATERIALCombo.on_click = [this] { LINING_MATERIALCombo_Click(); };
-  CmdBtnClear.on_click = [this] { AdjustZero(CmdBtnClear, kClear, kClearQuestion); };
-  CmdBtnAdjust.on_click = [this] { AdjustZero(CmdBtnAdjust, kSetZero, kSetZeroQuestion); };
+  CmdBtnClear.on_click = [this] { AdjustZero(CmdBtnClear, kClear, text::kClearZeroQuestion); };
+  CmdBtnAdjust.on_click = [this] { AdjustZero(CmdBtnAdjust, kSetZero, text::kSetZeroQuestion); };
   AddColumn(Heat.Parts(), Heat);
   Heat.SetUp();
 }
@@ -114,7 +107,7 @@ void Form10::C01_SECHI_FrmInit() {
   SetPageCaptions({{&lblChannel, 179},
                    {&ChannelSelect(0), 182},
                    {&ChannelSelect(1), 183},
-                   {&FrameZero, kZeroName},
+                   {&FrameZero, text::kZeroAdjustment},
                    {&CmdBtnClear, 3880},
                    {&CmdBtnAdjust, 1911},
                    {&Heat.ReadParameterHeat, 2030},
@@ -156,7 +149,7 @@ void Form10::LINING_MATERIALCombo_Click() {
 void Form10::AdjustZero(const PushButton& command, int value, int question) {
   const int address = kZeroAdjustRegister + LocationOffset(Location::kPipe, chooser_.Index());
   if (!app().AskOkCancel(app().Text(question))) return;
-  Operation operation(app(), *this, command.Name(), kSetStarted);
+  Operation operation(app(), *this, command.Name(), text::kSettingOfProcessSettingWasStarted);
   if (!operation.OpenPortOrTell()) return;
   if (const std::string refusal = PlaceRefusal(app(), {&ProcessRow("outer_diameter"), chooser_.Index()});
       !refusal.empty()) {
@@ -165,9 +158,10 @@ void Form10::AdjustZero(const PushButton& command, int value, int question) {
     return;
   }
   const bool done = WriteRegister(app(), address, value) == WriteResult::kProven;
-  app().Show(app().Text(kZeroName) + "  " + app().Text(done ? kAdjusted : kNotAdjusted),
+  app().Show(app().Text(text::kZeroAdjustment) + "  " +
+                 app().Text(done ? text::kASetupWasCompleted : text::kASetupWasNotCompleted),
              done ? MessageIcon::kInformation : MessageIcon::kStop);
-  operation.End(app().Text(kSetCompleted) + " " + app().state.LastErrorText);
+  operation.End(app().Text(text::kSettingOfProcessSettingWasCompleted) + " " + app().state.LastErrorText);
 }
 
 }  // namespace vlt

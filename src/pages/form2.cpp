@@ -3,6 +3,7 @@
 
 #include "link/device_queries.h"
 #include "meter/range_table.h"
+#include "resources/text_ids.h"
 
 namespace vlt {
 namespace {

@@ -9,8 +9,6 @@ namespace {
 
 constexpr int kComputedChannel = 2;
 constexpr int kFlowRate = 1;  // code of the one item that has a decimal point
-constexpr int kBacklightName = 4961;
-constexpr int kMinuteName = 4963;
 
 }  // namespace
 
@@ -96,9 +94,9 @@ void Form5::C04_HYOJI_FrmInit() {
                    {&Selection2, 4670},
                    {&Flow_Unit1, 2240},
                    {&Flow_Unit2, 2240},
-                   {&LCD_Check, kBacklightName},
+                   {&LCD_Check, text::kLcdBacklight},
                    {&lblLCD_Time, 4962}});
-  lblTimeUnit.SetCaption("[" + app().Text(kMinuteName) + "]");
+  lblTimeUnit.SetCaption("[" + app().Text(text::kMinute) + "]");
 }
 
 void Form5::SubGetCHForm5(ComboBox& list) { column().FillList(list); }
@@ -193,7 +191,7 @@ void Form5::PlanBacklight(WritePlan& plan) {
     data.insert(data.end(), minutes.begin(), minutes.end());
   }
   plan.Add({.field = &column().FieldOf(optLCD(0)),
-            .name = app().Text(kBacklightName),
+            .name = app().Text(text::kLcdBacklight),
             .address = DisplayRow("backlight").address,
             .data = data});
 }

@@ -28,24 +28,13 @@ constexpr int kAskAgainMs = 100;
 constexpr int kLanguagePanel = 2;
 constexpr const char* kFactoryUser = "Factory";
 
-// Texts of old.
-constexpr int kSetCompleted = 4007;
-constexpr int kNotSet = 3930;
-constexpr int kSpecificationWarning = 4969;
-constexpr int kSpecificationQuestion = 4970;
-constexpr int kSpecificationChanged = 4968;
-constexpr int kInitQuestion = 4501;
-constexpr int kInitStarted = 3998;
-constexpr int kInitCompleted = 4008;
-constexpr int kReportKind = 4050;
-
 }  // namespace
 
 Form6::Form6(App& app)
     : ParameterPage(app, "Form6",
                     {.title = 650,
                      .set_started = 3997,
-                     .set_completed = kSetCompleted,
+                     .set_completed = text::kSettingOfSystemWasCompleted,
                      .read_started = 4017,
                      .read_completed = 4027}) {
   column().SetFields(Table());
@@ -274,8 +263,9 @@ bool Form6::MaySet() {
   specification_changed_ = false;
   if (!GoesOnWithoutSources()) return false;
   if (!SPEC.Ticked() || Trim(SPEC_Text.Text()).empty()) return true;
-  return app().AskYesNo(app().Text(kSpecificationWarning) + "\n" + app().Text(kSpecificationQuestion),
-                        MessageIcon::kQuestion);
+  return app().AskYesNo(
+      app().Text(text::kSpecificationWarning) + "\n" + app().Text(text::kSpecificationQuestion),
+      MessageIcon::kQuestion);
 }
 
 void Form6::PlanWrites(WritePlan& plan) {
@@ -316,10 +306,10 @@ bool Form6::GoesOnWithoutSources() {
     field->Mark(reason);
     const std::string told = FormatText("%1: %2", {name, reason});
     app().Status(told);
-    if (app().AskOkCancel(
-            FormatText("%1 %2\n%3", {name, app().Text(kNotSet), app().Text(text::kContinueQuestion)})))
+    if (app().AskOkCancel(FormatText(
+            "%1 %2\n%3", {name, app().Text(text::kDataNotSet), app().Text(text::kContinueQuestion)})))
       continue;
-    app().Status(FormatText("%1 %2", {app().Text(kSetCompleted), told}));
+    app().Status(FormatText("%1 %2", {app().Text(text::kSettingOfSystemWasCompleted), told}));
     return false;
   }
   return true;
@@ -340,20 +330,20 @@ void Form6::WriteProven(const PlannedWrite& write) {
   app().origins.MemoryWasReset();
   WaitMs(app(), kSettleMs);
   app().windows.SetMousePointer(kNormalPointer);
-  app().Show(app().Text(kSpecificationChanged));
+  app().Show(app().Text(text::kSpecificationChanged));
 }
 
 void Form6::CommandMemoryInit_Click() {
-  if (!app().AskOkCancel(app().Text(kInitQuestion))) return;
-  Operation operation(app(), *this, CommandMemoryInit.Name(), kInitStarted);
+  if (!app().AskOkCancel(app().Text(text::kInitQuestion))) return;
+  Operation operation(app(), *this, CommandMemoryInit.Name(), text::kInitializationOfMemoryWasStarted);
   if (!operation.OpenPortOrTell()) return;
   // The meter begins at once and may not answer any more: the reply says nothing.
   WriteRegister(app(), kMemoryInitRegister, kMemoryInitValue);
   app().origins.MemoryWasReset();
   WaitMs(app(), kSettleMs);
   operation.ShowNormalPointer();
-  app().Show(app().Text(kInitCompleted));
-  operation.End(app().Text(kInitCompleted));
+  app().Show(app().Text(text::kInitializationOfMemoryWasCompleted));
+  operation.End(app().Text(text::kInitializationOfMemoryWasCompleted));
 }
 
 // --- all settings ------------------------------------------------------------------------------------------
@@ -375,7 +365,8 @@ void Form6::tmrSaveAs_Timer() {
 void Form6::AskForName() {
   tmrSaveAs.SetRunning(false);
   if (!std::exchange(asks_for_name_, false)) return;
-  if (const auto file = AskCsvFile(app(), {.kind = kReportKind, .all_files = false})) FileName.SetText(*file);
+  if (const auto file = AskCsvFile(app(), {.kind = text::kInitialvalue, .all_files = false}))
+    FileName.SetText(*file);
 }
 
 void Form6::Read_All_Set_Data_Click() {

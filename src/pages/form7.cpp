@@ -18,15 +18,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kReleaseStarted = 1211;
-constexpr int kReleaseCompleted = 1212;
-constexpr int kNotReleased = 4160;
-constexpr int kReleaseName = 1210;
-constexpr int kTestModeName = 850;
-constexpr int kAdjustmentName = 1910;
-constexpr int kCheckName = 1250;
-constexpr int kDigitalCheckName = 245;  // what the failure box calls it
-
 constexpr int kTestOff = 0;
 constexpr int kTestOn = 1;
 
@@ -128,17 +119,17 @@ void Form7::BuildLists() {
 }
 
 void Form7::C11_MENTE_FrmInit() {
-  SetPageCaptions({{&ReleaseParameter, kReleaseName},
+  SetPageCaptions({{&ReleaseParameter, text::kTestCancel},
                    {&AO_Check, 501},
                    {&AO2_Check, 502},
                    {&lblPointUnit(0), text::kMilliampere},
                    {&lblPointUnit(1), text::kMilliampere},
                    {&chkDO, 247},
-                   {&FrameDO, kCheckName},
+                   {&FrameDO, text::kCheck},
                    {&OUTPUT_DOOption, 241},
                    {&SEKISAN_PULSEOption, 1600},
                    {&OUTPUT_DO2_FREQUENCYCheck, 503},
-                   {&TEST_MODECheck, kTestModeName},
+                   {&TEST_MODECheck, text::kTestMode},
                    {&lblInputData, 2040},
                    {&lblTrackingTime, 860},
                    {&TEMPCheck, 554}});
@@ -471,7 +462,7 @@ void Form7::PlanOutput(WritePlan& plan, const AnalogOutput& output) {
 void Form7::PlanTestMode(WritePlan& plan) {
   const bool on = TEST_MODECheck.Ticked();
   if (!on && !TestModeIsToEnd()) return;
-  plan.Add({.name = app().Text(on ? kTestModeName : kReleaseName),
+  plan.Add({.name = app().Text(on ? text::kTestMode : text::kTestCancel),
             .address = MaintenanceRow("test_mode").address,
             .write = WriteWith::kSingle,
             .data = EncodeCode(on ? kTestOn : kTestOff)});
@@ -493,24 +484,24 @@ void Form7::NoteTest(const PlannedWrite& write) {
 std::string Form7::FailureName(const Field& field) {
   for (const AnalogOutput& output : outputs_) {
     const std::string name = app().Text(output.name) + " ";
-    if (field.text == &output.value) return name + app().Text(kAdjustmentName);
-    if (field.text == &output.percent) return name + app().Text(kCheckName);
+    if (field.text == &output.value) return name + app().Text(text::kAdjustment);
+    if (field.text == &output.percent) return name + app().Text(text::kCheck);
   }
-  if (field.list == &OUTPUT_DOCombo) return app().Text(kDigitalCheckName);
+  if (field.list == &OUTPUT_DOCombo) return app().Text(text::kDigitalCheckName);
   return ParameterPage::FailureName(field);
 }
 
 // --- end of the test state -------------------------------------------------------------------------------
 
 void Form7::ReleaseParameter_Click() {
-  Operation operation(app(), *this, ReleaseParameter.Name(), kReleaseStarted);
+  Operation operation(app(), *this, ReleaseParameter.Name(), text::kTestModeCancellationWasStarted);
   if (!operation.OpenPortOrTell()) return;
   if (EndTestState()) {
     MeterTestHasEnded(app());
-    operation.End(app().Text(kReleaseCompleted) + " " + app().state.LastErrorText);
+    operation.End(app().Text(text::kTestModeCancellationWasCompleted) + " " + app().state.LastErrorText);
     return;
   }
-  const std::string failure = app().Text(kTestModeName) + " " + app().Text(kNotReleased);
+  const std::string failure = app().Text(text::kTestMode) + " " + app().Text(text::kItHasNotCanceled);
   operation.ShowNormalPointer();
   app().Show(failure, MessageIcon::kStop);
   operation.End(failure + " " + app().state.LastErrorText);

@@ -3,6 +3,7 @@
 
 #include "link/device_queries.h"
 #include "meter/heat_table.h"
+#include "resources/text_ids.h"
 
 namespace vlt {
 namespace {
@@ -17,16 +18,6 @@ constexpr int kFixed = 1;
 // A list that shows nothing: nobody has told yet, so nothing is ruled out.
 constexpr int kUnknown = -1;
 
-constexpr int kSetStarted = 3991;
-constexpr int kSetCompleted = 4001;
-constexpr int kReadStarted = 4011;
-constexpr int kReadCompleted = 4021;
-
-constexpr int kCoolingName = 532;
-constexpr int kHeatingName = 533;
-constexpr int kSupplyName = 539;
-constexpr int kReturnName = 544;
-
 }  // namespace
 
 HeatColumn::HeatColumn(App& app, Form& page) : app_(app), page_(page) {}
@@ -36,10 +27,10 @@ ColumnParts HeatColumn::Parts() {
           .read = ReadParameterHeat,
           .set = SetParameterHeat,
           .save = SaveParameterHeat,
-          .set_started = kSetStarted,
-          .set_completed = kSetCompleted,
-          .read_started = kReadStarted,
-          .read_completed = kReadCompleted};
+          .set_started = text::kSettingOfProcessSettingWasStarted,
+          .set_completed = text::kSettingOfProcessSettingWasCompleted,
+          .read_started = text::kReadingOfProcessSettingWasStarted,
+          .read_completed = text::kReadingOfProcessSettingWasCompleted};
 }
 
 void HeatColumn::SetUp() {
@@ -132,16 +123,16 @@ std::string HeatColumn::StatusName(const Field& field) {
     int name;  // text id
   };
   const Side sides[] = {
-      {&CTEMPCONVText, kCoolingName},
-      {&HTEMPCONVText, kHeatingName},
-      {&SET_UP_SUPPLY_TEMPERATUREText, kSupplyName},
-      {&SUPPLY_TEMP_ZEROText, kSupplyName},
-      {&SUPPLY_TEMP_SPANText, kSupplyName},
-      {&SUPPLY_TEMP_FILTERText, kSupplyName},
-      {&SET_UP_RETURNER_TEMPERATUREText, kReturnName},
-      {&RETURNER_TEMP_ZEROText, kReturnName},
-      {&RETURNER_TEMP_SPANText, kReturnName},
-      {&RETURNER_TEMP_FILTERText, kReturnName},
+      {&CTEMPCONVText, text::kCooling},
+      {&HTEMPCONVText, text::kHeating},
+      {&SET_UP_SUPPLY_TEMPERATUREText, text::kSupplyTemp},
+      {&SUPPLY_TEMP_ZEROText, text::kSupplyTemp},
+      {&SUPPLY_TEMP_SPANText, text::kSupplyTemp},
+      {&SUPPLY_TEMP_FILTERText, text::kSupplyTemp},
+      {&SET_UP_RETURNER_TEMPERATUREText, text::kReturnTemp},
+      {&RETURNER_TEMP_ZEROText, text::kReturnTemp},
+      {&RETURNER_TEMP_SPANText, text::kReturnTemp},
+      {&RETURNER_TEMP_FILTERText, text::kReturnTemp},
   };
   for (const Side& side : sides) {
     if (side.entry == field.text) return app_.Text(side.name) + " " + FailureName(field);

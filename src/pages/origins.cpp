@@ -6,6 +6,7 @@
 #include "link/learn.h"
 #include "meter/units.h"
 #include "resources/string_table.h"
+#include "resources/text_ids.h"
 #include "resources/text_ids_guard.h"
 #include "resources/text_ids_origin.h"
 #include "values/number_text.h"
@@ -16,8 +17,6 @@ namespace {
 using Source = OriginRecord::Source;
 
 constexpr const char* kShowUnitInForce = "0";  // as a kept unit caption
-constexpr int kFirstChannelName = 182;         // text ids
-constexpr int kOutputName = 247;
 
 int OutdatedText(PlaceChange change, Location location) {
   constexpr int kTexts[] = {0,
@@ -283,8 +282,8 @@ std::string FieldOrigins::PlaceText(const Field& field, const ValuePlace& place)
   if (place.meter.station != 0) told += "-" + ZeroPadded(place.meter.station, 2);
   const Location location = field.parameter->location;
   if (location == Location::kMeter) return told;
-  if (!IsOutput(location)) return told + " " + app_.Text(kFirstChannelName + place.index);
-  return told + " " + app_.Text(kOutputName) + std::to_string(place.index + 1);
+  if (!IsOutput(location)) return told + " " + app_.Text(text::kFirstChannelName + place.index);
+  return told + " " + app_.Text(text::kDigitalOutputName) + std::to_string(place.index + 1);
 }
 
 }  // namespace vlt

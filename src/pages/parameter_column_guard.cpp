@@ -6,14 +6,11 @@
 
 #include "meter/units.h"
 #include "resources/string_table.h"
+#include "resources/text_ids.h"
 #include "resources/text_ids_guard.h"
 
 namespace vlt {
 namespace {
-
-constexpr int kMetricName = 2260;  // text ids
-constexpr int kEnglishName = 2270;
-constexpr int kHeatName = 553;
 
 bool Overlap(const FactSet& a, const FactSet& b) {
   return std::any_of(a.begin(), a.end(), [&](const FactPlace& fact) { return b.contains(fact); });
@@ -23,7 +20,7 @@ bool Overlap(const FactSet& a, const FactSet& b) {
 std::string NameOfPlace(const App& app, const ParameterPlace& place) {
   std::string name = place.index > 0 ? PlaceName(*place.row, place.index) : std::string();
   if (!name.empty()) return name;
-  if (place.row->exists == Exists::kHeat) return app.Text(kHeatName);
+  if (place.row->exists == Exists::kHeat) return app.Text(text::kEnergyMode);
   return RowTitle(*place.row, app.state.LangOffset);
 }
 
@@ -128,7 +125,7 @@ std::string SetGuard::UnitReason(const Field& field, const FactSet& decided) con
   const std::string& other = meant == meter ? shown : meant;
   const bool is_system = facts.size() == 1 && facts.contains({Fact::kUnitSystem});
   if (!is_system) return FormatText(app_.Text(of_source + 1), {other, meter});
-  const int system = app_.state.UnitFlag == 0 ? kMetricName : kEnglishName;
+  const int system = app_.state.UnitFlag == 0 ? text::kMetric : text::kEnglish;
   return FormatText(app_.Text(of_source), {other, app_.Text(system)});
 }
 

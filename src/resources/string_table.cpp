@@ -2,6 +2,7 @@
 #include "resources/string_table.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <stdexcept>
 
@@ -14,19 +15,43 @@ struct Row {
   const char* english;
 };
 
-constexpr Row kRows[] = {
-#include "resources/strings.inc"
+#define OLD(id, japanese, english) {id, japanese, english},
+#define ROW(id, name, japanese, english) {id, japanese, english},
+constexpr Row kTexts[] = {
+#include "resources/texts/common.inc"
+#include "resources/texts/compare.inc"
+#include "resources/texts/compare_window.inc"
+#include "resources/texts/files.inc"
+#include "resources/texts/firmware.inc"
+#include "resources/texts/guard.inc"
+#include "resources/texts/heal.inc"
+#include "resources/texts/line.inc"
+#include "resources/texts/live.inc"
+#include "resources/texts/origin.inc"
+#include "resources/texts/pages.inc"
+#include "resources/texts/product.inc"
+#include "resources/texts/proof.inc"
+#include "resources/texts/timing.inc"
+#include "resources/texts/words.inc"
 };
+#undef OLD
+#undef ROW
+
+constexpr auto kRows = [] {
+  std::array<Row, std::size(kTexts)> rows = std::to_array(kTexts);
+  std::sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) { return a.id < b.id; });
+  return rows;
+}();
 
 constexpr int kEnglishOffset = 5000;
 
-constexpr bool SortedAndUnique() {
+constexpr bool IdsAreUnique() {
   for (std::size_t i = 1; i < std::size(kRows); ++i) {
     if (kRows[i - 1].id >= kRows[i].id) return false;
   }
   return kRows[0].id > 0 && std::end(kRows)[-1].id < kEnglishOffset;
 }
-static_assert(SortedAndUnique(), "strings.inc: ids must rise from row to row and lie in 1 to 4999");
+static_assert(IdsAreUnique(), "texts/: no id has two rows, and all lie in 1 to 4999");
 
 }  // namespace
 

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Names of the texts of the timing of exchanges: the block 4551 to 4619.
+// Names of the texts in texts/timing.inc.
 #pragma once
 
+#define OLD(id, japanese, english)
+#define ROW(id, name, japanese, english) inline constexpr int name = id;
+
 namespace vlt::text {
-
-inline constexpr int kEventTiming = 4551;
-inline constexpr int kEventTimingHint = 4552;
-
+#include "resources/texts/timing.inc"
 }  // namespace vlt::text
+
+#undef OLD
+#undef ROW

@@ -14,7 +14,6 @@ namespace vlt {
 namespace {
 
 constexpr int kLookMs = 1000;
-constexpr int kPortText = 1930;
 constexpr std::array kColumnWidths = {1050, 2550, 3000};  // the last one takes what is left
 constexpr int kGridWidth = 7800;
 constexpr int kGridHeight = 3600;
@@ -51,7 +50,7 @@ CSetDevices::CSetDevices(App& app, FrmCSet& dialog)
 }
 
 void CSetDevices::FrmInit() {
-  const std::array heads = {app_.Text(kPortText), app_.Text(text::kDevice), app_.Text(text::kAdapter)};
+  const std::array heads = {app_.Text(text::kPortNo), app_.Text(text::kDevice), app_.Text(text::kAdapter)};
   grdPorts.SetRow(0, heads);
   lblDevices.SetCaption(app_.Text(text::kDevice));
   cmdAssign.SetCaption(app_.Text(text::kAssignPort));

@@ -14,7 +14,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kStopText = 1970;
 constexpr int kLastStation = 31;
 constexpr int kStationDigits = 2;
 constexpr int kGridHeight = 1800;
@@ -84,7 +83,7 @@ CSetSearch::CSetSearch(App& app, FrmCSet& dialog)
 
 void CSetSearch::FrmInit() {
   cmdSearch.SetCaption(app_.Text(text::kSearch));
-  cmdStop.SetCaption(app_.Text(kStopText));
+  cmdStop.SetCaption(app_.Text(text::kStopText));
   for (std::size_t i = 0; i < kColumns.size(); ++i) {
     grdFound.SetCell(0, static_cast<int>(i), app_.Text(kColumns[i].head_id));
   }

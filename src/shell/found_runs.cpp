@@ -16,7 +16,6 @@ namespace vlt {
 namespace {
 
 constexpr const char* kWindow = "frmFoundRuns";
-constexpr int kClose = 3274;
 constexpr std::array kColumnWidths = {4200, 1400, 2300, 2300, 3000};  // the last one takes what is left
 constexpr int kGridWidth = 15900;
 constexpr int kGridHeight = 3600;
@@ -133,7 +132,7 @@ void frmFoundRuns::Form_Load() {
   SetCaption(app_.Text(text::kRunsTitle));
   lblExplained.SetCaption(app_.Text(text::kRunsExplained));
   cmdSeen.SetCaption(app_.Text(text::kRunsSeen));
-  cmdClose.SetCaption(app_.Text(kClose));
+  cmdClose.SetCaption(app_.Text(text::kClose));
   for (std::size_t column = 0; column < kColumnWidths.size(); ++column) {
     grdRuns.SetColumnWidth(static_cast<int>(column), kColumnWidths[column]);
   }

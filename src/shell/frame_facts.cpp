@@ -22,11 +22,6 @@ namespace vlt {
 namespace {
 
 constexpr int kFacts = 7;
-constexpr int kVersionText = 900;
-constexpr int kSpecificationText = 1705;
-constexpr int kPathModeText = 402;
-constexpr int kUnitText = 4680;
-constexpr int kLanguageText = 2250;
 constexpr std::size_t kLinkChars = 18;  // that have room beside the page buttons
 constexpr const char* kComPortMenu = "ComPort";
 
@@ -70,10 +65,10 @@ void FrameFacts::Show() {
     int caption_id;
     std::string value;
   } facts[kFacts] = {
-      {text::kLink, LinkText(link)},      {kVersionText, TypeText()},
-      {text::kIdNumber, state.MeterIdNo}, {kSpecificationText, SpecificationText()},
-      {kPathModeText, PathText()},        {kUnitText, UnitText()},
-      {kLanguageText, LanguageText()},
+      {text::kLink, LinkText(link)},        {text::kVersionInfo, TypeText()},
+      {text::kIdNumber, state.MeterIdNo},   {text::kSpecification, SpecificationText()},
+      {text::kMeasurementMode, PathText()}, {text::kUnit, UnitText()},
+      {text::kLanguage, LanguageText()},
   };
   for (int i = 0; i < kFacts; ++i) {
     lblFact(i).SetCaption(app_.Text(facts[i].caption_id));

@@ -2,24 +2,19 @@
 #include "shell/frm_about.h"
 
 #include "resources/text_ids.h"
+#include "resources/version.h"
 #include "shell/splash.h"
-#include "shell/version.h"
 
 namespace vlt {
-namespace {
-
-constexpr int kVersionTitle = 900;
-constexpr int kProductName = 4641;
-
-}  // namespace
+namespace {}  // namespace
 
 frmAbout::frmAbout(App& app) : Form(app.windows, "frmAbout", FormPlace::kWindow), app_(app) {
   cmdOK.on_click = [this] { cmdOK_Click(); };
 }
 
 void frmAbout::Form_Load() {
-  SetCaption(app_.Text(kVersionTitle));
-  lblTitle.SetCaption(app_.Text(kProductName));
+  SetCaption(app_.Text(text::kVersionInfo));
+  lblTitle.SetCaption(app_.Text(text::kProductName));
   lblVersion.SetCaption(VersionText(VersionSuffix(app_.state)));
   cmdOK.SetCaption(app_.Text(text::kOk));
 }

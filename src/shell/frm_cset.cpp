@@ -23,11 +23,6 @@ namespace vlt {
 namespace {
 
 constexpr int kFontText = 1;
-constexpr int kTitleText = 670;
-constexpr int kSettingText = 1650;
-constexpr int kCancelText = 580;
-constexpr int kOutsideText = 3921;
-constexpr int kStationText = 700;
 
 constexpr const char* kRs232c = "RS232C";
 constexpr const char* kRs485 = "RS485";
@@ -53,8 +48,12 @@ struct LabelRow {
   int text_id;
 };
 constexpr LabelRow kLabels[] = {
-    {&FrmCSet::lblPortNo, 1930},  {&FrmCSet::lblTransMethod, 1950}, {&FrmCSet::lblStaitionNo, kStationText},
-    {&FrmCSet::lblSpeed, 1940},   {&FrmCSet::lblParity, 930},       {&FrmCSet::lblStopBit, 730},
+    {&FrmCSet::lblPortNo, 1930},
+    {&FrmCSet::lblTransMethod, 1950},
+    {&FrmCSet::lblStaitionNo, text::kStationNumber},
+    {&FrmCSet::lblSpeed, 1940},
+    {&FrmCSet::lblParity, 930},
+    {&FrmCSet::lblStopBit, 730},
     {&FrmCSet::lblRetryNo, 1130},
 };
 
@@ -111,7 +110,7 @@ FrmCSet::FrmCSet(App& app) : Form(app.windows, "FrmCSet", FormPlace::kWindow), a
 
 void FrmCSet::FrmInit() {
   const std::string font = app_.Text(kFontText);
-  SetCaption(app_.Text(kTitleText));
+  SetCaption(app_.Text(text::kSetUpForSerialCommunication));
   for (Control* control : Controls()) control->SetFont({font, 8, false});
   for (const LabelRow& row : kLabels) {
     (this->*row.label).SetFont({font, 12, false});
@@ -119,8 +118,8 @@ void FrmCSet::FrmInit() {
   }
   chkTiming.SetCaption(app_.Text(text::kEventTiming));
   chkTiming.SetHint(app_.Text(text::kEventTimingHint));
-  Command1.SetCaption(app_.Text(kSettingText));
-  Command2.SetCaption(app_.Text(kCancelText));
+  Command1.SetCaption(app_.Text(text::kSetting));
+  Command2.SetCaption(app_.Text(text::kCancelText));
 }
 
 void FrmCSet::Form_Load() {
@@ -189,7 +188,7 @@ void FrmCSet::StaitionNo_LostFocus() {
     return;
   }
   StaitionNo.SelectAll();
-  app_.Show(app_.Text(IsNumericText(typed) == 0 && number ? kOutsideText : NoNumberText(typed)));
+  app_.Show(app_.Text(IsNumericText(typed) == 0 && number ? text::kOutOfLimits : NoNumberText(typed)));
   StaitionNo.SetFocus();
 }
 
@@ -249,7 +248,7 @@ bool FrmCSet::CheckStation() {
   if (!IsStation(number)) {
     StaitionNo.SetMark(StationLimits(app_));
     StaitionNo.SetFocus();
-    app_.Status(app_.Text(kStationText) + ": " + StationLimits(app_));
+    app_.Status(app_.Text(text::kStationNumber) + ": " + StationLimits(app_));
     return false;
   }
   StaitionNo.SetMark("");
@@ -284,7 +283,7 @@ void FrmCSet::Command1_Click() {
   }
   ReadUnits(app_, {.heat_always = true});
   const FileError written = SaveCommSettings(app_, CommPath(app_));
-  operation.End(app_.Text(kTitleText) + ": " + app_.Text(text::kLinkProved));
+  operation.End(app_.Text(text::kSetUpForSerialCommunication) + ": " + app_.Text(text::kLinkProved));
   if (written != FileError::kGood) ReportNotWritten(app_, CommPath(app_), written);
   List().Unload(Name());
 }

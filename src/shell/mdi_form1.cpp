@@ -20,10 +20,6 @@ namespace {
 constexpr int kPageFont = 1;
 
 constexpr const char* kRs485 = "RS485";
-constexpr int kTitleText = 1344;
-constexpr int kEndText = 400;
-constexpr int kMaintenanceText = 1070;
-constexpr int kTestCancelText = 1210;
 
 struct MenuCaption {
   MenuItem MDIForm1::*item;
@@ -131,7 +127,7 @@ void MDIForm1::SetPageButtonIdle(std::string_view page) {
 
 void MDIForm1::Dress() {
   const std::string& font = app_.state.PageFont = app_.Text(kPageFont);
-  SetCaption(app_.Text(kTitleText));
+  SetCaption(app_.Text(text::kLoaderName));
   for (const MenuCaption& row : kMenuCaptions) {
     MenuItem& item = this->*row.item;
     item.SetFont({font, 8, false});
@@ -145,7 +141,7 @@ void MDIForm1::Dress() {
     button.SetCaption(app_.Text(caption_id));
   };
   for (const PageButton& row : kPageButtons) dress_button(this->*row.button, row.caption_id);
-  dress_button(Command13, kEndText);
+  dress_button(Command13, text::kEnd);
   lblTestState.SetFont({font, 12, true});
   ShowTestState();
   ShowPvButton();
@@ -156,7 +152,7 @@ void MDIForm1::Dress() {
 void MDIForm1::ShowTestState() {
   lblTestState.SetCaption(
       FormatText(app_.Text(text::kTestState),
-                 {MetersInTestText(app_), app_.Text(kMaintenanceText), app_.Text(kTestCancelText)}));
+                 {MetersInTestText(app_), app_.Text(text::kMaintenance), app_.Text(text::kTestCancel)}));
   lblTestState.SetVisible(IsAnyMeterInTest(app_));
 }
 

@@ -11,9 +11,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kIsLoaderFile = 4510;
-constexpr int kSaveQuestion = 4500;
-
 constexpr const char* kParameterFilter = "Initial value(*.ini)|*.ini";
 // Shown by the menu in both languages.
 constexpr const char* kLoaderFileRefused = "ローダー初期ファイルを更新することはできません";
@@ -83,7 +80,7 @@ FileError MDIForm1::SaveAtClosing() {
   const std::string path = dialog_file_;
   if (path.empty()) return FileError::kGood;
   if (IsLoaderFile(app_, path)) {
-    app_.Show(app_.Text(kIsLoaderFile));
+    app_.Show(app_.Text(text::kIsLoaderFile));
     return FileError::kGood;
   }
   SavePagesToSlots(app_);
@@ -98,7 +95,7 @@ void MDIForm1::SaveLoaderFile() {
 }
 
 bool MDIForm1::MayEnd() {
-  const bool save = app_.AskYesNo(app_.Text(kSaveQuestion), MessageIcon::kInformation);
+  const bool save = app_.AskYesNo(app_.Text(text::kSaveQuestion), MessageIcon::kInformation);
   const FileError saved = save ? SaveAtClosing() : FileError::kGood;
   SaveLoaderFile();
   if (saved == FileError::kGood) return true;

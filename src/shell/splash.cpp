@@ -5,14 +5,12 @@
 
 #include "link/identification.h"
 #include "link/port.h"
+#include "resources/text_ids.h"
+#include "resources/version.h"
 #include "shell/mdi_form1.h"
-#include "shell/version.h"
 
 namespace vlt {
 namespace {
-
-constexpr int kLoaderName = 1344;
-constexpr int kSetCommunication = 4280;
 
 constexpr SplashVariant kVariants[] = {
     {"frmSplash", "M627", "splash_m627", "D", 4, false},
@@ -57,8 +55,8 @@ SplashForm::SplashForm(App& app, const SplashVariant& variant)
 
 void SplashForm::Form_Load() {
   lblVersion.SetCaption(VersionText(SuffixOf(&variant_, app_.state.LangFlag)));
-  lblProductName.SetCaption(app_.Text(kLoaderName));
-  SetCaption(app_.Text(kLoaderName));
+  lblProductName.SetCaption(app_.Text(text::kLoaderName));
+  SetCaption(app_.Text(text::kLoaderName));
   // Nothing on it is to be clicked, and closing it would leave a start that is half done.
   SetCloseCommand(false);
   Timer1.SetInterval(kSplashMs);
@@ -95,9 +93,9 @@ void SplashForm::IdentifyMeter() {
   // The port object belongs to the main window, which shows why a port could not be opened.
   MainWindow(app_);
   if (!OpenPort(app_) || !ReadIdentification(app_)) {
-    app_.Show(app_.Text(kSetCommunication), MessageIcon::kInformation);
+    app_.Show(app_.Text(text::kSetInTheCommunication), MessageIcon::kInformation);
     if (!app_.state.PortFaultReason.empty())
-      app_.Status(app_.Text(kSetCommunication) + " " + app_.state.PortFaultReason);
+      app_.Status(app_.Text(text::kSetInTheCommunication) + " " + app_.state.PortFaultReason);
     return;
   }
   ReadUnits(app_, {.operation_mode_first = variant_.operation_mode_first});

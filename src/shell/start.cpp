@@ -8,6 +8,7 @@
 #include "files/whole_file.h"
 #include "firmware/firmware.h"
 #include "live/live.h"
+#include "monitor/frm_line.h"
 #include "pages/pages.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
@@ -18,7 +19,6 @@
 #include "shell/frame_facts.h"
 #include "shell/frm_about.h"
 #include "shell/frm_cset.h"
-#include "shell/frm_line.h"
 #include "shell/frm_mssg.h"
 #include "shell/mdi_form1.h"
 #include "shell/port_watch.h"
@@ -29,7 +29,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kCanNotStart = 4960;
 constexpr int kEnglishOffset = 5000;
 
 StartResult End(App& app) {
@@ -147,7 +146,7 @@ StartResult StartUp(App& app) {
   }
   if (!may_start) {
     app.platform.process.PutError(app.state.StartFaultReason);
-    app.Show(app.Text(kCanNotStart));
+    app.Show(app.Text(text::kCanNotStart));
     return End(app);
   }
   const SplashVariant& variant = *FindSplashVariant(app.state.ModelCode);

@@ -6,7 +6,7 @@ namespace {
 
 constexpr int kRegisterBytes = 2;
 
-// Where a fact is kept; the specification, of which two things are, apart.
+// Where a fact is kept; the specification number, of which two things are, apart.
 struct Keeper {
   int MeterFacts::*common = nullptr;
   std::array<int, kChannels> MeterFacts::*channel = nullptr;

@@ -7,6 +7,7 @@
 #include <span>
 
 #include "resources/string_table.h"
+#include "resources/text_ids.h"
 #include "values/number_text.h"
 
 namespace vlt {
@@ -121,7 +122,6 @@ constexpr LiteralTable kLiteralTables[] = {
 // Alarms by position from the left; 0 where the meter has none.
 constexpr std::array<int, 16> kAlarmIds = {4921, 4922, 4923, 4924, 4925, 4926, 4927, 4928,
                                            4929, 4918, 4917, 0,    0,    0,    4930, 4919};
-constexpr int kReserveId = 4929;
 
 int ResolveTable(const CodeContext& context, int table) {
   const bool metric = context.unit_flag == 0;
@@ -190,8 +190,9 @@ std::string AlarmText(int lang_offset, int bit) {
 
 std::array<std::string, 16> AlarmRows(int lang_offset) {
   std::array<std::string, 16> rows;
-  std::transform(kAlarmIds.begin(), kAlarmIds.end(), rows.begin(),
-                 [&](int id) { return std::string(LookupText((id == 0 ? kReserveId : id) + lang_offset)); });
+  std::transform(kAlarmIds.begin(), kAlarmIds.end(), rows.begin(), [&](int id) {
+    return std::string(LookupText((id == 0 ? text::kReserve : id) + lang_offset));
+  });
   return rows;
 }
 

@@ -55,7 +55,7 @@ TEST(StringTable, BothLanguagesAgreeInPlaceholdersAndLineBreaks) {
   }
 }
 
-// The rule at the head of strings.inc, for the words that slip.
+// The rule at the head of product.inc, for the words that slip.
 TEST(StringTable, FullWidthJapaneseWritesLongVowels) {
   for (const std::string word :
        {"センサ", "メモリ", "フォルダ", "ユーザ", "ローダ", "パラメータ", "アダプタ"}) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The line's window as an operator works it.
-#include "shell/frm_line.h"
+#include "monitor/frm_line.h"
 
 #include <gtest/gtest.h>
 

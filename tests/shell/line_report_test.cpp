@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What is told of the line: frames in words, figures as rows, both files byte for byte.
-#include "shell/line_report.h"
+#include "monitor/line_report.h"
 
 #include <gtest/gtest.h>
 
 #include "link/port.h"
 #include "link/registers.h"
-#include "shell/frame_meaning.h"
-#include "shell/register_names.h"
-#include "shell/version.h"
+#include "monitor/frame_meaning.h"
+#include "monitor/register_names.h"
+#include "resources/version.h"
 #include "support/test_app.h"
 
 namespace vlt::test {

@@ -3,8 +3,8 @@
 
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
+#include "resources/version.h"
 #include "shell/handler_fault.h"
-#include "shell/version.h"
 #include "shell_fixture.h"
 #include "state/form_lock.h"
 #include "state/tested_meters.h"

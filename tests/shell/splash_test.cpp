@@ -2,7 +2,7 @@
 #include "shell/splash.h"
 
 #include "firmware/firmware.h"
-#include "shell/version.h"
+#include "resources/version.h"
 #include "shell_fixture.h"
 
 namespace vlt::test {

@@ -8,11 +8,6 @@ namespace {
 
 using namespace layout;
 
-// Text ids of groups on the energy tab.
-constexpr int kCoolingName = 532;
-constexpr int kHeatingName = 533;
-constexpr int kBothName = 534;
-
 constexpr LayoutItem kItems[] = {
     Tabs("SetParameter2"),
     Tab(),
@@ -60,13 +55,13 @@ constexpr LayoutItem kItems[] = {
     Row("MODECheck", "MODECombo"),
     Row("RUNCheck", "RUNCombo"),
     End(),
-    TitledGroup(kCoolingName),
+    TitledGroup(text::kCooling),
     Row("CTEMPCONVCheck", "CTEMPCONVText", ""),
     End(),
-    TitledGroup(kHeatingName),
+    TitledGroup(text::kHeating),
     Row("HTEMPCONVCheck", "HTEMPCONVText", ""),
     End(),
-    TitledGroup(kBothName),
+    TitledGroup(text::kAirConditioning),
     Row("SWITCH_TEMPERATURECheck", "SWITCH_TEMPERATUREText", "lblTemp(0)"),
     Row("HYSTERESISCheck", "HYSTERESISText", "lblTemp(1)"),
     End(),

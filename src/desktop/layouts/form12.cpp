@@ -1,23 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // PV read: what is asked above, the stations below in two halves.
 #include "desktop/layouts/layouts.h"
+#include "resources/text_ids.h"
 
 namespace vlt {
 namespace {
 
 using namespace layout;
 
-constexpr int kSilent = 1964;  // text id
-
 constexpr LayoutItem kHeads[] = {
     Narrow(Cells("", "", "lblHead1(0)", "", "lblHead2(0)", "", "lblHeadAnswered(0)", "lblHeadFailed(0)"),
-           kSilent),
+           text::kCommunicationFailed),
     Narrow(Cells("", "", "lblHead1(1)", "", "lblHead2(1)", "", "lblHeadAnswered(1)", "lblHeadFailed(1)"),
-           kSilent),
+           text::kCommunicationFailed),
 };
 constexpr LayoutItem kStation = Narrow(Cells("chkStationNo(#)", "lblStation(#)", "txtDisp1(#)", "lblUnit1(#)",
                                              "txtDisp2(#)", "lblUnit2(#)", "lblAnswered(#)", "lblFailed(#)"),
-                                       kSilent);
+                                       text::kCommunicationFailed);
 
 constexpr LayoutItem kItems[] = {
     Columns(),

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Measure: the flow of all channels and the settings of the trend above, heat and the trend below.
 #include "desktop/layouts/layouts.h"
+#include "resources/text_ids.h"
 
 namespace vlt {
 namespace {
 
 using namespace layout;
-
-constexpr int kEnergyMode = 553;  // text id
 
 constexpr LayoutItem kItems[] = {
     Columns(),
@@ -51,7 +50,7 @@ constexpr LayoutItem kItems[] = {
     End(),
     Columns(),
     Side(),
-    TitledGroup(kEnergyMode),
+    TitledGroup(text::kEnergyMode),
     Cells("", "lblCh1(2)", "lblCh2(2)", "lblCh3(2)"),
     Cells("lblTHERMAL_FLOW", "txtThermalFlow(0)", "txtThermalFlow(1)", "txtThermalFlow(2)", "lblHRyuryoUnit"),
     Cells("lblTHERMAL_FLOWPer", "txtThermalFlowPer(0)", "txtThermalFlowPer(1)", "txtThermalFlowPer(2)",

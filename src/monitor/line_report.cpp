@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/line_report.h"
+#include "monitor/line_report.h"
 
 #include <algorithm>
 
 #include "files/csv_log.h"
+#include "monitor/frame_meaning.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_line.h"
-#include "shell/frame_meaning.h"
-#include "shell/version.h"
+#include "resources/version.h"
 #include "values/hex_digits.h"
 #include "values/number_text.h"
 

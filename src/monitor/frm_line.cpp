@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/frm_line.h"
+#include "monitor/frm_line.h"
 
 #include <algorithm>
 #include <utility>
@@ -7,10 +7,10 @@
 #include "files/file_report.h"
 #include "files/settings_file.h"
 #include "files/whole_file.h"
+#include "monitor/frame_meaning.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_line.h"
-#include "shell/frame_meaning.h"
 #include "values/hex_digits.h"
 #include "values/number_text.h"
 
@@ -18,7 +18,6 @@ namespace vlt {
 namespace {
 
 constexpr int kRefreshMs = 500;
-constexpr int kCsvCaption = 180;
 
 // In the grids' logical units.
 constexpr int kStationWidths[] = {975, 1200, 1200, 1200, 1575, 1425, 1200, 1575};
@@ -85,7 +84,7 @@ void frmLine::Form_Activate() {
 
 void frmLine::Dress() {
   const std::pair<Control*, int> captions[] = {
-      {&cmdReset, text::kLineReset}, {&cmdCSV, kCsvCaption},        {&cmdSave, text::kLineSaveFrames},
+      {&cmdReset, text::kLineReset}, {&cmdCSV, text::kSaveAsCsv},   {&cmdSave, text::kLineSaveFrames},
       {&cmdClose, text::kClose},     {&chkPause, text::kLinePause}, {&lblFrames, text::kLineFrames}};
   SetCaption(app_.Text(text::kLineTitle));
   for (const auto& [control, id] : captions) control->SetCaption(app_.Text(id));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/register_names.h"
+#include "monitor/register_names.h"
 
 #include <algorithm>
 #include <tuple>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/version.h"
+#include "resources/version.h"
 
 namespace vlt {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/frame_meaning.h"
+#include "monitor/frame_meaning.h"
 
 #include "link/modbus.h"
+#include "monitor/register_names.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_line.h"
-#include "shell/register_names.h"
 #include "values/codecs.h"
 #include "values/hex_digits.h"
 

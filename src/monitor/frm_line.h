@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "files/csv_question.h"
-#include "shell/line_report.h"
+#include "monitor/line_report.h"
 #include "state/app.h"
 
 namespace vlt {
