@@ -1,4 +1,4 @@
-# add_veltrano3_test(NAME LABEL unit|desktop|line LIBS ... [SOURCES ...])
+# add_veltrano3_test(NAME LABEL unit|desktop|line LIBS ... [SOURCES ...] [PRECOMPILED ...] [APART ...] [ALONE ...])
 #
 # One test program from all *.cpp of the calling folder (or from SOURCES). Its cases are found by running
 # the built program, so CTest lists each one.
@@ -6,7 +6,7 @@ include(GoogleTest)
 find_package(GTest REQUIRED)
 
 function(add_veltrano3_test NAME)
-  cmake_parse_arguments(T "" "LABEL" "LIBS;SOURCES" ${ARGN})
+  cmake_parse_arguments(T "" "LABEL;PRECOMPILED" "LIBS;SOURCES;APART;ALONE" ${ARGN})
   if(NOT T_SOURCES)
     file(GLOB T_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   endif()
@@ -16,6 +16,10 @@ function(add_veltrano3_test NAME)
   add_executable(${NAME} ${T_SOURCES})
   target_link_libraries(${NAME} PRIVATE ${T_LIBS} GTest::gtest GTest::gtest_main)
   target_include_directories(${NAME} PRIVATE ${PROJECT_SOURCE_DIR})
+  if(NOT T_PRECOMPILED)
+    set(T_PRECOMPILED test)
+  endif()
+  quick_build(${NAME} PRECOMPILED ${T_PRECOMPILED} APART ${T_APART} ALONE ${T_ALONE})
   if(NOT T_LABEL)
     set(T_LABEL unit)
   endif()

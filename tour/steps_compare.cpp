@@ -16,10 +16,10 @@
 namespace vlt::test {
 namespace {
 
-constexpr const char* kWindow = "frmCompare";
+constexpr const char* kCompareWindow = "frmCompare";
 
 frmCompare& Window(Tour& tour) {
-  return static_cast<frmCompare&>(*tour.Running().Logic().windows.Find(kWindow));
+  return static_cast<frmCompare&>(*tour.Running().Logic().windows.Find(kCompareWindow));
 }
 
 std::string FileOf(Tour& tour, const char* name) {
@@ -28,7 +28,7 @@ std::string FileOf(Tour& tour, const char* name) {
 }
 
 void ExpectWorkDone(Tour& tour) {
-  tour.ExpectSoon("the end of the work", [&] { return tour.Operator().Enabled(kWindow, "cmdClose"); });
+  tour.ExpectSoon("the end of the work", [&] { return tour.Operator().Enabled(kCompareWindow, "cmdClose"); });
 }
 
 void ExpectFile(Tour& tour, const char* name, const char* begin) {
@@ -56,16 +56,18 @@ void Snapshot(Tour& tour) {
   tour.Boxes().LayFile(FileOf(tour, "full.txt"));
   tour.Meanwhile().When(
       [&tour] {
-        return tour.Running().Logic().windows.Find(kWindow) != nullptr && Window(tour).pbWork.Value() >= 3;
+        return tour.Running().Logic().windows.Find(kCompareWindow) != nullptr &&
+               Window(tour).pbWork.Value() >= 3;
       },
-      [&tour] { tour.Picture(kWindow, "compare_reading"); });
+      [&tour] { tour.Picture(kCompareWindow, "compare_reading"); });
   tour.Operator().Menu("MDIForm1", "mnuSnapshot");
-  tour.ExpectSoon("the snapshot", [&] { return tour.Running().Logic().windows.Find(kWindow) != nullptr; });
+  tour.ExpectSoon("the snapshot",
+                  [&] { return tour.Running().Logic().windows.Find(kCompareWindow) != nullptr; });
   ExpectWorkDone(tour);
   if (!tour.Meanwhile().AllDone()) throw Trouble("the reading was not seen");
   ExpectFile(tour, "full.txt", "");
-  tour.Picture(kWindow, "compare_snapshot");
-  tour.Operator().Click(kWindow, "cmdClose");
+  tour.Picture(kCompareWindow, "compare_snapshot");
+  tour.Operator().Click(kCompareWindow, "cmdClose");
 }
 
 // The snapshot on the left, the meter after a change on the right.
@@ -73,17 +75,17 @@ void Differences(Tour& tour) {
   Hands& hands = tour.Operator();
   SetProcess(tour, "60.50", "3.80", 1);
   hands.Menu("MDIForm1", "mnuCompare");
-  hands.Choose(kWindow, "cmbSide(0)", 1);
+  hands.Choose(kCompareWindow, "cmbSide(0)", 1);
   tour.Boxes().LayFile(FileOf(tour, "full.txt"));
-  hands.Click(kWindow, "cmdSide(0)");
-  hands.Choose(kWindow, "cmbSide(1)", 0);
-  hands.Click(kWindow, "cmdSide(1)");
+  hands.Click(kCompareWindow, "cmdSide(0)");
+  hands.Choose(kCompareWindow, "cmbSide(1)", 0);
+  hands.Click(kCompareWindow, "cmdSide(1)");
   ExpectWorkDone(tour);
-  tour.Picture(kWindow, "compare_all");
-  hands.Click(kWindow, "optFilter(1)");
-  hands.Click(kWindow, "cmdTickDifferent");
+  tour.Picture(kCompareWindow, "compare_all");
+  hands.Click(kCompareWindow, "optFilter(1)");
+  hands.Click(kCompareWindow, "cmdTickDifferent");
   Window(tour).grdRows.Choose(2);
-  tour.Picture(kWindow, "compare_different");
+  tour.Picture(kCompareWindow, "compare_different");
 }
 
 void Files(Tour& tour) {
@@ -91,14 +93,14 @@ void Files(Tour& tour) {
   for (const auto& [button, file, begin] : {std::tuple{"cmdSaveCsv", "compared.csv", "\xEF\xBB\xBF"},
                                             std::tuple{"cmdSavePdf", "compared.pdf", "%PDF"}}) {
     tour.Boxes().LayFile(FileOf(tour, file));
-    hands.Click(kWindow, button);
+    hands.Click(kCompareWindow, button);
     ExpectFile(tour, file, begin);
   }
 }
 
 // With the keyboard: the list has the focus, the space bar takes the tick of a row away.
 void Untick(Tour& tour) {
-  auto& list = static_cast<QTableWidget&>(tour.Operator().Widget(kWindow, "grdRows"));
+  auto& list = static_cast<QTableWidget&>(tour.Operator().Widget(kCompareWindow, "grdRows"));
   list.setFocus();
   QTest::keyClick(&list, Qt::Key_Space);
   tour.ExpectSoon("the row without its tick",
@@ -107,25 +109,25 @@ void Untick(Tour& tour) {
 
 void Send(Tour& tour) {
   tour.Boxes().Lay("", true);
-  tour.Operator().Click(kWindow, "cmdSend");
+  tour.Operator().Click(kCompareWindow, "cmdSend");
   ExpectWorkDone(tour);
   if (Window(tour).grdRows.Rows() < 3) throw Trouble("nothing was sent");
-  tour.Picture(kWindow, "compare_sent");
+  tour.Picture(kCompareWindow, "compare_sent");
 }
 
 void Restore(Tour& tour) {
   Hands& hands = tour.Operator();
-  hands.Click(kWindow, "cmdClose");
+  hands.Click(kCompareWindow, "cmdClose");
   hands.Menu("MDIForm1", "mnuRestore");
-  tour.Picture(kWindow, "compare_restore_point");
-  hands.Click(kWindow, "cmdSide(1)");
+  tour.Picture(kCompareWindow, "compare_restore_point");
+  hands.Click(kCompareWindow, "cmdSide(1)");
   ExpectWorkDone(tour);
   tour.Boxes().Lay("", true);
-  hands.Click(kWindow, "cmdRestore");
+  hands.Click(kCompareWindow, "cmdRestore");
   ExpectWorkDone(tour);
   const std::string told = Window(tour).stbCompare.Panel(1);
   if (!told.starts_with(tour.Text(text::kRestoredEqual))) throw Trouble("restored: " + told);
-  tour.Picture(kWindow, "compare_restored");
+  tour.Picture(kCompareWindow, "compare_restored");
 }
 
 void Outdate(Tour& tour) {
@@ -134,25 +136,25 @@ void Outdate(Tour& tour) {
       FormatText(tour.Text(text::kOutdatedSide), {SideTitle(tour.Running().Logic(), CompareSide{})});
   if (Window(tour).txtSide(frmCompare::kRight).Text() != told)
     throw Trouble("the meter's side looks up to date");
-  tour.Picture(kWindow, "compare_outdated");
+  tour.Picture(kCompareWindow, "compare_outdated");
 }
 
-void Close(Tour& tour) {
-  tour.Operator().Click(kWindow, "cmdClose");
-  if (tour.Running().Logic().windows.Find(kWindow) != nullptr) throw Trouble("the comparison stays");
+void CloseCompare(Tour& tour) {
+  tour.Operator().Click(kCompareWindow, "cmdClose");
+  if (tour.Running().Logic().windows.Find(kCompareWindow) != nullptr) throw Trouble("the comparison stays");
 }
 
-constexpr Step kSteps[] = {{"a snapshot of the meter is saved", Snapshot},
-                           {"the changed meter is compared with it", Differences},
-                           {"the comparison is saved", Files},
-                           {"a tick is taken away by the keyboard", Untick},
-                           {"ticked rows are sent", Send},
-                           {"the meter is restored", Restore},
-                           {"a page sets values behind the comparison", Outdate},
-                           {"the comparison closes", Close}};
+constexpr Step kCompareSteps[] = {{"a snapshot of the meter is saved", Snapshot},
+                                  {"the changed meter is compared with it", Differences},
+                                  {"the comparison is saved", Files},
+                                  {"a tick is taken away by the keyboard", Untick},
+                                  {"ticked rows are sent", Send},
+                                  {"the meter is restored", Restore},
+                                  {"a page sets values behind the comparison", Outdate},
+                                  {"the comparison closes", CloseCompare}};
 
 }  // namespace
 
-std::span<const Step> CompareSteps() { return kSteps; }
+std::span<const Step> CompareSteps() { return kCompareSteps; }
 
 }  // namespace vlt::test

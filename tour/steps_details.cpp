@@ -7,50 +7,52 @@
 namespace vlt::test {
 namespace {
 
-constexpr const char* kPage = "Form11";
+constexpr const char* kDetailsPage = "Form11";
 constexpr const char* kLevel = "TriggerLevelInput";
 
-void Open(Tour& tour) {
+void OpenDetails(Tour& tour) {
   tour.Operator().Click("MDIForm1", "Command9");
-  tour.ExpectSoon("the page's buttons", [&] { return tour.Operator().Enabled(kPage, "ReadParameter"); });
+  tour.ExpectSoon("the page's buttons",
+                  [&] { return tour.Operator().Enabled(kDetailsPage, "ReadParameter"); });
   tour.Picture("MDIForm1", "details");
 }
 
 void Read(Tour& tour) {
   Hands& hands = tour.Operator();
-  hands.Tick(kPage, "chkCheck");
-  hands.Click(kPage, "ReadParameter");
+  hands.Tick(kDetailsPage, "chkCheck");
+  hands.Click(kDetailsPage, "ReadParameter");
   tour.ExpectStatus(4020);
   for (const char* field : {"SendCountCombo", "MeasureMethodCombo", "ReceivePeakCombo", kLevel}) {
-    if (hands.Text(kPage, field).empty()) throw Trouble(std::string("not read: ") + field);
+    if (hands.Text(kDetailsPage, field).empty()) throw Trouble(std::string("not read: ") + field);
   }
-  if (hands.Enabled(kPage, kLevel)) throw Trouble("a level that the meter finds by itself can be typed");
+  if (hands.Enabled(kDetailsPage, kLevel))
+    throw Trouble("a level that the meter finds by itself can be typed");
   tour.Picture("MDIForm1", "details_read");
 }
 
 void TakeOver(Tour& tour) {
   Hands& hands = tour.Operator();
-  hands.Click(kPage, "TriggerLevelCtlManualOption");
-  hands.Type(kPage, kLevel, "44");
-  hands.Click(kPage, "SetParameter");
+  hands.Click(kDetailsPage, "TriggerLevelCtlManualOption");
+  hands.Type(kDetailsPage, kLevel, "44");
+  hands.Click(kDetailsPage, "SetParameter");
   tour.ExpectStatus(4000);
-  tour.Expect("the meter's trigger level", hands.Text(kPage, kLevel), "44");
+  tour.Expect("the meter's trigger level", hands.Text(kDetailsPage, kLevel), "44");
   tour.Picture("MDIForm1", "details_by_hand");
-  hands.Click(kPage, "TriggerLevelCtlAutoOption");
-  hands.Click(kPage, "SetParameter");
+  hands.Click(kDetailsPage, "TriggerLevelCtlAutoOption");
+  hands.Click(kDetailsPage, "SetParameter");
   tour.ExpectStatus(4000);
-  if (hands.Enabled(kPage, kLevel)) throw Trouble("the trigger level is still given by hand");
-  hands.Tick(kPage, "chkCheck", false);
+  if (hands.Enabled(kDetailsPage, kLevel)) throw Trouble("the trigger level is still given by hand");
+  hands.Tick(kDetailsPage, "chkCheck", false);
 }
 
-constexpr Step kSteps[] = {
-    {"transit time opens", Open},
+constexpr Step kDetailSteps[] = {
+    {"transit time opens", OpenDetails},
     {"the details are read", Read},
     {"the trigger is set by hand and given back", TakeOver},
 };
 
 }  // namespace
 
-std::span<const Step> DetailSteps() { return kSteps; }
+std::span<const Step> DetailSteps() { return kDetailSteps; }
 
 }  // namespace vlt::test

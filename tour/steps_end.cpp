@@ -10,7 +10,7 @@ namespace vlt::test {
 namespace {
 
 // The window's own close command, and the question whether to keep the settings.
-void Close(Tour& tour) {
+void CloseProgram(Tour& tour) {
   const QString file =
       QDir(ToQt(tour.Running().Logic().platform.process.ProgramFolder())).filePath("pipe.ini");
   tour.Boxes().Lay(tour.Text(4500), true);
@@ -27,8 +27,8 @@ void Leave(Tour& tour) {
   tour.ExpectSoon("the program's end", [&] { return tour.Running().IsEnding(); });
 }
 
-constexpr Step kSteps[] = {
-    {"closes with the question about the settings", Close},
+constexpr Step kEndSteps[] = {
+    {"closes with the question about the settings", CloseProgram},
 };
 constexpr Step kLeaveSteps[] = {{"closes without keeping", Leave}};
 
@@ -36,6 +36,6 @@ constexpr Step kLeaveSteps[] = {{"closes without keeping", Leave}};
 
 std::span<const Step> LeaveSteps() { return kLeaveSteps; }
 
-std::span<const Step> EndSteps() { return kSteps; }
+std::span<const Step> EndSteps() { return kEndSteps; }
 
 }  // namespace vlt::test

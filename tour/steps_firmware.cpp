@@ -59,11 +59,6 @@ class BootLoader {
   std::string heard_;
 };
 
-bool IsShown(Tour& tour, const char* form) {
-  const FormView* view = tour.Running().Screen().View(form);
-  return view != nullptr && view->Root() != nullptr && view->Root()->isVisible();
-}
-
 void WriteModule(const QDir& folder, const char* name, const QByteArray& content) {
   QFile file(folder.filePath(name));
   if (!file.open(QIODevice::WriteOnly)) throw Trouble("the module can't be written");
@@ -99,7 +94,7 @@ void Download(Tour& tour, const std::string& folder) {
   hands.Tick("frmMaint_MAIN", "chkModule(1)");
   tour.Meanwhile().When(
       [&] {
-        return IsShown(tour, "frmMaint_Wait") && hands.Text("frmMaint_Wait", "lblMssg").ends_with("DOWNLOAD");
+        return tour.IsShown("frmMaint_Wait") && hands.Text("frmMaint_Wait", "lblMssg").ends_with("DOWNLOAD");
       },
       [&] {
         tour.Picture("frmMaint_Wait", "firmware_wait");
@@ -146,9 +141,9 @@ void WorkTheTool(Tour& tour, BootLoader& loader) {
 // What goes wrong there closes it.
 std::string WorkAsEvent(Tour& tour, BootLoader& loader) {
   std::string trouble;
-  tour.Meanwhile().When([&] { return IsShown(tour, "frmMssg"); },
+  tour.Meanwhile().When([&] { return tour.IsShown("frmMssg"); },
                         [&] { QTimer::singleShot(0, [&] { tour.Operator().Click("frmMssg", "cmdDown"); }); });
-  tour.Meanwhile().When([&] { return IsShown(tour, "frmMaint_MAIN"); },
+  tour.Meanwhile().When([&] { return tour.IsShown("frmMaint_MAIN"); },
                         [&] {
                           QTimer::singleShot(0, [&] {
                             try {
@@ -173,10 +168,10 @@ void FirmwareTool(Tour& tour) {
   if (!trouble.empty()) throw Trouble(trouble);
 }
 
-constexpr Step kSteps[] = {{"firmware tool downloads a module, and the program ends", FirmwareTool}};
+constexpr Step kFirmwareSteps[] = {{"firmware tool downloads a module, and the program ends", FirmwareTool}};
 
 }  // namespace
 
-std::span<const Step> FirmwareSteps() { return kSteps; }
+std::span<const Step> FirmwareSteps() { return kFirmwareSteps; }
 
 }  // namespace vlt::test

@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* kFrame = "MDIForm1";
 constexpr const char* kList = "frmFoundRuns";
-constexpr const char* kPage = "Form9";
+constexpr const char* kHealPage = "Form9";
 
 void Write(Tour& tour, const QString& name, const QByteArray& text) {
   const QDir folder(ToQt(tour.Running().Logic().platform.process.ProgramFolder()));
@@ -71,22 +71,22 @@ sim::Micros Now(Tour& tour) { return tour.Running().Logic().platform.clock.NowMs
 void LostInARun(Tour& tour) {
   Hands& hands = tour.Operator();
   hands.Click(kFrame, "Command7");
-  tour.ExpectSoon("the start button", [&] { return hands.Enabled(kPage, "Start"); });
+  tour.ExpectSoon("the start button", [&] { return hands.Enabled(kHealPage, "Start"); });
   tour.Boxes().LayFile(PathIn(tour, "watch.csv").toStdString());
-  hands.Click(kPage, "SaveCSV");
-  hands.Click(kPage, "Start");
-  tour.ExpectSoon("a value", [&] { return !hands.Text(kPage, "txtRyuryo(0)").empty(); });
+  hands.Click(kHealPage, "SaveCSV");
+  hands.Click(kHealPage, "Start");
+  tour.ExpectSoon("a value", [&] { return !hands.Text(kHealPage, "txtRyuryo(0)").empty(); });
   sim::Line& line = OpenLine(tour);
   line.Unplug(Now(tour));
   ExpectTold(tour, FormatText(tour.Text(text::kPortLost), {"COM10 (simulator)"}));
-  tour.ExpectSoon("a cycle of the gap", [&] { return hands.Text(kPage, "txtRyuryo(0)") == "-"; });
+  tour.ExpectSoon("a cycle of the gap", [&] { return hands.Text(kHealPage, "txtRyuryo(0)") == "-"; });
   tour.Picture(kFrame, "run_waits");
   line.Plug(Now(tour));
   ExpectTold(tour, FormatText(tour.Text(text::kPortCameBack), {"COM10 (simulator)", ""}).substr(0, 17));
-  tour.ExpectSoon("a value", [&] { return hands.Text(kPage, "txtRyuryo(0)") != "-"; });
+  tour.ExpectSoon("a value", [&] { return hands.Text(kHealPage, "txtRyuryo(0)") != "-"; });
   tour.Picture(kFrame, "run_goes_on");
-  hands.Click(kPage, "Stop");
-  tour.ExpectSoon("the end of the run", [&] { return hands.Enabled(kPage, "Start"); });
+  hands.Click(kHealPage, "Stop");
+  tour.ExpectSoon("the end of the run", [&] { return hands.Enabled(kHealPage, "Start"); });
 }
 
 void LostIdle(Tour& tour) {
@@ -95,14 +95,14 @@ void LostIdle(Tour& tour) {
   tour.Picture(kFrame, "port_lost");
 }
 
-constexpr Step kLeaveSteps[] = {{"two runs were cut off", LeaveRuns}};
-constexpr Step kSteps[] = {{"runs that ended without Stop are listed", Listed},
-                           {"a run waits for its port", LostInARun},
-                           {"a port is lost while nothing runs", LostIdle}};
+constexpr Step kCutOffSteps[] = {{"two runs were cut off", LeaveRuns}};
+constexpr Step kHealSteps[] = {{"runs that ended without Stop are listed", Listed},
+                               {"a run waits for its port", LostInARun},
+                               {"a port is lost while nothing runs", LostIdle}};
 
 }  // namespace
 
-std::span<const Step> CutOffSteps() { return kLeaveSteps; }
-std::span<const Step> HealSteps() { return kSteps; }
+std::span<const Step> CutOffSteps() { return kCutOffSteps; }
+std::span<const Step> HealSteps() { return kHealSteps; }
 
 }  // namespace vlt::test

@@ -12,7 +12,7 @@
 namespace vlt::test {
 namespace {
 
-constexpr const char* kPage = "Form12";
+constexpr const char* kLinePage = "Form12";
 constexpr const char* kLine = "frmLine";
 constexpr int kSilent = 3;  // of the stations, as the tour's meters are set up
 constexpr int kStations = 4;
@@ -33,20 +33,20 @@ void LayFile(Tour& tour, const char* name) {
 void Start(Tour& tour) {
   Hands& hands = tour.Operator();
   hands.Click("MDIForm1", "Command14");
-  tour.ExpectSoon("the start button", [&] { return hands.Enabled(kPage, "cmdStart"); });
-  hands.Choose(kPage, "CH_Combo1", 0);
-  hands.Choose(kPage, "cmbDisp1", 1);
-  hands.Choose(kPage, "CH_Combo2", 0);
-  hands.Choose(kPage, "cmbDisp2", 7);
-  for (int i = 0; i < kStations; ++i) hands.Tick(kPage, "chkStationNo(" + std::to_string(i) + ")");
-  hands.Type(kPage, "txtCycle", "3");
+  tour.ExpectSoon("the start button", [&] { return hands.Enabled(kLinePage, "cmdStart"); });
+  hands.Choose(kLinePage, "CH_Combo1", 0);
+  hands.Choose(kLinePage, "cmbDisp1", 1);
+  hands.Choose(kLinePage, "CH_Combo2", 0);
+  hands.Choose(kLinePage, "cmbDisp2", 7);
+  for (int i = 0; i < kStations; ++i) hands.Tick(kLinePage, "chkStationNo(" + std::to_string(i) + ")");
+  hands.Type(kLinePage, "txtCycle", "3");
   LayFile(tour, "line_run.csv");
-  hands.Click(kPage, "cmdStart");
+  hands.Click(kLinePage, "cmdStart");
 }
 
-void Open(Tour& tour) {
+void OpenStatistics(Tour& tour) {
   Hands& hands = tour.Operator();
-  if (hands.Enabled(kPage, "cmdStart")) throw Trouble("the run has not begun");
+  if (hands.Enabled(kLinePage, "cmdStart")) throw Trouble("the run has not begun");
   hands.Menu("MDIForm1", "mnuLine");
   tour.ExpectSoon("a failed exchange of the silent station", [&] {
     return Window(tour).grdStations.Rows() == kStations + 2 &&
@@ -80,18 +80,18 @@ void SaveAndReset(Tour& tour) {
   const int rows = Window(tour).grdFrames.Rows();
   hands.Click(kLine, "cmdReset");
   if (Window(tour).grdFrames.Rows() < rows) throw Trouble("a reset has dropped frames");
-  hands.Click(kPage, "cmdStop");
-  tour.ExpectSoon("the end of the run", [&] { return hands.Enabled(kPage, "cmdStart"); });
+  hands.Click(kLinePage, "cmdStop");
+  tour.ExpectSoon("the end of the run", [&] { return hands.Enabled(kLinePage, "cmdStart"); });
   hands.Click(kLine, "cmdClose");
 }
 
-constexpr Step kSteps[] = {{"stations are polled for the line", Start},
-                           {"line statistics open during the run", Open},
-                           {"line frames stand still and are saved", Hold},
-                           {"line statistics are saved and reset", SaveAndReset}};
+constexpr Step kLineSteps[] = {{"stations are polled for the line", Start},
+                               {"line statistics open during the run", OpenStatistics},
+                               {"line frames stand still and are saved", Hold},
+                               {"line statistics are saved and reset", SaveAndReset}};
 
 }  // namespace
 
-std::span<const Step> LineSteps() { return kSteps; }
+std::span<const Step> LineSteps() { return kLineSteps; }
 
 }  // namespace vlt::test

@@ -9,7 +9,7 @@
 namespace vlt::test {
 namespace {
 
-constexpr const char* kPage = "Form9";
+constexpr const char* kMeasurePage = "Form9";
 constexpr int kCycles = 4;
 constexpr int kHeadLines = 2;
 
@@ -27,42 +27,44 @@ QList<QByteArray> Log(Tour& tour) {
   return lines;
 }
 
-void Open(Tour& tour) {
+void OpenMeasure(Tour& tour) {
   tour.Operator().Click("MDIForm1", "Command7");
-  tour.ExpectSoon("the start button", [&] { return tour.Operator().Enabled(kPage, "Start"); });
+  tour.ExpectSoon("the start button", [&] { return tour.Operator().Enabled(kMeasurePage, "Start"); });
   tour.Picture("MDIForm1", "Form9");
   // Without a file to write to there is no run.
-  tour.ClickAndAnswer(kPage, "Start", tour.Text(4060), true);
+  tour.ClickAndAnswer(kMeasurePage, "Start", tour.Text(4060), true);
 }
 
 void Run(Tour& tour) {
   Hands& hands = tour.Operator();
   tour.Boxes().LayFile(FromQt(QDir(Folder(tour)).filePath("watch.csv")));
-  hands.Click(kPage, "SaveCSV");
-  hands.Type(kPage, "Max", "60");
-  hands.Type(kPage, "Min", "0");
-  hands.Type(kPage, "PointText", "20");
-  hands.Click(kPage, "Start");
+  hands.Click(kMeasurePage, "SaveCSV");
+  hands.Type(kMeasurePage, "Max", "60");
+  hands.Type(kMeasurePage, "Min", "0");
+  hands.Type(kMeasurePage, "PointText", "20");
+  hands.Click(kMeasurePage, "Start");
   tour.ExpectSoon("some records", [&] { return Log(tour).size() >= kHeadLines + kCycles; });
-  if (hands.Text(kPage, "txtRyuryo(0)").empty()) throw Trouble("no flow rate is shown");
-  if (hands.Enabled(kPage, "Start") || !hands.Enabled(kPage, "Stop")) throw Trouble("the buttons of a run");
+  if (hands.Text(kMeasurePage, "txtRyuryo(0)").empty()) throw Trouble("no flow rate is shown");
+  if (hands.Enabled(kMeasurePage, "Start") || !hands.Enabled(kMeasurePage, "Stop"))
+    throw Trouble("the buttons of a run");
   tour.Picture("MDIForm1", "Form9_running");
 }
 
 void Stop(Tour& tour) {
   Hands& hands = tour.Operator();
-  hands.Click(kPage, "Stop");
-  tour.ExpectSoon("the end of the run", [&] { return hands.Enabled(kPage, "Start"); });
+  hands.Click(kMeasurePage, "Stop");
+  tour.ExpectSoon("the end of the run", [&] { return hands.Enabled(kMeasurePage, "Start"); });
   tour.Picture("MDIForm1", "Form9_stopped");
   for (const QByteArray& line : Log(tour)) {
     if (!line.endsWith('\r')) throw Trouble("a record is not whole");
   }
 }
 
-constexpr Step kSteps[] = {{"measure opens", Open}, {"measure runs", Run}, {"measure stops", Stop}};
+constexpr Step kMeasureSteps[] = {
+    {"measure opens", OpenMeasure}, {"measure runs", Run}, {"measure stops", Stop}};
 
 }  // namespace
 
-std::span<const Step> MeasureSteps() { return kSteps; }
+std::span<const Step> MeasureSteps() { return kMeasureSteps; }
 
 }  // namespace vlt::test

@@ -130,7 +130,7 @@ void Dark(Tour& tour) {
   QApplication::setPalette(light);
 }
 
-constexpr Step kSteps[] = {
+constexpr Step kOriginSteps[] = {
     {"a typed value is marked until it is set", Type},
     {"another output outdates what was read", Outdate},
     {"a file is told as the origin", FromFile},
@@ -140,6 +140,6 @@ constexpr Step kSteps[] = {
 
 }  // namespace
 
-std::span<const Step> OriginSteps() { return kSteps; }
+std::span<const Step> OriginSteps() { return kOriginSteps; }
 
 }  // namespace vlt::test

@@ -58,7 +58,7 @@ void Maintenance(Tour& tour) {
 
 void Ras(Tour& tour) { Visit(tour, {"Command10", "Form8", "RASReadParameter", 4028}); }
 
-constexpr Step kSteps[] = {
+constexpr Step kPageSteps[] = {
     {"range is read", Range},
     {"total is read", Total},
     {"status is read", Status},
@@ -69,6 +69,6 @@ constexpr Step kSteps[] = {
 
 }  // namespace
 
-std::span<const Step> PageSteps() { return kSteps; }
+std::span<const Step> PageSteps() { return kPageSteps; }
 
 }  // namespace vlt::test

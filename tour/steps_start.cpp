@@ -6,11 +6,6 @@
 namespace vlt::test {
 namespace {
 
-bool IsShown(Tour& tour, const char* form) {
-  const FormView* view = tour.Running().Screen().View(form);
-  return view != nullptr && view->Root() != nullptr && view->Root()->isVisible();
-}
-
 void Choose(Tour& tour) {
   tour.Picture("frmMssg", "choice");
   tour.Operator().Click("frmMssg", "cmdLoader");
@@ -20,12 +15,12 @@ void Choose(Tour& tour) {
 void Splash(Tour& tour) {
   if (!tour.Running().Start()) throw Trouble("the program does not start");
   if (tour.Running().Logic().state.UserInfo != "Standard") {
-    tour.Meanwhile().When([&tour] { return IsShown(tour, "frmMssg"); }, [&tour] { Choose(tour); });
+    tour.Meanwhile().When([&tour] { return tour.IsShown("frmMssg"); }, [&tour] { Choose(tour); });
   }
   const SplashVariant& variant = *FindSplashVariant(tour.Running().Logic().state.ModelCode);
   tour.Meanwhile().When(
       [&tour, &variant] {
-        return IsShown(tour, variant.form) &&
+        return tour.IsShown(variant.form) &&
                tour.Operator().Text(variant.form, "lblWarning") == "Loader Running...";
       },
       [&tour, &variant] { tour.Picture(variant.form, std::string("splash_") + variant.model_code); });
@@ -81,7 +76,7 @@ void MeterFacts(Tour& tour) {
   tour.Picture("MDIForm1", "main_meter");
 }
 
-constexpr Step kSteps[] = {
+constexpr Step kStartSteps[] = {
     {"splash identifies the meter", Splash},
     {"main window opens", MainWindowOpens},
     {"about", About},
@@ -94,7 +89,7 @@ constexpr Step kSplashSteps[] = {{"splash identifies the meter", Splash},
 
 }  // namespace
 
-std::span<const Step> StartSteps() { return kSteps; }
+std::span<const Step> StartSteps() { return kStartSteps; }
 std::span<const Step> SplashSteps() { return kSplashSteps; }
 
 }  // namespace vlt::test

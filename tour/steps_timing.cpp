@@ -6,7 +6,7 @@ namespace vlt::test {
 namespace {
 
 constexpr const char* kDialog = "FrmCSet";
-constexpr const char* kPage = "Form10";
+constexpr const char* kTimingPage = "Form10";
 constexpr int kReadEnded = 4021;
 
 void OpenSettings(Tour& tour) {
@@ -30,9 +30,9 @@ void ChooseTiming(Tour& tour) {
 void ReadPage(Tour& tour) {
   Hands& hands = tour.Operator();
   hands.Click("MDIForm1", "Command1");
-  tour.ExpectSoon("the page's buttons", [&] { return hands.Enabled(kPage, "ReadParameter"); });
-  hands.Tick(kPage, "OUTER_DIAMETER");
-  hands.Click(kPage, "ReadParameter");
+  tour.ExpectSoon("the page's buttons", [&] { return hands.Enabled(kTimingPage, "ReadParameter"); });
+  hands.Tick(kTimingPage, "OUTER_DIAMETER");
+  hands.Click(kTimingPage, "ReadParameter");
   tour.ExpectStatus(kReadEnded);
 }
 
@@ -43,12 +43,12 @@ void FindAgain(Tour& tour) {
   hands.Click(kDialog, "Command2");
 }
 
-constexpr Step kSteps[] = {{"event-driven timing is chosen", ChooseTiming},
-                           {"a page is read by it", ReadPage},
-                           {"the settings show it", FindAgain}};
+constexpr Step kTimingSteps[] = {{"event-driven timing is chosen", ChooseTiming},
+                                 {"a page is read by it", ReadPage},
+                                 {"the settings show it", FindAgain}};
 
 }  // namespace
 
-std::span<const Step> TimingSteps() { return kSteps; }
+std::span<const Step> TimingSteps() { return kTimingSteps; }
 
 }  // namespace vlt::test

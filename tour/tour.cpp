@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QPixmap>
 #include <QRegularExpression>
+#include <QWidget>
 
 #include "desktop/qt_text.h"
 
@@ -78,6 +79,11 @@ void Tour::ClickAndAnswer(const std::string& form, const std::string& button, co
                           bool first) {
   boxes_.Lay(text, first);
   hands_.Click(form, button);
+}
+
+bool Tour::IsShown(const char* form) const {
+  const FormView* view = program_->Screen().View(form);
+  return view != nullptr && view->Root() != nullptr && view->Root()->isVisible();
 }
 
 void Tour::Picture(const std::string& form, const std::string& name) {

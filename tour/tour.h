@@ -47,6 +47,7 @@ class Tour {
   // Clicks a button whose box is answered by its first or last button; the box says `text`.
   void ClickAndAnswer(const std::string& form, const std::string& button, const std::string& text,
                       bool first);
+  bool IsShown(const char* form) const;
   // Keeps the window of a form as a picture. `name` without language and ending.
   void Picture(const std::string& form, const std::string& name);
   // Keeps what the program has made, as a picture.

@@ -138,7 +138,7 @@ int GoAll(const std::vector<Turn>& turns, const Options& options) {
     QTimer::singleShot(0, qApp, [&] { QApplication::exit(Go(turn, options) ? 0 : 1); });
     if (QApplication::exec() != 0) return 1;
   }
-  std::printf("pictures in %s\n", vlt::FromQt(options.pictures).c_str());
+  if (turns.size() > 1) std::printf("pictures in %s\n", vlt::FromQt(options.pictures).c_str());
   return 0;
 }
 

@@ -1,9 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The plotting library's header is written in Qt's keywords, which are off in this program.
-#undef QT_NO_KEYWORDS
-#include <qcustomplot.h>
-// Apart, so that it stays the first one.
 #include "desktop/chart_plot.h"
+
+// The plotting library's header is written in Qt's keywords, which are off in this program.
+#include <QObject>
+#define signals Q_SIGNALS
+#define slots Q_SLOTS
+#define emit
+#define foreach Q_FOREACH
+#include <qcustomplot.h>
+#undef signals
+#undef slots
+#undef emit
+#undef foreach
 
 #include <QBuffer>
 #include <QEvent>

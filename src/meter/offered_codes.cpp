@@ -13,7 +13,6 @@ namespace vlt {
 namespace {
 
 constexpr int kSecondOutput = 1;
-constexpr int kComputedChannel = 2;
 constexpr int kNormalMode = 0;  // of OperationMode
 
 using Codes = std::vector<int>;

@@ -124,7 +124,6 @@ int LocationCount(Location location, const SharedState& state) {
 }
 
 bool ExistsIn(const Parameter& parameter, const SharedState& state, int index) {
-  constexpr int kComputedChannel = 2;
   if (index < 0 || index >= LocationCount(parameter.location, state)) return false;
   switch (parameter.exists) {
     case Exists::kNotSingleChannel:

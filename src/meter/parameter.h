@@ -54,6 +54,9 @@ enum class Location : std::uint8_t {
   kOutputRow,      // the same outputs, one register each
 };
 
+// The index of the computed channel CH3 among the places of kChannel.
+inline constexpr int kComputedChannel = 2;
+
 // Decimals of a scaled value by unit system; the integer in the register is the value times ten to that
 // power.
 struct Decimals {

@@ -19,7 +19,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kComputedChannel = 2;
 constexpr int kFourthOutput = 3;
 // Where process setting and sensor spacing of CH2 answer a second time: the read-out takes them from here.
 constexpr int kSecondProcess = 0x14D0;

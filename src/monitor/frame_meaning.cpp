@@ -23,7 +23,6 @@ constexpr std::size_t kReadDataStart = 3;   // behind station, function and coun
 constexpr std::size_t kWriteDataStart = 7;  // of function 10H, behind its head and a count
 constexpr std::size_t kSingleDataStart = 4;
 constexpr std::size_t kExceptionCode = 2;
-constexpr int kBytesPerRegister = 2;
 
 // What a request is about, by its head.
 struct Asked {

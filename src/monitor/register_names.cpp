@@ -20,7 +20,6 @@ namespace {
 using Bytes = std::span<const std::uint8_t>;
 using Names = std::vector<NamedRegisters>;
 
-constexpr int kBytesPerRegister = 2;
 std::string Named(std::string_view name, Location location, int index) {
   const std::string place = PlaceName(location, index);
   return std::string(name) + (place.empty() ? "" : " ") + place;

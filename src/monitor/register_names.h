@@ -14,6 +14,8 @@
 
 namespace vlt {
 
+inline constexpr int kBytesPerRegister = 2;
+
 struct NamedRegisters {
   RegisterSpan span;
   std::string name;  // "process.outer_diameter CH1"

@@ -8,7 +8,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kComputedChannel = 2;
 constexpr int kSingleType = 0;
 
 // What a read asks of the unit, once.

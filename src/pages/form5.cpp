@@ -7,7 +7,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kComputedChannel = 2;
 constexpr int kFlowRate = 1;  // code of the one item that has a decimal point
 
 }  // namespace

@@ -68,7 +68,7 @@ Texts WithoutPolls(Texts requests) {
 }
 
 TEST(Waves, EachKindIsTheseBytes) {
-  constexpr const char* kHeads[] = {"04 00 70 00 08", "04 13 F8 00 08"};
+  constexpr const char* kHeadReads[] = {"04 00 70 00 08", "04 13 F8 00 08"};
   constexpr const char* kMethods[] = {"03 01 14 00 01", "03 14 9C 00 01"};
   for (const int method : {0, 1, 2}) {
     for (int channel = 0; channel < 2; ++channel) {
@@ -86,7 +86,7 @@ TEST(Waves, EachKindIsTheseBytes) {
         options[kind]->Choose();
         Capture(t, 1);
         const bool head = kind < 4 && !(kind < 2 && method != 0);
-        Texts expected = RunRequests(kMethods[channel], head ? kHeads[channel] : "", 1 + kind + 5 * channel);
+        Texts expected = RunRequests(kMethods[channel], head ? kHeadReads[channel] : "", 1 + kind + 5 * channel);
         Texts sent = WithoutPolls(t.Requests());
         ASSERT_GE(sent.size(), expected.size());
         EXPECT_EQ(sent.back(), "06 01 68 00 00") << "the capture mode is ended";

@@ -8,7 +8,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-Form10& Open(PageTest& page) { return page.Open<Form10>("Form10"); }
+Form10& OpenForm10(PageTest& page) { return page.Open<Form10>("Form10"); }
 
 // A full set of values whose every field is enabled: own pipe, own fluid, own lining.
 void FillAll(Form10& page) {
@@ -29,7 +29,7 @@ void FillAll(Form10& page) {
 
 TEST(Form10, FullSetWritesTwelveParametersInOrderAndReadsBack) {
   PageTest test({"one path, metric", kFull, 0, 0});
-  Form10& page = Open(test);
+  Form10& page = OpenForm10(test);
   FillAll(page);
   ASSERT_EQ(page.FLUID_S_VText.Text(), "1480") << "the field takes four characters in metric units";
   page.SetParameter.Press();
@@ -62,7 +62,7 @@ TEST(Form10, FullSetWritesTwelveParametersInOrderAndReadsBack) {
 
 TEST(Form10, AReadLeavesWhatIsNotTicked) {
   PageTest test({"one path", kFull, 0, 0});
-  Form10& page = Open(test);
+  Form10& page = OpenForm10(test);
   page.WALL_THICKNESSText.SetText("9.99");
   page.SENSOR_SPACINGCheck.Tick();
   page.ReadParameter.Press();
@@ -72,7 +72,7 @@ TEST(Form10, AReadLeavesWhatIsNotTicked) {
 
 TEST(Form10, FailedWriteAsksAndCancelEndsWithoutReadBack) {
   PageTest test({"one path", kFull, 0, 0});
-  Form10& page = Open(test);
+  Form10& page = OpenForm10(test);
   page.OUTER_DIAMETER.Tick();
   page.SENSOR_MOUNT.Tick();
   page.OUTER_DIAMETERText.Type("60.5");
@@ -95,7 +95,7 @@ TEST(Form10, FailedWriteAsksAndCancelEndsWithoutReadBack) {
 
 TEST(Form10, ZeroAdjustmentAsksFirstAndChecksTheEcho) {
   PageTest test;
-  Form10& page = Open(test);
+  Form10& page = OpenForm10(test);
   test.dialogs().Answer(MessageAnswer::kCancel);
   page.CmdBtnClear.Press();
   EXPECT_EQ(test.Requests(), Texts{});
@@ -119,7 +119,7 @@ TEST(Form10, ZeroAdjustmentAsksFirstAndChecksTheEcho) {
 
 TEST(Form10, StaysOpenDuringAnExchangeAndKeepsItsFieldsInTheSlots) {
   PageTest test({"one path", kFull, 0, 0});
-  Form10& page = Open(test);
+  Form10& page = OpenForm10(test);
   FillAll(page);
   bool refused = false;
   test.test.Time().After(60, [&] {

@@ -13,7 +13,7 @@ using Texts = std::vector<std::string>;
 constexpr const char* kBlock = "03 01 8E 00 0F";
 constexpr const char* kMode = "03 00 3E 00 01";
 
-Form11& Open(PageTest& test) { return test.Open<Form11>("Form11"); }
+Form11& OpenForm11(PageTest& test) { return test.Open<Form11>("Form11"); }
 
 void FillAll(Form11& page) {
   page.chkCheck.Tick();
@@ -55,7 +55,7 @@ TEST(Form11, FullSetWritesWordByWordAndReadsBackInOneBlock) {
       kMode,
   };
   PageTest test(kTwoPipes);
-  Form11& page = Open(test);
+  Form11& page = OpenForm11(test);
   FillAll(page);
   page.SetParameter.Press();
   EXPECT_EQ(test.Requests(), expected);
@@ -78,7 +78,7 @@ TEST(Form11, TransmissionCountsFollowTheOperationMode) {
                         Case{2, 0, 0, "", ""}, Case{2, 1, 1, "8", "00 01"}, Case{7, 6, 6, "256", "00 06"}}) {
     SCOPED_TRACE(std::to_string(c.mode) + ": " + std::to_string(c.word));
     PageTest test(kOnePath);
-    Form11& page = Open(test);
+    Form11& page = OpenForm11(test);
     page.SendCountCheck.Tick();
     test.meter().holding().PutWord(0x003E, c.mode);
     test.meter().holding().PutWord(0x018E, c.word);
@@ -92,7 +92,7 @@ TEST(Form11, TransmissionCountsFollowTheOperationMode) {
   }
   // The mode changes while the page is away: the count stays the same, not its place.
   PageTest test(kOnePath);
-  Form11& page = Open(test);
+  Form11& page = OpenForm11(test);
   struct Change {
     int mode, before, after;
     const char* count;
@@ -121,7 +121,7 @@ TEST(Form11, TransmissionCountsFollowTheOperationMode) {
 
 TEST(Form11, WhatTheMeterFindsByItselfIsShownAndNotSent) {
   PageTest test(kOnePath);
-  Form11& page = Open(test);
+  Form11& page = OpenForm11(test);
   for (CheckBox* box : {&page.TriggerLevelCheck, &page.WindowTimeCheck, &page.AgcCheck}) box->Tick();
   EXPECT_FALSE(page.TriggerLevelInput.Enabled()) << "automatic until something else is known";
   test.meter().holding().PutWord(0x0194, 5);  // any number but 0 is by hand
@@ -167,7 +167,7 @@ class WaveOptions : public FormPart {
 TEST(Form11, KindsOfWaveFollowTheMeasuringMethod) {
   PageTest test(kTwoPipes);
   test.app().windows.RegisterPart("Form11", [](Form& whole) { return std::make_unique<WaveOptions>(whole); });
-  Form11& page = Open(test);
+  Form11& page = OpenForm11(test);
   auto& waves = *page.Part<WaveOptions>();
   waves.CorrelationCalOption.SetValue(true);
   page.MeasureMethodCheck.Tick();

@@ -8,11 +8,11 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-Form2& Open(PageTest& page) { return page.Open<Form2>("Form2"); }
+Form2& OpenForm2(PageTest& page) { return page.Open<Form2>("Form2"); }
 
 Form2& OpenChannel(PageTest& test, int channel) {
   test.app().state.RangeChannel = channel;
-  return Open(test);
+  return OpenForm2(test);
 }
 
 void FillAll(Form2& page) {
@@ -40,7 +40,7 @@ void FillAll(Form2& page) {
 
 TEST(Form2, FullSetWritesInOrderAndReadsBack) {
   PageTest test(kOnePath);
-  Form2& page = Open(test);
+  Form2& page = OpenForm2(test);
   FillAll(page);
   page.SetParameter.Press();
   const Texts expected = {
@@ -143,7 +143,7 @@ TEST(Form2, UnitsAreLearntOnceARead) {
 
 TEST(Form2, SingleRangeWritesNoSecondScale) {
   PageTest test(kOnePath);
-  Form2& page = Open(test);
+  Form2& page = OpenForm2(test);
   page.chkCheck.Tick();
   page.FULL_SCALE2Text.Type("3");
   page.HYSTERISISText.Type("3");
@@ -157,7 +157,7 @@ TEST(Form2, SingleRangeWritesNoSecondScale) {
 
 TEST(Form2, ThirdChannelOfTwoPipesKnowsTheFlowAlone) {
   PageTest test(kTwoPipes);
-  Form2& page = Open(test);
+  Form2& page = OpenForm2(test);
   page.chkCheck.Tick();
   // A kind that a computed channel should not have selects nothing; a lost answer about the pipes changes
   // nothing.
@@ -185,7 +185,7 @@ TEST(Form2, ThirdChannelOfTwoPipesKnowsTheFlowAlone) {
 
 TEST(Form2, ARunningExchangeKeepsItsChannel) {
   PageTest test(kTwoPipes);
-  Form2& page = Open(test);
+  Form2& page = OpenForm2(test);
   page.chkCheck.Tick();
   test.test.Time().After(60, [&] { page.ChannelSelect(2).Choose(); });
   page.ReadParameter.Press();
@@ -202,18 +202,18 @@ TEST(Form2, SlotsKeepTheFirstThermalScaleTwiceAndTheCaptionsOfTheirChannel) {
   slots.At("RANGE", "H_FULL_SCALE2_Data") = "22";
   slots.At("RANGE", "FULL_SCALE1_Unit") = "[old]";
   slots.At("RANGE", "DUMPING_Data") = "abc";
-  Form2& page = Open(test);
+  Form2& page = OpenForm2(test);
   EXPECT_EQ(page.CALORIE_FULL_SCALE2Text.Text(), "22");
   ASSERT_TRUE(test.app().windows.Unload("Form2"));
   EXPECT_EQ(slots.At("RANGE", "H_FULL_SCALE2_Data"), "11");
   EXPECT_EQ(slots.At("RANGE", "DUMPING_Data"), "abc");
 
   // Another channel's units make the kept captions void.
-  Form2& again = Open(test);
+  Form2& again = OpenForm2(test);
   EXPECT_EQ(again.Label2(7).Caption(), "[old]");
   again.ChannelSelect(1).Choose();
   EXPECT_EQ(again.Label2(7).Caption(), "[m/s]");
-  Open(test);
+  OpenForm2(test);
   EXPECT_EQ(again.Label2(7).Caption(), "[m/s]");
 }
 

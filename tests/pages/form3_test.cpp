@@ -8,11 +8,11 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-Form3& Open(PageTest& page) { return page.Open<Form3>("Form3"); }
+Form3& OpenForm3(PageTest& page) { return page.Open<Form3>("Form3"); }
 
 TEST(Form3, FullSetWritesTheModeFirstAndReadsBack) {
   PageTest test(kTwoPaths);
-  Form3& page = Open(test);
+  Form3& page = OpenForm3(test);
   page.MODECombo.SetListIndex(1);
   page.chkCheck.Tick();
   page.UNIT_SYSTEMCombo.Choose(3);
@@ -37,7 +37,7 @@ TEST(Form3, FullSetWritesTheModeFirstAndReadsBack) {
 
 TEST(Form3, ARunningTotalizerShowsItsSetUpButTakesNone) {
   PageTest test(kOnePath);
-  Form3& page = Open(test);
+  Form3& page = OpenForm3(test);
   test.meter().holding().PutDouble(0x0044, 0.123456789);
   test.meter().holding().PutDouble(0x0408, 12345678.9);
   page.chkCheck.Tick();
@@ -76,7 +76,7 @@ TEST(Form3, UnitsAreLearntOnceAReadAndUnitEightIsTheFirstMetricOne) {
     SCOPED_TRACE(c.name);
     PageTest test(c.shape);
     test.app().state.UnitFlag = 1 - c.shape.unit_system;  // what the program believed before
-    Form3& page = Open(test);
+    Form3& page = OpenForm3(test);
     test.app().slots.At("TOTAL", "F_TOTAL_PRESET_Unit") = "[old]";
     test.meter().holding().PutWord(0x0040, c.unit);
     page.MODECombo.SetListIndex(1);
@@ -112,7 +112,7 @@ TEST(Form3, AKeptUnitThatMetricLacksIsDroppedAndOthersAreKept) {
     auto& page = static_cast<Form3&>(test.app().windows.Load("Form3"));
     test.test.platform.Arm("silence*ever");
     test.app().state.UnitFlag = c.unit_flag;  // it changed since the page was loaded
-    Open(test);
+    OpenForm3(test);
     EXPECT_EQ(page.UNIT_SYSTEMCombo.ListIndex(), c.index) << c.slot;
     EXPECT_EQ(page.UNIT_SYSTEMCombo.Count(), c.unit_flag == 0 ? 8 : 9);
     EXPECT_EQ(test.app().slots.At("TOTAL", "TOTAL_UNIT_Data"), c.kept);

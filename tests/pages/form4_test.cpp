@@ -8,7 +8,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-Form4& Open(PageTest& page) { return page.Open<Form4>("Form4"); }
+Form4& OpenForm4(PageTest& page) { return page.Open<Form4>("Form4"); }
 
 // Where the registers of an output lie; "" where a shape has none.
 struct Output {
@@ -42,7 +42,7 @@ std::string Double(const char* address) {
 
 TEST(Form4, EachFunctionWritesItsOwnRegistersOnEveryOutput) {
   PageTest test({"two paths", kFull, 1, 0});
-  Form4& page = Open(test);
+  Form4& page = OpenForm4(test);
   page.SELECT_Check.Tick();
   page.MODE_DO_1.Tick();
   for (int output = 0; output < 4; ++output) {
@@ -92,7 +92,7 @@ TEST(Form4, EachFunctionWritesItsOwnRegistersOnEveryOutput) {
 
 TEST(Form4, ReadShowsThePartOfTheOutputAndLeavesTheOtherDirection) {
   PageTest test({"one path", kFull, 0, 1});
-  Form4& page = Open(test);
+  Form4& page = OpenForm4(test);
   auto& memory = test.meter().holding();
   memory.PutWord(0x007A, 5);
   memory.PutWord(0x007E, 1);
@@ -112,7 +112,7 @@ TEST(Form4, ReadShowsThePartOfTheOutputAndLeavesTheOtherDirection) {
 
 TEST(Form4, TheFunctionIsKeptWhereTheListHasIt) {
   PageTest test({"two paths", kFull, 1, 0});
-  Form4& page = Open(test);
+  Form4& page = OpenForm4(test);
   page.SELECT_Check.Tick();
   page.OUTPUT_DO_1Combo.Choose(14);
   page.DigitalOutputSelect(1).Choose();
@@ -125,7 +125,7 @@ TEST(Form4, TheFunctionIsKeptWhereTheListHasIt) {
   EXPECT_FALSE(page.H_TOTALText.Enabled());
   // The output that was looked at last.
   ASSERT_TRUE(test.app().windows.Unload("Form4"));
-  Form4& again = Open(test);
+  Form4& again = OpenForm4(test);
   EXPECT_TRUE(again.DigitalOutputSelect(1).Value());
   EXPECT_EQ(again.SELECT_Check.Caption(), "DO2");
 }

@@ -8,11 +8,11 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-Form5& Open(PageTest& page) { return page.Open<Form5>("Form5"); }
+Form5& OpenForm5(PageTest& page) { return page.Open<Form5>("Form5"); }
 
 TEST(Form5, WritesBothRowsAndTheBacklightInOrder) {
   PageTest test;
-  Form5& page = Open(test);
+  Form5& page = OpenForm5(test);
   page.chkCheck.Tick();
   page.CHCombo1.Choose(2);  // CH3 of two pipes: the list begins with FLOW RATE, which is code 1
   ASSERT_EQ(page.Selection1Combo.Items().front(), "FLOW RATE");
@@ -35,7 +35,7 @@ TEST(Form5, WritesBothRowsAndTheBacklightInOrder) {
 
 TEST(Form5, BacklightWritesOnlyWhatIsWhole) {
   PageTest test({"one path", kFull, 0, 0});
-  Form5& page = Open(test);
+  Form5& page = OpenForm5(test);
   EXPECT_FALSE(page.optLCD(0).Enabled() || page.lblLCD_Time.Enabled());
   page.LCD_Check.Tick();
   page.SetParameter.Press();
@@ -66,7 +66,7 @@ TEST(Form5, BacklightWritesOnlyWhatIsWhole) {
 
 TEST(Form5, SelectionListFollowsTheChannelAndKeepsTheItem) {
   PageTest test;
-  Form5& page = Open(test);
+  Form5& page = OpenForm5(test);
   page.Selection1.Tick();
   page.CHCombo1.Choose(0);
   page.Selection1Combo.Choose(5);  // -TOTAL(ACTUAL)
@@ -87,7 +87,7 @@ TEST(Form5, SelectionListFollowsTheChannelAndKeepsTheItem) {
 
 TEST(Form5, SlotsKeepTheChannelAsTextAndTheBacklightAsDigit) {
   PageTest test;
-  Form5& page = Open(test);
+  Form5& page = OpenForm5(test);
   page.chkCheck.Tick();
   page.CHCombo1.Choose(2);
   page.Selection1Combo.Choose(0);
@@ -97,7 +97,7 @@ TEST(Form5, SlotsKeepTheChannelAsTextAndTheBacklightAsDigit) {
   EXPECT_EQ(test.app().slots.At("DISPLAY", "DISPLAY2_SELECT_CH"), "");
   EXPECT_EQ(test.app().slots.At("DISPLAY", "LCD_BACKLIGHT_MODE"), "1");
   EXPECT_EQ(test.app().slots.At("DISPLAY", "LCD_BACKLIGHT_TIME"), "-1");
-  Form5& again = Open(test);
+  Form5& again = OpenForm5(test);
   EXPECT_EQ(again.CHCombo1.Text(), "CH3");
   EXPECT_EQ(again.Selection1Combo.Text(), "FLOW RATE");
   EXPECT_TRUE(again.optLCD(1).Value());

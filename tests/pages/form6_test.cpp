@@ -8,7 +8,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-Form6& Open(PageTest& page) { return page.Open<Form6>("Form6"); }
+Form6& OpenForm6(PageTest& page) { return page.Open<Form6>("Form6"); }
 
 // The queries of model and path mode that precede each read.
 Texts Config(const Shape& shape) {
@@ -42,7 +42,7 @@ const Texts kVersion = {"04 00 86 00 07", "04 00 94 00 04"};
 
 TEST(Form6, NothingTickedSendsNothingAndEachBoxReadsItsOwn) {
   PageTest test(kTwoPipes);
-  Form6& page = Open(test);
+  Form6& page = OpenForm6(test);
   page.ReadParameter.Press();
   page.SetParameter.Press();
   EXPECT_EQ(test.Requests(), Texts{});
@@ -67,7 +67,7 @@ TEST(Form6, NothingTickedSendsNothingAndEachBoxReadsItsOwn) {
 TEST(Form6, WritesInItsOrderTheSpecificationLast) {
   PageTest test(kTwoPipes);
   test.app().state.UserInfo = "Factory";
-  Form6& page = Open(test);
+  Form6& page = OpenForm6(test);
   page.chkCheck.Tick();
   page.Read_All_Set_Data.Untick();
   page.ReadParameter.Press();
@@ -129,7 +129,7 @@ TEST(Form6, SourcesFollowTheMeasurementMode) {
     SCOPED_TRACE(std::to_string(c.mode) + " code " + std::to_string(c.code));
     PageTest test({"", kFull, c.mode, 0});
     test.meter().holding().PutWord(0x03EC, c.code);
-    Form6& page = Open(test);
+    Form6& page = OpenForm6(test);
     page.MEASUREMENT_MODECheck.Tick();
     page.A01_OUT_SOURCE.Tick();
     page.ReadParameter.Press();
@@ -144,7 +144,7 @@ TEST(Form6, SourcesFollowTheMeasurementMode) {
 
 TEST(Form6, ASourceThatTheMeterDoesNotOfferIsNotSent) {
   PageTest test(kOnePath);
-  Form6& page = Open(test);
+  Form6& page = OpenForm6(test);
   for (CheckBox* box : {&page.LANGUAGE, &page.MEASUREMENT_MODECheck, &page.A01_OUT_SOURCE}) box->Tick();
   page.LANGUAGECombo.Choose(3);
   page.MEASUREMENT_MODECombo.Choose(1);
@@ -185,7 +185,7 @@ TEST(Form6, AllTicksASpecificationForTheFactoryAlone) {
     SCOPED_TRACE(user);
     PageTest test(kOnePath);
     test.app().state.UserInfo = user;
-    Form6& page = Open(test);
+    Form6& page = OpenForm6(test);
     page.SPEC.Tick();
     page.chkCheck.Tick();
     EXPECT_EQ(page.SPEC.Ticked(), std::string(user) == "Factory");
@@ -198,7 +198,7 @@ TEST(Form6, AllTicksASpecificationForTheFactoryAlone) {
 
 TEST(Form6, BadInputIsTakenAwayAndTold) {
   PageTest test(kTwoPipes);
-  Form6& page = Open(test);
+  Form6& page = OpenForm6(test);
   page.IDNUM_CONFIGCheck.Tick();
   page.IDNUM_CONFIGText.Type("1x");
   test.dialogs().Answer(MessageAnswer::kOk);
@@ -235,7 +235,7 @@ TEST(Form6, ABadLineLeavesThePageUsable) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.fault);
     PageTest test(kTwoPipes);
-    Form6& page = Open(test);
+    Form6& page = OpenForm6(test);
     for (CheckBox* box : {&page.LANGUAGE, &page.SPEC, &page.SYSTEM_MODECheck}) box->Tick();
     page.LANGUAGECombo.Choose(2);
     page.SYSTEM_MODECombo.Choose(1);
@@ -252,7 +252,7 @@ TEST(Form6, MemoryInitialisationNeverLooksAtTheReply) {
   for (const char* fault : {"", "silence@0152H*9", "exception=3@0152H*9"}) {
     SCOPED_TRACE(fault);
     PageTest test(kTwoPipes);
-    Form6& page = Open(test);
+    Form6& page = OpenForm6(test);
     test.dialogs().Answer(MessageAnswer::kCancel);
     page.CommandMemoryInit.Press();
     EXPECT_EQ(test.Requests(), Texts{});
@@ -276,7 +276,7 @@ TEST(Form6, MemoryInitialisationNeverLooksAtTheReply) {
 
 TEST(Form6, SlotsKeepFourDigitsAndEmptyOnesLeaveTheControls) {
   PageTest test(kOnePath);
-  Form6& page = Open(test);
+  Form6& page = OpenForm6(test);
   page.IDNUM_CONFIGText.SetText(" 7 ");
   page.SPEC_Text.SetText("odd");
   page.LANGUAGECombo.SetListIndex(4);
@@ -297,19 +297,19 @@ TEST(Form6, SlotsKeepFourDigitsAndEmptyOnesLeaveTheControls) {
 
 TEST(Form6, ASourceComesBackThoughTheModeWasNeverRead) {
   PageTest test(kOnePath);
-  Form6& page = Open(test);
+  Form6& page = OpenForm6(test);
   page.A01_OUT_SOURCE.Tick();
   page.A01_OUT_SOURCECombo.Choose(1);
   ASSERT_EQ(page.A01_OUT_SOURCECombo.Text(), "CH1:THERMAL FLOW");
   ASSERT_TRUE(test.app().windows.Unload("Form6"));
-  EXPECT_EQ(Open(test).A01_OUT_SOURCECombo.Text(), "CH1:THERMAL FLOW");
+  EXPECT_EQ(OpenForm6(test).A01_OUT_SOURCECombo.Text(), "CH1:THERMAL FLOW");
 }
 
 TEST(Form6, VersionBytesThatAreNoCharactersDoNotBreakTheDisplay) {
   PageTest test(kTwoPipes);
   const std::vector<std::uint8_t> bytes = {0x00, 0xFF, 'V', 0x0A, '2', ',', '1', 0x80, 0, 0, 0, 0, 0, 0};
   ASSERT_TRUE(test.meter().PinInput(0x0086, bytes));
-  Form6& page = Open(test);
+  Form6& page = OpenForm6(test);
   page.chkVersionInfo.Tick();
   page.ReadParameter.Press();
   EXPECT_EQ(page.CONTROL_BOARDText.Text(), "  V 2,1");

@@ -12,7 +12,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-Form7& Open(PageTest& page) { return page.Open<Form7>("Form7"); }
+Form7& OpenForm7(PageTest& page) { return page.Open<Form7>("Form7"); }
 
 const Texts kShapeOfFull = {"03 01 48 00 01", "03 03 E8 00 01"};
 const Texts kShapeOfSingle = {"03 01 48 00 01"};
@@ -30,7 +30,7 @@ void TickAll(Form7& page) {
 
 TEST(Form7, AFullSetWritesOneRegisterAtATimeInOrder) {
   PageTest test(kOnePath);
-  Form7& page = Open(test);
+  Form7& page = OpenForm7(test);
   page.AO_Check.Tick();
   EXPECT_FALSE(page.ADJUSTMENTCombo.Enabled()) << "its own box comes first";
   page.ADJUSTMENT.Tick();
@@ -76,7 +76,7 @@ TEST(Form7, OfTheDigitalChecksOnlyTheChosenOneIsSet) {
       {&Form7::OUTPUT_DO2_FREQUENCYCheck, "06 01 76 03 E8", "03 01 76 00 01"},
   };
   PageTest test(kTwoPipes);
-  Form7& page = Open(test);
+  Form7& page = OpenForm7(test);
   page.OUTPUT_DOCombo.SetListIndex(0);
   page.SEKISAN_PULSEText.SetText("100");
   page.OUTPUT_DO2_FREQUENCYtxt.SetText("1000");
@@ -97,7 +97,7 @@ TEST(Form7, OfTheDigitalChecksOnlyTheChosenOneIsSet) {
 
 TEST(Form7, TestModeNeedsBothValuesAndEndsByItsBox) {
   PageTest test(kOnePath);
-  Form7& page = Open(test);
+  Form7& page = OpenForm7(test);
   page.SetParameter.Press();
   EXPECT_EQ(test.Requests(), Texts{}) << "nothing is ticked and no value is there";
   for (TextBox* one : {&page.INPUT_DATAText, &page.TRACKING_TIMEText}) {
@@ -129,7 +129,7 @@ TEST(Form7, TestModeNeedsBothValuesAndEndsByItsBox) {
 
 TEST(Form7, EachPointOfAnAdjustmentKeepsItsText) {
   PageTest test(kOnePath);
-  Form7& page = Open(test);
+  Form7& page = OpenForm7(test);
   page.AO_Check.Tick();
   page.ADJUSTMENT.Tick();
   EXPECT_EQ(page.ADJUSTMENTCombo.Items(), (Texts{"4", "20"}));
@@ -166,7 +166,7 @@ TEST(Form7, AnAdjustmentIsShownAsItWasSent) {
     SCOPED_TRACE(c.typed);
     PageTest test(kOnePath);
     const auto adjust = [&]() -> Form7& {
-      Form7& page = Open(test);
+      Form7& page = OpenForm7(test);
       page.AO_Check.Tick();
       page.ADJUSTMENT.Tick();
       page.ADJUSTMENTCombo.Choose(0);
@@ -190,7 +190,7 @@ TEST(Form7, AnAdjustmentIsShownAsItWasSent) {
 
 TEST(Form7, SpinButtonsNormaliseAndStayWithinTheField) {
   PageTest test(kOnePath);
-  Form7& page = Open(test);
+  Form7& page = OpenForm7(test);
   page.AO_Check.Tick();
   page.ADJUSTMENTCombo.SetListIndex(0);
   const struct {
@@ -221,7 +221,7 @@ TEST(Form7, SpinButtonsNormaliseAndStayWithinTheField) {
 
 TEST(Form7, BadInputIsToldAndNothingIsSent) {
   PageTest test(kOnePath);
-  Form7& page = Open(test);
+  Form7& page = OpenForm7(test);
   page.AO_Check.Tick();
   page.ADJUSTMENT.Tick();
   page.ADJUSTMENTCombo.Choose(0);
@@ -252,7 +252,7 @@ TEST(Form7, BadInputIsToldAndNothingIsSent) {
 
 TEST(Form7, ATestThatCannotBeEndedIsTold) {
   PageTest test(kOnePath);
-  Form7& page = Open(test);
+  Form7& page = OpenForm7(test);
   page.INPUT_DATAText.SetText("1");
   page.TRACKING_TIMEText.SetText("2");
   test.test.platform.Arm("exception=2@015CH*4");
@@ -263,7 +263,7 @@ TEST(Form7, ATestThatCannotBeEndedIsTold) {
 
 TEST(Form7, AReadWithoutAnAnswerKeepsTheFieldsAndGoesOn) {
   PageTest test(kOnePath);
-  Form7& page = Open(test);
+  Form7& page = OpenForm7(test);
   TickAll(page);
   page.AO_DEFINITIONText.Type("33");
   test.test.platform.Arm("silence@0154H*4");
@@ -290,7 +290,7 @@ TEST(Form7, TheTestStateIsEndedByOneWriteAndOneRead) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.fault);
     PageTest test(kOnePath);
-    Form7& page = Open(test);
+    Form7& page = OpenForm7(test);
     test.meter().holding().PutWord(0x0166, 5);
     MeterIsInTest(test.app());
     if (*c.fault != '\0') test.test.platform.Arm(c.fault);
@@ -331,7 +331,7 @@ TEST(Form7, WhatBeginsATestIsKnownUntilItsEndIsConfirmed) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     PageTest test(kOnePath);
-    Form7& page = Open(test);
+    Form7& page = OpenForm7(test);
     page.AO_Check.Tick();
     page.ADJUSTMENTCombo.SetListIndex(0);
     c.choose(page);
@@ -344,7 +344,7 @@ TEST(Form7, WhatBeginsATestIsKnownUntilItsEndIsConfirmed) {
     EXPECT_EQ(test.test.MainWindow().test_state_shown, c.known ? 1 : 0);
     ASSERT_TRUE(test.app().windows.Unload("Form7"));
     EXPECT_EQ(IsAnyMeterInTest(test.app()), c.known) << "leaving the page ends nothing";
-    Open(test).ReleaseParameter.Press();
+    OpenForm7(test).ReleaseParameter.Press();
     EXPECT_FALSE(IsAnyMeterInTest(test.app()));
   }
 }
@@ -358,7 +358,7 @@ TEST(Form7, EachBoxOfTheTestReadsItsState) {
       [](Form7& p) { p.TEST_MODECheck.Tick(); }};
   for (const auto& tick : ticks) {
     PageTest test(kOnePath);
-    Form7& page = Open(test);
+    Form7& page = OpenForm7(test);
     tick(page);
     page.ReadParameter.Press();
     EXPECT_EQ(test.Requests(), kShapeOfFull + Texts{"03 01 54 00 07"});
@@ -369,7 +369,7 @@ TEST(Form7, AReadFindsATestThatWasBegunElsewhere) {
   for (const int address : {0x0154, 0x0156, 0x0158, 0x015C, 0x0176, 0x015E}) {
     SCOPED_TRACE(address);
     PageTest test(kOnePath);
-    Form7& page = Open(test);
+    Form7& page = OpenForm7(test);
     TickAll(page);
     page.ReadParameter.Press();
     EXPECT_FALSE(IsAnyMeterInTest(test.app()));
@@ -399,7 +399,7 @@ TEST(Form7, TestStatesBelongToTheMetersOfALine) {
 
 TEST(Form7, WhatWasEnteredComesBackWithThePageAndGoesToNoFile) {
   PageTest test(kOnePath);
-  Form7& page = Open(test);
+  Form7& page = OpenForm7(test);
   const PageSlots slots = test.app().slots;
   TickAll(page);
   page.ADJUSTMENTCombo.Choose(0);
@@ -418,7 +418,7 @@ TEST(Form7, WhatWasEnteredComesBackWithThePageAndGoesToNoFile) {
   page.Show();
   EXPECT_EQ(page.ADJUSTMENText.Text(), "4001") << "hiding loses nothing";
   ASSERT_TRUE(test.app().windows.Unload("Form7"));
-  Form7& again = Open(test);
+  Form7& again = OpenForm7(test);
   EXPECT_EQ(again.ADJUSTMENTCombo.Text(), "20");
   EXPECT_EQ(again.ADJUSTMENText.Text(), "4001");
   again.ADJUSTMENTCombo.SetListIndex(0);

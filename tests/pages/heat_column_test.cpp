@@ -12,7 +12,7 @@ using Texts = std::vector<std::string>;
 constexpr const char* kReadAll = "03 04 B4 00 32";
 
 // The energy tab of a meter that may have it.
-HeatColumn& Open(PageTest& test) {
+HeatColumn& OpenHeat(PageTest& test) {
   auto& page = test.Open<Form10>("Form10");
   EXPECT_TRUE(page.SetParameter2.Select(1));
   return page.Heat;
@@ -41,7 +41,7 @@ void FillAll(HeatColumn& heat) {
 
 TEST(HeatColumn, FullSetWritesInItsOwnOrderAndReadsBackInOneBlock) {
   PageTest test(kOnePath);
-  HeatColumn& heat = Open(test);
+  HeatColumn& heat = OpenHeat(test);
   FillAll(heat);
   ASSERT_EQ(heat.SUPPLY_TEMP_SPANText.Text(), "99.") << "three characters";
   heat.SetParameterHeat.Press();
@@ -87,7 +87,7 @@ TEST(HeatColumn, ReadShowsTemperaturesByTheirUnitAndTellsOtherPagesTheUnits) {
        {Case{0, "[degC]", "0.0", "20.0"}, Case{1, "[K]", "0.00", "20.00"}, Case{2, "[F]", "0.00", "20.00"}}) {
     SCOPED_TRACE(c.caption);
     PageTest test(kOnePath);
-    HeatColumn& heat = Open(test);
+    HeatColumn& heat = OpenHeat(test);
     heat.RUNCombo.SetListIndex(2);  // not ticked: the page goes by what it shows
     test.meter().holding().PutWord(0x04B4, c.unit);
     test.meter().holding().PutWord(0x04B6, 1);
@@ -119,7 +119,7 @@ TEST(HeatColumn, ReadShowsTemperaturesByTheirUnitAndTellsOtherPagesTheUnits) {
 
 TEST(HeatColumn, UnknownUnitTickLeavesTheLastUnitInForce) {
   PageTest test(kOnePath);
-  HeatColumn& heat = Open(test);
+  HeatColumn& heat = OpenHeat(test);
   test.app().state.TempUnit = 1;
   heat.SUPPLY_TEMP_ZEROCheck.Tick();
   heat.ReadParameterHeat.Press();
@@ -129,7 +129,7 @@ TEST(HeatColumn, UnknownUnitTickLeavesTheLastUnitInForce) {
 
 TEST(HeatColumn, TheTabIsThereForAFullModelOnOnePipe) {
   PageTest test(kOnePath);
-  HeatColumn& heat = Open(test);
+  HeatColumn& heat = OpenHeat(test);
   auto& page = static_cast<Form10&>(*test.app().windows.Find("Form10"));
   page.chkCheck.Tick();
   EXPECT_FALSE(heat.TEMPERATURECheck.Ticked()) << "each tab has its own column";
@@ -145,7 +145,7 @@ TEST(HeatColumn, TheTabIsThereForAFullModelOnOnePipe) {
 
 TEST(HeatColumn, ANumberThatDoesNotFitIsTold) {
   PageTest test(kOnePath);
-  HeatColumn& heat = Open(test);
+  HeatColumn& heat = OpenHeat(test);
   heat.chkCheckHeat.Tick();
   heat.chkCheckHeat.Untick();
   heat.RETURNER_TEMP_FILTERCheck.Tick();
@@ -160,7 +160,7 @@ TEST(HeatColumn, ANumberThatDoesNotFitIsTold) {
 
 TEST(HeatColumn, SlotsCarryBothTabsAndTheMasterBoxIsLockedWithTheButtons) {
   PageTest test(kOnePath);
-  HeatColumn& heat = Open(test);
+  HeatColumn& heat = OpenHeat(test);
   FillAll(heat);
   heat.SaveParameterHeat.Press();
   EXPECT_EQ(test.test.StatusText(), "Preservation was completed ");

@@ -16,7 +16,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr const char* kFile = "/data/all settings.csv";
+constexpr const char* kReportFile = "/data/all settings.csv";
 
 // A meter with a value of its own in every register, and the page ready to read all of it.
 class ReportTest : public PageTest {
@@ -24,7 +24,7 @@ class ReportTest : public PageTest {
   explicit ReportTest(const Shape& shape, int lang_offset = 5000) : PageTest(shape, lang_offset) {
     meter().Fill(7, 0);
     page.Read_All_Set_Data.Tick();
-    dialogs().SaveFile(kFile);
+    dialogs().SaveFile(kReportFile);
     page.Save_As.Press();
     test.platform.TakeRequests();
   }
@@ -32,7 +32,7 @@ class ReportTest : public PageTest {
   std::map<std::string, std::string>& Files() { return test.platform.files.files; }
   // A line of the report by its beginning, without its line end.
   std::string Line(const std::string& head) {
-    std::istringstream lines(Files()[kFile]);
+    std::istringstream lines(Files()[kReportFile]);
     std::string line;
     while (std::getline(lines, line)) {
       if (line.starts_with(head)) return line.substr(0, line.size() - 1);
@@ -72,7 +72,7 @@ TEST(ReadAll, AsksAFullModelInItsOrder) {
       "03 00 C0 00 06", "03 04 B0 00 02"};                                     // display
   EXPECT_EQ(test.Requests(), expected);
   EXPECT_EQ(test.test.StatusText(), "Reading of system was completed ");
-  EXPECT_TRUE(test.Files().contains(kFile));
+  EXPECT_TRUE(test.Files().contains(kReportFile));
 }
 
 TEST(ReadAll, AsksASingleChannelMeterForNothingThatItLacks) {
@@ -99,9 +99,9 @@ TEST(Report, IsWhatItsGoldenFilesSay) {
     SCOPED_TRACE(c.golden);
     ReportTest test(c.shape, c.lang_offset);
     test.page.ReadParameter.Press();
-    EXPECT_EQ(test.Files()[kFile], Golden(c.golden));
+    EXPECT_EQ(test.Files()[kReportFile], Golden(c.golden));
     if (const char* folder = std::getenv("VELTRANO3_REPORTS")) {
-      std::ofstream(std::string(folder) + "/" + c.golden, std::ios::binary) << test.Files()[kFile];
+      std::ofstream(std::string(folder) + "/" + c.golden, std::ios::binary) << test.Files()[kReportFile];
     }
   }
 }
@@ -122,7 +122,7 @@ TEST(Report, HasTheSameBytesUnderALocaleWithDecimalCommas) {
   test.page.ReadParameter.Press();
   std::locale::global(former);
   std::setlocale(LC_ALL, "C");
-  EXPECT_EQ(test.Files()[kFile], Golden("report_two_pipes_en.csv"));
+  EXPECT_EQ(test.Files()[kReportFile], Golden("report_two_pipes_en.csv"));
 }
 
 TEST(Report, KeepsZerosAndHoldsNothingThatPartsCells) {
@@ -152,7 +152,7 @@ TEST(Report, KeepsZerosAndHoldsNothingThatPartsCells) {
 TEST(Report, HeadAndValuesAgreeColumnByColumn) {
   ReportTest test(kTwoPipes);
   test.page.ReadParameter.Press();
-  std::istringstream lines(test.Files()[kFile]);
+  std::istringstream lines(test.Files()[kReportFile]);
   std::string line;
   std::ptrdiff_t columns = 0;
   while (std::getline(lines, line)) {
@@ -200,7 +200,7 @@ TEST(ReadAll, ALossIsToldInTheFileAndInTheStatusAndKeepsACompleteReport) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.earlier);
     ReportTest test(kTwoPipes);
-    if (!c.earlier.empty()) test.Files()[kFile] = c.earlier;
+    if (!c.earlier.empty()) test.Files()[kReportFile] = c.earlier;
     test.meter().BreakMemory(sim::Space::Holding, 0x1388, 0x1389, 2);
     test.meter().BreakMemory(sim::Space::Holding, 0x00C0, 0x00C1, 4);
     for (int i = 0; i < 2; ++i) test.dialogs().Answer(MessageAnswer::kOk);
@@ -217,12 +217,13 @@ TEST(ReadAll, ALossIsToldInTheFileAndInTheStatusAndKeepsACompleteReport) {
     const std::string kept = "   No file was written: the complete report was kept";
     EXPECT_TRUE(test.test.StatusText().ends_with(lost + (c.written ? "" : kept))) << test.test.StatusText();
     if (!c.written) {
-      EXPECT_EQ(test.Files()[kFile], c.earlier);
+      EXPECT_EQ(test.Files()[kReportFile], c.earlier);
       continue;
     }
     EXPECT_EQ(test.Line("NOT READ,RANGE"), "NOT READ,RANGE CH2,1388H (32),[ADDRESS ERROR(02H)]");
     EXPECT_EQ(test.Line("NOT READ,DISPLAY"), "NOT READ,DISPLAY,00C0H (6),[UNKNOWN FUNCTION CODE ERROR]");
-    EXPECT_LT(test.Files()[kFile].find("NOT READ"), test.Files()[kFile].find("[PROCESS SETTING]"));
+    EXPECT_LT(test.Files()[kReportFile].find("NOT READ"),
+              test.Files()[kReportFile].find("[PROCESS SETTING]"));
   }
 }
 
@@ -234,7 +235,7 @@ TEST(ReadAll, WhatAnotherReaderBringsIsNotLost) {
   test.page.ReadParameter.Press();
   EXPECT_EQ(test.dialogs().TakeTexts().size(), 1u);
   EXPECT_EQ(test.test.StatusText().find("読み出せませんでした"), std::string::npos);
-  EXPECT_EQ(test.Files()[kFile].find("未読出し"), std::string::npos);
+  EXPECT_EQ(test.Files()[kReportFile].find("未読出し"), std::string::npos);
 }
 
 TEST(ReadAll, TheNameCanBeGivenWhileItRuns) {
@@ -248,14 +249,14 @@ TEST(ReadAll, TheNameCanBeGivenWhileItRuns) {
     EXPECT_FALSE(page.ReadParameter.Enabled());
     test.dialogs().SaveFile(kOther);
     EXPECT_TRUE(page.Save_As.Press());
-    EXPECT_EQ(page.FileName.Text(), kFile) << "asked when the exchange has ended";
+    EXPECT_EQ(page.FileName.Text(), kReportFile) << "asked when the exchange has ended";
   });
   page.ReadParameter.Press();
   test.app().frame->Status().Observe({});
   EXPECT_TRUE(pressed);
   EXPECT_EQ(page.FileName.Text(), kOther);
   EXPECT_EQ(test.Files()[kOther], Golden("report_two_pipes_en.csv"));
-  EXPECT_FALSE(test.Files().contains(kFile));
+  EXPECT_FALSE(test.Files().contains(kReportFile));
 }
 
 // A set has no moment between its exchanges at which a dialog would not hold it up.
@@ -268,14 +269,14 @@ TEST(Report, ItsNameIsAskedBehindWhatHoldsTheLine) {
   bool pressed = false;
   test.app().frame->Status().Observe([&] {
     if (std::exchange(pressed, true)) return;
-    test.dialogs().SaveFile(kFile);
+    test.dialogs().SaveFile(kReportFile);
     EXPECT_TRUE(page.Save_As.Press());
   });
   page.SetParameter.Press();
   test.app().frame->Status().Observe({});
   EXPECT_EQ(page.FileName.Text(), "");
   WaitMs(test.app(), 500);
-  EXPECT_EQ(page.FileName.Text(), kFile);
+  EXPECT_EQ(page.FileName.Text(), kReportFile);
 }
 
 TEST(ReadAll, AnyBlockThatDoesNotComeIsToldOnceByItsReader) {
@@ -293,14 +294,14 @@ TEST(ReadAll, AnyBlockThatDoesNotComeIsToldOnceByItsReader) {
 
 TEST(ReadAll, AMeterThatIsNotThereLeavesAnOlderReportAlone) {
   ReportTest test(kTwoPipes);
-  test.Files()[kFile] = "an older report";
+  test.Files()[kReportFile] = "an older report";
   test.test.platform.Arm("silence*ever");
   constexpr int kReaders = 8;
   for (int i = 0; i < kReaders; ++i) test.dialogs().Answer(MessageAnswer::kOk);
   test.page.ReadParameter.Press();
   EXPECT_EQ(test.dialogs().TakeTexts().size(), std::size_t{kReaders});
   EXPECT_TRUE(test.test.StatusText().ends_with("No file was written: nothing could be read"));
-  EXPECT_EQ(test.Files()[kFile], "an older report");
+  EXPECT_EQ(test.Files()[kReportFile], "an older report");
   EXPECT_FALSE(test.app().state.UiLocked);
   EXPECT_TRUE(test.page.ReadParameter.Enabled());
 }
@@ -325,11 +326,11 @@ TEST(ReadAll, ShowsHowFarItIsAndCanBeStopped) {
   EXPECT_EQ(told[6], "Reading all settings: 7 of 17, RANGE CH3");
   EXPECT_EQ(told.back(), "Reading all settings: 11 of 17, STATUS DO1");
   EXPECT_EQ(test.Requests().back(), "03 04 00 00 08");
-  EXPECT_FALSE(test.Files().contains(kFile));
+  EXPECT_FALSE(test.Files().contains(kReportFile));
   EXPECT_EQ(test.test.StatusText(), "Reading of system was completed Stopped: no file was written");
   EXPECT_FALSE(page.cmdStopReadAll.Enabled());
   page.ReadParameter.Press();
-  EXPECT_TRUE(test.Files().contains(kFile)) << "a new read-out is not stopped";
+  EXPECT_TRUE(test.Files().contains(kReportFile)) << "a new read-out is not stopped";
 }
 
 TEST(Report, WhatCannotBeWrittenHarmsNothingAndIsTold) {
@@ -342,13 +343,13 @@ TEST(Report, WhatCannotBeWrittenHarmsNothingAndIsTold) {
   for (const auto& c : cases) {
     for (int change = 1; change <= 2; ++change) {
       ReportTest test(kOnePath);
-      test.Files()[kFile] = "an older report";
+      test.Files()[kReportFile] = "an older report";
       test.test.platform.files.FailChange(change, c.error);
       test.page.ReadParameter.Press();
       EXPECT_EQ(test.test.StatusText(), std::string("Reading of system was completed all settings.csv") +
                                             (change == 1 ? ".tmp " : " ") + c.told);
       EXPECT_EQ(test.Files().size(), 1u) << "nothing half written stays";
-      EXPECT_EQ(test.Files()[kFile], "an older report");
+      EXPECT_EQ(test.Files()[kReportFile], "an older report");
       EXPECT_EQ(test.dialogs().TakeTexts(), Texts{}) << "without a box";
     }
   }
