@@ -6,57 +6,19 @@
 //
 // The meter is a process of its own (meter-sim) and does not count. Prints the share of one core, the number
 // of exchanges, how many failed, and how long a read of the block took; exit status 1 when one failed.
-#include <sys/resource.h>
-
 #include <QCoreApplication>
-#include <QProcess>
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
-#include <cstdlib>
-#include <string_view>
+#include <string>
 
+#include "bench/figures.h"
+#include "bench/machine.h"
 #include "host/host.h"
 #include "link/device_queries.h"
 #include "link/modbus.h"
 #include "link/port.h"
 
 namespace {
-
-// Nobody is there to answer.
-class NoDialogs : public vlt::Dialogs {
- public:
-  vlt::MessageAnswer Ask(const vlt::Message& message) override {
-    std::fprintf(stderr, "bench_cpu: %s\n", message.text.c_str());
-    std::exit(1);
-  }
-  std::optional<std::string> AskOpenFile(const vlt::FileQuestion& /*question*/) override { return {}; }
-  std::optional<std::string> AskSaveFile(const vlt::FileQuestion& /*question*/) override { return {}; }
-  std::optional<std::string> AskFolder(const vlt::FolderQuestion& /*question*/) override { return {}; }
-};
-
-double ProcessorSeconds() {
-  rusage usage{};
-  ::getrusage(RUSAGE_SELF, &usage);
-  const auto seconds = [](const timeval& t) {
-    return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_usec) / 1e6;
-  };
-  return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
-int NumberOf(std::string_view text, int otherwise) {
-  int value = otherwise;
-  std::from_chars(text.data(), text.data() + text.size(), value);
-  return value;
-}
-
-// The device of a new simulated meter, empty when it doesn't come up.
-std::string StartMeter(QProcess& meter, const std::string& speed) {
-  meter.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  meter.start(METER_SIM, {"speed=" + QString::fromStdString(speed)});
-  if (!meter.waitForReadyRead(5000)) return "";
-  return meter.readLine().trimmed().toStdString();
-}
 
 struct Tally {
   int exchanges = 0;
@@ -71,7 +33,7 @@ struct Tally {
   }
 };
 
-void Round(vlt::App& app, const vlt::QtClock& clock, Tally& tally) {
+void Round(vlt::App& app, Tally& tally) {
   tally.Add(vlt::GetUnitFlag(app) >= 0);
   tally.Add(vlt::GetSpecClass(app) >= 0);
   tally.Add(vlt::GetPathMode(app) >= 0);
@@ -80,9 +42,9 @@ void Round(vlt::App& app, const vlt::QtClock& clock, Tally& tally) {
     constexpr int kProcessBlock = 0x00D0;
     vlt::Frame request = vlt::ReadRequest(1, 3, kProcessBlock, 18);
     vlt::Frame reply = vlt::ReplyFor(request);
-    const auto start = clock.Elapsed();
+    const vlt::bench::Stopwatch watch;
     tally.Add(vlt::SendReceive(app, request, reply));
-    const double ms = std::chrono::duration<double, std::milli>(clock.Elapsed() - start).count();
+    const double ms = watch.Ms();
     ++tally.blocks;
     tally.block_ms += ms;
     tally.slowest_ms = std::max(tally.slowest_ms, ms);
@@ -93,15 +55,15 @@ void Round(vlt::App& app, const vlt::QtClock& clock, Tally& tally) {
 
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
-  const int seconds = argc > 1 ? NumberOf(argv[1], 0) : 60;
+  const auto seconds = static_cast<int>(vlt::bench::Argument(argc, argv, 1, 60));
   const std::string speed = argc > 2 ? argv[2] : "9600";
   if (seconds < 1) {
     std::fprintf(stderr, "Usage: bench_cpu [SECONDS [SPEED]]\n");
     return 2;
   }
-  QProcess meter;
-  std::string device = StartMeter(meter, speed);
-  NoDialogs dialogs;
+  const vlt::bench::MeterProcess meter({"speed=" + QString::fromStdString(speed)});
+  const std::string& device = meter.Device();
+  vlt::bench::NoDialogs dialogs;
   vlt::Host host("", [&](int /*number*/) { return device; });
   vlt::Platform platform = host.With(dialogs);
   vlt::App app(platform);
@@ -116,17 +78,13 @@ int main(int argc, char** argv) {
   }
 
   Tally tally;
-  const double used_before = ProcessorSeconds();
-  const auto start = host.clock.Elapsed();
-  const auto passed = [&] { return std::chrono::duration<double>(host.clock.Elapsed() - start).count(); };
-  while (passed() < seconds) Round(app, host.clock, tally);
-  const double wall = passed();
-  const double used = ProcessorSeconds() - used_before;
+  const vlt::bench::Stopwatch watch;
+  while (watch.Ms() < seconds * 1e3) Round(app, tally);
+  const double wall = watch.Ms() / 1e3;
+  const double used = watch.UsedMs() / 1e3;
   std::printf(
       "%.2f %% of a core (%.2f s of %.1f s), %d exchanges, %d failed; block read %.1f ms, slowest %.1f ms\n",
       100 * used / wall, used, wall, tally.exchanges, tally.failed, tally.block_ms / tally.blocks,
       tally.slowest_ms);
-  meter.terminate();
-  meter.waitForFinished(5000);
   return tally.failed == 0 ? 0 : 1;
 }

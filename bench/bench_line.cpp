@@ -4,14 +4,9 @@
 //   bench_line [EXCHANGES]       1,000,000 exchanges of 31 stations without it, one in 50 repeated
 //
 // The window is open and refreshes all the time. Exit status 1 when memory grows.
-#if __has_include(<malloc.h>)
-#include <malloc.h>
-#endif
-
 #include <cstdio>
-#include <cstdlib>
-#include <ctime>
 
+#include "bench/figures.h"
 #include "monitor/frm_line.h"
 #include "state/register_window.h"
 #include "support/test_app.h"
@@ -24,15 +19,6 @@ constexpr int kStations = 31;
 constexpr int kFaultEvery = 50;
 constexpr int kTickEvery = 16;  // exchanges, about half a second at 9600 bit/s
 constexpr std::int64_t kWarm = 20'000;
-constexpr std::size_t kGrowthAllowed = 16 * 1024;
-
-std::size_t BytesInUse() {
-#ifdef __GLIBC__
-  return mallinfo2().uordblks;
-#else
-  return 0;
-#endif
-}
 
 // One attempt of `took` ms; the reply is that to a read of 19 registers.
 void Tell(test::TestApp& t, int station, AttemptEnd end, int number, int took) {
@@ -54,35 +40,34 @@ void Tell(test::TestApp& t, int station, AttemptEnd end, int number, int took) {
                    .last = end == AttemptEnd::kAnswered});
 }
 
-double Seconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
-
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::int64_t exchanges = argc > 1 ? std::atoll(argv[1]) : 1'000'000;
+  const std::int64_t exchanges = bench::Argument(argc, argv, 1, 1'000'000);
   test::TestApp t;
   RegisterWindow<frmLine>(t.app, "frmLine");
   t.app.line->Opened("9600,O,8,1");
   t.app.windows.Load("frmLine").Show();
-  std::size_t early = 0;
-  double recording = 0;
+  bench::MemoryMeter memory;
+  const bench::Stopwatch whole;
+  double recording_ms = 0;
   for (std::int64_t i = 1; i <= exchanges; ++i) {
-    const double begun = Seconds();
+    const bench::Stopwatch watch;
     const int station = 1 + static_cast<int>(i % kStations);
     const bool repeated = i % kFaultEvery == 0;
     if (repeated) Tell(t, station, AttemptEnd::kSilence, 0, 140);
     Tell(t, station, AttemptEnd::kAnswered, repeated ? 1 : 0, 30 + static_cast<int>(i % 40));
-    recording += Seconds() - begun;
+    recording_ms += watch.UsedMs();
     if (i % kTickEvery == 0) t.Time().RunFor(500);
-    if (i == kWarm) early = BytesInUse();
+    if (i == kWarm) memory.Begin();
   }
-  const long growth = static_cast<long>(BytesInUse()) - static_cast<long>(early);
+  memory.End();
   const LineTotals all = t.app.line->All();
   std::printf("%lld exchanges, %lld repeats, median %d ms, 99 %% %d ms\n",
               static_cast<long long>(all.exchanges), static_cast<long long>(all.repeats),
               all.answers.Percentile(50), all.answers.Percentile(99));
   std::printf("%.2f us an exchange in the record, %.2f us with the window, memory %+ld bytes\n",
-              1e6 * recording / static_cast<double>(exchanges),
-              1e6 * Seconds() / static_cast<double>(exchanges), growth);
-  return all.exchanges == exchanges && growth < static_cast<long>(kGrowthAllowed) ? 0 : 1;
+              1e3 * recording_ms / static_cast<double>(exchanges),
+              1e3 * whole.UsedMs() / static_cast<double>(exchanges), memory.Growth());
+  return all.exchanges == exchanges && memory.IsFlat() ? 0 : 1;
 }

@@ -8,28 +8,28 @@
 // Exit status 1 when one of these is not so.
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <initializer_list>
 
+#include "bench/figures.h"
 #include "bench/soak/round_soak.h"
 
 int main(int argc, char** argv) {
+  using namespace vlt::bench;
   using namespace vlt::test;
   RoundPlan plan{.rounds = {10'000, 500, 200, 200}};
   for (int i = 1; i < argc && i <= static_cast<int>(kRoundKinds); ++i) {
-    plan.rounds.at(static_cast<std::size_t>(i) - 1) = std::atoll(argv[i]);
+    plan.rounds.at(static_cast<std::size_t>(i) - 1) = Argument(argc, argv, i, 0);
   }
-  if (argc > 5) plan.seed = static_cast<unsigned>(std::atoi(argv[5]));
+  plan.seed = static_cast<unsigned>(Argument(argc, argv, 5, plan.seed));
   constexpr const char* kNames[] = {"sets", "compares", "snapshots", "restores"};
   bool right = true;
   for (const bool events : {false, true}) {
     plan.events = events;
-    const std::clock_t start = std::clock();
+    const Stopwatch watch;
     const RoundResult result = SoakRounds(plan);
-    std::printf("%s: %lld requests, %lld with a fault; %.0f s of processor time\n",
-                events ? "event timing" : "pattern", static_cast<long long>(result.requests),
-                static_cast<long long>(result.faults),
-                static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+    std::printf("%s: %lld requests, %lld with a fault; %.0f s of processor time\n", PacingName(events),
+                static_cast<long long>(result.requests), static_cast<long long>(result.faults),
+                watch.UsedMs() / 1e3);
     for (std::size_t i = 0; i < kRoundKinds; ++i) {
       const RoundCount& of = result.of.at(i);
       std::printf(

@@ -12,20 +12,16 @@
 #include <QTemporaryDir>
 #include <QWidget>
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
 
+#include "bench/figures.h"
 #include "desktop/program.h"
 
 namespace {
 
-// Monotonic, and the same for parent and child.
-double NowMs() {
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch())
-      .count();
-}
+using vlt::bench::NowMs;
 
 // Notes when the splash comes, when the identification is over, and ends the process at the first paint of
 // the main window, telling the moment of that paint less the waits.
@@ -98,11 +94,6 @@ double StartOnce(const QString& self, const QStringList& arguments) {
   return child.readAllStandardOutput().trimmed().toDouble() - begin;
 }
 
-double Median(std::vector<double> times) {
-  std::sort(times.begin(), times.end());
-  return times[times.size() / 2];
-}
-
 int Compare(const QString& self, int runs) {
   QTemporaryDir folder;
   QFile::copy(SHIPPED_INI, folder.filePath("VLT.ini"));
@@ -112,8 +103,8 @@ int Compare(const QString& self, int runs) {
     empty.push_back(StartOnce(self, {"--empty"}));
     program.push_back(StartOnce(self, {"--program", folder.path()}));
   }
-  const double ratio = Median(program) / Median(empty);
-  std::printf("empty window %.1f ms, program %.1f ms, ratio %.2f\n", Median(empty), Median(program), ratio);
+  vlt::bench::PrintRatio("empty window", vlt::bench::Median(empty), "program", vlt::bench::Median(program),
+                         1);
   return 0;
 }
 

@@ -10,10 +10,8 @@
 // blocks of a wave against 32 of libmodbus, and the share of a core. Exit status 1 when a goal is missed:
 // call to answer and wave within 1.05, less than 3 % of a core.
 #include <modbus.h>
-#include <sys/resource.h>
 
 #include <QCoreApplication>
-#include <QProcess>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -22,6 +20,8 @@
 #include <thread>
 #include <vector>
 
+#include "bench/figures.h"
+#include "bench/machine.h"
 #include "host/host.h"
 #include "link/port.h"
 #include "link/registers.h"
@@ -29,35 +29,11 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using namespace vlt::bench;
 
 constexpr double kMostRatio = 1.05;
 constexpr double kMostShare = 3;  // percent of a core
 constexpr int kRestMs = 15;
-
-class NoDialogs : public vlt::Dialogs {
- public:
-  vlt::MessageAnswer Ask(const vlt::Message& message) override {
-    std::fprintf(stderr, "bench_timing: %s\n", message.text.c_str());
-    std::exit(2);
-  }
-  std::optional<std::string> AskOpenFile(const vlt::FileQuestion& /*question*/) override { return {}; }
-  std::optional<std::string> AskSaveFile(const vlt::FileQuestion& /*question*/) override { return {}; }
-  std::optional<std::string> AskFolder(const vlt::FolderQuestion& /*question*/) override { return {}; }
-};
-
-double Since(Clock::time_point start) {
-  return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
-
-double ProcessorMs() {
-  rusage usage{};
-  ::getrusage(RUSAGE_SELF, &usage);
-  const auto ms = [](const timeval& t) {
-    return static_cast<double>(t.tv_sec) * 1e3 + static_cast<double>(t.tv_usec) / 1e3;
-  };
-  return ms(usage.ru_utime) + ms(usage.ru_stime);
-}
 
 struct Block {
   const char* name;
@@ -86,18 +62,15 @@ Times Measure(int count, const Exchange& exchange, const std::function<void()>& 
   std::vector<double> answers;
   for (int i = 0; i < count; ++i) {
     rest();
-    const auto start = Clock::now();
+    const Stopwatch watch;
     times.failed += exchange() ? 0 : 1;
-    answers.push_back(Since(start));
+    answers.push_back(watch.Ms());
   }
-  std::nth_element(answers.begin(), answers.begin() + count / 2, answers.end());
-  times.answer_ms = answers[static_cast<std::size_t>(count) / 2];
-  const double used = ProcessorMs();
-  const auto start = Clock::now();
+  times.answer_ms = Median(std::move(answers));
+  const Stopwatch watch;
   for (int i = 0; i < count; ++i) times.failed += exchange() ? 0 : 1;
-  const double passed = Since(start);
-  times.row_ms = passed / count;
-  times.share = 100 * (ProcessorMs() - used) / passed;
+  times.row_ms = watch.Ms() / count;
+  times.share = watch.Share();
   return times;
 }
 
@@ -106,22 +79,17 @@ class Bench {
   Bench(int speed, int count)
       : speed_(speed),
         count_(count),
+        // The silence of 3.5 characters.
+        meter_({QString("speed=%1").arg(speed),
+                QString("turnaround=%1").arg((35 * 11 * 100 + speed - 1) / speed)}),
         host_("", [this](int /*number*/) { return device_; }),
         platform_(host_.With(dialogs_)),
         app_(platform_) {
-    const int silence_ms = (35 * 11 * 100 + speed - 1) / speed;
-    meter_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    meter_.start(METER_SIM, {QString("speed=%1").arg(speed), QString("turnaround=%1").arg(silence_ms)});
-    if (!meter_.waitForReadyRead(10000)) std::exit(2);
-    device_ = meter_.readLine().trimmed().toStdString();
+    if (device_.empty()) std::exit(2);
     app_.state.PortNo = "1";
     app_.state.StationNo = "01";
     app_.state.Speed = std::to_string(speed);
     app_.state.CommSettings = app_.state.Speed + ",E,8,1";
-  }
-  ~Bench() {
-    meter_.terminate();
-    meter_.waitForFinished(5000);
   }
   Bench(const Bench&) = delete;
   Bench& operator=(const Bench&) = delete;
@@ -135,8 +103,8 @@ class Bench {
       const Times pattern = Ours(block, false);
       std::printf("  %s  the line alone %7.1f\n", block.name, LineMs(block, speed_));
       Print("libmodbus", theirs, theirs);
-      Print("event timing", events, theirs);
-      Print("pattern", pattern, theirs);
+      Print(PacingName(true), events, theirs);
+      Print(PacingName(false), pattern, theirs);
       good_ = good_ && events.answer_ms <= kMostRatio * theirs.answer_ms && events.share < kMostShare &&
               theirs.failed + events.failed + pattern.failed == 0;
       if (block.mode == vlt::kModeLongBlock) Wave(theirs);
@@ -190,17 +158,17 @@ class Bench {
   // From the look ahead of the first block to the last one.
   void Wave(const Times& theirs) {
     Open(true);
-    Clock::time_point start;
+    double start = 0;
     double took_ms = 0;
     vlt::WaveCapture capture(
         app_,
         [&] {
-          if (took_ms == 0) start = Clock::now();
+          if (took_ms == 0) start = NowMs();
           return true;
         },
         [&](int block) {
           if (block == 1) took_ms = -1;
-          if (block == vlt::kWaveBlocks) took_ms = Since(start);
+          if (block == vlt::kWaveBlocks) took_ms = NowMs() - start;
         });
     vlt::WaveSampleArray samples{};
     const bool taken = capture.Capture({}, samples) == vlt::WaveEnd::kGood && capture.ClearCaptureMode();
@@ -213,8 +181,8 @@ class Bench {
 
   int speed_;
   int count_;
-  QProcess meter_;
-  std::string device_;
+  MeterProcess meter_;
+  const std::string& device_ = meter_.Device();
   NoDialogs dialogs_;
   vlt::Host host_;
   vlt::Platform platform_;
@@ -226,7 +194,7 @@ class Bench {
 
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
-  const int count = argc > 1 ? std::max(std::atoi(argv[1]), 3) : 40;
+  const int count = static_cast<int>(std::max<std::int64_t>(Argument(argc, argv, 1, 40), 3));
   std::vector<int> speeds;
   for (int i = 2; i < argc; ++i) speeds.push_back(std::atoi(argv[i]));
   if (speeds.empty()) speeds = {9600, 19200, 38400};

@@ -8,16 +8,18 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "bench/figures.h"
 #include "bench/soak/guard_walk.h"
 
 int main(int argc, char** argv) {
+  using namespace vlt::bench;
   using namespace vlt::test;
   constexpr int kWalks = 100'000;
   constexpr int kSteps = 40;
   constexpr int kMostFaults = 5;
-  const int walks = argc > 1 ? std::atoi(argv[1]) : kWalks;
-  const auto first = static_cast<unsigned>(argc > 2 ? std::atoi(argv[2]) : 1);
-  const int steps = argc > 3 ? std::atoi(argv[3]) : kSteps;
+  const int walks = static_cast<int>(Argument(argc, argv, 1, kWalks));
+  const auto first = static_cast<unsigned>(Argument(argc, argv, 2, 1));
+  const int steps = static_cast<int>(Argument(argc, argv, 3, kSteps));
   std::int64_t writes = 0;
   std::int64_t refusals = 0;
   int faults = 0;

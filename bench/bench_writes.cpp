@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <initializer_list>
 
+#include "bench/figures.h"
 #include "bench/soak/write_soak.h"
 
 namespace {
@@ -19,7 +20,7 @@ bool Run(std::int64_t write_count, std::int64_t restore_count, bool events) {
   const WriteSoakResult writes = SoakWrites({.writes = write_count, .events = events});
   std::printf(
       "%s: %lld writes in %lld batches, %lld with a fault: %lld stored, %lld refused, %lld not proven\n",
-      events ? "event timing" : "pattern", static_cast<long long>(writes.writes),
+      vlt::bench::PacingName(events), static_cast<long long>(writes.writes),
       static_cast<long long>(writes.batches), static_cast<long long>(writes.faults),
       static_cast<long long>(writes.stored), static_cast<long long>(writes.refused),
       static_cast<long long>(writes.not_proven));
@@ -41,8 +42,8 @@ bool Run(std::int64_t write_count, std::int64_t restore_count, bool events) {
 int main(int argc, char** argv) {
   constexpr std::int64_t kWrites = 10'000;
   constexpr std::int64_t kRestores = 100;
-  const std::int64_t writes = argc > 1 ? std::atoll(argv[1]) : kWrites;
-  const std::int64_t restores = argc > 2 ? std::atoll(argv[2]) : kRestores;
+  const std::int64_t writes = vlt::bench::Argument(argc, argv, 1, kWrites);
+  const std::int64_t restores = vlt::bench::Argument(argc, argv, 2, kRestores);
   bool good = true;
   for (const bool events : {false, true}) good = Run(writes, restores, events) && good;
   return good ? EXIT_SUCCESS : EXIT_FAILURE;

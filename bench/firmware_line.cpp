@@ -5,26 +5,23 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <cstdio>
 #include <random>
 
+#include "bench/machine.h"
 #include "firmware/frm_maint_main.h"
 #include "host/host.h"
 #include "shell/start.h"
 
 namespace {
 
-class Consent : public vlt::Dialogs {
+class Consent : public vlt::bench::NoDialogs {
  public:
   vlt::MessageAnswer Ask(const vlt::Message& message) override {
     std::printf("box: %s\n", message.text.c_str());
     return vlt::MessageAnswer::kOk;
   }
-  std::optional<std::string> AskOpenFile(const vlt::FileQuestion& /*question*/) override { return {}; }
-  std::optional<std::string> AskSaveFile(const vlt::FileQuestion& /*question*/) override { return {}; }
-  std::optional<std::string> AskFolder(const vlt::FolderQuestion& /*question*/) override { return {}; }
 };
 
 struct Module {
@@ -80,10 +77,9 @@ int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   const QTemporaryDir folder;
   WriteModules(folder.path());
-  QProcess meter;
-  meter.start(METER_SIM, {});
-  if (!meter.waitForReadyRead(10000)) return 2;
-  const std::string device = meter.readLine().trimmed().toStdString();
+  const vlt::bench::MeterProcess meter({});
+  const std::string& device = meter.Device();
+  if (device.empty()) return 2;
   vlt::Host host(folder.path().toStdString(), [&](int /*number*/) { return device; });
   Consent dialogs;
   vlt::Platform machine = host.With(dialogs);
@@ -94,7 +90,5 @@ int main(int argc, char** argv) {
   auto& tool = static_cast<vlt::frmMaint_MAIN&>(app.windows.Load("frmMaint_MAIN"));
   tool.Show();
   const bool good = Work(tool, folder.path().toStdString());
-  meter.terminate();
-  meter.waitForFinished(10000);
   return good ? 0 : 1;
 }

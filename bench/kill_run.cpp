@@ -23,6 +23,7 @@
 #include <random>
 #include <string>
 
+#include "bench/machine.h"
 #include "files/run_journal.h"
 #include "host/host.h"
 #include "live/form9.h"
@@ -34,19 +35,8 @@ using namespace vlt;
 
 constexpr int kQuickTickMs = 5;
 
-class NoDialogs : public Dialogs {
- public:
-  MessageAnswer Ask(const Message& message) override {
-    std::fprintf(stderr, "kill_run: %s\n", message.text.c_str());
-    std::exit(1);
-  }
-  std::optional<std::string> AskOpenFile(const FileQuestion& /*question*/) override { return {}; }
-  std::optional<std::string> AskSaveFile(const FileQuestion& /*question*/) override { return {}; }
-  std::optional<std::string> AskFolder(const FolderQuestion& /*question*/) override { return {}; }
-};
-
 int Measure(const std::string& folder) {
-  NoDialogs dialogs;
+  bench::NoDialogs dialogs;
   Host host(folder, [](int) { return std::string("simulator model=single"); });
   Platform machine = host.With(dialogs);
   App app(machine);
@@ -99,7 +89,7 @@ Left LookAt(const std::string& folder) {
 
 // The next start, in the same folder.
 bool IsFound(const std::string& folder, const Left& left) {
-  NoDialogs dialogs;
+  bench::NoDialogs dialogs;
   Host host(folder, {});
   Platform machine = host.With(dialogs);
   App app(machine);

@@ -5,6 +5,7 @@
 #include <QTableWidget>
 #include <QtTest/QTest>
 
+#include "compare/compare_rows.h"
 #include "compare/frm_compare.h"
 #include "desktop/qt_text.h"
 #include "resources/string_table.h"
@@ -84,7 +85,7 @@ void Differences(Tour& tour) {
   tour.Picture(kCompareWindow, "compare_all");
   hands.Click(kCompareWindow, "optFilter(1)");
   hands.Click(kCompareWindow, "cmdTickDifferent");
-  Window(tour).grdRows.Choose(2);
+  CompareRows::Of(Window(tour)).grdRows.Choose(2);
   tour.Picture(kCompareWindow, "compare_different");
 }
 
@@ -104,14 +105,14 @@ void Untick(Tour& tour) {
   list.setFocus();
   QTest::keyClick(&list, Qt::Key_Space);
   tour.ExpectSoon("the row without its tick",
-                  [&] { return Window(tour).grdRows.Ticked(2) == RowTick::kOff; });
+                  [&] { return CompareRows::Of(Window(tour)).grdRows.Ticked(2) == RowTick::kOff; });
 }
 
 void Send(Tour& tour) {
   tour.Boxes().Lay("", true);
   tour.Operator().Click(kCompareWindow, "cmdSend");
   ExpectWorkDone(tour);
-  if (Window(tour).grdRows.Rows() < 3) throw Trouble("nothing was sent");
+  if (CompareRows::Of(Window(tour)).grdRows.Rows() < 3) throw Trouble("nothing was sent");
   tour.Picture(kCompareWindow, "compare_sent");
 }
 

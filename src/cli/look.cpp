@@ -117,7 +117,7 @@ std::string TickText(RowTick tick) {
 std::vector<std::string> GridRow(const Place& place, const Grid& grid, int row) {
   std::vector<std::string> fields{Place{place.form, place.control, {row}}.Name()};
   for (int column = 0; column < grid.Columns(); ++column) {
-    fields.push_back(grid.ColumnWidth(column) > 0 ? grid.Cell(row, column) : std::string());
+    fields.push_back(grid.IsHidden(column) ? std::string() : grid.Cell(row, column));
   }
   if (grid.Ticked(row) != RowTick::kNoBox) fields.push_back(TickText(grid.Ticked(row)));
   return fields;

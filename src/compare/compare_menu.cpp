@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "compare/compare_menu.h"
 
+#include "compare/compare_files.h"
 #include "compare/frm_compare.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_compare_window.h"
@@ -51,7 +52,7 @@ void CompareMenu::mnuCompare_Click() { Window(); }
 
 void CompareMenu::mnuSnapshot_Click() {
   if (!IsLineFree(app_)) return app_.Status(app_.Text(text::kMonitorRuns));
-  if (const auto path = frmCompare::AskSnapshotFile(app_)) Window().SaveSnapshotTo(*path);
+  if (const auto path = CompareFiles::AskSnapshotFile(app_)) CompareFiles::Of(Window()).SaveSnapshotTo(*path);
 }
 
 void CompareMenu::mnuRestore_Click() {

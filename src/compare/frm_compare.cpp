@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The window's life and its two sides.
 #include "compare/frm_compare.h"
 
 #include <algorithm>
@@ -22,99 +21,38 @@ constexpr const char* kNoFact = "-";
 // What a side can be, in the order of the list; the restore points follow.
 enum Entry { kThisMeter, kSnapshotFile, kParameterFile, kFields, kFirstPoint };
 
-struct GridColumn {
-  int head_id;
-  int width;
-};
-constexpr int kGridWidth = 17400;  // the last column takes what the others leave
-constexpr std::array<GridColumn, 7> kColumns = {{{text::kParameterColumn, 4350},
-                                                 {text::kLeftColumn, 2250},
-                                                 {text::kUnitColumn, 1230},
-                                                 {text::kRightColumn, 2250},
-                                                 {text::kUnitColumn, 1230},
-                                                 {text::kStateColumn, 1950},
-                                                 {text::kResultColumn, 2700}}};
-
 const std::string& FactOr(const std::string& fact, const std::string& other) {
   return fact.empty() ? other : fact;
 }
 
 }  // namespace
 
-frmCompare::frmCompare(App& app)
-    : Form(app.windows, "frmCompare", FormPlace::kWindow),
-      grdRows(*this, "grdRows", 1, static_cast<int>(kColumns.size())),
-      app_(app) {
+frmCompare::frmCompare(App& app) : Form(app.windows, "frmCompare", FormPlace::kWindow), app_(app) {
   for (const int side : {kLeft, kRight}) {
     cmbSide(side).on_click = [this, side] { cmbSide_Click(side); };
     cmdSide(side).on_click = [this, side] { cmdSide_Click(side); };
     txtSide(side).SetLocked(true);
     txtSide(side).SetBackColour(kButtonFaceColour);
   }
-  optFilter.ForEach([this](OptionButton& option) { option.on_click = [this] { ShowRows(); }; });
-  grdRows.on_choose = [this] { grdRows_Choose(); };
-  grdRows.on_tick = [this](int at) { grdRows_Tick(at); };
-  struct Command {
-    PushButton& button;
-    void (frmCompare::*handler)();
-  };
-  for (const Command& row :
-       {Command{cmdSwap, &frmCompare::cmdSwap_Click},
-        Command{cmdTickDifferent, &frmCompare::cmdTickDifferent_Click},
-        Command{cmdTickNone, &frmCompare::cmdTickNone_Click}, Command{cmdSend, &frmCompare::cmdSend_Click},
-        Command{cmdRestore, &frmCompare::cmdRestore_Click},
-        Command{SaveParameter, &frmCompare::SaveParameter_Click},
-        Command{cmdSnapshot, &frmCompare::cmdSnapshot_Click},
-        Command{cmdSaveCsv, &frmCompare::cmdSaveCsv_Click},
-        Command{cmdSavePdf, &frmCompare::cmdSavePdf_Click}, Command{cmdPrint, &frmCompare::cmdPrint_Click}}) {
-    row.button.on_click = [this, handler = row.handler] { (this->*handler)(); };
-  }
-  cmdStop.on_click = [this] { stop_ = true; };
+  cmdSwap.on_click = [this] { cmdSwap_Click(); };
   cmdClose.on_click = [this] { List().Unload(Name()); };
 }
 
+// The parts load behind it.
 void frmCompare::Form_Load() {
-  Dress();
-  for (std::size_t i = 0; i < kColumns.size(); ++i) {
-    grdRows.SetCell(0, static_cast<int>(i), app_.Text(kColumns[i].head_id));
-    grdRows.SetColumnWidth(static_cast<int>(i), kColumns[i].width);
-  }
-  grdRows.SetSize(kGridWidth, 0);
-  cmdStop.SetEnabled(false);
-  sides_[kRight].entry = kSnapshotFile;
-  FillLists();
-  optFilter(0).SetValue(true);
-  for (const int side : {kLeft, kRight}) ShowSide(side);
-  CompareSides(false);
-}
-
-void frmCompare::Form_Activate() { FillLists(); }
-
-void frmCompare::Form_Unload(int& cancel) {
-  if (!busy_) return;
-  stop_ = leave_ = true;
-  Tell(app_.Text(text::kStaysWhileBusy));
-  cancel = -1;
-}
-
-void frmCompare::Dress() {
   SetCaption(app_.Text(text::kCompareTitle));
   for (Control* control : Controls()) control->SetFont({app_.state.PageFont, kFontSize, false});
-  lblCounts.SetFont({app_.state.PageFont, kFontSize, true});
-  struct Caption {
-    Control& control;
-    int text_id;
-  };
-  for (const Caption& row :
-       {Caption{fraSide(kLeft), text::kLeftSide}, Caption{fraSide(kRight), text::kRightSide},
-        Caption{cmdSwap, text::kSwapSides}, Caption{cmdTickDifferent, text::kTickDifferent},
-        Caption{cmdTickNone, text::kTickNone}, Caption{cmdSend, text::kSendRows},
-        Caption{cmdRestore, text::kRestoreAll}, Caption{SaveParameter, text::kSaveInMeter},
-        Caption{cmdStop, text::kStop}, Caption{cmdSnapshot, text::kSaveSnapshot},
-        Caption{cmdSaveCsv, text::kSaveAsCsv}, Caption{cmdSavePdf, text::kSavePdf},
-        Caption{cmdPrint, text::kCalcPrint}, Caption{cmdClose, text::kClose}}) {
-    row.control.SetCaption(app_.Text(row.text_id));
-  }
+  SetCaptions({{&fraSide(kLeft), text::kLeftSide},
+               {&fraSide(kRight), text::kRightSide},
+               {&cmdSwap, text::kSwapSides},
+               {&cmdClose, text::kClose}});
+  sides_[kRight].entry = kSnapshotFile;
+  FillLists();
+  for (const int side : {kLeft, kRight}) ShowSide(side);
+}
+
+void frmCompare::SetCaptions(std::initializer_list<std::pair<Control*, int>> rows) {
+  for (const auto& [control, text_id] : rows) control->SetCaption(app_.Text(text_id));
 }
 
 // --- the lists ---------------------------------------------------------------------------------------------
@@ -191,7 +129,7 @@ std::string frmCompare::HeldText(const Side& side) const {
 
 // Settings may have been sent, by a page, a script or this window; it reads anew what it has changed itself.
 void frmCompare::Settled() {
-  if (busy_) return;
+  if (Busy()) return;
   for (const int side : {kLeft, kRight}) {
     if (sides_[side].held) txtSide(side).SetText(HeldText(sides_[side]));
   }
@@ -215,7 +153,7 @@ void frmCompare::ShowIdentity(int side) {
 
 void frmCompare::cmdSide_Click(int side) {
   const int entry = sides_[side].entry;
-  if (entry == kThisMeter) return TakeMeter(side);
+  if (entry == kThisMeter) return Part<MeterTaken>()->TakeMeter(side);
   if (entry == kFields) return Put(side, SideOfFields(app_));
   const RestorePoint* point = PointOf(entry);
   if (point == nullptr) return AskAndTakeFile(side);
@@ -267,6 +205,29 @@ void frmCompare::Hold(int side, CompareSide taken) {
   sides_[side].held = std::move(taken);
   sides_[side].changes = app_.origins.Changes();
   ShowSide(side);
+}
+
+void frmCompare::CompareSides(bool same) {
+  Part<SidesShown>()->Compare(sides_[kLeft].held, sides_[kRight].held, same);
+}
+
+void frmCompare::ShowMeter(const Snapshot& meter) {
+  const auto shows = [this](int side) {
+    return sides_[side].held && sides_[side].held->kind == SideKind::kMeter;
+  };
+  for (const int side : {kRight, kLeft}) {
+    if (shows(side)) return Put(side, SideOfMeter(meter));
+  }
+  for (const int side : {kLeft, kRight}) {
+    if (sides_[side].held) continue;
+    Choose(side, kThisMeter);
+    return Put(side, SideOfMeter(meter));
+  }
+}
+
+void frmCompare::ShowTarget(const Snapshot& meter) {
+  Hold(kRight, SideOfMeter(meter));
+  CompareSides(true);
 }
 
 void frmCompare::cmdSwap_Click() {

@@ -39,7 +39,6 @@ void AskUnitsAnew(App& app) {
     GetRangeKind(app, channel);
     RefreshChannelUnits(app, channel);
   }
-  BuildBaseUnitNames(app);
   ClearProcessCache(app);
   if (!single) RefreshHeatUnits(app);
 }

@@ -8,9 +8,11 @@
 #include <QStyle>
 #include <QTableWidget>
 #include <QToolTip>
+#include <span>
 #include <vector>
 
 #include "desktop/binding_kinds.h"
+#include "desktop/layout.h"
 #include "desktop/qt_text.h"
 
 namespace vlt {
@@ -47,23 +49,24 @@ class GridBinding : public Binding {
     View()->viewport()->installEventFilter(this);
     if (grid_.on_choose) LetChoose();
     if (grid_.on_tick) LetTick();
-    if (grid_.IsDense()) FitDense();
+    if (grid_.IsDense()) MakeDense();
+    Fit(grid_.Width(), grid_.Height());
+  }
+
+  void TakeShape(const GridShape& shape) override {
+    columns_ = shape.columns;
+    if (grid_.Width() == Grid::kOfLayout) Fit(shape.width, shape.height);
+    MarkForRefresh();
   }
 
  private:
   QTableWidget* View() const { return static_cast<QTableWidget*>(Widget()); }
 
-  // Whole rows, one at a time, by a click or the arrow keys. The window is as large as the table asks.
+  // Whole rows, one at a time, by a click or the arrow keys.
   void LetChoose() {
     View()->setSelectionMode(QAbstractItemView::SingleSelection);
     View()->setSelectionBehavior(QAbstractItemView::SelectRows);
     MakeDense();
-    View()->setMinimumWidth(grid_.Width() / kUnitsPerPixel);
-    if (grid_.Height() > 0) {
-      View()->setFixedHeight(grid_.Height() / kUnitsPerPixel);
-    } else {
-      View()->setMinimumHeight(kLeastHeight);
-    }
     View()->setTabKeyNavigation(false);
     connect(View(), &QTableWidget::cellClicked, this, [this](int row) { Choose(row); });
     connect(View(), &QTableWidget::currentCellChanged, this, [this](int row) { Choose(row); });
@@ -76,12 +79,17 @@ class GridBinding : public Binding {
     View()->verticalHeader()->setDefaultSectionSize(View()->fontMetrics().height() + kRowRoom);
   }
 
-  // Columns that need no scrolling; one that follows is as high as there is room.
-  void FitDense() {
-    MakeDense();
-    const QStyle& style = *View()->style();
-    const int beside = style.pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * View()->frameWidth();
-    View()->setMinimumSize(grid_.Width() / kUnitsPerPixel + beside, grid_.Height() / kUnitsPerPixel);
+  // The window is as large as the tables ask. A dense one needs no scrolling to the side; one that follows is
+  // as high as there is room.
+  void Fit(int width, int height) {
+    const QSize room(qMax(width, 0) / kUnitsPerPixel, qMax(height, 0) / kUnitsPerPixel);
+    if (grid_.on_choose) {
+      View()->setMinimumWidth(room.width());
+      room.height() > 0 ? View()->setFixedHeight(room.height()) : View()->setMinimumHeight(kLeastHeight);
+    }
+    if (!grid_.IsDense()) return;
+    const int beside = View()->style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * View()->frameWidth();
+    View()->setMinimumSize(room.width() + beside, room.height());
     if (grid_.Follows()) View()->setMaximumHeight(QWIDGETSIZE_MAX);
   }
 
@@ -172,8 +180,14 @@ class GridBinding : public Binding {
     keep_at_ = -1;
   }
 
+  int WidthOf(int column) const {
+    const auto at = static_cast<std::size_t>(column);
+    const bool by_layout = grid_.ColumnWidth(column) == Grid::kOfLayout && at < columns_.size();
+    return by_layout ? columns_[at] : grid_.ColumnWidth(column);
+  }
+
   void PushColumn(int column) {
-    const int width = grid_.ColumnWidth(column);
+    const int width = WidthOf(column);
     View()->setColumnHidden(column, width == 0);
     // Only a new width: the operator may have dragged the column to another one.
     if (width > 0 && widths_[static_cast<std::size_t>(column)] != width) {
@@ -181,7 +195,7 @@ class GridBinding : public Binding {
     }
     widths_[static_cast<std::size_t>(column)] = width;
     const Qt::Alignment alignment =
-        width < kNarrowColumn ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter;
+        width > 0 && width < kNarrowColumn ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter;
     if (grid_.Rows() > 0) PushCell(*View()->horizontalHeaderItem(column), grid_.Cell(0, column), alignment);
     for (int row = 1; row < grid_.Rows(); ++row) {
       if (View()->item(row - 1, column) == nullptr) View()->setItem(row - 1, column, new QTableWidgetItem);
@@ -232,6 +246,7 @@ class GridBinding : public Binding {
   }
 
   Grid& grid_;
+  std::span<const int> columns_;  // widths by the layout; empty where it has none
   std::vector<int> widths_;       // that were pushed
   std::vector<RowStyle> styles_;  // that were pushed, without the head
   qint64 dropped_ = 0;            // rows that were taken away

@@ -18,6 +18,8 @@
 
 namespace vlt {
 
+struct GridShape;
+
 struct BindContext {
   RefreshQueue& refresh;
   InputGate& gate;
@@ -37,6 +39,9 @@ class Binding : public QObject, public Refreshable {
   void SetKeys(const QString& keys);
   // Shows it in larger letters.
   void MakeTitle();
+  // The room of a grid and its columns, where the grid itself says nothing of them. `shape` outlives the
+  // binding.
+  virtual void TakeShape(const GridShape& /*shape*/) {}
   // Its text is as wide as it is let, in as many lines as that takes; also what has no blanks, as a path.
   virtual void WrapText() {}
   // Shows it in narrow letters.

@@ -336,7 +336,10 @@ void Builder::AddStrip(const LayoutItem& item) {
 }
 
 void Builder::AddWide(const LayoutItem& item) {
-  if (QWidget* widget = Make(item.names[0])) Top().flow->addWidget(widget, 1);
+  if (QWidget* widget = Make(item.names[0])) {
+    if (!item.grid.columns.empty()) built_.bindings.back()->TakeShape(item.grid);
+    Top().flow->addWidget(widget, 1);
+  }
   Open* columns = Top().outer;
   if (Top().kind == LayoutKind::kColumn && columns != nullptr) {
     // The columns around it take the room that is left.

@@ -34,6 +34,13 @@ enum class LayoutKind : unsigned char {
 
 inline constexpr std::size_t kLayoutNames = 14;
 
+// What a grid asks of its window, in its logical units (fifteen to a pixel).
+struct GridShape {
+  std::span<const int> columns;  // how wide each is; the last one takes what the others leave
+  int width = 0;
+  int height = 0;  // 0: as high as the room that there is
+};
+
 struct LayoutItem {
   LayoutKind kind;
   std::array<std::string_view, kLayoutNames> names{};
@@ -45,6 +52,7 @@ struct LayoutItem {
   int first = 0;
   int last = 0;
   int lines = 0;
+  GridShape grid = {};  // of kWide
 };
 
 template <class... Names>
@@ -89,6 +97,19 @@ constexpr LayoutItem Narrow(LayoutItem cells, int text_id) {
   return cells;
 }
 constexpr LayoutItem Wide(const char* control) { return MakeItem(LayoutKind::kWide, control); }
+// A grid that takes the whole width. Without a shape its window sets one (Grid::SetColumnWidth).
+constexpr LayoutItem Wide(const char* grid, GridShape shape) {
+  LayoutItem item = MakeItem(LayoutKind::kWide, grid);
+  item.grid = shape;
+  return item;
+}
+// How wide these columns are together.
+template <std::size_t N>
+constexpr int Sum(const int (&columns)[N]) {
+  int sum = 0;
+  for (const int column : columns) sum += column;
+  return sum;
+}
 constexpr LayoutItem Text(const char* label, int lines) {
   LayoutItem text = MakeItem(LayoutKind::kText, label);
   text.lines = lines;

@@ -11,7 +11,6 @@
 #include "resources/text_ids.h"
 #include "state/device_facts.h"
 #include "values/codecs.h"
-#include "values/unit_names.h"
 
 namespace vlt {
 namespace {
@@ -135,20 +134,6 @@ int GetChannelConfig(App& app) {
   TakePathMode(app, paths);
   app.state.PathModeKnown = paths >= 0 && paths <= 2;
   return app.state.PathModeKnown ? paths + 1 : -1;
-}
-
-void BuildFlowUnitNames(App& app) { app.state.FlowUnitNames = BuildFlowUnitNames(app.state.UnitFlag); }
-void BuildTotalUnitNames(App& app) { app.state.TotalUnitNames = BuildTotalUnitNames(app.state.UnitFlag); }
-void BuildHeatFlowUnitNames(App& app) {
-  app.state.HeatFlowUnitNames = BuildHeatFlowUnitNames(app.state.LangOffset);
-}
-void BuildHeatTotalUnitNames(App& app) {
-  app.state.HeatTotalUnitNames = BuildHeatTotalUnitNames(app.state.LangOffset);
-}
-void BuildTempUnitNames(App& app) { app.state.TempUnitNames = BuildTempUnitNames(app.state.LangOffset); }
-void BuildBaseUnitNames(App& app) {
-  const auto names = BuildBaseUnitNames(app.state.UnitFlag);
-  app.state.BaseUnitNames.assign(names.begin(), names.end());
 }
 
 void ClearProcessCache(App& app) {

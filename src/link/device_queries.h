@@ -50,14 +50,6 @@ void TakePathMode(App& app, int paths);
 // without a usable answer. PathMode keeps its value on a single-channel model, which is not asked for it.
 int GetChannelConfig(App& app);
 
-// Fill the unit texts of the shared state for the current UnitFlag.
-void BuildFlowUnitNames(App& app);
-void BuildTotalUnitNames(App& app);
-void BuildHeatFlowUnitNames(App& app);
-void BuildHeatTotalUnitNames(App& app);
-void BuildTempUnitNames(App& app);
-void BuildBaseUnitNames(App& app);
-
 // Empty the kept unit captions that belong to a unit which was read anew: an empty one means that the caption
 // on the page is right. The values beside them stay, so nothing that was loaded or typed is lost.
 void ClearProcessCache(App& app);

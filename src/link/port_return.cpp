@@ -99,7 +99,6 @@ void NoteOpened(App& app, int port) {
   lost = {.port = port, .device = device, .looked_ms = app.platform.clock.NowMs()};
   // Behind the simulated meter there is none to be listed.
   if (!IsSimulator(device)) NoteAdapter(app);
-  app.state.OpenedSerial = lost.adapter.serial_number;
 }
 
 void NoteLoss(App& app) {

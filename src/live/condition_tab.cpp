@@ -85,7 +85,7 @@ void ConditionTab::SetColumns(bool two_channels) {
   InfData1Grid.SetSize(two_channels ? kGridWidth + kChannelWidth : kGridWidth, kGridHeight);
 }
 
-bool ConditionTab::ShowsSecondChannel() const { return InfData1Grid.ColumnWidth(kSecondChannel) > 0; }
+bool ConditionTab::ShowsSecondChannel() const { return !InfData1Grid.IsHidden(kSecondChannel); }
 
 void ConditionTab::Tell(const std::string& text) { status_.SetPanel(1, app_.Stamped(text)); }
 

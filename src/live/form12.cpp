@@ -18,6 +18,9 @@ Form12::Form12(App& app)
     : PageForm(app, "Form12"),
       log_(app, [this] { return HeadLines(); }),
       run_(app, *this, [this](bool) { RunStopped(); }) {
+  run_.TellBy({.bar = StatusBar2,
+               .behind = [this](int words) { return BehindState(words); },
+               .pv = LiveRun::Pv::kFromFirstCycle});
   run_.WaitBy(
       {.prove = {}, .changed = [this] { WaitChanged(); }, .meter = [this] { return MeterNames(stations_); }});
   cmdStart.on_click = [this] { cmdStart_Click(); };
@@ -114,7 +117,6 @@ void Form12::Form_Activate() {
 }
 
 void Form12::Form_Unload(int&) {
-  if (!run_.IsForeignLock()) app().state.StopRequest = 1;
   run_.Leave();
   SetButtonIdle();
 }
@@ -130,10 +132,6 @@ void Form12::EnableSetting(bool enabled) {
 
 void Form12::chkCheck_Click() {
   chkStationNo.ForEach([this](CheckBox& box) { box.SetValue(chkCheck.Value()); });
-}
-
-void Form12::ShowState(int text_id, const std::string& behind) {
-  StatusBar2.SetPanel(1, app().Stamped(app().Text(text_id) + (behind.empty() ? "" : " " + behind)));
 }
 
 }  // namespace vlt

@@ -116,7 +116,6 @@ class Form12 : public PageForm {
   // form12.cpp
   void FillLists();
   void EnableSetting(bool enabled);
-  void ShowState(int text_id, const std::string& behind = {});
 
   // form12_run.cpp
   bool CanStart();
@@ -134,7 +133,7 @@ class Form12 : public PageForm {
   std::string MarksOfRecord();
   void BeginCycles();
   void BeginPass();
-  void ShowAcquiring();
+  std::string BehindState(int words) const;
   void WaitChanged();
   void PollNext();
   bool HasRoom() const;
@@ -152,7 +151,6 @@ class Form12 : public PageForm {
 
   bool name_is_new_ = false;               // of PvFileName: no run has had it yet
   std::vector<std::string> late_columns_;  // whose unit came behind the head, for the next record
-  bool cycles_on_ = false;                 // this page has set PvRunning
   bool in_pass_ = false;
   bool overran_ = false;  // a tick of CycleTimer has met the pass under way
   LocalTime run_started_;

@@ -86,14 +86,14 @@ void Form12::EmptyFields() {
 }
 
 void Form12::cmdStart_Click() {
-  if (run_.Busy() || run_.Leaving()) return;
-  app().state.StopRequest = 0;
+  if (!run_.MayStart()) return;
   if (!CanStart() || !OpenPortOrTell(app(), MessageIcon::kNone)) return;
   EmptyFields();
   run_.Start([this] { return PrepareRun(); }, [this] { BeginCycles(); });
 }
 
 bool Form12::PrepareRun() {
+  run_.EndWith(text::kStartCancelled);
   Text_Box_Able();
   cmdStop.SetEnabled(true);
   run_started_ = app().platform.clock.Now();
@@ -175,37 +175,34 @@ void Form12::WaitChanged() {
   if (!run_.Waiting()) {
     for (Station& station : stations_) station.doubted = true;
   }
-  ShowAcquiring();
+  run_.Say(text::kAcquiring);
 }
 
 void Form12::BeginCycles() {
-  app().state.PvRunning = 1;
-  cycles_on_ = true;
+  run_.EndWith(text::kDisplayEnded);
   overran_ = false;
   pass_ms_ = cycle_ms_ = std::nullopt;
   load_.reset();
   busy_ms_ = 0;
   CycleTimer.SetInterval(CycleSeconds() * kMsInSecond);
   CycleTimer.SetRunning(true);
-  ShowState(text::kDisplayStarted);
+  run_.Say(text::kDisplayStarted);
 }
 
 void Form12::CycleTimer_Timer() {
-  // Without a run only its timer is left: its work has come to an unforeseen end.
-  if (app().state.StopRequest == 1 || (run_.Running != 1 && !run_.Busy())) {
-    run_.Stop();
-  } else if (in_pass_) {
+  if (!run_.HeedRequest()) return;
+  if (in_pass_) {
     overran_ = true;
-    ShowAcquiring();
+    run_.Say(text::kAcquiring);
   } else {
     BeginPass();
   }
 }
 
-void Form12::ShowAcquiring() {
-  ShowState(text::kAcquiring, run_.Waiting() ? run_.WaitText()
-                              : overran_     ? app().Text(text::kPassTooLong)
-                                             : "");
+std::string Form12::BehindState(int words) const {
+  if (words != text::kAcquiring) return {};
+  if (run_.Waiting()) return " " + run_.WaitText();
+  return overran_ ? " " + app().Text(text::kPassTooLong) : "";
 }
 
 void Form12::BeginPass() {
@@ -214,7 +211,7 @@ void Form12::BeginPass() {
     cycle_ms_ = now - pass_started_ms_;
     load_ = static_cast<double>(busy_ms_) / static_cast<double>(*cycle_ms_);
   }
-  ShowAcquiring();
+  run_.Say(text::kAcquiring);
   ShowPace();
   in_pass_ = true;
   overran_ = false;
@@ -288,7 +285,7 @@ void Form12::EndPass() {
   pass_ms_ = app().platform.clock.NowMs() - pass_started_ms_;
   // The first poll lies in a tick of CycleTimer, and the ticks that fall into it are lost.
   overran_ = overran_ || *pass_ms_ > CycleTimer.Interval();
-  if (overran_) ShowAcquiring();
+  if (overran_) run_.Say(text::kAcquiring);
   ShowValues();
   const std::string record = StationRecordLine(pass_time_, stations_, displays_) + MarksOfRecord();
   const bool written = log_.Append(PvFileName, record, pass_time_);
@@ -298,10 +295,7 @@ void Form12::EndPass() {
   ShowPace();
 }
 
-void Form12::cmdStop_Click() {
-  app().state.StopRequest = 1;
-  run_.Stop();
-}
+void Form12::cmdStop_Click() { run_.RequestStop(); }
 
 void Form12::RunStopped() {
   log_.EndRun();
@@ -310,14 +304,6 @@ void Form12::RunStopped() {
   in_pass_ = false;
   Text_Box_Enable();
   cmdStop.SetEnabled(false);
-  if (!cycles_on_) {
-    ShowState(text::kStartCancelled);
-    return;
-  }
-  cycles_on_ = false;
-  app().state.PvRunning = 0;
-  ShowState(text::kDisplayEnded);
-  if (!app().state.AppRunning) app().platform.events.EndProcess();
 }
 
 }  // namespace vlt

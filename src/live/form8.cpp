@@ -93,8 +93,7 @@ void Form8::ShowHeads() {
   for (int column = 0; column < MSFlexGrid1.Columns(); ++column) {
     std::string head = app().Text(kHeadTexts[column]);
     const auto ch = static_cast<std::size_t>(column);
-    if (column != kNameColumn && MSFlexGrid1.ColumnWidth(column) > 0 && !fresh_[ch] &&
-        !read_at_[ch].empty()) {
+    if (column != kNameColumn && !MSFlexGrid1.IsHidden(column) && !fresh_[ch] && !read_at_[ch].empty()) {
       old += (old.empty() ? "" : ", ") + head + " " + read_at_[ch];
       head += kOldMark;
     }

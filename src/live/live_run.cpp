@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "link/modbus.h"
+#include "resources/text_ids.h"
 #include "state/form_lock.h"
 
 namespace vlt {
@@ -15,7 +16,7 @@ constexpr int kPauseStepMs = 20;
 }  // namespace
 
 LiveRun::LiveRun(App& app, Form& form, std::function<void(bool may_ask)> stopped)
-    : app_(app), form_(form), stopped_(std::move(stopped)) {}
+    : app_(app), form_(form), stopped_(std::move(stopped)), end_words_(text::kDisplayEnded) {}
 
 void LiveRun::SetLock(bool locked) {
   FormLock(app_, form_, locked ? 0 : 1);
@@ -31,22 +32,44 @@ void LiveRun::Do(const std::function<void()>& work) {
   } catch (...) {
     busy_ = false;
     stop_pending_ = false;
-    Running = 0;
-    StopLooking();
-    if (owns_lock_) SetLock(false);
+    if (begun_) Finish(false);
     throw;
   }
   busy_ = false;
   if (app_.state.Lost.away && !stop_pending_) TakeLoss();
 }
 
+bool LiveRun::MayStart() {
+  if (busy_ || leaving_ || Running == 1) return false;
+  ForgetRequest();
+  return true;
+}
+
+void LiveRun::HoldPv(Pv from) {
+  if (!telling_ || telling_->pv != from) return;
+  app_.state.PvRunning = 1;
+  holds_pv_ = true;
+}
+
+// False when it was not held.
+bool LiveRun::ReleasePv() {
+  if (!holds_pv_) return false;
+  holds_pv_ = false;
+  app_.state.PvRunning = 0;
+  return true;
+}
+
 void LiveRun::Start(const std::function<bool()>& prepare, const std::function<void()>& first) {
   if (busy_ || leaving_) return;
+  begun_ = true;
+  end_words_ = text::kDisplayEnded;
+  HoldPv(Pv::kFromStart);
   Do([&] {
     SetLock(true);
     if (!prepare()) stop_pending_ = true;
     if (stop_pending_) return;
     Running = 1;
+    HoldPv(Pv::kFromFirstCycle);
     StartLooking();
     first();
   });
@@ -77,12 +100,34 @@ void LiveRun::Stop() {
   }
 }
 
-void LiveRun::Leave() {
-  leaving_ = true;
+void LiveRun::RequestStop() {
+  if (app_.state.PvRunning == 0 || holds_pv_) app_.state.StopRequest = 1;
   Stop();
 }
 
-void LiveRun::Finish() {
+// Behind a foreign lock the request would be for whoever holds it.
+void LiveRun::Leave() {
+  leaving_ = true;
+  IsForeignLock() ? Stop() : RequestStop();
+}
+
+bool LiveRun::HeedRequest() {
+  if (app_.state.StopRequest != 1) return GoesOn();
+  Stop();
+  return false;
+}
+
+void LiveRun::Say(int words) {
+  if (!telling_) return;
+  telling_->bar.SetPanel(1, app_.Stamped(app_.Text(words) + telling_->behind(words)));
+}
+
+void LiveRun::EndAlone() {
+  Say(end_words_);
+  if (!app_.state.AppRunning) app_.platform.events.EndProcess();
+}
+
+void LiveRun::Finish(bool may_ask) {
   stop_pending_ = false;
   Running = 0;
   StopLooking();
@@ -90,7 +135,13 @@ void LiveRun::Finish() {
   const bool foreign = IsForeignLock();
   if (!foreign) SetLock(false);
   const bool exists = app_.windows.Exists(&form_);
-  stopped_(!foreign && exists);
+  stopped_(may_ask && !foreign && exists);
+  const bool begun = std::exchange(begun_, false);
+  if (ReleasePv()) {
+    EndAlone();
+  } else if (begun) {
+    Say(end_words_);
+  }
   if (!foreign) app_.windows.RunHasEnded(form_);
 }
 

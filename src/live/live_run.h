@@ -6,11 +6,15 @@
 // They only leave a note then: the work looks at GoesOn() between its exchanges, and what ends the run
 // follows when it has returned. So no exchange lies inside another, and none starts in a destructor.
 //
+// What a run says beyond its window is the same for all of them: SharedState::StopRequest and PvRunning, the
+// words of its state in a status bar, and the end of a process whose program is gone already.
+//
 // A run that can wait (ComeBack) survives the loss of its port. While it waits the port is closed: what a
 // cycle asks fails at once, as on a line that is gone. Once a second the port is looked for; when it is back
 // the meter must prove that it is the one from before, and only then the run goes on.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -23,13 +27,17 @@ namespace vlt {
 
 class LiveRun {
  public:
-  // `stopped` gives the window its controls back after each Stop, the run's lock being released. `may_ask` is
-  // false when the meter must be left alone: another operation holds the lock, or the window is gone.
+  // `stopped` gives the window its controls back after each Stop, and behind work that came to an unforeseen
+  // end, the run's lock being released. `may_ask` is false when the meter must be left alone: another
+  // operation holds the lock, or the window is gone, or the run has ended by a fault.
   LiveRun(App& app, Form& form, std::function<void(bool may_ask)> stopped);
   ~LiveRun() { StopLooking(); }
   LiveRun(const LiveRun&) = delete;
   LiveRun& operator=(const LiveRun&) = delete;
 
+  // False when no run may start now: work is under way, a run is on, or the window is leaving. Else a stop
+  // that was asked for earlier is forgotten.
+  bool MayStart();
   // Takes the lock and runs `prepare`, which asks the meter for what the run needs and opens its file. When
   // it returns true the run is on and `first` runs, in which a window makes its first cycle, or all of them.
   // When it returns false the run ends as by Stop. The port must be open. Nothing happens while work is under
@@ -41,8 +49,15 @@ class LiveRun {
   void Ask(const std::function<void()>& work);
   // Ends the run, now or when the work under way has returned.
   void Stop();
+  // Stop as a person or a failure asks for it: StopRequest is set, too, unless it would stop the run of
+  // another window.
+  void RequestStop();
   // Stop at the end of the window: nothing starts any more.
   void Leave();
+  // Takes a stop that was asked for by StopRequest, by whomever. False when the run is to end.
+  bool HeedRequest();
+  // A stop that was asked for is no reason to end; one that was heeded stays.
+  void ForgetRequest() { app_.state.StopRequest = 0; }
 
   // Another operation has the lock, and with it the meter: a window that closes must not ask for a stop then,
   // which would be the other's.
@@ -50,10 +65,30 @@ class LiveRun {
   // Work is under way: the line is taken.
   bool Busy() const { return busy_; }
   bool Leaving() const { return leaving_; }
+  // A run has begun, and its window has not got its controls back.
+  bool Begun() const { return begun_; }
   // No Stop has come into the work under way.
   bool GoesOn() const { return !stop_pending_; }
   // Lets events run for so many milliseconds, or until a Stop comes. As GoesOn().
   bool Pause(int ms);
+
+  // When SharedState::PvRunning tells of a run. One that never sets it is told by its timer (Form::IsLive):
+  // its end comes with the last tick, by EndAlone().
+  enum class Pv : std::uint8_t { kNever, kFromStart, kFromFirstCycle };
+  // How a run is told beyond the controls that its window takes.
+  struct Telling {
+    StatusBar& bar;  // its first panel says the state of the run, with date and time
+    // What stands behind the words of a state, with its blank in front; empty mostly.
+    std::function<std::string(int words)> behind;
+    Pv pv = Pv::kNever;
+  };
+  void TellBy(Telling telling) { telling_.emplace(std::move(telling)); }
+  // Says a state of the run: `words` is a text id.
+  void Say(int words);
+  // The words with which the run that is on will end; without it those of an ordinary end.
+  void EndWith(int words) { end_words_ = words; }
+  // The words of the end, and the end of the process when the program is gone.
+  void EndAlone();
 
   // What a run does when its port was lost.
   struct ComeBack {
@@ -83,8 +118,10 @@ class LiveRun {
 
  private:
   void Do(const std::function<void()>& work);
-  void Finish();
+  void Finish(bool may_ask = true);
   void SetLock(bool locked);
+  void HoldPv(Pv from);
+  bool ReleasePv();
   // live_run_wait.cpp
   void StartLooking();
   void StopLooking();
@@ -103,6 +140,11 @@ class LiveRun {
   bool stop_pending_ = false;
   bool owns_lock_ = false;
   bool leaving_ = false;
+  bool begun_ = false;  // from a start until its window has its controls back
+
+  std::optional<Telling> telling_;
+  int end_words_;
+  bool holds_pv_ = false;
 
   ComeBack come_back_;
   EventQueue::TimerId looking_ = 0;

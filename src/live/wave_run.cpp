@@ -16,36 +16,16 @@ constexpr int kTimePanel = 3;
 }  // namespace
 
 void WaveTab::ProfileStartButton_Click() {
-  if (run_.Busy() || run_.Running == 1 || run_.Leaving()) return;
-  app_.state.StopRequest = 0;
-  app_.state.PvRunning = 1;
-  begun_ = true;
+  if (!run_.MayStart()) return;
   TakeKind();
   order_.channel = channels_.Index();
-  end_text_ = text::kDisplayEnded;
   failure_.clear();
   remark_.clear();
   Captures = 0;
   Tell(app_.Text(order_.kind->caption));
   store.Clear();
   PrepareChart();
-  try {
-    run_.Start([this] { return PrepareRun(); }, [this] { RunCaptures(); });
-  } catch (...) {
-    ReleaseControls();
-    throw;
-  }
-}
-
-void WaveTab::ProfileStopButton_Click() {
-  app_.state.StopRequest = 1;
-  run_.Stop();
-}
-
-// Other windows may ask for a stop too.
-bool WaveTab::GoesOn() {
-  if (app_.state.StopRequest == 1) run_.Stop();
-  return run_.GoesOn();
+  run_.Start([this] { return PrepareRun(); }, [this] { RunCaptures(); });
 }
 
 bool WaveTab::PrepareRun() {
@@ -55,13 +35,13 @@ bool WaveTab::PrepareRun() {
     failure_ = app_.state.PortFaultReason;
     return false;
   }
-  return AskMethod() && GoesOn();
+  return AskMethod() && run_.HeedRequest();
 }
 
 bool WaveTab::AskMethod() {
   RegisterData data;
   if (!ReadRegisters(app_, SpanOf(kWaveMethodBlock, order_.channel), data)) {
-    end_text_ = text::kCommunicationError;
+    run_.EndWith(text::kCommunicationError);
     failure_ = app_.state.LastErrorText;
     return false;
   }
@@ -85,13 +65,16 @@ void WaveTab::TellOtherKind(const WaveKind& chosen) {
   app_.Status(remark_);
 }
 
-void WaveTab::TellRun(int text_id) {
-  Tell(app_.Stamped(app_.Text(text_id) + (remark_.empty() ? "" : " " + remark_)));
+// While it goes on what is captured instead of the chosen kind, at its end why it has ended.
+std::string WaveTab::BehindState(int words) const {
+  const bool goes_on = words == text::kDisplayStarted || words == text::kAcquiring;
+  const std::string& behind = goes_on ? remark_ : failure_;
+  return behind.empty() ? behind : " " + behind;
 }
 
 void WaveTab::RunCaptures() {
-  TellRun(text::kDisplayStarted);
-  while (GoesOn()) {
+  run_.Say(text::kDisplayStarted);
+  while (run_.HeedRequest()) {
     app_.platform.events.GiveWay(app_.platform.clock.NowMs());
     CaptureOnce();
   }
@@ -107,12 +90,11 @@ void WaveTab::CaptureOnce() {
       ++Captures;
       XOrigin = capture_.TriggerLevel();
       DrawWave();
-      TellRun(text::kAcquiring);
+      run_.Say(text::kAcquiring);
       ShowTaken(app_.platform.clock.NowMs() - begun);
       break;
     case WaveEnd::kAgain:
-      // A stop of the operator is kept by the run.
-      app_.state.StopRequest = 0;
+      run_.ForgetRequest();
       ShowLost();
       break;
     case WaveEnd::kFailed:
@@ -137,8 +119,6 @@ void WaveTab::LockControls() {
 }
 
 void WaveTab::ReleaseControls() {
-  begun_ = false;
-  app_.state.PvRunning = 0;
   for (Control* control : std::initializer_list<Control*>{&Frame2, &Frame19, &lblWaveChSelect}) {
     control->SetEnabled(true);
   }
@@ -151,13 +131,11 @@ void WaveTab::ReleaseControls() {
 
 void WaveTab::RunStopped() {
   // A page that is left without a run has nothing to give back.
-  if (!begun_) return;
+  if (!run_.Begun()) return;
   ReleaseControls();
   KindOptions()[static_cast<std::size_t>(order_.kind - kWaveKinds)]->SetValue(true);
   prgWave.SetValue(0);
   page_.StatusBar2.SetPanel(kBlockPanel, "");
-  Tell(app_.Stamped(app_.Text(end_text_) + (failure_.empty() ? "" : " " + failure_)));
-  if (!app_.state.AppRunning) app_.platform.events.EndProcess();
 }
 
 void WaveTab::ShowBlock(int block) {

@@ -27,7 +27,10 @@ WaveTab::WaveTab(App& app, Form& page)
                 [this](int index) { page_.DetailChSelect(index).SetValue(true); }),
       run_(app, page, [this](bool) { RunStopped(); }),
       capture_(
-          app, [this] { return GoesOn(); }, [this](int block) { ShowBlock(block); }) {
+          app, [this] { return run_.HeedRequest(); }, [this](int block) { ShowBlock(block); }) {
+  run_.TellBy({.bar = page_.StatusBar2,
+               .behind = [this](int words) { return BehindState(words); },
+               .pv = LiveRun::Pv::kFromStart});
   ProfileStartButton.on_click = [this] { ProfileStartButton_Click(); };
   ProfileStopButton.on_click = [this] { ProfileStopButton_Click(); };
   ProfileSaveButton.on_click = [this] { ProfileSaveButton_Click(); };

@@ -61,7 +61,7 @@ class WaveTab : public FormPart {
 
  private:
   void ProfileStartButton_Click();
-  void ProfileStopButton_Click();
+  void ProfileStopButton_Click() { run_.RequestStop(); }
   void ProfileSaveButton_Click();
 
   // wave_run.cpp
@@ -69,9 +69,8 @@ class WaveTab : public FormPart {
   bool AskMethod();
   void RunCaptures();
   void CaptureOnce();
-  bool GoesOn();
   void TellOtherKind(const WaveKind& chosen);
-  void TellRun(int text_id);
+  std::string BehindState(int words) const;
   void LockControls();
   void ReleaseControls();
   void RunStopped();
@@ -105,10 +104,8 @@ class WaveTab : public FormPart {
   WaveCapture capture_;
   WaveOrder order_;                // of the run whose captures are stored
   WaveSampleArray fresh_{};        // of the capture under way
-  bool begun_ = false;             // a run has taken the controls
   std::string failure_;            // why the run has ended; empty when the operator has stopped it
   std::string remark_;             // that another kind is captured than was chosen; else empty
-  int end_text_ = 0;               // text id of how it has ended
   double height_ = 0;              // of the chart, in counts to both sides
   std::array<bool, 2> offered_{};  // channels that could be chosen before the run
 };

@@ -19,12 +19,6 @@ namespace {
 
 constexpr int kRefreshMs = 500;
 
-// In the grids' logical units.
-constexpr int kStationWidths[] = {975, 1200, 1200, 1200, 1575, 1425, 1200, 1575};
-constexpr int kOutcomeWidths[] = {2850, 1200, 1200};
-constexpr int kFrameWidths[] = {1500, 450, 900, 5100, 7600};
-constexpr int kFiguresHeight = 3390;  // a head and nine outcomes
-constexpr int kFramesHeight = 4200;
 constexpr std::size_t kTimeOfDay = 11;  // in front of it stands the date
 
 enum OutcomeColumn : std::uint8_t { kOutcome, kAttempts, kShare, kOutcomeColumns };
@@ -39,17 +33,6 @@ static_assert(std::size(kOutcomes) == kAttemptEnds);
 int WindowColumns() {
   return static_cast<int>(std::count_if(LineColumns().begin(), LineColumns().end(),
                                         [](const LineColumn& column) { return column.in_window; }));
-}
-
-template <std::size_t N>
-void SetWidths(Grid& grid, const int (&widths)[N], int height) {
-  int width = 0;
-  for (std::size_t i = 0; i < N; ++i) {
-    grid.SetColumnWidth(static_cast<int>(i), widths[i]);
-    width += widths[i];
-  }
-  grid.SetSize(width, height);
-  grid.SetDense(true);
 }
 
 }  // namespace
@@ -93,19 +76,17 @@ void frmLine::Dress() {
     if (!column.in_window) continue;
     grdStations.SetCell(0, at++, app_.Text(column.head));
   }
-  SetWidths(grdStations, kStationWidths, kFiguresHeight);
   constexpr int kOutcomeHeads[] = {text::kLineOutcome, text::kLineAttempts, text::kLineShare};
   for (int i = 0; i < kOutcomeColumns; ++i) grdOutcomes.SetCell(0, i, app_.Text(kOutcomeHeads[i]));
   for (std::size_t i = 0; i < kAttemptEnds; ++i) {
     grdOutcomes.SetCell(static_cast<int>(i) + 1, kOutcome, app_.Text(OutcomeText(kOutcomes[i])));
   }
-  SetWidths(grdOutcomes, kOutcomeWidths, kFiguresHeight);
   constexpr int kFrameHeads[] = {text::kLineTime, 0, text::kLineStation, text::kLineBytes,
                                  text::kLineMeaning};
   for (int i = 0; i < kFrameColumns; ++i) {
     grdFrames.SetCell(0, i, kFrameHeads[i] == 0 ? "" : app_.Text(kFrameHeads[i]));
   }
-  SetWidths(grdFrames, kFrameWidths, kFramesHeight);
+  for (Grid* grid : {&grdStations, &grdOutcomes, &grdFrames}) grid->SetDense(true);
   grdFrames.SetFollows(true);
 }
 

@@ -57,10 +57,7 @@ void Form2::BuildLists() {
   LoadUnits();
 }
 
-void Form2::FillUnits() {
-  BuildFlowUnitNames(app());
-  column().FillList(UNIT_SYSTEMCombo);
-}
+void Form2::FillUnits() { column().FillList(UNIT_SYSTEMCombo); }
 
 MeterFacts Form2::FactsOfList(const Field& field) {
   MeterFacts facts = ChannelPage::FactsOfList(field);

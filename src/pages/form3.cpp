@@ -47,10 +47,7 @@ void Form3::BuildLists() {
   LoadUnits();
 }
 
-void Form3::SubGetUnitForm3() {
-  BuildTotalUnitNames(app());
-  column().FillList(UNIT_SYSTEMCombo);
-}
+void Form3::SubGetUnitForm3() { column().FillList(UNIT_SYSTEMCombo); }
 
 void Form3::Form_Activate() {
   std::string& unit = app().slots[SlotOf("TOTAL", "TOTAL_UNIT_Data")];

@@ -246,7 +246,6 @@ void Form6::UnitWasRead(int unit_flag) {
   ShowUnitSystem(app());
   const bool single = IsSingleChannel(app().state);
   for (int channel = 0; channel < (single ? 1 : kChannels); ++channel) RefreshChannelUnits(app(), channel);
-  BuildBaseUnitNames(app());
   ClearProcessCache(app());
   if (!single) RefreshHeatUnits(app());
 }

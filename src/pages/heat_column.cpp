@@ -107,11 +107,9 @@ void HeatColumn::FieldWasRead(const Field& field, int code) {
     column().ShowUnitsOf(UnitKind::kTemperature);
   } else if (field.list == &HEAT_FLOW_RATECombo) {
     state.HeatFlowUnit = code;
-    BuildHeatFlowUnitNames(app_);
     ClearHeatFlowCache(app_);
   } else if (field.list == &HEAT_FLOW_RATE_SekisanCombo) {
     state.HeatTotalUnit = code;
-    BuildHeatTotalUnitNames(app_);
     ClearHeatTotalCache(app_);
   }
 }

@@ -96,9 +96,7 @@ std::vector<int> ColumnRules::CodesOfList(const Field& field, const MeterFacts& 
 
 void ColumnRules::LearnUnit(const Field&) {
   constexpr int kUnitSystem = -1;
-  if (!column_->FirstInThisRead(kUnitSystem)) return;
-  ReadUnitSystem(column_->TheApp());
-  BuildBaseUnitNames(column_->TheApp());
+  if (column_->FirstInThisRead(kUnitSystem)) ReadUnitSystem(column_->TheApp());
 }
 
 std::string ColumnRules::UnitOf(const Field& field) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pages/parameter_page.h"
 
-#include "link/device_queries.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_origin.h"
@@ -53,7 +52,6 @@ void ParameterPage::Form_Load() {
 
 void ParameterPage::Form_Activate() {
   EnableCommands(IsLineFree(app()));
-  BuildBaseUnitNames(app());
   for (const auto& column : columns_) {
     column->ShowUnitsThatHold();
     column->ApplyUnitCaptions();
@@ -96,7 +94,6 @@ void ParameterPage::SetPageCaptions(const std::vector<CaptionRow>& own) {
                                 CaptionRow{&SaveParameter, 2140}, CaptionRow{&chkCheck, text::kSelectAll}}) {
     row.control->SetCaption(app().Text(row.text_id));
   }
-  BuildBaseUnitNames(app());
   for (const auto& column : columns_) {
     column->ShowNames();
     column->ShowUnits();

@@ -14,9 +14,7 @@ namespace vlt {
 namespace {
 
 constexpr int kLookMs = 1000;
-constexpr std::array kColumnWidths = {1050, 2550, 3000};  // the last one takes what is left
-constexpr int kGridWidth = 7800;
-constexpr int kGridHeight = 3600;
+constexpr std::array kHeads = {text::kPortNo, text::kDevice, text::kAdapter};
 
 // What an adapter tells of itself, in one line.
 std::string AdapterText(const App& app, const PortInfo& port) {
@@ -33,7 +31,7 @@ std::string AdapterText(const App& app, const PortInfo& port) {
 
 CSetDevices::CSetDevices(App& app, FrmCSet& dialog)
     : FormPart(dialog),
-      grdPorts(dialog, "grdPorts", kHighestPort + 1, static_cast<int>(kColumnWidths.size())),
+      grdPorts(dialog, "grdPorts", kHighestPort + 1, static_cast<int>(kHeads.size())),
       lblDevices(dialog, "lblDevices"),
       cmbDevices(dialog, "cmbDevices"),
       cmdAssign(dialog, "cmdAssign"),
@@ -50,17 +48,14 @@ CSetDevices::CSetDevices(App& app, FrmCSet& dialog)
 }
 
 void CSetDevices::FrmInit() {
-  const std::array heads = {app_.Text(text::kPortNo), app_.Text(text::kDevice), app_.Text(text::kAdapter)};
-  grdPorts.SetRow(0, heads);
+  for (std::size_t i = 0; i < kHeads.size(); ++i) {
+    grdPorts.SetCell(0, static_cast<int>(i), app_.Text(kHeads[i]));
+  }
   lblDevices.SetCaption(app_.Text(text::kDevice));
   cmdAssign.SetCaption(app_.Text(text::kAssignPort));
 }
 
 void CSetDevices::Form_Load() {
-  for (std::size_t column = 0; column < kColumnWidths.size(); ++column) {
-    grdPorts.SetColumnWidth(static_cast<int>(column), kColumnWidths[column]);
-  }
-  grdPorts.SetSize(kGridWidth, kGridHeight);
   FrmInit();
   ports_ = app_.platform.process.Ports();
   Show();

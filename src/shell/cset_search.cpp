@@ -16,14 +16,7 @@ namespace {
 
 constexpr int kLastStation = 31;
 constexpr int kStationDigits = 2;
-constexpr int kGridHeight = 1800;
-
-struct Column {
-  int head_id;
-  int width;
-};
-constexpr std::array<Column, kFoundTexts> kColumns = {
-    {{1940, 1500}, {930, 1300}, {700, 1500}, {4680, 1500}, {2250, 2000}}};
+constexpr std::array<int, kFoundTexts> kHeads = {1940, 930, 700, 4680, 2250};
 
 // A code that has no text is told as a number.
 std::string NameOf(const App& app, const Parameter& row, int code) {
@@ -73,7 +66,7 @@ CSetSearch::CSetSearch(App& app, FrmCSet& dialog)
       cmdStop(dialog, "cmdStop"),
       pbSearch(dialog, "pbSearch"),
       stbSearch(dialog, "stbSearch", 1),
-      grdFound(dialog, "grdFound", 1, static_cast<int>(kColumns.size())),
+      grdFound(dialog, "grdFound", 1, static_cast<int>(kHeads.size())),
       app_(app),
       dialog_(dialog) {
   cmdSearch.on_click = [this] { cmdSearch_Click(); };
@@ -84,18 +77,12 @@ CSetSearch::CSetSearch(App& app, FrmCSet& dialog)
 void CSetSearch::FrmInit() {
   cmdSearch.SetCaption(app_.Text(text::kSearch));
   cmdStop.SetCaption(app_.Text(text::kStopText));
-  for (std::size_t i = 0; i < kColumns.size(); ++i) {
-    grdFound.SetCell(0, static_cast<int>(i), app_.Text(kColumns[i].head_id));
+  for (std::size_t i = 0; i < kHeads.size(); ++i) {
+    grdFound.SetCell(0, static_cast<int>(i), app_.Text(kHeads[i]));
   }
 }
 
 void CSetSearch::Form_Load() {
-  int width = 0;
-  for (std::size_t i = 0; i < kColumns.size(); ++i) {
-    grdFound.SetColumnWidth(static_cast<int>(i), kColumns[i].width);
-    width += kColumns[i].width;
-  }
-  grdFound.SetSize(width, kGridHeight);
   cmdStop.SetEnabled(false);
   FrmInit();
 }

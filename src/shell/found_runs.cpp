@@ -16,9 +16,6 @@ namespace vlt {
 namespace {
 
 constexpr const char* kWindow = "frmFoundRuns";
-constexpr std::array kColumnWidths = {4200, 1400, 2300, 2300, 3000};  // the last one takes what is left
-constexpr int kGridWidth = 15900;
-constexpr int kGridHeight = 3600;
 constexpr std::size_t kNameChars = 40;  // of a file, that have room in the line above the pages
 
 // Captions of the pages that record.
@@ -133,10 +130,6 @@ void frmFoundRuns::Form_Load() {
   lblExplained.SetCaption(app_.Text(text::kRunsExplained));
   cmdSeen.SetCaption(app_.Text(text::kRunsSeen));
   cmdClose.SetCaption(app_.Text(text::kClose));
-  for (std::size_t column = 0; column < kColumnWidths.size(); ++column) {
-    grdRuns.SetColumnWidth(static_cast<int>(column), kColumnWidths[column]);
-  }
-  grdRuns.SetSize(kGridWidth, kGridHeight);
   grdRuns.SetRow(
       0, std::array{app_.Text(text::kRunFile), app_.Text(text::kRunPage), app_.Text(text::kRunStarted),
                     app_.Text(text::kRunLastRecord), app_.Text(text::kRunLength)});

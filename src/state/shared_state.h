@@ -71,8 +71,7 @@ struct SharedState : MeterFacts {
   int OpenedPort = 0;
   std::string OpenedDevice;
   std::string OpenedSettings;
-  std::string OpenedSerial;  // serial number of its adapter; empty where the adapter tells none
-  LostPort Lost;             // the same port, and whether it went away
+  LostPort Lost;  // the same port, and whether it went away
   // Devices of COM numbers whose adapter has come back under another name.
   std::map<int, std::string> MovedPorts;
   // Request and reply of the device queries, shared by all of them.
@@ -95,14 +94,6 @@ struct SharedState : MeterFacts {
   int WaitCancel = 0;         // frmWait: 1 after its Cancel button
   int FwCancelFlag = 0;       // frmMaint_Wait: 1 after its Cancel button
   int FwEndFlag = 0;          // 1 when the firmware tool's window is gone; frmMssg waits for it
-
-  // Texts of the units in force.
-  std::vector<std::string> FlowUnitNames;
-  std::vector<std::string> TotalUnitNames;
-  std::vector<std::string> HeatFlowUnitNames;
-  std::vector<std::string> HeatTotalUnitNames;
-  std::vector<std::string> TempUnitNames;
-  std::vector<std::string> BaseUnitNames;  // length, velocity, viscosity, voltage
 
   // What the meter has told of itself in this session.
   std::string IdentifiedAt;  // date and time of the last identification; empty when it has failed

@@ -5,7 +5,7 @@
 namespace vlt {
 
 enum class UnitKind {
-  // By unit system; the entries of BaseUnitNames in their order.
+  // By unit system; the entries of BuildBaseUnitNames in their order.
   kLength,
   kVelocity,
   kViscosity,

@@ -17,6 +17,14 @@ std::vector<std::string> BuildTempUnitNames(int lang_offset);       // 3
 // Length, velocity, viscosity, voltage: "mm", "m/s", "E-6m2/s", "Vpp" or "inch", "ft/s", "E-6ft2/s", "Vpp".
 std::array<std::string, 4> BuildBaseUnitNames(int flag);
 
+// The lists by their own names.
+inline constexpr auto& FlowUnitNames = BuildFlowUnitNames;
+inline constexpr auto& TotalUnitNames = BuildTotalUnitNames;
+inline constexpr auto& HeatFlowUnitNames = BuildHeatFlowUnitNames;
+inline constexpr auto& HeatTotalUnitNames = BuildHeatTotalUnitNames;
+inline constexpr auto& TempUnitNames = BuildTempUnitNames;
+inline constexpr auto& BaseUnitNames = BuildBaseUnitNames;
+
 // Velocity, length, temperature, angle. unit 0 metric, 1 English; style 0 writes the degree signs, 1 spells
 // them in letters. Any other pair gives the English units in letters.
 std::array<std::string, 4> SubGetUnitForm10(int unit, int style);

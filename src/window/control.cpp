@@ -381,7 +381,7 @@ bool UpDown::Down() {
 Grid::Grid(ControlOwner& owner, std::string name, int rows, int columns)
     : Control(owner, ControlKind::kGrid, std::move(name)),
       rows_(rows),
-      widths_(static_cast<std::size_t>(columns)),
+      widths_(static_cast<std::size_t>(columns), kOfLayout),
       cells_(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns)),
       looks_(static_cast<std::size_t>(rows)) {}
 

@@ -358,7 +358,8 @@ enum class RowStyle : unsigned char {
 // The box in front of a row; kSome is that of a title whose rows are not all ticked.
 enum class RowTick : unsigned char { kNoBox, kOff, kOn, kSome };
 
-// A table of texts. Row 0 may be a fixed head; a column of width 0 is hidden.
+// A table of texts. Row 0 may be a fixed head. How wide its columns are stands in the layout of its window,
+// but where that is part of what a window does.
 class Grid : public Control {
  public:
   // A cell outside of the table is a programming error and throws std::out_of_range.
@@ -382,11 +383,14 @@ class Grid : public Control {
   void SetFollows(bool follows);
   // A whole row, from column 0 on.
   void SetRow(int row, std::span<const std::string> texts);
+  // Widths and sizes are in the page's logical units (fifteen to a pixel); those of a new grid are the
+  // layout's.
+  static constexpr int kOfLayout = -1;
   int ColumnWidth(int column) const { return widths_.at(static_cast<std::size_t>(column)); }
-  // Widths and sizes are in the page's logical units (fifteen to a pixel).
+  // Width 0 hides a column.
   void SetColumnWidth(int column, int width);
+  bool IsHidden(int column) const { return ColumnWidth(column) == 0; }
   int Width() const { return width_; }
-  // 0: as high as the room that its window has.
   int Height() const { return height_; }
   void SetSize(int width, int height);
   // A grid whose rows can be chosen marks one of them; 0 marks none. Setting it runs no handler.
@@ -423,8 +427,8 @@ class Grid : public Control {
   std::vector<int> widths_;
   std::vector<std::string> cells_;
   std::vector<RowLook> looks_;
-  int width_ = 0;
-  int height_ = 0;
+  int width_ = kOfLayout;
+  int height_ = kOfLayout;
 };
 
 // A control array: elements are reached by their index, which need not be dense.

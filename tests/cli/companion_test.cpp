@@ -375,7 +375,7 @@ class Gallery : public Form {
     tabs.SetTabEnabled(1, false);
     bar.SetMax(10);
     bar.SetValue(3);
-    for (int column : {0, 2}) grid.SetColumnWidth(column, 900);
+    grid.SetColumnWidth(1, 0);
     grid.SetTicked(1, RowTick::kSome);
     for (int row : {0, 1}) {
       for (int column : {0, 1, 2}) grid.SetCell(row, column, std::to_string(row) + std::to_string(column));

@@ -359,7 +359,6 @@ TEST(Sender, TheSessionFollowsWhatTheMeterHasTaken) {
   state.OperationMode = state.PathMode = state.TempUnit = state.HeatFlowUnit = state.HeatTotalUnit = -9;
   test.meter().holding().PutWord(0x0100, 1);
   EXPECT_TRUE(AllStored(test.Send(side, {At("system.unit")})));
-  EXPECT_EQ(state.BaseUnitNames.front(), "mm");
   EXPECT_EQ(test.test.MainWindow().StatusBar1.Panel(3), "METRIC");
   const auto word = [&](std::uint32_t address) -> int { return test.meter().holding().Word(address); };
   EXPECT_EQ(state.RangeKind, (std::array{word(0x0002), word(0x138A), word(0x1B5A)}));

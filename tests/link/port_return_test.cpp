@@ -76,7 +76,7 @@ class PortReturnTest : public ::testing::Test {
 TEST_F(PortReturnTest, TheNextOperationOpensTheAdapterWhereverItIs) {
   board.Plug(kNumbered);
   ASSERT_TRUE(OpenPort(app));
-  EXPECT_EQ(app.state.OpenedSerial, "A1");
+  EXPECT_EQ(app.state.Lost.adapter.serial_number, "A1");
   board.Unplug("/dev/ttyUSB0");
   EXPECT_FALSE(Read());
   EXPECT_EQ(app.state.LastErrorText, "[RECEIVE ERROR(5)]");

@@ -19,6 +19,7 @@ class LoopWindow : public Form {
 
  public:
   explicit LoopWindow(App& app) : Form(app.windows, "Form11", FormPlace::kPage), app_(app) {
+    run.TellBy({.bar = Bar, .behind = [](int) { return " ..."; }, .pv = LiveRun::Pv::kFromFirstCycle});
     Start.on_click = [this] {
       run.Start([this] { return Prepare(); },
                 [this] {
@@ -47,6 +48,7 @@ class LoopWindow : public Form {
 
   PushButton Start{*this, "Start"};
   PushButton Stop{*this, "Stop"};
+  StatusBar Bar{*this, "Bar", 1};
   LiveRun run{app_, *this, [this](bool may_ask) { Stopped(may_ask); }};
   bool prepared = true;
   int captures = 0;
@@ -133,15 +135,39 @@ TEST_F(LiveRunTest, ThatCannotBePreparedEndsAsByStop) {
   EXPECT_TRUE(Page()->run.GoesOn());
 }
 
-TEST_F(LiveRunTest, LeavesNoLockBehindAFault) {
+TEST_F(LiveRunTest, LeavesNothingTakenBehindAFault) {
   LiveRun& run = Page()->run;
   EXPECT_THROW(run.Start([]() -> bool { throw std::out_of_range("no row"); }, [] {}), std::out_of_range);
   EXPECT_FALSE(app.state.UiLocked || run.Busy());
+  EXPECT_EQ(Page()->stops, 1) << "the window has its controls back";
   run.Start([] { return true; }, [] {});
-  EXPECT_TRUE(app.state.UiLocked);
+  EXPECT_TRUE(app.state.UiLocked && app.state.PvRunning != 0);
   EXPECT_THROW(run.Cycle([] { throw std::out_of_range("no row"); }), std::out_of_range);
-  EXPECT_FALSE(app.state.UiLocked);
+  EXPECT_FALSE(app.state.UiLocked || app.state.PvRunning != 0 || run.Begun());
   EXPECT_EQ(run.Running, 0);
+  EXPECT_EQ(Page()->stops, 2);
+  EXPECT_EQ(Page()->Bar.Panel(1).substr(20), "The display of data was ended ...");
+}
+
+// What another window has asked for is heeded, and none takes the run of another one for its own.
+TEST_F(LiveRunTest, RequestsAreItsOwnOrHeeded) {
+  LiveRun& run = Page()->run;
+  app.state.StopRequest = 1;
+  EXPECT_TRUE(run.MayStart());
+  EXPECT_EQ(app.state.StopRequest, 0) << "asked for earlier";
+  app.state.PvRunning = 1;
+  run.RequestStop();
+  EXPECT_EQ(app.state.StopRequest, 0) << "it would stop the other one";
+  app.state.PvRunning = 0;
+  run.Start([] { return true; }, [] {});
+  EXPECT_FALSE(run.MayStart());
+  EXPECT_TRUE(run.HeedRequest());
+  app.state.AppRunning = false;
+  app.state.StopRequest = 1;
+  EXPECT_FALSE(run.HeedRequest());
+  EXPECT_EQ(run.Running, 0);
+  EXPECT_FALSE(app.state.UiLocked || app.state.PvRunning != 0);
+  EXPECT_TRUE(test.Time().Ended()) << "the program is gone already";
 }
 
 TEST_F(LiveRunTest, LeavesTheLockOfAnotherOperationAlone) {

@@ -454,23 +454,6 @@ TEST(MeasureInterrupted, UnloadInsideOfUnloadEndsTheRunOnce) {
   }
 }
 
-// The page gives way once more between its last question and its end, with Start enabled.
-TEST(MeasureInterrupted, StartWhileThePageLeavesBeginsNoRun) {
-  Interrupted t;
-  int presses = 0;
-  t.page()->Start.Observe([&] {
-    if (t.page() == nullptr || !t.page()->Start.Enabled()) return;
-    t.test.Time().After(0, [&] { presses += t.page() != nullptr && t.page()->Start.Press() ? 1 : 0; });
-  });
-  t.Unload();
-  t.test.Time().RunFor(1500);
-  EXPECT_GT(presses, 0);
-  EXPECT_EQ(t.page(), nullptr);
-  EXPECT_TRUE(t.test.platform.files.files.empty());
-  t.CheckLine();
-  t.CheckEnd();
-}
-
 TEST(MeasureInterrupted, TheLockOfAnotherPageStaysWhenThePageLeaves) {
   Interrupted t;
   Form& ras = t.app().windows.Load("Form8");

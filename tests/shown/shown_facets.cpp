@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shown/shown_facets.h"
 
+#include "desktop/layouts/layouts.h"
 #include "values/hex_digits.h"
 #include "values/number_text.h"
 #include "window/chart.h"
@@ -21,7 +22,7 @@ std::string Colour(unsigned bgr) { return HexDigits(bgr, bgr > 0xFFFFFF ? 8 : 6)
 
 class Teller {
  public:
-  explicit Teller(Facets& facets) : facets_(facets) {}
+  Teller(Facets& facets, std::string form) : facets_(facets), form_(std::move(form)) {}
 
   void Tell(const Control& control) {
     name_ = control.FullName();
@@ -119,11 +120,16 @@ class Teller {
     }
   }
   void Cells(const Grid& grid) {
+    const GridShape* shape = FindGridShape(form_, grid.Name());
+    const auto shown = [&](int own, int of_layout) { return std::to_string(shape ? of_layout : own); };
     std::string widths;
-    for (int at = 0; at < grid.Columns(); ++at) widths += " " + std::to_string(grid.ColumnWidth(at));
+    for (int at = 0; at < grid.Columns(); ++at) {
+      widths += " " + shown(grid.ColumnWidth(at), shape ? shape->columns[static_cast<std::size_t>(at)] : 0);
+    }
     Put(".columns", widths.substr(1));
-    Put(".size", std::to_string(grid.Width()) + " x " + std::to_string(grid.Height()) +
-                     (grid.IsDense() ? " dense" : "") + (grid.Follows() ? " follows" : ""));
+    Put(".size", shown(grid.Width(), shape ? shape->width : 0) + " x " +
+                     shown(grid.Height(), shape ? shape->height : 0) + (grid.IsDense() ? " dense" : "") +
+                     (grid.Follows() ? " follows" : ""));
     if (grid.SelectedRow() > 0) Put(".selected", std::to_string(grid.SelectedRow()));
     for (int row = 0; row < grid.Rows(); ++row) {
       std::string cells;
@@ -147,6 +153,7 @@ class Teller {
   }
 
   Facets& facets_;
+  std::string form_;
   std::string name_;
 };
 
@@ -154,7 +161,7 @@ class Teller {
 
 Facets FacetsOf(const Form& form) {
   Facets facets{{"", form.Caption() + (form.HasCloseCommand() ? "" : " (no close)")}};
-  Teller teller(facets);
+  Teller teller(facets, form.Name());
   for (const Control* control : form.Controls()) teller.Tell(*control);
   return facets;
 }

@@ -7,6 +7,9 @@ namespace {
 
 using namespace layout;
 
+constexpr int kRowColumns[] = {4350, 2250, 1230, 2250, 1230, 1950, 2700};
+constexpr int kRowsWidth = 17400;
+
 constexpr LayoutItem kItems[] = {
     Columns(),
     Column(),
@@ -29,7 +32,7 @@ constexpr LayoutItem kItems[] = {
     Strip("optFilter(0)", "optFilter(1)", "optFilter(2)", "optFilter(3)", "optFilter(4)", "optFilter(5)",
           ">"),
     Strip("lblCounts", ">", "lblChosen"),
-    Wide("grdRows"),
+    Wide("grdRows", {kRowColumns, kRowsWidth}),
     Strip("stbRow"),
     Strip("stbNote"),
     Strip("cmdTickDifferent", "cmdTickNone", ">", "cmdSend", "cmdRestore", "SaveParameter"),

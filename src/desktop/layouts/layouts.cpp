@@ -23,4 +23,13 @@ const WindowLayout* FindLayout(std::string_view form) {
   return nullptr;
 }
 
+const GridShape* FindGridShape(std::string_view form, std::string_view grid) {
+  const WindowLayout* layout = FindLayout(form);
+  if (layout == nullptr) return nullptr;
+  for (const LayoutItem& item : layout->items) {
+    if (item.names[0] == grid && !item.grid.columns.empty()) return &item.grid;
+  }
+  return nullptr;
+}
+
 }  // namespace vlt

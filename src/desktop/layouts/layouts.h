@@ -32,6 +32,8 @@ extern const WindowLayout kForm12Layout;
 
 // The table of a form, or null.
 const WindowLayout* FindLayout(std::string_view form);
+// The shape of a grid of a form, or null when its layout gives it none.
+const GridShape* FindGridShape(std::string_view form, std::string_view grid);
 extern const WindowLayout kFrmMaintMainLayout;
 extern const WindowLayout kFrmMaintWaitLayout;
 extern const WindowLayout kFrmMaintCommLayout;

@@ -61,12 +61,22 @@ constexpr LayoutItem kWait[] = {
     Strip(">", "cmdCan"),
 };
 
+constexpr int kRunColumns[] = {4200, 1400, 2300, 2300, 3000};
+constexpr int kRunsWidth = 15900;
+constexpr int kRunsHeight = 3600;
+
 constexpr LayoutItem kFoundRuns[] = {
     Strip("lblExplained"),
-    Wide("grdRuns"),
+    Wide("grdRuns", {kRunColumns, kRunsWidth, kRunsHeight}),
     Strip("lblPath", ">"),
     Strip(">", "cmdSeen", "cmdClose"),
 };
+
+constexpr int kPortColumns[] = {1050, 2550, 3000};
+constexpr int kPortsWidth = 7800;
+constexpr int kPortsHeight = 3600;
+constexpr int kFoundColumns[] = {1500, 1300, 1500, 1500, 2000};
+constexpr int kFoundHeight = 1800;
 
 constexpr LayoutItem kSerialSettings[] = {
     Columns(),
@@ -82,13 +92,13 @@ constexpr LayoutItem kSerialSettings[] = {
     Strip("chkTiming"),
     End(),
     Column(),
-    Wide("grdPorts"),
+    Wide("grdPorts", {kPortColumns, kPortsWidth, kPortsHeight}),
     Row("lblDevices", "cmbDevices", "cmdAssign"),
     End(),
     Box(),
     Strip("cmdSearch", "cmdStop", "pbSearch"),
     Strip("stbSearch"),
-    Wide("grdFound"),
+    Wide("grdFound", {kFoundColumns, Sum(kFoundColumns), kFoundHeight}),
     End(),
     Strip(">", "Command1", "Command2"),
 };

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The rows of the comparison in the window: what is listed, ticked, counted.
+#include "compare/compare_rows.h"
+
 #include <algorithm>
 
-#include "compare/frm_compare.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_compare.h"
@@ -14,6 +14,10 @@ namespace {
 
 constexpr const char* kUnknownValue = "?";
 
+constexpr std::array kColumns = {text::kParameterColumn, text::kLeftColumn, text::kUnitColumn,
+                                 text::kRightColumn,     text::kUnitColumn, text::kStateColumn,
+                                 text::kResultColumn};
+
 // A side that has the row and no value for it is not an empty one.
 std::string ValueOf(const SideCell& cell) {
   const bool unknown = cell.place.row != nullptr && !cell.Known() && cell.text.empty();
@@ -22,7 +26,31 @@ std::string ValueOf(const SideCell& cell) {
 
 }  // namespace
 
-RowFilter frmCompare::Filter() const {
+CompareRows::CompareRows(App& app, frmCompare& window)
+    : FormPart(window),
+      grdRows(window, "grdRows", 1, static_cast<int>(kColumns.size())),
+      app_(app),
+      window_(window) {
+  optFilter.ForEach([this](OptionButton& option) { option.on_click = [this] { ShowRows(); }; });
+  grdRows.on_choose = [this] { grdRows_Choose(); };
+  grdRows.on_tick = [this](int at) { grdRows_Tick(at); };
+  cmdTickDifferent.on_click = [this] { cmdTickDifferent_Click(); };
+  cmdTickNone.on_click = [this] { cmdTickNone_Click(); };
+}
+
+void CompareRows::Form_Load() {
+  Font bold = lblCounts.GetFont();
+  bold.bold = true;
+  lblCounts.SetFont(bold);
+  window_.SetCaptions({{&cmdTickDifferent, text::kTickDifferent}, {&cmdTickNone, text::kTickNone}});
+  for (std::size_t i = 0; i < kColumns.size(); ++i) {
+    grdRows.SetCell(0, static_cast<int>(i), app_.Text(kColumns[i]));
+  }
+  optFilter(0).SetValue(true);
+  ShowRows();
+}
+
+RowFilter CompareRows::Filter() const {
   int chosen = 0;
   for (int i = 0; i < kRowFilters; ++i) {
     if (optFilter(i).Value()) chosen = i;
@@ -30,15 +58,14 @@ RowFilter frmCompare::Filter() const {
   return static_cast<RowFilter>(chosen);
 }
 
-void frmCompare::SetFilter(RowFilter filter) {
+void CompareRows::SetFilter(RowFilter filter) {
   OptionButton& option = optFilter(static_cast<int>(filter));
   if (option.Value()) return ShowRows();
   option.SetValue(true);
 }
 
-void frmCompare::CompareSides(bool same) {
-  const auto& left = sides_[kLeft].held;
-  const auto& right = sides_[kRight].held;
+void CompareRows::Compare(const std::optional<CompareSide>& left, const std::optional<CompareSide>& right,
+                          bool same) {
   if (!left || !right) {
     list_.reset();
   } else if (same && list_) {
@@ -51,24 +78,40 @@ void frmCompare::CompareSides(bool same) {
   ShowRows();
 }
 
-// Lines of files that were not taken stand where somebody looks for what is missing.
-void frmCompare::AddRemarks(int side, std::vector<Line>& lines) {
-  const CompareSide& held = *sides_[side].held;
-  if (held.remarks.empty()) return;
-  const auto add = [&](Line::Kind kind, const std::string& words) { lines.push_back({kind, {}, words}); };
-  const int name = side == kLeft ? text::kLeftSide : text::kRightSide;
-  add(Line::Kind::kTitle,
-      FormatText(app_.Text(text::kRemarksOf), {app_.Text(name), std::to_string(held.remarks.size())}));
-  for (const std::string& remark : held.remarks) add(Line::Kind::kRemark, remark);
+void CompareRows::SetResult(const SentRow& sent) {
+  if (list_->RowOf(sent.place) == list_->Compared().All()) return;
+  list_->SetResult(sent);
+  ShowRows();
 }
 
-void frmCompare::ShowRows() {
+void CompareRows::ShowSent() {
+  if (list_->AnyResult()) SetFilter(RowFilter::kSent);
+}
+
+bool CompareRows::HasTarget() {
+  const bool target = list_ && list_->Compared().Right().kind == SideKind::kMeter;
+  if (!target) app_.Show(app_.Text(text::kTargetFirst), MessageIcon::kInformation);
+  return target;
+}
+
+// Lines of files that were not taken stand where somebody looks for what is missing.
+void CompareRows::AddRemarks(const CompareSide& side, int name) {
+  if (side.remarks.empty()) return;
+  lines_.push_back(
+      {Line::Kind::kTitle,
+       {},
+       FormatText(app_.Text(text::kRemarksOf), {app_.Text(name), std::to_string(side.remarks.size())})});
+  for (const std::string& remark : side.remarks) lines_.push_back({Line::Kind::kRemark, {}, remark});
+}
+
+void CompareRows::ShowRows() {
   const auto kept = ChosenRow();
   lines_.clear();
   if (list_) {
     const RowFilter filter = Filter();
-    for (const int side : {kLeft, kRight}) {
-      if (filter == RowFilter::kAll || filter == RowFilter::kUnread) AddRemarks(side, lines_);
+    if (filter == RowFilter::kAll || filter == RowFilter::kUnread) {
+      AddRemarks(list_->Compared().Left(), text::kLeftSide);
+      AddRemarks(list_->Compared().Right(), text::kRightSide);
     }
     for (RowGroup& group : list_->Groups(filter)) {
       const std::string title =
@@ -91,7 +134,7 @@ void frmCompare::ShowRows() {
   ShowCounts();
 }
 
-void frmCompare::ShowCounts() {
+void CompareRows::ShowCounts() {
   for (int i = 0; i < kRowFilters; ++i) {
     const auto filter = static_cast<RowFilter>(i);
     const std::size_t count = list_ ? list_->Count(filter) : 0;
@@ -107,7 +150,7 @@ void frmCompare::ShowCounts() {
                                   {std::to_string(ticked), std::to_string(hidden)}));
 }
 
-void frmCompare::ShowLine(int at) {
+void CompareRows::ShowLine(int at) {
   const Line& line = LineAt(at);
   std::vector<std::string> cells(static_cast<std::size_t>(grdRows.Columns()));
   RowStyle style = RowStyle::kTitle;
@@ -132,7 +175,7 @@ void frmCompare::ShowLine(int at) {
 }
 
 // A title has a box when all that differs can be ticked by it.
-RowTick frmCompare::TickOf(const Line& line) const {
+RowTick CompareRows::TickOf(const Line& line) const {
   if (line.rows.empty()) return RowTick::kNoBox;
   if (line.kind == Line::Kind::kRow) {
     if (!list_->CanSend(line.rows.front())) return RowTick::kNoBox;
@@ -149,22 +192,22 @@ RowTick frmCompare::TickOf(const Line& line) const {
   return ticked > 0 ? RowTick::kSome : RowTick::kOff;
 }
 
-void frmCompare::ShowTicks() {
+void CompareRows::ShowTicks() {
   for (int at = 1; at < grdRows.Rows(); ++at) grdRows.SetTicked(at, TickOf(LineAt(at)));
   ShowCounts();
 }
 
-void frmCompare::grdRows_Tick(int at) {
+void CompareRows::grdRows_Tick(int at) {
   const Line& line = LineAt(at);
   const bool on = grdRows.Ticked(at) == RowTick::kOn;
   for (const std::size_t row : line.rows) {
     const bool meant = line.kind == Line::Kind::kRow || !on || list_->InBatch(row);
-    if (!busy_ && meant) list_->Tick(row, on);
+    if (!window_.Busy() && meant) list_->Tick(row, on);
   }
   ShowTicks();
 }
 
-std::optional<std::size_t> frmCompare::ChosenRow() const {
+std::optional<std::size_t> CompareRows::ChosenRow() const {
   const int at = grdRows.SelectedRow();
   if (at < 1 || static_cast<std::size_t>(at) > lines_.size()) return std::nullopt;
   const Line& line = LineAt(at);
@@ -173,7 +216,7 @@ std::optional<std::size_t> frmCompare::ChosenRow() const {
 }
 
 // What stands in the list may be cut; below it the row is told whole.
-void frmCompare::grdRows_Choose() {
+void CompareRows::grdRows_Choose() {
   const auto chosen = list_ ? ChosenRow() : std::nullopt;
   if (!chosen) {
     stbRow.SetPanel(1, "");
@@ -196,13 +239,13 @@ void frmCompare::grdRows_Choose() {
   stbNote.SetPanel(1, remark.empty() ? state : state + "; " + remark);
 }
 
-void frmCompare::cmdTickDifferent_Click() {
+void CompareRows::cmdTickDifferent_Click() {
   if (!HasTarget()) return;
   list_->TickDifferent();
   ShowTicks();
 }
 
-void frmCompare::cmdTickNone_Click() {
+void CompareRows::cmdTickNone_Click() {
   if (list_) list_->TickNone();
   ShowTicks();
 }
