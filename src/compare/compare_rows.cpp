@@ -14,9 +14,9 @@ namespace {
 
 constexpr const char* kUnknownValue = "?";
 
-constexpr std::array kColumns = {text::kParameterColumn, text::kLeftColumn, text::kUnitColumn,
-                                 text::kRightColumn,     text::kUnitColumn, text::kStateColumn,
-                                 text::kResultColumn};
+constexpr std::array kHeads = {text::kParameterColumn, text::kLeftColumn, text::kUnitColumn,
+                               text::kRightColumn,     text::kUnitColumn, text::kStateColumn,
+                               text::kResultColumn};
 
 // A side that has the row and no value for it is not an empty one.
 std::string ValueOf(const SideCell& cell) {
@@ -28,7 +28,7 @@ std::string ValueOf(const SideCell& cell) {
 
 CompareRows::CompareRows(App& app, frmCompare& window)
     : FormPart(window),
-      grdRows(window, "grdRows", 1, static_cast<int>(kColumns.size())),
+      grdRows(window, "grdRows", 1, static_cast<int>(kHeads.size())),
       app_(app),
       window_(window) {
   optFilter.ForEach([this](OptionButton& option) { option.on_click = [this] { ShowRows(); }; });
@@ -43,8 +43,8 @@ void CompareRows::Form_Load() {
   bold.bold = true;
   lblCounts.SetFont(bold);
   window_.SetCaptions({{&cmdTickDifferent, text::kTickDifferent}, {&cmdTickNone, text::kTickNone}});
-  for (std::size_t i = 0; i < kColumns.size(); ++i) {
-    grdRows.SetCell(0, static_cast<int>(i), app_.Text(kColumns[i]));
+  for (std::size_t i = 0; i < kHeads.size(); ++i) {
+    grdRows.SetCell(0, static_cast<int>(i), app_.Text(kHeads[i]));
   }
   optFilter(0).SetValue(true);
   ShowRows();

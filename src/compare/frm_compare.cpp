@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "compare/comparison.h"
+#include "compare/conversion.h"
 #include "files/file_report.h"
 #include "files/settings_file.h"
 #include "resources/string_table.h"

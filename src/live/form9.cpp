@@ -8,7 +8,7 @@
 namespace vlt {
 
 Form9::Form9(App& app)
-    : Form9Controls(app),
+    : MeasureControls(app),
       run_(app, *this, [this](bool may_ask) { RunStopped(may_ask); }),
       values_(app, *this),
       scale_(app, *this, values_, trend),

@@ -9,8 +9,8 @@
 #include <span>
 #include <string>
 
-#include "live/form9_controls.h"
 #include "live/live_run.h"
+#include "live/measure_controls.h"
 #include "live/measure_file.h"
 #include "live/measure_meter.h"
 #include "live/measure_scale.h"
@@ -19,7 +19,7 @@
 
 namespace vlt {
 
-class Form9 : public Form9Controls {
+class Form9 : public MeasureControls {
  public:
   explicit Form9(App& app);
 

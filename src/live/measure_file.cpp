@@ -15,7 +15,7 @@ constexpr std::size_t kToTheMinute = 16;  // "2026/11/24 10:00"
 
 }  // namespace
 
-MeasureFile::MeasureFile(App& app, Form9Controls& page, LiveRun& run, const MeasureValues& values,
+MeasureFile::MeasureFile(App& app, MeasureControls& page, LiveRun& run, const MeasureValues& values,
                          const MeasureScale& scale, const Trend& trend)
     : log(app, [this] { return HeadLines(); }),
       app_(app),

@@ -19,7 +19,7 @@ namespace vlt {
 class MeasureFile {
  public:
   // `scale` names the channels, `trend` counts the cycles.
-  MeasureFile(App& app, Form9Controls& page, LiveRun& run, const MeasureValues& values,
+  MeasureFile(App& app, MeasureControls& page, LiveRun& run, const MeasureValues& values,
               const MeasureScale& scale, const Trend& trend);
 
   // The operator chooses the file of the next run.
@@ -41,7 +41,7 @@ class MeasureFile {
   std::vector<std::string> HeadLines() const;
 
   App& app_;
-  Form9Controls& page_;
+  MeasureControls& page_;
   LiveRun& run_;
   const MeasureValues& values_;
   const MeasureScale& scale_;

@@ -48,7 +48,7 @@ std::vector<MeasureScale::Scale> MeasureScale::Scales() const {
   };
 }
 
-MeasureScale::MeasureScale(App& app, Form9Controls& page, MeasureValues& values, Trend& trend)
+MeasureScale::MeasureScale(App& app, MeasureControls& page, MeasureValues& values, Trend& trend)
     : app_(app), page_(page), values_(values), trend_(trend) {
   page_.CH_Combo.on_click = [this] { CH_Combo_Click(); };
   page_.Flow_Combo.on_click = [this] {

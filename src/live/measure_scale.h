@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "live/form9_controls.h"
+#include "live/measure_controls.h"
 #include "live/measure_values.h"
 #include "live/trend.h"
 
@@ -15,7 +15,7 @@ namespace vlt {
 
 class MeasureScale {
  public:
-  MeasureScale(App& app, Form9Controls& page, MeasureValues& values, Trend& trend);
+  MeasureScale(App& app, MeasureControls& page, MeasureValues& values, Trend& trend);
 
   // The entries as they are at first.
   void Reset();
@@ -48,7 +48,7 @@ class MeasureScale {
   void CH_Combo_Click();
 
   App& app_;
-  Form9Controls& page_;
+  MeasureControls& page_;
   MeasureValues& values_;
   Trend& trend_;
 };

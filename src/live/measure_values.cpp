@@ -18,30 +18,32 @@ constexpr int kQuantityPlacesWithoutVelocity[] = {kFlowPlace, kFlowPercentPlace,
 }  // namespace
 
 const std::array<MeasureValues::Shown, kAllFields> MeasureValues::kShown = {{
-    {&Form9Controls::txtRyusoku, [](Form9Controls& f, int ch) -> Label& { return f.lblRyusokuUnit(ch); }},
-    {&Form9Controls::txtRyuryo, [](Form9Controls& f, int ch) -> Label& { return f.lblRyuryoUnit(ch); }},
-    {&Form9Controls::txtRyuryoPer, [](Form9Controls& f, int ch) -> Label& { return f.lblRyuryoPerUnit(ch); }},
-    {&Form9Controls::txtPlusSekisan,
-     [](Form9Controls& f, int ch) -> Label& { return f.lblSekisanUnit(2 * ch); }},
-    {&Form9Controls::txtMinusSekisan,
-     [](Form9Controls& f, int ch) -> Label& { return f.lblSekisanUnit(2 * ch + 1); }},
-    {&Form9Controls::txtPlusSekisanPulse,
-     [](Form9Controls& f, int ch) -> Label& { return f.lblPulseUnit(2 * ch); }},
-    {&Form9Controls::txtMinusSekisanPulse,
-     [](Form9Controls& f, int ch) -> Label& { return f.lblPulseUnit(2 * ch + 1); }},
-    {&Form9Controls::txtRAS},
-    {&Form9Controls::txtThermalFlowPer, [](Form9Controls& f, int) -> Label& { return f.lblHPerUnit; }},
-    {&Form9Controls::txtThermalFlow, [](Form9Controls& f, int) -> Label& { return f.lblHRyuryoUnit; }},
-    {&Form9Controls::txtTempDifference, [](Form9Controls& f, int) -> Label& { return f.lbldegreeCUnit(2); }},
-    {&Form9Controls::txtHTotal, [](Form9Controls& f, int) -> Label& { return f.lblHSekisanUnit(0); }},
-    {&Form9Controls::txtHTotalPulse, [](Form9Controls& f, int) -> Label& { return f.lblHPulseUnit(0); }},
-    {&Form9Controls::txtCTotal, [](Form9Controls& f, int) -> Label& { return f.lblHSekisanUnit(1); }},
-    {&Form9Controls::txtCTotalPulse, [](Form9Controls& f, int) -> Label& { return f.lblHPulseUnit(1); }},
-    {&Form9Controls::txtSupplyTemp, [](Form9Controls& f, int) -> Label& { return f.lbldegreeCUnit(0); }},
-    {&Form9Controls::txtReturnTemp, [](Form9Controls& f, int) -> Label& { return f.lbldegreeCUnit(1); }},
+    {&MeasureControls::txtRyusoku, [](MeasureControls& f, int ch) -> Label& { return f.lblRyusokuUnit(ch); }},
+    {&MeasureControls::txtRyuryo, [](MeasureControls& f, int ch) -> Label& { return f.lblRyuryoUnit(ch); }},
+    {&MeasureControls::txtRyuryoPer,
+     [](MeasureControls& f, int ch) -> Label& { return f.lblRyuryoPerUnit(ch); }},
+    {&MeasureControls::txtPlusSekisan,
+     [](MeasureControls& f, int ch) -> Label& { return f.lblSekisanUnit(2 * ch); }},
+    {&MeasureControls::txtMinusSekisan,
+     [](MeasureControls& f, int ch) -> Label& { return f.lblSekisanUnit(2 * ch + 1); }},
+    {&MeasureControls::txtPlusSekisanPulse,
+     [](MeasureControls& f, int ch) -> Label& { return f.lblPulseUnit(2 * ch); }},
+    {&MeasureControls::txtMinusSekisanPulse,
+     [](MeasureControls& f, int ch) -> Label& { return f.lblPulseUnit(2 * ch + 1); }},
+    {&MeasureControls::txtRAS},
+    {&MeasureControls::txtThermalFlowPer, [](MeasureControls& f, int) -> Label& { return f.lblHPerUnit; }},
+    {&MeasureControls::txtThermalFlow, [](MeasureControls& f, int) -> Label& { return f.lblHRyuryoUnit; }},
+    {&MeasureControls::txtTempDifference,
+     [](MeasureControls& f, int) -> Label& { return f.lbldegreeCUnit(2); }},
+    {&MeasureControls::txtHTotal, [](MeasureControls& f, int) -> Label& { return f.lblHSekisanUnit(0); }},
+    {&MeasureControls::txtHTotalPulse, [](MeasureControls& f, int) -> Label& { return f.lblHPulseUnit(0); }},
+    {&MeasureControls::txtCTotal, [](MeasureControls& f, int) -> Label& { return f.lblHSekisanUnit(1); }},
+    {&MeasureControls::txtCTotalPulse, [](MeasureControls& f, int) -> Label& { return f.lblHPulseUnit(1); }},
+    {&MeasureControls::txtSupplyTemp, [](MeasureControls& f, int) -> Label& { return f.lbldegreeCUnit(0); }},
+    {&MeasureControls::txtReturnTemp, [](MeasureControls& f, int) -> Label& { return f.lbldegreeCUnit(1); }},
 }};
 
-MeasureValues::MeasureValues(App& app, Form9Controls& page) : app_(app), page_(page) {
+MeasureValues::MeasureValues(App& app, MeasureControls& page) : app_(app), page_(page) {
   for (const Shown& shown : kShown) (page_.*shown.box).ForEach([](TextBox& box) { box.SetLocked(true); });
 }
 
@@ -136,7 +138,7 @@ void MeasureValues::ShowChannelNames(std::span<const std::string> names) {
 }
 
 std::vector<Control*> MeasureValues::HeatLabels() {
-  Form9Controls& p = page_;
+  MeasureControls& p = page_;
   std::vector<Control*> labels = {&p.lblHPerUnit,        &p.lblHRyuryoUnit,     &p.lblTHERMAL_FLOWPer,
                                   &p.lblTHERMAL_FLOW,    &p.lblTEMP_DIFFERENCE, &p.lblH_TOTAL,
                                   &p.lblHTotalPulse,     &p.lblCTotal,          &p.lblCTotalPulse,

@@ -9,15 +9,15 @@
 #include <vector>
 
 #include "link/registers.h"
-#include "live/form9_controls.h"
 #include "live/live_fields.h"
+#include "live/measure_controls.h"
 #include "live/measure_record.h"
 
 namespace vlt {
 
 class MeasureValues {
  public:
-  MeasureValues(App& app, Form9Controls& page);
+  MeasureValues(App& app, MeasureControls& page);
 
   // Reads a channel and shows it. False, with LastErrorText, when it has not answered in full: its texts hold
   // no value then.
@@ -53,8 +53,8 @@ class MeasureValues {
  private:
   // Where a live value is shown.
   struct Shown {
-    ControlArray<TextBox> Form9Controls::*box;
-    Label& (*unit)(Form9Controls&, int) = nullptr;  // of a channel; null for a value without a unit
+    ControlArray<TextBox> MeasureControls::*box;
+    Label& (*unit)(MeasureControls&, int) = nullptr;  // of a channel; null for a value without a unit
   };
   // By the places of live_fields.h.
   static const std::array<Shown, kAllFields> kShown;
@@ -69,7 +69,7 @@ class MeasureValues {
   std::vector<Control*> HeatLabels();
 
   App& app_;
-  Form9Controls& page_;
+  MeasureControls& page_;
   std::array<FieldTexts, kChannels> texts_;
   std::optional<double> TrendValue;
 };

@@ -15,6 +15,7 @@
 #include <QScrollBar>
 #include <QStyle>
 #include <QTabWidget>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest/QTest>
@@ -22,6 +23,7 @@
 #include <functional>
 
 #include "calc/frm_calc.h"
+#include "desktop/layouts/layouts.h"
 #include "desktop/program.h"
 #include "desktop/qt_text.h"
 #include "desktop/window_place.h"
@@ -81,6 +83,29 @@ bool IsCutOff(const QWidget& widget) {
   if (!shows_text || gives_way || !widget.isVisible()) return false;
   const QSize wanted = widget.sizeHint();
   return widget.width() < wanted.width() || widget.height() < wanted.height();
+}
+
+// Either the layout or the page itself says how wide the columns are.
+TEST_P(ProgramTest, GridsHaveTheWidthsOfTheirLayout) {
+  int shaped = 0;
+  for (const std::string& name : app.windows.RegisteredNames()) {
+    for (const Control* control : Open(name).Controls()) {
+      if (control->Kind() != ControlKind::kGrid) continue;
+      SCOPED_TRACE(control->Name());
+      const auto& grid = static_cast<const Grid&>(*control);
+      const GridShape* shape = FindGridShape(name, grid.Name());
+      ASSERT_EQ(shape != nullptr, grid.ColumnWidth(0) == Grid::kOfLayout);
+      if (shape == nullptr) continue;
+      ++shaped;
+      ASSERT_EQ(static_cast<int>(shape->columns.size()), grid.Columns());
+      const auto& table = dynamic_cast<const QTableWidget&>(hands.Widget(name, grid.Name()));
+      EXPECT_GE(table.minimumWidth(), shape->width / 15);
+      for (int column = 0; column + 1 < grid.Columns(); ++column) {
+        EXPECT_EQ(table.columnWidth(column), shape->columns[static_cast<std::size_t>(column)] / 15) << column;
+      }
+    }
+  }
+  EXPECT_EQ(shaped, 7);
 }
 
 TEST_P(ProgramTest, EveryControlHasItsPlaceAndNothingIsCutOff) {

@@ -86,7 +86,8 @@ TEST(Waves, EachKindIsTheseBytes) {
         options[kind]->Choose();
         Capture(t, 1);
         const bool head = kind < 4 && !(kind < 2 && method != 0);
-        Texts expected = RunRequests(kMethods[channel], head ? kHeadReads[channel] : "", 1 + kind + 5 * channel);
+        Texts expected =
+            RunRequests(kMethods[channel], head ? kHeadReads[channel] : "", 1 + kind + 5 * channel);
         Texts sent = WithoutPolls(t.Requests());
         ASSERT_GE(sent.size(), expected.size());
         EXPECT_EQ(sent.back(), "06 01 68 00 00") << "the capture mode is ended";

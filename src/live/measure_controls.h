@@ -8,9 +8,9 @@
 
 namespace vlt {
 
-class Form9Controls : public PageForm {
+class MeasureControls : public PageForm {
  public:
-  explicit Form9Controls(App& app) : PageForm(app, "Form9") {}
+  explicit MeasureControls(App& app) : PageForm(app, "Form9") {}
 
   PushButton Start{*this, "Start"};
   PushButton Stop{*this, "Stop"};
