@@ -5,6 +5,8 @@
 #include <array>
 #include <iterator>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace vlt {
 namespace {
@@ -43,27 +45,48 @@ constexpr auto kRows = [] {
   return rows;
 }();
 
-constexpr int kEnglishOffset = 5000;
+constexpr int kFirstOfEnglish = static_cast<int>(Language::kEnglish);
 
 constexpr bool IdsAreUnique() {
   for (std::size_t i = 1; i < std::size(kRows); ++i) {
     if (kRows[i - 1].id >= kRows[i].id) return false;
   }
-  return kRows[0].id > 0 && std::end(kRows)[-1].id < kEnglishOffset;
+  return kRows[0].id > 0 && std::end(kRows)[-1].id < kFirstOfEnglish;
 }
 static_assert(IdsAreUnique(), "texts/: no id has two rows, and all lie in 1 to 4999");
 
+// By row, once it was made.
+std::vector<std::string>& ThirdColumn() {
+  static std::vector<std::string> column;
+  return column;
+}
+
 }  // namespace
 
-const char* LookupText(int id) {
-  const bool english = id > kEnglishOffset;
-  const int row_id = english ? id - kEnglishOffset : id;
-  const Row* row = std::lower_bound(std::begin(kRows), std::end(kRows), row_id,
+const char* LookupText(int id, Language language) {
+  const auto row = std::lower_bound(kRows.begin(), kRows.end(), id,
                                     [](const Row& r, int wanted) { return r.id < wanted; });
-  if (row == std::end(kRows) || row->id != row_id) {
-    throw std::out_of_range("no text with id " + std::to_string(id));
+  if (row == kRows.end() || row->id != id) throw std::out_of_range("no text with id " + std::to_string(id));
+  switch (language) {
+    case Language::kJapanese:
+      return row->japanese;
+    case Language::kEnglish:
+      return row->english;
+    case Language::kThird:
+      break;
   }
-  return english ? row->english : row->japanese;
+  return ThirdColumn().at(static_cast<std::size_t>(row - kRows.begin())).c_str();
+}
+
+const char* LookupText(int id) {
+  const int language = id / kFirstOfEnglish * kFirstOfEnglish;
+  return LookupText(id - language, static_cast<Language>(language));
+}
+
+void MakeThirdLanguage(const TextMaker& make) {
+  std::vector<std::string> column;
+  for (const Row& row : kRows) column.push_back(make(row.japanese, row.english));
+  ThirdColumn() = std::move(column);
 }
 
 std::string FormatText(std::string_view text, std::initializer_list<std::string_view> args) {

@@ -41,6 +41,17 @@ namespace vlt::test {
 namespace {
 
 constexpr int kEnglish = 5000;
+constexpr int kLongest = static_cast<int>(Language::kThird);
+
+// A third language whose texts are an eighth longer than those of either.
+void MakeLongest() {
+  const QFontMetrics metrics(QApplication::font());
+  const auto width = [&](const char* text) { return metrics.size(0, ToQt(text)).width(); };
+  MakeThirdLanguage([&](const char* japanese, const char* english) {
+    const std::string longer = width(japanese) > width(english) ? japanese : english;
+    return longer + std::string(longer.size() / 8, '~');
+  });
+}
 
 class ProgramTest : public testing::TestWithParam<int> {
  protected:
@@ -70,6 +81,14 @@ class ProgramTest : public testing::TestWithParam<int> {
   Program program;
   App& app = program.Logic();
   Hands hands;
+};
+
+// What holds in a language to come, too.
+class LayoutTest : public ProgramTest {
+ protected:
+  LayoutTest() {
+    if (GetParam() == kLongest) MakeLongest();
+  }
 };
 
 bool HasWidget(const Control& control) {
@@ -108,7 +127,7 @@ TEST_P(ProgramTest, GridsHaveTheWidthsOfTheirLayout) {
   EXPECT_EQ(shaped, 7);
 }
 
-TEST_P(ProgramTest, EveryControlHasItsPlaceAndNothingIsCutOff) {
+TEST_P(LayoutTest, EveryControlHasItsPlaceAndNothingIsCutOff) {
   for (const std::string& name : app.windows.RegisteredNames()) {
     SCOPED_TRACE(name);
     Form& form = Open(name);
@@ -464,8 +483,14 @@ TEST_P(ProgramTest, AnEndFromOutsideWaitsForTheOperationOnTheLine) {
   EXPECT_TRUE(wait([&] { return program.IsEnding(); }));
 }
 
+const char* NameOf(int lang_offset) {
+  constexpr const char* kNames[] = {"Japanese", "English", "Longest"};
+  return kNames[lang_offset / kEnglish];
+}
 INSTANTIATE_TEST_SUITE_P(Languages, ProgramTest, testing::Values(0, kEnglish),
-                         [](const auto& tested) { return tested.param == 0 ? "Japanese" : "English"; });
+                         [](const auto& tested) { return NameOf(tested.param); });
+INSTANTIATE_TEST_SUITE_P(Languages, LayoutTest, testing::Values(0, kEnglish, kLongest),
+                         [](const auto& tested) { return NameOf(tested.param); });
 
 }  // namespace
 }  // namespace vlt::test
