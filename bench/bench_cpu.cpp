@@ -14,9 +14,9 @@
 #include "bench/figures.h"
 #include "bench/machine.h"
 #include "host/host.h"
-#include "link/device_queries.h"
 #include "link/modbus.h"
 #include "link/port.h"
+#include "meter/device_queries.h"
 
 namespace {
 

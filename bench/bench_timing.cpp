@@ -133,7 +133,7 @@ class Bench {
         count_,
         [&] {
           vlt::RegisterData data;
-          return vlt::ReadRegisters(app_, vlt::OwnStation(app_, block.mode), block.span, data);
+          return vlt::ReadRegisters(app_, vlt::OwnStation(app_, block.mode), block.span, data).ok;
         },
         [&] { vlt::WaitMs(app_, kRestMs); });
     Close();

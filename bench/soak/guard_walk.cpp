@@ -9,7 +9,6 @@
 #include <random>
 
 #include "compare/sender.h"
-#include "link/learn.h"
 #include "link/operation.h"
 #include "link/port.h"
 #include "meter/facts.h"
@@ -53,15 +52,11 @@ sim::MeterConfig ConfigOf(unsigned number) {
 // What is true of a meter, by its memory.
 MeterFacts TruthOf(sim::Meter& meter) {
   MeterFacts facts;
-  for (int fact = 0; fact < kFactKinds; ++fact) {
-    for (int channel = 0; channel < kChannels; ++channel) {
-      const FactPlace place{static_cast<Fact>(fact), channel};
-      const auto address = static_cast<std::uint32_t>(PlaceOfFact(place).Address());
-      if (meter.holding().Has(address, 2)) facts.Learn(place, meter.holding().Word(address), 0, {});
-    }
-  }
-  facts.SpecClass = SpecClassOf(facts.SpecNumber);
-  for (int& unit : facts.TotalUnit) unit = TotalUnitOf(facts.UnitFlag, unit);
+  LearnAll(facts, [&](const ParameterPlace& place) -> std::optional<int> {
+    const auto address = static_cast<std::uint32_t>(place.Address());
+    if (!meter.holding().Has(address, 2)) return {};
+    return meter.holding().Word(address);
+  });
   return facts;
 }
 

@@ -96,7 +96,7 @@ class Soak {
     auto& memory = t_.platform.Meter().holding();
     memory.PutWord(static_cast<std::uint32_t>(address), kNeither);
     const Target target{.station = 1, .mode = Chance(0.5) ? kModeOrdinary : kModeStore};
-    if (WriteRegister(t_.app, target, address, value) != WriteResult::kProven) {
+    if (!WriteRegister(t_.app, target, address, value).Proven()) {
       ++result_.missing;
     } else if (memory.Word(static_cast<std::uint32_t>(address)) == value) {
       ++result_.good;

@@ -4,6 +4,7 @@
 #include "calc/spacing_check.h"
 #include "link/modbus.h"
 #include "link/port.h"
+#include "meter/identification.h"
 #include "meter/process_table.h"
 #include "meter/value_text.h"
 #include "values/number_text.h"
@@ -58,7 +59,7 @@ bool IsOfOtherPipe(App& app, const OriginRecord& record, const std::string& kept
   ValuePlace shown = record.place;
   shown.meter = {.port = app.state.PortIsOpen ? app.state.OpenedPort : PortNumber(app),
                  .station = StationNumber(app)};
-  shown.id_number = app.state.MeterIdNo;
+  shown.id_number = KnownIdNumber(app.state);
   shown.index = app.state.ProcessChannel;
   return ChangeOf(record.place, shown) != PlaceChange::kNone;
 }

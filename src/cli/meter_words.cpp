@@ -9,11 +9,11 @@
 #include "cli/on_line.h"
 #include "cli/trouble.h"
 #include "cli/words_of_states.h"
-#include "link/store.h"
 #include "meter/facts.h"
 #include "meter/offered_codes.h"
 #include "meter/proven_write.h"
 #include "meter/single_read.h"
+#include "meter/store.h"
 #include "meter/value_text.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
@@ -90,8 +90,8 @@ void MeterWords::Fail(int text_id, std::initializer_list<std::string_view> parts
   throw Trouble{kDiffers, Format(text_id, parts)};
 }
 
-std::string MeterWords::WhyNot(const ParameterPlace& place, const SharedState& facts,
-                               const std::string& typed, const EncodedValue& value) const {
+std::string MeterWords::WhyNot(const ParameterPlace& place, const ToldFacts& facts, const std::string& typed,
+                               const EncodedValue& value) const {
   const Parameter& row = *place.row;
   if (value.fault != ValueFault::kNone) return ValueFaultText(row, facts, value.fault);
   if (row.IsCode()) return WhyNoCode(place, facts, CodeAt(row, value.bytes, 0));
@@ -101,7 +101,7 @@ std::string MeterWords::WhyNot(const ParameterPlace& place, const SharedState& f
 }
 
 // A code that has no word is given in parentheses, and then meant.
-std::string MeterWords::WhyNoCode(const ParameterPlace& place, const SharedState& facts, int code) const {
+std::string MeterWords::WhyNoCode(const ParameterPlace& place, const ToldFacts& facts, int code) const {
   if (IsOffered(place, facts, code)) return {};
   const std::vector<std::string> words = CodeWords(*place.row, facts);
   if (words.empty()) {
@@ -194,8 +194,7 @@ void MeterWords::Keep(const Arguments&) {
   KnowSettings();
   const OnLine line(app_, lock_holder_);
   if (!SaveToDevice(app_)) {
-    const std::string& reason = app_.state.LastErrorText;
-    throw Trouble{kDiffers, app_.Text(text::kNotSaved) + (reason.empty() ? "" : " " + reason)};
+    throw Trouble{kDiffers, Joined(app_.Text(text::kNotSaved), app_.state.LastErrorText)};
   }
   desk_.tell({"kept"});
 }

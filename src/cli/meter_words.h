@@ -38,7 +38,7 @@
 #include "cli/trouble.h"
 #include "compare/comparison.h"
 #include "compare/sender.h"
-#include "link/meter_search.h"
+#include "meter/meter_search.h"
 #include "meter/proven_write.h"
 #include "meter/single_read.h"
 #include "meter/value_text.h"
@@ -87,10 +87,10 @@ class MeterWords {
   int PlaceOf(const Parameter& row, const Arguments& arguments, std::size_t at) const;
   SingleRead ReadPlaces(const Parameter& row, int index);
   // Why a typed text is not to be sent; empty when it is.
-  std::string WhyNot(const ParameterPlace& place, const SharedState& facts, const std::string& typed,
+  std::string WhyNot(const ParameterPlace& place, const ToldFacts& facts, const std::string& typed,
                      const EncodedValue& value) const;
   // Why this meter does not take a code there; empty when it does.
-  std::string WhyNoCode(const ParameterPlace& place, const SharedState& facts, int code) const;
+  std::string WhyNoCode(const ParameterPlace& place, const ToldFacts& facts, int code) const;
   void TellValue(const SnapshotRow& row);
   // Throws for every end but kStored.
   void TellSent(const SnapshotRow& before, const Sent& sent) const;

@@ -117,7 +117,7 @@ class Inputs {
   }
 
   const App& app_;
-  SharedState facts_;
+  ToldFacts facts_;
   const KeyValues& values_;
 };
 

@@ -9,7 +9,7 @@
 #include "compare/compare_rows.h"
 #include "files/settings_file.h"
 #include "link/port.h"
-#include "link/store.h"
+#include "meter/store.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_compare.h"

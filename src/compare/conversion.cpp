@@ -178,7 +178,7 @@ double Clean(double number) { return ParseNumber(GeneralText(number)).value_or(n
 
 // An exact conversion, as the text that the meter's entry would take; nothing for one that is not.
 std::optional<std::vector<std::uint8_t>> Exactly(const SideCell& cell, const Scales& scales,
-                                                 const SharedState& to) {
+                                                 const MeterFacts& to) {
   const Parameter& row = *cell.place.row;
   const double number = NumberOf(cell);
   const double result = Clean(Apply(scales.from, scales.to, number));
@@ -200,13 +200,13 @@ std::optional<std::vector<std::uint8_t>> Exactly(const SideCell& cell, const Sca
 // --- codes
 // -----------------------------------------------------------------------------------------------------
 
-bool SameShape(const SharedState& a, const SharedState& b) {
+bool SameShape(const MeterFacts& a, const MeterFacts& b) {
   return a.SpecClass == b.SpecClass && (IsSingleChannel(a) || a.PathMode == b.PathMode);
 }
 
 class Converter {
  public:
-  Converter(const SideCell& cell, const SharedState& from, const SharedState& to, int output_channel)
+  Converter(const SideCell& cell, const ToldFacts& from, const ToldFacts& to, int output_channel)
       : cell_(cell), row_(*cell.place.row), from_(from), to_(to), output_channel_(output_channel) {}
 
   Conversion Run() {
@@ -229,7 +229,7 @@ class Converter {
   Conversion Code() const {
     int code = CodeAt(row_, cell_.raw, 0);
     if (row_.IsOrder(code)) return Unfit(text::kClearsTotals);
-    SharedState speaker = from_;
+    ToldFacts speaker = from_;
     speaker.LangOffset = to_.LangOffset;
     speaker.ModelCode = to_.ModelCode;
     if (row_.unit == UnitKind::kNone) speaker.UnitFlag = cell_.unit_flag;
@@ -260,15 +260,14 @@ class Converter {
 
   const SideCell& cell_;
   const Parameter& row_;
-  const SharedState& from_;
-  const SharedState& to_;
+  const ToldFacts& from_;
+  const ToldFacts& to_;
   int output_channel_;
 };
 
 }  // namespace
 
-Conversion ConvertFor(const SideCell& cell, const SharedState& from, const SharedState& to,
-                      int output_channel) {
+Conversion ConvertFor(const SideCell& cell, const ToldFacts& from, const ToldFacts& to, int output_channel) {
   return Converter(cell, from, to, output_channel).Run();
 }
 

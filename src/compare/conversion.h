@@ -21,7 +21,7 @@ struct Conversion {
 // gives the same bytes. Another one is converted where the result is exact in the meter's register; so is a
 // code of another model or mode, where the meter has it.
 // `output_channel` is the channel that the meter's output follows, for a place that is one.
-Conversion ConvertFor(const SideCell& cell, const SharedState& from, const SharedState& to,
+Conversion ConvertFor(const SideCell& cell, const ToldFacts& from, const ToldFacts& to,
                       int output_channel = 0);
 
 // The identities tell the same meter: ID number, specification and type are known and alike.

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "files/file_report.h"
-#include "link/device_queries.h"
-#include "link/identification.h"
+#include "meter/device_queries.h"
+#include "meter/identification.h"
 #include "meter/status_table.h"
 #include "meter/system_table.h"
 #include "meter/value_text.h"
@@ -34,13 +34,12 @@ void AskUnitsAnew(App& app) {
   ReadUnitSystem(app);
   GetOperationMode(app);
   GetChannelConfig(app);
-  const bool single = IsSingleChannel(app.state);
-  for (int channel = 0; channel < (single ? 1 : kChannels); ++channel) {
+  for (int channel = 0; channel < LocationCount(Location::kChannel, app.state); ++channel) {
     GetRangeKind(app, channel);
     RefreshChannelUnits(app, channel);
   }
   ClearProcessCache(app);
-  if (!single) RefreshHeatUnits(app);
+  if (!LacksHeatRegisters(app.state)) RefreshHeatUnits(app);
 }
 
 // The channel that an output of the meter follows.
@@ -157,7 +156,7 @@ class Sending {
   }
 
   SentRow Write(const ParameterPlace& place, const Conversion& conversion) {
-    const SharedState facts = now_.facts;
+    const ToldFacts facts = now_.facts;
     const ProvenWrite proven = WriteProven(app_, place, conversion.raw, facts);
     if (place.row->decides && proven.end != WriteEnd::kNotSent) Learn(place, proven.came_back);
     LearnIdentity(place, proven);

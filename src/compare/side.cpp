@@ -10,13 +10,12 @@
 #include "files/parameter_file.h"
 #include "files/profile_file.h"
 #include "meter/display_table.h"
-#include "meter/heat_table.h"
+#include "meter/facts.h"
 #include "meter/offered_codes.h"
 #include "meter/process_table.h"
 #include "meter/range_table.h"
 #include "meter/status_table.h"
 #include "meter/system_table.h"
-#include "meter/total_table.h"
 #include "meter/units.h"
 #include "meter/value_text.h"
 #include "resources/string_table.h"
@@ -63,10 +62,10 @@ struct SlotSource {
 
 class SlotReader {
  public:
-  SlotReader(SlotSource source, SharedState facts, bool shape_is_known)
+  SlotReader(SlotSource source, ToldFacts facts, bool shape_is_known)
       : source_(std::move(source)), facts_(std::move(facts)), shape_is_known_(shape_is_known) {
-    LearnShape();
-    LearnUnits();
+    shape_is_known_ = shape_is_known_ || ParseWhole(Text(SystemRow("specification")));
+    LearnAll(facts_, [this](const ParameterPlace& place) { return CodeAt(place); });
   }
 
   CompareSide Side(SideKind kind) {
@@ -95,32 +94,14 @@ class SlotReader {
     constexpr int kMostEntries = 1000;
     return number && *number >= 0 && *number < kMostEntries ? number : std::nullopt;
   }
-  void Learn(const Parameter& row, int& fact) const { fact = IndexOf(row).value_or(fact); }
 
-  void LearnShape() {
-    if (const auto number = ParseWhole(Text(SystemRow("specification")))) {
-      facts_.SpecClass = SpecClassOf(*number);
-      shape_is_known_ = true;
-    }
-    Learn(SystemRow("measurement_mode"), facts_.PathMode);
-    Learn(SystemRow("operation_mode"), facts_.OperationMode);
-  }
-
-  void LearnUnits() {
-    const auto range = ChannelIndex(RangeRow("unit"));
-    const auto total = ChannelIndex(TotalRow("unit"));
-    Learn(RangeRow("unit"), facts_.RangeUnit.at(range));
-    Learn(TotalRow("unit"), facts_.TotalUnit.at(total));
-    if (const auto kind = IndexOf(RangeRow("kind"))) {
-      facts_.RangeKind.at(range) = CodeOfIndex(RangeRow("kind"), *kind).value_or(kFlowKind);
-    }
-    Learn(HeatRow("temperature_unit"), facts_.TempUnit);
-    Learn(HeatRow("flow_unit"), facts_.HeatFlowUnit);
-    Learn(HeatRow("total_unit"), facts_.HeatTotalUnit);
-  }
-
-  std::size_t ChannelIndex(const Parameter& row) const {
-    return static_cast<std::size_t>(std::clamp(PageIndex(row), 0, kChannels - 1));
+  // What the page of a row says of a fact; the unit system has a key of its own.
+  std::optional<int> CodeAt(const ParameterPlace& place) const {
+    const Parameter& row = *place.row;
+    if (&row == &SystemRow("unit") || place.index != std::clamp(PageIndex(row), 0, kChannels - 1)) return {};
+    if (&row == &SystemRow("specification")) return ParseWhole(Text(row));
+    const auto index = IndexOf(row);
+    return index && &row == &RangeRow("kind") ? CodeOfIndex(row, *index).value_or(kFlowKind) : index;
   }
 
   // The channel or output that the page of a row shows.
@@ -168,14 +149,14 @@ class SlotReader {
   void AddCell(const Parameter& row, std::vector<SideCell>& cells) const {
     const int index = PageIndex(row);
     const bool exists = shape_is_known_ ? HasPlace({&row, index}, facts_)
-                                        : index >= 0 && index < LocationCount(row.location, SharedState{});
+                                        : index >= 0 && index < LocationCount(row.location, MeterFacts{});
     if (!IsKept(row) || !exists) return;
     SideCell cell{
         .place = {&row, index}, .raw = {}, .text = Text(row), .unit = {}, .unit_flag = 0, .problem = {}};
     if (cell.text.empty() || !source_.text(row.slot)) return;
     cell.unit = UnitOf(cell.place);
     cell.unit_flag = UnitFlagOf(row, cell.unit);
-    SharedState facts = facts_;
+    ToldFacts facts = facts_;
     facts.UnitFlag = cell.unit_flag;
     if (row.IsCode()) {
       if (!EncodeEntry(row, facts, cell)) return;
@@ -185,14 +166,14 @@ class SlotReader {
     cells.push_back(std::move(cell));
   }
 
-  static void Take(const Parameter& row, const SharedState& facts, EncodedValue encoded, SideCell& cell) {
+  static void Take(const Parameter& row, const ToldFacts& facts, EncodedValue encoded, SideCell& cell) {
     cell.raw = std::move(encoded.bytes);
     if (encoded.fault != ValueFault::kNone) cell.problem = ValueFaultText(row, facts, encoded.fault);
     cell.cut = CutText(row, facts, cell.text, cell.raw);
   }
 
   // False for a list without a choice.
-  bool EncodeEntry(const Parameter& row, const SharedState& facts, SideCell& cell) const {
+  bool EncodeEntry(const Parameter& row, const ToldFacts& facts, SideCell& cell) const {
     const bool by_name = &row == &DisplayRow("channel_1") || &row == &DisplayRow("channel_2");
     std::optional<int> code;
     if (by_name) {
@@ -242,7 +223,7 @@ class SlotReader {
   }
 
   SlotSource source_;
-  SharedState facts_;
+  ToldFacts facts_;
   // Which parameters the meter has that it all came from; what it has not is no value of it.
   bool shape_is_known_;
 };
@@ -288,7 +269,7 @@ SlotSource SourceOf(const ProfileFile& profile) {
 }
 
 CompareSide SideOfProfile(const App& app, const ProfileFile& profile, const std::string& path) {
-  SharedState facts = app.state;
+  ToldFacts facts = app.state;
   facts.UnitFlag = profile.GetInt("SYSTEM", "UNIT_FLAG", facts.UnitFlag) == 0 ? 0 : 1;
   CompareSide side = SlotReader(SourceOf(profile), std::move(facts), false).Side(SideKind::kParameterFile);
   side.name = path;

@@ -33,7 +33,7 @@ struct CompareSide {
   SideKind kind = SideKind::kMeter;
   std::string name;  // the file's path; empty for the meter and the fields
   MeterIdentity identity;
-  SharedState facts;
+  ToldFacts facts;
   std::vector<SideCell> cells;  // in catalogue order, each place once
   // Told beside the comparison: lines of a file that were not taken, keys without a value of their kind.
   // While there are any, nothing is called without differences.

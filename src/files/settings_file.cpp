@@ -48,19 +48,14 @@ bool StoreNumberText(const std::string& text, int& target) {
 // What a row of the settings does with its value.
 using Take = Taken (*)(App& app, const std::string& value);
 
-template <std::string SharedState::*member>
+template <auto member>
 Taken TakeText(App& app, const std::string& value) {
   app.state.*member = value;
   return Taken::kYes;
 }
 
 // Integers are read as the platform does it: digits as far as they go.
-template <int MeterFacts::*member>
-Taken TakeFact(App& app, const std::string& value) {
-  return TakenIf(Store16(LeadingInteger(value), app.state.*member));
-}
-
-template <int SharedState::*member>
+template <auto member>
 Taken TakeInteger(App& app, const std::string& value) {
   return TakenIf(Store16(LeadingInteger(value), app.state.*member));
 }
@@ -122,7 +117,7 @@ constexpr SettingRow kSettings[] = {
     {"COMM", "TRANS_METHOD", "RS232C", "RS232C", TakeText<&SharedState::TransMethod>},
     {"COMM", "STATION_NO", "00", "00", TakeText<&SharedState::StationNo>},
     {"COMM", "RETRY_NO", "3", "3", TakeInteger<&SharedState::RetryNo>},
-    {"SYSTEM", "UNIT_FLAG", "0", "0", TakeFact<&SharedState::UnitFlag>},
+    {"SYSTEM", "UNIT_FLAG", "0", "0", TakeInteger<&SharedState::UnitFlag>},
     {"SYSTEM", "SYSTEM_LANG_FLAG", "0", "0", TakeInteger<&SharedState::SystemLangFlag>},
     {"SYSTEM", "LANG_FLAG", "0", "0", TakeInteger<&SharedState::LangFlag>},
     {"SYSTEM", "USER_INFO", "Standard", "Standard", TakeUserInfo},
@@ -307,7 +302,7 @@ LoadResult LoadSettings(App& app, const ProfileFile& profile, int skipLangFlag) 
     if (taken == Taken::kLeft) result.Leave(row.section, row.key);
   }
   // What a file tells is no meter's word.
-  app.state.ForgetAll();
+  app.state.Learnt.ForgetAll();
   return result;
 }
 

@@ -215,7 +215,7 @@ class EventExchange {
 
   void SetText(AttemptEnd end) {
     const Frame& reply = x_.arrived;
-    std::string& text = x_.app.state.LastErrorText;
+    std::string& text = x_.text;
     if (end == AttemptEnd::kSilence || end == AttemptEnd::kOtherStation) text = kNoResponse;
     if (end == AttemptEnd::kBadCheck || (end == AttemptEnd::kShort && reply.size() >= kHeadBytes)) {
       text = kCheckError;
@@ -246,7 +246,7 @@ class EventExchange {
     if (++x_.count <= x_.app.state.RetryNo) return false;
     AwaitSilence();
     x_.Port().DiscardInput();
-    if (x_.app.state.LastErrorText.empty()) x_.app.state.LastErrorText = kApplicationError;
+    if (x_.text.empty()) x_.text = kApplicationError;
     return true;
   }
 

@@ -105,7 +105,7 @@ void AwaitReply(Exchange& x) {
 // Takes station and function. A lone byte fails without a text: the exchange finds one at its end.
 AttemptEnd CheckHead(Exchange& x) {
   if (x.Port().BytesIn() == 0) {
-    x.app.state.LastErrorText = kNoResponse;
+    x.text = kNoResponse;
     return AttemptEnd::kSilence;
   }
   if (x.Port().BytesIn() < static_cast<int>(kHeadBytes)) return AttemptEnd::kShort;
@@ -113,7 +113,7 @@ AttemptEnd CheckHead(Exchange& x) {
   if (x.rx[1] == x.tx[1]) return AttemptEnd::kAnswered;
   int code = 0;
   if (x.Port().BytesIn() > 0) code = x.rx[2] = x.Take();
-  x.app.state.LastErrorText = ExceptionText(code);
+  x.text = ExceptionText(code);
   return EndOfOtherFunction(x.tx[1], x.rx[1]);
 }
 
@@ -123,11 +123,11 @@ AttemptEnd CheckBody(Exchange& x) {
   const bool whole = x.Port().BytesIn() >= static_cast<int>(body.size());
   if (whole) std::generate(body.begin(), body.end(), [&] { return x.Take(); });
   if (!whole || !IsCheckGood(x.rx)) {
-    x.app.state.LastErrorText = kCheckError;
+    x.text = kCheckError;
     return whole ? AttemptEnd::kBadCheck : AttemptEnd::kShort;
   }
   if (x.manner.signature == Signature::kAny || !x.IsSignedByOther(x.rx)) return AttemptEnd::kAnswered;
-  x.app.state.LastErrorText = kNoResponse;
+  x.text = kNoResponse;
   return AttemptEnd::kOtherStation;
 }
 
@@ -170,7 +170,7 @@ bool FinishFailed(Exchange& x, OwedReplies& owed) {
   WaitMs(x.app, x.app.state.CharGapMs);
   if (x.count <= x.app.state.RetryNo) return false;
   DiscardInput(x, owed);
-  if (x.app.state.LastErrorText.empty()) x.app.state.LastErrorText = kApplicationError;
+  if (x.text.empty()) x.text = kApplicationError;
   return true;
 }
 
@@ -182,6 +182,7 @@ void Exchange::Send() {
   sent_ms = app.platform.clock.NowMs();
   Port().DiscardInput();
   Port().DiscardOutput();
+  ++requests;
   Port().Write(tx);
 }
 
@@ -190,7 +191,8 @@ std::uint8_t Exchange::Take() {
   return arrived.back();
 }
 
-void Exchange::Tell(AttemptEnd end) {
+void Exchange::Tell(AttemptEnd how) {
+  end = how;
   if (told) {
     app.line->CorrectLast(end);
     return;

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 
 #include "link/frame.h"
 #include "link/manner.h"
@@ -32,11 +33,14 @@ struct Exchange {
   std::span<std::uint8_t> tx;
   std::span<std::uint8_t> rx;
   ExchangeManner manner;
-  int first_wait_ms;  // from the end of the request
-  int poll_limit;     // looks for the first byte; one more for the whole reply
-  int count;          // attempt counter: the exchange ends when it exceeds RetryNo
-  int refused = 0;    // attempts that the meter has refused
-  int doubts = 0;     // of the first attempt
+  int first_wait_ms;                      // from the end of the request
+  int poll_limit;                         // looks for the first byte; one more for the whole reply
+  int count;                              // attempt counter: the exchange ends when it exceeds RetryNo
+  int requests = 0;                       // that went out
+  int refused = 0;                        // attempts that the meter has refused
+  int doubts = 0;                         // of the first attempt
+  std::string text = {};                  // what was wrong last
+  AttemptEnd end = AttemptEnd::kSilence;  // of the attempt told last
   // Of the attempt that runs.
   int attempt = 0;
   std::int64_t sent_ms = 0;
@@ -60,10 +64,10 @@ struct Exchange {
   std::uint8_t Take();
   // Tells the record of the line how the attempt ended. What arrived is in `arrived`. An attempt that was
   // told already has ended otherwise after all.
-  void Tell(AttemptEnd end);
+  void Tell(AttemptEnd how);
 };
 
-// Clears LastErrorText and writes the check of tx.
+// Clears LastErrorText, which nobody shall take for that of this exchange, and writes the check of tx.
 Exchange PrepareExchange(App& app, std::span<std::uint8_t> tx, std::span<std::uint8_t> rx,
                          const ExchangeManner& manner);
 
@@ -73,7 +77,7 @@ std::int64_t LastLookMs(const Exchange& x, std::optional<std::int64_t> first_ms)
 // A wait of the pattern lasts until more than its time has passed.
 constexpr std::int64_t Lasts(int ms) { return ms + 1; }
 
-// What LastErrorText says of a reply with another function than asked, by its third byte.
+// What is said of a reply with another function than asked, by its third byte.
 const char* ExceptionText(int code);
 // Such a reply is an exception when its function is the one asked with the high bit.
 AttemptEnd EndOfOtherFunction(int asked, int function);

@@ -7,12 +7,14 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 
 #include "link/frame.h"
 #include "link/manner.h"
 #include "link/send_mode.h"
 #include "link/wait.h"
 #include "state/app.h"
+#include "state/line_record.h"
 
 namespace vlt {
 
@@ -22,28 +24,32 @@ namespace vlt {
 // station byte is not compared, and a register value is not judged. Paced by the pattern (link/exchange.h),
 // or with EventTiming by what arrives (link/event_exchange.h).
 //
-// On false LastErrorText says why and rx holds whatever arrived. On true LastErrorText may still hold what
-// was wrong with an earlier attempt.
+// On false rx holds whatever arrived. LastErrorText is ExchangeReport::text, for the status line.
 bool SendReceive(App& app, std::span<std::uint8_t> tx, int txLast, std::span<std::uint8_t> rx, int rxLast,
                  int mode);
 
 // The same for frames that are sized exactly.
 bool SendReceive(App& app, Frame& tx, Frame& rx, int mode = kModeOrdinary);
 
+// How an exchange ended.
 struct ExchangeReport {
-  bool answered = false;  // as SendReceive
-  bool clean = false;     // by the first attempt
-  bool refused = false;   // not answered, and each attempt was refused by the meter
-  int doubts = 0;         // OwedReplies::Doubts when the first attempt began
+  bool ok = false;                        // as SendReceive
+  int attempts = 0;                       // requests that went out
+  AttemptEnd end = AttemptEnd::kSilence;  // of the last one
+  // Why it has failed; never empty then. Of one that ended well what was wrong with an earlier attempt, where
+  // that has a text: whether there was one is told by `attempts` alone.
+  std::string text = {};
+  bool refused = false;  // not ok, and each attempt was refused by the meter
+  int doubts = 0;        // OwedReplies::Doubts when the first attempt began
+
+  explicit operator bool() const { return ok; }
+  // No attempt has failed ahead of the good one, so the reply is none to an earlier request.
+  bool Clean() const { return ok && attempts == 1; }
 };
 
-// The same with an account of it.
-ExchangeReport Transact(App& app, Frame& tx, Frame& rx, const ExchangeManner& manner);
-
-// The reply's first byte is the station that was asked. Where several stations hang on the line, who asks one
-// of them looks at it: the exchange itself takes a reply from any. When it is another one's, LastErrorText
-// says that there was no response.
-bool IsFromStation(App& app, std::span<const std::uint8_t> reply, int station);
+// The same with an account of it. The frames are whole ones.
+ExchangeReport Transact(App& app, std::span<std::uint8_t> tx, std::span<std::uint8_t> rx,
+                        const ExchangeManner& manner);
 
 // StationNo as a number; 0 for a text that is none.
 int StationNumber(const App& app);

@@ -107,7 +107,7 @@ bool OpenPortAsItStands(App& app, int port, const std::string& settings) {
     *app.pace = PaceOf(settings);
     result = true;
     app.state.OpenedPort = port;
-    app.state.ForgetAll();
+    app.state.Learnt.ForgetAll();
     app.state.OpenedDevice = device.DeviceBehind(port);
     app.state.OpenedSettings = settings;
     app.line->Opened(settings);

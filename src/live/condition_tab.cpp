@@ -117,7 +117,8 @@ std::string ConditionTab::ReadChannels() {
 
 std::string ConditionTab::ReadChannel(int ch) {
   RegisterData data;
-  if (!ReadRegisters(app_, SpanOf(kConditionBlock, ch), data)) return app_.state.LastErrorText;
+  const ExchangeReport exchange = ReadRegisters(app_, SpanOf(kConditionBlock, ch), data);
+  if (!exchange) return exchange.text;
   for (int i = 0; i < kConditionRows; ++i) {
     const auto at = static_cast<std::size_t>(i);
     std::string& value = Records[at].values.at(static_cast<std::size_t>(ch));

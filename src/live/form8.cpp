@@ -7,11 +7,13 @@
 
 #include "link/operation.h"
 #include "link/registers.h"
-#include "meter/quiet_query.h"
+#include "meter/device_queries.h"
+#include "meter/live_fields.h"
 #include "platform/clock.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_live.h"
+#include "state/device_facts.h"
 #include "state/form_lock.h"
 #include "values/code_tables.h"
 #include "values/codecs.h"
@@ -19,8 +21,6 @@
 
 namespace vlt {
 namespace {
-
-constexpr std::array<int, kChannels> kRasWord = {0x0024, 0x13AC, 0x2540};
 
 constexpr int kAlarms = 16;
 constexpr int kNameColumn = 3;
@@ -76,9 +76,9 @@ void Form8::RASReadParameter_Click() {
 
 void Form8::ReadColumns(ChannelReasons& reasons) {
   fresh_.fill(false);
-  const ChannelConfig config = AskChannelConfig(app());
-  const std::string& error = app().state.LastErrorText;
-  if (config == ChannelConfig::kUnknown && !error.empty()) reasons.Add(app().Text(text::kChannel), error);
+  const QueryAnswer told = QueryChannelConfig(app());
+  const auto config = static_cast<ChannelConfig>(told.value);
+  if (!told.exchange) reasons.Add(app().Text(text::kChannel), told.exchange.text);
   ReadColumn(0, reasons);
   if (config == ChannelConfig::kOneChannel) SetGeometry(true);
   if (config != ChannelConfig::kTwoPaths && config != ChannelConfig::kTwoPipes) return;
@@ -103,12 +103,12 @@ void Form8::ShowHeads() {
 }
 
 void Form8::ReadColumn(int ch, ChannelReasons& reasons) {
-  const RegisterSpan word{
-      .function = ReadFunction::kInput, .address = kRasWord.at(static_cast<std::size_t>(ch)), .count = 1};
   RegisterData data;
   const auto at = static_cast<std::size_t>(ch);
-  if (!ReadRegisters(app(), word, data)) {
-    reasons.Add(app().Text(kHeadTexts[at]), app().state.LastErrorText);
+  const ExchangeReport exchange =
+      ReadRegisters(app(), SpanOf(MeasuredBlock(), LiveFieldAt(kAlarmPlace), ch), data);
+  if (!exchange) {
+    reasons.Add(app().Text(kHeadTexts[at]), exchange.text);
     return;
   }
   fresh_[at] = true;

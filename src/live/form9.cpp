@@ -15,7 +15,7 @@ Form9::Form9(App& app)
       meter_(app, values_, run_),
       file_(app, *this, run_, values_, scale_, trend) {
   run_.TellBy({.bar = StatusBar2, .behind = [this](int words) { return BehindState(words); }});
-  run_.WaitBy({.prove = [this](std::string& differs) { return meter_.Prove(differs); },
+  run_.WaitBy({.prove = [this] { return meter_.Prove(); },
                .changed =
                    [this] {
                      failed_ = run_.Waiting();

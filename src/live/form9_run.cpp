@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The run of the measure page.
-#include "link/device_queries.h"
 #include "link/operation.h"
 #include "link/port.h"
 #include "live/channel_reasons.h"
 #include "live/form9.h"
+#include "meter/device_queries.h"
 #include "resources/text_ids.h"
+#include "values/text.h"
 
 namespace vlt {
 namespace {
@@ -93,9 +94,8 @@ int Form9::ReadMeasuredValues() {
   values_.ForgetDrawn();
   ChannelReasons reasons;
   for (int ch = 0; ch < values_.ChannelCount(); ++ch) {
-    if (!values_.Read(ch)) {
-      reasons.Add(scale_.ChannelNames[static_cast<std::size_t>(ch)], app().state.LastErrorText);
-    }
+    const ExchangeReport exchange = values_.Read(ch);
+    if (!exchange) reasons.Add(scale_.ChannelNames[static_cast<std::size_t>(ch)], exchange.text);
   }
   if (!reasons.Empty()) app().state.LastErrorText = reasons.Text();
   AppendMeasureRecord(MeasureFilePath, app().platform.clock.Now(), values_.Texts(),
@@ -106,9 +106,7 @@ int Form9::ReadMeasuredValues() {
 // Behind a failed cycle or run why, and what the run waits for.
 std::string Form9::BehindState(int words) const {
   if (words == text::kDisplayStarted || (words == text::kAcquiring && !failed_)) return {};
-  const std::string& error = app().state.LastErrorText;
-  std::string behind = " " + error;
-  if (run_.Waiting()) behind += (error.empty() ? "" : " ") + run_.WaitText();
+  std::string behind = " " + Joined(app().state.LastErrorText, run_.WaitText());
   const bool gone = !run_.Waiting() && !app().platform.port.IsOpen() && !app().state.PortFaultReason.empty();
   if (gone) behind += " " + app().state.PortFaultReason;
   return behind;

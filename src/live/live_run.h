@@ -19,8 +19,8 @@
 #include <optional>
 #include <string>
 
-#include "link/meter_mark.h"
 #include "link/port_return.h"
+#include "meter/meter_mark.h"
 #include "state/app.h"
 
 namespace vlt {
@@ -92,9 +92,9 @@ class LiveRun {
 
   // What a run does when its port was lost.
   struct ComeBack {
-    // Asks the meter whether it is the one of this run; `differs` as for ProveMeter. Empty: whatever hangs on
-    // the port goes on, and the window judges it by itself.
-    std::function<MeterProof(std::string& differs)> prove;
+    // Asks the meter whether it is the one of this run. Empty: whatever hangs on the port goes on, and the
+    // window judges it by itself.
+    std::function<MeterAnswer()> prove;
     // Told when the run begins to wait, when what it waits for changes, and when it goes on.
     std::function<void()> changed;
     // The ID number of who answers, for the mark in the log; empty when it is not known.

@@ -69,17 +69,17 @@ void LiveRun::TryReturn() {
 }
 
 void LiveRun::Prove(const LostPort& before) {
-  std::string differs;
-  const MeterProof proof = come_back_.prove ? come_back_.prove(differs) : MeterProof::kSame;
-  if (proof == MeterProof::kSame) {
+  const MeterAnswer answer = come_back_.prove ? come_back_.prove() : MeterAnswer{};
+  if (answer.proof == MeterProof::kSame) {
     // It may have gone again while it was asked.
     if (!IsPortLost(app_)) GoOn(before);
     return;
   }
   CloseReturned(app_, before);
   ask_again_ms_ = app_.platform.clock.NowMs() + kAskAgainMs;
-  const bool told = proof == proof_ && differs == differs_;
-  proof_ = proof;
+  const std::string differs = answer.proof == MeterProof::kOther ? answer.why : std::string();
+  const bool told = answer.proof == proof_ && differs == differs_;
+  proof_ = answer.proof;
   differs_ = differs;
   if (!told) TellWait();
 }

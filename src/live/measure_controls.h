@@ -2,7 +2,7 @@
 // The controls of the measure page, as its parts know them.
 #pragma once
 
-#include "live/live_fields.h"
+#include "meter/live_fields.h"
 #include "pages/page.h"
 #include "window/chart.h"
 

@@ -2,8 +2,9 @@
 #include "live/measure_meter.h"
 
 #include "files/settings_file.h"
-#include "link/device_queries.h"
+#include "meter/device_queries.h"
 #include "resources/text_ids.h"
+#include "state/device_facts.h"
 #include "values/number_text.h"
 
 namespace vlt {
@@ -33,12 +34,12 @@ bool MeasureMeter::Ask() {
     mark_.specification = KnownMark(app_.state).specification;
     TellUnknownChannels();
   }
-  values_.heat = values_.ChannelMode != 3 && app_.state.SpecClass == 0;
+  values_.heat = values_.ChannelMode != 3 && HasHeatRegisters(app_.state);
   for (int ch = 0; ch < kChannels; ++ch) {
     if (run_.GoesOn()) GetRangeUnit(app_, ch);
     if (run_.GoesOn()) GetTotalUnit(app_, ch);
   }
-  if (app_.state.SpecClass == 0) {
+  if (HasHeatRegisters(app_.state)) {
     for (const auto query : {GetHeatFlowUnit, GetHeatTotalUnit, GetTempUnit}) {
       if (run_.GoesOn()) query(app_);
     }
@@ -52,8 +53,7 @@ bool MeasureMeter::Ask() {
 void MeasureMeter::Learn() {
   if (name_questions_ == 0 || !run_.GoesOn()) return;
   MeterMark told{.unit_system = mark_.unit_system};
-  std::string differs;
-  if (ProveMeter(app_, OwnStation(app_, kModeUnitQuery), told, differs) != MeterProof::kSame) {
+  if (ProveMeter(app_, OwnStation(app_, kModeUnitQuery), told).proof != MeterProof::kSame) {
     --name_questions_;
     return;
   }
@@ -61,9 +61,7 @@ void MeasureMeter::Learn() {
   mark_.id_number = told.id_number;
 }
 
-MeterProof MeasureMeter::Prove(std::string& differs) {
-  return ProveMeter(app_, OwnStation(app_, kModeUnitQuery), mark_, differs);
-}
+MeterAnswer MeasureMeter::Prove() { return ProveMeter(app_, OwnStation(app_, kModeUnitQuery), mark_); }
 
 std::string MeasureMeter::Name() const { return mark_.id_number ? ZeroPadded(*mark_.id_number, 4) : ""; }
 

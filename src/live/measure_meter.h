@@ -5,9 +5,9 @@
 
 #include <string>
 
-#include "link/meter_mark.h"
 #include "live/live_run.h"
 #include "live/measure_values.h"
+#include "meter/meter_mark.h"
 
 namespace vlt {
 
@@ -22,8 +22,8 @@ class MeasureMeter {
   // Asks for the ID number again while it is not known, a few times at most. Without an answer it is left for
   // a later good cycle.
   void Learn();
-  // Whether the meter that answers now is the one of this run; `differs` as for ProveMeter.
-  MeterProof Prove(std::string& differs);
+  // Whether the meter that answers now is the one of this run.
+  MeterAnswer Prove();
   // The ID number; empty while it is not known.
   std::string Name() const;
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "live/live_fields.h"
+#include "meter/live_fields.h"
 #include "platform/clock.h"
 
 namespace vlt {

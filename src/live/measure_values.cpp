@@ -57,19 +57,21 @@ int MeasureValues::PlottedPlace() const {
 
 // --- reading -----------------------------------------------------------------------------------------------
 
-bool MeasureValues::Read(int ch) {
-  const bool measured = ReadBlock(MeasuredBlock(), ch);
-  if (measured && (!heat || ReadBlock(HeatBlock(), ch))) return true;
-  FailChannel(ch, measured ? kHeatPlace : kVelocityPlace);
-  return false;
+ExchangeReport MeasureValues::Read(int ch) {
+  ExchangeReport exchange = ReadBlock(MeasuredBlock(), ch);
+  const bool measured = exchange.ok;
+  if (measured && heat) exchange = ReadBlock(HeatBlock(), ch);
+  if (!exchange) FailChannel(ch, measured ? kHeatPlace : kVelocityPlace);
+  return exchange;
 }
 
-bool MeasureValues::ReadBlock(const LiveBlock& block, int ch) {
+ExchangeReport MeasureValues::ReadBlock(const LiveBlock& block, int ch) {
   RegisterData data;
-  if (!ReadRegisters(app_, SpanOf(block, ch), data)) return false;
+  ExchangeReport exchange = ReadRegisters(app_, SpanOf(block, ch), data);
+  if (!exchange) return exchange;
   for (int row = 0; row < static_cast<int>(block.fields.size()); ++row)
     ShowField(block.place + row, ch, data);
-  return true;
+  return exchange;
 }
 
 void MeasureValues::ShowField(int place, int ch, const RegisterData& data) {

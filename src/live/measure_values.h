@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "link/registers.h"
-#include "live/live_fields.h"
 #include "live/measure_controls.h"
 #include "live/measure_record.h"
+#include "meter/live_fields.h"
 
 namespace vlt {
 
@@ -19,9 +19,8 @@ class MeasureValues {
  public:
   MeasureValues(App& app, MeasureControls& page);
 
-  // Reads a channel and shows it. False, with LastErrorText, when it has not answered in full: its texts hold
-  // no value then.
-  bool Read(int ch);
+  // Reads a channel and shows it. Not ok when it has not answered in full: its texts hold no value then.
+  ExchangeReport Read(int ch);
   // Of the channels in use, in the order of the fields, as they were read last.
   std::span<const FieldTexts> Texts() const {
     return std::span(texts_).first(static_cast<std::size_t>(ChannelCount()));
@@ -59,7 +58,7 @@ class MeasureValues {
   // By the places of live_fields.h.
   static const std::array<Shown, kAllFields> kShown;
 
-  bool ReadBlock(const LiveBlock& block, int ch);
+  ExchangeReport ReadBlock(const LiveBlock& block, int ch);
   void ShowField(int place, int ch, const RegisterData& data);
   void ShowVelocity(int ch, std::string& text);
   void FailChannel(int ch, int first_place);

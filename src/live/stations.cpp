@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "link/device_queries.h"
+#include "meter/device_queries.h"
 #include "meter/units.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
@@ -106,16 +106,17 @@ const RegisterData& BlockOf(const Station& station, const StationDisplay& displa
 bool ReadBlock(App& app, Station& station, int ch, std::size_t block) {
   RegisterData& data = station.blocks.at(static_cast<std::size_t>(ch)).at(block);
   const Target target{.station = station.number, .mode = kModeStations};
-  if (!ReadRegisters(app, target, SpanOf(*LiveBlocks()[block], ch), data)) {
-    station.failure = app.state.LastErrorText;
+  const ExchangeReport exchange = ReadRegisters(app, target, SpanOf(*LiveBlocks()[block], ch), data);
+  if (!exchange) {
+    station.failure = exchange.text;
     return false;
   }
   station.answered = app.platform.clock.Now();
   return true;
 }
 
-MeterProof Prove(App& app, Station& station, std::string& differs) {
-  return ProveMeter(app, {.station = station.number, .mode = kModeStations}, station.mark, differs);
+MeterAnswer Prove(App& app, Station& station) {
+  return ProveMeter(app, {.station = station.number, .mode = kModeStations}, station.mark);
 }
 
 std::optional<int> KnownUnitSystem(const Station& station) {
@@ -127,11 +128,12 @@ bool IsTheSame(App& app, Station& station) {
   if (!station.doubted) return true;
   station.mark.unit_system = KnownUnitSystem(station);
   const bool comparable = station.mark.id_number || station.mark.unit_system;
-  std::string differs;
-  const MeterProof proof = Prove(app, station, differs);
-  station.doubted = proof != MeterProof::kSame;
-  if (proof == MeterProof::kSilent) station.failure = app.state.LastErrorText;
-  if (proof == MeterProof::kOther) station.failure = FormatText(app.Text(text::kStationOther), {differs});
+  const MeterAnswer answer = Prove(app, station);
+  station.doubted = answer.proof != MeterProof::kSame;
+  if (answer.proof == MeterProof::kSilent) station.failure = answer.why;
+  if (answer.proof == MeterProof::kOther) {
+    station.failure = FormatText(app.Text(text::kStationOther), {answer.why});
+  }
   if (!station.doubted && !comparable) station.units = UnknownUnits();
   return !station.doubted;
 }
@@ -193,8 +195,7 @@ void LearnStation(App& app, Station& station) {
   if (station.mark.id_number || station.name_questions == 0 || !station.failure.empty()) return;
   --station.name_questions;
   station.mark.unit_system = KnownUnitSystem(station);
-  std::string differs;
-  Prove(app, station, differs);
+  Prove(app, station);
 }
 
 std::string MeterNames(const std::vector<Station>& stations) {

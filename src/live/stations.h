@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "link/meter_mark.h"
-#include "live/live_fields.h"
+#include "meter/live_fields.h"
+#include "meter/meter_mark.h"
 #include "platform/clock.h"
 #include "state/app.h"
 

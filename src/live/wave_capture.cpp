@@ -44,9 +44,8 @@ WaveEnd WaveCapture::Capture(const WaveOrder& order, WaveSampleArray& samples) {
 
 WaveEnd WaveCapture::ReadHead(const WaveOrder& order) {
   RegisterData head;
-  if (!ReadRegisters(app_, SpanOf(kWaveHeadBlock, order.channel), head)) {
-    return Fail(app_.state.LastErrorText);
-  }
+  const ExchangeReport exchange = ReadRegisters(app_, SpanOf(kWaveHeadBlock, order.channel), head);
+  if (!exchange) return Fail(exchange.text);
   const auto peak_at = static_cast<std::size_t>(order.kind->peak_byte);
   const double peak =
       order.kind->peak_wire == Wire::kInt32 ? BytesToInt32(head, peak_at) : BytesToUInt16(head, peak_at);
@@ -57,9 +56,8 @@ WaveEnd WaveCapture::ReadHead(const WaveOrder& order) {
 
 WaveEnd WaveCapture::Command(const WaveOrder& order) {
   int answer = 0;
-  if (!WriteCommand(app_, kWaveCommand.address, order.Code(), answer)) {
-    return Fail(app_.state.LastErrorText);
-  }
+  const ExchangeReport exchange = WriteCommand(app_, kWaveCommand.address, order.Code(), answer);
+  if (!exchange) return Fail(exchange.text);
   capturing_ = answer == kWaveAccepted;
   if (!capturing_) return Fail(kNoResponse);
   on_block_(0);
@@ -71,7 +69,8 @@ WaveEnd WaveCapture::AwaitSamples() {
     WaitMs(app_, kPollMs);
     if (!goes_on_()) return WaveEnd::kStopped;
     RegisterData state;
-    if (!ReadRegisters(app_, SpanOf(kWaveCommand, 0), state)) return Fail(app_.state.LastErrorText);
+    const ExchangeReport exchange = ReadRegisters(app_, SpanOf(kWaveCommand, 0), state);
+    if (!exchange) return Fail(exchange.text);
     const int status = BytesToInt16(state, 0);
     if (status == kWaveReady) return WaveEnd::kGood;
     if (status != kWaveFailed) continue;
@@ -89,10 +88,10 @@ WaveEnd WaveCapture::ReadWaveBlocks(WaveSampleArray& samples) {
     app_.platform.events.GiveWay(app_.platform.clock.NowMs());
     if (!goes_on_()) return WaveEnd::kStopped;
     RegisterData data;
-    if (!ReadRegisters(app_, target, span, data)) {
-      const std::string lost = app_.state.LastErrorText;
+    const ExchangeReport exchange = ReadRegisters(app_, target, span, data);
+    if (!exchange) {
       if (!ClearCaptureMode()) return WaveEnd::kFailed;
-      failure_ = lost;
+      failure_ = exchange.text;
       return WaveEnd::kAgain;
     }
     for (std::size_t at = 0; at < data.size(); at += kSampleBytes) samples[sample++] = BytesToInt32(data, at);
@@ -103,10 +102,10 @@ WaveEnd WaveCapture::ReadWaveBlocks(WaveSampleArray& samples) {
 }
 
 bool WaveCapture::ClearCaptureMode() {
-  const WriteResult result = WriteRegister(app_, kWaveCommand.address, kWaveEndCommand);
-  if (result != WriteResult::kProven) Fail(WriteFailureText(app_, result));
-  capturing_ = capturing_ && result != WriteResult::kProven;
-  return result == WriteResult::kProven;
+  const WriteReport report = WriteRegister(app_, kWaveCommand.address, kWaveEndCommand);
+  if (!report.Proven()) Fail(WriteFailureText(app_, report));
+  capturing_ = capturing_ && !report.Proven();
+  return report.Proven();
 }
 
 }  // namespace vlt

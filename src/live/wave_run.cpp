@@ -40,9 +40,10 @@ bool WaveTab::PrepareRun() {
 
 bool WaveTab::AskMethod() {
   RegisterData data;
-  if (!ReadRegisters(app_, SpanOf(kWaveMethodBlock, order_.channel), data)) {
+  const ExchangeReport exchange = ReadRegisters(app_, SpanOf(kWaveMethodBlock, order_.channel), data);
+  if (!exchange) {
     run_.EndWith(text::kCommunicationError);
-    failure_ = app_.state.LastErrorText;
+    failure_ = exchange.text;
     return false;
   }
   order_.method = BytesToInt16(data, 0);

@@ -129,7 +129,7 @@ std::string Joined(std::span<const int> ids, int lang_offset) {
 }
 
 // How many places of a kind the largest meter has.
-int MostPlaces(Location location) { return LocationCount(location, SharedState{}); }
+int MostPlaces(Location location) { return LocationCount(location, MeterFacts{}); }
 
 }  // namespace
 
@@ -156,14 +156,14 @@ bool InCatalogueOrder(const ParameterPlace& a, const ParameterPlace& b) {
   return std::tie(group_a, a.index, a.row) < std::tie(group_b, b.index, b.row);
 }
 
-bool HasPlace(const ParameterPlace& place, const SharedState& facts) {
+bool HasPlace(const ParameterPlace& place, const MeterFacts& facts) {
   if (ExistsIn(*place.row, facts, place.index)) return true;
   const bool heat_unit = place.row == &HeatRow("temperature_unit") || place.row == &HeatRow("flow_unit") ||
                          place.row == &HeatRow("total_unit");
-  return heat_unit && place.index == 0 && !IsSingleChannel(facts);
+  return heat_unit && place.index == 0 && !LacksHeatRegisters(facts);
 }
 
-std::vector<ParameterPlace> PlacesOf(const SharedState& facts) {
+std::vector<ParameterPlace> PlacesOf(const MeterFacts& facts) {
   std::vector<ParameterPlace> places;
   for (const ParameterGroup& group : kGroups) {
     for (int index = 0; index < kMostPlaces; ++index) {

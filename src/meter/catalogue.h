@@ -49,11 +49,11 @@ bool InCatalogueOrder(const ParameterPlace& a, const ParameterPlace& b);
 
 // Whether a meter of this shape has a place: as ExistsIn, and the units of the heat calculation too where the
 // meter on two pipes does not calculate heat, because its outputs' thermal switches go by them.
-bool HasPlace(const ParameterPlace& place, const SharedState& facts);
+bool HasPlace(const ParameterPlace& place, const MeterFacts& facts);
 
 // Every parameter that a meter of this shape has, in catalogue order. What the meter measures is none of
 // them: the two temperature inputs of the maintenance page change with every read.
-std::vector<ParameterPlace> PlacesOf(const SharedState& facts);
+std::vector<ParameterPlace> PlacesOf(const MeterFacts& facts);
 
 inline std::string PlaceName(const Parameter& row, int index) { return PlaceName(row.location, index); }
 // The index of such a name among the places of a row, an empty name for the first of them; -1 for none.

@@ -4,14 +4,14 @@
 #include <algorithm>
 #include <array>
 
-#include "link/device_queries.h"
-#include "link/learn.h"
+#include "link/port.h"
 #include "link/registers.h"
 #include "meter/heat_table.h"
 #include "meter/range_table.h"
 #include "meter/system_table.h"
 #include "meter/total_table.h"
 #include "meter/units.h"
+#include "resources/text_ids.h"
 
 namespace vlt {
 namespace {
@@ -42,18 +42,40 @@ const FactRow& RowOfFact(Fact fact) { return kRows[static_cast<std::size_t>(fact
 constexpr const Parameter* kDecidesAll[] = {&SystemRow("unit"), &SystemRow("specification"),
                                             &SystemRow("measurement_mode")};
 
-std::int64_t LastChange(const MeterFacts& facts, FactPlace fact) {
-  std::int64_t last =
-      std::max(facts.writes.Last(PlaceOfFact(fact).Address()), facts.writes.Last(kMemoryInitRegister));
-  for (const Parameter* row : kDecidesAll) last = std::max(last, facts.writes.Last(row->address));
+std::int64_t LastChange(const WriteMarks& writes, FactPlace fact) {
+  std::int64_t last = std::max(writes.Last(PlaceOfFact(fact).Address()), writes.Last(kMemoryInitRegister));
+  for (const Parameter* row : kDecidesAll) last = std::max(last, writes.Last(row->address));
   return last;
 }
 
-bool ReadFact(App& app, const ParameterPlace& place, int& value) {
+int CountOf(const Parameter& row) { return row.location == Location::kMeter ? 1 : kChannels; }
+
+std::vector<FactPlace> AllFacts() {
+  std::vector<FactPlace> facts;
+  for (int kind = 0; kind < kFactKinds; ++kind) {
+    for (int channel = 0; channel < CountOf(*kRows.at(static_cast<std::size_t>(kind)).row); ++channel) {
+      facts.push_back({static_cast<Fact>(kind), channel});
+    }
+  }
+  return facts;
+}
+
+std::optional<FactPlace> FactAt(const ParameterPlace& place) {
+  const auto told = FactToldBy(*place.row);
+  if (!told) return {};
+  return FactPlace{*told, place.row->location == Location::kMeter ? 0 : place.index};
+}
+
+void Note(App& app, FactPlace fact, bool sure) {
+  app.state.Learnt.Note(fact, app.platform.clock.NowMs(), MeterInUse(app));
+  if (!sure) app.state.Learnt.Forget(fact);
+}
+
+ExchangeReport ReadFact(App& app, const ParameterPlace& place, int& value) {
   RegisterData data;
-  if (!ReadRegistersProven(app, {.address = place.Address(), .count = 1}, data)) return false;
-  value = CodeAt(*place.row, data, 0);
-  return true;
+  ExchangeReport exchange = ReadRegistersProven(app, {.address = place.Address(), .count = 1}, data);
+  if (exchange) value = CodeAt(*place.row, data, 0);
+  return exchange;
 }
 
 }  // namespace
@@ -67,23 +89,68 @@ std::optional<Fact> FactToldBy(const Parameter& row) {
   return static_cast<Fact>(at - kRows.begin());
 }
 
+std::span<const FactPlace> EveryFact() {
+  static const std::vector<FactPlace> kFacts = AllFacts();
+  return kFacts;
+}
+
+void LearnFrom(MeterFacts& facts, const ParameterPlace& place, int code) {
+  const auto fact = FactAt(place);
+  if (!fact) return;
+  facts.Learn(*fact, fact->fact == Fact::kTotalUnit ? TotalUnitOf(facts.UnitFlag, code) : code);
+  if (fact->fact == Fact::kSpecification) facts.SpecClass = SpecClassOf(code);
+}
+
+void LearnAll(MeterFacts& facts, const std::function<std::optional<int>(const ParameterPlace&)>& code_at) {
+  for (const FactPlace& fact : EveryFact()) {
+    const ParameterPlace place = PlaceOfFact(fact);
+    if (const auto code = code_at(place)) LearnFrom(facts, place, *code);
+  }
+  // The unit system may be another one now.
+  for (int& unit : facts.TotalUnit) unit = TotalUnitOf(facts.UnitFlag, unit);
+}
+
+MeterPlace MeterInUse(const App& app) {
+  return {.port = app.state.PortIsOpen ? app.state.OpenedPort : PortNumber(app),
+          .station = StationNumber(app)};
+}
+
+bool IsSureReply(const App& app, const ExchangeReport& exchange, std::span<const std::uint8_t> reply) {
+  return exchange.Clean() && !reply.empty() && reply[0] == StationNumber(app);
+}
+
+void Learn(App& app, FactPlace fact, int value, bool sure) {
+  app.state.Learn(fact, value);
+  Note(app, fact, sure);
+}
+
 void LearnFrom(App& app, const ParameterPlace& place, int code, bool sure) {
-  const auto told = FactToldBy(*place.row);
-  if (!told) return;
-  const FactPlace fact{*told, place.row->location == Location::kMeter ? 0 : place.index};
-  if (fact.fact == Fact::kTotalUnit) code = TotalUnitOf(app.state.UnitFlag, code);
-  Learn(app, fact, code, sure);
-  if (fact.fact == Fact::kUnitSystem) ShowUnitSystem(app);
-  if (fact.fact == Fact::kSpecification) app.state.SpecClass = SpecClassOf(code);
+  const auto fact = FactAt(place);
+  if (!fact) return;
+  LearnFrom(app.state, place, code);
+  Note(app, *fact, sure);
+  if (fact->fact == Fact::kUnitSystem) ShowUnitSystem(app);
+}
+
+std::string UnitSystemText(const App& app) {
+  const int flag = app.state.UnitFlag;
+  return flag == 0 || flag == 1 ? app.Text(flag == 0 ? text::kMetric : text::kEnglish) : std::to_string(flag);
+}
+
+void ShowUnitSystem(App& app) {
+  constexpr int kUnitPanel = 3;
+  if (app.frame != nullptr) app.frame->Status().SetPanel(kUnitPanel, UnitSystemText(app));
 }
 
 bool IsKnown(const App& app, FactPlace fact) {
-  const auto& learnt = app.state.WhenLearnt(fact);
-  return learnt && app.state.place == MeterInUse(app) && learnt->order > LastChange(app.state, fact);
+  const LearntFacts& learnt = app.state.Learnt;
+  const auto& moment = learnt.When(fact);
+  return moment && learnt.place == MeterInUse(app) && moment->order > LastChange(learnt.writes, fact);
 }
 
 bool IsFresh(const App& app, FactPlace fact) {
-  return IsKnown(app, fact) && app.platform.clock.NowMs() - app.state.WhenLearnt(fact)->at_ms <= kFactHoldsMs;
+  return IsKnown(app, fact) &&
+         app.platform.clock.NowMs() - app.state.Learnt.When(fact)->at_ms <= kFactHoldsMs;
 }
 
 bool IsUnderstood(FactPlace fact, int value) {
@@ -129,9 +196,10 @@ FactsAnswer AskFacts(App& app, const FactSet& facts) {
   for (const FactPlace& fact : facts) {
     if (!IsFresh(app, fact)) {
       int value = 0;
-      if (!ReadFact(app, PlaceOfFact(fact), value)) {
-        app.state.Forget(fact);
-        return {.good = false, .failed = fact, .why = app.state.LastErrorText};
+      const ExchangeReport exchange = ReadFact(app, PlaceOfFact(fact), value);
+      if (!exchange) {
+        app.state.Learnt.Forget(fact);
+        return {.good = false, .failed = fact, .why = exchange.text};
       }
       LearnFrom(app, PlaceOfFact(fact), value, true);
     }
@@ -145,7 +213,7 @@ bool IsInUse(const ParameterPlace& place, const MeterFacts& facts) {
   switch (place.row->location) {
     case Location::kPipe:
     case Location::kChannel:
-      return !IsSingleChannel(facts) && IsOnTwoPipes(facts);
+      return HasTwoPipes(facts);
     case Location::kPath:
       return !IsSingleChannel(facts) && facts.PathMode != kOnePathMode;
     default:

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What is known of the meter in use (state/meter_facts.h) by its registers: which fact a row tells, which
-// facts a value rests on, whether they still hold, and how they are asked.
+// What is known of a meter (state/meter_facts.h) by its registers: which fact a row tells, which facts a
+// value rests on, and of the meter in use whether they still hold and how they are asked.
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 
+#include "link/modbus.h"
 #include "meter/catalogue.h"
 #include "state/app.h"
 
@@ -22,9 +25,27 @@ ParameterPlace PlaceOfFact(FactPlace fact);
 // The fact that a row tells, if any.
 std::optional<Fact> FactToldBy(const Parameter& row);
 
-// A row that tells a fact was read: `code` is what its register holds. Nothing for other rows. `sure` as for
-// Learn (link/learn.h).
+// Every fact of every channel, in the order of Fact.
+std::span<const FactPlace> EveryFact();
+
+// A row that tells a fact was read: `code` is what its register holds. Nothing for other rows.
+void LearnFrom(MeterFacts& facts, const ParameterPlace& place, int code);
+// The same for all rows that tell one; `code_at` gives what a place holds, nothing where that is not known.
+void LearnAll(MeterFacts& facts, const std::function<std::optional<int>(const ParameterPlace&)>& code_at);
+
+// The meter that the port is open for, or else that of the settings; these may name another one meanwhile.
+MeterPlace MeterInUse(const App& app);
+// An exchange proves what it brought: no attempt of it has failed, so the reply is none to an earlier
+// request, and the station of the settings has signed it.
+bool IsSureReply(const App& app, const ExchangeReport& exchange, std::span<const std::uint8_t> reply);
+// The meter in use has told a fact, or the code of a row as above. Only what is sure counts as learnt.
+void Learn(App& app, FactPlace fact, int value, bool sure);
 void LearnFrom(App& app, const ParameterPlace& place, int code, bool sure);
+
+// The unit system of UnitFlag in words, or the number itself where nobody knows it; and that in the third
+// panel.
+std::string UnitSystemText(const App& app);
+void ShowUnitSystem(App& app);
 
 // Learnt from the meter in use, and since then neither was its register written nor one that decides about
 // all of them (unit system, mode, specification, memory).

@@ -23,8 +23,6 @@ Codes FromTo(int first, int last) {
   return codes;
 }
 
-bool HasTwoPipes(const MeterFacts& facts) { return !IsSingleChannel(facts) && IsOnTwoPipes(facts); }
-
 int LastWord(const Parameter& row, const MeterFacts& facts) {
   if (row.words[0] != 0) return 1;
   const CodeContext context{.unit_flag = facts.UnitFlag, .operation_mode = facts.OperationMode};
@@ -55,13 +53,14 @@ Codes DisplayItems(int channel, int last, const MeterFacts& facts) {
   constexpr int kLastFlow = 6;
   const bool two_pipes = HasTwoPipes(facts);
   if (two_pipes && channel == kComputedChannel) return FromTo(1, kLastFlow);
-  return FromTo(0, IsSingleChannel(facts) || (two_pipes && channel != kNoChannel) ? kLastFlow : last);
+  return FromTo(0, LacksHeatRegisters(facts) || (two_pipes && channel != kNoChannel) ? kLastFlow : last);
 }
 
 // The flows of CH1 to CH3, then their heat. A mode that nobody knows rules nothing out.
 Codes Sources(const MeterFacts& facts) {
-  if (IsSingleChannel(facts) || facts.PathMode == kOnePathMode) return {0, 3};
-  return IsOnTwoPipes(facts) ? Codes{0, 1, 2} : FromTo(0, 5);
+  const bool heat = MayHaveHeat(facts);
+  if (IsSingleChannel(facts) || facts.PathMode == kOnePathMode) return heat ? Codes{0, 3} : Codes{0};
+  return FromTo(0, heat ? 5 : 2);
 }
 
 }  // namespace
@@ -94,7 +93,7 @@ bool IsOffered(const ParameterPlace& place, const MeterFacts& facts, int code) {
   return std::find(codes.begin(), codes.end(), code) != codes.end();
 }
 
-std::vector<std::string> EntriesOf(const Parameter& row, const SharedState& facts,
+std::vector<std::string> EntriesOf(const Parameter& row, const ToldFacts& facts,
                                    const std::vector<int>& codes) {
   const std::vector<std::string> words = CodeWords(row, facts);
   std::vector<std::string> entries;

@@ -20,7 +20,7 @@ std::vector<int> OfferedCodes(const ParameterPlace& place, const MeterFacts& fac
 bool IsOffered(const ParameterPlace& place, const MeterFacts& facts, int code);
 
 // The entries of these codes, in the language of `facts`: their words, or the numbers of a row without words.
-std::vector<std::string> EntriesOf(const Parameter& row, const SharedState& facts,
+std::vector<std::string> EntriesOf(const Parameter& row, const ToldFacts& facts,
                                    const std::vector<int>& codes);
 
 // The row that holds the channel of an item of the display; null for any other row.

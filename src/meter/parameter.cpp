@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "meter/parameter.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -22,18 +23,17 @@ constexpr int kCelsius = 0;  // of TempUnit
 struct Layout {
   Location location;
   int count;
-  int single_count;  // in a single-channel meter
   std::array<int, 4> offsets;
   bool outputs = false;
 };
 constexpr Layout kLayouts[] = {
-    {Location::kMeter, 1, 1, {0}},
-    {Location::kPipe, 2, 1, {0, 0x1388}},
-    {Location::kChannel, 3, 1, {0, 0x1388, 0x1B58}},
-    {Location::kPath, 2, 1, {0, 0x1300}},
-    {Location::kOutput, 4, 2, {0, 0x20, 0x40, 0x0410 - 0x005A}, true},
-    {Location::kThermalOutput, 4, 2, {0, 0x1A, 0x34, 0x4E}, true},
-    {Location::kOutputRow, 4, 2, {0, 2, 4, 6}, true},
+    {Location::kMeter, 1, {0}},
+    {Location::kPipe, 2, {0, 0x1388}},
+    {Location::kChannel, 3, {0, 0x1388, 0x1B58}},
+    {Location::kPath, 2, {0, 0x1300}},
+    {Location::kOutput, 4, {0, 0x20, 0x40, 0x0410 - 0x005A}, true},
+    {Location::kThermalOutput, 4, {0, 0x1A, 0x34, 0x4E}, true},
+    {Location::kOutputRow, 4, {0, 2, 4, 6}, true},
 };
 
 const Layout& LayoutOf(Location location) { return kLayouts[static_cast<std::size_t>(location)]; }
@@ -73,8 +73,8 @@ std::vector<std::uint8_t> Bytes(const std::array<std::uint8_t, N>& bytes) {
   return {bytes.begin(), bytes.end()};
 }
 
-int DecimalsOf(const Parameter& parameter, const SharedState& state) {
-  return parameter.show == Show::kDecimals ? parameter.decimals.In(state.UnitFlag) : 0;
+int DecimalsOf(const Parameter& parameter, const MeterFacts& facts) {
+  return parameter.show == Show::kDecimals ? parameter.decimals.In(facts.UnitFlag) : 0;
 }
 
 struct Range {
@@ -118,18 +118,22 @@ std::string PlaceName(Location location, int index) {
   return (IsOutput(location) ? "DO" : "CH") + std::to_string(index + 1);
 }
 
-int LocationCount(Location location, const SharedState& state) {
+int LocationCount(Location location, const MeterFacts& facts) {
   const Layout& layout = LayoutOf(location);
-  return IsSingleChannel(state) ? layout.single_count : layout.count;
+  const MeterModel* model = ModelOf(facts);
+  if (model == nullptr || location == Location::kMeter) return layout.count;
+  if (layout.outputs) return std::min(model->outputs, layout.count);
+  const bool computes = location == Location::kChannel && model->channels > 1;
+  return std::min(model->channels + (computes ? 1 : 0), layout.count);
 }
 
-bool ExistsIn(const Parameter& parameter, const SharedState& state, int index) {
-  if (index < 0 || index >= LocationCount(parameter.location, state)) return false;
+bool ExistsIn(const Parameter& parameter, const MeterFacts& facts, int index) {
+  if (index < 0 || index >= LocationCount(parameter.location, facts)) return false;
   switch (parameter.exists) {
     case Exists::kNotSingleChannel:
-      return !IsSingleChannel(state);
+      return !IsSingleChannel(facts);
     case Exists::kHeat:
-      return MayHaveHeat(state);
+      return MayHaveHeat(facts);
     case Exists::kMeasuring:
       return index < kComputedChannel;
     default:
@@ -137,8 +141,8 @@ bool ExistsIn(const Parameter& parameter, const SharedState& state, int index) {
   }
 }
 
-std::string ShowValue(const Parameter& parameter, const SharedState& state,
-                      std::span<const std::uint8_t> data, std::size_t start) {
+std::string ShowValue(const Parameter& parameter, const MeterFacts& facts, std::span<const std::uint8_t> data,
+                      std::size_t start) {
   if (parameter.wire == Wire::kCharacters) return CharactersAt(parameter, data, start);
   const double number = NumberAt(parameter, data, start);
   switch (parameter.show) {
@@ -147,13 +151,13 @@ std::string ShowValue(const Parameter& parameter, const SharedState& state,
     case Show::kCoefficient:
       return FixedText(CutDigits(number, parameter.digits - IntDigitCount(number)), 3);
     case Show::kTemperature: {
-      const int decimals = state.TempUnit == kCelsius ? 1 : 2;
+      const int decimals = facts.TempUnit == kCelsius ? 1 : 2;
       return FixedText(CutDigits(number, decimals), decimals);
     }
     case Show::kPadded:
       return ZeroPadded(static_cast<int>(number), kPaddedWidth);
     case Show::kDecimals: {
-      const int decimals = DecimalsOf(parameter, state);
+      const int decimals = DecimalsOf(parameter, facts);
       return FixedText(number / TenTo(decimals), decimals);
     }
     default:
@@ -165,14 +169,14 @@ int CodeAt(const Parameter& parameter, std::span<const std::uint8_t> data, std::
   return parameter.wire == Wire::kUInt16 ? BytesToUInt16(data, start) : BytesToInt16(data, start);
 }
 
-Encoded EncodeText(const Parameter& parameter, const SharedState& state, std::string_view text) {
+Encoded EncodeText(const Parameter& parameter, const MeterFacts& facts, std::string_view text) {
   const std::optional<double> number = ParseNumber(text);
   if (!number) {
     const bool comma = text.find(',') != std::string_view::npos;
     return {.bytes = {}, .fault = comma ? TextFault::kComma : TextFault::kNoNumber};
   }
   if (parameter.wire == Wire::kDouble) return {.bytes = Bytes(DoubleToBytes(*number))};
-  const int decimals = DecimalsOf(parameter, state);
+  const int decimals = DecimalsOf(parameter, facts);
   if (parameter.wire == Wire::kInt32) {
     const auto scaled = ScaledInt32(*number, decimals);
     if (scaled) return {.bytes = Bytes(Int32ToBytes(*scaled))};
@@ -187,22 +191,22 @@ Encoded EncodeText(const Parameter& parameter, const SharedState& state, std::st
 
 std::vector<std::uint8_t> EncodeCode(int code) { return Bytes(Int16ToBytes(code)); }
 
-std::string LeastText(const Parameter& parameter, const SharedState& state) {
-  const int decimals = DecimalsOf(parameter, state);
+std::string LeastText(const Parameter& parameter, const MeterFacts& facts) {
+  const int decimals = DecimalsOf(parameter, facts);
   return FixedText(RangeOf(parameter.wire).least / TenTo(decimals), decimals);
 }
 
-std::string GreatestText(const Parameter& parameter, const SharedState& state) {
-  const int decimals = DecimalsOf(parameter, state);
+std::string GreatestText(const Parameter& parameter, const MeterFacts& facts) {
+  const int decimals = DecimalsOf(parameter, facts);
   return FixedText(RangeOf(parameter.wire).greatest / TenTo(decimals), decimals);
 }
 
-std::string TextFaultText(const Parameter& parameter, const SharedState& state, TextFault fault) {
+std::string TextFaultText(const Parameter& parameter, const ToldFacts& facts, TextFault fault) {
   static constexpr int kTexts[] = {0, text::kNoNumber, text::kComma, text::kDoesNotFit};
   if (fault == TextFault::kNone) return {};
-  const std::string words(LookupText(kTexts[static_cast<std::size_t>(fault)] + state.LangOffset));
+  const std::string words(LookupText(kTexts[static_cast<std::size_t>(fault)] + facts.LangOffset));
   if (fault != TextFault::kOutOfRange) return words;
-  return FormatText(words, {LeastText(parameter, state), GreatestText(parameter, state)});
+  return FormatText(words, {LeastText(parameter, facts), GreatestText(parameter, facts)});
 }
 
 }  // namespace vlt

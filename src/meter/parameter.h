@@ -190,13 +190,13 @@ inline bool IsOutput(const Parameter& parameter) { return IsOutput(parameter.loc
 std::string PlaceName(Location location, int index);
 
 // How many places of this kind a meter of this shape has registers for.
-int LocationCount(Location location, const SharedState& state);
+int LocationCount(Location location, const MeterFacts& facts);
 // Whether a meter of this shape has the parameter for a channel or output.
-bool ExistsIn(const Parameter& parameter, const SharedState& state, int index);
+bool ExistsIn(const Parameter& parameter, const MeterFacts& facts, int index);
 
 // The text that an entry shows for the value at `start` of `data`. Not for codes.
-std::string ShowValue(const Parameter& parameter, const SharedState& state,
-                      std::span<const std::uint8_t> data, std::size_t start);
+std::string ShowValue(const Parameter& parameter, const MeterFacts& facts, std::span<const std::uint8_t> data,
+                      std::size_t start);
 // The code at `start` of `data`.
 int CodeAt(const Parameter& parameter, std::span<const std::uint8_t> data, std::size_t start);
 
@@ -211,12 +211,12 @@ struct Encoded {
   std::vector<std::uint8_t> bytes;
   TextFault fault = TextFault::kNone;
 };
-Encoded EncodeText(const Parameter& parameter, const SharedState& state, std::string_view text);
+Encoded EncodeText(const Parameter& parameter, const MeterFacts& facts, std::string_view text);
 std::vector<std::uint8_t> EncodeCode(int code);
 // Least and greatest number that the register can hold, as they would be typed. Not for doubles.
-std::string LeastText(const Parameter& parameter, const SharedState& state);
-std::string GreatestText(const Parameter& parameter, const SharedState& state);
-// Why a text gives no bytes, in the language of `state`; empty for kNone.
-std::string TextFaultText(const Parameter& parameter, const SharedState& state, TextFault fault);
+std::string LeastText(const Parameter& parameter, const MeterFacts& facts);
+std::string GreatestText(const Parameter& parameter, const MeterFacts& facts);
+// Why a text gives no bytes, in the language of `facts`; empty for kNone.
+std::string TextFaultText(const Parameter& parameter, const ToldFacts& facts, TextFault fault);
 
 }  // namespace vlt

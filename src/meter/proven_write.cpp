@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "link/registers.h"
 #include "meter/display_table.h"
 #include "meter/value_text.h"
 #include "resources/string_table.h"
@@ -27,17 +26,17 @@ RegisterSpan SpanOf(const ParameterPlace& place) {
 }
 
 // Backlight and lights-out time go together, so that the meter never sees one without the other; without a
-// time the backlight goes alone. False when the other one can't be read.
-bool JoinBacklight(App& app, const ParameterPlace& place, std::span<const std::uint8_t> raw,
-                   Frame10H& frame) {
+// time the backlight goes alone. Not ok when the other one can't be read.
+ExchangeReport JoinBacklight(App& app, const ParameterPlace& place, std::span<const std::uint8_t> raw,
+                             Frame10H& frame) {
   const Parameter& backlight = DisplayRow("backlight");
   const Parameter& time = DisplayRow("lights_out_time");
   const bool is_time = place.row == &time;
-  if (!is_time && CodeAt(backlight, raw, 0) != kBacklightTimed) return true;
-  const auto other = ReadPlace(app, {is_time ? &backlight : &time, 0});
-  if (other.empty()) return false;
+  if (!is_time && CodeAt(backlight, raw, 0) != kBacklightTimed) return {.ok = true};
+  std::vector<std::uint8_t> other;
+  ExchangeReport exchange = ReadPlace(app, {is_time ? &backlight : &time, 0}, other);
   // A meter whose backlight stays on has no use for a time: it is kept for later, by itself.
-  if (is_time && CodeAt(backlight, other, 0) != kBacklightTimed) return true;
+  if (!exchange || (is_time && CodeAt(backlight, other, 0) != kBacklightTimed)) return exchange;
   frame.address = backlight.address;
   frame.data = is_time ? other : std::vector(raw.begin(), raw.end());
   if (is_time) {
@@ -45,23 +44,14 @@ bool JoinBacklight(App& app, const ParameterPlace& place, std::span<const std::u
   } else {
     frame.data.insert(frame.data.end(), other.begin(), other.end());
   }
-  return true;
+  return exchange;
 }
 
-WriteResult Send(App& app, const Parameter& row, const Frame10H& frame) {
+WriteReport Send(App& app, const Parameter& row, const Frame10H& frame) {
   if (row.write == WriteWith::kSingle) {
     return WriteRegister(app, frame.address, (frame.data[0] << 8) | frame.data[1]);
   }
   return WriteRegisters(app, frame.address, frame.data);
-}
-
-std::string ReadBackText(App& app, const ParameterPlace& place, const SharedState& facts,
-                         const std::vector<std::uint8_t>& came_back) {
-  if (!came_back.empty()) {
-    return FormatText(app.Text(text::kRegisterHolds), {ValueText(*place.row, facts, came_back)});
-  }
-  const std::string& error = app.state.LastErrorText;
-  return FormatText(app.Text(text::kNotReadBack), {error.empty() ? app.Text(text::kOtherEcho) : error});
 }
 
 ProvenWrite NotSent(std::string reason) {
@@ -71,29 +61,32 @@ ProvenWrite NotSent(std::string reason) {
 }
 
 ProvenWrite Judge(App& app, const ParameterPlace& place, std::span<const std::uint8_t> raw,
-                  const SharedState& facts, WriteResult result) {
-  const std::string failure = WriteFailureText(app, result);
-  const bool was_clean = app.state.LastErrorText.empty() && result == WriteResult::kProven;
+                  const ToldFacts& facts, const WriteReport& write) {
+  const bool was_clean = write.Proven() && write.exchange.Clean();
   ProvenWrite proven;
-  if (app.state.PortIsOpen) ReadRegistersProven(app, SpanOf(place), proven.came_back, was_clean);
+  // A port that went away has failed the write.
+  std::string unread = write.exchange.text;
+  if (app.state.PortIsOpen) {
+    unread = ReadRegistersProven(app, SpanOf(place), proven.came_back, was_clean).text;
+  }
   if (std::equal(raw.begin(), raw.end(), proven.came_back.begin(), proven.came_back.end())) {
     proven.end = WriteEnd::kStored;
     return proven;
   }
-  proven.end = result == WriteResult::kRefused ? WriteEnd::kRefused : WriteEnd::kNotProven;
-  proven.reason = failure;
+  proven.reason = WriteFailureText(app, write);
+  proven.end = write.result == WriteResult::kRefused ? WriteEnd::kRefused : WriteEnd::kNotProven;
   if (proven.end == WriteEnd::kRefused) return proven;
-  if (!failure.empty()) proven.reason += "; ";
-  proven.reason += ReadBackText(app, place, facts, proven.came_back);
+  if (!write.Proven()) proven.reason += "; ";
+  proven.reason += proven.came_back.empty() ? FormatText(app.Text(text::kNotReadBack), {unread})
+                                            : FormatText(app.Text(text::kRegisterHolds),
+                                                         {ValueText(*place.row, facts, proven.came_back)});
   return proven;
 }
 
 }  // namespace
 
-std::vector<std::uint8_t> ReadPlace(App& app, const ParameterPlace& place) {
-  RegisterData data;
-  ReadRegistersProven(app, SpanOf(place), data);
-  return data;
+ExchangeReport ReadPlace(App& app, const ParameterPlace& place, std::vector<std::uint8_t>& raw) {
+  return ReadRegistersProven(app, SpanOf(place), raw);
 }
 
 ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const std::uint8_t> raw) {
@@ -101,14 +94,16 @@ ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const s
 }
 
 ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const std::uint8_t> raw,
-                        const SharedState& facts) {
+                        const ToldFacts& facts) {
   const Parameter& row = *place.row;
   if (row.write == WriteWith::kNothing) return NotSent(app.Text(text::kMeterComputes));
   Frame10H frame{place.Address(), {raw.begin(), raw.end()}};
   const bool lights = &row == &DisplayRow("backlight") || &row == &DisplayRow("lights_out_time");
-  if (lights && !JoinBacklight(app, place, raw, frame)) {
-    return NotSent(FormatText(app.Text(text::kNotReadBack), {app.state.LastErrorText}));
+  if (lights) {
+    const ExchangeReport exchange = JoinBacklight(app, place, raw, frame);
+    if (!exchange) return NotSent(FormatText(app.Text(text::kNotReadBack), {exchange.text}));
   }
+  // Who closed it has told the status line why.
   if (!app.state.PortIsOpen) return NotSent(app.state.LastErrorText);
   ProvenWrite proven = Judge(app, place, raw, facts, Send(app, row, frame));
   // What a page has read of this meter may be old now.

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "link/registers.h"
 #include "meter/catalogue.h"
 #include "state/app.h"
 
@@ -33,12 +34,12 @@ struct ProvenWrite {
 // anything was sent, as kNotSent. What pages have read before counts as outdated, unless the meter refuses.
 // `facts` are the units and the language that a value in a reason is shown by; without them those of the App.
 ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const std::uint8_t> raw,
-                        const SharedState& facts);
+                        const ToldFacts& facts);
 ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const std::uint8_t> raw);
 
-// One parameter read for itself, by the registers of its row alone, as ReadRegistersProven. Empty without
-// proof; LastErrorText says why.
-std::vector<std::uint8_t> ReadPlace(App& app, const ParameterPlace& place);
+// One parameter read for itself into `raw`, by the registers of its row alone, as ReadRegistersProven. Empty
+// without proof.
+ExchangeReport ReadPlace(App& app, const ParameterPlace& place, std::vector<std::uint8_t>& raw);
 
 // "stored", "refused", ... in the language of the offset.
 std::string WriteEndText(WriteEnd end, int lang_offset);

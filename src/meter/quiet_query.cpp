@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "meter/quiet_query.h"
 
-#include "link/device_queries.h"
 #include "link/operation.h"
 #include "link/port.h"
+#include "meter/device_queries.h"
 #include "meter/facts.h"
 #include "state/form_lock.h"
 

@@ -7,6 +7,7 @@
 
 #include "meter/details_table.h"
 #include "meter/display_table.h"
+#include "meter/facts.h"
 #include "meter/heat_table.h"
 #include "meter/maintenance_table.h"
 #include "meter/process_table.h"
@@ -41,11 +42,12 @@ const SettingsReader::Step SettingsReader::kSteps[] = {
 SettingsReader::SettingsReader(App& app, Listener listener, ReadScope scope)
     : app_(app), listener_(std::move(listener)), scope_(scope) {
   settings_.facts = app.state;
-  settings_.NoHeatFunction = IsSingle();
 }
 
 // The report asks every full model; it is of no use where the meter has no heat calculation.
-bool SettingsReader::HasThermal() const { return IsWhole() ? MayHaveHeat(settings_.facts) : !IsSingle(); }
+bool SettingsReader::HasThermal() const {
+  return IsWhole() ? MayHaveHeat(settings_.facts) : !LacksHeatRegisters(settings_.facts);
+}
 
 bool SettingsReader::IsSingle() const { return IsSingleChannel(settings_.facts); }
 
@@ -58,7 +60,7 @@ bool SettingsReader::ReadAll() {
 }
 
 int SettingsReader::PlacesOf(const Step& step) const {
-  if (step.read == &SettingsReader::ReadAllHeat && settings_.NoHeatFunction) return 0;
+  if (step.read == &SettingsReader::ReadAllHeat && LacksHeatRegisters(settings_.facts)) return 0;
   if (step.from > scope_) return 0;
   return LocationCount(step.location, settings_.facts);
 }
@@ -96,12 +98,19 @@ bool SettingsReader::ReadFrom(int at, const Block& block, int index) {
   asked_.push_back(span);
   const int address = std::exchange(span.address, at);
   RegisterData data;
-  if (!(IsWhole() ? ReadRegistersProven(app_, span, data) : ReadRegisters(app_, span, data))) {
+  const ExchangeReport exchange =
+      IsWhole() ? ReadRegistersProven(app_, span, data) : ReadRegisters(app_, span, data);
+  if (!exchange) {
     span.address = address;
-    settings_.unread.push_back({span, app_.state.LastErrorText, part_});
+    settings_.unread.push_back({span, exchange.text, part_});
     return false;
   }
   settings_.registers.Put(span.function, address, std::move(data));
+  LearnAll(settings_.facts, [this](const ParameterPlace& place) -> std::optional<int> {
+    const auto bytes = settings_.registers.Of(*place.row, place.index);
+    if (bytes.empty()) return {};
+    return CodeAt(*place.row, bytes, 0);
+  });
   return true;
 }
 
@@ -122,26 +131,12 @@ bool SettingsReader::ReadAllSystem(int) {
   for (const Block& block : {kDeviceBlock, kSpecificationBlock, kOperationModeBlock}) {
     good = Read(block) && good;
   }
-  LearnDevice();
   if (IsSingle()) return good;
   for (const Block& block :
        {kMeasurementModeBlock, kCalculationBlock, kFirstSourceBlock, kSecondSourceBlock}) {
     good = Read(block) && good;
   }
-  LearnDevice();
   return good;
-}
-
-void SettingsReader::LearnDevice() {
-  const RegisterImage& registers = settings_.registers;
-  SharedState& facts = settings_.facts;
-  facts.UnitFlag = registers.CodeOf(SystemRow("unit"), 0, facts.UnitFlag);
-  facts.OperationMode = registers.CodeOf(SystemRow("operation_mode"), 0, facts.OperationMode);
-  facts.PathMode = registers.CodeOf(SystemRow("measurement_mode"), 0, facts.PathMode);
-  const auto specification = registers.Of(SystemRow("specification"), 0);
-  if (specification.empty()) return;
-  facts.SpecClass = SpecClassOf(CodeAt(SystemRow("specification"), specification, 0));
-  settings_.NoHeatFunction = IsSingle();
 }
 
 bool SettingsReader::ReadAllProcess(int channel) {
@@ -153,45 +148,25 @@ bool SettingsReader::ReadAllProcess(int channel) {
   return settings && spacing;
 }
 
-bool SettingsReader::ReadAllHeat(int) {
-  const bool good = Read(kHeatBlock);
-  LearnHeat();
-  return good;
-}
-
-void SettingsReader::LearnHeat() {
-  const RegisterImage& registers = settings_.registers;
-  SharedState& facts = settings_.facts;
-  facts.TempUnit = registers.CodeOf(HeatRow("temperature_unit"), 0, facts.TempUnit);
-  facts.HeatFlowUnit = registers.CodeOf(HeatRow("flow_unit"), 0, facts.HeatFlowUnit);
-  facts.HeatTotalUnit = registers.CodeOf(HeatRow("total_unit"), 0, facts.HeatTotalUnit);
-}
+bool SettingsReader::ReadAllHeat(int) { return Read(kHeatBlock); }
 
 bool SettingsReader::ReadAllRange(int channel) {
-  SharedState& facts = settings_.facts;
-  const auto at = static_cast<std::size_t>(channel);
   bool good = Read(channel == kComputedChannel ? kComputedRangeBlock : kRangeBlock, channel);
-  facts.RangeKind.at(at) = settings_.registers.CodeOf(RangeRow("kind"), channel, facts.RangeKind.at(at));
-  facts.RangeUnit.at(at) = settings_.registers.CodeOf(RangeRow("unit"), channel, facts.RangeUnit.at(at));
   if (HasThermal()) good = Read(kThermalRangeBlock) && good;
   return good;
 }
 
 bool SettingsReader::ReadAllTotal(int channel) {
-  SharedState& facts = settings_.facts;
-  const auto at = static_cast<std::size_t>(channel);
   bool good = Read(kTotalBlock, channel);
-  const int unit = settings_.registers.CodeOf(TotalRow("unit"), channel, facts.TotalUnit.at(at));
-  facts.TotalUnit.at(at) = TotalUnitOf(facts.UnitFlag, unit);
   if (HasThermal()) good = Read(kThermalTotalBlock) && good;
   return good;
 }
 
 bool SettingsReader::ReadAllStatus(int output) {
-  if (IsSingle()) return Read(kTwoOutputsBlock);
-  bool good = Read(kOutputChannelBlock);
-  good = Read(output == kFourthOutput ? kFourthOutputBlock : kOutputBlock) && good;
-  return Read(kThermalOutputBlock) && good;
+  bool good = IsSingle() || Read(kOutputChannelBlock);
+  const bool two = LocationCount(Location::kOutput, settings_.facts) <= 2;
+  good = Read(output == kFourthOutput ? kFourthOutputBlock : two ? kTwoOutputsBlock : kOutputBlock) && good;
+  return LacksHeatRegisters(settings_.facts) ? good : Read(kThermalOutputBlock) && good;
 }
 
 bool SettingsReader::ReadAllDetails(int channel) { return Read(kDetailsBlock, channel); }

@@ -21,7 +21,7 @@ enum class ReadScope : std::uint8_t {
 // Registers that were asked for and did not come.
 struct UnreadBlock {
   RegisterSpan span;
-  std::string reason;     // LastErrorText, or empty for one that was not asked for any more
+  std::string reason;     // ExchangeReport::text, or empty for one that was not asked for any more
   std::string part = {};  // what the reader was reading: group and channel or output
 };
 
@@ -31,9 +31,7 @@ struct MeterSettings {
   std::vector<UnreadBlock> unread;
   // The facts that units, code tables and the shape of the meter follow: those that were known before, and in
   // their place what the read-out has brought.
-  SharedState facts;
-  // The model has no heat calculation.
-  bool NoHeatFunction = false;
+  ToldFacts facts;
 };
 
 class SettingsReader {
@@ -83,8 +81,6 @@ class SettingsReader {
   // Of a whole read-out: true when the block was asked for before, and then whether it came.
   bool WasAsked(const RegisterSpan& span, bool& came) const;
   bool IsWhole() const { return scope_ == ReadScope::kWhole; }
-  void LearnDevice();
-  void LearnHeat();
   bool IsSingle() const;
   bool HasThermal() const;
 

@@ -49,7 +49,7 @@ class ReportWriter {
   }
 
  private:
-  const SharedState& Facts() const { return settings_.facts; }
+  const ToldFacts& Facts() const { return settings_.facts; }
   std::string Word(int id) const { return LookupText(id + Facts().LangOffset); }
   bool IsOneChannel() const { return form_ == ReportForm::kOneChannel; }
 
@@ -171,7 +171,7 @@ FileError Save(App& app, const MeterSettings& settings, const std::string& file,
 
 }  // namespace
 
-ReportForm ReportFormFor(const SharedState& facts) {
+ReportForm ReportFormFor(const MeterFacts& facts) {
   const bool several = facts.PathMode == kTwoPathsMode || facts.PathMode == kTwoPipesMode;
   return several && !IsSingleChannel(facts) ? ReportForm::kAllChannels : ReportForm::kOneChannel;
 }

@@ -16,7 +16,7 @@ namespace vlt {
 // A column for each channel and output, for a meter that measures two paths or two pipes, or one column of
 // values for every other.
 enum class ReportForm { kAllChannels, kOneChannel };
-ReportForm ReportFormFor(const SharedState& facts);
+ReportForm ReportFormFor(const MeterFacts& facts);
 
 // What the read-out has lost: blocks that did not come, and not with another reader either; and the parts
 // that they belong to, each once.

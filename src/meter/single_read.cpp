@@ -2,29 +2,15 @@
 #include "meter/single_read.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "meter/heat_table.h"
+#include "meter/facts.h"
 #include "meter/proven_write.h"
-#include "meter/range_table.h"
 #include "meter/status_table.h"
 #include "meter/system_table.h"
-#include "meter/total_table.h"
 
 namespace vlt {
 namespace {
-
-// The rows that the unit of a kind stands in.
-struct UnitRows {
-  UnitKind kind;
-  std::vector<const Parameter*> rows;
-};
-const UnitRows kUnitRows[] = {
-    {UnitKind::kFlow, {&RangeRow("kind"), &RangeRow("unit")}},
-    {UnitKind::kTotal, {&TotalRow("unit")}},
-    {UnitKind::kHeatFlow, {&HeatRow("flow_unit")}},
-    {UnitKind::kHeatTotal, {&HeatRow("total_unit")}},
-    {UnitKind::kTemperature, {&HeatRow("temperature_unit")}},
-};
 
 class Reader {
  public:
@@ -78,10 +64,9 @@ class Reader {
       channel = chosen ? CodeAt(*follows.row, Read(follows).raw, 0) : 0;
     }
     channel = std::clamp(channel, 0, kChannels - 1);
-    for (const UnitRows& unit : kUnitRows) {
-      if (unit.kind != place.row->unit) continue;
-      for (const Parameter* row : unit.rows) Read({row, row->location == Location::kMeter ? 0 : channel});
-    }
+    FactSet facts;
+    AddUnitFacts(place.row->unit, channel, facts);
+    for (const FactPlace& fact : facts) Read(PlaceOfFact(fact));
   }
 
   const SnapshotRow& Read(const ParameterPlace& place) {
@@ -90,15 +75,16 @@ class Reader {
                                        return InCatalogueOrder(row.place, wanted);
                                      });
     if (at != rows_.end() && at->place == place) return *at;
-    SnapshotRow row{.place = place, .raw = ReadPlace(app_, place), .value = {}, .unit = {}, .unread = {}};
-    if (row.raw.empty()) row.unread = app_.state.LastErrorText;
+    SnapshotRow row{.place = place, .raw = {}, .value = {}, .unit = {}, .unread = {}};
+    ExchangeReport exchange = ReadPlace(app_, place, row.raw);
+    if (!exchange) row.unread = std::move(exchange.text);
     return *rows_.insert(at, std::move(row));
   }
 
   Snapshot Complete() const { return CompleteSnapshot(facts_, rows_, {}); }
 
   App& app_;
-  SharedState facts_;
+  ToldFacts facts_;
   std::vector<SnapshotRow> rows_;  // in catalogue order
   std::string failure_;
 };

@@ -14,7 +14,7 @@ struct SingleRead {
   // Why the shape of the meter is not known; empty when it is. Nothing else was read then.
   std::string failure;
   // Shape, units and language that the rows are shown by.
-  SharedState facts;
+  ToldFacts facts;
   // The places of the parameter that were asked for and that this meter has, in order; one whose own
   // registers, or those of its unit, could not be read is not known and tells the reason.
   std::vector<SnapshotRow> rows;

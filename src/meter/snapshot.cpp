@@ -2,12 +2,11 @@
 #include "meter/snapshot.h"
 
 #include <algorithm>
-#include <initializer_list>
+#include <optional>
 #include <utility>
 
 #include "meter/details_table.h"
 #include "meter/facts.h"
-#include "meter/heat_table.h"
 #include "meter/maintenance_table.h"
 #include "meter/range_table.h"
 #include "meter/read_all.h"
@@ -27,7 +26,7 @@ namespace {
 // What is not known of a unit; no code of the meter.
 constexpr int kUnknownUnit = -1;
 
-std::string Word(int id, const SharedState& facts) { return LookupText(id + facts.LangOffset); }
+std::string Word(int id, const ToldFacts& facts) { return LookupText(id + facts.LangOffset); }
 
 class RowList {
  public:
@@ -40,12 +39,11 @@ class RowList {
                                      });
     return at != rows_.end() && at->place == place ? &*at : nullptr;
   }
-  bool Has(const Parameter& row, int index) const {
-    const SnapshotRow* found = Find({&row, index});
-    return found != nullptr && found->Known();
-  }
-  int Code(const Parameter& row, int index, int absent) const {
-    return Has(row, index) ? CodeAt(row, Find({&row, index})->raw, 0) : absent;
+  // Nothing for a place that is not known.
+  std::optional<int> Code(const ParameterPlace& place) const {
+    const SnapshotRow* found = Find(place);
+    if (found == nullptr || !found->Known()) return {};
+    return CodeAt(*place.row, found->raw, 0);
   }
 
  private:
@@ -55,71 +53,45 @@ class RowList {
 // The channel whose units a place carries: its own, or the one that its output follows.
 int UnitChannel(const RowList& rows, const ParameterPlace& place) {
   if (!IsOutput(*place.row)) return std::min(place.index, kChannels - 1);
-  return std::clamp(rows.Code(StatusRow("channel"), place.index, 0), 0, kChannels - 1);
+  return std::clamp(rows.Code({&StatusRow("channel"), place.index}).value_or(0), 0, kChannels - 1);
 }
 
-void Learn(const RowList& rows, SharedState& facts) {
-  facts.UnitFlag = rows.Code(SystemRow("unit"), 0, facts.UnitFlag);
-  facts.OperationMode = rows.Code(SystemRow("operation_mode"), 0, facts.OperationMode);
-  facts.PathMode = rows.Code(SystemRow("measurement_mode"), 0, facts.PathMode);
-  if (rows.Has(SystemRow("specification"), 0)) {
-    facts.SpecClass = SpecClassOf(rows.Code(SystemRow("specification"), 0, 0));
-  }
-  for (int channel = 0; channel < kChannels; ++channel) {
-    const auto at = static_cast<std::size_t>(channel);
-    facts.RangeKind.at(at) = rows.Code(RangeRow("kind"), channel, facts.RangeKind.at(at));
-    facts.RangeUnit.at(at) = rows.Code(RangeRow("unit"), channel, facts.RangeUnit.at(at));
-    const int total = rows.Code(TotalRow("unit"), channel, facts.TotalUnit.at(at));
-    facts.TotalUnit.at(at) = TotalUnitOf(facts.UnitFlag, total);
-  }
-  facts.TempUnit = rows.Code(HeatRow("temperature_unit"), 0, kUnknownUnit);
-  facts.HeatFlowUnit = rows.Code(HeatRow("flow_unit"), 0, kUnknownUnit);
-  facts.HeatTotalUnit = rows.Code(HeatRow("total_unit"), 0, kUnknownUnit);
+// Of units that the meter has once nothing is taken over from before.
+void Learn(const RowList& rows, MeterFacts& facts) {
+  facts.TempUnit = facts.HeatFlowUnit = facts.HeatTotalUnit = kUnknownUnit;
+  LearnAll(facts, [&](const ParameterPlace& place) { return rows.Code(place); });
 }
 
 // The rows that tell by what the value of a place is shown.
 std::vector<ParameterPlace> MeaningOf(const RowList& rows, const ParameterPlace& place) {
   const Parameter& row = *place.row;
   const int channel = UnitChannel(rows, place);
-  const ParameterPlace unit_system{&SystemRow("unit"), 0};
   std::vector<ParameterPlace> meaning;
   const ParameterPlace follows{&StatusRow("channel"), place.index};
   if (IsOutput(row) && row.unit != UnitKind::kNone && rows.Find(follows) != nullptr) {
     meaning.push_back(follows);
   }
-  const auto add = [&](std::initializer_list<ParameterPlace> places) {
-    meaning.insert(meaning.end(), places);
-  };
-  if (row.unit == UnitKind::kLength || row.unit == UnitKind::kVelocity || row.unit == UnitKind::kViscosity ||
-      row.unit == UnitKind::kVoltage || &row == &RangeRow("unit") || &row == &TotalRow("unit")) {
-    add({unit_system});
-  }
-  if (row.unit == UnitKind::kFlow) {
-    add({unit_system, {&RangeRow("kind"), channel}});
-    if (rows.Code(RangeRow("kind"), channel, kUnknownUnit) != kVelocityKind) {
-      add({{&RangeRow("unit"), channel}});
-    }
-  }
-  if (row.unit == UnitKind::kTotal) add({unit_system, {&TotalRow("unit"), channel}});
-  if (row.unit == UnitKind::kHeatFlow) add({{&HeatRow("flow_unit"), 0}});
-  if (row.unit == UnitKind::kHeatTotal) add({{&HeatRow("total_unit"), 0}});
-  if (row.unit == UnitKind::kTemperature) add({{&HeatRow("temperature_unit"), 0}});
-  if (row.codes == DetailsRow("send_count").codes) add({{&SystemRow("operation_mode"), 0}});
+  FactSet facts;
+  AddUnitFacts(row.unit, channel, facts);
+  if (rows.Code({&RangeRow("kind"), channel}) == kVelocityKind) facts.erase({Fact::kRangeUnit, channel});
+  if (NamesUnit(row)) facts.insert({Fact::kUnitSystem});
+  if (row.codes == DetailsRow("send_count").codes) facts.insert({Fact::kOperationMode});
+  for (const FactPlace& fact : facts) meaning.push_back(PlaceOfFact(fact));
   return meaning;
 }
 
 // Why it is not known what a row says; empty when it is. A code that its table does not have says nothing.
-std::string NotTold(const RowList& rows, const ParameterPlace& place, const SharedState& facts) {
-  if (!rows.Has(*place.row, place.index)) return Word(text::kUnitUnread, facts);
+std::string NotTold(const RowList& rows, const ParameterPlace& place, const ToldFacts& facts) {
+  const auto code = rows.Code(place);
+  if (!code) return Word(text::kUnitUnread, facts);
   const auto fact = FactToldBy(*place.row);
-  const int code = rows.Code(*place.row, place.index, 0);
-  if (!fact || IsUnderstood({*fact, place.index}, code)) return {};
+  if (!fact || IsUnderstood({*fact, place.index}, *code)) return {};
   return FormatText(Word(text::kCodeNotUnderstood, facts),
-                    {PlaceTitle(place, facts.LangOffset), std::to_string(code)});
+                    {PlaceTitle(place, facts.LangOffset), std::to_string(*code)});
 }
 
 // Why the value of a place can't be shown, though its registers were read; empty when it can.
-std::string NotMeant(const RowList& rows, const SharedState& facts, const ParameterPlace& place) {
+std::string NotMeant(const RowList& rows, const ToldFacts& facts, const ParameterPlace& place) {
   for (const ParameterPlace& needed : MeaningOf(rows, place)) {
     std::string reason = NotTold(rows, needed, facts);
     if (!reason.empty()) return reason;
@@ -127,7 +99,7 @@ std::string NotMeant(const RowList& rows, const SharedState& facts, const Parame
   return {};
 }
 
-void TellRow(const RowList& rows, const SharedState& facts, SnapshotRow& row) {
+void TellRow(const RowList& rows, const ToldFacts& facts, SnapshotRow& row) {
   row.value = row.Known() ? ValueText(*row.place.row, facts, row.raw) : std::string();
   row.unit = row.Known() ? UnitText(facts, row.place.row->unit, UnitChannel(rows, row.place)) : std::string();
 }
@@ -173,9 +145,10 @@ std::vector<SnapshotRow> RowsOf(const MeterSettings& settings, bool stopped) {
 // What holds outputs or simulates the input counts while it is not 0.
 bool IsInTest(const Snapshot& snapshot) {
   const RowList rows(snapshot.rows);
-  return rows.Code(MaintenanceRow("test_mode"), 0, 0) != 0 ||
-         std::any_of(std::begin(kOutputChecks), std::end(kOutputChecks),
-                     [&](const Parameter* row) { return rows.Code(*row, 0, 0) != 0; });
+  return rows.Code({&MaintenanceRow("test_mode"), 0}).value_or(0) != 0 ||
+         std::any_of(std::begin(kOutputChecks), std::end(kOutputChecks), [&](const Parameter* row) {
+           return rows.Code({row, 0}).value_or(0) != 0;
+         });
 }
 
 }  // namespace
@@ -211,7 +184,7 @@ SnapshotResult ReadSnapshot(App& app, const WorkListener& listener) {
   return result;
 }
 
-Snapshot CompleteSnapshot(SharedState facts, std::vector<SnapshotRow> rows, std::string date) {
+Snapshot CompleteSnapshot(ToldFacts facts, std::vector<SnapshotRow> rows, std::string date) {
   Snapshot snapshot;
   snapshot.rows = std::move(rows);
   const RowList list(snapshot.rows);
@@ -231,7 +204,7 @@ Snapshot CompleteSnapshot(SharedState facts, std::vector<SnapshotRow> rows, std:
   return snapshot;
 }
 
-void RetellSnapshot(Snapshot& snapshot, const SharedState& speaker) {
+void RetellSnapshot(Snapshot& snapshot, const ToldFacts& speaker) {
   snapshot.facts.LangOffset = speaker.LangOffset;
   snapshot.facts.ModelCode = speaker.ModelCode;
   Tell(snapshot);

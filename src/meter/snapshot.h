@@ -39,7 +39,7 @@ struct Snapshot {
   MeterIdentity identity;
   // The shape of the meter, its units and the language of the texts: what the values are shown and written
   // by.
-  SharedState facts;
+  ToldFacts facts;
   // In catalogue order, one for each place that a meter of this shape has.
   std::vector<SnapshotRow> rows;
 
@@ -72,8 +72,8 @@ SnapshotResult ReadSnapshot(App& app, const WorkListener& listener);
 // Works out texts, units and identity of rows whose raw bytes and reasons stand already; `facts` brings the
 // language, the installation and what else is known, and takes in what the rows tell. A row whose unit or
 // unit system is one of the unknown rows, or a code that nobody understands, becomes unknown itself.
-Snapshot CompleteSnapshot(SharedState facts, std::vector<SnapshotRow> rows, std::string date);
+Snapshot CompleteSnapshot(ToldFacts facts, std::vector<SnapshotRow> rows, std::string date);
 // The same snapshot with its texts in another language or for another installation.
-void RetellSnapshot(Snapshot& snapshot, const SharedState& speaker);
+void RetellSnapshot(Snapshot& snapshot, const ToldFacts& speaker);
 
 }  // namespace vlt

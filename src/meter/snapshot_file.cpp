@@ -23,7 +23,6 @@ using Kind = SnapshotRemark::Kind;
 constexpr std::string_view kFirstLine = "Veltrano3 snapshot 1";
 constexpr std::string_view kColumns = "name\tchannel\tregister\traw\tvalue\tunit";
 constexpr std::string_view kNothing = "-";
-constexpr std::string_view kModels[] = {"full", "single"};  // by SpecClass
 constexpr std::size_t kFields = 6;
 constexpr int kEnglishOffset = 5000;
 // Installations name the sensors by different words.
@@ -68,8 +67,9 @@ std::string Field(std::string text) {
 
 std::string OrNothing(const std::string& text) { return text.empty() ? std::string(kNothing) : Field(text); }
 
-std::string ModelText(const SharedState& facts) {
-  return std::string(kModels[IsSingleChannel(facts) ? 1 : 0]);
+std::string ModelText(const MeterFacts& facts) {
+  const MeterModel* model = ModelOf(facts);
+  return std::string((model == nullptr ? MeterModels().front() : *model).name);
 }
 
 std::string RowText(const SnapshotRow& row) {
@@ -80,7 +80,7 @@ std::string RowText(const SnapshotRow& row) {
   return head + HexDigits(row.raw) + "\t" + Field(row.value) + "\t" + Field(row.unit);
 }
 
-SharedState English(SharedState facts) {
+ToldFacts English(ToldFacts facts) {
   facts.LangOffset = kEnglishOffset;
   return facts;
 }
@@ -126,7 +126,7 @@ struct ReadRow {
 
 class SnapshotParser {
  public:
-  explicit SnapshotParser(const SharedState& speaker) : speaker_(speaker) {}
+  explicit SnapshotParser(const ToldFacts& speaker) : speaker_(speaker) {}
 
   SnapshotFile Parse(std::string_view content) {
     lines_ = Split(content, '\n');
@@ -182,9 +182,11 @@ class SnapshotParser {
     facts_ = speaker_;
     const auto model = head_.find(std::string(kModelKey));
     if (model == head_.end()) return false;
-    const auto at = std::find(std::begin(kModels), std::end(kModels), model->second.text);
-    if (at == std::end(kModels)) return false;
-    facts_.SpecClass = static_cast<int>(at - std::begin(kModels));
+    const auto models = MeterModels();
+    const auto at = std::find_if(models.begin(), models.end(),
+                                 [&](const MeterModel& each) { return each.name == model->second.text; });
+    if (at == models.end()) return false;
+    facts_.SpecClass = static_cast<int>(at - models.begin());
     facts_.PathMode = PathModeOfHead();
     return true;
   }
@@ -237,7 +239,7 @@ class SnapshotParser {
     remarked_.push_back(read.row.place);
   }
 
-  Snapshot Complete(const SharedState& facts) const {
+  Snapshot Complete(const ToldFacts& facts) const {
     std::vector<SnapshotRow> rows;
     for (const ReadRow& read : rows_) rows.push_back(read.row);
     const auto date = head_.find("date");
@@ -262,7 +264,7 @@ class SnapshotParser {
     rows_ = std::move(good);
   }
 
-  static bool Tells(const ReadRow& read, const SnapshotRow& told, SharedState facts) {
+  static bool Tells(const ReadRow& read, const SnapshotRow& told, ToldFacts facts) {
     if (read.unit != told.unit) return false;
     if (read.value == Field(told.value)) return true;
     return std::any_of(std::begin(kInstallations), std::end(kInstallations),
@@ -304,8 +306,8 @@ class SnapshotParser {
     std::string text;
   };
 
-  const SharedState& speaker_;
-  SharedState facts_;
+  const ToldFacts& speaker_;
+  ToldFacts facts_;
   std::vector<std::string_view> lines_;
   std::map<std::string, HeadText> head_;
   std::vector<ReadRow> rows_;
@@ -331,7 +333,7 @@ std::string SnapshotText(const Snapshot& snapshot, const std::vector<SnapshotRem
   return text;
 }
 
-SnapshotFile ParseSnapshot(std::string_view content, const SharedState& speaker) {
+SnapshotFile ParseSnapshot(std::string_view content, const ToldFacts& speaker) {
   return SnapshotParser(speaker).Parse(WithoutMark(content));
 }
 

@@ -38,7 +38,7 @@ struct SnapshotFile {
 std::string SnapshotText(const Snapshot& snapshot, const std::vector<SnapshotRemark>& unknown = {});
 // `speaker` brings the language of the texts and the installation. Rows that a meter of this shape has and
 // the content has not are not in the snapshot.
-SnapshotFile ParseSnapshot(std::string_view content, const SharedState& speaker);
+SnapshotFile ParseSnapshot(std::string_view content, const ToldFacts& speaker);
 
 // Written whole, or the file stays as it was.
 FileError WriteSnapshotFile(App& app, const std::string& path, const Snapshot& snapshot);

@@ -82,8 +82,8 @@ std::string UnitText(const MeterFacts& facts, int lang_offset, UnitKind kind, in
   return UnitName(kind, CodeOf(facts, kind, channel), facts.UnitFlag, lang_offset);
 }
 
-std::string UnitText(const SharedState& state, UnitKind kind, int channel) {
-  return UnitText(state, state.LangOffset, kind, channel);
+std::string UnitText(const ToldFacts& facts, UnitKind kind, int channel) {
+  return UnitText(facts, facts.LangOffset, kind, channel);
 }
 
 std::optional<UnitKind> NamesUnit(const Parameter& row) {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "meter/parameter.h"
-#include "state/shared_state.h"
+#include "state/meter_facts.h"
 #include "values/unit_kind.h"
 
 namespace vlt {
@@ -21,7 +21,7 @@ std::string UnitName(UnitKind kind, int code, int unit_flag, int lang_offset);
 // By what is known of a meter; `channel` counts for the units that each channel has of its own. A flow is a
 // velocity where the kind of the channel's range says so.
 std::string UnitText(const MeterFacts& facts, int lang_offset, UnitKind kind, int channel);
-std::string UnitText(const SharedState& state, UnitKind kind, int channel);
+std::string UnitText(const ToldFacts& facts, UnitKind kind, int channel);
 
 // The code of that unit, or -1 for a velocity: what tells it from others of its kind and unit system, in any
 // language. 0 for units that have no code.

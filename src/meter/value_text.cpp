@@ -21,7 +21,7 @@ constexpr int kEnglishOffset = 5000;
 std::string InParentheses(int code) { return "(" + std::to_string(code) + ")"; }
 
 // As a spreadsheet takes them: those that begin with the sign of a total behind an apostrophe.
-std::vector<std::string> CellWords(const Parameter& row, const SharedState& facts) {
+std::vector<std::string> CellWords(const Parameter& row, const ToldFacts& facts) {
   if (row.words[0] == 0) {
     return CodeTexts({facts.LangOffset, facts.UnitFlag, facts.ModelCode, facts.OperationMode}, row.codes);
   }
@@ -29,7 +29,7 @@ std::vector<std::string> CellWords(const Parameter& row, const SharedState& fact
 }
 
 // Of the words of a row; empty for a code without one.
-std::string WordOf(const Parameter& row, const SharedState& facts, int code,
+std::string WordOf(const Parameter& row, const ToldFacts& facts, int code,
                    const std::vector<std::string>& words) {
   if (row.any_is_second && code != 0) code = 1;
   if (&row == &TotalRow("unit")) code = TotalUnitOf(facts.UnitFlag, code);
@@ -37,7 +37,7 @@ std::string WordOf(const Parameter& row, const SharedState& facts, int code,
   return known ? words[static_cast<std::size_t>(code)] : std::string();
 }
 
-std::string CodeText(const Parameter& row, const SharedState& facts, int code) {
+std::string CodeText(const Parameter& row, const ToldFacts& facts, int code) {
   if (!row.HasWords()) return std::to_string(code);
   const std::string word = CodeWord(row, facts, code);
   if (word.empty()) return InParentheses(code);
@@ -62,7 +62,7 @@ bool AreNumbers(const std::vector<std::string>& words) {
 }
 
 // The code of a text in the words of one language. Several codes of the same word are none.
-std::optional<int> CodeOfWord(const Parameter& row, const SharedState& facts, std::string_view text) {
+std::optional<int> CodeOfWord(const Parameter& row, const ToldFacts& facts, std::string_view text) {
   const std::vector<std::string> words = CodeWords(row, facts);
   const auto number = AreNumbers(words) ? ParseNumber(text) : std::nullopt;
   const auto is_it = [&](const std::string& word) {
@@ -73,9 +73,9 @@ std::optional<int> CodeOfWord(const Parameter& row, const SharedState& facts, st
   return static_cast<int>(first - words.begin());
 }
 
-EncodedValue EncodeCodeText(const Parameter& row, const SharedState& facts, std::string_view text) {
+EncodedValue EncodeCodeText(const Parameter& row, const ToldFacts& facts, std::string_view text) {
   for (const int lang_offset : {facts.LangOffset, kEnglishOffset - facts.LangOffset}) {
-    SharedState speaker = facts;
+    ToldFacts speaker = facts;
     speaker.LangOffset = lang_offset;
     if (const auto code = CodeOfWord(row, speaker, text)) return {.bytes = EncodeCode(*code)};
   }
@@ -99,7 +99,7 @@ EncodedValue EncodeCharacters(const Parameter& row, std::string_view text) {
 
 }  // namespace
 
-std::vector<std::string> CodeWords(const Parameter& row, const SharedState& facts) {
+std::vector<std::string> CodeWords(const Parameter& row, const ToldFacts& facts) {
   std::vector<std::string> words = CellWords(row, facts);
   for (std::string& word : words) {
     if (word.starts_with('\'')) word.erase(0, 1);
@@ -107,25 +107,25 @@ std::vector<std::string> CodeWords(const Parameter& row, const SharedState& fact
   return words;
 }
 
-std::string CodeWord(const Parameter& row, const SharedState& facts, int code) {
+std::string CodeWord(const Parameter& row, const ToldFacts& facts, int code) {
   return WordOf(row, facts, code, CodeWords(row, facts));
 }
 
-std::string ValueText(const Parameter& row, const SharedState& facts, std::span<const std::uint8_t> bytes) {
+std::string ValueText(const Parameter& row, const ToldFacts& facts, std::span<const std::uint8_t> bytes) {
   return row.IsCode() ? CodeText(row, facts, CodeAt(row, bytes, 0)) : ShowValue(row, facts, bytes, 0);
 }
 
-std::string CellText(const Parameter& row, const SharedState& facts, std::span<const std::uint8_t> bytes) {
+std::string CellText(const Parameter& row, const ToldFacts& facts, std::span<const std::uint8_t> bytes) {
   if (!row.HasWords()) return ValueText(row, facts, bytes);
   return WordOf(row, facts, CodeAt(row, bytes, 0), CellWords(row, facts));
 }
 
-std::string UnitTextAt(const ParameterPlace& place, const SharedState& facts, int channel_of_output) {
+std::string UnitTextAt(const ParameterPlace& place, const ToldFacts& facts, int channel_of_output) {
   const int channel = IsOutput(*place.row) ? channel_of_output : place.index;
   return UnitText(facts, place.row->unit, std::clamp(channel, 0, kChannels - 1));
 }
 
-EncodedValue EncodeValue(const Parameter& row, const SharedState& facts, std::string_view text) {
+EncodedValue EncodeValue(const Parameter& row, const ToldFacts& facts, std::string_view text) {
   text = Trim(text);
   if (row.IsCode()) return EncodeCodeText(row, facts, text);
   if (row.wire == Wire::kCharacters) return EncodeCharacters(row, text);
@@ -133,7 +133,7 @@ EncodedValue EncodeValue(const Parameter& row, const SharedState& facts, std::st
   return {.bytes = std::move(encoded.bytes), .fault = static_cast<ValueFault>(encoded.fault)};
 }
 
-std::string CutText(const Parameter& row, const SharedState& facts, std::string_view typed,
+std::string CutText(const Parameter& row, const ToldFacts& facts, std::string_view typed,
                     std::span<const std::uint8_t> bytes) {
   if (row.IsCode() || row.wire == Wire::kDouble || row.wire == Wire::kCharacters || bytes.empty()) return {};
   constexpr double kWordRange = 65536;  // a word may be typed without its sign
@@ -144,7 +144,7 @@ std::string CutText(const Parameter& row, const SharedState& facts, std::string_
   return same ? std::string() : given + " -> " + taken;
 }
 
-std::string CutNote(const Parameter& row, const SharedState& facts, std::string_view typed,
+std::string CutNote(const Parameter& row, const ToldFacts& facts, std::string_view typed,
                     std::span<const std::uint8_t> bytes) {
   if (CutText(row, facts, typed, bytes).empty()) return {};
   const std::string sent = ValueText(row, facts, bytes);
@@ -154,7 +154,7 @@ std::string CutNote(const Parameter& row, const SharedState& facts, std::string_
                     {Trim(typed), sent});
 }
 
-std::string ValueFaultText(const Parameter& row, const SharedState& facts, ValueFault fault) {
+std::string ValueFaultText(const Parameter& row, const ToldFacts& facts, ValueFault fault) {
   const auto word = [&](int id) { return std::string(LookupText(id + facts.LangOffset)); };
   if (fault == ValueFault::kNoSuchCode) {
     std::string entries;

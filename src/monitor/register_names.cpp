@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <tuple>
 
-#include "link/store.h"
-#include "live/live_fields.h"
 #include "meter/catalogue.h"
 #include "meter/condition.h"
+#include "meter/live_fields.h"
 #include "meter/maintenance_table.h"
+#include "meter/store.h"
 #include "meter/system_table.h"
 #include "meter/value_text.h"
 #include "meter/wave.h"
@@ -28,7 +28,7 @@ std::string Named(std::string_view name, Location location, int index) {
 std::string WordText(const App&, Bytes bytes) { return std::to_string(BytesToInt16(bytes, 0)); }
 
 void AddParameters(Names& names) {
-  const SharedState largest;
+  const MeterFacts largest;
   for (const ParameterGroup& group : ParameterGroups()) {
     for (const Parameter& row : group.rows) {
       for (int index = 0; index < LocationCount(row.location, largest); ++index) {
@@ -40,24 +40,11 @@ void AddParameters(Names& names) {
   }
 }
 
-int WordsOf(LiveType type) {
-  switch (type) {
-    case LiveType::kDouble:
-      return 4;
-    case LiveType::kBits:
-      return 1;
-    default:
-      return 2;
-  }
-}
-
 void AddLiveValues(Names& names) {
   for (const LiveBlock* block : LiveBlocks()) {
     for (const LiveField& field : block->fields) {
       for (int ch = 0; ch < kChannels; ++ch) {
-        RegisterSpan span = SpanOf(*block, ch);
-        span.address += field.offset * kBytesPerRegister;
-        span.count = WordsOf(field.type);
+        const RegisterSpan span = SpanOf(*block, field, ch);
         LiveField alone = field;
         alone.offset = 0;
         names.push_back({span, Named(field.name, Location::kChannel, ch), [alone](const App&, Bytes bytes) {
@@ -97,7 +84,7 @@ constexpr NamedBlock kBlocks[] = {
 };
 
 void AddBlocks(Names& names) {
-  const SharedState largest;
+  const MeterFacts largest;
   for (const NamedBlock& row : kBlocks) {
     for (int index = 0; index < LocationCount(row.block.location, largest); ++index) {
       names.push_back({SpanOf(row.block, index), Named(row.name, row.block.location, index), {}});

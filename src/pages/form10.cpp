@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pages/form10.h"
 
-#include "link/device_queries.h"
+#include "meter/device_queries.h"
 #include "meter/process_table.h"
 #include "meter/quiet_query.h"
 #include "pages/parameter_column_guard.h"
@@ -157,7 +157,7 @@ void Form10::AdjustZero(const PushButton& command, int value, int question) {
     RunHook(&FormHooks::Form_Activate);
     return;
   }
-  const bool done = WriteRegister(app(), address, value) == WriteResult::kProven;
+  const bool done = WriteRegister(app(), address, value).Proven();
   app().Show(app().Text(text::kZeroAdjustment) + "  " +
                  app().Text(done ? text::kASetupWasCompleted : text::kASetupWasNotCompleted),
              done ? MessageIcon::kInformation : MessageIcon::kStop);

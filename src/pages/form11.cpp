@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <array>
 
-#include "link/device_queries.h"
 #include "link/registers.h"
 #include "meter/details_table.h"
+#include "meter/device_queries.h"
 #include "meter/quiet_query.h"
 #include "pages/spin.h"
 #include "resources/text_ids.h"

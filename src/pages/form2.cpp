@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pages/form2.h"
 
-#include "link/device_queries.h"
+#include "meter/device_queries.h"
 #include "meter/range_table.h"
 #include "resources/text_ids.h"
 
@@ -90,7 +90,7 @@ void Form2::ReadBlocks() {
   AskConfig();
   UpdateKinds();
   if (answered) column().ShowBlock(block, data);
-  if (IsFullModel(app().state) && Channel() == 0) column().ReadBlock(kThermalRangeBlock);
+  if (HasHeatRegisters(app().state) && Channel() == 0) column().ReadBlock(kThermalRangeBlock);
 }
 
 // A ticked kind or unit brings what the captions need.
@@ -105,12 +105,9 @@ void Form2::LearnUnit(const Field& field) {
 }
 
 void Form2::FieldWasRead(const Field& field, int code) {
-  const auto channel = static_cast<std::size_t>(Channel());
   if (field.list == &cmbKind) {
-    app().state.RangeKind.at(channel) = code;
     ShowFlowUnits();
   } else if (field.list == &UNIT_SYSTEMCombo) {
-    app().state.RangeUnit.at(channel) = code;
     ReadUnitSystem(app());
     RefillUnits();
     UNIT_SYSTEMCombo.SetListIndex(code);
@@ -163,7 +160,7 @@ void Form2::EnableThermal() {
   const bool first = heat && Channel() == 0;
   Depend(CALORIE_FULL_SCALE1, CALORIE_FULL_SCALE1Text, first);
   Depend(CALORIE_FULL_SCALE2, CALORIE_FULL_SCALE2Text,
-         first && IsFullModel(app().state) && TypeCheckCombo.ListIndex() > kSingleType);
+         first && HasHeatRegisters(app().state) && TypeCheckCombo.ListIndex() > kSingleType);
 }
 
 }  // namespace vlt

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pages/form3.h"
 
-#include "link/device_queries.h"
+#include "meter/device_queries.h"
+#include "meter/facts.h"
 #include "meter/total_table.h"
 
 namespace vlt {
@@ -80,7 +81,7 @@ void Form3::All_OnOff(int value) {
 void Form3::ReadBlocks() {
   column().ReadBlock(kTotalBlock);
   AskConfig();
-  if (IsFullModel(app().state) && Channel() == 0) column().ReadBlock(kThermalTotalBlock);
+  if (HasHeatRegisters(app().state) && Channel() == 0) column().ReadBlock(kThermalTotalBlock);
 }
 
 void Form3::LearnUnit(const Field& field) {
@@ -96,9 +97,8 @@ void Form3::FieldWasRead(const Field& field, int code) {
   column().FirstInThisRead(kUnitMark);
   ReadUnitSystem(app());
   RefillUnits();
-  const int unit = TotalUnitOf(app().state.UnitFlag, code);
-  UNIT_SYSTEMCombo.SetListIndex(unit);
-  app().state.TotalUnit.at(static_cast<std::size_t>(Channel())) = unit;
+  LearnFrom(app().state, {field.parameter, Channel()}, code);
+  UNIT_SYSTEMCombo.SetListIndex(app().state.TotalUnit.at(static_cast<std::size_t>(Channel())));
   ShowTotalUnits();
 }
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "link/device_queries.h"
+#include "meter/device_queries.h"
 #include "meter/status_table.h"
 #include "meter/units.h"
 
@@ -96,9 +96,8 @@ void Form4::SetteiHannei() {
 
 void Form4::Form_Activate() {
   config_ = AskChannelConfig(app(), *this);
-  const bool single = IsSingleChannel(app().state);
-  DigitalOutputSelect(2).SetEnabled(!single);
-  DigitalOutputSelect(kLastOutput).SetEnabled(!single);
+  const int outputs = LocationCount(Location::kOutput, app().state);
+  for (const int output : {2, kLastOutput}) DigitalOutputSelect(output).SetEnabled(output < outputs);
   FillOutputList();
   SELECT_Check_Click();
   ParameterPage::Form_Activate();
@@ -194,14 +193,15 @@ int Form4::Channel() const { return std::max(CH_Combo.ListIndex(), 0); }
 // --- exchanges -----------------------------------------------------------------------------------------
 
 void Form4::ReadBlocks() {
-  const bool full = IsFullModel(app().state);
-  if (full) column().ReadBlock(kOutputChannelBlock);
-  const Block& block = Output() == kLastOutput ? kFourthOutputBlock : full ? kOutputBlock : kTwoOutputsBlock;
+  if (HasSeveralChannels(app().state)) column().ReadBlock(kOutputChannelBlock);
+  const Block& block = Output() == kLastOutput       ? kFourthOutputBlock
+                       : HasThirdOutput(app().state) ? kOutputBlock
+                                                     : kTwoOutputsBlock;
   RegisterData data;
   const bool answered = column().FetchBlock(block, data);
   AskUnits();
   if (answered) column().ShowBlock(block, data);
-  if (full) column().ReadBlock(kThermalOutputBlock);
+  if (HasHeatRegisters(app().state)) column().ReadBlock(kThermalOutputBlock);
 }
 
 void Form4::AskUnits() {
@@ -209,7 +209,7 @@ void Form4::AskUnits() {
   GetRangeKind(app(), Channel());
   GetRangeUnit(app(), Channel());
   GetTotalUnit(app(), Channel());
-  if (IsFullModel(app().state)) {
+  if (HasHeatRegisters(app().state)) {
     GetHeatFlowUnit(app());
     GetHeatTotalUnit(app());
   }
@@ -228,7 +228,7 @@ bool Form4::FieldTakesPart(const Field& field) {
 
 void Form4::PlanWrites(WritePlan& plan) {
   if (OUTPUT_DO_1Combo.ListIndex() < 0) return;
-  if (IsFullModel(app().state)) column().PlanField(plan, column().FieldOf(CH_Combo));
+  if (HasSeveralChannels(app().state)) column().PlanField(plan, column().FieldOf(CH_Combo));
   column().PlanField(plan, column().FieldOf(OUTPUT_DO_1Combo));
   PlanFunction(plan);
   if (MODE_DO_1.Ticked()) column().PlanField(plan, column().FieldOf(MODE_DO_1Combo));

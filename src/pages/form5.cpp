@@ -81,7 +81,8 @@ void Form5::Text_Box_Enable() {
 
 void Form5::EnableChannels() {
   // A single-channel meter has no channel to choose.
-  for (Row& row : rows_) row.channel.SetEnabled(row.selection_box.Ticked() && IsFullModel(app().state));
+  for (Row& row : rows_)
+    row.channel.SetEnabled(row.selection_box.Ticked() && HasSeveralChannels(app().state));
 }
 
 void Form5::C04_HYOJI_FrmInit() {
@@ -164,7 +165,7 @@ void Form5::BoxClicked(CheckBox& box) {
 void Form5::ReadBlocks() {
   for (Row& row : rows_) row.read_code = -1;
   column().ReadBlock(kDisplayBlock);
-  if (IsFullModel(app().state)) column().ReadBlock(kDisplayChannelBlock);
+  if (HasSeveralChannels(app().state)) column().ReadBlock(kDisplayChannelBlock);
   // Only now the channels are known, and with them what the codes of the items mean.
   for (Row& row : rows_) {
     RebuildSelection(row);
@@ -174,7 +175,7 @@ void Form5::ReadBlocks() {
 
 void Form5::PlanWrites(WritePlan& plan) {
   for (const Row& row : rows_) {
-    if (IsFullModel(app().state)) column().PlanField(plan, column().FieldOf(row.channel));
+    if (HasSeveralChannels(app().state)) column().PlanField(plan, column().FieldOf(row.channel));
     column().PlanInOrder(plan, {&row.selection, &row.decimal});
   }
   PlanBacklight(plan);

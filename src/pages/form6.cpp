@@ -6,8 +6,8 @@
 
 #include "files/csv_question.h"
 #include "files/file_report.h"
-#include "link/device_queries.h"
 #include "link/modbus.h"
+#include "meter/device_queries.h"
 #include "meter/offered_codes.h"
 #include "meter/settings_report.h"
 #include "meter/system_table.h"
@@ -171,7 +171,7 @@ MeterFacts Form6::FactsOfList(const Field& field) {
 
 MeterFacts Form6::FactsInMode(int mode) const {
   MeterFacts facts = app().state;
-  facts.SpecClass = kFullModel;
+  if (!HasSeveralChannels(facts)) facts.SpecClass = kFullModel;
   facts.PathMode = mode;
   return facts;
 }
@@ -235,19 +235,16 @@ void Form6::BlockFailed(const Block& block) {
 }
 
 void Form6::FieldWasRead(const Field& field, int code) {
-  if (field.list == &UNIT_SYSTEMCombo) UnitWasRead(code);
+  if (field.list == &UNIT_SYSTEMCombo) UnitWasRead();
   if (field.list == &LANGUAGECombo) LanguageWasRead(code);
-  if (field.list == &SYSTEM_MODECombo) app().state.OperationMode = code;
 }
 
 // What the pages keep of units is asked anew.
-void Form6::UnitWasRead(int unit_flag) {
-  app().state.UnitFlag = unit_flag;
-  ShowUnitSystem(app());
-  const bool single = IsSingleChannel(app().state);
-  for (int channel = 0; channel < (single ? 1 : kChannels); ++channel) RefreshChannelUnits(app(), channel);
+void Form6::UnitWasRead() {
+  const int channels = LocationCount(Location::kChannel, app().state);
+  for (int channel = 0; channel < channels; ++channel) RefreshChannelUnits(app(), channel);
   ClearProcessCache(app());
-  if (!single) RefreshHeatUnits(app());
+  if (!LacksHeatRegisters(app().state)) RefreshHeatUnits(app());
 }
 
 void Form6::LanguageWasRead(int language) {
@@ -439,10 +436,6 @@ bool Form6::MayReplace(const std::string& file, const std::string& lost) {
   if (app().platform.files.Read(file, earlier) != FileError::kGood || !IsCompleteReport(earlier)) return true;
   return app().AskYesNo(FormatText(app().Text(text::kReplaceReport), {LastComponent(file), lost}),
                         MessageIcon::kQuestion);
-}
-
-std::string Form6::ReadRemark() {
-  return remark_.empty() ? remark_ : (app().state.LastErrorText.empty() ? "" : " ") + remark_;
 }
 
 }  // namespace vlt

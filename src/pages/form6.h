@@ -81,7 +81,7 @@ class Form6 : public ParameterPage {
   void ReadMeasureSetup();
   void BlockFailed(const Block& block) override;
   void FieldWasRead(const Field& field, int code) override;
-  std::string ReadRemark() override;
+  std::string ReadRemark() override { return remark_; }
   bool MaySet() override;
   void PlanWrites(WritePlan& plan) override;
   std::optional<int> ModeOfSet();
@@ -93,7 +93,7 @@ class Form6 : public ParameterPage {
   void WriteFailed(const PlannedWrite& write, WriteResult result) override;
   bool ReadsBack() override { return !specification_changed_; }
 
-  void UnitWasRead(int unit_flag);
+  void UnitWasRead();
   void LanguageWasRead(int language);
   void EnableMeasureSetup();
   void MEASUREMENT_MODECheck_Click();

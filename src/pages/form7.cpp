@@ -509,7 +509,7 @@ void Form7::ReleaseParameter_Click() {
 
 bool Form7::EndTestState() {
   RegisterData data;
-  return WriteRegister(app(), kTestStateBlock.address, kTestOff) == WriteResult::kProven &&
+  return WriteRegister(app(), kTestStateBlock.address, kTestOff).Proven() &&
          ReadRegisters(app(), SpanOf(kTestStateBlock, 0), data) && BytesToInt16(data, 0) == kTestOff;
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pages/heat_column.h"
 
-#include "link/device_queries.h"
+#include "meter/device_queries.h"
 #include "meter/heat_table.h"
 #include "resources/text_ids.h"
 
@@ -99,17 +99,13 @@ std::vector<CheckBox*> HeatColumn::Boxes() {
 void HeatColumn::ReadBlocks() { column().ReadBlock(kHeatBlock); }
 
 // The units hold for the captions of this page at once, and for every other page that shows them.
-void HeatColumn::FieldWasRead(const Field& field, int code) {
-  SharedState& state = app_.state;
+void HeatColumn::FieldWasRead(const Field& field, int) {
   if (field.list == &TEMPERATURECombo) {
-    state.TempUnit = code;
     ClearTempCache(app_);
     column().ShowUnitsOf(UnitKind::kTemperature);
   } else if (field.list == &HEAT_FLOW_RATECombo) {
-    state.HeatFlowUnit = code;
     ClearHeatFlowCache(app_);
   } else if (field.list == &HEAT_FLOW_RATE_SekisanCombo) {
-    state.HeatTotalUnit = code;
     ClearHeatTotalCache(app_);
   }
 }

@@ -3,7 +3,8 @@
 
 #include <algorithm>
 
-#include "link/learn.h"
+#include "meter/facts.h"
+#include "meter/identification.h"
 #include "meter/units.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
@@ -60,7 +61,7 @@ OriginRecord& FieldOrigins::RecordOf(const Field& field) const {
 ValuePlace FieldOrigins::PlaceOf(const Field& field) const {
   const Parameter& row = *field.parameter;
   return {.meter = MeterInUse(app_),
-          .id_number = app_.state.MeterIdNo,
+          .id_number = KnownIdNumber(app_.state),
           .index = row.location == Location::kMeter ? 0 : places_.IndexOf(row.location),
           .unit_flag = app_.state.UnitFlag,
           .unit = UnitCode(app_.state, row.unit, places_.UnitChannel(field)),

@@ -7,11 +7,11 @@
 #include <stdexcept>
 #include <utility>
 
-#include "link/device_queries.h"
 #include "link/port.h"
-#include "link/store.h"
+#include "meter/device_queries.h"
 #include "meter/facts.h"
 #include "meter/offered_codes.h"
+#include "meter/store.h"
 #include "meter/units.h"
 #include "meter/value_text.h"
 #include "pages/parameter_column_guard.h"
@@ -23,6 +23,7 @@
 #include "values/hex_digits.h"
 #include "values/input_check.h"
 #include "values/number_text.h"
+#include "values/text.h"
 
 namespace vlt {
 namespace {
@@ -31,11 +32,11 @@ constexpr const char* kShowUnitInForce = "0";  // as a kept unit caption
 
 // Whether registers hold what was sent to them, as far as the row shows it. What is carried out is over as
 // soon as it has begun.
-bool HoldsAlike(const Parameter& row, const SharedState& state, std::span<const std::uint8_t> sent,
+bool HoldsAlike(const Parameter& row, const ToldFacts& facts, std::span<const std::uint8_t> sent,
                 std::span<const std::uint8_t> held) {
   if (std::equal(sent.begin(), sent.end(), held.begin(), held.end())) return true;
   if (row.wire == Wire::kDouble || row.wire == Wire::kCharacters) {
-    return Trim(vlt::ValueText(row, state, sent)) == Trim(vlt::ValueText(row, state, held));
+    return Trim(vlt::ValueText(row, facts, sent)) == Trim(vlt::ValueText(row, facts, held));
   }
   return row.IsCode() && row.IsOrder(CodeAt(row, sent, 0));
 }
@@ -225,7 +226,7 @@ void ParameterColumn::FillList(const ComboBox& list) {
 }
 
 void ParameterColumn::Fill(Field& field) {
-  SharedState facts = app_.state;
+  ToldFacts facts = app_.state;
   static_cast<MeterFacts&>(facts) = rules_.FactsOfList(field);
   std::vector<int> codes = rules_.CodesOfList(field, facts);
   const std::vector<std::string> entries = EntriesOf(*field.parameter, facts, codes);
@@ -372,7 +373,8 @@ void ParameterColumn::ReadParameter_Click() {
   read_marks_.clear();
   rules_.ReadBlocks();
   origins_.ExchangeEnded();
-  operation.End(app_.Text(parts_.read_completed) + " " + app_.state.LastErrorText + rules_.ReadRemark());
+  operation.End(app_.Text(parts_.read_completed) + " " +
+                Joined(app_.state.LastErrorText, rules_.ReadRemark()));
 }
 
 // A read inside of a set: under its lock and without words of its own.
@@ -386,11 +388,10 @@ void ParameterColumn::ReadBack() {
 }
 
 bool ParameterColumn::FetchBlock(const Block& block, RegisterData& data) {
-  if (ReadRegisters(app_, SpanOf(block, rules_.IndexOf(block.location)), data)) {
-    sure_reply_ = app_.state.LastErrorText.empty();
-    return true;
-  }
-  MarkUnread(block, app_.state.LastErrorText);
+  const ExchangeReport exchange = ReadRegisters(app_, SpanOf(block, rules_.IndexOf(block.location)), data);
+  sure_reply_ = exchange.Clean();
+  if (exchange) return true;
+  MarkUnread(block, exchange.text);
   rules_.BlockFailed(block);
   return false;
 }
@@ -497,7 +498,7 @@ void ParameterColumn::SetParameter_Click() {
     if (each.field->Entry().Mark().empty()) each.field->Mark(each.told);
   }
   origins_.ExchangeEnded();
-  operation.End(app_.Text(parts_.set_completed) + " " + app_.state.LastErrorText + TellNotTaken());
+  operation.End(app_.Text(parts_.set_completed) + " " + Joined(app_.state.LastErrorText, TellNotTaken()));
 }
 
 // The echo proves nothing. Of two writes to one register the later one counts; one that has failed is told
@@ -535,8 +536,7 @@ std::string ParameterColumn::TellNotTaken() {
   app_.tally.failed += static_cast<std::int64_t>(told.size());
   if (app_.tally.first_failure.empty()) app_.tally.first_failure = told.front();
   const std::string more = std::to_string(told.size() - 1);
-  return (app_.state.LastErrorText.empty() ? "" : " ") +
-         (told.size() == 1 ? told.front() : FormatText(app_.Text(text::kAndMore), {told.front(), more}));
+  return told.size() == 1 ? told.front() : FormatText(app_.Text(text::kAndMore), {told.front(), more});
 }
 
 bool ParameterColumn::Judge(const WritePlan& plan) {
@@ -597,18 +597,19 @@ bool ParameterColumn::Execute(const WritePlan& plan) {
 }
 
 bool ParameterColumn::Send(const PlannedWrite& write) {
-  const WriteResult result = write.write == WriteWith::kSingle
+  const WriteReport report = write.write == WriteWith::kSingle
                                  ? WriteRegister(app_, write.address, (write.data[0] << 8) | write.data[1])
                                  : WriteRegisters(app_, write.address, write.data);
-  if (result != WriteResult::kRefused) app_.origins.PageHasSent();
-  if (result == WriteResult::kProven) {
+  const bool refused = report.result == WriteResult::kRefused;
+  if (!refused) app_.origins.PageHasSent();
+  if (report.Proven()) {
     rules_.WriteProven(write);
     origins_.WasSet(write);
     return true;
   }
-  if (result != WriteResult::kRefused) origins_.MayBeSet(write);
-  rules_.WriteFailed(write, result);
-  const std::string reason = WriteFailureText(app_, result);
+  if (!refused) origins_.MayBeSet(write);
+  rules_.WriteFailed(write, report.result);
+  const std::string reason = WriteFailureText(app_, report);
   if (write.field != nullptr) write.field->Mark(reason);
   app_.Status((write.field != nullptr ? rules_.StatusName(*write.field) : write.name) + ": " + reason);
   return app_.AskOkCancel(write.name + " " + app_.Text(parts_.not_set) + "\n" +

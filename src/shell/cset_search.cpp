@@ -50,7 +50,7 @@ std::string SearchEndText(const App& app, int number, const SearchResult& result
     case SearchEnd::kPortClosed:
       return app.state.PortFaultReason;
     case SearchEnd::kPortLost:
-      return FormatText(app.Text(text::kSearchPortLost), {port, app.state.LastErrorText, count});
+      return FormatText(app.Text(text::kSearchPortLost), {port, result.fault, count});
     case SearchEnd::kFinished:
       break;
   }

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "link/meter_search.h"
+#include "meter/meter_search.h"
 #include "shell/frm_cset.h"
 #include "state/app.h"
 

@@ -3,9 +3,9 @@
 
 #include <array>
 
-#include "link/identification.h"
 #include "link/operation.h"
 #include "link/port.h"
+#include "meter/identification.h"
 #include "meter/system_table.h"
 #include "meter/units.h"
 #include "meter/value_text.h"
@@ -65,9 +65,9 @@ void FrameFacts::Show() {
     int caption_id;
     std::string value;
   } facts[kFacts] = {
-      {text::kLink, LinkText(link)},        {text::kVersionInfo, TypeText()},
-      {text::kIdNumber, state.MeterIdNo},   {text::kSpecification, SpecificationText()},
-      {text::kMeasurementMode, PathText()}, {text::kUnit, UnitText()},
+      {text::kLink, LinkText(link)},           {text::kVersionInfo, TypeText()},
+      {text::kIdNumber, KnownIdNumber(state)}, {text::kSpecification, SpecificationText()},
+      {text::kMeasurementMode, PathText()},    {text::kUnit, UnitText()},
       {text::kLanguage, LanguageText()},
   };
   for (int i = 0; i < kFacts; ++i) {
@@ -133,9 +133,8 @@ std::string FrameFacts::TypeText() const {
 
 std::string FrameFacts::SpecificationText() const {
   if (app_.state.IdentifiedAt.empty()) return {};
-  const std::string model = IsFullModel(app_.state)       ? app_.Text(text::kFullModel)
-                            : IsSingleChannel(app_.state) ? app_.Text(text::kSingleModel)
-                                                          : "";
+  const MeterModel* known = ModelOf(app_.state);
+  const std::string model = known == nullptr ? "" : app_.Text(known->title);
   const std::string& number = app_.state.MeterSpecNo;
   return number.empty() || model.empty() ? number + model : number + ", " + model;
 }

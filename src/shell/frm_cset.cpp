@@ -7,9 +7,9 @@
 
 #include "files/file_report.h"
 #include "files/settings_file.h"
-#include "link/identification.h"
 #include "link/operation.h"
 #include "link/port.h"
+#include "meter/identification.h"
 #include "platform/port_settings.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"

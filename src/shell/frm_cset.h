@@ -7,7 +7,7 @@
 #include <functional>
 #include <string>
 
-#include "link/meter_search.h"
+#include "meter/meter_search.h"
 #include "state/app.h"
 
 namespace vlt {

@@ -3,7 +3,8 @@
 
 #include <algorithm>
 
-#include "link/device_queries.h"
+#include "meter/device_queries.h"
+#include "meter/facts.h"
 #include "meter/system_table.h"
 #include "meter/value_text.h"
 #include "resources/string_table.h"

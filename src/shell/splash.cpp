@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "link/identification.h"
 #include "link/port.h"
+#include "meter/identification.h"
 #include "resources/text_ids.h"
 #include "resources/version.h"
 #include "shell/mdi_form1.h"

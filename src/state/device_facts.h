@@ -4,28 +4,18 @@
 #pragma once
 
 #include "state/meter_facts.h"
+#include "state/meter_models.h"
 
 namespace vlt {
 
 // How many measurements the meter makes; the results of GetChannelConfig.
 enum class ChannelConfig { kUnknown = -1, kOneChannel = 1, kTwoPaths = 2, kTwoPipes = 3 };
 
-// Values of SpecClass and PathMode.
-inline constexpr int kFullModel = 0;
-inline constexpr int kSingleChannelModel = 1;
+// Values of PathMode.
 inline constexpr int kOnePathMode = 0;
 inline constexpr int kTwoPathsMode = 1;
 inline constexpr int kTwoPipesMode = 2;
 inline constexpr int kUnknownMode = -1;
-
-// The model that a specification number (register 0148H) stands for. Numbers below 182 and those a multiple
-// of 100 above 81 are full models.
-constexpr int SpecClassOf(int specification) {
-  constexpr int kBase = 81;
-  constexpr int kStep = 100;
-  const int x = specification - kBase;
-  return x > kStep && x % kStep != 0 ? kSingleChannelModel : kFullModel;
-}
 
 // The total unit that a code of the meter stands for. Code 8 has no text in metric units and counts as 0.
 constexpr int TotalUnitOf(int unit_flag, int code) {
@@ -33,16 +23,37 @@ constexpr int TotalUnitOf(int unit_flag, int code) {
   return unit_flag == 0 && code == kWithoutMetric ? 0 : code;
 }
 
-constexpr bool IsFullModel(const MeterFacts& state) { return state.SpecClass == kFullModel; }
-constexpr bool IsSingleChannel(const MeterFacts& state) { return state.SpecClass == kSingleChannelModel; }
-constexpr bool IsOnTwoPipes(const MeterFacts& state) { return state.PathMode == kTwoPipesMode; }
-
-// The meter has the heat calculation: a full model on one pipe.
-constexpr bool HasHeat(const MeterFacts& state) { return IsFullModel(state) && !IsOnTwoPipes(state); }
-// It is not known to lack it: what a page offers, also while no meter has answered.
-constexpr bool MayHaveHeat(const MeterFacts& state) {
-  return !IsSingleChannel(state) && !IsOnTwoPipes(state);
+// Its model measures on one channel alone, or on several. Neither while the model is not known.
+inline bool IsSingleChannel(const MeterFacts& facts) {
+  const MeterModel* model = ModelOf(facts);
+  return model != nullptr && model->channels == 1;
 }
+inline bool HasSeveralChannels(const MeterFacts& facts) {
+  const MeterModel* model = ModelOf(facts);
+  return model != nullptr && model->channels > 1;
+}
+inline bool HasThirdOutput(const MeterFacts& facts) {
+  const MeterModel* model = ModelOf(facts);
+  return model != nullptr && model->outputs > 2;
+}
+// A model of one channel has no mode.
+inline bool HasTwoPipes(const MeterFacts& facts) {
+  return !IsSingleChannel(facts) && facts.PathMode == kTwoPipesMode;
+}
+
+// Its model has the registers of the heat calculation, or is known to lack them.
+inline bool HasHeatRegisters(const MeterFacts& facts) {
+  const MeterModel* model = ModelOf(facts);
+  return model != nullptr && model->heat;
+}
+inline bool LacksHeatRegisters(const MeterFacts& facts) {
+  const MeterModel* model = ModelOf(facts);
+  return model != nullptr && !model->heat;
+}
+// The meter calculates heat: with these registers, on one pipe.
+inline bool HasHeat(const MeterFacts& facts) { return HasHeatRegisters(facts) && !HasTwoPipes(facts); }
+// It is not known to lack it: what a page offers, also while no meter has answered.
+inline bool MayHaveHeat(const MeterFacts& facts) { return !LacksHeatRegisters(facts) && !HasTwoPipes(facts); }
 
 // The path mode of a meter that makes so many measurements.
 constexpr int PathModeOf(ChannelConfig config) {
@@ -50,12 +61,12 @@ constexpr int PathModeOf(ChannelConfig config) {
 }
 
 // What GetChannelConfig last found, without asking.
-constexpr ChannelConfig KnownChannelConfig(const MeterFacts& state) {
-  if (IsSingleChannel(state)) return ChannelConfig::kOneChannel;
-  if (!IsFullModel(state) || state.PathMode < kOnePathMode || state.PathMode > kTwoPipesMode) {
+inline ChannelConfig KnownChannelConfig(const MeterFacts& facts) {
+  if (IsSingleChannel(facts)) return ChannelConfig::kOneChannel;
+  if (!HasSeveralChannels(facts) || facts.PathMode < kOnePathMode || facts.PathMode > kTwoPipesMode) {
     return ChannelConfig::kUnknown;
   }
-  return static_cast<ChannelConfig>(state.PathMode + 1);
+  return static_cast<ChannelConfig>(facts.PathMode + 1);
 }
 
 }  // namespace vlt

@@ -32,22 +32,25 @@ std::int64_t WriteMarks::Last(int address) const {
   return found == written_.end() ? 0 : found->second;
 }
 
-void MeterFacts::Learn(FactPlace fact, int value, std::int64_t now_ms, const MeterPlace& meter) {
-  if (!(place == meter)) ForgetAll();
-  place = meter;
+void MeterFacts::Learn(FactPlace fact, int value) {
   const Keeper& keeper = KeeperOf(fact.fact);
   if (keeper.common != nullptr) {
     this->*keeper.common = value;
   } else {
     (this->*keeper.channel).at(static_cast<std::size_t>(fact.channel)) = value;
   }
-  learnt_.at(At(fact)) = Learnt{.at_ms = now_ms, .order = writes.Tick()};
 }
 
 int MeterFacts::ValueOf(FactPlace fact) const {
   const Keeper& keeper = KeeperOf(fact.fact);
   return keeper.common != nullptr ? this->*keeper.common
                                   : (this->*keeper.channel).at(static_cast<std::size_t>(fact.channel));
+}
+
+void LearntFacts::Note(FactPlace fact, std::int64_t now_ms, const MeterPlace& from) {
+  if (!(place == from)) ForgetAll();
+  place = from;
+  moments_.at(At(fact)) = Moment{.at_ms = now_ms, .order = writes.Tick()};
 }
 
 }  // namespace vlt

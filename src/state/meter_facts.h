@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What is known of the meter in use, and how fresh it is: one small value. What a page shows and what is sent
-// rest on it, so whatever can change a fact makes it unknown, and an unknown one is asked before anything
-// that rests on it goes to the meter.
+// What is known of a meter: one small value, which a page, a snapshot or a side of a comparison holds for
+// itself. What a page shows and what is sent rest on it, so of the meter in use whatever can change a fact
+// makes it unknown, and an unknown one is asked before anything that rests on it goes to the meter.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <string>
 
 namespace vlt {
 
@@ -67,7 +68,7 @@ class WriteMarks {
 struct MeterFacts {
   // Under the names of the product. The settings file keeps the units of the last session.
   int UnitFlag = 0;       // 0 metric, 1 English; any other number is a unit system that nobody knows
-  int SpecClass = 0;      // 0 full model, 1 single-channel model, -1 no answer
+  int SpecClass = 0;      // number of its model (state/meter_models.h), -1 no answer
   int SpecNumber = -1;    // specification number that SpecClass was told by, -1 without one
   int PathMode = 0;       // 0 one path, 1 two paths, 2 two pipes
   int OperationMode = 0;  // register 003EH
@@ -79,29 +80,39 @@ struct MeterFacts {
   int HeatTotalUnit = 0;
   int TempUnit = 0;  // TemperatureUnit on the energy tab
 
-  // When a fact was learnt from the meter of `place`: by the platform's clock, and in the order of writes.
-  // Nothing when it was not, or not since what makes it unknown.
-  struct Learnt {
+  // The variable of a fact. SpecClass follows SpecNumber only where it was asked for (meter/facts.h).
+  void Learn(FactPlace fact, int value);
+  int ValueOf(FactPlace fact) const;
+};
+
+// The same, and the words that values of this meter are told in.
+struct ToldFacts : MeterFacts {
+  int LangOffset = 0;     // 0 Japanese, 5000 English; added to every text id
+  std::string ModelCode;  // hardware variant of the installation: "M627", "T305" or "K410"
+};
+
+// How fresh the facts of the meter in use are: when each was learnt from the meter of `place`, by the
+// platform's clock and in the order of writes. Nothing when it was not, or not since what makes it unknown.
+struct LearntFacts {
+  struct Moment {
     std::int64_t at_ms = 0;
     std::int64_t order = 0;
   };
   MeterPlace place;
   WriteMarks writes;
 
-  // The meter in use has told a fact: the variable above takes it. SpecClass follows SpecNumber only where it
-  // was asked for (link/device_queries.h).
-  void Learn(FactPlace fact, int value, std::int64_t now_ms, const MeterPlace& meter);
-  const std::optional<Learnt>& WhenLearnt(FactPlace fact) const { return learnt_.at(At(fact)); }
-  int ValueOf(FactPlace fact) const;
-  void Forget(FactPlace fact) { learnt_.at(At(fact)).reset(); }
+  // The meter of `from` has told a fact. Of another meter than before nothing else is known.
+  void Note(FactPlace fact, std::int64_t now_ms, const MeterPlace& from);
+  const std::optional<Moment>& When(FactPlace fact) const { return moments_.at(At(fact)); }
+  void Forget(FactPlace fact) { moments_.at(At(fact)).reset(); }
   // Another meter may stand behind the line.
-  void ForgetAll() { learnt_.fill({}); }
+  void ForgetAll() { moments_.fill({}); }
 
  private:
   static std::size_t At(FactPlace fact) {
     return static_cast<std::size_t>(fact.fact) * kChannels + static_cast<std::size_t>(fact.channel);
   }
-  std::array<std::optional<Learnt>, static_cast<std::size_t>(kFactKinds) * kChannels> learnt_{};
+  std::array<std::optional<Moment>, static_cast<std::size_t>(kFactKinds) * kChannels> moments_{};
 };
 
 }  // namespace vlt

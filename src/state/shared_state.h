@@ -35,15 +35,15 @@ struct MaintenanceTexts {
 // the meter in use is the first part of it. The settings file keeps the units of the last session; in its
 // tables these are RangeKindCache, RangeUnitCache, TotalUnitCache, OperationModeCache, TemperatureUnitCache
 // (TempUnit), TemperatureRangeUnitCache (HeatFlowUnit) and TemperatureTotalUnitCache (HeatTotalUnit).
-struct SharedState : MeterFacts {
+struct SharedState : ToldFacts {
+  LearntFacts Learnt;
+
   // Program and language.
-  int LangOffset = 0;                 // 0 Japanese, 5000 English; added to every text id
   int LangFlag = 0;                   // program's language: 0 Japanese, above 0 English
   int SystemLangFlag = 0;             // language of the meter's own display, 0 to 4
   int RangeUnitTrack = 0;             // the UnitFlag that the range page last filled its lists for
   int TotalUnitTrack = 0;             // the same for the total page
   std::string UserInfo = "Standard";  // "Standard", "Service" or "Factory"
-  std::string ModelCode;              // hardware variant of the installation: "M627", "T305" or "K410"
   std::string PageFont;
   // Full path of the settings file in use (LoaderIniPath where files are compared): program folder,
   // separator, file name; with two separators when the file does not name it.
@@ -100,7 +100,8 @@ struct SharedState : MeterFacts {
   bool PathModeKnown = false;
   std::string MeterType;  // of the control board, as the three texts behind it; empty until asked
   std::string MeterVersion;
-  std::string MeterIdNo;
+  std::string MeterIdNo;            // KnownIdNumber of meter/identification.h tells whether it still holds
+  std::int64_t MeterIdNoOrder = 0;  // when it was told, in the order of Learnt.writes
   std::string MeterSpecNo;
   // Meters that are, or may be, in their test state.
   std::set<MeterPlace> MetersInTest;

@@ -49,6 +49,12 @@ std::string FolderOfPath(std::string_view path) {
   return end == std::string::npos ? std::string() : text.substr(0, end + 1);
 }
 
+std::string Joined(std::string_view text, std::string_view more) {
+  std::string joined(text);
+  if (!text.empty() && !more.empty()) joined += ' ';
+  return joined.append(more);
+}
+
 bool EqualsNoCase(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });

@@ -24,6 +24,9 @@ std::string_view FirstChars(std::string_view text, std::size_t count);
 // "/" for a path that has one, else "\".
 std::string FolderOfPath(std::string_view path);
 
+// Both with a blank between them, or the one that is not empty.
+std::string Joined(std::string_view text, std::string_view more);
+
 // Equal but for the case of the letters a to z.
 bool EqualsNoCase(std::string_view a, std::string_view b);
 

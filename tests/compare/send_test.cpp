@@ -8,6 +8,8 @@
 #include "bench/soak/write_soak.h"
 #include "compare/row_list.h"
 #include "compare_fixture.h"
+#include "link/port.h"
+#include "meter/proven_write.h"
 #include "meter/single_read.h"
 #include "pages/parameter_page.h"
 

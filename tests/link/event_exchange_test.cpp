@@ -34,7 +34,7 @@ struct Events : TestApp {
   int Read(int address, int count = 1, SendMode mode = kModeOrdinary, int station = 1) {
     const std::int64_t start = Time().NowMs();
     RegisterData data;
-    const bool good = ReadRegisters(app, {station, mode}, {.address = address, .count = count}, data);
+    const bool good = ReadRegisters(app, {station, mode}, {.address = address, .count = count}, data).ok;
     took_ms = Time().NowMs() - start;
     return good ? BytesToUInt16(data[data.size() - 2], data[data.size() - 1]) : -1;
   }
@@ -181,13 +181,14 @@ TEST(EventTiming, ALateEchoProvesNoOtherWrite) {
   Events t;
   const Target once{.station = 1, .mode = kModeStore};
   t.platform.Arm("late=240/06");
-  EXPECT_EQ(WriteRegister(t.app, once, kOne, 3), WriteResult::kNoReply);
+  EXPECT_EQ(WriteRegister(t.app, once, kOne, 3).result, WriteResult::kNoReply);
   t.platform.Arm("ignore-write");
-  EXPECT_EQ(WriteRegister(t.app, once, kOther, 1), WriteResult::kProven) << "the meter says so";
+  EXPECT_EQ(WriteRegister(t.app, once, kOther, 1).result, WriteResult::kProven) << "the meter says so";
   t.platform.Arm("late=300/06");
-  EXPECT_EQ(WriteRegister(t.app, once, kOne, 2), WriteResult::kNoReply);
+  EXPECT_EQ(WriteRegister(t.app, once, kOne, 2).result, WriteResult::kNoReply);
   t.platform.Arm("silence");
-  EXPECT_EQ(WriteRegister(t.app, once, kOne, 2), WriteResult::kNoReply) << "the echo was the first one's";
+  EXPECT_EQ(WriteRegister(t.app, once, kOne, 2).result, WriteResult::kNoReply)
+      << "the echo was the first one's";
 }
 
 TEST(EventTiming, ALateRefusalIsHeldUntilTheReplyHasHadItsTime) {
@@ -306,9 +307,10 @@ TEST(LateReplies, ThePatternWaitsForTheEchoOfAWriteWhereverItWent) {
   t.app.state.EventTiming = false;
   const Target once{.station = 1, .mode = kModeStore};
   t.platform.Arm("late=300/06");
-  EXPECT_EQ(WriteRegister(t.app, once, kOne, 1), WriteResult::kNoReply);
+  EXPECT_EQ(WriteRegister(t.app, once, kOne, 1).result, WriteResult::kNoReply);
   t.platform.Arm("silence");
-  EXPECT_EQ(WriteRegister(t.app, once, kOther, 1), WriteResult::kNoReply) << "the echo was the first one's";
+  EXPECT_EQ(WriteRegister(t.app, once, kOther, 1).result, WriteResult::kNoReply)
+      << "the echo was the first one's";
 }
 
 struct Proof {
@@ -341,7 +343,7 @@ TEST(ProvenRead, TakesAValueBehindAFailureWhenReadingsAgree) {
         }
       }
       RegisterData data;
-      const bool good = ReadRegistersProven(t.app, {.address = kOne, .count = 1}, data, row.was_clean);
+      const bool good = ReadRegistersProven(t.app, {.address = kOne, .count = 1}, data, row.was_clean).ok;
       EXPECT_EQ(good ? BytesToUInt16(data, 0) : -1, row.value) << row.what << events;
       EXPECT_EQ(t.platform.scripted.writes.size(), row.requests) << row.what << events;
       EXPECT_EQ(t.app.state.LastErrorText == "Its readings differ from each other", !good) << row.what;

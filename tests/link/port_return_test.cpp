@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "link/meter_mark.h"
 #include "link/port.h"
+#include "meter/meter_mark.h"
 #include "support/plug_board.h"
 #include "support/test_app.h"
 
@@ -66,7 +66,7 @@ class PortReturnTest : public ::testing::Test {
   PortReturnTest() { test.platform.line.SetMaster({9600, 'O'}); }
   bool Read() {
     RegisterData data;
-    return ReadRegisters(app, {.address = 0x0148, .count = 1}, data);
+    return ReadRegisters(app, {.address = 0x0148, .count = 1}, data).ok;
   }
   TestApp test;
   App& app = test.app;
@@ -139,9 +139,9 @@ TEST_F(PortReturnTest, AMeterProvesItselfByWhatItHasTold) {
   };
   for (const Case& c : cases) {
     MeterMark mark = c.mark;
-    std::string differs;
-    EXPECT_EQ(ProveMeter(app, OwnStation(app, kModeUnitQuery), mark, differs), c.proof) << c.differs;
-    EXPECT_EQ(differs, c.differs);
+    const MeterAnswer answer = ProveMeter(app, OwnStation(app, kModeUnitQuery), mark);
+    EXPECT_EQ(answer.proof, c.proof) << c.differs;
+    EXPECT_EQ(answer.why, c.differs);
     if (c.proof == MeterProof::kSame) {
       EXPECT_EQ(mark.id_number, 1) << "learnt";
     }
@@ -153,8 +153,9 @@ TEST_F(PortReturnTest, AMeterProvesItselfByWhatItHasTold) {
   EXPECT_FALSE(KnownMark(app.state).id_number.has_value());
   test.platform.Arm("silence*ever");
   MeterMark mark;
-  std::string differs;
-  EXPECT_EQ(ProveMeter(app, OwnStation(app, kModeUnitQuery), mark, differs), MeterProof::kSilent);
+  const MeterAnswer silent = ProveMeter(app, OwnStation(app, kModeUnitQuery), mark);
+  EXPECT_EQ(silent.proof, MeterProof::kSilent);
+  EXPECT_EQ(silent.why, "[NO RESPONSE ERROR]");
 }
 
 }  // namespace

@@ -154,7 +154,16 @@ TEST_F(WaitingMeasure, WaitsForAMeterThatIsSilentYet) {
   t.RunCycles(5);
   EXPECT_TRUE(HasText(t.State(), "COM1 (/dev/ttyUSB0) came back, but the meter does not answer yet"))
       << t.State();
-  t.RunCycles(12);
+  t.test.platform.line.faults().Clear();
+  t.test.platform.Arm("silence*ever");
+  t.time().RunFor(3000);
+  t.test.platform.TakeRequests();
+  t.time().RunFor(30'000);
+  const std::size_t questions = t.test.platform.TakeRequests().size();
+  EXPECT_GE(questions, 8u);
+  EXPECT_LE(questions, 12u) << "not each second, though the port is looked for as often";
+  t.test.platform.line.faults().Clear();
+  t.RunCycles(t.page().trend.TrendSampleNo + 7);
   EXPECT_EQ(t.State(), "It is display acquisition data");
 }
 

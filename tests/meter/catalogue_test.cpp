@@ -10,12 +10,15 @@
 #include "meter/display_table.h"
 #include "meter/heat_table.h"
 #include "meter/maintenance_table.h"
+#include "meter/facts.h"
 #include "meter/process_table.h"
 #include "meter/range_table.h"
+#include "meter/snapshot_file.h"
 #include "meter/status_table.h"
 #include "meter/system_table.h"
 #include "meter/total_table.h"
 #include "resources/string_table.h"
+#include "state/meter_models.h"
 
 namespace vlt::test {
 namespace {
@@ -161,6 +164,33 @@ TEST(Catalogue, ShapesOfMeterDecideWhatExists) {
   EXPECT_TRUE(HasHeat(full) && !HasHeat(pipes) && !HasHeat(unknown) && MayHaveHeat(unknown));
   EXPECT_EQ(KnownChannelConfig(pipes), ChannelConfig::kTwoPipes);
   EXPECT_EQ(KnownChannelConfig(unknown), ChannelConfig::kUnknown);
+}
+
+// A model that is not built: two channels, three outputs, no heat. A row of data is all that it takes.
+TEST(Catalogue, AnotherModelIsAnotherRow) {
+  static constexpr MeterModel kWithThree[] = {
+      {.name = "full", .channels = 2, .outputs = 4, .heat = true, .is = [](int) { return true; }},
+      {.name = "trio", .channels = 2, .outputs = 3, .is = [](int number) { return number == 9001; }},
+  };
+  const ModelsForTest models(kWithThree);
+  ToldFacts facts;
+  const auto all = PlacesOf(facts).size();
+  LearnFrom(facts, {&SystemRow("specification"), 0}, 9001);
+  EXPECT_EQ(facts.SpecClass, 1);
+  const auto places = PlacesOf(facts);
+  EXPECT_LT(places.size(), all);
+  for (const ParameterPlace& place : places) {
+    EXPECT_NE(place.row->exists, Exists::kHeat) << place.row->name;
+    EXPECT_FALSE(IsOutput(*place.row) && place.index == 3) << place.row->name;
+  }
+  EXPECT_TRUE(ExistsIn(RangeRow("full_scale_1"), facts, 2));
+  Snapshot snapshot;
+  snapshot.facts = facts;
+  for (const ParameterPlace& place : places) snapshot.rows.push_back({place, {}, "", "", "silent"});
+  const SnapshotFile read = ParseSnapshot(SnapshotText(snapshot), {});
+  EXPECT_TRUE(read.is_snapshot);
+  EXPECT_EQ(read.snapshot.facts.SpecClass, 1);
+  EXPECT_EQ(read.snapshot.rows.size(), places.size());
 }
 
 }  // namespace

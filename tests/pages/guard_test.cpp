@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "files/parameter_file.h"
-#include "link/device_queries.h"
+#include "meter/device_queries.h"
 #include "pages/form10.h"
 #include "pages/form2.h"
 #include "pages/form6.h"

@@ -236,7 +236,7 @@ TEST(LineFaultsTest, EachFaultOfTheLineHasItsOutcome) {
   TestApp t;
   ASSERT_TRUE(OpenPort(t.app));
   t.platform.Arm("wrong-echo");
-  EXPECT_EQ(WriteRegister(t.app, 0x0104, 5), WriteResult::kOtherEcho);
+  EXPECT_EQ(WriteRegister(t.app, 0x0104, 5).result, WriteResult::kOtherEcho);
   EXPECT_EQ(t.app.line->Of(1).Ended(kOtherEcho), 1);
   EXPECT_EQ(t.app.line->Of(1).failed, 1);
 }

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "link/modbus.h"
 #include "state/app.h"
 
 namespace vlt {
@@ -13,11 +14,6 @@ namespace vlt {
 // one long attempt, ReadUnitSystem repeats as a page's read does.
 int GetUnitFlag(App& app);
 int ReadUnitSystem(App& app);
-
-// The unit system of UnitFlag in words, or the number itself where nobody knows it; and that in the third
-// panel.
-std::string UnitSystemText(const App& app);
-void ShowUnitSystem(App& app);
 
 // Of channel 0 to 2, into RangeKind, RangeUnit, TotalUnit. A metric meter's total unit 8, which has no metric
 // text, becomes 0.
@@ -39,16 +35,25 @@ int GetHeatFlowUnitAt(App& app, int station);
 int GetHeatTotalUnitAt(App& app, int station);
 int GetTempUnitAt(App& app, int station);
 
-// 0 full model, 1 single-channel model. Only the number behind it is stored, in SpecNumber.
+// The model as SpecClass numbers it. Only the number behind it is stored, in SpecNumber.
 int GetSpecClass(App& app);
 // 0 one path, 1 two paths, 2 two pipes; -2 when another query has taken the shared request meanwhile. Nothing
 // is stored.
 int GetPathMode(App& app);
-// The path mode that GetPathMode has just returned, into PathMode.
-void TakePathMode(App& app, int paths);
+
+// The result of a query, with an account of its last exchange.
+struct QueryAnswer {
+  int value = -1;
+  ExchangeReport exchange = {};
+  bool sure = false;  // as for Learn (meter/facts.h)
+};
+QueryAnswer AskPathMode(App& app);
+// What it has answered, into PathMode.
+void TakePathMode(App& app, const QueryAnswer& paths);
 // Asks both into SpecClass and PathMode: 1 one measuring channel, 2 two paths on one pipe, 3 two pipes, -1
 // without a usable answer. PathMode keeps its value on a single-channel model, which is not asked for it.
 int GetChannelConfig(App& app);
+QueryAnswer QueryChannelConfig(App& app);
 
 // Empty the kept unit captions that belong to a unit which was read anew: an empty one means that the caption
 // on the page is right. The values beside them stay, so nothing that was loaded or typed is lost.

@@ -3,6 +3,8 @@
 // An answer is kept in the shared state; without one the values that were there stay.
 #pragma once
 
+#include <string>
+
 #include "state/app.h"
 
 namespace vlt {
@@ -10,6 +12,9 @@ namespace vlt {
 // What the session has learnt of the meter, but for the units and the model class: the link leads to another
 // one, or nowhere.
 void ForgetMeter(SharedState& state);
+
+// The ID number that the meter has told; empty when it was not asked, or since another one was written to it.
+std::string KnownIdNumber(const SharedState& state);
 
 // Unit system and display language. What the session knew of a meter before is forgotten, since this one may
 // be another. False without an answer.

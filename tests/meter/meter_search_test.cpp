@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The search for meters: who is found, how long silence takes, what disturbs it, what it leaves behind.
-#include "link/meter_search.h"
+#include "meter/meter_search.h"
 
 #include <gtest/gtest.h>
 
@@ -138,8 +138,9 @@ TEST_F(MeterSearchTest, EndsWhenStoppedOrWithoutAPort) {
   ClosePortNow();
   plan.port = 1;
   test.Time().After(2000, [this] { test.platform.line.Unplug(test.Time().NowMs() * 1000); });
-  EXPECT_EQ(Run(plan).end, SearchEnd::kPortLost);
-  EXPECT_EQ(test.app.state.LastErrorText, "[RECEIVE ERROR(5)]");
+  const SearchResult lost = Run(plan);
+  EXPECT_EQ(lost.end, SearchEnd::kPortLost);
+  EXPECT_EQ(lost.fault, "[RECEIVE ERROR(5)]");
   test.platform.line.Plug(test.Time().NowMs() * 1000);
   found.clear();
   plan.tries.resize(1);

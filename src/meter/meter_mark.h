@@ -22,12 +22,18 @@ MeterMark KnownMark(const SharedState& state);
 
 enum class MeterProof {
   kSame,    // it answers as before
-  kSilent,  // it does not answer: LastErrorText says why
+  kSilent,  // it does not answer
   kOther,   // it answers, and differs
 };
 
+struct MeterAnswer {
+  MeterProof proof = MeterProof::kSame;
+  std::string why =
+      {};  // of kSilent why there is no answer; of kOther what differs, in the language in force
+};
+
 // Asks the meter for its ID number and unit system, and for its specification when `mark` has one. A meter
-// that is the same completes `mark` by its ID number. `differs` is what differs, in the language in force.
-MeterProof ProveMeter(App& app, const Target& target, MeterMark& mark, std::string& differs);
+// that is the same completes `mark` by its ID number.
+MeterAnswer ProveMeter(App& app, const Target& target, MeterMark& mark);
 
 }  // namespace vlt

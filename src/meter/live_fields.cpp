@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "live/live_fields.h"
+#include "meter/live_fields.h"
 
 #include <bitset>
 
@@ -38,20 +38,20 @@ constexpr LiveField kHeat[] = {
 };
 static_assert(std::size(kMeasured) == kPlainFields && std::size(kMeasured) + std::size(kHeat) == kAllFields);
 
-constexpr LiveBlock kMeasuredBlock{{0x0000, 0x1388, 0x251C}, 19, kVelocityPlace, kMeasured};
-constexpr LiveBlock kHeatBlock{{0x10C0, 0x2448, 0x2648}, 28, kHeatPlace, kHeat};
-constexpr const LiveBlock* kBlocks[] = {&kMeasuredBlock, &kHeatBlock};
+constexpr LiveBlock kMeasuredValues{{0x0000, 0x1388, 0x251C}, 19, kVelocityPlace, kMeasured};
+constexpr LiveBlock kHeatValues{{0x10C0, 0x2448, 0x2648}, 28, kHeatPlace, kHeat};
+constexpr const LiveBlock* kBlocks[] = {&kMeasuredValues, &kHeatValues};
 
 std::size_t StartOf(const LiveField& field) { return 2 * static_cast<std::size_t>(field.offset); }
 
 }  // namespace
 
-const LiveBlock& MeasuredBlock() { return kMeasuredBlock; }
-const LiveBlock& HeatBlock() { return kHeatBlock; }
+const LiveBlock& MeasuredBlock() { return kMeasuredValues; }
+const LiveBlock& HeatBlock() { return kHeatValues; }
 std::span<const LiveBlock* const> LiveBlocks() { return kBlocks; }
 
 const LiveField& LiveFieldAt(int place) {
-  const LiveBlock& block = place < kHeatPlace ? kMeasuredBlock : kHeatBlock;
+  const LiveBlock& block = place < kHeatPlace ? kMeasuredValues : kHeatValues;
   return block.fields[static_cast<std::size_t>(place - block.place)];
 }
 
@@ -59,6 +59,14 @@ RegisterSpan SpanOf(const LiveBlock& block, int ch) {
   return {.function = ReadFunction::kInput,
           .address = block.address.at(static_cast<std::size_t>(ch)),
           .count = block.count};
+}
+
+RegisterSpan SpanOf(const LiveBlock& block, const LiveField& field, int ch) {
+  static constexpr int kWords[] = {2, 4, 2, 1};  // by LiveType
+  RegisterSpan span = SpanOf(block, ch);
+  span.address += static_cast<int>(StartOf(field));
+  span.count = kWords[static_cast<std::size_t>(field.type)];
+  return span;
 }
 
 std::string LiveText(const LiveField& field, const RegisterData& block) {
@@ -97,13 +105,13 @@ std::string AlarmOf(std::string_view bits, int lang_offset) {
                                          : AlarmRows(lang_offset)[alarm];
 }
 
-LiveUnits KnownUnits(const SharedState& state) {
-  return {.unit_flag = state.UnitFlag,
-          .flow = state.RangeUnit,
-          .total = state.TotalUnit,
-          .heat_flow = state.HeatFlowUnit,
-          .heat_total = state.HeatTotalUnit,
-          .temperature = state.TempUnit};
+LiveUnits KnownUnits(const MeterFacts& facts) {
+  return {.unit_flag = facts.UnitFlag,
+          .flow = facts.RangeUnit,
+          .total = facts.TotalUnit,
+          .heat_flow = facts.HeatFlowUnit,
+          .heat_total = facts.HeatTotalUnit,
+          .temperature = facts.TempUnit};
 }
 
 int UnitCodeOf(const LiveUnits& units, UnitKind kind, int ch) {

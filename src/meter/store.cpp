@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "link/store.h"
+#include "meter/store.h"
 
 #include "link/port.h"
 #include "link/registers.h"
@@ -45,7 +45,7 @@ bool ReadSaveStatus(App& app) {
 
 bool WriteSaveRequest(App& app) {
   return OpenPortOrTell(app, MessageIcon::kNone) &&
-         WriteRegister(app, OwnStation(app, kModeStore), kStoreRegister, kRequest) == WriteResult::kProven;
+         WriteRegister(app, OwnStation(app, kModeStore), kStoreRegister, kRequest).Proven();
 }
 
 }  // namespace vlt

@@ -55,14 +55,15 @@ enum class SearchEnd {
   kFinished,
   kStopped,
   kPortClosed,   // the port can't be opened: PortFaultReason says why
-  kPortLost,     // it went away: LastErrorText has the fault
+  kPortLost,     // it went away
   kOtherMaster,  // somebody speaks on the line without being asked; nothing was sent from then on
 };
 
 struct SearchResult {
   SearchEnd end = SearchEnd::kFinished;
   int found = 0;
-  int odd = 0;  // questions that something answered which is no meter's reply, also when repeated
+  int odd = 0;             // questions that something answered which is no meter's reply, also when repeated
+  std::string fault = {};  // of kPortLost
 };
 
 SearchResult SearchMeters(App& app, const SearchPlan& plan, const SearchObserver& observer);

@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <set>
 
-#include "link/device_queries.h"
 #include "link/modbus.h"
 #include "link/port.h"
-#include "link/store.h"
+#include "meter/device_queries.h"
+#include "meter/store.h"
 #include "support/test_app.h"
 
 namespace vlt {

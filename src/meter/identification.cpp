@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "link/identification.h"
+#include "meter/identification.h"
 
 #include <algorithm>
 
-#include "link/device_queries.h"
-#include "link/learn.h"
 #include "link/registers.h"
+#include "meter/device_queries.h"
+#include "meter/facts.h"
+#include "meter/system_table.h"
 #include "state/device_facts.h"
 #include "values/codecs.h"
 #include "values/number_text.h"
@@ -17,7 +18,7 @@ namespace {
 // Of the meter's register map.
 constexpr RegisterSpan kUnitAndLanguage{.address = 0x0100, .count = 2};
 constexpr RegisterSpan kUnitLanguageAndId{.address = 0x0100, .count = 3};
-constexpr RegisterSpan kSpecification{.address = 0x0148, .count = 1};
+constexpr RegisterSpan kSpecificationNumber{.address = SystemRow("specification").address, .count = 1};
 constexpr RegisterSpan kVersion{.function = ReadFunction::kInput, .address = 0x0086, .count = 7};
 constexpr RegisterSpan kType{.function = ReadFunction::kInput, .address = 0x0094, .count = 4};
 
@@ -45,7 +46,7 @@ bool Ask(App& app, const RegisterSpan& span, std::string (*shown)(const Register
 }  // namespace
 
 void ForgetMeter(SharedState& state) {
-  state.ForgetAll();
+  state.Learnt.ForgetAll();
   state.IdentifiedAt.clear();
   state.PathModeKnown = false;
   state.SpecNumber = -1;
@@ -54,11 +55,17 @@ void ForgetMeter(SharedState& state) {
   }
 }
 
+std::string KnownIdNumber(const SharedState& state) {
+  return state.Learnt.writes.Last(SystemRow("id_number").address) > state.MeterIdNoOrder ? ""
+                                                                                         : state.MeterIdNo;
+}
+
 bool ReadIdentification(App& app) {
   RegisterData data;
   ForgetMeter(app.state);
-  if (!ReadRegisters(app, kUnitAndLanguage, data)) return false;
-  Learn(app, {Fact::kUnitSystem}, BytesToInt16(data, 0), app.state.LastErrorText.empty());
+  const ExchangeReport exchange = ReadRegisters(app, kUnitAndLanguage, data);
+  if (!exchange) return false;
+  Learn(app, {Fact::kUnitSystem}, BytesToInt16(data, 0), exchange.Clean());
   ClearProcessCache(app);
   app.state.SystemLangFlag = BytesToInt16(data, 2);
   app.state.IdentifiedAt = DateTimeText(app.platform.clock.Now());
@@ -70,20 +77,22 @@ void ReadUnits(App& app, const UnitQueries& queries) {
   if (queries.operation_mode_first) GetOperationMode(app);
   const int spec_class = GetSpecClass(app);
   if (spec_class >= 0) app.state.SpecClass = spec_class;
-  if (queries.heat_always || spec_class == kFullModel) RefreshHeatUnits(app);
+  if (queries.heat_always || (spec_class >= 0 && HasHeatRegisters(app.state))) RefreshHeatUnits(app);
   if (!queries.operation_mode_first) GetOperationMode(app);
 }
 
 bool ReadIdentity(App& app) {
   SharedState& state = app.state;
-  const int paths = GetPathMode(app);
-  state.PathModeKnown = paths >= kOnePathMode && paths <= kTwoPipesMode;
+  const QueryAnswer paths = AskPathMode(app);
+  state.PathModeKnown = paths.value >= kOnePathMode && paths.value <= kTwoPipesMode;
   if (state.PathModeKnown) TakePathMode(app, paths);
   bool whole = state.PathModeKnown;
   whole = Ask(app, kType, TextOf, state.MeterType) && whole;
   whole = Ask(app, kVersion, TextOf, state.MeterVersion) && whole;
-  whole = Ask(app, kUnitLanguageAndId, ThirdNumberOf, state.MeterIdNo) && whole;
-  return Ask(app, kSpecification, NumberOf, state.MeterSpecNo) && whole;
+  const bool numbered = Ask(app, kUnitLanguageAndId, ThirdNumberOf, state.MeterIdNo);
+  if (numbered) state.MeterIdNoOrder = state.Learnt.writes.Tick();
+  whole = numbered && whole;
+  return Ask(app, kSpecificationNumber, NumberOf, state.MeterSpecNo) && whole;
 }
 
 }  // namespace vlt

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "link/meter_search.h"
+#include "meter/meter_search.h"
 
 #include <algorithm>
 
@@ -118,14 +118,18 @@ class Search {
     Frame request = ReadRequest(meter.station, kReadHolding, kUnitAndLanguage, 2);
     Frame reply = ReplyFor(request);
     // One attempt whatever RetryNo says.
-    if (Transact(app_, request, reply, {.mode = kModeStore, .signature_is_checked = true}).answered) {
+    const ExchangeReport exchange =
+        Transact(app_, request, reply, {.mode = kModeStore, .signature_is_checked = true});
+    if (exchange) {
       meter.unit_system = BytesToInt16(reply, kFirstWord);
       meter.language = BytesToInt16(reply, kSecondWord);
       return meter.station == 0 || reply[0] == meter.station ? Heard::kMeter : Heard::kOdd;
     }
-    const std::string& why = app_.state.LastErrorText;
-    if (why.starts_with("[RECEIVE ERROR")) return Heard::kPortLost;
-    return why == "[NO RESPONSE ERROR]" ? Heard::kNothing : Heard::kOdd;
+    if (exchange.end == AttemptEnd::kPortFault) {
+      result_.fault = exchange.text;
+      return Heard::kPortLost;
+    }
+    return exchange.end == AttemptEnd::kSilence ? Heard::kNothing : Heard::kOdd;
   }
 
   // Says nothing for a while and listens. A stop that comes meanwhile is seen by the next question.

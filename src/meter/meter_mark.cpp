@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "link/meter_mark.h"
+#include "meter/meter_mark.h"
 
+#include <utility>
+
+#include "meter/identification.h"
 #include "resources/string_table.h"
 #include "resources/text_ids_heal.h"
 #include "values/codecs.h"
@@ -28,26 +31,29 @@ bool Agrees(const App& app, const std::optional<int>& known, int found, int text
 MeterMark KnownMark(const SharedState& state) {
   MeterMark mark;
   if (state.SpecNumber >= 0) mark.specification = state.SpecNumber;
-  if (const auto id = ParseNumber(state.MeterIdNo)) mark.id_number = static_cast<int>(*id);
+  if (const auto id = ParseNumber(KnownIdNumber(state))) mark.id_number = static_cast<int>(*id);
   return mark;
 }
 
-MeterProof ProveMeter(App& app, const Target& target, MeterMark& mark, std::string& differs) {
+MeterAnswer ProveMeter(App& app, const Target& target, MeterMark& mark) {
   RegisterData data;
-  if (!ReadRegisters(app, target, kUnitLanguageAndId, data)) return MeterProof::kSilent;
+  ExchangeReport exchange = ReadRegisters(app, target, kUnitLanguageAndId, data);
+  if (!exchange) return {MeterProof::kSilent, std::move(exchange.text)};
+  std::string differs;
   const int id = BytesToInt16(data, kIdByte);
   const bool agrees = Agrees(app, mark.id_number, id, text::kOtherIdNumber, differs) &&
                       Agrees(app, mark.unit_system, BytesToInt16(data, 0), text::kOtherUnitSystem, differs);
-  if (!agrees) return MeterProof::kOther;
+  if (!agrees) return {MeterProof::kOther, differs};
   if (mark.specification) {
-    if (!ReadRegisters(app, target, kSpecification, data)) return MeterProof::kSilent;
+    exchange = ReadRegisters(app, target, kSpecification, data);
+    if (!exchange) return {MeterProof::kSilent, std::move(exchange.text)};
     const int number = BytesToInt16(data, 0);
     if (!Agrees(app, mark.specification, number, text::kOtherSpecification, differs)) {
-      return MeterProof::kOther;
+      return {MeterProof::kOther, differs};
     }
   }
   mark.id_number = id;
-  return MeterProof::kSame;
+  return {};
 }
 
 }  // namespace vlt

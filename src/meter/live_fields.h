@@ -11,7 +11,7 @@
 #include <string_view>
 
 #include "link/registers.h"
-#include "state/shared_state.h"
+#include "state/meter_facts.h"
 #include "values/unit_kind.h"
 
 namespace vlt {
@@ -60,6 +60,8 @@ const LiveField& LiveFieldAt(int place);
 
 // The registers of a block for channel 0 to 2.
 RegisterSpan SpanOf(const LiveBlock& block, int ch);
+// Those of one of its fields alone.
+RegisterSpan SpanOf(const LiveBlock& block, const LiveField& field, int ch);
 
 // A value out of its block's registers, as fields and files show it: numbers cut to three decimals, pulses
 // plain, bits as 16 digits with the highest in front.
@@ -80,7 +82,7 @@ struct LiveUnits {
 };
 
 // Those of our own station that the program knows.
-LiveUnits KnownUnits(const SharedState& state);
+LiveUnits KnownUnits(const MeterFacts& facts);
 // The code that a unit's text depends on beside the unit system; the unit system itself where there is none.
 int UnitCodeOf(const LiveUnits& units, UnitKind kind, int ch);
 // A unit in brackets, for channel 0 to 2: "[m3/h]", "[]" for a code without a text. Empty for a field without
