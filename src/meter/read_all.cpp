@@ -46,7 +46,7 @@ SettingsReader::SettingsReader(App& app, Listener listener, ReadScope scope)
 
 // The report asks every full model; it is of no use where the meter has no heat calculation.
 bool SettingsReader::HasThermal() const {
-  return IsWhole() ? MayHaveHeat(settings_.facts) : !LacksHeatRegisters(settings_.facts);
+  return IsWhole() ? MayHaveHeat(settings_.facts) : !NoHeatFunction();
 }
 
 bool SettingsReader::IsSingle() const { return IsSingleChannel(settings_.facts); }
@@ -60,7 +60,7 @@ bool SettingsReader::ReadAll() {
 }
 
 int SettingsReader::PlacesOf(const Step& step) const {
-  if (step.read == &SettingsReader::ReadAllHeat && LacksHeatRegisters(settings_.facts)) return 0;
+  if (step.read == &SettingsReader::ReadAllHeat && NoHeatFunction()) return 0;
   if (step.from > scope_) return 0;
   return LocationCount(step.location, settings_.facts);
 }
@@ -166,7 +166,7 @@ bool SettingsReader::ReadAllStatus(int output) {
   bool good = IsSingle() || Read(kOutputChannelBlock);
   const bool two = LocationCount(Location::kOutput, settings_.facts) <= 2;
   good = Read(output == kFourthOutput ? kFourthOutputBlock : two ? kTwoOutputsBlock : kOutputBlock) && good;
-  return LacksHeatRegisters(settings_.facts) ? good : Read(kThermalOutputBlock) && good;
+  return NoHeatFunction() ? good : Read(kThermalOutputBlock) && good;
 }
 
 bool SettingsReader::ReadAllDetails(int channel) { return Read(kDetailsBlock, channel); }

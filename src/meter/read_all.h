@@ -8,6 +8,7 @@
 
 #include "meter/register_image.h"
 #include "state/app.h"
+#include "state/device_facts.h"
 
 namespace vlt {
 
@@ -82,6 +83,8 @@ class SettingsReader {
   bool WasAsked(const RegisterSpan& span, bool& came) const;
   bool IsWhole() const { return scope_ == ReadScope::kWhole; }
   bool IsSingle() const;
+  // The meter of this read-out has no registers of the heat calculation.
+  bool NoHeatFunction() const { return LacksHeatRegisters(settings_.facts); }
   bool HasThermal() const;
 
   App& app_;
