@@ -109,37 +109,6 @@ TEST(Condition, DecodesEachRowOfOneChannel) {
   EXPECT_FALSE(t.app().state.UiLocked);
 }
 
-TEST(Condition, ReadsTheSecondChannelWhereThereIsOne) {
-  for (const int mode : {1, 2}) {
-    TransitTest t(TransitTest::Meter(kFullModel, mode));
-    ASSERT_TRUE(t.condition().ReadInfButton.Press());
-    EXPECT_EQ(t.Requests(), (Texts{"04 00 30 00 24", "03 01 48 00 01", "03 03 E8 00 01", "04 13 B8 00 24"}));
-    EXPECT_GT(t.condition().InfData1Grid.ColumnWidth(3), 0);
-    // The simulated meter works these out by itself.
-    EXPECT_EQ(t.condition().InfData1Grid.Cell(1, 3), std::to_string(t.meter().input().Word(0x13B8)));
-    EXPECT_NE(t.condition().InfData1Grid.Cell(13, 3), "");
-  }
-}
-
-TEST(Condition, UnitsFollowLanguageAndUnitSystem) {
-  const struct {
-    int lang_offset;
-    int unit_flag;
-    const char* velocity;
-    const char* angle;
-  } rows[] = {{5000, 0, "[m/s]", "[deg]"},
-              {5000, 1, "[ft/s]", "[deg]"},
-              {0, 0, "[m/s]", "[°]"},
-              {0, 1, "[ft/s]", "[°]"}};
-  for (const auto& row : rows) {
-    TransitTest t(TransitTest::Meter(kSingleChannel, 0, row.lang_offset));
-    t.app().state.UnitFlag = row.unit_flag;
-    t.condition().ReadInfButton.Press();
-    EXPECT_EQ(t.condition().InfData1Grid.Cell(1, 1), row.velocity);
-    EXPECT_EQ(t.condition().InfData1Grid.Cell(16, 1), row.angle);
-  }
-}
-
 TEST(Condition, FileIsTheseLines) {
   TransitTest t = Scripted();
   Script(t, "00 51", "00 02", Zeros());
@@ -164,73 +133,6 @@ TEST(Condition, FileIsTheseLines) {
   t.condition().SaveInfButton.Press();
   EXPECT_EQ(t.Lines("/logs/state.csv"), expected);
   EXPECT_NE(t.test.StatusText().find("state.csv"), std::string::npos);
-}
-
-TEST(Condition, SavesNothingThatWasNotRead) {
-  TransitTest t;
-  t.dialogs().Answer(MessageAnswer::kOk);
-  t.condition().SaveInfButton.Press();
-  EXPECT_EQ(t.dialogs().TakeTexts(), Texts{"CONDITIONdata is not read"});
-  // Nor over the program's own settings.
-  t.app().state.IniFilePath = "/app//VLT.ini";
-  t.condition().ReadInfButton.Press();
-  t.dialogs().SaveFile("/app/VLT.ini");
-  t.dialogs().Answer(MessageAnswer::kOk);
-  t.condition().SaveInfButton.Press();
-  EXPECT_EQ(t.dialogs().TakeTexts(), Texts{"The loader early stage file can not be updated"});
-  EXPECT_TRUE(t.test.platform.files.files.empty());
-}
-
-TEST(Condition, SavesTheSecondChannelAlone) {
-  TransitTest t(TransitTest::Meter(kFullModel, 2));
-  t.test.platform.Arm("silence@0030H*ever");
-  t.condition().ReadInfButton.Press();
-  EXPECT_EQ(t.State(), "Reading of condition was completed [NO RESPONSE ERROR]");
-  t.dialogs().SaveFile("/logs/second.csv");
-  t.condition().SaveInfButton.Press();
-  EXPECT_EQ(t.dialogs().TakeTexts(), Texts{});
-  EXPECT_EQ(t.Lines("/logs/second.csv")[3],
-            "WEDGE S.V.(CAL .),,[m/s],," + std::to_string(t.meter().input().Word(0x13B8)));
-}
-
-TEST(Condition, KeepsTheRowsOfAChannelThatFails) {
-  const struct {
-    const char* fault;
-    const char* state;
-    bool first_kept;
-  } rows[] = {
-      {"silence@0030H*ever", "[NO RESPONSE ERROR]", true},
-      {"exception=2@13B8H*ever", "[ADDRESS ERROR(02H)]", false},
-      {"short@13B8H*ever", "[CRC ERROR]", false},
-      {"unplug@0030H", "[RECEIVE ERROR(", true},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.fault);
-    TransitTest t(TransitTest::Meter(kFullModel, 2));
-    Grid& grid = t.condition().InfData1Grid;
-    t.condition().ReadInfButton.Press();
-    const int column = row.first_kept ? 2 : 3;
-    for (int line = 1; line <= 26; ++line) grid.SetCell(line, column, "kept");
-    t.test.platform.Arm(row.fault);
-    t.condition().ReadInfButton.Press();
-    for (int line = 1; line <= 26; ++line) EXPECT_EQ(grid.Cell(line, column), "kept");
-    EXPECT_NE(t.State().find(row.state), std::string::npos) << t.State();
-    EXPECT_FALSE(t.app().state.UiLocked);
-    EXPECT_TRUE(t.condition().ReadInfButton.Enabled());
-    EXPECT_EQ(t.app().windows.MousePointer(), kNormalPointer);
-  }
-}
-
-TEST(Condition, TellsThatThereIsNoPort) {
-  TransitTest t;
-  bool closed = false;
-  ClosePort(t.app(), closed);
-  t.app().state.PortNo = "7";
-  t.dialogs().Answer(MessageAnswer::kOk);
-  t.condition().ReadInfButton.Press();
-  EXPECT_EQ(t.dialogs().TakeTexts(), Texts{"The error occurred at the time of communication"});
-  EXPECT_EQ(t.State().find("The error occurred at the time of communication"), 0u);
-  EXPECT_TRUE(t.condition().ReadInfButton.Enabled());
 }
 
 }  // namespace

@@ -33,47 +33,6 @@ TEST(CsvNames, GetAFreshStampThatIsNotTakenYet) {
   EXPECT_EQ(RestampedCsvPath(files, "short", now), "20271231235958.csv");
 }
 
-TEST(SaveCsv, TakesANameOrLeavesTheOldOne) {
-  MeasureTest t(kOneChannel);
-  ScriptedDialogs& dialogs = t.test.platform.dialogs;
-  const auto save = [&](std::optional<std::string> path) {
-    dialogs.SaveFile(std::move(path));
-    t.page().SaveCSV.Press();
-    EXPECT_EQ(t.app().windows.MousePointer(), kNormalPointer);
-    EXPECT_TRUE(t.page().Start.Enabled());
-    return t.page().MeasureFilePath;
-  };
-  EXPECT_EQ(save(std::nullopt), "");
-  EXPECT_EQ(save("  "), "");
-  EXPECT_EQ(save("/計測/流 量.csv"), "/計測/流 量_20261124100000.csv");
-  EXPECT_EQ(dialogs.questions.back().title, "Specify a saving file name");
-  EXPECT_EQ(dialogs.questions.back().filter, "The measurement data(*.csv)|*.csv|All(*.*)|*.*");
-  EXPECT_EQ(save(std::nullopt), "/計測/流 量_20261124100000.csv");
-  EXPECT_EQ(dialogs.questions.back().folder, "/計測/");
-  t.app().state.IniFilePath = "/app//VLT.ini";
-  dialogs.Answer(MessageAnswer::kOk);
-  EXPECT_EQ(save("/app/VLT.ini"), "/計測/流 量_20261124100000.csv");
-  EXPECT_EQ(dialogs.TakeTexts(), Texts{"The loader early stage file can not be updated"});
-}
-
-TEST(SaveCsv, AsksBeforeItOverwrites) {
-  MeasureTest t(kOneChannel);
-  const std::string taken = "/data/run_20261124100000.csv";
-  for (const MessageAnswer answer : {MessageAnswer::kCancel, MessageAnswer::kOk}) {
-    t.files()[taken] = "old";
-    t.test.platform.dialogs.Answer(answer);
-    t.Save("/data/run");
-    EXPECT_EQ(t.page().MeasureFilePath, taken);
-    EXPECT_EQ(t.files().contains(taken), answer == MessageAnswer::kCancel);
-  }
-  EXPECT_EQ(t.test.platform.dialogs.TakeTexts().back(), "File already exists. Do you want to overwrite it?");
-  // A run never adds to a file that is there.
-  t.files()[taken] = "old";
-  ASSERT_TRUE(t.page().Start.Press());
-  EXPECT_EQ(t.files()[taken], "old");
-  EXPECT_NE(t.page().MeasureFilePath, taken);
-}
-
 struct Golden {
   const MeterShape& shape;
   int lang_offset;

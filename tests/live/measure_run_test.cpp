@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A run of the measure page: what starts it, what it shows, how it ends, and what may come in between.
-#include <algorithm>
-#include <cmath>
 #include <set>
 
 #include "link/port.h"
@@ -15,124 +13,6 @@ namespace vlt::test {
 namespace {
 
 using Texts = std::vector<std::string>;
-
-TEST(MeasureStart, AsksForAFileThenForGoodScalesThenForThePort) {
-  MeasureTest t(kOneChannel);
-  ScriptedDialogs& dialogs = t.test.platform.dialogs;
-  dialogs.Answer(MessageAnswer::kOk);
-  t.page().Start.Press();
-  EXPECT_EQ(dialogs.TakeTexts(), Texts{"Please specify the file name to save"});
-  t.Save("/data/run");
-  t.page().PointText.Type("1.2.3");
-  dialogs.Answer(MessageAnswer::kOk);
-  t.page().Start.Press();
-  EXPECT_EQ(dialogs.TakeTexts(), Texts{"Any data other than a number is not allowed"});
-  t.page().PointText.Type("50");
-  bool closed = false;
-  ClosePort(t.app(), closed);
-  t.app().state.PortNo = "7";
-  dialogs.Answer(MessageAnswer::kOk);
-  t.page().Start.Press();
-  EXPECT_EQ(dialogs.TakeTexts(), Texts{"The error occurred at the time of communication"});
-  EXPECT_TRUE(t.test.StatusText().starts_with("The error occurred at the time of communication"));
-  EXPECT_EQ(t.app().windows.MousePointer(), kNormalPointer);
-  EXPECT_FALSE(t.app().state.UiLocked);
-  EXPECT_EQ(t.page().Running, 0);
-  EXPECT_TRUE(t.files().empty());
-}
-
-TEST(MeasureScales, AreJudgedWhenTheFieldIsLeft) {
-  const std::string number = "Any data other than a number is not allowed";
-  const std::string comma =
-      "A comma is not allowed: type the number without grouping, with a point before its decimals";
-  const std::string range = "The data is outside of the range";
-  struct Case {
-    const char* box;
-    const char* text;
-    std::string message;
-  };
-  const Case cases[] = {
-      {"Max", "", number},
-      {"Max", "abc", number},
-      {"Max", "1.2.3", number},
-      {"Min", "-", number},
-      {"Min", " ", number},
-      {"Min", "1e5", number},
-      {"Max", "2147483647", ""},
-      {"Max", "2147483648", range},
-      {"Min", "-2147483648", ""},
-      {"Min", "-2147483649", range},
-      {"Cycle", "0.9", range},
-      {"Cycle", "1", ""},
-      {"Cycle", "3600", ""},
-      {"Cycle", "3600.5", range},
-      {"Cycle", "-1", range},
-      {"PointText", "0", range},
-      {"PointText", "2147483647", ""},
-      {"PointText", "99999999999", range},
-      {"PointText", "", number},
-      {"PointText", "12,345", comma},
-      {"PointText", "12,5", comma},
-  };
-  MeasureTest t(kOneChannel);
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.box) + "=" + c.text);
-    auto& box = static_cast<TextBox&>(*t.page().Find(c.box));
-    const int selected = box.SelectAllCount();
-    const int focused = t.page().FocusCount();
-    if (!c.message.empty()) t.test.platform.dialogs.Answer(MessageAnswer::kOk);
-    box.Type(c.text);
-    box.LoseFocus();
-    EXPECT_EQ(t.test.platform.dialogs.TakeTexts(), c.message.empty() ? Texts{} : Texts{c.message});
-    EXPECT_EQ(box.SelectAllCount() > selected, !c.message.empty());
-    EXPECT_EQ(t.page().FocusCount() > focused, !c.message.empty());
-    EXPECT_EQ(box.Text(), c.text);
-  }
-}
-
-TEST(MeasureScales, OutliveThePageAndFallBackWhereTheFileIsWrong) {
-  MeasureTest t(kOneChannel);
-  t.page().Max.Type(" 12 ");
-  t.page().PointText.Type("75");
-  t.Do([&] { t.app().windows.Unload("Form9"); });
-  EXPECT_EQ(t.app().state.TrendYScaleMax, "12");
-  EXPECT_EQ(t.test.MainWindow().idle_pages, Texts{"Form9"});
-  t.app().state.TrendYScaleMin = "rubbish";
-  t.app().windows.Load("Form9");
-  EXPECT_EQ(t.page().Max.Text(), "12");
-  EXPECT_EQ(t.page().Min.Text(), "rubbish");
-  EXPECT_EQ(t.page().Chart2D1.Y(), (ChartAxis{-1000, 12, "[   ]"}));
-  EXPECT_EQ(t.page().Chart2D1.PointCount(), 75);
-}
-
-// A meter that does not tell its shape is measured all the same, and the operator is told.
-TEST(MeasureStart, MeasuresAllChannelsOfAMeterThatDoesNotTellThem) {
-  struct Case {
-    const char* silence;
-    std::string title;
-    int fields;
-  };
-  const Case cases[] = {
-      {"silence@0148", "<The measurement data>,<CH1>,,,,,,,,<CH2>,,,,,,,,<CH3>", 8},
-      {"silence@03E8", "<The measurement data>,<CH1>,,,,,,,,,,,,,,,,,<CH2>,,,,,,,,,,,,,,,,,<CH3>", 17},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.silence);
-    MeasureTest t(kTwoPaths);
-    t.app().state.RetryNo = 0;
-    t.meter().SetLive(2, sim::Quantity::Velocity, 2.5);
-    t.test.platform.Arm(c.silence);
-    t.StartRun();
-    EXPECT_EQ(t.page().ChannelMode, -1);
-    EXPECT_EQ(t.test.StatusText(),
-              "The meter did not tell which channels it has, all of them are measured [NO RESPONSE ERROR]");
-    EXPECT_EQ(t.State(), "It is display acquisition data");
-    EXPECT_EQ(t.Lines()[0], c.title);
-    EXPECT_EQ(std::ranges::count(t.Lines()[2], ','), 1 + 3 * c.fields);
-    EXPECT_EQ(t.page().txtRyusoku(2).Text(), "2.5");
-    EXPECT_EQ(t.page().txtThermalFlow(0).Enabled(), c.fields > 8);
-  }
-}
 
 TEST(MeasureStart, ShowsTheChartsOwnAxesAnew) {
   MeasureTest t(kOneChannel);
@@ -164,52 +44,6 @@ TEST(MeasureCycle, LastsItsSecondsAndItsExchanges) {
   }
 }
 
-TEST(MeasureValues, ShowWhatTheRegistersHold) {
-  MeasureTest t(kTwoPipes);
-  t.app().state.RetryNo = 0;
-  t.meter().SetLive(0, sim::Quantity::Flow, -2.9996);
-  t.meter().SetLive(0, sim::Quantity::PlusTotal, 123456789.98765);
-  t.StartRun();
-  EXPECT_EQ(t.page().txtRyuryo(0).Text(), "-2.999");
-  EXPECT_EQ(t.page().txtPlusSekisan(0).Text(), "123456789.987");
-  EXPECT_EQ(t.page().lblRyusokuUnit(0).Caption(), "[m/s]");
-  // A silent channel shows no stale value; the others go on.
-  t.meter().SetLive(2, sim::Quantity::Flow, 77);
-  t.test.platform.Arm("silence@0000");
-  t.RunCycles(2);
-  EXPECT_EQ(t.page().txtRyuryo(0).Text() + t.page().txtRAS(0).Text(), "--");
-  EXPECT_EQ(t.page().txtRyuryo(2).Text(), "77");
-  t.test.platform.Arm("silence@251C");
-  t.RunCycles(3);
-  EXPECT_EQ(t.State(), "It is display acquisition data [NO RESPONSE ERROR]");
-  t.RunCycles(4);
-  EXPECT_EQ(t.page().txtRyuryo(0).Text(), "-2.999");
-  EXPECT_EQ(t.State(), "It is display acquisition data");
-}
-
-// The next channel's exchange must not hide it.
-TEST(MeasureValues, TheReasonOfAChannelOutlivesTheNextOne) {
-  const std::pair<std::vector<const char*>, const char*> rows[] = {
-      {{"silence@0000"}, "[NO RESPONSE ERROR]"},
-      {{"crc@1388"}, "[CRC ERROR]"},
-      {{"silence@0000", "silence@1388"}, "[NO RESPONSE ERROR]"},
-      {{"silence@0000", "crc@251C"}, "CH1 [NO RESPONSE ERROR] CH3 [CRC ERROR]"},
-      {{}, ""},
-  };
-  MeasureTest t(kTwoPipes);
-  t.app().state.RetryNo = 0;
-  t.StartRun();
-  std::int64_t cycles = 1;
-  for (const auto& [faults, reason] : rows) {
-    SCOPED_TRACE(reason);
-    for (const char* fault : faults) t.test.platform.Arm(fault);
-    t.RunCycles(++cycles);
-    EXPECT_EQ(t.State(), "It is display acquisition data" + std::string(faults.empty() ? "" : " ") + reason);
-    const std::string record = t.Lines().back();
-    EXPECT_EQ(record.substr(record.rfind(',') + 1), reason);
-  }
-}
-
 TEST(MeasureValues, ABlockThatFailsAloneLeavesTheOthersSteady) {
   MeasureTest t(kTwoPaths);
   t.app().state.RetryNo = 0;
@@ -228,15 +62,6 @@ TEST(MeasureValues, ABlockThatFailsAloneLeavesTheOthersSteady) {
   t.test.platform.Arm("silence@1388");
   t.RunCycles(4);
   EXPECT_EQ(t.page().txtRyuryo(1).Text() + t.page().txtThermalFlow(1).Text(), "--");
-}
-
-TEST(MeasureValues, AChannelThatNeverAnsweredShowsNothingWhereItHasNone) {
-  MeasureTest t(kTwoPipes);
-  t.app().state.RetryNo = 0;
-  t.test.platform.Arm("silence@251C*ever");
-  t.StartRun();
-  EXPECT_EQ(t.page().txtRyuryo(2).Text(), "-");
-  EXPECT_EQ(t.page().txtRyusoku(2).Text(), "");
 }
 
 TEST(MeasureStart, AsksTheUnitsAnewAndShowsThemAtEveryValue) {
@@ -262,42 +87,6 @@ TEST(MeasureStart, AsksTheUnitsAnewAndShowsThemAtEveryValue) {
   EXPECT_FALSE(t.page().txtRyuryo(0).Type("1")) << "what is measured is not typed";
 }
 
-TEST(MeasureValues, TellTheHighestAlarm) {
-  const std::pair<int, const char*> rows[] = {
-      {0x0000, "Normal"},
-      {0x8000, "E1:DEVICE ERROR 1"},
-      {0xFFFF, "E1:DEVICE ERROR 1"},
-      {0x0100, "E2:CALCULATIE ERROR"},
-      {0x0080, "RESERVE"},
-      {0x0040, "E1:DEVICE ERROR 3"},
-      {0x001F, "RESERVE"},
-      {0x0003, "E4:RANGE OVER"},
-      {0x0001, "E4:TEMPERATURE ERROR"},
-  };
-  MeasureTest t(kOneChannel);
-  std::int64_t cycles = 0;
-  for (const auto& [word, text] : rows) {
-    t.meter().SetRas(0, static_cast<std::uint16_t>(word));
-    if (cycles == 0) t.StartRun();
-    t.RunCycles(++cycles);
-    EXPECT_EQ(t.page().txtRAS(0).Text(), text);
-  }
-}
-
-TEST(MeasurePage, OffersTheChannelsOfTheMeter) {
-  MeasureTest single(kOneChannel);
-  single.app().state.TrendChannelIndex = 1;  // left there by a session with another meter
-  single.Do([&] { single.page().Show(); });
-  EXPECT_EQ(single.page().CH_Combo.ListIndex(), 0);
-  MeasureTest t(kTwoPipes);
-  t.page().Flow_Combo.Choose(2);
-  t.page().CH_Combo.Choose(2);
-  EXPECT_EQ(t.page().Flow_Combo.ListIndex(), 0) << "the third entry is not there";
-  t.Do([&] { t.app().windows.Unload("Form9"); });
-  t.app().windows.Load("Form9");
-  EXPECT_EQ(t.page().CH_Combo.ListIndex(), 2) << "kept";
-}
-
 TEST(MeasurePage, ARunIsOverWithTheTickBehindStop) {
   MeasureTest t(kTwoPaths);
   t.StartRun();
@@ -316,21 +105,6 @@ TEST(MeasurePage, ARunIsOverWithTheTickBehindStop) {
   t.time().RunFor(1500);
   EXPECT_FALSE(t.page().CycleTimer.Running());
   EXPECT_TRUE(t.time().Ended()) << "a close that was asked for meanwhile";
-}
-
-TEST(MeasureCycle, MeasuresAMeterThatComesBackWithoutANewStart) {
-  MeasureTest t(kOneChannel);
-  t.StartRun();
-  sim::Line& line = t.test.platform.line;
-  line.Unplug(t.time().NowMs() * 1000);
-  t.RunCycles(3);
-  EXPECT_NE(t.State().find("COM1"), std::string::npos) << t.State();
-  EXPECT_EQ(t.page().txtRyuryo(0).Text(), "-");
-  line.Plug(t.time().NowMs() * 1000);
-  t.RunCycles(5);
-  EXPECT_EQ(t.State(), "It is display acquisition data");
-  EXPECT_NE(t.page().txtRyuryo(0).Text(), "-");
-  EXPECT_EQ(t.Lines().size(), 2u + 5u) << "failed cycles have their records";
 }
 
 // The program with its real main window, one gesture in the middle of a start or a cycle.

@@ -84,59 +84,6 @@ TEST_F(StationsFileTest, EveryItemHasItsColumnUnderItsName) {
   }
 }
 
-TEST_F(StationsFileTest, HeatOfTheSecondDisplayIsReadOnTheFirstOnesChannel) {
-  AddStations({1});
-  Act("1:value=1:supply:55.5");
-  Choose(0, kFlowPlace, 0, 15);
-  Start("2");
-  RunPasses(1);
-  EXPECT_EQ(Page().txtDisp2(0).Text(), "55.5");
-}
-
-// Unit queries of station 2 that fail: what its caption says at the start and behind two passes.
-TEST_F(StationsFileTest, AStationThatAnswersKeepsItsUnits) {
-  const int temperature = kAllFields - 1;
-  const struct {
-    const char* fault;
-    int place;
-    const char* at_start;
-    const char* later;
-  } rows[] = {
-      {"silence@0100H/03:2", kFlowPlace, "[m3/h]", "[m3/h]"},
-      {"crc@0004H:2", kFlowPlace, "[m3/h]", "[m3/h]"},
-      {"silence@0100H/03:2*2", kVelocityPlace, "[?]", "[m/s]"},
-      {"silence/03:2*3", kFlowPlace, "[?]", "[m3/h]"},
-      {"silence@0100H/03:2*ever", temperature, "[degC]", "[degC]"},
-      {"silence/03:2*ever", kFlowPercentPlace, "[%]", "[%]"},
-      {"silence/03:2*ever", kFlowPlace, "[?]", "[?]"},
-  };
-  AddStations({1, 2});
-  for (const auto& row : rows) {
-    SCOPED_TRACE(std::string(row.fault) + " " + std::to_string(row.place));
-    Files().clear();
-    test.platform.line.faults().Clear();
-    test.platform.Arm(row.fault);
-    Choose(0, row.place, 0, -1);
-    Start("3");
-    EXPECT_EQ(Page().lblUnit1(1).Caption(), row.at_start);
-    RunPasses(2);
-    EXPECT_EQ(Page().lblUnit1(1).Caption(), row.later);
-    EXPECT_EQ(Page().lblUnit1(0).Caption() == "[?]", false) << "the other station";
-    Page().cmdStop.Press();
-    // What came behind the head of the file stands behind the next record.
-    const bool late = std::string_view(row.at_start) != row.later;
-    EXPECT_EQ(Log().find("(Unit acquisition error)") != std::string::npos,
-              std::string_view(row.at_start) == "[?]");
-    const std::string unit(row.later);
-    EXPECT_EQ(std::ranges::count(Log(), '\n'), 5 + 2);
-    EXPECT_EQ(Log().find(",Station No.2 CH1 " + app.Text(LiveFieldAt(row.place).head) + "(" +
-                             unit.substr(1, unit.size() - 2) + ")\r\n",
-                         Log().find("\n2026")) != std::string::npos,
-              late)
-        << Log();
-  }
-}
-
 // A meter that has no such register is not asked for it behind every poll.
 TEST_F(StationsFileTest, AUnitThatNeverComesIsAskedForSeldom) {
   AddStations({1});
@@ -165,22 +112,6 @@ TEST_F(StationsFileTest, AUnitThatNeverComesIsAskedForSeldom) {
   EXPECT_EQ(Page().lblUnit1(0).Caption() + Page().lblUnit2(0).Caption(), "[?][degC]");
 }
 
-// A code that one meter has told is never read by the unit system of another one.
-TEST_F(StationsFileTest, AStationThatCouldBeAnotherTellsItsUnitsAnew) {
-  AddStations({1});
-  test.platform.Arm("silence@0100H*ever");
-  Choose(0, kFlowPlace, 0, -1);
-  Start("2");
-  RunPasses(1);
-  test.platform.line.Unplug(Time().NowMs() * 1000);
-  RunPasses(2);
-  test.platform.Meter().holding().PutWord(0x0004, 0);
-  test.platform.line.faults().Clear();
-  test.platform.line.Plug(Time().NowMs() * 1000);
-  RunPasses(4);
-  EXPECT_EQ(Page().lblUnit1(0).Caption(), "[L/s]");
-}
-
 TEST_F(StationsFileTest, TheStampIsThatOfTheStart) {
   AddStations({1, 2});
   Choose(0, kFlowPlace, 0, -1);
@@ -195,57 +126,6 @@ TEST_F(StationsFileTest, TheStampIsThatOfTheStart) {
   const std::string stamp = StampText(Time().Now());
   Start("2", std::nullopt);
   EXPECT_EQ(Page().PvFileName, "/data/early_" + stamp + ".csv");
-}
-
-TEST_F(StationsFileTest, NameIsOfOneRunAndItsFolderIsKept) {
-  AddStations({1});
-  Choose(0, kFlowPlace, 0, -1);
-  test.platform.dialogs.SaveFile("/plant/water.csv");
-  EXPECT_TRUE(Page().cmdSaveCSV.Press());
-  EXPECT_EQ(test.platform.dialogs.questions.back().title, "Specify a saving file name");
-  EXPECT_EQ(Page().PvFileName, "/plant/water_20261124100000.csv");
-  EXPECT_NE(Files().at("/app/VLT.ini").find("PV_DIR=/plant"), std::string::npos);
-  // A cancelled question leaves the name that was given before.
-  Start("1", std::nullopt);
-  EXPECT_EQ(test.platform.dialogs.questions.back().folder, GetPvCsvDir(app));
-  RunPasses(2);
-  Page().cmdStop.Press();
-  EXPECT_EQ(std::ranges::count(Log(), '\n'), 4 + 2);
-  const std::string first = Log();
-  // The next run without a name is not recorded.
-  Start("1", std::nullopt);
-  EXPECT_EQ(Page().StatusBar2.Panel(3), "Not recorded in a file");
-  RunPasses(1);
-  Page().cmdStop.Press();
-  EXPECT_EQ(Files().at("/plant/water_20261124100000.csv"), first);
-  // The file of the settings is refused.
-  test.platform.dialogs.SaveFile("/app/VLT.ini");
-  test.platform.dialogs.Answer(MessageAnswer::kOk);
-  EXPECT_TRUE(Page().cmdSaveCSV.Press());
-  EXPECT_EQ(test.platform.dialogs.TakeTexts().back(), "The loader early stage file can not be updated");
-  // A file of that name asks; without leave the run gets a fresh name.
-  Files()["/plant/again_" + StampText(Time().Now()) + ".csv"] = "old";
-  const std::string taken = Files().rbegin()->first;
-  test.platform.dialogs.SaveFile("/plant/again");
-  test.platform.dialogs.Answer(MessageAnswer::kCancel);
-  EXPECT_TRUE(Page().cmdSaveCSV.Press());
-  EXPECT_EQ(test.platform.dialogs.TakeTexts().back(), "File already exists. Do you want to overwrite it?");
-  Start("1", std::nullopt);
-  RunPasses(1);
-  EXPECT_NE(Page().PvFileName, taken);
-  EXPECT_EQ(std::ranges::count(Log(), '\n'), 4 + 1);
-}
-
-TEST_F(StationsFileTest, LostRecordsAreToldAndTheRunGoesOn) {
-  AddStations({1});
-  Choose(0, kFlowPlace, 0, -1);
-  Start("1");
-  test.platform.files.FailChange(1, FileError::kFull);
-  RunPasses(1);
-  EXPECT_NE(Page().StatusBar2.Panel(3).find('1'), std::string::npos);
-  EXPECT_NE(Page().StatusBar2.Panel(3), "run_20261124100000.csv");
-  RunPasses(2);
-  EXPECT_TRUE(Page().StatusBar2.Panel(3).starts_with("run_"));
 }
 
 }  // namespace

@@ -23,7 +23,6 @@ class StationsTest : public ::testing::Test {
   }
 
   Form12& Page() { return static_cast<Form12&>(*app.windows.Find("Form12")); }
-  bool IsThere() { return app.windows.Find("Form12") != nullptr; }
   VirtualTime& Time() { return test.platform.time; }
   std::map<std::string, std::string>& Files() { return test.platform.files.files; }
 

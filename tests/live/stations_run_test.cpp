@@ -11,54 +11,6 @@ namespace {
 
 frmWait* Wait(App& app) { return static_cast<frmWait*>(app.windows.Find("frmWait")); }
 
-TEST_F(StationsTest, RefusesAStartInOrder) {
-  const auto refused = [&] {
-    EXPECT_TRUE(Page().cmdStart.Press());
-    EXPECT_FALSE(app.state.UiLocked);
-    EXPECT_FALSE(Page().cmdStop.Enabled());
-    const auto texts = test.platform.dialogs.TakeTexts();
-    return texts.size() == 1 ? texts[0] : "";
-  };
-  const auto answer = [&] { test.platform.dialogs.Answer(MessageAnswer::kOk); };
-  answer();
-  EXPECT_EQ(refused(), "Please choose CH.");
-  Page().CH_Combo1.Choose(0);
-  answer();
-  EXPECT_EQ(refused(), "Please choose CH.");
-  Page().CH_Combo2.Choose(0);
-  answer();
-  EXPECT_EQ(refused(), "Select the Display1 or Display2");
-  Page().cmbDisp2.Choose(kFlowPlace);
-  Page().cmbDisp2.Choose(Page().cmbDisp2.Count() - 1);
-  EXPECT_EQ(Page().cmbDisp2.ListIndex(), -1) << "the choice is taken back";
-  answer();
-  EXPECT_EQ(refused(), "Select the Display1 or Display2");
-  Page().cmbDisp2.Choose(0);  // the velocity
-  EXPECT_EQ(Page().txtCycle.Text(), "20");
-  Page().chkStationNo(0).Tick();
-  Page().chkStationNo(30).Tick();
-  for (const char* cycle : {"1", "1.9", "", "x", "-5"}) {
-    Page().txtCycle.Type(cycle);
-    answer();
-    EXPECT_EQ(refused(), "It is over the number maximum of measurement in the specified cycle") << cycle;
-  }
-  Page().chkStationNo(0).Untick();
-  Page().chkStationNo(30).Untick();
-  Page().txtCycle.Type("1");
-  answer();
-  EXPECT_EQ(refused(), "Select the station number which executes PV read");
-  Page().chkStationNo(0).Tick();
-  Page().txtCycle.Type("99999999999");
-  answer();
-  EXPECT_EQ(refused(), "The data is outside of the range");
-  EXPECT_EQ(Page().txtCycle.Text(), "99999999999");
-  Page().txtCycle.Type("1");
-  app.state.PortNo = "9";
-  answer();
-  EXPECT_EQ(refused(), "The error occurred at the time of communication");
-  EXPECT_TRUE(test.platform.TakeRequests().empty());
-}
-
 TEST_F(StationsTest, AsksUnitsOfEachStationThenPollsFromTheFirstCycleOn) {
   AddStations({1, 31});
   Choose(0, kFlowPlace, 1, kHeatPlace);
@@ -157,19 +109,6 @@ TEST_F(StationsTest, PassOverAllStationsAsBytesAndMilliseconds) {
   EXPECT_EQ(Page().lblFailed(3).Caption(), "1/2");
   EXPECT_EQ(Page().StatusBar2.Panel(2), "Cycle 16.0 s  Pass 12.5 s  Line load 66 %");
   EXPECT_EQ(Page().lblAnswered(0).Hint(), "2026/11/24 " + Page().lblAnswered(0).Caption());
-}
-
-TEST_F(StationsTest, PassLongerThanTheCycleIsToldAndNeverOverlaps) {
-  AddStations({1});
-  Choose(0, kHeatPlace, 1, kHeatPlace);
-  Start("1");
-  test.platform.line.ClearLog();
-  RunPasses(1);
-  EXPECT_EQ(State(), "It is display acquisition data A pass takes longer than the cycle");
-  RunPasses(4);
-  EXPECT_EQ(State(), "It is display acquisition data A pass takes longer than the cycle");
-  EXPECT_EQ(Page().StatusBar2.Panel(2).substr(0, 24), "Cycle 2.0 s  Pass 1.6 s ");
-  CheckNoneInsideAnother();
 }
 
 TEST_F(StationsTest, CancelInTheWaitWindowEndsBeforeAnyCycle) {
@@ -275,20 +214,6 @@ TEST_F(StationsTest, APassOpensThePortThatSomebodyHasClosed) {
   RunPasses(1);
   EXPECT_EQ(Page().lblFailed(1).Caption(), "0/1");
   EXPECT_EQ(Page().lblFailed(0).Caption(), "0/1");
-}
-
-TEST_F(StationsTest, GoesOnWhenTheAdapterComesBack) {
-  AddStations({1, 2});
-  Choose(0, kFlowPlace, 0, -1);
-  Start("2");
-  RunPasses(1);
-  test.platform.line.Unplug(Time().NowMs() * 1000);
-  RunPasses(2);
-  EXPECT_EQ(Page().txtDisp1(0).Text(), "Communication Error");
-  test.platform.line.Plug(Time().NowMs() * 1000);
-  RunPasses(3);
-  EXPECT_NE(Page().txtDisp1(0).Text(), "Communication Error");
-  EXPECT_EQ(Page().lblFailed(1).Caption(), "1/3");
 }
 
 TEST(StationsSoak, ShowsAndLogsNoValueOfAnother) {

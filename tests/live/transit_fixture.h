@@ -71,6 +71,5 @@ class TransitTest {
 };
 
 inline constexpr int kFullModel = 81;
-inline constexpr int kSingleChannel = 182;
 
 }  // namespace vlt::test

@@ -163,41 +163,6 @@ TEST(Waves, TheScaleHeadGivesTheAxisOfEachKind) {
   }
 }
 
-struct FaultRow {
-  const char* fault;
-  const char* why;
-  bool ends_capture;  // the last request ends the capture mode
-};
-
-// Each fault strikes in the second capture. Exchanges are tried once.
-TEST(Waves, EachFaultEndsTheRunAndKeepsWhatWasCaptured) {
-  constexpr const char* kSilent = "[NO RESPONSE ERROR]";
-  const FaultRow rows[] = {
-      {"silence@0070H#2", kSilent, true},
-      {"silence@0168H/06#2", kSilent, true},
-      {"refuse-capture@0168H/06#2", kSilent, false},
-      {"fail-capture@0168H/06#2", kSilent, false},
-      {"stuck-capture@0168H/06#2", kSilent, true},
-      {"exception=1@0168H/06#2", "[FUNCTON CODE ERROR(01H)]", true},
-      {"crc@0168H/03#4", "[CRC ERROR]", true},
-      {"unplug@00C0H#2", "[RECEIVE ERROR(", false},
-  };
-  for (const FaultRow& row : rows) {
-    SCOPED_TRACE(row.fault);
-    TransitTest t = TwoPipes();
-    t.app().state.RetryNo = 0;
-    t.meter().holding().PutWord(0x019C, 0);
-    t.test.platform.Arm(row.fault);
-    ASSERT_TRUE(t.waves().ProfileStartButton.Press());
-    EXPECT_EQ(t.State().find("The display of data was ended " + std::string(row.why)), 0u) << t.State();
-    EXPECT_EQ(t.waves().Captures, 1);
-    EXPECT_TRUE(t.waves().store.WaveSaved);
-    EXPECT_EQ(t.waves().store.WaveHistory[400][0], t.waves().store.WaveSamples[400]);
-    EXPECT_EQ(t.Requests().back() == "06 01 68 00 00", row.ends_capture);
-    ExpectIdle(t);
-  }
-}
-
 TEST(Waves, ALostBlockBeginsTheCaptureAnew) {
   TransitTest t = TwoPipes();
   t.app().state.RetryNo = 0;

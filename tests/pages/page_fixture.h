@@ -35,17 +35,6 @@ inline sim::MeterConfig MeterOf(const Shape& shape) {
       .specification = shape.specification, .path_mode = shape.path_mode, .unit_system = shape.unit_system};
 }
 
-// Requests whose addresses lie so much higher: those of another channel.
-inline std::vector<std::string> Moved(std::vector<std::string> requests, int base) {
-  for (std::string& request : requests) {
-    const int address = std::stoi(request.substr(3, 2) + request.substr(6, 2), nullptr, 16) + base;
-    const std::uint8_t bytes[] = {static_cast<std::uint8_t>(address >> 8),
-                                  static_cast<std::uint8_t>(address)};
-    request.replace(3, 5, Hex(bytes));
-  }
-  return requests;
-}
-
 class PageTest {
  public:
   explicit PageTest(const Shape& shape = {"two pipes", kFull, 2, 0}, int lang_offset = 5000)
@@ -66,14 +55,12 @@ class PageTest {
     return page;
   }
 
-  // Requests since the last call without station, frame check and the queries of model and path mode that
-  // open a page: "03 00 D0 00 12".
+  // Requests since the last call without station and frame check: "03 00 D0 00 12".
   std::vector<std::string> Requests() { return test.platform.TakeBareRequests(); }
 
   App& app() { return test.app; }
   sim::Meter& meter() { return test.platform.Meter(); }
   ScriptedDialogs& dialogs() { return test.platform.dialogs; }
-  std::map<std::string, std::string>& platform_files() { return test.platform.files.files; }
 
   TestApp test;
 };

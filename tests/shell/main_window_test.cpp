@@ -149,24 +149,6 @@ TEST_F(MainWindowTest, SpeaksTheProgramsLanguage) {
   }
 }
 
-TEST_F(MainWindowTest, ALockReachesMenusExitAndClosing) {
-  MDIForm1& window = OpenMainWindow();
-  Press("Command2");
-  FormLock(*app, *app->windows.Find("Form2"), 0);
-  for (const char* item : {"ComPort", "readparam", "setParam", "versionInfo", "calcSensorSpacing"})
-    Choose(item);
-  Press("Command13");
-  EXPECT_FALSE(window.HasCloseCommand());
-  EXPECT_FALSE(app->windows.Unload("MDIForm1"));
-  EXPECT_EQ(StatusText(), "");
-  EXPECT_TRUE(platform->dialogs.messages.empty());
-  EXPECT_EQ(app->windows.Open().size(), 2U);
-  FormLock(*app, *app->windows.Find("Form2"), 1);
-  EXPECT_TRUE(window.HasCloseCommand());
-  Choose("versionInfo");
-  EXPECT_TRUE(IsShown("frmAbout"));
-}
-
 // A page whose initialiser ends as nobody foresaw.
 class BrokenPage : public PageForm {
  public:
