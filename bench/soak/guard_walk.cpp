@@ -182,7 +182,7 @@ class Walker {
 
   void JudgeValue(const Seen& seen, const MeterFacts& truth, std::span<const std::uint8_t> data) {
     const Parameter& row = *seen.place.row;
-    const std::string name = PlaceTitle(seen.place, app_.state.LangOffset);
+    const std::string name = PlaceTitle(seen.place, app_.state.Spoken());
     SharedState facts;
     static_cast<MeterFacts&>(facts) = truth;
     facts.LangOffset = app_.state.LangOffset;
@@ -191,7 +191,7 @@ class Walker {
     }
     if (NamesUnit(row)) {
       const int code = CodeAt(row, data, 0);
-      const std::string meant = UnitName(*NamesUnit(row), code, truth.UnitFlag, app_.state.LangOffset);
+      const std::string meant = UnitName(*NamesUnit(row), code, truth.UnitFlag, app_.state.Spoken());
       if (meant != seen.text) Fail(name + " was " + seen.text + " on the page and is " + meant);
       return;
     }

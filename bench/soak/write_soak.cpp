@@ -105,7 +105,7 @@ RestoreSoakResult SoakRestores(std::int64_t restores, unsigned seed, bool events
     for (const SentRow& row : report.left) {
       constexpr std::size_t kMostTold = 20;
       if (result.left.size() < kMostTold) {
-        result.left.push_back(PlaceTitle(row.place, app.state.LangOffset) + ": " + row.reason);
+        result.left.push_back(PlaceTitle(row.place, app.state.Spoken()) + ": " + row.reason);
       }
     }
   }

@@ -59,7 +59,7 @@ constexpr const char* kMore =
     "not tell.\n";
 
 constexpr int kUnknownStatus = static_cast<int>(ScriptStatus::kUnknown);
-constexpr int kEnglishOffset = 5000;  // of the texts; what vlt says of itself is English
+constexpr Language kOwnLanguage = Language::kEnglish;  // of what vlt says of itself
 constexpr int kStopLookMs = 100;
 // A handler that still runs when the script is over gets so long to come to its end.
 constexpr int kUnwindMs = 2000;
@@ -176,7 +176,7 @@ class Session {
     const FileError error = host_.files.ReadAtMost(path, kMostScriptBytes, content);
     if (error != FileError::kGood) {
       PutTrouble(
-          {0, ScriptStatus::kUnknown, "the script cannot be read: " + WhyNotRead(error, kEnglishOffset)});
+          {0, ScriptStatus::kUnknown, "the script cannot be read: " + WhyNotRead(error, kOwnLanguage)});
       return false;
     }
     ScriptReader reader;

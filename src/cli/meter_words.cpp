@@ -205,7 +205,7 @@ void MeterWords::Names(const Arguments& arguments) {
   bool found = false;
   for (const ParameterGroup& group : ParameterGroups()) {
     for (const Parameter& row : group.rows) {
-      const std::string title = RowTitle(row, app_.state.LangOffset);
+      const std::string title = RowTitle(row, app_.state.Spoken());
       const bool fits =
           row.name.find(part) != std::string_view::npos || LowerText(title).find(part) != std::string::npos;
       if (!fits) continue;

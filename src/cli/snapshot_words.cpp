@@ -79,7 +79,7 @@ void MeterWords::TakeSnapshot(const Arguments& arguments) {
   desk_.tell({"snapshot", path, Count(snapshot.rows.size()), Count(unread)});
   if (unread > 0) {
     Fail(text::kSnapshotPartly,
-         {Count(unread), CountText(text::kOneParameter, snapshot.rows.size(), app_.state.LangOffset)});
+         {Count(unread), CountText(text::kOneParameter, snapshot.rows.size(), app_.state.Spoken())});
   }
 }
 
@@ -134,7 +134,7 @@ void MeterWords::CompareSides(const Arguments& arguments) {
   for (const ComparisonRow& row : comparison.Rows()) {
     if (all || row.state != RowState::kEqual) TellRow(row);
   }
-  const std::string summary = SummaryText(comparison, app_.state.LangOffset);
+  const std::string summary = SummaryText(comparison, app_.state.Spoken());
   EventFields counts{"compared", Count(comparison.All())};
   for (std::size_t state = 0; state < kRowStates; ++state) {
     counts.push_back(Count(comparison.Count(static_cast<RowState>(state))));

@@ -71,7 +71,7 @@ void CompareFiles::SaveSnapshotTo(const std::string& path) {
       error == FileError::kGood
           ? FormatText(
                 app_.Text(unknown == 0 ? text::kSnapshotSaved : text::kSnapshotPartial),
-                {LastComponent(path), CountText(text::kOneRow, meter->rows.size(), app_.state.LangOffset),
+                {LastComponent(path), CountText(text::kOneRow, meter->rows.size(), app_.state.Spoken()),
                  std::to_string(unknown)})
           : NotWrittenText(app_, path, error);
   window_.ShowMeter(*meter);

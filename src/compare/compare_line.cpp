@@ -120,7 +120,7 @@ void CompareLine::ShowStep(int doing, int number, int count, const std::string& 
 SendListener CompareLine::Sender() {
   auto titles = std::make_shared<std::set<std::string>>();
   for (const ComparisonRow& row : Compared().Rows()) {
-    titles->insert(PlaceTitle(row.place, app_.state.LangOffset));
+    titles->insert(PlaceTitle(row.place, app_.state.Spoken()));
   }
   SendListener listener;
   listener.began = [this, titles](int number, int count, const std::string& what) {

@@ -116,7 +116,7 @@ void CompareRows::ShowRows() {
     for (RowGroup& group : list_->Groups(filter)) {
       const std::string title =
           FormatText(app_.Text(text::kGroupLine),
-                     {group.title, CountText(text::kOneRow, group.rows.size(), app_.state.LangOffset),
+                     {group.title, CountText(text::kOneRow, group.rows.size(), app_.state.Spoken()),
                       std::to_string(group.different)});
       lines_.push_back({Line::Kind::kTitle, group.rows, title});
       for (const std::size_t row : group.rows) lines_.push_back({Line::Kind::kRow, {row}, {}});
@@ -142,7 +142,7 @@ void CompareRows::ShowCounts() {
     optFilter(i).SetEnabled(list_.has_value());
     if (filter == RowFilter::kSent) optFilter(i).SetVisible(list_ && list_->AnyResult());
   }
-  lblCounts.SetCaption(list_ ? SummaryText(list_->Compared(), app_.state.LangOffset)
+  lblCounts.SetCaption(list_ ? SummaryText(list_->Compared(), app_.state.Spoken())
                              : app_.Text(text::kBothSidesFirst));
   const std::size_t ticked = list_ ? list_->Chosen().size() : 0;
   const std::size_t hidden = list_ ? list_->Hidden(Filter()) : 0;
@@ -156,13 +156,13 @@ void CompareRows::ShowLine(int at) {
   RowStyle style = RowStyle::kTitle;
   if (line.kind == Line::Kind::kRow) {
     const ComparisonRow& row = list_->Compared().Rows()[line.rows.front()];
-    const int lang_offset = app_.state.LangOffset;
-    cells = {RowTitle(*row.place.row, lang_offset),
+    const Language language = app_.state.Spoken();
+    cells = {RowTitle(*row.place.row, language),
              ValueOf(row.left),
              row.left.unit,
              ValueOf(row.right),
              row.right.unit,
-             RowStateText(row.state, lang_offset),
+             RowStateText(row.state, language),
              list_->Remark(line.rows.front())};
     style = row.state == RowState::kDifferent ? RowStyle::kStrong : RowStyle::kPlain;
   } else {
@@ -224,9 +224,9 @@ void CompareRows::grdRows_Choose() {
     return;
   }
   const ComparisonRow& row = list_->Compared().Rows()[*chosen];
-  std::string facts = FormatText(app_.Text(text::kRowFacts),
-                                 {PlaceTitle(row.place, app_.state.LangOffset), row.place.row->name,
-                                  HexDigits(static_cast<unsigned>(row.place.Address()), 4)});
+  std::string facts =
+      FormatText(app_.Text(text::kRowFacts), {PlaceTitle(row.place, app_.state.Spoken()), row.place.row->name,
+                                              HexDigits(static_cast<unsigned>(row.place.Address()), 4)});
   const auto add = [&](int side, const SideCell& cell) {
     if (cell.raw.empty()) return;
     facts += "   " + app_.Text(side) + ": " + HexDigits(cell.raw, " ");
@@ -235,7 +235,7 @@ void CompareRows::grdRows_Choose() {
   add(text::kRightSide, row.right);
   stbRow.SetPanel(1, facts);
   const std::string remark = list_->Remark(*chosen);
-  const std::string state = RowStateText(row.state, app_.state.LangOffset);
+  const std::string state = RowStateText(row.state, app_.state.Spoken());
   stbNote.SetPanel(1, remark.empty() ? state : state + "; " + remark);
 }
 

@@ -46,7 +46,7 @@ std::pair<std::string, std::string> Finer(const SideCell& left, const SideCell& 
 
 class Pair {
  public:
-  Pair(const SideCell& left, const SideCell& right, int lang_offset) : lang_offset_(lang_offset) {
+  Pair(const SideCell& left, const SideCell& right, Language language) : language_(language) {
     row_.place = left.place;
     row_.left = left;
     row_.right = right;
@@ -60,7 +60,7 @@ class Pair {
   ComparisonRow Row() && { return std::move(row_); }
 
  private:
-  std::string Word(int id) const { return LookupText(id + lang_offset_); }
+  std::string Word(int id) const { return LookupText(id, language_); }
 
   void Unread() {
     row_.state = RowState::kUnread;
@@ -87,7 +87,7 @@ class Pair {
     }
   }
 
-  int lang_offset_;
+  Language language_;
   ComparisonRow row_;
 };
 
@@ -113,7 +113,7 @@ Comparison::Comparison(CompareSide left, CompareSide right)
         b == right_.cells.end() || (a != left_.cells.end() && InCatalogueOrder(a->place, b->place));
     const bool both = a != left_.cells.end() && b != right_.cells.end() && a->place == b->place;
     if (both) {
-      Add(Pair(*a++, *b++, left_.facts.LangOffset).Row());
+      Add(Pair(*a++, *b++, left_.facts.Spoken()).Row());
     } else if (left_first) {
       Add(Alone(*a++, RowState::kOnlyLeft));
     } else {
@@ -150,22 +150,22 @@ bool Comparison::Complete() const {
   return All() > 0 && judged == All() && left_.remarks.empty() && right_.remarks.empty();
 }
 
-std::string RowStateText(RowState state, int lang_offset) {
-  return LookupText(text::kRowStateNames + static_cast<int>(state) + lang_offset);
+std::string RowStateText(RowState state, Language language) {
+  return LookupText(text::kRowStateNames + static_cast<int>(state), language);
 }
 
-std::string CountText(int one_id, std::size_t count, int lang_offset) {
+std::string CountText(int one_id, std::size_t count, Language language) {
   const int id = count == 1 ? one_id : one_id + 1;
-  return FormatText(LookupText(id + lang_offset), {std::to_string(count)});
+  return FormatText(LookupText(id, language), {std::to_string(count)});
 }
 
-std::string SummaryText(const Comparison& comparison, int lang_offset) {
-  const auto word = [&](int id) { return LookupText(id + lang_offset); };
+std::string SummaryText(const Comparison& comparison, Language language) {
+  const auto word = [&](int id) { return LookupText(id, language); };
   const auto count = [&](RowState state) { return std::to_string(comparison.Count(state)); };
   const std::string all = std::to_string(comparison.All());
   if (comparison.NoDifferences()) {
     return FormatText(word(text::kNoDifferences),
-                      {CountText(text::kOneParameter, comparison.All(), lang_offset)});
+                      {CountText(text::kOneParameter, comparison.All(), language)});
   }
   return FormatText(word(text::kCounts),
                     {all, count(RowState::kEqual), count(RowState::kDifferent), count(RowState::kOnlyLeft),

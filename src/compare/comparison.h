@@ -63,10 +63,10 @@ class Comparison {
 };
 
 // "equal", "different", "only left", ... in the language of the offset.
-std::string RowStateText(RowState state, int lang_offset);
+std::string RowStateText(RowState state, Language language);
 // "1 row", "312 rows": `one_id` is kOneRow or kOneParameter.
-std::string CountText(int one_id, std::size_t count, int lang_offset);
+std::string CountText(int one_id, std::size_t count, Language language);
 // "No differences in 312 parameters", or the counts of all states: what is shown beside a comparison.
-std::string SummaryText(const Comparison& comparison, int lang_offset);
+std::string SummaryText(const Comparison& comparison, Language language);
 
 }  // namespace vlt

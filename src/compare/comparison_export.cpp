@@ -14,18 +14,18 @@
 namespace vlt {
 namespace {
 
-int LanguageOf(const Comparison& comparison) { return comparison.Left().facts.LangOffset; }
+Language LanguageOf(const Comparison& comparison) { return comparison.Left().facts.Spoken(); }
 
 // "This meter", "Snapshot full.txt", and who it is.
-std::string TitleOf(const CompareSide& side, int lang_offset) {
-  return FormatText(LookupText(text::kSideTitles + static_cast<int>(side.kind) + lang_offset),
+std::string TitleOf(const CompareSide& side, Language language) {
+  return FormatText(LookupText(text::kSideTitles + static_cast<int>(side.kind), language),
                     {LastComponent(side.name)});
 }
 
-std::string IdentityOf(const CompareSide& side, int lang_offset) {
+std::string IdentityOf(const CompareSide& side, Language language) {
   const MeterIdentity& who = side.identity;
   return FormatText(
-      LookupText(text::kIdentityLine + lang_offset),
+      LookupText(text::kIdentityLine, language),
       {who.id_number, who.specification, who.type, who.version, who.unit_system, who.path_mode, who.date});
 }
 
@@ -111,7 +111,7 @@ std::vector<std::string> Wrapped(std::string_view text, double room) {
 class SheetWriter {
  public:
   SheetWriter(const Comparison& comparison, const ComparisonSheetParts& parts)
-      : comparison_(comparison), parts_(parts), lang_offset_(LanguageOf(comparison)) {}
+      : comparison_(comparison), parts_(parts), language_(LanguageOf(comparison)) {}
 
   std::vector<Sheet> Write() {
     NewPage();
@@ -126,7 +126,7 @@ class SheetWriter {
   }
 
  private:
-  std::string Word(int id) const { return LookupText(id + lang_offset_); }
+  std::string Word(int id) const { return LookupText(id, language_); }
   Sheet& Page() { return pages_.back(); }
 
   void NewPage() {
@@ -141,10 +141,9 @@ class SheetWriter {
     for (const CompareSide* side : {&comparison_.Left(), &comparison_.Right()}) {
       const int column = side == &comparison_.Left() ? text::kLeftColumn : text::kRightColumn;
       y_ += 6;
-      Page().Text({.size = 3.2, .bold = true}, {kLeft, y_},
-                  Word(column) + ": " + TitleOf(*side, lang_offset_));
+      Page().Text({.size = 3.2, .bold = true}, {kLeft, y_}, Word(column) + ": " + TitleOf(*side, language_));
       y_ += 4.4;
-      Page().Text({.size = kTextSize}, {kLeft, y_}, IdentityOf(*side, lang_offset_));
+      Page().Text({.size = kTextSize}, {kLeft, y_}, IdentityOf(*side, language_));
       for (const std::string& remark : side->remarks) {
         for (const std::string& line : Wrapped(remark, kRoomOfPage)) {
           if (!HasRoom(1)) NewPage();
@@ -154,7 +153,7 @@ class SheetWriter {
       }
     }
     y_ += 7;
-    Page().Text({.size = 3.2, .bold = true}, {kLeft, y_}, SummaryText(comparison_, lang_offset_));
+    Page().Text({.size = 3.2, .bold = true}, {kLeft, y_}, SummaryText(comparison_, language_));
     y_ += 7;
   }
 
@@ -181,7 +180,7 @@ class SheetWriter {
   void Group(const ComparisonRow& row, std::size_t lines) {
     const std::string name = PlaceName(*row.place.row, row.place.index);
     const std::string title =
-        GroupTitle(GroupOf(*row.place.row), lang_offset_) + (name.empty() ? "" : " " + name);
+        GroupTitle(GroupOf(*row.place.row), language_) + (name.empty() ? "" : " " + name);
     const bool is_new = title != group_;
     group_ = title;
     if (!HasRoom(lines + (is_new ? 2 : 0))) {
@@ -196,8 +195,8 @@ class SheetWriter {
   void Row(const ComparisonRow& row) {
     const std::string remark = RemarkOf(row, parts_.remark);
     const std::string note = remark.empty() ? "" : ": " + remark;
-    const std::array<std::string, 4> texts = {RowTitle(*row.place.row, lang_offset_), Value(row.left),
-                                              Value(row.right), RowStateText(row.state, lang_offset_) + note};
+    const std::array<std::string, 4> texts = {RowTitle(*row.place.row, language_), Value(row.left),
+                                              Value(row.right), RowStateText(row.state, language_) + note};
     std::array<std::vector<std::string>, 4> cells;
     std::size_t lines = 0;
     for (std::size_t i = 0; i < texts.size(); ++i) {
@@ -225,7 +224,7 @@ class SheetWriter {
 
   const Comparison& comparison_;
   const ComparisonSheetParts& parts_;
-  int lang_offset_;
+  Language language_;
   std::vector<Sheet> pages_;
   double y_ = 0;
   std::string group_;
@@ -234,23 +233,23 @@ class SheetWriter {
 }  // namespace
 
 std::string ComparisonCsv(const Comparison& comparison, const std::string& stamp, const RowRemark& tell) {
-  const int lang_offset = LanguageOf(comparison);
-  const auto word = [&](int id) { return std::string(LookupText(id + lang_offset)); };
+  const Language language = LanguageOf(comparison);
+  const auto word = [&](int id) { return std::string(LookupText(id, language)); };
   std::string csv(kByteOrderMark);
   csv += Line({word(text::kComparisonTitle), stamp});
   for (const CompareSide* side : {&comparison.Left(), &comparison.Right()}) {
     const int column = side == &comparison.Left() ? text::kLeftColumn : text::kRightColumn;
-    csv += Line({word(column), TitleOf(*side, lang_offset), IdentityOf(*side, lang_offset)});
+    csv += Line({word(column), TitleOf(*side, language), IdentityOf(*side, language)});
     for (const std::string& remark : side->remarks) csv += Line({word(column), remark});
   }
-  csv += Line({SummaryText(comparison, lang_offset)});
+  csv += Line({SummaryText(comparison, language)});
   csv += Line({word(text::kGroupColumn), word(text::kPlaceColumn), word(text::kParameterColumn),
                word(text::kLeftColumn), word(text::kUnitColumn), word(text::kRightColumn),
                word(text::kUnitColumn), word(text::kStateColumn), word(text::kNoteColumn)});
   for (const ComparisonRow& row : comparison.Rows()) {
-    csv += Line({GroupTitle(GroupOf(*row.place.row), lang_offset), PlaceName(*row.place.row, row.place.index),
-                 RowTitle(*row.place.row, lang_offset), row.left.text, row.left.unit, row.right.text,
-                 row.right.unit, RowStateText(row.state, lang_offset), RemarkOf(row, tell)});
+    csv += Line({GroupTitle(GroupOf(*row.place.row), language), PlaceName(*row.place.row, row.place.index),
+                 RowTitle(*row.place.row, language), row.left.text, row.left.unit, row.right.text,
+                 row.right.unit, RowStateText(row.state, language), RemarkOf(row, tell)});
   }
   return csv;
 }

@@ -94,16 +94,16 @@ std::optional<double> Either(std::optional<double> first, std::optional<double> 
   return first ? first : second;
 }
 
-std::optional<Scale> TemperatureScale(const Parameter& row, std::string_view unit, int lang_offset) {
+std::optional<Scale> TemperatureScale(const Parameter& row, std::string_view unit, Language language) {
   static constexpr Scale kScales[] = {{1, 0}, {1, -273.15}, {5.0 / 9, -160.0 / 9}};  // degC, K, F
-  const std::vector<std::string> names = BuildTempUnitNames(lang_offset);
+  const std::vector<std::string> names = BuildTempUnitNames(language);
   const auto at = std::find(names.begin(), names.end(), unit);
   const auto index = static_cast<std::size_t>(at - names.begin());
   if (at == names.end() || index >= std::size(kScales)) return std::nullopt;
   return row.is_difference ? Scale{kScales[index].factor, 0} : kScales[index];
 }
 
-std::optional<double> Factor(UnitKind kind, std::string_view unit, int lang_offset) {
+std::optional<double> Factor(UnitKind kind, std::string_view unit, Language language) {
   switch (kind) {
     case UnitKind::kLength:
     case UnitKind::kVelocity:
@@ -116,9 +116,9 @@ std::optional<double> Factor(UnitKind kind, std::string_view unit, int lang_offs
       return Either(FactorIn(BuildTotalUnitNames(0), kMetricTotal, unit),
                     FactorIn(BuildTotalUnitNames(1), kEnglishTotal, unit));
     case UnitKind::kHeatFlow:
-      return FactorIn(BuildHeatFlowUnitNames(lang_offset), kHeat, unit);
+      return FactorIn(BuildHeatFlowUnitNames(language), kHeat, unit);
     case UnitKind::kHeatTotal:
-      return FactorIn(BuildHeatTotalUnitNames(lang_offset), kHeat, unit);
+      return FactorIn(BuildHeatTotalUnitNames(language), kHeat, unit);
     default:
       return std::nullopt;
   }
@@ -130,16 +130,16 @@ struct Scales {
 };
 // Both units by one base unit; nothing for units of different kinds, as a velocity and a flow.
 std::optional<Scales> ScalesOf(const Parameter& row, const std::string& from, const std::string& to,
-                               int lang_offset) {
+                               Language language) {
   if (row.unit == UnitKind::kTemperature) {
-    const auto a = TemperatureScale(row, from, lang_offset);
-    const auto b = TemperatureScale(row, to, lang_offset);
+    const auto a = TemperatureScale(row, from, language);
+    const auto b = TemperatureScale(row, to, language);
     return a && b ? std::optional(Scales{*a, *b}) : std::nullopt;
   }
   for (const UnitKind kind : {row.unit, UnitKind::kVelocity}) {
     if (kind != row.unit && row.unit != UnitKind::kFlow) break;
-    const auto a = Factor(kind, from, lang_offset);
-    const auto b = Factor(kind, to, lang_offset);
+    const auto a = Factor(kind, from, language);
+    const auto b = Factor(kind, to, language);
     if (a && b) return Scales{{*a, 0}, {*b, 0}};
   }
   return std::nullopt;
@@ -217,7 +217,7 @@ class Converter {
   }
 
  private:
-  std::string Word(int id) const { return LookupText(id + to_.LangOffset); }
+  std::string Word(int id) const { return LookupText(id, to_.Spoken()); }
   Conversion Unfit(int id, std::initializer_list<std::string_view> parts = {}) const {
     return {.raw = {}, .converted = false, .reason = FormatText(Word(id), parts)};
   }
@@ -252,7 +252,7 @@ class Converter {
     const std::string unit = UnitTextAt(cell_.place, to_, output_channel_);
     if (row_.unit == UnitKind::kNone || cell_.unit == unit) return Fit(cell_.raw);
     if (cell_.unit.empty() || unit.empty()) return Unfit(text::kOtherUnits);
-    if (const auto scales = ScalesOf(row_, cell_.unit, unit, to_.LangOffset)) {
+    if (const auto scales = ScalesOf(row_, cell_.unit, unit, to_.Spoken())) {
       if (auto raw = Exactly(cell_, *scales, to_)) return Fit(std::move(*raw));
     }
     return Unfit(text::kNotExact, {cell_.text + " " + cell_.unit, unit});

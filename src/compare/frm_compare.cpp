@@ -193,10 +193,9 @@ void frmCompare::TakeFile(int side, const std::string& path) {
 void frmCompare::Put(int side, CompareSide taken) {
   const auto unknown =
       std::count_if(taken.cells.begin(), taken.cells.end(), [](const SideCell& c) { return !c.Known(); });
-  Tell(
-      FormatText(app_.Text(unknown == 0 ? text::kSideTaken : text::kSideUnread),
-                 {SideTitle(app_, taken), CountText(text::kOneRow, taken.cells.size(), app_.state.LangOffset),
-                  std::to_string(unknown)}));
+  Tell(FormatText(app_.Text(unknown == 0 ? text::kSideTaken : text::kSideUnread),
+                  {SideTitle(app_, taken), CountText(text::kOneRow, taken.cells.size(), app_.state.Spoken()),
+                   std::to_string(unknown)}));
   const auto& held = sides_[side].held;
   const bool same = held && taken.kind == SideKind::kMeter && SameMeter(held->identity, taken.identity);
   Hold(side, std::move(taken));

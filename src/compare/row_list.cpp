@@ -13,9 +13,9 @@
 namespace vlt {
 namespace {
 
-std::string GroupName(const ParameterPlace& place, int lang_offset) {
+std::string GroupName(const ParameterPlace& place, Language language) {
   const std::string name = PlaceName(*place.row, place.index);
-  return GroupTitle(GroupOf(*place.row), lang_offset) + (name.empty() ? "" : " " + name);
+  return GroupTitle(GroupOf(*place.row), language) + (name.empty() ? "" : " " + name);
 }
 
 void Add(std::string& text, const std::string& more) {
@@ -56,7 +56,7 @@ void RowList::Renew(Comparison comparison) {
   });
 }
 
-std::string RowList::Word(int id) const { return LookupText(id + comparison_.Left().facts.LangOffset); }
+std::string RowList::Word(int id) const { return LookupText(id, comparison_.Left().facts.Spoken()); }
 
 void RowList::MakeOffers() {
   offers_.clear();
@@ -100,7 +100,7 @@ std::vector<RowGroup> RowList::Groups(RowFilter filter) const {
   std::vector<RowGroup> groups;
   for (std::size_t row = 0; row < offers_.size(); ++row) {
     if (!IsListed(row, filter)) continue;
-    const std::string title = GroupName(PlaceOf(row), comparison_.Left().facts.LangOffset);
+    const std::string title = GroupName(PlaceOf(row), comparison_.Left().facts.Spoken());
     if (groups.empty() || groups.back().title != title) groups.push_back({title, {}, 0});
     groups.back().rows.push_back(row);
     if (comparison_.Rows()[row].state == RowState::kDifferent) ++groups.back().different;
@@ -150,7 +150,7 @@ std::size_t RowList::RowOf(const ParameterPlace& place) const {
 }
 
 std::string RowList::ResultText(const SentRow& sent) const {
-  std::string text = WriteEndText(sent.end, comparison_.Left().facts.LangOffset);
+  std::string text = WriteEndText(sent.end, comparison_.Left().facts.Spoken());
   if (!sent.sent.empty()) text += " (" + sent.sent + ")";
   return text + (sent.reason.empty() ? "" : ": " + sent.reason);
 }

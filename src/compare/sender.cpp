@@ -96,7 +96,7 @@ class Sending {
         Halt(SendHalt::kStopped, Word(text::kSendingStopped));
       }
       if (report_.halt == SendHalt::kDone) {
-        listener_.began(number, static_cast<int>(places.size()), PlaceTitle(place, app_.state.LangOffset));
+        listener_.began(number, static_cast<int>(places.size()), PlaceTitle(place, app_.state.Spoken()));
       }
       const SentRow row = report_.halt == SendHalt::kDone ? SendOne(place) : Unsent(place, report_.reason);
       Note(row);
@@ -238,16 +238,16 @@ SentRow LeftRow(const ComparisonRow& row, const CompareSide& point, const SendRe
     if (!conversion.reason.empty()) left.reason = conversion.reason;
   }
   if (left.reason.empty() && row.state == RowState::kDifferent) {
-    left.reason = FormatText(LookupText(text::kRegisterHolds + now.facts.LangOffset), {row.right.text});
+    left.reason = FormatText(LookupText(text::kRegisterHolds, now.facts.Spoken()), {row.right.text});
   }
-  if (left.reason.empty()) left.reason = RowStateText(row.state, now.facts.LangOffset);
+  if (left.reason.empty()) left.reason = RowStateText(row.state, now.facts.Spoken());
   return left;
 }
 
-SentRow KeptRow(const ComparisonRow& row, int lang_offset) {
+SentRow KeptRow(const ComparisonRow& row, Language language) {
   SentRow kept;
   kept.place = row.place;
-  kept.reason = FormatText(LookupText(text::kStaysItsOwn + lang_offset), {Trim(row.right.text)});
+  kept.reason = FormatText(LookupText(text::kStaysItsOwn, language), {Trim(row.right.text)});
   return kept;
 }
 
@@ -258,7 +258,7 @@ void TellDifferent(const Comparison& comparison, const Snapshot& now, RestoreRep
     if (row.state == RowState::kEqual) continue;
     const bool own = row.state == RowState::kDifferent && row.place.row->one_meter;
     if (own && !same_meter) {
-      report.kept.push_back(KeptRow(row, now.facts.LangOffset));
+      report.kept.push_back(KeptRow(row, now.facts.Spoken()));
     } else {
       report.left.push_back(LeftRow(row, comparison.Left(), report.sent, now));
     }

@@ -293,7 +293,7 @@ CompareSide SideOfSnapshot(const SnapshotFile& file, const std::string& path) {
   CompareSide side = SideOfRows(file.snapshot, SideKind::kSnapshot);
   side.name = path;
   for (const SnapshotRemark& remark : file.remarks) {
-    side.remarks.push_back(RemarkText(remark, file.snapshot.facts.LangOffset));
+    side.remarks.push_back(RemarkText(remark, file.snapshot.facts.Spoken()));
   }
   return side;
 }

@@ -36,9 +36,9 @@ int ReasonId(const FileError& error, int Reason::*text) {
   return reason == std::end(kReasons) ? 0 : reason->*text;
 }
 
-std::string Why(const FileError& error, int Reason::*text, int lang_offset) {
+std::string Why(const FileError& error, int Reason::*text, Language language) {
   constexpr std::uint64_t kMegabyte = 1 << 20;
-  const auto words = [&](int id) { return std::string(LookupText(id + lang_offset)); };
+  const auto words = [&](int id) { return std::string(LookupText(id, language)); };
   if (error == FileError::kTooLarge && error.Most() != 0)
     return FormatText(words(text::kFileLargerThan), {std::to_string(error.Most() / kMegabyte) + " MB"});
   if (error == FileError::kOther && error.SystemNumber() != 0) {
@@ -48,8 +48,8 @@ std::string Why(const FileError& error, int Reason::*text, int lang_offset) {
   return words(ReasonId(error, text));
 }
 
-std::string NotRead(const std::string& name, const FileError& error, int lang_offset) {
-  return FormatText(LookupText(text::kFileNotRead + lang_offset), {name, WhyNotRead(error, lang_offset)});
+std::string NotRead(const std::string& name, const FileError& error, Language language) {
+  return FormatText(LookupText(text::kFileNotRead, language), {name, WhyNotRead(error, language)});
 }
 
 }  // namespace
@@ -58,12 +58,12 @@ int NotReadReason(const FileError& error) { return ReasonId(error, &Reason::read
 
 int NotWrittenReason(const FileError& error) { return ReasonId(error, &Reason::writing); }
 
-std::string WhyNotRead(const FileError& error, int lang_offset) {
-  return Why(error, &Reason::reading, lang_offset);
+std::string WhyNotRead(const FileError& error, Language language) {
+  return Why(error, &Reason::reading, language);
 }
 
-std::string WhyNotWritten(const FileError& error, int lang_offset) {
-  return Why(error, error.IsReading() ? &Reason::reading : &Reason::writing, lang_offset);
+std::string WhyNotWritten(const FileError& error, Language language) {
+  return Why(error, error.IsReading() ? &Reason::reading : &Reason::writing, language);
 }
 
 void ReportOpened(App& app, const std::string& path, const LoadResult& result) {
@@ -99,13 +99,13 @@ void ReportWritten(App& app, const std::string& path, const FileError& error) {
 }
 
 std::string NotReadText(const App& app, const std::string& name, const FileError& error) {
-  return NotRead(name, error, app.state.LangOffset);
+  return NotRead(name, error, app.state.Spoken());
 }
 
 std::string NotWrittenText(const App& app, const std::string& path, const FileError& error) {
   const std::string name = FailedName(path, error);
-  if (error.IsReading()) return NotRead(name, error, app.state.LangOffset);
-  return FormatText(app.Text(text::kFileNotWritten), {name, WhyNotWritten(error, app.state.LangOffset)});
+  if (error.IsReading()) return NotRead(name, error, app.state.Spoken());
+  return FormatText(app.Text(text::kFileNotWritten), {name, WhyNotWritten(error, app.state.Spoken())});
 }
 
 std::string FailedName(const std::string& path, const FileError& error) {

@@ -27,8 +27,8 @@ int NotWrittenReason(const FileError& error);
 
 // The same in words, with what the error knows beyond its kind: the greatest length, the system's words. The
 // language is that of the offset.
-std::string WhyNotRead(const FileError& error, int lang_offset);
-std::string WhyNotWritten(const FileError& error, int lang_offset);
+std::string WhyNotRead(const FileError& error, Language language);
+std::string WhyNotWritten(const FileError& error, Language language);
 
 // "VLT.ini could not be read: there is no such file", with the name as it is given. `error` is not kGood.
 std::string NotReadText(const App& app, const std::string& name, const FileError& error);

@@ -123,7 +123,7 @@ class frmMaint_MAIN : public Form {
   // Loads the file and holds it against the module. `announced` is what it was before; null: not yet known.
   Verdict Judge(int module, const std::string& path, const FwFileFacts* announced);
   // Why a file could not be loaded, in the language of this offset.
-  std::string WhyNotLoaded(const FwFileFacts& facts, int language) const;
+  std::string WhyNotLoaded(const FwFileFacts& facts, Language language) const;
   bool IsFolder(const std::string& path) const;
 
   void DownloadModule(int module, const std::string& path);

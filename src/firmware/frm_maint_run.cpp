@@ -28,7 +28,7 @@ constexpr std::size_t kShortFrame = 32;  // an open or close frame and its answe
 constexpr std::size_t kAroundImage = 16;
 constexpr std::size_t kDigestShown = 16;
 
-constexpr int kEnglish = 5000;  // the journal's language
+constexpr Language kJournalLanguage = Language::kEnglish;
 
 // What each fault is called in the journal, what the operator is told, and what to do: while nothing of the
 // module was sent, and once its data frame has left. `happened` gets the module and the link's own words.
@@ -227,9 +227,9 @@ frmMaint_MAIN::Verdict frmMaint_MAIN::Judge(int module, const std::string& path,
   const FwFileFacts& loaded = Files.Loaded();
   if (!ok) {
     const bool missing = !was_there && loaded.error == FileError::kMissing;
-    const std::string why = WhyNotLoaded(loaded, app_.state.LangOffset);
+    const std::string why = WhyNotLoaded(loaded, app_.state.Spoken());
     return {missing ? "No File" : "File Error", missing ? "" : unusable,
-            FormatText(app_.Text(text::kFileNotRead), {name, why}), WhyNotLoaded(loaded, kEnglish),
+            FormatText(app_.Text(text::kFileNotRead), {name, why}), WhyNotLoaded(loaded, kJournalLanguage),
             text::kFwDoFiles};
   }
   if (announced != nullptr && loaded.digest != announced->digest) {
@@ -242,10 +242,10 @@ frmMaint_MAIN::Verdict frmMaint_MAIN::Judge(int module, const std::string& path,
           FormatText(app_.Text(text::kFwOtherModule), {name, m.title}), "", text::kFwDoFiles};
 }
 
-std::string frmMaint_MAIN::WhyNotLoaded(const FwFileFacts& facts, int language) const {
-  if (facts.error == FileError::kGood) return LookupText(text::kFwEmptyFile + language);
+std::string frmMaint_MAIN::WhyNotLoaded(const FwFileFacts& facts, Language language) const {
+  if (facts.error == FileError::kGood) return LookupText(text::kFwEmptyFile, language);
   if (facts.error == FileError::kTooLarge) {
-    return FormatText(LookupText(text::kFwTooLong + language), {std::to_string(kFwLargestImage)});
+    return FormatText(LookupText(text::kFwTooLong, language), {std::to_string(kFwLargestImage)});
   }
   return WhyNotRead(facts.error, language);
 }
@@ -349,9 +349,9 @@ bool frmMaint_MAIN::Compare(int module, const std::string& path) {
   const FwFileFacts now = Files.Look(path);
   std::string why;
   if (now.error != FileError::kGood) {
-    why = WhyNotLoaded(now, kEnglish);
+    why = WhyNotLoaded(now, kJournalLanguage);
     notes_.Tell(FormatText(app_.Text(text::kFileNotRead),
-                           {FileNameOf(module), WhyNotLoaded(now, app_.state.LangOffset)}));
+                           {FileNameOf(module), WhyNotLoaded(now, app_.state.Spoken())}));
     Advise(FwAdvice::kFiles, app_.Text(text::kFwDoFiles));
   } else if (now.digest != announced_[static_cast<std::size_t>(module)].digest) {
     why = RowOf(FwFault::kFileChanged)->word;

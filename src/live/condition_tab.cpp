@@ -71,8 +71,7 @@ void ConditionTab::ShowNames() {
 void ConditionTab::SubGetUnitForm11() {
   for (int i = 0; i < kConditionRows; ++i) {
     const auto at = static_cast<std::size_t>(i);
-    Records[at].unit =
-        ConditionUnitText(ConditionTable()[at].unit, app_.state.UnitFlag, app_.state.LangOffset);
+    Records[at].unit = ConditionUnitText(ConditionTable()[at].unit, app_.state.UnitFlag, app_.state.Spoken());
     InfData1Grid.SetCell(i + 1, kUnit, Records[at].unit);
   }
 }

@@ -167,7 +167,7 @@ void Form12::OpenLog() {
 
 std::vector<std::string> Form12::HeadLines() {
   const StationRun run{.started = run_started_, .cycle_seconds = CycleSeconds()};
-  return StationHeadLines(run, stations_, displays_, app().state.LangOffset);
+  return StationHeadLines(run, stations_, displays_, app().state.Spoken());
 }
 
 // Each station has to prove anew that it is the one whose units are known.
@@ -261,11 +261,11 @@ bool Form12::HasRoom() const {
 void Form12::LearnUnits(int at) {
   Station& station = stations_[static_cast<std::size_t>(at)];
   if (!station.failure.empty() || !run_.GoesOn() || !IsTurnForUnits(station, displays_)) return;
-  const auto before = StationColumns(station, displays_, app().state.LangOffset);
+  const auto before = StationColumns(station, displays_, app().state.Spoken());
   AskMissingUnits(app(), station, displays_, [this] { return run_.GoesOn(); });
   station.vain_turns = MissesUnits(station, displays_) ? station.vain_turns + 1 : 0;
   ShowUnits(at);
-  const auto now = StationColumns(station, displays_, app().state.LangOffset);
+  const auto now = StationColumns(station, displays_, app().state.Spoken());
   for (std::size_t i = 0; i < now.size(); ++i) {
     if (now[i] != before[i]) late_columns_.push_back(now[i]);
   }

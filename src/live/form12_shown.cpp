@@ -26,7 +26,7 @@ void Form12::ShowUnits(int at) {
     const StationDisplay& display = displays_[static_cast<std::size_t>(i)];
     ControlsOf(i)
         .unit(station.number - 1)
-        .SetCaption(StationUnitCaption(station, display, app().state.LangOffset));
+        .SetCaption(StationUnitCaption(station, display, app().state.Spoken()));
   }
 }
 
@@ -42,7 +42,7 @@ void Form12::ShowValue(int at, int display) {
   const Station& station = stations_[static_cast<std::size_t>(at)];
   const StationDisplay& shown = displays_[static_cast<std::size_t>(display)];
   TextBox& box = ControlsOf(display).shown(station.number - 1);
-  box.SetText(ShownStationValue(station, shown, app().state.LangOffset));
+  box.SetText(ShownStationValue(station, shown, app().state.Spoken()));
   box.SetMark(IsSilent(station, shown) ? FormatText(app().Text(text::kStationSilent), {station.failure})
                                        : "");
 }

@@ -50,7 +50,7 @@ void Form8::C10_RAS_FrmInit() {
   LabelRAS.SetCaption(app().Text(text::kAlarmHead));
   RASReadParameter.SetCaption(app().Text(text::kRead));
   ShowHeads();
-  const auto names = AlarmRows(app().state.LangOffset);
+  const auto names = AlarmRows(app().state.Spoken());
   for (int row = 1; row <= kAlarms; ++row) {
     MSFlexGrid1.SetCell(row, kNameColumn, names[static_cast<std::size_t>(row - 1)]);
   }

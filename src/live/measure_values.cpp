@@ -83,7 +83,7 @@ void MeasureValues::ShowField(int place, int ch, const RegisterData& data) {
   std::string& text = texts_[static_cast<std::size_t>(ch)][static_cast<std::size_t>(place)];
   text = LiveText(field, data);
   if (place == kVelocityPlace) ShowVelocity(ch, text);
-  const std::string& shown = place == kAlarmPlace ? AlarmOf(text, app_.state.LangOffset) : text;
+  const std::string& shown = place == kAlarmPlace ? AlarmOf(text, app_.state.Spoken()) : text;
   (page_.*kShown[static_cast<std::size_t>(place)].box)(ch).SetText(shown);
 }
 
@@ -123,8 +123,7 @@ void MeasureValues::ShowUnits() {
     for (int place = 0; place < FieldCount(); ++place) {
       const Shown& shown = kShown[static_cast<std::size_t>(place)];
       if (shown.unit == nullptr) continue;
-      shown.unit(page_, ch).SetCaption(
-          LiveUnitText(units, LiveFieldAt(place).unit, ch, app_.state.LangOffset));
+      shown.unit(page_, ch).SetCaption(LiveUnitText(units, LiveFieldAt(place).unit, ch, app_.state.Spoken()));
     }
   }
 }

@@ -224,23 +224,23 @@ void PollStation(App& app, Station& station, const StationDisplays& displays, co
   if (!good) ++station.failed;
 }
 
-std::string DisplayItem(const StationDisplay& display, int lang_offset) {
-  return std::string(LookupText(text::kFirstChannelName + display.channel + lang_offset)) + " " +
-         LookupText(LiveFieldAt(display.place).head + lang_offset);
+std::string DisplayItem(const StationDisplay& display, Language language) {
+  return std::string(LookupText(text::kFirstChannelName + display.channel, language)) + " " +
+         LookupText(LiveFieldAt(display.place).head, language);
 }
 
-std::string StationUnitCaption(const Station& station, const StationDisplay& display, int lang_offset) {
+std::string StationUnitCaption(const Station& station, const StationDisplay& display, Language language) {
   if (!display.IsUsed()) return {};
   const UnitKind kind = LiveFieldAt(display.place).unit;
   if (kind == UnitKind::kNone) return {};
-  if (!IsUnitKnown(station, display)) return LookupText(text::kUnitUnknown + lang_offset);
-  return LiveUnitText(station.units, kind, display.channel, lang_offset);
+  if (!IsUnitKnown(station, display)) return LookupText(text::kUnitUnknown, language);
+  return LiveUnitText(station.units, kind, display.channel, language);
 }
 
-std::string StationUnitName(const Station& station, const StationDisplay& display, int lang_offset) {
-  const std::string caption = StationUnitCaption(station, display, lang_offset);
+std::string StationUnitName(const Station& station, const StationDisplay& display, Language language) {
+  const std::string caption = StationUnitCaption(station, display, language);
   if (caption.empty()) return {};
-  if (!IsUnitKnown(station, display)) return LookupText(text::kUnitError + lang_offset);
+  if (!IsUnitKnown(station, display)) return LookupText(text::kUnitError, language);
   return caption.substr(1, caption.size() - 2);
 }
 
@@ -257,11 +257,11 @@ std::string StationValue(const Station& station, const StationDisplay& display) 
   return number && !std::isfinite(*number) ? kNoValue : LiveText(field, block);
 }
 
-std::string ShownStationValue(const Station& station, const StationDisplay& display, int lang_offset) {
-  if (IsSilent(station, display)) return LookupText(text::kCommunicationFailed + lang_offset);
+std::string ShownStationValue(const Station& station, const StationDisplay& display, Language language) {
+  if (IsSilent(station, display)) return LookupText(text::kCommunicationFailed, language);
   const std::string value = StationValue(station, display);
   const bool bits = display.IsUsed() && LiveFieldAt(display.place).type == LiveType::kBits;
-  return bits ? AlarmOf(value, lang_offset) : value;
+  return bits ? AlarmOf(value, language) : value;
 }
 
 }  // namespace vlt

@@ -77,18 +77,18 @@ std::string MeterNames(const std::vector<Station>& stations);
 void PollStation(App& app, Station& station, const StationDisplays& displays, const GoesOn& goes_on);
 
 // "FLOW RATE", with its channel in front: "CH1 FLOW RATE".
-std::string DisplayItem(const StationDisplay& display, int lang_offset);
+std::string DisplayItem(const StationDisplay& display, Language language);
 // The unit of a display's value at this station, without brackets; "Unit acquisition error" when it could not
 // be read, empty for a value that has none.
-std::string StationUnitName(const Station& station, const StationDisplay& display, int lang_offset);
+std::string StationUnitName(const Station& station, const StationDisplay& display, Language language);
 // The same for a caption, in brackets; "[?]" when it could not be read.
-std::string StationUnitCaption(const Station& station, const StationDisplay& display, int lang_offset);
+std::string StationUnitCaption(const Station& station, const StationDisplay& display, Language language);
 
 // The display's value as a record holds it: a number, 16 digits of alarms, "***" for what can't be given. No
 // text for a display that is not used.
 std::string StationValue(const Station& station, const StationDisplay& display);
 // The same for a person: alarms in words, "Communication Error" for a block that was not answered.
-std::string ShownStationValue(const Station& station, const StationDisplay& display, int lang_offset);
+std::string ShownStationValue(const Station& station, const StationDisplay& display, Language language);
 // The value's block was not answered at the last poll.
 bool IsSilent(const Station& station, const StationDisplay& display);
 

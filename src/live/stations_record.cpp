@@ -10,10 +10,10 @@ namespace {
 constexpr const char* kGap = ",,,,";  // between a station and its items
 
 // "CH1 FLOW RATE(m3/h)"
-std::string ItemWithUnit(const Station& station, const StationDisplay& display, int lang_offset) {
+std::string ItemWithUnit(const Station& station, const StationDisplay& display, Language language) {
   if (!display.IsUsed()) return {};
-  const std::string unit = StationUnitName(station, display, lang_offset);
-  return DisplayItem(display, lang_offset) + (unit.empty() ? "" : "(" + unit + ")");
+  const std::string unit = StationUnitName(station, display, language);
+  return DisplayItem(display, language) + (unit.empty() ? "" : "(" + unit + ")");
 }
 
 bool IsText(const StationDisplay& display) {
@@ -23,19 +23,19 @@ bool IsText(const StationDisplay& display) {
 }  // namespace
 
 std::vector<std::string> StationColumns(const Station& station, const StationDisplays& displays,
-                                        int lang_offset) {
+                                        Language language) {
   std::vector<std::string> columns;
-  const std::string number = LookupText(text::kStationNumber + lang_offset) + std::to_string(station.number);
+  const std::string number = LookupText(text::kStationNumber, language) + std::to_string(station.number);
   for (const StationDisplay& display : displays) {
-    const std::string item = ItemWithUnit(station, display, lang_offset);
+    const std::string item = ItemWithUnit(station, display, language);
     columns.push_back(item.empty() ? "" : FormatText("%1 %2", {number, item}));
   }
   return columns;
 }
 
 std::vector<std::string> StationHeadLines(const StationRun& run, std::span<const Station> stations,
-                                          const StationDisplays& displays, int lang_offset) {
-  const auto text = [lang_offset](int id) { return std::string(LookupText(id + lang_offset)); };
+                                          const StationDisplays& displays, Language language) {
+  const auto text = [language](int id) { return std::string(LookupText(id, language)); };
   std::vector<std::string> lines = {"<" + text(text::kPvRead) + ">",
                                     text(text::kTime) + "," + DateTimeText(run.started) + "," +
                                         text(text::kCycle) + "," + std::to_string(run.cycle_seconds) + "," +
@@ -44,10 +44,10 @@ std::vector<std::string> StationHeadLines(const StationRun& run, std::span<const
   for (const Station& station : stations) {
     std::string line = text(text::kStationNumber) + std::to_string(station.number) + kGap;
     for (const StationDisplay& display : displays) {
-      line += (&display == &displays.front() ? "" : ",") + ItemWithUnit(station, display, lang_offset);
+      line += (&display == &displays.front() ? "" : ",") + ItemWithUnit(station, display, language);
     }
     lines.push_back(line);
-    for (const std::string& column : StationColumns(station, displays, lang_offset)) columns += "," + column;
+    for (const std::string& column : StationColumns(station, displays, language)) columns += "," + column;
   }
   lines.push_back(columns);
   return lines;

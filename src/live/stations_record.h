@@ -20,12 +20,12 @@ struct StationRun {
 // The title; the start of the run and its cycle; a line a station with the two items and their units; the
 // names of the columns.
 std::vector<std::string> StationHeadLines(const StationRun& run, std::span<const Station> stations,
-                                          const StationDisplays& displays, int lang_offset);
+                                          const StationDisplays& displays, Language language);
 
 // The names of a station's columns, one for each display: "Station No.2 CH1 FLOW RATE(m3/h)". Empty for a
 // display that is not used.
 std::vector<std::string> StationColumns(const Station& station, const StationDisplays& displays,
-                                        int lang_offset);
+                                        Language language);
 
 // The time of the pass, and for each station a comma and the value of display 1, a comma and the value of
 // display 2. A value that is text has an apostrophe in front (a spreadsheet would read it as a number).

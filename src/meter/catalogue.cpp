@@ -117,11 +117,11 @@ constexpr ParameterGroup kGroups[] = {
 // ---------------------------------------------------------------------------------------------------
 
 // Joined by blanks; a caption's own blanks at its ends do not belong to a title.
-std::string Joined(std::span<const int> ids, int lang_offset) {
+std::string Joined(std::span<const int> ids, Language language) {
   std::string joined;
   for (const int id : ids) {
     if (id == 0) break;
-    std::string part = LookupText(id + lang_offset);
+    std::string part = LookupText(id, language);
     part.erase(part.find_last_not_of(' ') + 1);
     joined += (joined.empty() ? "" : " ") + part;
   }
@@ -183,18 +183,18 @@ int PlaceIndexOf(const Parameter& row, std::string_view name) {
   return -1;
 }
 
-std::string GroupTitle(const ParameterGroup& group, int lang_offset) {
-  return LookupText(group.title + lang_offset);
+std::string GroupTitle(const ParameterGroup& group, Language language) {
+  return LookupText(group.title, language);
 }
 
-std::string RowTitle(const Parameter& row, int lang_offset) {
-  return row.title[0] != 0 ? Joined(row.title, lang_offset) : Joined({&row.caption, 1}, lang_offset);
+std::string RowTitle(const Parameter& row, Language language) {
+  return row.title[0] != 0 ? Joined(row.title, language) : Joined({&row.caption, 1}, language);
 }
 
-std::string PlaceTitle(const ParameterPlace& place, int lang_offset) {
+std::string PlaceTitle(const ParameterPlace& place, Language language) {
   const std::string name = PlaceName(*place.row, place.index);
-  return GroupTitle(GroupOf(*place.row), lang_offset) + (name.empty() ? "" : " " + name) + " " +
-         RowTitle(*place.row, lang_offset);
+  return GroupTitle(GroupOf(*place.row), language) + (name.empty() ? "" : " " + name) + " " +
+         RowTitle(*place.row, language);
 }
 
 }  // namespace vlt

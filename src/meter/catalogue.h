@@ -59,11 +59,11 @@ inline std::string PlaceName(const Parameter& row, int index) { return PlaceName
 // The index of such a name among the places of a row, an empty name for the first of them; -1 for none.
 int PlaceIndexOf(const Parameter& row, std::string_view name);
 // "PROCESS SETTING", as the page is called.
-std::string GroupTitle(const ParameterGroup& group, int lang_offset);
+std::string GroupTitle(const ParameterGroup& group, Language language);
 // What a person calls a row within its group, no two alike: "OUTER DIAMETER", "SUPPLY TEMP. CALIBRATION
 // ZERO".
-std::string RowTitle(const Parameter& row, int lang_offset);
+std::string RowTitle(const Parameter& row, Language language);
 // Group, place and row in one line, for messages: "RANGE CH1 FULL SCALE 1".
-std::string PlaceTitle(const ParameterPlace& place, int lang_offset);
+std::string PlaceTitle(const ParameterPlace& place, Language language);
 
 }  // namespace vlt

@@ -69,20 +69,21 @@ std::string ConditionText(const ConditionRow& row, std::span<const std::uint8_t>
   return FixedText(RegisterOf(row, block) / std::pow(10.0, row.decimals), row.decimals);
 }
 
-std::string ConditionUnitText(ConditionUnit unit, int unit_flag, int lang_offset) {
+std::string ConditionUnitText(ConditionUnit unit, int unit_flag, Language language) {
   // The Japanese texts write the degree sign, the others spell it.
-  const auto [velocity, length, temperature, angle] = SubGetUnitForm10(unit_flag, lang_offset == 0 ? 0 : 1);
+  const auto [velocity, length, temperature, angle] =
+      SubGetUnitForm10(unit_flag, language == Language::kJapanese ? 0 : 1);
   switch (unit) {
     case Unit::kVelocity:
       return "[" + velocity + "]";
     case Unit::kAngle:
       return "[" + angle + "]";
     case Unit::kMicrosecond:
-      return LookupText(text::kMicrosecondUnit + lang_offset);
+      return LookupText(text::kMicrosecondUnit, language);
     case Unit::kNanosecond:
-      return LookupText(text::kNanosecond + lang_offset);
+      return LookupText(text::kNanosecond, language);
     case Unit::kPercent:
-      return LookupText(text::kPercentUnit + lang_offset);
+      return LookupText(text::kPercentUnit, language);
     case Unit::kNone:
       break;
   }

@@ -42,6 +42,6 @@ std::span<const ConditionRow, kConditionRows> ConditionTable();
 // The value of a row out of the block.
 std::string ConditionText(const ConditionRow& row, std::span<const std::uint8_t> block);
 // "[m/s]"; empty without a unit.
-std::string ConditionUnitText(ConditionUnit unit, int unit_flag, int lang_offset);
+std::string ConditionUnitText(ConditionUnit unit, int unit_flag, Language language);
 
 }  // namespace vlt

@@ -99,10 +99,9 @@ std::optional<double> LiveNumber(const LiveField& field, const RegisterData& blo
   return std::nullopt;
 }
 
-std::string AlarmOf(std::string_view bits, int lang_offset) {
+std::string AlarmOf(std::string_view bits, Language language) {
   const std::size_t alarm = bits.find('1');
-  return alarm == std::string_view::npos ? LookupText(text::kNormal + lang_offset)
-                                         : AlarmRows(lang_offset)[alarm];
+  return alarm == std::string_view::npos ? LookupText(text::kNormal, language) : AlarmRows(language)[alarm];
 }
 
 LiveUnits KnownUnits(const MeterFacts& facts) {
@@ -132,9 +131,9 @@ int UnitCodeOf(const LiveUnits& units, UnitKind kind, int ch) {
   }
 }
 
-std::string LiveUnitText(const LiveUnits& units, UnitKind kind, int ch, int lang_offset) {
+std::string LiveUnitText(const LiveUnits& units, UnitKind kind, int ch, Language language) {
   if (kind == UnitKind::kNone) return {};
-  return "[" + UnitName(kind, UnitCodeOf(units, kind, ch), units.unit_flag, lang_offset) + "]";
+  return "[" + UnitName(kind, UnitCodeOf(units, kind, ch), units.unit_flag, language) + "]";
 }
 
 }  // namespace vlt

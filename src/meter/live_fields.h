@@ -69,7 +69,7 @@ std::string LiveText(const LiveField& field, const RegisterData& block);
 // The same as it was sent, for a chart; nothing for bits.
 std::optional<double> LiveNumber(const LiveField& field, const RegisterData& block);
 // A text of bits in words: of several alarms the one of the highest bit.
-std::string AlarmOf(std::string_view bits, int lang_offset);
+std::string AlarmOf(std::string_view bits, Language language);
 
 // The codes of a meter's units, as its unit registers hold them.
 struct LiveUnits {
@@ -87,6 +87,6 @@ LiveUnits KnownUnits(const MeterFacts& facts);
 int UnitCodeOf(const LiveUnits& units, UnitKind kind, int ch);
 // A unit in brackets, for channel 0 to 2: "[m3/h]", "[]" for a code without a text. Empty for a field without
 // a unit. A flow is a flow here whatever the kind of the range says.
-std::string LiveUnitText(const LiveUnits& units, UnitKind kind, int ch, int lang_offset);
+std::string LiveUnitText(const LiveUnits& units, UnitKind kind, int ch, Language language);
 
 }  // namespace vlt

@@ -204,7 +204,7 @@ std::string GreatestText(const Parameter& parameter, const MeterFacts& facts) {
 std::string TextFaultText(const Parameter& parameter, const ToldFacts& facts, TextFault fault) {
   static constexpr int kTexts[] = {0, text::kNoNumber, text::kComma, text::kDoesNotFit};
   if (fault == TextFault::kNone) return {};
-  const std::string words(LookupText(kTexts[static_cast<std::size_t>(fault)] + facts.LangOffset));
+  const std::string words(LookupText(kTexts[static_cast<std::size_t>(fault)], facts.Spoken()));
   if (fault != TextFault::kOutOfRange) return words;
   return FormatText(words, {LeastText(parameter, facts), GreatestText(parameter, facts)});
 }

@@ -111,8 +111,8 @@ ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const s
   return proven;
 }
 
-std::string WriteEndText(WriteEnd end, int lang_offset) {
-  return LookupText(text::kWriteEnds + static_cast<int>(end) + lang_offset);
+std::string WriteEndText(WriteEnd end, Language language) {
+  return LookupText(text::kWriteEnds + static_cast<int>(end), language);
 }
 
 }  // namespace vlt

@@ -42,6 +42,6 @@ ProvenWrite WriteProven(App& app, const ParameterPlace& place, std::span<const s
 ExchangeReport ReadPlace(App& app, const ParameterPlace& place, std::vector<std::uint8_t>& raw);
 
 // "stored", "refused", ... in the language of the offset.
-std::string WriteEndText(WriteEnd end, int lang_offset);
+std::string WriteEndText(WriteEnd end, Language language);
 
 }  // namespace vlt

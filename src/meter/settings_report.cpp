@@ -50,7 +50,7 @@ class ReportWriter {
 
  private:
   const ToldFacts& Facts() const { return settings_.facts; }
-  std::string Word(int id) const { return LookupText(id + Facts().LangOffset); }
+  std::string Word(int id) const { return LookupText(id, Facts().Spoken()); }
   bool IsOneChannel() const { return form_ == ReportForm::kOneChannel; }
 
   void Line(const std::vector<std::string>& cells) {
@@ -191,13 +191,12 @@ std::vector<std::string> LostParts(const MeterSettings& settings) {
 }
 
 bool IsCompleteReport(std::string_view content) {
-  constexpr int kEnglishOffset = 5000;
   if (content.starts_with(kByteOrderMark)) content.remove_prefix(std::string_view(kByteOrderMark).size());
-  for (const int offset : {0, kEnglishOffset}) {
-    if (!content.starts_with(std::string(LookupText(text::kReadAllSetData + offset)) + "," + kDate + ","))
+  for (const Language language : {Language::kJapanese, Language::kEnglish}) {
+    if (!content.starts_with(std::string(LookupText(text::kReadAllSetData, language)) + "," + kDate + ","))
       continue;
     const std::size_t second = content.find('\n');
-    const std::string missing = std::string(LookupText(text::kReportNotRead + offset)) + ",";
+    const std::string missing = std::string(LookupText(text::kReportNotRead, language)) + ",";
     return second == std::string_view::npos || !content.substr(second + 1).starts_with(missing);
   }
   return false;

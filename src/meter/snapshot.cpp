@@ -26,7 +26,7 @@ namespace {
 // What is not known of a unit; no code of the meter.
 constexpr int kUnknownUnit = -1;
 
-std::string Word(int id, const ToldFacts& facts) { return LookupText(id + facts.LangOffset); }
+std::string Word(int id, const ToldFacts& facts) { return LookupText(id, facts.Spoken()); }
 
 class RowList {
  public:
@@ -87,7 +87,7 @@ std::string NotTold(const RowList& rows, const ParameterPlace& place, const Told
   const auto fact = FactToldBy(*place.row);
   if (!fact || IsUnderstood({*fact, place.index}, *code)) return {};
   return FormatText(Word(text::kCodeNotUnderstood, facts),
-                    {PlaceTitle(place, facts.LangOffset), std::to_string(*code)});
+                    {PlaceTitle(place, facts.Spoken()), std::to_string(*code)});
 }
 
 // Why the value of a place can't be shown, though its registers were read; empty when it can.

@@ -24,7 +24,6 @@ constexpr std::string_view kFirstLine = "Veltrano3 snapshot 1";
 constexpr std::string_view kColumns = "name\tchannel\tregister\traw\tvalue\tunit";
 constexpr std::string_view kNothing = "-";
 constexpr std::size_t kFields = 6;
-constexpr int kEnglishOffset = 5000;
 // Installations name the sensors by different words.
 constexpr std::string_view kInstallations[] = {"", "M627"};
 
@@ -81,7 +80,7 @@ std::string RowText(const SnapshotRow& row) {
 }
 
 ToldFacts English(ToldFacts facts) {
-  facts.LangOffset = kEnglishOffset;
+  facts.LangOffset = static_cast<int>(Language::kEnglish);
   return facts;
 }
 
@@ -150,7 +149,7 @@ class SnapshotParser {
   }
 
  private:
-  std::string Word(int id) const { return LookupText(id + speaker_.LangOffset); }
+  std::string Word(int id) const { return LookupText(id, speaker_.Spoken()); }
 
   void Remark(Kind kind, int line, std::string_view text, std::string reason) {
     file_.remarks.push_back({kind, line, std::string(text), std::move(reason)});
@@ -281,7 +280,7 @@ class SnapshotParser {
       const bool there = file_.snapshot.Find(place) != nullptr ||
                          std::find(remarked_.begin(), remarked_.end(), place) != remarked_.end();
       if (there) continue;
-      const std::string title = PlaceTitle(place, speaker_.LangOffset);
+      const std::string title = PlaceTitle(place, speaker_.Spoken());
       Remark(Kind::kMissing, 0, place.row->name, FormatText(Word(text::kRowMissing), {title}));
     }
   }
@@ -353,9 +352,9 @@ bool LooksLikeSnapshot(std::string_view content) {
   return content.substr(0, content.find_first_of("\r\n")) == kFirstLine;
 }
 
-std::string RemarkText(const SnapshotRemark& remark, int lang_offset) {
+std::string RemarkText(const SnapshotRemark& remark, Language language) {
   if (remark.line == 0) return remark.reason;
-  return FormatText(LookupText(text::kAtLine + lang_offset), {std::to_string(remark.line), remark.reason});
+  return FormatText(LookupText(text::kAtLine, language), {std::to_string(remark.line), remark.reason});
 }
 
 }  // namespace vlt

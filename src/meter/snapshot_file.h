@@ -46,6 +46,6 @@ SnapshotFile ReadSnapshotFile(App& app, const std::string& path);
 // True when the content begins as a snapshot does.
 bool LooksLikeSnapshot(std::string_view content);
 // "line 12: ...", or what is missing, in the language in force.
-std::string RemarkText(const SnapshotRemark& remark, int lang_offset);
+std::string RemarkText(const SnapshotRemark& remark, Language language);
 
 }  // namespace vlt

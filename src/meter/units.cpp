@@ -19,9 +19,9 @@ std::string NameAt(const std::vector<std::string>& names, int code) {
   return known ? names[static_cast<std::size_t>(code)] : std::string();
 }
 
-std::string FixedUnitText(UnitKind kind, int lang_offset) {
+std::string FixedUnitText(UnitKind kind, Language language) {
   const auto at = static_cast<std::size_t>(kind) - static_cast<std::size_t>(UnitKind::kPercent);
-  return at < kFixedTexts.size() ? WithoutBrackets(LookupText(kFixedTexts[at] + lang_offset)) : std::string();
+  return at < kFixedTexts.size() ? WithoutBrackets(LookupText(kFixedTexts[at], language)) : std::string();
 }
 
 // A range of velocities has their unit and no code of its own.
@@ -55,20 +55,20 @@ std::string WithoutBrackets(std::string text) {
   return text;
 }
 
-std::string UnitName(UnitKind kind, int code, int unit_flag, int lang_offset) {
+std::string UnitName(UnitKind kind, int code, int unit_flag, Language language) {
   switch (kind) {
     case UnitKind::kFlow:
       return NameAt(BuildFlowUnitNames(unit_flag), code);
     case UnitKind::kTotal:
       return NameAt(BuildTotalUnitNames(unit_flag), code);
     case UnitKind::kHeatFlow:
-      return NameAt(BuildHeatFlowUnitNames(lang_offset), code);
+      return NameAt(BuildHeatFlowUnitNames(language), code);
     case UnitKind::kHeatTotal:
-      return NameAt(BuildHeatTotalUnitNames(lang_offset), code);
+      return NameAt(BuildHeatTotalUnitNames(language), code);
     case UnitKind::kTemperature:
-      return NameAt(BuildTempUnitNames(lang_offset), code);
+      return NameAt(BuildTempUnitNames(language), code);
     default:
-      return IsFixedUnit(kind) ? FixedUnitText(kind, lang_offset)
+      return IsFixedUnit(kind) ? FixedUnitText(kind, language)
                                : BuildBaseUnitNames(unit_flag).at(static_cast<std::size_t>(kind));
   }
 }
@@ -77,13 +77,13 @@ int UnitCode(const MeterFacts& facts, UnitKind kind, int channel) {
   return kind == UnitKind::kFlow && IsVelocity(facts, channel) ? -1 : CodeOf(facts, kind, channel);
 }
 
-std::string UnitText(const MeterFacts& facts, int lang_offset, UnitKind kind, int channel) {
+std::string UnitText(const MeterFacts& facts, Language language, UnitKind kind, int channel) {
   if (kind == UnitKind::kFlow && IsVelocity(facts, channel)) kind = UnitKind::kVelocity;
-  return UnitName(kind, CodeOf(facts, kind, channel), facts.UnitFlag, lang_offset);
+  return UnitName(kind, CodeOf(facts, kind, channel), facts.UnitFlag, language);
 }
 
 std::string UnitText(const ToldFacts& facts, UnitKind kind, int channel) {
-  return UnitText(facts, facts.LangOffset, kind, channel);
+  return UnitText(facts, facts.Spoken(), kind, channel);
 }
 
 std::optional<UnitKind> NamesUnit(const Parameter& row) {

@@ -16,11 +16,11 @@ inline constexpr int kVelocityKind = 0;
 
 // The unit that a code stands for; base units and fixed ones have no code. Empty for a code without a text
 // and for UnitKind::kNone. A flow is a flow here, whatever the kind of a range says.
-std::string UnitName(UnitKind kind, int code, int unit_flag, int lang_offset);
+std::string UnitName(UnitKind kind, int code, int unit_flag, Language language);
 
 // By what is known of a meter; `channel` counts for the units that each channel has of its own. A flow is a
 // velocity where the kind of the channel's range says so.
-std::string UnitText(const MeterFacts& facts, int lang_offset, UnitKind kind, int channel);
+std::string UnitText(const MeterFacts& facts, Language language, UnitKind kind, int channel);
 std::string UnitText(const ToldFacts& facts, UnitKind kind, int channel);
 
 // The code of that unit, or -1 for a velocity: what tells it from others of its kind and unit system, in any

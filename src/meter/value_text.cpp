@@ -16,16 +16,14 @@
 namespace vlt {
 namespace {
 
-constexpr int kEnglishOffset = 5000;
-
 std::string InParentheses(int code) { return "(" + std::to_string(code) + ")"; }
 
 // As a spreadsheet takes them: those that begin with the sign of a total behind an apostrophe.
 std::vector<std::string> CellWords(const Parameter& row, const ToldFacts& facts) {
   if (row.words[0] == 0) {
-    return CodeTexts({facts.LangOffset, facts.UnitFlag, facts.ModelCode, facts.OperationMode}, row.codes);
+    return CodeTexts({facts.Spoken(), facts.UnitFlag, facts.ModelCode, facts.OperationMode}, row.codes);
   }
-  return {LookupText(row.words[0] + facts.LangOffset), LookupText(row.words[1] + facts.LangOffset)};
+  return {LookupText(row.words[0], facts.Spoken()), LookupText(row.words[1], facts.Spoken())};
 }
 
 // Of the words of a row; empty for a code without one.
@@ -74,9 +72,10 @@ std::optional<int> CodeOfWord(const Parameter& row, const ToldFacts& facts, std:
 }
 
 EncodedValue EncodeCodeText(const Parameter& row, const ToldFacts& facts, std::string_view text) {
-  for (const int lang_offset : {facts.LangOffset, kEnglishOffset - facts.LangOffset}) {
+  const bool japanese = facts.Spoken() == Language::kJapanese;
+  for (const Language language : {facts.Spoken(), japanese ? Language::kEnglish : Language::kJapanese}) {
     ToldFacts speaker = facts;
-    speaker.LangOffset = lang_offset;
+    speaker.LangOffset = static_cast<int>(language);
     if (const auto code = CodeOfWord(row, speaker, text)) return {.bytes = EncodeCode(*code)};
   }
   const bool in_parentheses = text.size() > 2 && text.front() == '(' && text.back() == ')';
@@ -150,12 +149,12 @@ std::string CutNote(const Parameter& row, const ToldFacts& facts, std::string_vi
   const std::string sent = ValueText(row, facts, bytes);
   const bool zero = ParseNumber(sent) == 0.0;
   if (!zero && sent.find('.') != std::string::npos) return {};
-  return FormatText(LookupText((zero ? text::kSentAsZero : text::kSentWhole) + facts.LangOffset),
+  return FormatText(LookupText((zero ? text::kSentAsZero : text::kSentWhole), facts.Spoken()),
                     {Trim(typed), sent});
 }
 
 std::string ValueFaultText(const Parameter& row, const ToldFacts& facts, ValueFault fault) {
-  const auto word = [&](int id) { return std::string(LookupText(id + facts.LangOffset)); };
+  const auto word = [&](int id) { return std::string(LookupText(id, facts.Spoken())); };
   if (fault == ValueFault::kNoSuchCode) {
     std::string entries;
     for (const std::string& entry : CodeWords(row, facts)) {

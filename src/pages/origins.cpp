@@ -180,10 +180,10 @@ std::string FieldOrigins::UnitInFile(const Field& field) const {
   if (field.unit != nullptr) {
     const std::string& kept = row.unit_slot == Slot::kNone ? std::string() : app_.slots[row.unit_slot];
     if (!kept.empty() && kept != kShowUnitInForce) return WithoutBrackets(std::string(Trim(kept)));
-    return UnitText(facts, app_.state.LangOffset, row.unit, places_.UnitChannel(field));
+    return UnitText(facts, app_.state.Spoken(), row.unit, places_.UnitChannel(field));
   }
   if (!NamesUnit(row) || field.Selected() < 0) return {};
-  return UnitName(*NamesUnit(row), field.CodeOf(field.Selected()), facts.UnitFlag, app_.state.LangOffset);
+  return UnitName(*NamesUnit(row), field.CodeOf(field.Selected()), facts.UnitFlag, app_.state.Spoken());
 }
 
 bool FieldOrigins::IsTyped(const Field& field, const OriginRecord& record) const {

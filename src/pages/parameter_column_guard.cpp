@@ -21,7 +21,7 @@ std::string NameOfPlace(const App& app, const ParameterPlace& place) {
   std::string name = place.index > 0 ? PlaceName(*place.row, place.index) : std::string();
   if (!name.empty()) return name;
   if (place.row->exists == Exists::kHeat) return app.Text(text::kEnergyMode);
-  return RowTitle(*place.row, app.state.LangOffset);
+  return RowTitle(*place.row, app.state.Spoken());
 }
 
 std::string RefusalText(const App& app, const std::string& name, const std::string& reason) {
@@ -31,7 +31,7 @@ std::string RefusalText(const App& app, const std::string& name, const std::stri
 std::string AskedRefusal(App& app, const FactSet& needs) {
   const FactsAnswer answer = AskFacts(app, needs);
   if (answer.good) return {};
-  const std::string name = PlaceTitle(PlaceOfFact(answer.failed), app.state.LangOffset);
+  const std::string name = PlaceTitle(PlaceOfFact(answer.failed), app.state.Spoken());
   if (!answer.why.empty()) return FormatText(app.Text(text::kFactSilent), {name, answer.why});
   return FormatText(app.Text(text::kFactUnknown), {name, std::to_string(app.state.ValueOf(answer.failed))});
 }
@@ -107,7 +107,7 @@ std::string SetGuard::PlaceReason(const Field& field, const FactSet& decided) co
 std::string SetGuard::UnitOfMeter(const Field& field) const {
   if (field.unit != nullptr) return rules_.UnitOf(field);
   return UnitName(*NamesUnit(*field.parameter), field.CodeOf(field.Selected()), app_.state.UnitFlag,
-                  app_.state.LangOffset);
+                  app_.state.Spoken());
 }
 
 std::string SetGuard::UnitReason(const Field& field, const FactSet& decided) const {
@@ -134,7 +134,7 @@ std::string PlaceRefusal(App& app, const ParameterPlace& place) {
   AddShapeFacts(place, needs);
   if (std::string refusal = AskedRefusal(app, needs); !refusal.empty()) return refusal;
   const std::string reason = PlaceReasonOf(app, place);
-  return reason.empty() ? reason : RefusalText(app, RowTitle(*place.row, app.state.LangOffset), reason);
+  return reason.empty() ? reason : RefusalText(app, RowTitle(*place.row, app.state.Spoken()), reason);
 }
 
 }  // namespace vlt

@@ -12,6 +12,9 @@ namespace vlt {
 // A column of the table. Its number is what LangOffset of the shared state holds: it is added to a text's id.
 enum class Language : int { kJapanese = 0, kEnglish = 5000, kThird = 10000 };
 
+// The language that LangOffset stands for.
+constexpr Language LanguageOf(int lang_offset) { return static_cast<Language>(lang_offset); }
+
 // The text of an id (1 to 4999) in a language. Throws std::out_of_range for an id that is not in the table: a
 // fault of the caller, never of the operator.
 const char* LookupText(int id, Language language);

@@ -35,7 +35,7 @@ std::string PageText(const App& app, const std::string& page) {
 
 std::string LastRecordText(const App& app, const RunFile& file) {
   if (file.error != FileError::kGood) {
-    return FormatText(app.Text(text::kRunGone), {WhyNotRead(file.error, app.state.LangOffset)});
+    return FormatText(app.Text(text::kRunGone), {WhyNotRead(file.error, app.state.Spoken())});
   }
   return file.last_record.empty() ? app.Text(text::kRunNoRecord) : file.last_record;
 }

@@ -10,7 +10,6 @@ namespace vlt {
 namespace {
 
 constexpr const char* kFirmwareWindow = "frmMaint_MAIN";
-constexpr int kEnglishOffset = 5000;
 constexpr int kLookAgainMs = 1000;  // a wait for a window looks again at least so often
 
 }  // namespace
@@ -21,7 +20,7 @@ frmMssg::frmMssg(App& app) : Form(app.windows, "frmMssg", FormPlace::kOnTop), ap
 }
 
 void frmMssg::Form_Load() {
-  app_.state.LangOffset = app_.state.LangFlag > 0 ? kEnglishOffset : 0;
+  app_.state.LangOffset = app_.state.LangFlag > 0 ? static_cast<int>(Language::kEnglish) : 0;
   SetCaption(app_.Text(4420));
   cmdDown.SetCaption(app_.Text(1090));
   cmdLoader.SetCaption(app_.Text(4410));

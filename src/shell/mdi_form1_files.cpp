@@ -99,7 +99,7 @@ bool MDIForm1::MayEnd() {
   const FileError saved = save ? SaveAtClosing() : FileError::kGood;
   SaveLoaderFile();
   if (saved == FileError::kGood) return true;
-  const std::string why = WhyNotWritten(saved, app_.state.LangOffset);
+  const std::string why = WhyNotWritten(saved, app_.state.Spoken());
   return app_.AskYesNo(FormatText(app_.Text(text::kEndWithoutFile), {FailedName(dialog_file_, saved), why}),
                        MessageIcon::kStop);
 }

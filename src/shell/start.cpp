@@ -29,8 +29,6 @@
 namespace vlt {
 namespace {
 
-constexpr int kEnglishOffset = 5000;
-
 StartResult End(App& app) {
   app.platform.events.EndProcess();
   return StartResult::kEnded;
@@ -117,7 +115,7 @@ bool ReadStartSettings(App& app) {
     // Reading that stopped early has named no file.
     if (!named.empty()) last = {named, result};
   }
-  state.LangOffset = state.LangFlag > 0 ? kEnglishOffset : 0;
+  state.LangOffset = state.LangFlag > 0 ? static_cast<int>(Language::kEnglish) : 0;
   LoadTiming(app);
   BuildCommSettings(state);
   state.RangeUnitTrack = state.UnitFlag;

@@ -16,10 +16,10 @@ App::App(Platform& machine)
 
 App::~App() = default;
 
-std::string App::Text(int id) const { return LookupText(id + state.LangOffset); }
+std::string App::Text(int id) const { return LookupText(id, state.Spoken()); }
 
 CodeContext App::Codes() const {
-  return {state.LangOffset, state.UnitFlag, state.ModelCode, state.OperationMode};
+  return {state.Spoken(), state.UnitFlag, state.ModelCode, state.OperationMode};
 }
 
 std::string App::Stamped(const std::string& text) { return DateTimeText(platform.clock.Now()) + " " + text; }

@@ -10,6 +10,8 @@
 #include <optional>
 #include <string>
 
+#include "resources/string_table.h"
+
 namespace vlt {
 
 inline constexpr int kChannels = 3;  // CH1, CH2 and the computed CH3
@@ -88,6 +90,7 @@ struct MeterFacts {
 // The same, and the words that values of this meter are told in.
 struct ToldFacts : MeterFacts {
   int LangOffset = 0;     // 0 Japanese, 5000 English; added to every text id
+  Language Spoken() const { return LanguageOf(LangOffset); }
   std::string ModelCode;  // hardware variant of the installation: "M627", "T305" or "K410"
 };
 

@@ -157,7 +157,7 @@ std::vector<std::string> Texts(const CodeContext& context, int table, bool apost
     for (const int id : table_of_ids->ids) {
       if (id == 0) break;
       texts.push_back((apostrophes && id < 0 ? "'" : "") +
-                      std::string(LookupText(std::abs(id) + context.lang_offset)));
+                      std::string(LookupText(std::abs(id), context.language)));
     }
   }
   return texts;
@@ -182,17 +182,16 @@ std::vector<std::string> ListTexts(const CodeContext& context, int table) {
   return texts;
 }
 
-std::string AlarmText(int lang_offset, int bit) {
+std::string AlarmText(Language language, int bit) {
   if (bit < 0 || bit > 15) return {};
   const int id = kAlarmIds[static_cast<std::size_t>(bit)];
-  return id == 0 ? std::string() : LookupText(id + lang_offset);
+  return id == 0 ? std::string() : LookupText(id, language);
 }
 
-std::array<std::string, 16> AlarmRows(int lang_offset) {
+std::array<std::string, 16> AlarmRows(Language language) {
   std::array<std::string, 16> rows;
-  std::transform(kAlarmIds.begin(), kAlarmIds.end(), rows.begin(), [&](int id) {
-    return std::string(LookupText((id == 0 ? text::kReserve : id) + lang_offset));
-  });
+  std::transform(kAlarmIds.begin(), kAlarmIds.end(), rows.begin(),
+                 [&](int id) { return std::string(LookupText(id == 0 ? text::kReserve : id, language)); });
   return rows;
 }
 

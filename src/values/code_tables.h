@@ -8,12 +8,14 @@
 #include <string_view>
 #include <vector>
 
+#include "resources/string_table.h"
+
 namespace vlt {
 
-// What decides between texts of one table: the language (0 Japanese, 5000 English), the unit system (0
-// metric, else English; tables 7 and 11), the hardware variant (table 6) and the operation mode (table 24).
+// What decides between texts of one table: the language, the unit system (0 metric,
+// else English; tables 7 and 11), the hardware variant (table 6) and the operation mode (table 24).
 struct CodeContext {
-  int lang_offset = 0;
+  Language language = Language::kJapanese;
   int unit_flag = 0;
   std::string_view model_code = {};
   int operation_mode = 0;
@@ -32,9 +34,9 @@ std::vector<std::string> ListTexts(const CodeContext& context, int table);
 
 // Text of an alarm of the RAS word. bit counts from the left: 0 is the most significant of 16. Empty for
 // positions without an alarm and outside of 0 to 15.
-std::string AlarmText(int lang_offset, int bit);
+std::string AlarmText(Language language, int bit);
 
 // The names of all 16 positions of the RAS word from the left, "RESERVE" where there is no alarm.
-std::array<std::string, 16> AlarmRows(int lang_offset);
+std::array<std::string, 16> AlarmRows(Language language);
 
 }  // namespace vlt

@@ -9,16 +9,16 @@ std::vector<std::string> BuildFlowUnitNames(int flag) { return CodeTexts({.unit_
 
 std::vector<std::string> BuildTotalUnitNames(int flag) { return CodeTexts({.unit_flag = flag}, 11); }
 
-std::vector<std::string> BuildHeatFlowUnitNames(int lang_offset) {
-  return CodeTexts({.lang_offset = lang_offset}, 61);
+std::vector<std::string> BuildHeatFlowUnitNames(Language language) {
+  return CodeTexts({.language = language}, 61);
 }
 
-std::vector<std::string> BuildHeatTotalUnitNames(int lang_offset) {
-  return CodeTexts({.lang_offset = lang_offset}, 62);
+std::vector<std::string> BuildHeatTotalUnitNames(Language language) {
+  return CodeTexts({.language = language}, 62);
 }
 
-std::vector<std::string> BuildTempUnitNames(int lang_offset) {
-  return CodeTexts({.lang_offset = lang_offset}, 60);
+std::vector<std::string> BuildTempUnitNames(Language language) {
+  return CodeTexts({.language = language}, 60);
 }
 
 std::array<std::string, 4> BuildBaseUnitNames(int flag) {

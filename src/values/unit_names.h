@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The unit text lists of a unit system. flag is 0 for metric, else English; lang_offset is 0 or 5000.
+// The unit text lists of a unit system. flag is 0 for metric, else English.
 #pragma once
 
 #include <array>
 #include <string>
 #include <vector>
 
+#include "resources/string_table.h"
+
 namespace vlt {
 
-std::vector<std::string> BuildFlowUnitNames(int flag);              // 18
-std::vector<std::string> BuildTotalUnitNames(int flag);             // 8 metric, 9 English
-std::vector<std::string> BuildHeatFlowUnitNames(int lang_offset);   // 7, the same in both unit systems
-std::vector<std::string> BuildHeatTotalUnitNames(int lang_offset);  // 7, the same in both unit systems
-std::vector<std::string> BuildTempUnitNames(int lang_offset);       // 3
+std::vector<std::string> BuildFlowUnitNames(int flag);                // 18
+std::vector<std::string> BuildTotalUnitNames(int flag);               // 8 metric, 9 English
+std::vector<std::string> BuildHeatFlowUnitNames(Language language);   // 7, the same in both unit systems
+std::vector<std::string> BuildHeatTotalUnitNames(Language language);  // 7, the same in both unit systems
+std::vector<std::string> BuildTempUnitNames(Language language);       // 3
 
 // Length, velocity, viscosity, voltage: "mm", "m/s", "E-6m2/s", "Vpp" or "inch", "ft/s", "E-6ft2/s", "Vpp".
 std::array<std::string, 4> BuildBaseUnitNames(int flag);

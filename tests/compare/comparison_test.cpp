@@ -32,7 +32,7 @@ TEST(Comparison, SaysNoDifferencesOnlyWhenEveryRowIsEqual) {
   const CompareSide before = test.Meter();
   const Comparison same(before, test.Meter());
   EXPECT_TRUE(same.NoDifferences() && same.Complete());
-  EXPECT_EQ(SummaryText(same, 5000), "No differences in 225 parameters");
+  EXPECT_EQ(SummaryText(same, Language::kEnglish), "No differences in 225 parameters");
 
   const auto spoilt = [&](auto&& spoil) {
     CompareSide side = before;
@@ -482,7 +482,7 @@ TEST(Export, SheetsListTheChosenStatesPageByPage) {
     return std::any_of(page.Items().begin(), page.Items().end(),
                        [&](const SheetItem& item) { return item.text == text; });
   };
-  EXPECT_TRUE(said(pages[1], SummaryText(comparison, 5000)));
+  EXPECT_TRUE(said(pages[1], SummaryText(comparison, Language::kEnglish)));
   EXPECT_TRUE(
       said(pages.back(), "Page " + std::to_string(pages.size()) + " of " + std::to_string(pages.size())));
   const ComparisonSheetParts none{.stamp = "now", .program = "Veltrano3", .shown = {RowState::kUnread}};

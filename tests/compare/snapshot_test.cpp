@@ -68,7 +68,7 @@ TEST(Catalogue, NamesOfRowsAreDistinctWithinTheirGroup) {
     for (const ParameterGroup& group : ParameterGroups()) {
       std::set<std::string> titles;
       for (const Parameter& row : group.rows) {
-        EXPECT_TRUE(titles.insert(RowTitle(row, lang_offset)).second) << row.name;
+        EXPECT_TRUE(titles.insert(RowTitle(row, LanguageOf(lang_offset))).second) << row.name;
         const bool computed = row.write == WriteWith::kNothing;
         const auto& order = group.write_order;
         EXPECT_EQ(std::count(order.begin(), order.end(), &row), computed ? 0 : 1) << row.name;
@@ -96,7 +96,8 @@ TEST(SnapshotFile, IsTheSameInEveryLanguageAndLocaleAndComesBackWhole) {
     for (const int lang_offset : {0, 5000}) {
       const SnapshotFile file = ParseSnapshot(text, Speaker(lang_offset));
       EXPECT_TRUE(file.is_snapshot);
-      for (const SnapshotRemark& remark : file.remarks) ADD_FAILURE() << RemarkText(remark, 5000);
+      for (const SnapshotRemark& remark : file.remarks)
+        ADD_FAILURE() << RemarkText(remark, Language::kEnglish);
       EXPECT_EQ(SnapshotText(file.snapshot), text);
       EXPECT_EQ(file.snapshot.rows.size(), snapshot.rows.size());
     }
@@ -220,7 +221,8 @@ class BadFile : public testing::Test {
   SnapshotFile Parse() const { return ParseSnapshot(text_, Speaker()); }
   std::string Told() const {
     std::string told;
-    for (const SnapshotRemark& remark : Parse().remarks) told += RemarkText(remark, 5000) + "\n";
+    for (const SnapshotRemark& remark : Parse().remarks)
+      told += RemarkText(remark, Language::kEnglish) + "\n";
     return told;
   }
 
@@ -253,7 +255,8 @@ TEST_F(BadFile, ALineThatCannotBeTakenIsToldByItsNumberAndNotTaken) {
     Replace(c.what, c.by);
     const SnapshotFile file = Parse();
     ASSERT_GE(file.remarks.size(), 1u) << c.by;
-    EXPECT_EQ(RemarkText(file.remarks[0], 5000), "line " + std::to_string(LineOf(c.line)) + ": " + c.reason);
+    EXPECT_EQ(RemarkText(file.remarks[0], Language::kEnglish),
+              "line " + std::to_string(LineOf(c.line)) + ": " + c.reason);
     EXPECT_EQ(file.snapshot.rows.size() + 1, test_.Read().rows.size()) << c.by;
   }
 }

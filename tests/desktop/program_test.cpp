@@ -338,7 +338,7 @@ TEST_P(ProgramTest, StationsHaveRoomForTheirWidestTexts) {
   page.lblFailed.ForEach([](Label& label) { label.SetCaption("12345/67890"); });
   page.lblAnswered.ForEach([](Label& label) { label.SetCaption("20:58:48"); });
   const std::string silent = app.Text(1964);
-  const auto& alarms = AlarmRows(GetParam());
+  const auto& alarms = AlarmRows(LanguageOf(GetParam()));
   const std::string alarm = *std::ranges::max_element(alarms, {}, &std::string::size);
   const struct {
     std::string shown;

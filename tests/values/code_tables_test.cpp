@@ -9,7 +9,7 @@
 namespace vlt {
 namespace {
 
-constexpr CodeContext kEnglish{.lang_offset = 5000};
+constexpr CodeContext kEnglish{.language = Language::kEnglish};
 
 TEST(CodeTables, BothLanguagesHaveTheSameCodes) {
   for (int table = -1; table <= 70; ++table) {
@@ -62,11 +62,11 @@ TEST(CodeTables, ContextDecidesUnitsModelsAndCounts) {
 }
 
 TEST(Alarms, CountFromTheLeftOfTheWord) {
-  EXPECT_EQ(AlarmText(5000, 0), "E1:DEVICE ERROR 1");
-  EXPECT_EQ(AlarmText(5000, 10), "E1:DEVICE ERROR 4");
-  EXPECT_EQ(AlarmText(5000, 15), "E4:TEMPERATURE ERROR");
-  for (const int none : {-1, 11, 12, 13, 16}) EXPECT_EQ(AlarmText(0, none), "") << none;
-  const auto rows = AlarmRows(5000);
+  EXPECT_EQ(AlarmText(Language::kEnglish, 0), "E1:DEVICE ERROR 1");
+  EXPECT_EQ(AlarmText(Language::kEnglish, 10), "E1:DEVICE ERROR 4");
+  EXPECT_EQ(AlarmText(Language::kEnglish, 15), "E4:TEMPERATURE ERROR");
+  for (const int none : {-1, 11, 12, 13, 16}) EXPECT_EQ(AlarmText(Language::kJapanese, none), "") << none;
+  const auto rows = AlarmRows(Language::kEnglish);
   EXPECT_EQ(rows[9], "E1:DEVICE ERROR 3");
   EXPECT_EQ(rows[12], "RESERVE");
   EXPECT_EQ(rows[14], "E4:RANGE OVER");
