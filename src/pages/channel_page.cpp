@@ -5,6 +5,10 @@ namespace vlt {
 
 ChannelPage::ChannelPage(App& app, const Traits& traits)
     : ParameterPage(app, traits.name, traits.texts),
+      UNIT_SYSTEMCombo(*this, fields_, *traits.unit, "UNIT_SYSTEM", "UNIT_SYSTEMCombo"),
+      OUTPUT_BURNOUTCombo(*this, fields_, *traits.burnout, "OUTPUT_BURNOUT", "OUTPUT_BURNOUTCombo"),
+      BURNOUT_TIMERText(*this, fields_, *traits.burnout_timer, "BURNOUT_TIMER", "BURNOUT_TIMERText",
+                        LabelName{"Label3", 0}),
       traits_(traits),
       chooser_(app, ChannelSelect, traits.channel, [this](int index) { ChannelSelect_Click(index); }) {}
 
@@ -21,7 +25,7 @@ void ChannelPage::Form_Activate() {
   if (UnitsAreStale()) {
     RefillUnits();
     column().ShowUnits();
-    BoxClicked(UNIT_SYSTEM);
+    BoxClicked(UNIT_SYSTEMCombo.box);
   }
   // Behind the lock, which releases every button; and kept captions win over the units in force.
   ParameterPage::Form_Activate();

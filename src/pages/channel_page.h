@@ -18,19 +18,19 @@ class ChannelPage : public ParameterPage {
   ControlArray<OptionButton> ChannelSelect{*this, "ChannelSelect", Indexes(kChannels)};
 
   // The unit of the channel's values, whatever the name says.
-  CheckBox UNIT_SYSTEM{*this, "UNIT_SYSTEM"};
-  ComboBox UNIT_SYSTEMCombo{*this, "UNIT_SYSTEMCombo"};
+  ListEntry UNIT_SYSTEMCombo;
   // What the output does while the channel measures nothing, and after how long.
-  CheckBox OUTPUT_BURNOUT{*this, "OUTPUT_BURNOUT"};
-  ComboBox OUTPUT_BURNOUTCombo{*this, "OUTPUT_BURNOUTCombo"};
-  CheckBox BURNOUT_TIMER{*this, "BURNOUT_TIMER"};
-  TextBox BURNOUT_TIMERText{*this, "BURNOUT_TIMERText"};
+  ListEntry OUTPUT_BURNOUTCombo;
+  NumberEntry BURNOUT_TIMERText;
 
  protected:
   // What tells one page from the other.
   struct Traits {
     const char* name;
     Texts texts;
+    const Parameter* unit;
+    const Parameter* burnout;
+    const Parameter* burnout_timer;
     int SharedState::*channel;     // the chosen channel, kept between openings
     int SharedState::*unit_track;  // the UnitFlag that the unit list was last filled for
   };

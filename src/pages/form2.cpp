@@ -22,33 +22,13 @@ Form2::Form2(App& app)
                                   .set_completed = 4002,
                                   .read_started = 4012,
                                   .read_completed = 4022},
+                        .unit = &RangeRow("unit"),
+                        .burnout = &RangeRow("burnout"),
+                        .burnout_timer = &RangeRow("burnout_timer"),
                         .channel = &SharedState::RangeChannel,
                         .unit_track = &SharedState::RangeUnitTrack}) {
-  column().SetFields(Table());
+  BindEntries();
   TypeCheckCombo.on_click = [this] { TypeCheckCombo_Click(); };
-}
-
-std::vector<Field> Form2::Table() {
-  return {
-      Bind(RangeRow("damping"), DAMPING, DAMPINGText, &Label3(2)),
-      Bind(RangeRow("kind"), chkKind, cmbKind),
-      Bind(RangeRow("unit"), UNIT_SYSTEM, UNIT_SYSTEMCombo),
-      Bind(RangeRow("type"), TypeCheck, TypeCheckCombo),
-      Bind(RangeRow("full_scale_1"), FULL_SCALE1, FULL_SCALE1Text, &Label2(7)),
-      Bind(RangeRow("full_scale_2"), FULL_SCALE2, FULL_SCALE2Text, &Label2(6)),
-      Bind(RangeRow("hysteresis"), HYSTERISIS, HYSTERISISText, &Label2(0)),
-      Bind(RangeRow("burnout"), OUTPUT_BURNOUT, OUTPUT_BURNOUTCombo),
-      Bind(RangeRow("burnout_timer"), BURNOUT_TIMER, BURNOUT_TIMERText, &Label3(0)),
-      Bind(RangeRow("output_limit_low"), OUTPUT_LIMIT_Low, OUTPUT_LIMIT_LowText, &Label2(1)),
-      Bind(RangeRow("output_limit_high"), OUTPUT_LIMIT_High, OUTPUT_LIMIT_HighText, &Label2(2)),
-      Bind(RangeRow("rate_limit_timer"), RATE_LIMIT_TIMER, RATE_LIMIT_TIMERText, &Label3(1)),
-      Bind(RangeRow("rate_limit"), RATE_LIMIT, RATE_LIMITText, &Label2(8)),
-      Bind(RangeRow("cut_off"), LOW_FLOW_OUTPUT_CUT, LOW_FLOW_OUTPUT_CUTText, &Label2(9)),
-      Bind(RangeRow("zero"), ZERO, ZEROText, &Label2(12)),
-      Bind(RangeRow("span"), SPAN, SPANText, &Label2(3)),
-      Bind(RangeRow("thermal_full_scale_1"), CALORIE_FULL_SCALE1, CALORIE_FULL_SCALE1Text, &HRangelbl(0)),
-      Bind(RangeRow("thermal_full_scale_2"), CALORIE_FULL_SCALE2, CALORIE_FULL_SCALE2Text, &HRangelbl(1)),
-  };
 }
 
 void Form2::BuildLists() {
@@ -95,7 +75,8 @@ void Form2::ReadBlocks() {
 
 // A ticked kind or unit brings what the captions need.
 void Form2::LearnUnit(const Field& field) {
-  if (field.parameter->unit != UnitKind::kFlow || chkKind.Ticked() || UNIT_SYSTEM.Ticked()) return;
+  if (field.parameter->unit != UnitKind::kFlow || cmbKind.box.Ticked() || UNIT_SYSTEMCombo.box.Ticked())
+    return;
   if (!column().FirstInThisRead(kUnitMark)) return;
   GetRangeKind(app(), Channel());
   ReadUnitSystem(app());
@@ -122,10 +103,10 @@ void Form2::ShowFlowUnits() {
 
 void Form2::ChannelSelect_Click(int index) {
   const bool measured = index != kComputedChannel;
-  Depend(DAMPING, DAMPINGText, measured);
-  Depend(LOW_FLOW_OUTPUT_CUT, LOW_FLOW_OUTPUT_CUTText, measured);
-  Depend(ZERO, ZEROText, measured);
-  Depend(SPAN, SPANText, measured);
+  Depend(DAMPINGText.box, DAMPINGText, measured);
+  Depend(LOW_FLOW_OUTPUT_CUTText.box, LOW_FLOW_OUTPUT_CUTText, measured);
+  Depend(ZEROText.box, ZEROText, measured);
+  Depend(SPANText.box, SPANText, measured);
   TakeChannel(index);
   UpdateKinds();
   EnableThermal();
@@ -146,20 +127,20 @@ void Form2::UpdateKinds() {
 void Form2::TypeCheckCombo_Click() {
   if (TypeCheckCombo.ListIndex() < 0) return;
   const bool second = TypeCheckCombo.ListIndex() != kSingleType;
-  Depend(FULL_SCALE2, FULL_SCALE2Text, second);
-  Depend(HYSTERISIS, HYSTERISISText, second);
+  Depend(FULL_SCALE2Text.box, FULL_SCALE2Text, second);
+  Depend(HYSTERISISText.box, HYSTERISISText, second);
   EnableThermal();
 }
 
 void Form2::EnableThermal() {
   const bool heat = MayHaveHeat(app().state);
   if (!heat) {
-    CALORIE_FULL_SCALE1.SetValue(0);
-    CALORIE_FULL_SCALE2.SetValue(0);
+    CALORIE_FULL_SCALE1Text.box.SetValue(0);
+    CALORIE_FULL_SCALE2Text.box.SetValue(0);
   }
   const bool first = heat && Channel() == 0;
-  Depend(CALORIE_FULL_SCALE1, CALORIE_FULL_SCALE1Text, first);
-  Depend(CALORIE_FULL_SCALE2, CALORIE_FULL_SCALE2Text,
+  Depend(CALORIE_FULL_SCALE1Text.box, CALORIE_FULL_SCALE1Text, first);
+  Depend(CALORIE_FULL_SCALE2Text.box, CALORIE_FULL_SCALE2Text,
          first && HasHeatRegisters(app().state) && TypeCheckCombo.ListIndex() > kSingleType);
 }
 

@@ -2,6 +2,7 @@
 // Range: what the analog output and the measured value of a channel mean.
 #pragma once
 
+#include "meter/range_table.h"
 #include "pages/channel_page.h"
 
 namespace vlt {
@@ -19,46 +20,58 @@ class Form2 : public ChannelPage {
   void Form_Load() override;
   void Form_Activate() override;
 
-  CheckBox DAMPING{*this, "DAMPING"};
-  TextBox DAMPINGText{*this, "DAMPINGText"};
-  CheckBox chkKind{*this, "chkKind"};
-  ComboBox cmbKind{*this, "cmbKind"};
-  CheckBox TypeCheck{*this, "TypeCheck"};
-  ComboBox TypeCheckCombo{*this, "TypeCheckCombo"};
-  CheckBox FULL_SCALE1{*this, "FULL_SCALE1"};
-  TextBox FULL_SCALE1Text{*this, "FULL_SCALE1Text"};
-  CheckBox FULL_SCALE2{*this, "FULL_SCALE2"};
-  TextBox FULL_SCALE2Text{*this, "FULL_SCALE2Text"};
-  CheckBox HYSTERISIS{*this, "HYSTERISIS"};
-  TextBox HYSTERISISText{*this, "HYSTERISISText"};
-  CheckBox OUTPUT_LIMIT_Low{*this, "OUTPUT_LIMIT_Low"};
-  TextBox OUTPUT_LIMIT_LowText{*this, "OUTPUT_LIMIT_LowText"};
-  CheckBox OUTPUT_LIMIT_High{*this, "OUTPUT_LIMIT_High"};
-  TextBox OUTPUT_LIMIT_HighText{*this, "OUTPUT_LIMIT_HighText"};
-  CheckBox RATE_LIMIT_TIMER{*this, "RATE_LIMIT_TIMER"};
-  TextBox RATE_LIMIT_TIMERText{*this, "RATE_LIMIT_TIMERText"};
-  CheckBox RATE_LIMIT{*this, "RATE_LIMIT"};
-  TextBox RATE_LIMITText{*this, "RATE_LIMITText"};
-  CheckBox LOW_FLOW_OUTPUT_CUT{*this, "LOW_FLOW_OUTPUT_CUT"};
-  TextBox LOW_FLOW_OUTPUT_CUTText{*this, "LOW_FLOW_OUTPUT_CUTText"};
-  CheckBox ZERO{*this, "ZERO"};
-  TextBox ZEROText{*this, "ZEROText"};
-  CheckBox SPAN{*this, "SPAN"};
-  TextBox SPANText{*this, "SPANText"};
-  CheckBox CALORIE_FULL_SCALE1{*this, "CALORIE_FULL_SCALE1"};
-  TextBox CALORIE_FULL_SCALE1Text{*this, "CALORIE_FULL_SCALE1Text"};
-  CheckBox CALORIE_FULL_SCALE2{*this, "CALORIE_FULL_SCALE2"};
-  TextBox CALORIE_FULL_SCALE2Text{*this, "CALORIE_FULL_SCALE2Text"};
-
-  // Units of the measured value: 7 and 6 full scales, 8 rate limit, 9 cut off, 12 zero. Percent: 0
-  // hysteresis, 1 and 2 output limits, 3 span.
-  ControlArray<Label> Label2{*this, "Label2", {0, 1, 2, 3, 6, 7, 8, 9, 12}};
-  // Seconds: burnout, rate limit, damping.
-  ControlArray<Label> Label3{*this, "Label3", Indexes(3)};
-  ControlArray<Label> HRangelbl{*this, "HRangelbl", Indexes(2)};
+  NumberEntry DAMPINGText{*this,     fields_,       RangeRow("damping"),
+                          "DAMPING", "DAMPINGText", LabelName{"Label3", 2}};
+  ListEntry cmbKind{*this, fields_, RangeRow("kind"), "chkKind", "cmbKind"};
+  ListEntry TypeCheckCombo{*this, fields_, RangeRow("type"), "TypeCheck", "TypeCheckCombo"};
+  NumberEntry FULL_SCALE1Text{*this,         fields_,           RangeRow("full_scale_1"),
+                              "FULL_SCALE1", "FULL_SCALE1Text", LabelName{"Label2", 7}};
+  NumberEntry FULL_SCALE2Text{*this,         fields_,           RangeRow("full_scale_2"),
+                              "FULL_SCALE2", "FULL_SCALE2Text", LabelName{"Label2", 6}};
+  NumberEntry HYSTERISISText{*this,        fields_,          RangeRow("hysteresis"),
+                             "HYSTERISIS", "HYSTERISISText", LabelName{"Label2", 0}};
+  NumberEntry OUTPUT_LIMIT_LowText{*this,
+                                   fields_,
+                                   RangeRow("output_limit_low"),
+                                   "OUTPUT_LIMIT_Low",
+                                   "OUTPUT_LIMIT_LowText",
+                                   LabelName{"Label2", 1}};
+  NumberEntry OUTPUT_LIMIT_HighText{*this,
+                                    fields_,
+                                    RangeRow("output_limit_high"),
+                                    "OUTPUT_LIMIT_High",
+                                    "OUTPUT_LIMIT_HighText",
+                                    LabelName{"Label2", 2}};
+  NumberEntry RATE_LIMIT_TIMERText{*this,
+                                   fields_,
+                                   RangeRow("rate_limit_timer"),
+                                   "RATE_LIMIT_TIMER",
+                                   "RATE_LIMIT_TIMERText",
+                                   LabelName{"Label3", 1}};
+  NumberEntry RATE_LIMITText{*this,        fields_,          RangeRow("rate_limit"),
+                             "RATE_LIMIT", "RATE_LIMITText", LabelName{"Label2", 8}};
+  NumberEntry LOW_FLOW_OUTPUT_CUTText{*this,
+                                      fields_,
+                                      RangeRow("cut_off"),
+                                      "LOW_FLOW_OUTPUT_CUT",
+                                      "LOW_FLOW_OUTPUT_CUTText",
+                                      LabelName{"Label2", 9}};
+  NumberEntry ZEROText{*this, fields_, RangeRow("zero"), "ZERO", "ZEROText", LabelName{"Label2", 12}};
+  NumberEntry SPANText{*this, fields_, RangeRow("span"), "SPAN", "SPANText", LabelName{"Label2", 3}};
+  NumberEntry CALORIE_FULL_SCALE1Text{*this,
+                                      fields_,
+                                      RangeRow("thermal_full_scale_1"),
+                                      "CALORIE_FULL_SCALE1",
+                                      "CALORIE_FULL_SCALE1Text",
+                                      LabelName{"HRangelbl", 0}};
+  NumberEntry CALORIE_FULL_SCALE2Text{*this,
+                                      fields_,
+                                      RangeRow("thermal_full_scale_2"),
+                                      "CALORIE_FULL_SCALE2",
+                                      "CALORIE_FULL_SCALE2Text",
+                                      LabelName{"HRangelbl", 1}};
 
  private:
-  std::vector<Field> Table();
   void ReadBlocks() override;
   void BuildLists() override;
   void FillUnits() override;

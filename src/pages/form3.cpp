@@ -23,24 +23,13 @@ Form3::Form3(App& app)
                                   .set_completed = 4003,
                                   .read_started = 4013,
                                   .read_completed = 4023},
+                        .unit = &TotalRow("unit"),
+                        .burnout = &TotalRow("burnout"),
+                        .burnout_timer = &TotalRow("burnout_timer"),
                         .channel = &SharedState::TotalChannel,
                         .unit_track = &SharedState::TotalUnitTrack}) {
-  column().SetFields(Table());
+  BindEntries();
   MODECombo.on_click = [this] { MODECombo_Click(); };
-}
-
-std::vector<Field> Form3::Table() {
-  return {
-      Bind(TotalRow("unit"), UNIT_SYSTEM, UNIT_SYSTEMCombo),
-      Bind(TotalRow("mode"), Mode, MODECombo),
-      Bind(TotalRow("rate"), ConstantCheck, ConstantCheckText, &Label2(10)),
-      Bind(TotalRow("preset"), F_TOTAL_PRESET, F_TOTAL_PRESETText, &Label2(1)),
-      Bind(TotalRow("pulse_width"), PULSE_WIDTH_1, PULSE_WIDTH_1Combo),
-      Bind(TotalRow("burnout"), OUTPUT_BURNOUT, OUTPUT_BURNOUTCombo),
-      Bind(TotalRow("burnout_timer"), BURNOUT_TIMER, BURNOUT_TIMERText, &Label3(0)),
-      Bind(TotalRow("thermal_rate"), H_TOTAL_ConstantCheck, H_TOTAL_ConstantText, &HSekisanlbl(0)),
-      Bind(TotalRow("thermal_preset"), C_TOTAL_PRESETCheck, C_TOTAL_PRESETText, &HSekisanlbl(1)),
-  };
 }
 
 void Form3::BuildLists() {
@@ -61,19 +50,22 @@ void Form3::Form_Activate() {
   MODECombo_Click();
 }
 
-void Form3::C03_SEKISAN_FrmInit() { SetChannelCaptions({{&UNIT_SYSTEM, 4660}, {&Label2(0), 80}}); }
+void Form3::C03_SEKISAN_FrmInit() {
+  SetChannelCaptions({{&UNIT_SYSTEMCombo.box, 4660}, {&PulseWidthUnit, 80}});
+}
 
 std::vector<CheckBox*> Form3::Boxes() {
-  std::vector<CheckBox*> boxes = {&Mode,           &UNIT_SYSTEM,   &ConstantCheck, &F_TOTAL_PRESET,
-                                  &OUTPUT_BURNOUT, &BURNOUT_TIMER, &PULSE_WIDTH_1};
-  if (HasHeat(app().state)) boxes.insert(boxes.end(), {&H_TOTAL_ConstantCheck, &C_TOTAL_PRESETCheck});
+  std::vector<CheckBox*> boxes = {&MODECombo.box,          &UNIT_SYSTEMCombo.box,    &ConstantCheckText.box,
+                                  &F_TOTAL_PRESETText.box, &OUTPUT_BURNOUTCombo.box, &BURNOUT_TIMERText.box,
+                                  &PULSE_WIDTH_1Combo.box};
+  if (HasHeat(app().state)) boxes.insert(boxes.end(), {&H_TOTAL_ConstantText.box, &C_TOTAL_PRESETText.box});
   return boxes;
 }
 
 void Form3::All_OnOff(int value) {
   if (!HasHeat(app().state)) {
-    H_TOTAL_ConstantCheck.SetValue(0);
-    C_TOTAL_PRESETCheck.SetValue(0);
+    H_TOTAL_ConstantText.box.SetValue(0);
+    C_TOTAL_PRESETText.box.SetValue(0);
   }
   ChannelPage::All_OnOff(value);
 }
@@ -126,12 +118,13 @@ void Form3::MODECombo_Click() {
   };
   const bool stopped = MODECombo.ListIndex() == kStopped;
   // The unit stands in its own list and has no label beside it.
-  Depend(UNIT_SYSTEM, UNIT_SYSTEMCombo, stopped);
-  for (const Row& row : {Row{&ConstantCheck, &ConstantCheckText, &Label2(10), false},
-                         Row{&F_TOTAL_PRESET, &F_TOTAL_PRESETText, &Label2(1), false},
-                         Row{&PULSE_WIDTH_1, &PULSE_WIDTH_1Combo, &Label2(0), false},
-                         Row{&H_TOTAL_ConstantCheck, &H_TOTAL_ConstantText, &HSekisanlbl(0), true},
-                         Row{&C_TOTAL_PRESETCheck, &C_TOTAL_PRESETText, &HSekisanlbl(1), true}}) {
+  Depend(UNIT_SYSTEMCombo.box, UNIT_SYSTEMCombo, stopped);
+  for (const Row& row :
+       {Row{&ConstantCheckText.box, &ConstantCheckText, &*ConstantCheckText.unit, false},
+        Row{&F_TOTAL_PRESETText.box, &F_TOTAL_PRESETText, &*F_TOTAL_PRESETText.unit, false},
+        Row{&PULSE_WIDTH_1Combo.box, &PULSE_WIDTH_1Combo, &PulseWidthUnit, false},
+        Row{&H_TOTAL_ConstantText.box, &H_TOTAL_ConstantText, &*H_TOTAL_ConstantText.unit, true},
+        Row{&C_TOTAL_PRESETText.box, &C_TOTAL_PRESETText, &*C_TOTAL_PRESETText.unit, true}}) {
     const bool on = stopped && (!row.heat || HasHeat(app().state));
     Depend(*row.box, *row.entry, on);
     row.label->SetEnabled(on);

@@ -2,6 +2,7 @@
 // Total: the totalizer of a channel, and rate and preset of the heat totalizer.
 #pragma once
 
+#include "meter/total_table.h"
 #include "pages/channel_page.h"
 
 namespace vlt {
@@ -21,27 +22,30 @@ class Form3 : public ChannelPage {
   // Fills the unit list for the unit system in force.
   void SubGetUnitForm3();
 
-  CheckBox Mode{*this, "Mode"};
-  ComboBox MODECombo{*this, "MODECombo"};
+  ListEntry MODECombo{*this, fields_, TotalRow("mode"), "Mode", "MODECombo"};
   // The total rate, the quantity of one pulse.
-  CheckBox ConstantCheck{*this, "ConstantCheck"};
-  TextBox ConstantCheckText{*this, "ConstantCheckText"};
-  CheckBox F_TOTAL_PRESET{*this, "F_TOTAL_PRESET"};
-  TextBox F_TOTAL_PRESETText{*this, "F_TOTAL_PRESETText"};
-  CheckBox PULSE_WIDTH_1{*this, "PULSE_WIDTH_1"};
-  ComboBox PULSE_WIDTH_1Combo{*this, "PULSE_WIDTH_1Combo"};
-  CheckBox H_TOTAL_ConstantCheck{*this, "H_TOTAL_ConstantCheck"};
-  TextBox H_TOTAL_ConstantText{*this, "H_TOTAL_ConstantText"};
-  CheckBox C_TOTAL_PRESETCheck{*this, "C_TOTAL_PRESETCheck"};
-  TextBox C_TOTAL_PRESETText{*this, "C_TOTAL_PRESETText"};
+  NumberEntry ConstantCheckText{
+      *this, fields_, TotalRow("rate"), "ConstantCheck", "ConstantCheckText", LabelName{"Label2", 10}};
+  NumberEntry F_TOTAL_PRESETText{
+      *this, fields_, TotalRow("preset"), "F_TOTAL_PRESET", "F_TOTAL_PRESETText", LabelName{"Label2", 1}};
+  ListEntry PULSE_WIDTH_1Combo{*this, fields_, TotalRow("pulse_width"), "PULSE_WIDTH_1",
+                               "PULSE_WIDTH_1Combo"};
+  NumberEntry H_TOTAL_ConstantText{*this,
+                                   fields_,
+                                   TotalRow("thermal_rate"),
+                                   "H_TOTAL_ConstantCheck",
+                                   "H_TOTAL_ConstantText",
+                                   LabelName{"HSekisanlbl", 0}};
+  NumberEntry C_TOTAL_PRESETText{*this,
+                                 fields_,
+                                 TotalRow("thermal_preset"),
+                                 "C_TOTAL_PRESETCheck",
+                                 "C_TOTAL_PRESETText",
+                                 LabelName{"HSekisanlbl", 1}};
 
-  // Units: 10 total rate, 1 total preset; milliseconds: 0 pulse width.
-  ControlArray<Label> Label2{*this, "Label2", {0, 1, 10}};
-  ControlArray<Label> Label3{*this, "Label3", Indexes(1)};
-  ControlArray<Label> HSekisanlbl{*this, "HSekisanlbl", Indexes(2)};
+  Label PulseWidthUnit{*this, "Label2", 0};
 
  private:
-  std::vector<Field> Table();
   std::vector<CheckBox*> Boxes() override;
   void ReadBlocks() override;
   void BuildLists() override;

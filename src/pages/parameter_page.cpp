@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pages/parameter_page.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
 #include "resources/text_ids_origin.h"
@@ -20,6 +23,12 @@ ParameterPage::ParameterPage(App& app, std::string name, const Texts& texts)
              .read_completed = texts.read_completed,
              .not_set = texts.not_set},
             *this);
+}
+
+void ParameterPage::BindEntries() {
+  std::sort(fields_.begin(), fields_.end(),
+            [](const Field& a, const Field& b) { return a.parameter < b.parameter; });
+  column().SetFields(std::exchange(fields_, {}));
 }
 
 ParameterColumn& ParameterPage::AddColumn(const ColumnParts& parts, ColumnRules& rules) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "pages/entry.h"
 #include "pages/page.h"
 #include "pages/parameter_column.h"
 
@@ -46,6 +47,9 @@ class ParameterPage : public PageForm, public ColumnRules {
 
   // The page's own column.
   using ColumnRules::column;
+  // The page's entries become the fields of its own column, in the order of the catalogue. Called by the
+  // constructor of the page when they are there.
+  void BindEntries();
   // One more, whose rules and controls live as long as the page. Called by its constructor.
   ParameterColumn& AddColumn(const ColumnParts& parts, ColumnRules& rules);
 
@@ -64,6 +68,8 @@ class ParameterPage : public PageForm, public ColumnRules {
   void SetPageCaptions(const std::vector<CaptionRow>& own);
   // A list in the page's font.
   void FillList(ComboBox& list, const std::vector<std::string>& items);
+
+  Fields fields_;  // that entries put down, until BindEntries
 
  private:
   Texts texts_;
