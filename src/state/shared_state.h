@@ -65,7 +65,7 @@ struct SharedState : ToldFacts {
   bool EventTiming = false;
   int CharGapMs = 0;  // silence between two frames, computed when the port opens
   bool PortIsOpen = false;
-  std::string LastErrorText;    // why the last transfer failed; cleared by every SendReceive
+  std::string LastErrorText;    // ExchangeReport::text of the last exchange, for the status line alone
   std::string PortFaultReason;  // why the port could not be opened, for the status line
   // What the port was opened with last. The settings above may have changed since.
   int OpenedPort = 0;

@@ -8,9 +8,10 @@
 #include "meter/catalogue.h"
 #include "meter/details_table.h"
 #include "meter/display_table.h"
+#include "meter/facts.h"
 #include "meter/heat_table.h"
 #include "meter/maintenance_table.h"
-#include "meter/facts.h"
+#include "meter/offered_codes.h"
 #include "meter/process_table.h"
 #include "meter/range_table.h"
 #include "meter/snapshot_file.h"
@@ -184,6 +185,12 @@ TEST(Catalogue, AnotherModelIsAnotherRow) {
     EXPECT_FALSE(IsOutput(*place.row) && place.index == 3) << place.row->name;
   }
   EXPECT_TRUE(ExistsIn(RangeRow("full_scale_1"), facts, 2));
+  const struct {
+    const Parameter& row;
+    int last;  // of codes without heat
+  } offers[] = {{StatusRow("function"), 9}, {DisplayRow("item_1"), 6}, {SystemRow("ao1_source"), 2}};
+  facts.PathMode = kTwoPathsMode;
+  for (const auto& c : offers) EXPECT_EQ(OfferedCodes({&c.row, 0}, facts).back(), c.last) << c.row.name;
   Snapshot snapshot;
   snapshot.facts = facts;
   for (const ParameterPlace& place : places) snapshot.rows.push_back({place, {}, "", "", "silent"});
