@@ -25,8 +25,7 @@ constexpr std::string_view kGroupsAsWritten[] = {"system", "process", "heat",   
 auto WritingKey(const ParameterPlace& place) {
   const ParameterGroup& group = GroupOf(*place.row);
   const auto at = std::find(std::begin(kGroupsAsWritten), std::end(kGroupsAsWritten), group.name);
-  const auto order = std::find(group.write_order.begin(), group.write_order.end(), place.row);
-  return std::tuple(at - std::begin(kGroupsAsWritten), place.index, order - group.write_order.begin());
+  return std::tuple(at - std::begin(kGroupsAsWritten), place.index, PlaceInWriting(*place.row));
 }
 
 // Another setting that the meter keeps of itself when it is asked by the pages.

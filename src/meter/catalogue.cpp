@@ -150,6 +150,13 @@ const Parameter* FindParameter(std::string_view name) {
   return nullptr;
 }
 
+std::ptrdiff_t PlaceInWriting(const Parameter& row) {
+  const ParameterGroup& group = GroupOf(row);
+  const auto at = std::find(group.write_order.begin(), group.write_order.end(), &row);
+  const auto place = at - group.write_order.begin();
+  return at != group.write_order.end() ? place : place + (&row - group.rows.data());
+}
+
 bool InCatalogueOrder(const ParameterPlace& a, const ParameterPlace& b) {
   const ParameterGroup* group_a = &GroupOf(*a.row);
   const ParameterGroup* group_b = &GroupOf(*b.row);

@@ -14,7 +14,7 @@
 
 namespace vlt {
 
-// Which rows of a group may be written, and in which order its page writes them.
+// In which order a page writes the rows of its group. A row that is not named comes after those that are.
 using WriteOrder = std::span<const Parameter* const>;
 
 struct ParameterGroup {
@@ -27,6 +27,8 @@ struct ParameterGroup {
 // In the order of the pages.
 std::span<const ParameterGroup> ParameterGroups();
 const ParameterGroup& GroupOf(const Parameter& row);
+// Where a row comes when its group is written: smaller numbers first, no two rows of a group alike.
+std::ptrdiff_t PlaceInWriting(const Parameter& row);
 
 // The row of a whole name ("process.outer_diameter"), or null.
 const Parameter* FindParameter(std::string_view name);

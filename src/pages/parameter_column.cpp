@@ -128,11 +128,12 @@ void ParameterColumn::SetFields(std::vector<Field> fields) {
   parts_.all.on_click = [this] { chkCheck_Click(); };
   fields_ = std::move(fields);
   for (const Field& field : fields_) Tie(field);
-  for (const Parameter* row : GroupOf(*fields_.front().parameter).write_order) {
-    for (const Field& field : fields_) {
-      if (field.parameter == row) as_written_.push_back(&field);
-    }
+  for (const Field& field : fields_) {
+    if (field.parameter->write != WriteWith::kNothing) as_written_.push_back(&field);
   }
+  std::stable_sort(as_written_.begin(), as_written_.end(), [](const Field* a, const Field* b) {
+    return PlaceInWriting(*a->parameter) < PlaceInWriting(*b->parameter);
+  });
 }
 
 void ParameterColumn::Tie(const Field& field) {
