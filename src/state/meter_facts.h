@@ -89,7 +89,7 @@ struct MeterFacts {
 
 // The same, and the words that values of this meter are told in.
 struct ToldFacts : MeterFacts {
-  int LangOffset = 0;     // 0 Japanese, 5000 English; added to every text id
+  int LangOffset = 0;  // 0 Japanese, 5000 English; added to every text id
   Language Spoken() const { return LanguageOf(LangOffset); }
   std::string ModelCode;  // hardware variant of the installation: "M627", "T305" or "K410"
 };

@@ -80,8 +80,7 @@ TEST_F(CompareWindow, StopEndsAReadingAndASending) {
   EXPECT_EQ(rows.optFilter(5).Caption(), "Sent (3)");
   int stored = 0;
   for (int at = 1; at < rows.grdRows.Rows(); ++at) {
-    stored +=
-        rows.grdRows.Cell(at, 5) == "equal" && rows.grdRows.Cell(at, 6).starts_with("stored") ? 1 : 0;
+    stored += rows.grdRows.Cell(at, 5) == "equal" && rows.grdRows.Cell(at, 6).starts_with("stored") ? 1 : 0;
   }
   EXPECT_EQ(stored, 2) << "what was proven is known without another reading";
   EXPECT_EQ(dialogs().TakeTexts().size(), 1u) << "a stop needs no box";

@@ -143,8 +143,9 @@ class Teller {
       widths += " " + shown(grid.ColumnWidth(at), shape ? shape->columns[static_cast<std::size_t>(at)] : 0);
     }
     Put("columns", widths.substr(1));
-    Put("size", shown(grid.Width(), shape ? shape->width : 0) + " x " + shown(grid.Height(), shape ? shape->height : 0) +
-                    (grid.IsDense() ? " dense" : "") + (grid.Follows() ? " follows" : ""));
+    Put("size", shown(grid.Width(), shape ? shape->width : 0) + " x " +
+                    shown(grid.Height(), shape ? shape->height : 0) + (grid.IsDense() ? " dense" : "") +
+                    (grid.Follows() ? " follows" : ""));
     if (grid.SelectedRow() > 0) Put("selected", std::to_string(grid.SelectedRow()));
     const std::string name = name_;
     for (int row = 0; row < grid.Rows(); ++row) {
