@@ -13,6 +13,9 @@ namespace vlt {
 // The fields that the entries of a page put down while it is made.
 using Fields = std::vector<Field>;
 
+// As the rows of one group stand in the catalogue.
+Fields InRowOrder(Fields fields);
+
 // The tick of an entry; a base, so that it is made before the entry.
 struct EntryTick {
   CheckBox box;

@@ -2,7 +2,6 @@
 #include "pages/form10.h"
 
 #include "meter/device_queries.h"
-#include "meter/process_table.h"
 #include "meter/quiet_query.h"
 #include "pages/parameter_column_guard.h"
 #include "resources/text_ids.h"
@@ -31,7 +30,8 @@ Form10::Form10(App& app)
                      .read_completed = 4021}),
       chooser_(app, ChannelSelect, &SharedState::ProcessChannel,
                [this](int index) { ChannelSelect_Click(index); }) {
-  column().SetFields(Table());
+  fields_.push_back(Bind(ProcessRow("sensor_spacing_2"), SENSOR_SPACINGText.box, SENSOR_SPACING2Text));
+  BindEntries();
   PIPE_MATERIALCombo.on_click = [this] { PIPE_MATERIALCombo_Click(); };
   KIND_OF_FLUIDCombo.on_click = [this] { KIND_OF_FLUIDCombo_Click(); };
   LINING_MATERIALCombo.on_click = [this] { LINING_MATERIALCombo_Click(); };
@@ -39,25 +39,6 @@ Form10::Form10(App& app)
   CmdBtnAdjust.on_click = [this] { AdjustZero(CmdBtnAdjust, kSetZero, text::kSetZeroQuestion); };
   AddColumn(Heat.Parts(), Heat);
   Heat.SetUp();
-}
-
-std::vector<Field> Form10::Table() {
-  return {
-      Bind(ProcessRow("sensor_type"), SENSOR_TYPE, SENSOR_TYPECombo),
-      Bind(ProcessRow("outer_diameter"), OUTER_DIAMETER, OUTER_DIAMETERText, &Label8(0)),
-      Bind(ProcessRow("pipe_material"), PIPE_MATERIAL, PIPE_MATERIALCombo),
-      Bind(ProcessRow("pipe_sound_velocity"), TRANS_FREQUENCY, TRANS_FREQUENCYText, &Label12(0)),
-      Bind(ProcessRow("wall_thickness"), WALL_THICKNESS, WALL_THICKNESSText, &Label8(1)),
-      Bind(ProcessRow("lining_material"), LINING_MATERIAL, LINING_MATERIALCombo),
-      Bind(ProcessRow("lining_sound_velocity"), LINING_S_V, LINING_S_VText, &Label1(0)),
-      Bind(ProcessRow("lining_thickness"), LINING_THICKNESS, LINING_THICKNESSText, &Label2(0)),
-      Bind(ProcessRow("fluid"), KIND_OF_FLUID, KIND_OF_FLUIDCombo),
-      Bind(ProcessRow("fluid_sound_velocity"), FLUID_S_V, FLUID_S_VText, &Label1(1)),
-      Bind(ProcessRow("viscosity"), VISCOSITY, VISCOSITYText, &Label3(0)),
-      Bind(ProcessRow("sensor_mount"), SENSOR_MOUNT, SENSOR_MOUNTCombo),
-      Bind(ProcessRow("sensor_spacing"), SENSOR_SPACINGCheck, SENSOR_SPACINGText, &Label5(0)),
-      Bind(ProcessRow("sensor_spacing_2"), SENSOR_SPACINGCheck, SENSOR_SPACING2Text),
-  };
 }
 
 // The page offers the two mounts that every sensor pair allows.
@@ -116,12 +97,14 @@ void Form10::C01_SECHI_FrmInit() {
                    {&Heat.chkCheckHeat, text::kSelectAll}});
 }
 
-bool Form10::Check_On() { return SENSOR_SPACINGCheck.Ticked() || column().IsAnyTicked(); }
+bool Form10::Check_On() { return SENSOR_SPACINGText.box.Ticked() || column().IsAnyTicked(); }
 
 std::vector<CheckBox*> Form10::Boxes() {
-  return {&SENSOR_SPACINGCheck, &OUTER_DIAMETER, &PIPE_MATERIAL,   &TRANS_FREQUENCY, &WALL_THICKNESS,
-          &KIND_OF_FLUID,       &FLUID_S_V,      &LINING_MATERIAL, &LINING_S_V,      &LINING_THICKNESS,
-          &VISCOSITY,           &SENSOR_MOUNT,   &SENSOR_TYPE};
+  return {&SENSOR_SPACINGText.box,   &OUTER_DIAMETERText.box,   &PIPE_MATERIALCombo.box,
+          &TRANS_FREQUENCYText.box,  &WALL_THICKNESSText.box,   &KIND_OF_FLUIDCombo.box,
+          &FLUID_S_VText.box,        &LINING_MATERIALCombo.box, &LINING_S_VText.box,
+          &LINING_THICKNESSText.box, &VISCOSITYText.box,        &SENSOR_MOUNTCombo.box,
+          &SENSOR_TYPECombo.box};
 }
 
 void Form10::ReadBlocks() {
@@ -134,16 +117,16 @@ void Form10::ChannelSelect_Click(int index) {
 }
 
 void Form10::PIPE_MATERIALCombo_Click() {
-  Depend(TRANS_FREQUENCY, TRANS_FREQUENCYText, PIPE_MATERIALCombo.ListIndex() == kOwnPipe);
+  Depend(TRANS_FREQUENCYText, PIPE_MATERIALCombo.ListIndex() == kOwnPipe);
 }
 
 void Form10::KIND_OF_FLUIDCombo_Click() {
-  Depend(FLUID_S_V, FLUID_S_VText, KIND_OF_FLUIDCombo.ListIndex() == kOwnFluid);
+  Depend(FLUID_S_VText, KIND_OF_FLUIDCombo.ListIndex() == kOwnFluid);
 }
 
 void Form10::LINING_MATERIALCombo_Click() {
-  Depend(LINING_THICKNESS, LINING_THICKNESSText, LINING_MATERIALCombo.ListIndex() != kNoLining);
-  Depend(LINING_S_V, LINING_S_VText, LINING_MATERIALCombo.ListIndex() == kOwnLining);
+  Depend(LINING_THICKNESSText, LINING_MATERIALCombo.ListIndex() != kNoLining);
+  Depend(LINING_S_VText, LINING_MATERIALCombo.ListIndex() == kOwnLining);
 }
 
 void Form10::AdjustZero(const PushButton& command, int value, int question) {

@@ -3,7 +3,9 @@
 // from them, and the zero adjustment. A tab of its own holds the heat calculation.
 #pragma once
 
+#include "meter/process_table.h"
 #include "pages/chooser.h"
+#include "pages/entry.h"
 #include "pages/heat_column.h"
 #include "pages/parameter_page.h"
 
@@ -32,45 +34,56 @@ class Form10 : public ParameterPage {
   PushButton CmdBtnClear{*this, "CmdBtnClear"};
   PushButton CmdBtnAdjust{*this, "CmdBtnAdjust"};
 
-  CheckBox OUTER_DIAMETER{*this, "OUTER_DIAMETER"};
-  TextBox OUTER_DIAMETERText{*this, "OUTER_DIAMETERText"};
-  ControlArray<Label> Label8{*this, "Label8", Indexes(2)};
-  CheckBox PIPE_MATERIAL{*this, "PIPE_MATERIAL"};
-  ComboBox PIPE_MATERIALCombo{*this, "PIPE_MATERIALCombo"};
+  NumberEntry OUTER_DIAMETERText{*this,
+                                 fields_,
+                                 ProcessRow("outer_diameter"),
+                                 "OUTER_DIAMETER",
+                                 "OUTER_DIAMETERText",
+                                 LabelName{"Label8", 0}};
+  ListEntry PIPE_MATERIALCombo{*this, fields_, ProcessRow("pipe_material"), "PIPE_MATERIAL",
+                               "PIPE_MATERIALCombo"};
   // The sound velocity of the pipe, whatever the name says.
-  CheckBox TRANS_FREQUENCY{*this, "TRANS_FREQUENCY"};
-  TextBox TRANS_FREQUENCYText{*this, "TRANS_FREQUENCYText"};
-  ControlArray<Label> Label12{*this, "Label12", Indexes(1)};
-  CheckBox WALL_THICKNESS{*this, "WALL_THICKNESS"};
-  TextBox WALL_THICKNESSText{*this, "WALL_THICKNESSText"};
-  CheckBox LINING_MATERIAL{*this, "LINING_MATERIAL"};
-  ComboBox LINING_MATERIALCombo{*this, "LINING_MATERIALCombo"};
-  CheckBox LINING_S_V{*this, "LINING_S_V"};
-  TextBox LINING_S_VText{*this, "LINING_S_VText"};
-  ControlArray<Label> Label1{*this, "Label1", Indexes(2)};
-  CheckBox LINING_THICKNESS{*this, "LINING_THICKNESS"};
-  TextBox LINING_THICKNESSText{*this, "LINING_THICKNESSText"};
-  ControlArray<Label> Label2{*this, "Label2", Indexes(1)};
-  CheckBox KIND_OF_FLUID{*this, "KIND_OF_FLUID"};
-  ComboBox KIND_OF_FLUIDCombo{*this, "KIND_OF_FLUIDCombo"};
-  CheckBox FLUID_S_V{*this, "FLUID_S_V"};
-  TextBox FLUID_S_VText{*this, "FLUID_S_VText"};
-  CheckBox VISCOSITY{*this, "VISCOSITY"};
-  TextBox VISCOSITYText{*this, "VISCOSITYText"};
-  ControlArray<Label> Label3{*this, "Label3", Indexes(1)};
-  CheckBox SENSOR_MOUNT{*this, "SENSOR_MOUNT"};
-  ComboBox SENSOR_MOUNTCombo{*this, "SENSOR_MOUNTCombo"};
-  CheckBox SENSOR_TYPE{*this, "SENSOR_TYPE"};
-  ComboBox SENSOR_TYPECombo{*this, "SENSOR_TYPECombo"};
-  CheckBox SENSOR_SPACINGCheck{*this, "SENSOR_SPACINGCheck"};
-  TextBox SENSOR_SPACINGText{*this, "SENSOR_SPACINGText"};
-  ControlArray<Label> Label5{*this, "Label5", Indexes(1)};
+  NumberEntry TRANS_FREQUENCYText{*this,
+                                  fields_,
+                                  ProcessRow("pipe_sound_velocity"),
+                                  "TRANS_FREQUENCY",
+                                  "TRANS_FREQUENCYText",
+                                  LabelName{"Label12", 0}};
+  NumberEntry WALL_THICKNESSText{*this,
+                                 fields_,
+                                 ProcessRow("wall_thickness"),
+                                 "WALL_THICKNESS",
+                                 "WALL_THICKNESSText",
+                                 LabelName{"Label8", 1}};
+  ListEntry LINING_MATERIALCombo{*this, fields_, ProcessRow("lining_material"), "LINING_MATERIAL",
+                                 "LINING_MATERIALCombo"};
+  NumberEntry LINING_S_VText{*this,        fields_,          ProcessRow("lining_sound_velocity"),
+                             "LINING_S_V", "LINING_S_VText", LabelName{"Label1", 0}};
+  NumberEntry LINING_THICKNESSText{*this,
+                                   fields_,
+                                   ProcessRow("lining_thickness"),
+                                   "LINING_THICKNESS",
+                                   "LINING_THICKNESSText",
+                                   LabelName{"Label2", 0}};
+  ListEntry KIND_OF_FLUIDCombo{*this, fields_, ProcessRow("fluid"), "KIND_OF_FLUID", "KIND_OF_FLUIDCombo"};
+  NumberEntry FLUID_S_VText{*this,       fields_,         ProcessRow("fluid_sound_velocity"),
+                            "FLUID_S_V", "FLUID_S_VText", LabelName{"Label1", 1}};
+  NumberEntry VISCOSITYText{*this,       fields_,         ProcessRow("viscosity"),
+                            "VISCOSITY", "VISCOSITYText", LabelName{"Label3", 0}};
+  ListEntry SENSOR_MOUNTCombo{*this, fields_, ProcessRow("sensor_mount"), "SENSOR_MOUNT",
+                              "SENSOR_MOUNTCombo"};
+  ListEntry SENSOR_TYPECombo{*this, fields_, ProcessRow("sensor_type"), "SENSOR_TYPE", "SENSOR_TYPECombo"};
+  NumberEntry SENSOR_SPACINGText{*this,
+                                 fields_,
+                                 ProcessRow("sensor_spacing"),
+                                 "SENSOR_SPACINGCheck",
+                                 "SENSOR_SPACINGText",
+                                 LabelName{"Label5", 0}};
   TextBox SENSOR_SPACING2Text{*this, "SENSOR_SPACING2Text"};
 
   HeatColumn Heat{app(), *this};
 
  private:
-  std::vector<Field> Table();
   // True when the spacing or any enabled parameter is ticked.
   bool Check_On();
   bool AnythingSelected() override { return Check_On(); }

@@ -10,7 +10,6 @@
 #include "meter/device_queries.h"
 #include "meter/offered_codes.h"
 #include "meter/settings_report.h"
-#include "meter/system_table.h"
 #include "meter/value_text.h"
 #include "resources/string_table.h"
 #include "resources/text_ids.h"
@@ -37,7 +36,8 @@ Form6::Form6(App& app)
                      .set_completed = text::kSettingOfSystemWasCompleted,
                      .read_started = 4017,
                      .read_completed = 4027}) {
-  column().SetFields(Table());
+  fields_.push_back(Bind(SystemRow("type"), CONTROL_BOARDText.box, txtType));
+  BindEntries();
   for (TextBox* box : {&IDNUM_CONFIGText, &SPEC_Text}) {
     box->on_lost_focus = [this, box] { CheckFourDigits(*box); };
   }
@@ -50,22 +50,6 @@ Form6::Form6(App& app)
   cmdStopReadAll.on_click = [this] { cmdStopReadAll_Click(); };
   FileName.SetLocked(true);
   cmdStopReadAll.SetEnabled(false);
-}
-
-std::vector<Field> Form6::Table() {
-  return {
-      Bind(SystemRow("unit"), UNIT_SYSTEM, UNIT_SYSTEMCombo),
-      Bind(SystemRow("language"), LANGUAGE, LANGUAGECombo),
-      Bind(SystemRow("id_number"), IDNUM_CONFIGCheck, IDNUM_CONFIGText),
-      Bind(SystemRow("specification"), SPEC, SPEC_Text),
-      Bind(SystemRow("version"), chkVersionInfo, CONTROL_BOARDText),
-      Bind(SystemRow("type"), chkVersionInfo, txtType),
-      Bind(SystemRow("operation_mode"), SYSTEM_MODECheck, SYSTEM_MODECombo),
-      Bind(SystemRow("measurement_mode"), MEASUREMENT_MODECheck, MEASUREMENT_MODECombo),
-      Bind(SystemRow("calculation"), CALCULATIONCheck, CALCULATIONCombo),
-      Bind(SystemRow("ao1_source"), A01_OUT_SOURCE, A01_OUT_SOURCECombo),
-      Bind(SystemRow("ao2_source"), A02_OUT_SOURCE, A02_OUT_SOURCECombo),
-  };
 }
 
 // --- life of the page --------------------------------------------------------------------------------------
@@ -109,7 +93,7 @@ bool Form6::AnythingSelected() { return IsAnyChecked(*this); }
 
 std::vector<CheckBox*> Form6::Boxes() {
   std::vector<CheckBox*> boxes = column().DistinctBoxes();
-  std::erase(boxes, &SPEC);
+  std::erase(boxes, &SPEC_Text.box);
   boxes.push_back(&Read_All_Set_Data);
   return boxes;
 }
@@ -117,34 +101,34 @@ std::vector<CheckBox*> Form6::Boxes() {
 void Form6::All_OnOff(int value) {
   // A new specification costs the meter's memory: in passing it is ticked by the factory alone, and what was
   // ticked before is cleared for everybody else.
-  SPEC.SetValue(value == 1 && app().state.UserInfo == kFactoryUser ? 1 : 0);
+  SPEC_Text.box.SetValue(value == 1 && app().state.UserInfo == kFactoryUser ? 1 : 0);
   column().TickAll(value);
 }
 
 void Form6::Text_Box_Enable() {
   ColumnRules::Text_Box_Enable();
-  SPEC_Text.SetEnabled(SPEC.Ticked());
+  SPEC_Text.SetEnabled(SPEC_Text.box.Ticked());
 }
 
 void Form6::BoxClicked(CheckBox& box) {
-  if (&box == &MEASUREMENT_MODECheck) return MEASUREMENT_MODECheck_Click();
+  if (&box == &MEASUREMENT_MODECombo.box) return MEASUREMENT_MODECheck_Click();
   column().FollowBox(box);
 }
 
 void Form6::MEASUREMENT_MODECheck_Click() {
-  column().FollowBox(MEASUREMENT_MODECheck);
-  if (MEASUREMENT_MODECheck.Ticked()) {
+  column().FollowBox(MEASUREMENT_MODECombo.box);
+  if (MEASUREMENT_MODECombo.box.Ticked()) {
     MEASUREMENT_MODECombo_Click();
   } else {
-    CALCULATIONCheck.SetValue(0);
-    Depend(CALCULATIONCheck, CALCULATIONCombo, false);
+    CALCULATIONCombo.box.SetValue(0);
+    Depend(CALCULATIONCombo, false);
   }
 }
 
 void Form6::MEASUREMENT_MODECombo_Click() {
   const int mode = MEASUREMENT_MODECombo.ListIndex();
   const bool two_pipes = mode < 0 ? config_ == ChannelConfig::kTwoPipes : mode == kTwoPipes;
-  Depend(CALCULATIONCheck, CALCULATIONCombo, two_pipes && !IsSingleChannel(app().state));
+  Depend(CALCULATIONCombo, two_pipes && !IsSingleChannel(app().state));
   RebuildOutSourceLists();
 }
 
@@ -200,11 +184,11 @@ void Form6::ReadBlocks() {
   config_ = AskChannelConfig(app());
   EnableMeasureSetup();
   RebuildOutSourceLists();
-  if (UNIT_SYSTEM.Ticked() || LANGUAGE.Ticked() || IDNUM_CONFIGCheck.Ticked()) {
+  if (UNIT_SYSTEMCombo.box.Ticked() || LANGUAGECombo.box.Ticked() || IDNUM_CONFIGText.box.Ticked()) {
     column().ReadBlock(kDeviceBlock);
   }
-  if (SPEC.Ticked()) column().ReadBlock(kSpecificationBlock);
-  if (chkVersionInfo.Ticked()) {
+  if (SPEC_Text.box.Ticked()) column().ReadBlock(kSpecificationBlock);
+  if (CONTROL_BOARDText.box.Ticked()) {
     column().ReadBlock(kVersionBlock);
     column().ReadBlock(kTypeBlock);
   }
@@ -216,11 +200,11 @@ void Form6::ReadMeasureSetup() {
   const struct {
     const CheckBox& box;
     const Block& block;
-  } kReads[] = {{SYSTEM_MODECheck, kOperationModeBlock},
-                {MEASUREMENT_MODECheck, kMeasurementModeBlock},
-                {CALCULATIONCheck, kCalculationBlock},
-                {A01_OUT_SOURCE, kFirstSourceBlock},
-                {A02_OUT_SOURCE, kSecondSourceBlock}};
+  } kReads[] = {{SYSTEM_MODECombo.box, kOperationModeBlock},
+                {MEASUREMENT_MODECombo.box, kMeasurementModeBlock},
+                {CALCULATIONCombo.box, kCalculationBlock},
+                {A01_OUT_SOURCECombo.box, kFirstSourceBlock},
+                {A02_OUT_SOURCECombo.box, kSecondSourceBlock}};
   for (const auto& read : kReads) {
     if (read.box.Enabled() && read.box.Ticked()) column().ReadBlock(read.block);
   }
@@ -258,7 +242,7 @@ void Form6::LanguageWasRead(int language) {
 bool Form6::MaySet() {
   specification_changed_ = false;
   if (!GoesOnWithoutSources()) return false;
-  if (!SPEC.Ticked() || Trim(SPEC_Text.Text()).empty()) return true;
+  if (!SPEC_Text.box.Ticked() || Trim(SPEC_Text.Text()).empty()) return true;
   return app().AskYesNo(
       app().Text(text::kSpecificationWarning) + "\n" + app().Text(text::kSpecificationQuestion),
       MessageIcon::kQuestion);

@@ -10,6 +10,8 @@
 
 #include "meter/quiet_query.h"
 #include "meter/read_all.h"
+#include "meter/system_table.h"
+#include "pages/entry.h"
 #include "pages/parameter_page.h"
 
 namespace vlt {
@@ -33,29 +35,25 @@ class Form6 : public ParameterPage {
   // The report's name can be given while it is being read.
   bool StaysUsable(const Control& control) const override { return &control == &Save_As; }
 
-  CheckBox UNIT_SYSTEM{*this, "UNIT_SYSTEM"};
-  ComboBox UNIT_SYSTEMCombo{*this, "UNIT_SYSTEMCombo"};
-  CheckBox LANGUAGE{*this, "LANGUAGE"};
-  ComboBox LANGUAGECombo{*this, "LANGUAGECombo"};
-  CheckBox IDNUM_CONFIGCheck{*this, "IDNUM_CONFIGCheck"};
-  TextBox IDNUM_CONFIGText{*this, "IDNUM_CONFIGText"};
-  CheckBox SPEC{*this, "SPEC"};
-  TextBox SPEC_Text{*this, "SPEC_Text"};
-  CheckBox chkVersionInfo{*this, "chkVersionInfo"};
-  TextBox CONTROL_BOARDText{*this, "CONTROL_BOARDText"};
+  ListEntry UNIT_SYSTEMCombo{*this, fields_, SystemRow("unit"), "UNIT_SYSTEM", "UNIT_SYSTEMCombo"};
+  ListEntry LANGUAGECombo{*this, fields_, SystemRow("language"), "LANGUAGE", "LANGUAGECombo"};
+  NumberEntry IDNUM_CONFIGText{*this, fields_, SystemRow("id_number"), "IDNUM_CONFIGCheck",
+                               "IDNUM_CONFIGText"};
+  NumberEntry SPEC_Text{*this, fields_, SystemRow("specification"), "SPEC", "SPEC_Text"};
+  NumberEntry CONTROL_BOARDText{*this, fields_, SystemRow("version"), "chkVersionInfo", "CONTROL_BOARDText"};
   TextBox txtType{*this, "txtType"};
-  CheckBox SYSTEM_MODECheck{*this, "SYSTEM_MODECheck"};
-  ComboBox SYSTEM_MODECombo{*this, "SYSTEM_MODECombo"};
+  ListEntry SYSTEM_MODECombo{*this, fields_, SystemRow("operation_mode"), "SYSTEM_MODECheck",
+                             "SYSTEM_MODECombo"};
 
   FrameBox Frame8{*this, "Frame8"};  // measure setup
-  CheckBox MEASUREMENT_MODECheck{*this, "MEASUREMENT_MODECheck"};
-  ComboBox MEASUREMENT_MODECombo{*this, "MEASUREMENT_MODECombo"};
-  CheckBox CALCULATIONCheck{*this, "CALCULATIONCheck"};
-  ComboBox CALCULATIONCombo{*this, "CALCULATIONCombo"};
-  CheckBox A01_OUT_SOURCE{*this, "A01_OUT_SOURCE"};
-  ComboBox A01_OUT_SOURCECombo{*this, "A01_OUT_SOURCECombo"};
-  CheckBox A02_OUT_SOURCE{*this, "A02_OUT_SOURCE"};
-  ComboBox A02_OUT_SOURCECombo{*this, "A02_OUT_SOURCECombo"};
+  ListEntry MEASUREMENT_MODECombo{*this, fields_, SystemRow("measurement_mode"), "MEASUREMENT_MODECheck",
+                                  "MEASUREMENT_MODECombo"};
+  ListEntry CALCULATIONCombo{*this, fields_, SystemRow("calculation"), "CALCULATIONCheck",
+                             "CALCULATIONCombo"};
+  ListEntry A01_OUT_SOURCECombo{*this, fields_, SystemRow("ao1_source"), "A01_OUT_SOURCE",
+                                "A01_OUT_SOURCECombo"};
+  ListEntry A02_OUT_SOURCECombo{*this, fields_, SystemRow("ao2_source"), "A02_OUT_SOURCE",
+                                "A02_OUT_SOURCECombo"};
 
   FrameBox FrameMemory{*this, "FrameMemory"};
   PushButton CommandMemoryInit{*this, "CommandMemoryInit"};
@@ -68,7 +66,6 @@ class Form6 : public ParameterPage {
   Timer tmrSaveAs{*this, "tmrSaveAs"};  // waits for the end of what Save_As was pressed in
 
  private:
-  std::vector<Field> Table();
   MeterFacts FactsOfList(const Field& field) override;
   // What is known of the meter, had it this measurement mode.
   MeterFacts FactsInMode(int mode) const;

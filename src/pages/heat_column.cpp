@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pages/heat_column.h"
 
+#include <utility>
+
 #include "meter/device_queries.h"
-#include "meter/heat_table.h"
 #include "resources/text_ids.h"
 
 namespace vlt {
@@ -34,7 +35,7 @@ ColumnParts HeatColumn::Parts() {
 }
 
 void HeatColumn::SetUp() {
-  column().SetFields(Table());
+  column().SetFields(InRowOrder(std::exchange(fields_, {})));
   ReadParameterHeat.on_click = [this] { ReadParameterHeat_Click(); };
   SetParameterHeat.on_click = [this] { SetParameterHeat_Click(); };
   SaveParameterHeat.on_click = [this] { SaveParameterHeat_Click(); };
@@ -44,56 +45,29 @@ void HeatColumn::SetUp() {
   RETURNER_TEMPERATURECombo.on_click = [this] { RETURNER_TEMPERATURECombo_Click(); };
 }
 
-std::vector<Field> HeatColumn::Table() {
-  return {
-      Bind(HeatRow("temperature_unit"), TEMPERATURECheck, TEMPERATURECombo),
-      Bind(HeatRow("flow_unit"), HEAT_FLOW_RATECheck, HEAT_FLOW_RATECombo),
-      Bind(HeatRow("total_unit"), HEAT_FLOW_RATE_SekisanCheck, HEAT_FLOW_RATE_SekisanCombo),
-      Bind(HeatRow("mode"), MODECheck, MODECombo),
-      Bind(HeatRow("operation"), RUNCheck, RUNCombo),
-      Bind(HeatRow("change_temperature"), SWITCH_TEMPERATURECheck, SWITCH_TEMPERATUREText, &lblTemp(0)),
-      Bind(HeatRow("hysteresis"), HYSTERESISCheck, HYSTERESISText, &lblTemp(1)),
-      Bind(HeatRow("heating_coefficient"), HTEMPCONVCheck, HTEMPCONVText),
-      Bind(HeatRow("cooling_coefficient"), CTEMPCONVCheck, CTEMPCONVText),
-      Bind(HeatRow("supply_source"), SUPPLY_TEMPERATURECheck, SUPPLY_TEMPERATURECombo),
-      Bind(HeatRow("supply_temperature"), SET_UP_SUPPLY_TEMPERATURECheck, SET_UP_SUPPLY_TEMPERATUREText,
-           &lblTemp(2)),
-      Bind(HeatRow("return_source"), RETURNER_TEMPERATURECheck, RETURNER_TEMPERATURECombo),
-      Bind(HeatRow("return_temperature"), SET_UP_RETURNER_TEMPERATURECheck, SET_UP_RETURNER_TEMPERATUREText,
-           &lblTemp(3)),
-      Bind(HeatRow("input_signal"), TEMPERATURE_INPUT_SIGNALCheck, TEMPERATURE_INPUT_SIGNALCombo),
-      Bind(HeatRow("supply_zero"), SUPPLY_TEMP_ZEROCheck, SUPPLY_TEMP_ZEROText, &lblTemp(4)),
-      Bind(HeatRow("supply_span"), SUPPLY_TEMP_SPANCheck, SUPPLY_TEMP_SPANText, &lblPer(0)),
-      Bind(HeatRow("return_zero"), RETURNER_TEMP_ZEROCheck, RETURNER_TEMP_ZEROText, &lblTemp(5)),
-      Bind(HeatRow("return_span"), RETURNER_TEMP_SPANCheck, RETURNER_TEMP_SPANText, &lblPer(1)),
-      Bind(HeatRow("supply_damping"), SUPPLY_TEMP_FILTERCheck, SUPPLY_TEMP_FILTERText, &lblSec(0)),
-      Bind(HeatRow("return_damping"), RETURNER_TEMP_FILTERCheck, RETURNER_TEMP_FILTERText, &lblSec(1)),
-  };
-}
-
-bool HeatColumn::Check_On_Heat() { return TEMPERATURECheck.Ticked() || column().IsAnyTicked(); }
+bool HeatColumn::Check_On_Heat() { return TEMPERATURECombo.box.Ticked() || column().IsAnyTicked(); }
 
 std::vector<CheckBox*> HeatColumn::Boxes() {
-  return {&TEMPERATURECheck,
-          &HEAT_FLOW_RATECheck,
-          &HEAT_FLOW_RATE_SekisanCheck,
-          &MODECheck,
-          &RUNCheck,
-          &SWITCH_TEMPERATURECheck,
-          &HYSTERESISCheck,
-          &HTEMPCONVCheck,
-          &CTEMPCONVCheck,
-          &SUPPLY_TEMPERATURECheck,
-          &SET_UP_SUPPLY_TEMPERATURECheck,
-          &RETURNER_TEMPERATURECheck,
-          &TEMPERATURE_INPUT_SIGNALCheck,
-          &SUPPLY_TEMP_ZEROCheck,
-          &SUPPLY_TEMP_SPANCheck,
-          &SUPPLY_TEMP_FILTERCheck,
-          &RETURNER_TEMP_ZEROCheck,
-          &RETURNER_TEMP_SPANCheck,
-          &RETURNER_TEMP_FILTERCheck,
-          &SET_UP_RETURNER_TEMPERATURECheck};
+  return {&TEMPERATURECombo.box,
+          &HEAT_FLOW_RATECombo.box,
+          &HEAT_FLOW_RATE_SekisanCombo.box,
+          &MODECombo.box,
+          &RUNCombo.box,
+          &SWITCH_TEMPERATUREText.box,
+          &HYSTERESISText.box,
+          &HTEMPCONVText.box,
+          &CTEMPCONVText.box,
+          &SUPPLY_TEMPERATURECombo.box,
+          &SET_UP_SUPPLY_TEMPERATUREText.box,
+          &RETURNER_TEMPERATURECombo.box,
+          &TEMPERATURE_INPUT_SIGNALCombo.box,
+          &SUPPLY_TEMP_ZEROText.box,
+          &SUPPLY_TEMP_SPANText.box,
+          &SUPPLY_TEMP_FILTERText.box,
+          &RETURNER_TEMP_ZEROText.box,
+          &RETURNER_TEMP_SPANText.box,
+          &RETURNER_TEMP_FILTERText.box,
+          &SET_UP_RETURNER_TEMPERATUREText.box};
 }
 
 void HeatColumn::ReadBlocks() { column().ReadBlock(kHeatBlock); }
@@ -137,26 +111,26 @@ std::string HeatColumn::StatusName(const Field& field) {
 void HeatColumn::RUNCombo_Click() {
   const int run = RUNCombo.ListIndex();
   const bool both = run == kBoth || run == kUnknown;
-  Depend(CTEMPCONVCheck, CTEMPCONVText, both || run == kCooling);
-  Depend(HTEMPCONVCheck, HTEMPCONVText, both || run == kHeating);
-  Depend(SWITCH_TEMPERATURECheck, SWITCH_TEMPERATUREText, both);
-  Depend(HYSTERESISCheck, HYSTERESISText, both);
+  Depend(CTEMPCONVText, both || run == kCooling);
+  Depend(HTEMPCONVText, both || run == kHeating);
+  Depend(SWITCH_TEMPERATUREText, both);
+  Depend(HYSTERESISText, both);
 }
 
 void HeatColumn::SUPPLY_TEMPERATURECombo_Click() {
   const int source = SUPPLY_TEMPERATURECombo.ListIndex();
-  Depend(SUPPLY_TEMP_ZEROCheck, SUPPLY_TEMP_ZEROText, source != kFixed);
-  Depend(SUPPLY_TEMP_SPANCheck, SUPPLY_TEMP_SPANText, source != kFixed);
-  Depend(SUPPLY_TEMP_FILTERCheck, SUPPLY_TEMP_FILTERText, source != kFixed);
-  Depend(SET_UP_SUPPLY_TEMPERATURECheck, SET_UP_SUPPLY_TEMPERATUREText, source != kMeasured);
+  Depend(SUPPLY_TEMP_ZEROText, source != kFixed);
+  Depend(SUPPLY_TEMP_SPANText, source != kFixed);
+  Depend(SUPPLY_TEMP_FILTERText, source != kFixed);
+  Depend(SET_UP_SUPPLY_TEMPERATUREText, source != kMeasured);
 }
 
 void HeatColumn::RETURNER_TEMPERATURECombo_Click() {
   const int source = RETURNER_TEMPERATURECombo.ListIndex();
-  Depend(RETURNER_TEMP_ZEROCheck, RETURNER_TEMP_ZEROText, source != kFixed);
-  Depend(RETURNER_TEMP_SPANCheck, RETURNER_TEMP_SPANText, source != kFixed);
-  Depend(RETURNER_TEMP_FILTERCheck, RETURNER_TEMP_FILTERText, source != kFixed);
-  Depend(SET_UP_RETURNER_TEMPERATURECheck, SET_UP_RETURNER_TEMPERATUREText, source != kMeasured);
+  Depend(RETURNER_TEMP_ZEROText, source != kFixed);
+  Depend(RETURNER_TEMP_SPANText, source != kFixed);
+  Depend(RETURNER_TEMP_FILTERText, source != kFixed);
+  Depend(SET_UP_RETURNER_TEMPERATUREText, source != kMeasured);
 }
 
 }  // namespace vlt

@@ -3,6 +3,8 @@
 // which is read, set and saved apart from the installation.
 #pragma once
 
+#include "meter/heat_table.h"
+#include "pages/entry.h"
 #include "pages/parameter_column.h"
 
 namespace vlt {
@@ -29,6 +31,7 @@ class HeatColumn : public ColumnRules {
  private:
   App& app_;
   Form& page_;
+  Fields fields_;  // that entries put down, until SetUp
 
  public:
   CheckBox chkCheckHeat{page_, "chkCheckHeat"};
@@ -37,59 +40,86 @@ class HeatColumn : public ColumnRules {
   PushButton SaveParameterHeat{page_, "SaveParameterHeat"};
 
   // Units.
-  CheckBox TEMPERATURECheck{page_, "TEMPERATURECheck"};
-  ComboBox TEMPERATURECombo{page_, "TEMPERATURECombo"};
-  CheckBox HEAT_FLOW_RATECheck{page_, "HEAT_FLOW_RATECheck"};
-  ComboBox HEAT_FLOW_RATECombo{page_, "HEAT_FLOW_RATECombo"};
-  CheckBox HEAT_FLOW_RATE_SekisanCheck{page_, "HEAT_FLOW_RATE_SekisanCheck"};
-  ComboBox HEAT_FLOW_RATE_SekisanCombo{page_, "HEAT_FLOW_RATE_SekisanCombo"};
+  ListEntry TEMPERATURECombo{page_, fields_, HeatRow("temperature_unit"), "TEMPERATURECheck",
+                             "TEMPERATURECombo"};
+  ListEntry HEAT_FLOW_RATECombo{page_, fields_, HeatRow("flow_unit"), "HEAT_FLOW_RATECheck",
+                                "HEAT_FLOW_RATECombo"};
+  ListEntry HEAT_FLOW_RATE_SekisanCombo{page_, fields_, HeatRow("total_unit"), "HEAT_FLOW_RATE_SekisanCheck",
+                                        "HEAT_FLOW_RATE_SekisanCombo"};
 
   // What the plant does. Coefficients: C while it cools, H while it heats.
-  CheckBox MODECheck{page_, "MODECheck"};
-  ComboBox MODECombo{page_, "MODECombo"};
-  CheckBox RUNCheck{page_, "RUNCheck"};
-  ComboBox RUNCombo{page_, "RUNCombo"};
-  CheckBox CTEMPCONVCheck{page_, "CTEMPCONVCheck"};
-  TextBox CTEMPCONVText{page_, "CTEMPCONVText"};
-  CheckBox HTEMPCONVCheck{page_, "HTEMPCONVCheck"};
-  TextBox HTEMPCONVText{page_, "HTEMPCONVText"};
-  CheckBox SWITCH_TEMPERATURECheck{page_, "SWITCH_TEMPERATURECheck"};
-  TextBox SWITCH_TEMPERATUREText{page_, "SWITCH_TEMPERATUREText"};
-  CheckBox HYSTERESISCheck{page_, "HYSTERESISCheck"};
-  TextBox HYSTERESISText{page_, "HYSTERESISText"};
+  ListEntry MODECombo{page_, fields_, HeatRow("mode"), "MODECheck", "MODECombo"};
+  ListEntry RUNCombo{page_, fields_, HeatRow("operation"), "RUNCheck", "RUNCombo"};
+  NumberEntry CTEMPCONVText{page_, fields_, HeatRow("cooling_coefficient"), "CTEMPCONVCheck",
+                            "CTEMPCONVText"};
+  NumberEntry HTEMPCONVText{page_, fields_, HeatRow("heating_coefficient"), "HTEMPCONVCheck",
+                            "HTEMPCONVText"};
+  NumberEntry SWITCH_TEMPERATUREText{page_,
+                                     fields_,
+                                     HeatRow("change_temperature"),
+                                     "SWITCH_TEMPERATURECheck",
+                                     "SWITCH_TEMPERATUREText",
+                                     LabelName{"lblTemp", 0}};
+  NumberEntry HYSTERESISText{
+      page_, fields_, HeatRow("hysteresis"), "HYSTERESISCheck", "HYSTERESISText", LabelName{"lblTemp", 1}};
 
   // Supply and return: measured and calibrated, or a fixed setting.
-  CheckBox TEMPERATURE_INPUT_SIGNALCheck{page_, "TEMPERATURE_INPUT_SIGNALCheck"};
-  ComboBox TEMPERATURE_INPUT_SIGNALCombo{page_, "TEMPERATURE_INPUT_SIGNALCombo"};
-  CheckBox SUPPLY_TEMPERATURECheck{page_, "SUPPLY_TEMPERATURECheck"};
-  ComboBox SUPPLY_TEMPERATURECombo{page_, "SUPPLY_TEMPERATURECombo"};
-  CheckBox SET_UP_SUPPLY_TEMPERATURECheck{page_, "SET_UP_SUPPLY_TEMPERATURECheck"};
-  TextBox SET_UP_SUPPLY_TEMPERATUREText{page_, "SET_UP_SUPPLY_TEMPERATUREText"};
-  CheckBox SUPPLY_TEMP_ZEROCheck{page_, "SUPPLY_TEMP_ZEROCheck"};
-  TextBox SUPPLY_TEMP_ZEROText{page_, "SUPPLY_TEMP_ZEROText"};
-  CheckBox SUPPLY_TEMP_SPANCheck{page_, "SUPPLY_TEMP_SPANCheck"};
-  TextBox SUPPLY_TEMP_SPANText{page_, "SUPPLY_TEMP_SPANText"};
-  CheckBox SUPPLY_TEMP_FILTERCheck{page_, "SUPPLY_TEMP_FILTERCheck"};
-  TextBox SUPPLY_TEMP_FILTERText{page_, "SUPPLY_TEMP_FILTERText"};
-  CheckBox RETURNER_TEMPERATURECheck{page_, "RETURNER_TEMPERATURECheck"};
-  ComboBox RETURNER_TEMPERATURECombo{page_, "RETURNER_TEMPERATURECombo"};
-  CheckBox SET_UP_RETURNER_TEMPERATURECheck{page_, "SET_UP_RETURNER_TEMPERATURECheck"};
-  TextBox SET_UP_RETURNER_TEMPERATUREText{page_, "SET_UP_RETURNER_TEMPERATUREText"};
-  CheckBox RETURNER_TEMP_ZEROCheck{page_, "RETURNER_TEMP_ZEROCheck"};
-  TextBox RETURNER_TEMP_ZEROText{page_, "RETURNER_TEMP_ZEROText"};
-  CheckBox RETURNER_TEMP_SPANCheck{page_, "RETURNER_TEMP_SPANCheck"};
-  TextBox RETURNER_TEMP_SPANText{page_, "RETURNER_TEMP_SPANText"};
-  CheckBox RETURNER_TEMP_FILTERCheck{page_, "RETURNER_TEMP_FILTERCheck"};
-  TextBox RETURNER_TEMP_FILTERText{page_, "RETURNER_TEMP_FILTERText"};
-
-  // Of change, hysteresis, set supply, set return, supply zero, return zero.
-  ControlArray<Label> lblTemp{page_, "lblTemp", Indexes(6)};
-  // Of supply and return.
-  ControlArray<Label> lblPer{page_, "lblPer", Indexes(2)};
-  ControlArray<Label> lblSec{page_, "lblSec", Indexes(2)};
+  ListEntry TEMPERATURE_INPUT_SIGNALCombo{page_, fields_, HeatRow("input_signal"),
+                                          "TEMPERATURE_INPUT_SIGNALCheck", "TEMPERATURE_INPUT_SIGNALCombo"};
+  ListEntry SUPPLY_TEMPERATURECombo{page_, fields_, HeatRow("supply_source"), "SUPPLY_TEMPERATURECheck",
+                                    "SUPPLY_TEMPERATURECombo"};
+  NumberEntry SET_UP_SUPPLY_TEMPERATUREText{page_,
+                                            fields_,
+                                            HeatRow("supply_temperature"),
+                                            "SET_UP_SUPPLY_TEMPERATURECheck",
+                                            "SET_UP_SUPPLY_TEMPERATUREText",
+                                            LabelName{"lblTemp", 2}};
+  NumberEntry SUPPLY_TEMP_ZEROText{page_,
+                                   fields_,
+                                   HeatRow("supply_zero"),
+                                   "SUPPLY_TEMP_ZEROCheck",
+                                   "SUPPLY_TEMP_ZEROText",
+                                   LabelName{"lblTemp", 4}};
+  NumberEntry SUPPLY_TEMP_SPANText{page_,
+                                   fields_,
+                                   HeatRow("supply_span"),
+                                   "SUPPLY_TEMP_SPANCheck",
+                                   "SUPPLY_TEMP_SPANText",
+                                   LabelName{"lblPer", 0}};
+  NumberEntry SUPPLY_TEMP_FILTERText{page_,
+                                     fields_,
+                                     HeatRow("supply_damping"),
+                                     "SUPPLY_TEMP_FILTERCheck",
+                                     "SUPPLY_TEMP_FILTERText",
+                                     LabelName{"lblSec", 0}};
+  ListEntry RETURNER_TEMPERATURECombo{page_, fields_, HeatRow("return_source"), "RETURNER_TEMPERATURECheck",
+                                      "RETURNER_TEMPERATURECombo"};
+  NumberEntry SET_UP_RETURNER_TEMPERATUREText{page_,
+                                              fields_,
+                                              HeatRow("return_temperature"),
+                                              "SET_UP_RETURNER_TEMPERATURECheck",
+                                              "SET_UP_RETURNER_TEMPERATUREText",
+                                              LabelName{"lblTemp", 3}};
+  NumberEntry RETURNER_TEMP_ZEROText{page_,
+                                     fields_,
+                                     HeatRow("return_zero"),
+                                     "RETURNER_TEMP_ZEROCheck",
+                                     "RETURNER_TEMP_ZEROText",
+                                     LabelName{"lblTemp", 5}};
+  NumberEntry RETURNER_TEMP_SPANText{page_,
+                                     fields_,
+                                     HeatRow("return_span"),
+                                     "RETURNER_TEMP_SPANCheck",
+                                     "RETURNER_TEMP_SPANText",
+                                     LabelName{"lblPer", 1}};
+  NumberEntry RETURNER_TEMP_FILTERText{page_,
+                                       fields_,
+                                       HeatRow("return_damping"),
+                                       "RETURNER_TEMP_FILTERCheck",
+                                       "RETURNER_TEMP_FILTERText",
+                                       LabelName{"lblSec", 1}};
 
  private:
-  std::vector<Field> Table();
   bool AnythingSelected() override { return Check_On_Heat(); }
   std::vector<CheckBox*> Boxes() override;
   void All_OnOff(int value) override { All_OnOff_Netsuryou(value); }

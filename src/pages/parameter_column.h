@@ -241,5 +241,9 @@ void CheckNumber(App& app, TextBox& box);
 
 // Switches a dependent parameter: its box, and its entry while the box is ticked.
 void Depend(CheckBox& box, Control& entry, bool on);
+template <typename Entry>
+void Depend(Entry& entry, bool on) {
+  Depend(entry.box, entry, on);
+}
 
 }  // namespace vlt

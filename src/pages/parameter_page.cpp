@@ -25,11 +25,7 @@ ParameterPage::ParameterPage(App& app, std::string name, const Texts& texts)
             *this);
 }
 
-void ParameterPage::BindEntries() {
-  std::sort(fields_.begin(), fields_.end(),
-            [](const Field& a, const Field& b) { return a.parameter < b.parameter; });
-  column().SetFields(std::exchange(fields_, {}));
-}
+void ParameterPage::BindEntries() { column().SetFields(InRowOrder(std::exchange(fields_, {}))); }
 
 ParameterColumn& ParameterPage::AddColumn(const ColumnParts& parts, ColumnRules& rules) {
   columns_.push_back(std::make_unique<ParameterColumn>(app(), *this, parts, rules));

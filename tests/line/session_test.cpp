@@ -160,7 +160,7 @@ TEST_F(Session, EveryFrameFromSplashToZeroAdjustment) {
                             "01 03 01 00 00 01 85 F6",  // unit system
                             "01 04 00 80 00 03 B1 E3",  // sensor spacing
                         }));
-  EXPECT_EQ(page.Label8(0).Caption(), "[mm]");
+  EXPECT_EQ(page.OUTER_DIAMETERText.unit->Caption(), "[mm]");
   EXPECT_FALSE(page.OUTER_DIAMETERText.Text().empty());
 
   page.PIPE_MATERIALCombo.Choose(12);

@@ -106,7 +106,7 @@ TEST(Report, ItsNameIsAskedBehindWhatHoldsTheLine) {
   PageTest test(kTwoPipes);
   Form6& page = test.Open<Form6>("Form6");
   page.Read_All_Set_Data.Tick();
-  page.IDNUM_CONFIGCheck.Tick();
+  page.IDNUM_CONFIGText.box.Tick();
   page.IDNUM_CONFIGText.Type("5");
   bool pressed = false;
   test.app().frame->Status().Observe([&] {

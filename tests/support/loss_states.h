@@ -70,7 +70,7 @@ inline void OpenReport(App& app, const std::string& folder) {
 
 inline void SetDiameter(App& app) {
   auto& page = PageOf<Form10>(app, "Form10");
-  page.OUTER_DIAMETER.Tick();
+  page.OUTER_DIAMETERText.box.Tick();
   page.OUTER_DIAMETERText.Type("114.3");
   page.SetParameter.Press();
 }
