@@ -4,6 +4,7 @@
 
 #include "calc/spacing.h"
 #include "calc/spacing_check.h"
+#include "calc/spacing_drawing.h"
 
 namespace vlt::test {
 namespace {
@@ -146,6 +147,28 @@ TEST(SpacingCheck, APipeNeedsABore) {
   EXPECT_EQ(FindInputFault(inputs)->why, InputFault::Why::kNoBore);
   inputs.lining_thickness = "";
   EXPECT_EQ(*FindInputFault(inputs), (InputFault{InputFault::Why::kMissing, SpacingField::kLiningThickness}));
+}
+
+// The first sensor above the pipe, the second where the sound ends: above, or below after an odd number of
+// crossings.
+TEST(Spacing, TheSectionShowsBothSensorsWhereTheyAreMounted) {
+  for (const int mount : {0, 1}) {
+    SpacingInputs inputs = SteelPipe();
+    inputs.mount = mount;
+    const auto outcome = CalculateSpacing(inputs);
+    const Sheet sheet =
+        DrawSpacing(inputs, std::get<SpacingResult>(outcome), [](int) { return std::string("text"); });
+    std::vector<SheetItem> elements;
+    double middle = 0;
+    for (const SheetItem& item : sheet.Items()) {
+      if (item.ink == Ink::kElement) elements.push_back(item);
+      if (item.ink == Ink::kPipe && middle == 0) middle = (item.points.front().y + item.points.back().y) / 2;
+    }
+    ASSERT_EQ(elements.size(), 2u) << mount;
+    EXPECT_LT(elements[0].points[0].y, middle);
+    EXPECT_EQ(elements[1].points[0].y < middle, FluidCrossings(mount).value() % 2 == 0) << mount;
+    EXPECT_LT(elements[0].points[1].x, elements[1].points[1].x);
+  }
 }
 
 }  // namespace
