@@ -18,6 +18,14 @@ class ChartTest : public ::testing::Test {
   Chart& chart = window.chart;
 };
 
+TEST_F(ChartTest, AResetKeepsNoPointOfTheRunBefore) {
+  chart.Reset(3);
+  for (int point = 1; point <= 3; ++point) chart.SetPoint(point, point, 7);
+  chart.Reset(3);
+  chart.SetPoint(3, 3, 1);
+  EXPECT_NE(chart.Point(1).y, 7) << "a gap of this run";
+}
+
 TEST_F(ChartTest, TellsOfABatchOnceAndOfNoChangeNotAtAll) {
   int told = 0;
   chart.Observe([&] { ++told; });
