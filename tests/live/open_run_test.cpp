@@ -67,7 +67,8 @@ TEST(OpenRun, TellsThatTheJournalCouldNotBeWrittenAndGoesOn) {
 // What stands in it is not lost to the next run, whatever it is.
 TEST(OpenRun, AJournalThatCannotBeReadIsLeftAloneAndTold) {
   const std::string lines =
-      "a note\n2026/11/23 09:00:00\tForm12\t/data/x.csv\n2026/11/23 10:00:00\tForm9\t/data/y.csv\r\n";
+      "a note\n2026/11/23 08:00:00\tForm9\t\n2026/11/23 09:00:00\tForm12\t/data/x.csv\n2026/11/23 "
+      "10:00:00\tForm9\t/data/y.csv\r\n";
   MeasureTest t(kOneChannel);
   t.files()[kJournal] = lines;
   ASSERT_EQ(ReadOpenRuns(t.app()).size(), 2u) << "LF alone ends a line too";
