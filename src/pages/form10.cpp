@@ -30,6 +30,7 @@ Form10::Form10(App& app)
                      .read_completed = 4021}),
       chooser_(app, ChannelSelect, &SharedState::ProcessChannel,
                [this](int index) { ChannelSelect_Click(index); }) {
+  // Both values of the spacing have one tick.
   fields_.push_back(Bind(ProcessRow("sensor_spacing_2"), SENSOR_SPACINGText.box, SENSOR_SPACING2Text));
   BindEntries();
   PIPE_MATERIALCombo.on_click = [this] { PIPE_MATERIALCombo_Click(); };

@@ -103,10 +103,10 @@ void Form2::ShowFlowUnits() {
 
 void Form2::ChannelSelect_Click(int index) {
   const bool measured = index != kComputedChannel;
-  Depend(DAMPINGText.box, DAMPINGText, measured);
-  Depend(LOW_FLOW_OUTPUT_CUTText.box, LOW_FLOW_OUTPUT_CUTText, measured);
-  Depend(ZEROText.box, ZEROText, measured);
-  Depend(SPANText.box, SPANText, measured);
+  Depend(DAMPINGText, measured);
+  Depend(LOW_FLOW_OUTPUT_CUTText, measured);
+  Depend(ZEROText, measured);
+  Depend(SPANText, measured);
   TakeChannel(index);
   UpdateKinds();
   EnableThermal();
@@ -127,8 +127,8 @@ void Form2::UpdateKinds() {
 void Form2::TypeCheckCombo_Click() {
   if (TypeCheckCombo.ListIndex() < 0) return;
   const bool second = TypeCheckCombo.ListIndex() != kSingleType;
-  Depend(FULL_SCALE2Text.box, FULL_SCALE2Text, second);
-  Depend(HYSTERISISText.box, HYSTERISISText, second);
+  Depend(FULL_SCALE2Text, second);
+  Depend(HYSTERISISText, second);
   EnableThermal();
 }
 
@@ -139,8 +139,8 @@ void Form2::EnableThermal() {
     CALORIE_FULL_SCALE2Text.box.SetValue(0);
   }
   const bool first = heat && Channel() == 0;
-  Depend(CALORIE_FULL_SCALE1Text.box, CALORIE_FULL_SCALE1Text, first);
-  Depend(CALORIE_FULL_SCALE2Text.box, CALORIE_FULL_SCALE2Text,
+  Depend(CALORIE_FULL_SCALE1Text, first);
+  Depend(CALORIE_FULL_SCALE2Text,
          first && HasHeatRegisters(app().state) && TypeCheckCombo.ListIndex() > kSingleType);
 }
 

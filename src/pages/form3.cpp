@@ -118,7 +118,7 @@ void Form3::MODECombo_Click() {
   };
   const bool stopped = MODECombo.ListIndex() == kStopped;
   // The unit stands in its own list and has no label beside it.
-  Depend(UNIT_SYSTEMCombo.box, UNIT_SYSTEMCombo, stopped);
+  Depend(UNIT_SYSTEMCombo, stopped);
   for (const Row& row :
        {Row{&ConstantCheckText.box, &ConstantCheckText, &*ConstantCheckText.unit, false},
         Row{&F_TOTAL_PRESETText.box, &F_TOTAL_PRESETText, &*F_TOTAL_PRESETText.unit, false},

@@ -36,6 +36,7 @@ Form6::Form6(App& app)
                      .set_completed = text::kSettingOfSystemWasCompleted,
                      .read_started = 4017,
                      .read_completed = 4027}) {
+  // Version and type have one tick.
   fields_.push_back(Bind(SystemRow("type"), CONTROL_BOARDText.box, txtType));
   BindEntries();
   for (TextBox* box : {&IDNUM_CONFIGText, &SPEC_Text}) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pages/parameter_page.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "resources/string_table.h"
